@@ -1,0 +1,16 @@
+# Warnings for our own code; the SDK's headers are system headers and stay silent.
+add_library(zkr_warnings INTERFACE)
+target_compile_options(zkr_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wdouble-promotion -Wno-unknown-pragmas)
+if(ZKR_WARNINGS_AS_ERRORS)
+  target_compile_options(zkr_warnings INTERFACE -Werror)
+endif()
+
+# zkr_library(NAME SOURCES... LINK...): one static library for one folder, headers beside the code.
+# A target sees the headers of what it links and no others.
+function(zkr_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE zkr_warnings)
+endfunction()

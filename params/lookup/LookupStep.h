@@ -1,0 +1,16 @@
+// The shared table lookup: how a knob position from 0 to 1 picks a step of a table.
+#pragma once
+
+#include "Truncate.h"
+
+// Returns the entry of table[0 .. count - 1] that lies nearest to the position `value`, which is
+// clamped to 0.0 .. 1.0 (a value that is not a number counts as 0.0). count is at least 1.
+inline double lookupStep(const double* table, int count, double value)
+{
+    if (!(value > 0.0))
+        value = 0.0;
+    if (value > 1.0)
+        value = 1.0;
+    const int index = truncate(value * (count - 1) + 0.5);
+    return table[index >= count - 1 ? count - 1 : index];
+}

@@ -1,0 +1,49 @@
+// CPluginFactory: the table of classes that a plug-in library offers.
+#pragma once
+
+#include "pluginterfaces/base/ipluginbase.h"
+
+#include <vector>
+
+namespace Steinberg {
+
+class CPluginFactory : public IPluginFactory3 {
+public:
+    using CreateFunction = FUnknown* (*)(void* context);
+
+    explicit CPluginFactory(const PFactoryInfo& info);
+    virtual ~CPluginFactory();
+
+    // Adds a class, whose record is copied; false without record or creation function.
+    bool registerClass(const PClassInfo2* info, CreateFunction createFunc, void* context = nullptr);
+
+    DECLARE_FUNKNOWN_METHODS
+
+    tresult PLUGIN_API getFactoryInfo(PFactoryInfo* info) SMTG_OVERRIDE;
+    int32 PLUGIN_API countClasses() SMTG_OVERRIDE;
+    tresult PLUGIN_API getClassInfo(int32 index, PClassInfo* info) SMTG_OVERRIDE;
+    tresult PLUGIN_API getClassInfo2(int32 index, PClassInfo2* info) SMTG_OVERRIDE;
+    tresult PLUGIN_API getClassInfoUnicode(int32 index, PClassInfoW* info) SMTG_OVERRIDE;
+    // Makes an object of the class `cid` and hands out its interface `iid`; a class or interface
+    // that does not exist gives kNoInterface and a null object.
+    tresult PLUGIN_API createInstance(FIDString cid, FIDString iid, void** obj) SMTG_OVERRIDE;
+    tresult PLUGIN_API setHostContext(FUnknown* context) SMTG_OVERRIDE;
+
+private:
+    struct Entry {
+        PClassInfo2 info;
+        PClassInfoW wideInfo;
+        CreateFunction create;
+        void* context;
+    };
+
+    const Entry* entryAt(int32 index) const;
+
+    PFactoryInfo factoryInfo;
+    std::vector<Entry> entries;
+};
+
+// The library's factory: null until the first one is made, and again once it is destroyed.
+extern CPluginFactory* gPluginFactory;
+
+}  // namespace Steinberg

@@ -1,0 +1,64 @@
+// Lists of parameter changes as a host hands them to a processor, kept in memory that is reused.
+#pragma once
+
+#include "pluginterfaces/vst/ivstparameterchanges.h"
+
+#include <memory>
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+
+// The points of one parameter in one block, ordered by sample offset. Adds up to five points
+// without allocating.
+class ParameterValueQueue : public IParamValueQueue {
+public:
+    explicit ParameterValueQueue(ParamID id);
+    virtual ~ParameterValueQueue() = default;
+
+    ParamID PLUGIN_API getParameterId() SMTG_OVERRIDE { return paramID; }
+    int32 PLUGIN_API getPointCount() SMTG_OVERRIDE { return static_cast<int32>(points.size()); }
+    tresult PLUGIN_API getPoint(int32 index, int32& sampleOffset, ParamValue& value) SMTG_OVERRIDE;
+    // A point at an offset that is taken replaces the one there; `index` gets its position.
+    tresult PLUGIN_API addPoint(int32 sampleOffset, ParamValue value, int32& index) SMTG_OVERRIDE;
+
+    void setParamID(ParamID id) { paramID = id; }
+    void clear() { points.clear(); }
+
+    DECLARE_FUNKNOWN_METHODS
+
+private:
+    struct Point {
+        int32 sampleOffset;
+        ParamValue value;
+    };
+
+    ParamID paramID;
+    std::vector<Point> points;
+};
+
+// One queue for each parameter that changes. Takes up to `maxParameters` parameters without
+// allocating.
+class ParameterChanges : public IParameterChanges {
+public:
+    explicit ParameterChanges(int32 maxParameters = 0);
+    virtual ~ParameterChanges() = default;
+
+    // Sets how many queues stand ready; a negative number is ignored.
+    void setMaxParameters(int32 maxParameters);
+    void clearQueue() { usedCount = 0; }
+
+    int32 PLUGIN_API getParameterCount() SMTG_OVERRIDE { return usedCount; }
+    IParamValueQueue* PLUGIN_API getParameterData(int32 index) SMTG_OVERRIDE;
+    // The queue of `id`, a fresh one if it has none yet; never null.
+    IParamValueQueue* PLUGIN_API addParameterData(const ParamID& id, int32& index) SMTG_OVERRIDE;
+
+    DECLARE_FUNKNOWN_METHODS
+
+private:
+    std::vector<std::unique_ptr<ParameterValueQueue>> queues;
+    int32 usedCount = 0;
+};
+
+}  // namespace Vst
+}  // namespace Steinberg

@@ -1,0 +1,190 @@
+// Vst2Wrapper: shows a VST 3 component and its controller to a host as a VST 2 effect.
+//
+// Threads: `processReplacing` runs on the host's audio thread, `setParameter` and `getParameter`
+// on any thread, everything else on the host's user-interface or loading thread. Parameter values
+// cross between them in three tables of latest values and are never held back or lost.
+#pragma once
+
+#include "base/source/timer.h"
+#include "parametertransfer.h"
+#include "pluginterfaces/vst/ivstaudioprocessor.h"
+#include "pluginterfaces/vst/ivsteditcontroller.h"
+#include "pluginterfaces/vst/ivsthostapplication.h"
+#include "pluginterfaces/vst/ivstmessage.h"
+#include "pluginterfaces/vst/ivstunits.h"
+#include "public.sdk/source/main/pluginfactory.h"
+#include "public.sdk/source/vst/hosting/parameterchanges.h"
+#include "public.sdk/source/vst/hosting/pluginterfacesupport.h"
+
+#include "audioeffectx.h"
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+
+class Vst2Wrapper : public IHostApplication,
+                    public IComponentHandler,
+                    public IUnitHandler,
+                    public ITimerCallback,
+                    public ::AudioEffectX,
+                    public IVst3ToVst2Wrapper {
+public:
+    // Makes the effect around a new object of the class `vst3ComponentID` and its controller. Takes
+    // over one reference of `factory`. Null if the class, or its initialisation, fails.
+    static ::AudioEffect* create(IPluginFactory* factory, const TUID vst3ComponentID,
+                                 VstInt32 vst2ID, audioMasterCallback audioMaster);
+    ~Vst2Wrapper() override;
+
+    // AudioEffect
+    void suspend() override;
+    void resume() override;
+    void setSampleRate(float hz) override;
+    void setBlockSize(VstInt32 frames) override;
+    void setParameter(VstInt32 index, float value) override;
+    float getParameter(VstInt32 index) override;
+    void getParameterName(VstInt32 index, char* text) override;
+    void getParameterLabel(VstInt32 index, char* text) override;
+    void getParameterDisplay(VstInt32 index, char* text) override;
+    void getProgramName(char* text) override;
+    VstInt32 getChunk(void** data, bool isProgram) override;
+    VstInt32 setChunk(const void* data, VstInt32 size, bool isProgram) override;
+    void processReplacing(float** inputs, float** outputs, VstInt32 frames) override;
+
+    // AudioEffectX
+    bool canParameterBeAutomated(VstInt32 index) override;
+    bool string2parameter(VstInt32 index, const char* text) override;
+    bool getParameterProperties(VstInt32 index, VstParameterProperties* properties) override;
+    bool getProgramNameIndexed(VstInt32 index, char* text) override;
+    bool getInputProperties(VstInt32 pin, VstPinProperties* properties) override;
+    bool getOutputProperties(VstInt32 pin, VstPinProperties* properties) override;
+    bool setSpeakerArrangement(const VstSpeakerArrangement* input,
+                               const VstSpeakerArrangement* output) override;
+    bool getSpeakerArrangement(VstSpeakerArrangement** input,
+                               VstSpeakerArrangement** output) override;
+    bool getEffectName(char* text) override;
+    bool getVendorString(char* text) override;
+    bool getProductString(char* text) override;
+    VstInt32 getVendorVersion() override;
+    PluginCategory getPlugCategory() override;
+    VstIntPtr vendorSpecific(VstInt32 index, VstIntPtr value, void* ptr, float opt) override;
+    VstInt32 canDo(const char* text) override;
+    VstInt32 getGetTailSize() override;
+    bool setProcessPrecision(VstInt32 precision) override;
+    void startProcess() override;
+    void stopProcess() override;
+    void idle() override;
+
+    // IHostApplication
+    tresult PLUGIN_API getName(String128 name) SMTG_OVERRIDE;
+    tresult PLUGIN_API createInstance(TUID cid, TUID iid, void** obj) SMTG_OVERRIDE;
+
+    // IComponentHandler
+    tresult PLUGIN_API beginEdit(ParamID id) SMTG_OVERRIDE;
+    tresult PLUGIN_API performEdit(ParamID id, ParamValue valueNormalized) SMTG_OVERRIDE;
+    tresult PLUGIN_API endEdit(ParamID id) SMTG_OVERRIDE;
+    tresult PLUGIN_API restartComponent(int32 flags) SMTG_OVERRIDE;
+
+    // IUnitHandler
+    tresult PLUGIN_API notifyUnitSelection(UnitID) SMTG_OVERRIDE { return kResultTrue; }
+    tresult PLUGIN_API notifyProgramListChange(ProgramListID, int32) SMTG_OVERRIDE
+    {
+        return kResultTrue;
+    }
+
+    // ITimerCallback
+    void onTimer(Timer*) override { idle(); }
+
+    // The host ends the effect, so references to it are not counted.
+    tresult PLUGIN_API queryInterface(const TUID iid, void** obj) SMTG_OVERRIDE;
+    uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
+    uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
+
+private:
+    // A parameter of the controller; the index in the table is its slot in the transfers.
+    struct ExportedParameter {
+        ParameterInfo info;
+        VstInt32 index;  // its VST 2 index, or -1 for one that hosts do not see
+    };
+
+    // The channel pointers of one direction, bus by bus, as a processor wants them.
+    struct BusBuffers {
+        std::vector<AudioBusBuffers> buses;
+        std::vector<Sample32*> channels;
+
+        // Follows the component's buses of that direction and activates the main ones.
+        void prepare(IComponent& component, BusDirection direction);
+    };
+
+    Vst2Wrapper(IPtr<IAudioProcessor> processor, IPtr<IEditController> controller,
+                IPtr<IPluginFactory> factory, const TUID componentID, VstInt32 vst2ID,
+                audioMasterCallback audioMaster);
+
+    bool init();
+    void readClassRecord(const TUID componentID);
+    void collectParameters();
+    void sendStartValues();
+    void connectHalves(bool connect);
+
+    void setupBuses();
+    bool applySetup();
+    void activate();
+    void deactivate();
+    bool updateLatency();
+    template <typename Change>
+    void changeSetup(Change change);
+
+    bool pinProperties(BusDirection direction, VstInt32 pin, VstPinProperties* properties);
+    bool fillArrangement(BusDirection direction, VstSpeakerArrangement& arrangement);
+
+    const ExportedParameter* parameterAt(VstInt32 index) const;
+    const ExportedParameter* parameterOf(ParamID id) const;
+    std::size_t slotOf(const ExportedParameter& parameter) const;
+    void readValuesFromController();
+    void updateController();
+
+    void processSlice(Sample32** inputs, Sample32** outputs, int32 offset, int32 frames);
+
+    IPtr<IPluginFactory> factory;
+    IPtr<IAudioProcessor> processor;
+    IPtr<IComponent> component;
+    IPtr<IEditController> controller;
+    IPtr<IUnitInfo> unitInfo;
+    IPtr<PlugInterfaceSupport> interfaceSupport;
+    IPtr<Timer> timer;
+    TUID componentId;
+
+    bool componentInitialised = false;
+    bool controllerInitialised = false;
+    bool active = false;
+    bool processing = false;
+    bool restoringState = false;
+    std::atomic_flag updatingController = ATOMIC_FLAG_INIT;
+
+    ProcessSetup setup;
+    std::string effectName, vendor, subCategories;
+    VstInt32 vendorVersion = 0;
+
+    std::vector<ExportedParameter> parameters;  // by slot
+    std::vector<std::size_t> slotByIndex;       // by VST 2 index
+    std::vector<std::size_t> slotById;          // slots in ascending order of id
+
+    // What the host is told of each parameter, by slot.
+    std::unique_ptr<std::atomic<double>[]> currentValues;
+
+    std::unique_ptr<ParameterTransfer> toProcessor;    // from any thread to the audio thread
+    std::unique_ptr<ParameterTransfer> toController;   // from the host's threads
+    std::unique_ptr<ParameterTransfer> fromProcessor;  // from the audio thread
+    ParameterChanges inputChanges, outputChanges;
+
+    BusBuffers inputBuses, outputBuses;
+    std::vector<std::vector<Sample32>> scratch;  // stands in for channels a host leaves out
+    std::vector<char> chunk;
+    VstSpeakerArrangement inputArrangement{}, outputArrangement{};
+};
+
+}  // namespace Vst
+}  // namespace Steinberg

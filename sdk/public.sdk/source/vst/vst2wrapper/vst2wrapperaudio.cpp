@@ -1,0 +1,339 @@
+// Vst2Wrapper: buses, rates, activation and the audio blocks.
+#include "vst2wrapper.h"
+
+#include "pluginterfaces/base/ustring.h"
+#include "pluginterfaces/vst/vstspeaker.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+// Room for channels that a host leaves out, whatever its block size.
+constexpr int32 kSmallestScratch = 64;
+
+bool toVst3(VstInt32 type, SpeakerArrangement& arrangement)
+{
+    switch (type) {
+    case kSpeakerArrMono:
+        arrangement = SpeakerArr::kMono;
+        return true;
+    case kSpeakerArrStereo:
+        arrangement = SpeakerArr::kStereo;
+        return true;
+    default:
+        return false;
+    }
+}
+
+}  // namespace
+
+void Vst2Wrapper::BusBuffers::prepare(IComponent& component, BusDirection direction)
+{
+    buses.clear();
+    channels.clear();
+    const int32 busCount = component.getBusCount(kAudio, direction);
+    for (int32 i = 0; i < busCount; ++i) {
+        BusInfo info;
+        AudioBusBuffers bus;
+        if (component.getBusInfo(kAudio, direction, i, info) == kResultTrue) {
+            const bool isMain = info.busType == kMain;
+            component.activateBus(kAudio, direction, i, isMain);
+            bus.numChannels = isMain ? info.channelCount : 0;
+        }
+        buses.push_back(bus);
+        channels.insert(channels.end(), static_cast<std::size_t>(bus.numChannels), nullptr);
+    }
+    Sample32** next = channels.data();
+    for (AudioBusBuffers& bus : buses) {
+        bus.channelBuffers32 = next;
+        next += bus.numChannels;
+    }
+}
+
+// Follows the component's buses and keeps one scratch buffer for each channel of either direction.
+void Vst2Wrapper::setupBuses()
+{
+    inputBuses.prepare(*component, kInput);
+    outputBuses.prepare(*component, kOutput);
+    cEffect.numInputs = static_cast<VstInt32>(inputBuses.channels.size());
+    cEffect.numOutputs = static_cast<VstInt32>(outputBuses.channels.size());
+    scratch.resize(inputBuses.channels.size() + outputBuses.channels.size());
+    const int32 frames = std::max(kSmallestScratch, setup.maxSamplesPerBlock);
+    for (std::vector<Sample32>& buffer : scratch)
+        buffer.assign(static_cast<std::size_t>(frames), 0.0f);
+}
+
+bool Vst2Wrapper::applySetup()
+{
+    return processor->setupProcessing(setup) == kResultOk;
+}
+
+// Brings the latency that hosts read up to date; true if it is another one now.
+bool Vst2Wrapper::updateLatency()
+{
+    const auto latency = static_cast<VstInt32>(processor->getLatencySamples());
+    if (cEffect.initialDelay == latency)
+        return false;
+    cEffect.initialDelay = latency;
+    return true;
+}
+
+void Vst2Wrapper::activate()
+{
+    if (active)
+        return;
+    component->setActive(true);
+    active = true;
+}
+
+void Vst2Wrapper::deactivate()
+{
+    stopProcess();
+    if (!active)
+        return;
+    component->setActive(false);
+    active = false;
+}
+
+void Vst2Wrapper::resume()
+{
+    activate();
+    if (updateLatency())
+        askHost(audioMasterIOChanged);
+}
+
+void Vst2Wrapper::suspend()
+{
+    deactivate();
+}
+
+void Vst2Wrapper::startProcess()
+{
+    if (processing)
+        return;
+    processor->setProcessing(true);
+    processing = true;
+}
+
+void Vst2Wrapper::stopProcess()
+{
+    if (!processing)
+        return;
+    processor->setProcessing(false);
+    processing = false;
+}
+
+// A running component takes a new rate or block size only between two activations.
+template <typename Change>
+void Vst2Wrapper::changeSetup(Change change)
+{
+    const bool wasActive = active;
+    deactivate();
+    change();
+    applySetup();
+    if (wasActive)
+        resume();
+}
+
+void Vst2Wrapper::setSampleRate(float hz)
+{
+    const auto rate = static_cast<double>(hz);
+    if (!(rate > 0.0) || !(rate < 1e7) || rate == setup.sampleRate)
+        return;
+    changeSetup([this, rate] { setup.sampleRate = rate; });
+}
+
+void Vst2Wrapper::setBlockSize(VstInt32 frames)
+{
+    if (frames == setup.maxSamplesPerBlock)
+        return;
+    changeSetup([this, frames] {
+        setup.maxSamplesPerBlock = frames;
+        setupBuses();
+    });
+}
+
+bool Vst2Wrapper::setProcessPrecision(VstInt32 precision)
+{
+    return precision == kVstProcessPrecision32;
+}
+
+bool Vst2Wrapper::setSpeakerArrangement(const VstSpeakerArrangement* input,
+                                        const VstSpeakerArrangement* output)
+{
+    SpeakerArrangement present[2] = {SpeakerArr::kEmpty, SpeakerArr::kEmpty};
+    processor->getBusArrangement(kInput, 0, present[0]);
+    processor->getBusArrangement(kOutput, 0, present[1]);
+    SpeakerArrangement wanted[2] = {present[0], present[1]};
+    if ((input && !toVst3(input->type, wanted[0])) || (output && !toVst3(output->type, wanted[1])))
+        return false;
+    if (wanted[0] == present[0] && wanted[1] == present[1])
+        return true;
+
+    // A refusal too may leave the component with other buses than before.
+    const bool accepted =
+        processor->setBusArrangements(&wanted[0], 1, &wanted[1], 1) == kResultTrue;
+    const VstInt32 inputsBefore = cEffect.numInputs, outputsBefore = cEffect.numOutputs;
+    setupBuses();
+    if (accepted || cEffect.numInputs != inputsBefore || cEffect.numOutputs != outputsBefore)
+        askHost(audioMasterIOChanged);
+    return accepted;
+}
+
+bool Vst2Wrapper::fillArrangement(BusDirection direction, VstSpeakerArrangement& arrangement)
+{
+    struct NamedSpeaker {
+        VstInt32 type;
+        const char* name;
+    };
+    static constexpr NamedSpeaker kMonoSpeaker{kSpeakerM, "M"};
+    static constexpr NamedSpeaker kStereoSpeakers[] = {{kSpeakerL, "L"}, {kSpeakerR, "R"}};
+
+    SpeakerArrangement present = SpeakerArr::kEmpty;
+    if (processor->getBusArrangement(direction, 0, present) != kResultTrue)
+        return false;
+    const bool mono = present == SpeakerArr::kMono;
+    if (!mono && present != SpeakerArr::kStereo)
+        return false;
+
+    arrangement = {};
+    arrangement.type = mono ? kSpeakerArrMono : kSpeakerArrStereo;
+    arrangement.numChannels = mono ? 1 : 2;
+    const NamedSpeaker* speaker = mono ? &kMonoSpeaker : kStereoSpeakers;
+    for (VstInt32 i = 0; i < arrangement.numChannels; ++i, ++speaker) {
+        arrangement.speakers[i].type = speaker->type;
+        std::snprintf(arrangement.speakers[i].name, sizeof arrangement.speakers[i].name, "%s",
+                      speaker->name);
+    }
+    return true;
+}
+
+bool Vst2Wrapper::getSpeakerArrangement(VstSpeakerArrangement** input,
+                                        VstSpeakerArrangement** output)
+{
+    if (!fillArrangement(kInput, inputArrangement) || !fillArrangement(kOutput, outputArrangement))
+        return false;
+    *input = &inputArrangement;
+    *output = &outputArrangement;
+    return true;
+}
+
+bool Vst2Wrapper::pinProperties(BusDirection direction, VstInt32 pin, VstPinProperties* properties)
+{
+    BusInfo info;
+    if (component->getBusInfo(kAudio, direction, 0, info) != kResultTrue || pin < 0
+        || pin >= info.channelCount)
+        return false;
+    *properties = {};
+    UString(info.name, 128).toAscii(properties->label, sizeof properties->label - 1);
+    properties->flags = kVstPinIsActive | kVstPinUseSpeaker;
+    properties->arrangementType = kSpeakerArrMono;
+    if (info.channelCount == 2) {
+        properties->flags |= kVstPinIsStereo;
+        properties->arrangementType = kSpeakerArrStereo;
+    }
+    return true;
+}
+
+bool Vst2Wrapper::getInputProperties(VstInt32 pin, VstPinProperties* properties)
+{
+    return pinProperties(kInput, pin, properties);
+}
+
+bool Vst2Wrapper::getOutputProperties(VstInt32 pin, VstPinProperties* properties)
+{
+    return pinProperties(kOutput, pin, properties);
+}
+
+// Runs on the audio thread. Parameters travel with the block's first slice; there is more than one
+// slice only where scratch has to stand in for channels and the block is longer than the scratch.
+//
+// The host is asked nothing here: the processor looks neither at the time nor at the process mode.
+void Vst2Wrapper::processReplacing(float** inputs, float** outputs, VstInt32 frames)
+{
+    activate();
+    startProcess();
+    for (const ParameterTransfer::Change& change : toProcessor->takeChanges()) {
+        int32 index = 0;
+        IParamValueQueue* queue =
+            inputChanges.addParameterData(parameters[change.slot].info.id, index);
+        queue->addPoint(0, change.value, index);
+    }
+
+    const auto anyMissing = [](Sample32** channels, std::size_t count) {
+        return !channels || std::any_of(channels, channels + count, [](Sample32* channel) {
+            return channel == nullptr;
+        });
+    };
+    const bool sharedInput =
+        inputs && inputBuses.channels.size() == 2 && inputs[0] && inputs[0] == inputs[1];
+    const bool needsScratch = sharedInput || anyMissing(inputs, inputBuses.channels.size())
+        || anyMissing(outputs, outputBuses.channels.size());
+    const int32 sliceLength =
+        needsScratch ? std::min(frames, static_cast<int32>(scratch.front().size())) : frames;
+
+    int32 offset = 0;
+    do {
+        const int32 count = std::min(sliceLength, frames - offset);
+        processSlice(inputs, outputs, offset, count);
+        offset += count;
+    } while (offset < frames);
+}
+
+// A missing input is silence, a missing output goes nowhere. The processor may change its input
+// buffers in place, so two inputs never share one.
+void Vst2Wrapper::processSlice(Sample32** inputs, Sample32** outputs, int32 offset, int32 frames)
+{
+    const auto bytes = static_cast<std::size_t>(frames) * sizeof(Sample32);
+    std::size_t spare = 0;
+    for (std::size_t i = 0; i < inputBuses.channels.size(); ++i, ++spare) {
+        Sample32* source = inputs && inputs[i] ? inputs[i] + offset : nullptr;
+        Sample32* own = scratch[spare].data();
+        if (!source)
+            std::memset(own, 0, bytes);
+        else if (i > 0 && inputs[i] == inputs[i - 1])
+            std::memcpy(own, source, bytes);
+        else
+            own = source;
+        inputBuses.channels[i] = own;
+    }
+    for (std::size_t i = 0; i < outputBuses.channels.size(); ++i, ++spare)
+        outputBuses.channels[i] =
+            outputs && outputs[i] ? outputs[i] + offset : scratch[spare].data();
+
+    ProcessData data;
+    data.processMode = setup.processMode;
+    data.numSamples = frames;
+    data.numInputs = static_cast<int32>(inputBuses.buses.size());
+    data.numOutputs = static_cast<int32>(outputBuses.buses.size());
+    data.inputs = inputBuses.buses.data();
+    data.outputs = outputBuses.buses.data();
+    data.inputParameterChanges = &inputChanges;
+    data.outputParameterChanges = &outputChanges;
+    for (AudioBusBuffers& bus : inputBuses.buses)
+        bus.silenceFlags = 0;
+    for (AudioBusBuffers& bus : outputBuses.buses)
+        bus.silenceFlags = 0;
+
+    outputChanges.clearQueue();
+    processor->process(data);
+    inputChanges.clearQueue();
+
+    for (int32 i = 0; i < outputChanges.getParameterCount(); ++i) {
+        IParamValueQueue* queue = outputChanges.getParameterData(i);
+        const ExportedParameter* parameter = parameterOf(queue->getParameterId());
+        int32 sampleOffset = 0;
+        ParamValue value = 0.0;
+        if (parameter
+            && queue->getPoint(queue->getPointCount() - 1, sampleOffset, value) == kResultTrue)
+            fromProcessor->set(slotOf(*parameter), value);
+    }
+}
+
+}  // namespace Vst
+}  // namespace Steinberg

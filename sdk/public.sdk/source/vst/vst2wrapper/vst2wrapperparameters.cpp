@@ -1,0 +1,247 @@
+// Vst2Wrapper: the parameters that a host sees, and the road of their values between host,
+// controller and processor.
+#include "vst2wrapper.h"
+
+#include "pluginterfaces/base/ustring.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <numeric>
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+// Writes a text of the SDK into a host's room: `length` characters and a terminator.
+void writeText(char* target, const String128 text, std::size_t length)
+{
+    char ascii[129] = {};
+    UString(const_cast<TChar*>(text), 128).toAscii(ascii, 128);
+    std::snprintf(target, length + 1, "%s", ascii);
+}
+
+}  // namespace
+
+void Vst2Wrapper::collectParameters()
+{
+    const int32 count = controller ? controller->getParameterCount() : 0;
+    for (int32 i = 0; i < count; ++i) {
+        ExportedParameter parameter{};
+        if (controller->getParameterInfo(i, parameter.info) != kResultTrue)
+            continue;
+        constexpr int32 kNotForHosts =
+            ParameterInfo::kIsReadOnly | ParameterInfo::kIsBypass | ParameterInfo::kIsProgramChange;
+        const bool exported = (parameter.info.flags & kNotForHosts) == 0;
+        parameter.index = exported ? static_cast<VstInt32>(slotByIndex.size()) : -1;
+        if (exported)
+            slotByIndex.push_back(parameters.size());
+        parameters.push_back(parameter);
+    }
+
+    const std::size_t slots = parameters.size();
+    slotById.resize(slots);
+    std::iota(slotById.begin(), slotById.end(), std::size_t{0});
+    std::sort(slotById.begin(), slotById.end(), [this](std::size_t a, std::size_t b) {
+        return parameters[a].info.id < parameters[b].info.id;
+    });
+
+    currentValues = std::make_unique<std::atomic<double>[]>(slots);
+    toProcessor = std::make_unique<ParameterTransfer>(slots);
+    toController = std::make_unique<ParameterTransfer>(slots);
+    fromProcessor = std::make_unique<ParameterTransfer>(slots);
+    inputChanges.setMaxParameters(static_cast<int32>(slots));
+    outputChanges.setMaxParameters(static_cast<int32>(slots));
+    cEffect.numParams = static_cast<VstInt32>(slotByIndex.size());
+}
+
+// What the controller holds once it has started is news to the processor, which keeps no state.
+void Vst2Wrapper::sendStartValues()
+{
+    readValuesFromController();
+    for (const std::size_t slot : slotByIndex)
+        toProcessor->set(slot, currentValues[slot].load());
+}
+
+void Vst2Wrapper::readValuesFromController()
+{
+    for (std::size_t slot = 0; slot < parameters.size(); ++slot)
+        currentValues[slot].store(controller->getParamNormalized(parameters[slot].info.id));
+}
+
+const Vst2Wrapper::ExportedParameter* Vst2Wrapper::parameterAt(VstInt32 index) const
+{
+    if (index < 0 || static_cast<std::size_t>(index) >= slotByIndex.size())
+        return nullptr;
+    return &parameters[slotByIndex[static_cast<std::size_t>(index)]];
+}
+
+const Vst2Wrapper::ExportedParameter* Vst2Wrapper::parameterOf(ParamID id) const
+{
+    const auto found = std::lower_bound(
+        slotById.begin(), slotById.end(), id,
+        [this](std::size_t slot, ParamID wanted) { return parameters[slot].info.id < wanted; });
+    if (found == slotById.end() || parameters[*found].info.id != id)
+        return nullptr;
+    return &parameters[*found];
+}
+
+std::size_t Vst2Wrapper::slotOf(const ExportedParameter& parameter) const
+{
+    return static_cast<std::size_t>(&parameter - parameters.data());
+}
+
+void Vst2Wrapper::setParameter(VstInt32 index, float value)
+{
+    const ExportedParameter* parameter = parameterAt(index);
+    if (!parameter || value != value)
+        return;
+    const double clamped = std::clamp(static_cast<double>(value), 0.0, 1.0);
+    const std::size_t slot = slotOf(*parameter);
+    currentValues[slot].store(clamped);
+    toProcessor->set(slot, clamped);
+    toController->set(slot, clamped);
+}
+
+float Vst2Wrapper::getParameter(VstInt32 index)
+{
+    const ExportedParameter* parameter = parameterAt(index);
+    return parameter ? static_cast<float>(currentValues[slotOf(*parameter)].load()) : 0.0f;
+}
+
+void Vst2Wrapper::getParameterName(VstInt32 index, char* text)
+{
+    if (const ExportedParameter* parameter = parameterAt(index))
+        writeText(text, parameter->info.title, kVstMaxParamNameLen);
+}
+
+void Vst2Wrapper::getParameterLabel(VstInt32 index, char* text)
+{
+    if (const ExportedParameter* parameter = parameterAt(index))
+        writeText(text, parameter->info.units, kVstMaxParamStrLen);
+}
+
+void Vst2Wrapper::getParameterDisplay(VstInt32 index, char* text)
+{
+    const ExportedParameter* parameter = parameterAt(index);
+    if (!parameter)
+        return;
+    String128 display = {};
+    const double value = currentValues[slotOf(*parameter)].load();
+    if (controller->getParamStringByValue(parameter->info.id, value, display) == kResultTrue)
+        writeText(text, display, kVstMaxParamStrLen);
+}
+
+bool Vst2Wrapper::canParameterBeAutomated(VstInt32 index)
+{
+    const ExportedParameter* parameter = parameterAt(index);
+    return parameter && (parameter->info.flags & ParameterInfo::kCanAutomate) != 0;
+}
+
+bool Vst2Wrapper::string2parameter(VstInt32 index, const char* text)
+{
+    const ExportedParameter* parameter = parameterAt(index);
+    if (!parameter)
+        return false;
+    String128 wide = {};
+    UString(wide, 128).fromAscii(text);
+    ParamValue value = 0.0;
+    if (controller->getParamValueByString(parameter->info.id, wide, value) != kResultTrue)
+        return false;
+    setParameter(index, static_cast<float>(value));
+    return true;
+}
+
+bool Vst2Wrapper::getParameterProperties(VstInt32 index, VstParameterProperties* properties)
+{
+    const ExportedParameter* parameter = parameterAt(index);
+    if (!parameter)
+        return false;
+    writeText(properties->label, parameter->info.title, kVstMaxLabelLen - 1);
+    writeText(properties->shortLabel, parameter->info.title, kVstMaxShortLabelLen - 1);
+    const int32 steps = parameter->info.stepCount;
+    if (steps == 0) {
+        properties->flags |= kVstParameterCanRamp;
+    } else if (steps == 1) {
+        properties->flags |= kVstParameterIsSwitch;
+    } else {
+        properties->flags |= kVstParameterUsesIntegerMinMax;
+        properties->minInteger = 0;
+        properties->maxInteger = steps;
+        properties->stepInteger = 1;
+        properties->largeStepInteger = std::max(1, steps / 10);
+    }
+    return true;
+}
+
+tresult PLUGIN_API Vst2Wrapper::beginEdit(ParamID id)
+{
+    const ExportedParameter* parameter = parameterOf(id);
+    if (parameter && parameter->index >= 0 && !restoringState)
+        askHost(audioMasterBeginEdit, parameter->index);
+    return kResultTrue;
+}
+
+tresult PLUGIN_API Vst2Wrapper::performEdit(ParamID id, ParamValue value)
+{
+    const ExportedParameter* parameter = parameterOf(id);
+    if (!parameter)
+        return kResultTrue;
+    const std::size_t slot = slotOf(*parameter);
+    currentValues[slot].store(value);
+    toProcessor->set(slot, value);
+    if (parameter->index >= 0 && !restoringState)
+        askHost(audioMasterAutomate, parameter->index, 0, nullptr, static_cast<float>(value));
+    return kResultTrue;
+}
+
+tresult PLUGIN_API Vst2Wrapper::endEdit(ParamID id)
+{
+    const ExportedParameter* parameter = parameterOf(id);
+    if (parameter && parameter->index >= 0 && !restoringState)
+        askHost(audioMasterEndEdit, parameter->index);
+    return kResultTrue;
+}
+
+tresult PLUGIN_API Vst2Wrapper::restartComponent(int32 flags)
+{
+    tresult result = kResultFalse;
+    if (flags & kIoChanged) {
+        setupBuses();
+        askHost(audioMasterIOChanged);
+        result = kResultTrue;
+    }
+    if (flags & (kParamValuesChanged | kParamTitlesChanged)) {
+        if (flags & kParamValuesChanged)
+            readValuesFromController();
+        askHost(audioMasterUpdateDisplay);
+        result = kResultTrue;
+    }
+    if (flags & kLatencyChanged) {
+        if (updateLatency())
+            askHost(audioMasterIOChanged);
+        result = kResultTrue;
+    }
+    return result;
+}
+
+void Vst2Wrapper::idle()
+{
+    updateController();
+}
+
+// Brings the controller up to date with host and processor. The flag keeps a call that comes back
+// from inside (a host that asks for the state while it is told of a value) from running it twice.
+void Vst2Wrapper::updateController()
+{
+    if (!controller || !fromProcessor || updatingController.test_and_set(std::memory_order_acquire))
+        return;
+    for (ParameterTransfer* transfer : {fromProcessor.get(), toController.get()})
+        for (const ParameterTransfer::Change& change : transfer->takeChanges())
+            controller->setParamNormalized(parameters[change.slot].info.id, change.value);
+    updatingController.clear(std::memory_order_release);
+}
+
+}  // namespace Vst
+}  // namespace Steinberg

@@ -1,0 +1,97 @@
+// Vst2Wrapper: the plug-in's state as the bytes that a VST 2 host keeps.
+//
+//   0       int64   C, size of the component's state
+//   8       int64   K, size of the controller's state      (both little-endian)
+//   16      C bytes
+//   16 + C  K bytes
+#include "vst2wrapper.h"
+
+#include "public.sdk/source/common/memorystream.h"
+
+#include <cstring>
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+constexpr std::size_t kHeadSize = 16;
+
+void writeLittleEndian(char* target, int64 value)
+{
+    for (int byte = 0; byte < 8; ++byte)
+        target[byte] = static_cast<char>(static_cast<uint64>(value) >> (8 * byte));
+}
+
+int64 readLittleEndian(const char* source)
+{
+    uint64 value = 0;
+    for (int byte = 0; byte < 8; ++byte)
+        value |= static_cast<uint64>(static_cast<unsigned char>(source[byte])) << (8 * byte);
+    return static_cast<int64>(value);
+}
+
+}  // namespace
+
+VstInt32 Vst2Wrapper::getChunk(void** data, bool /*isProgram*/)
+{
+    updateController();
+    MemoryStream componentState, controllerState;
+    const bool hasComponentState = component->getState(&componentState) == kResultTrue;
+    const bool hasControllerState =
+        controller && controller->getState(&controllerState) == kResultTrue;
+    const int64 componentSize = hasComponentState ? componentState.getSize() : 0;
+    const int64 controllerSize = hasControllerState ? controllerState.getSize() : 0;
+    if (componentSize == 0 && controllerSize == 0)
+        return 0;
+
+    chunk.resize(kHeadSize);
+    writeLittleEndian(chunk.data(), componentSize);
+    writeLittleEndian(chunk.data() + 8, controllerSize);
+    chunk.insert(chunk.end(), componentState.getData(), componentState.getData() + componentSize);
+    chunk.insert(chunk.end(), controllerState.getData(),
+                 controllerState.getData() + controllerSize);
+    *data = chunk.data();
+    return static_cast<VstInt32>(chunk.size());
+}
+
+// Bytes that do not fit together are ignored as a whole.
+VstInt32 Vst2Wrapper::setChunk(const void* data, VstInt32 size, bool /*isProgram*/)
+{
+    if (size < static_cast<VstInt32>(kHeadSize))
+        return 0;
+    std::vector<char> bytes(static_cast<const char*>(data), static_cast<const char*>(data) + size);
+    const int64 room = size - static_cast<int64>(kHeadSize);
+    const int64 componentSize = readLittleEndian(bytes.data());
+    const int64 controllerSize = readLittleEndian(bytes.data() + 8);
+    if (componentSize < 0 || componentSize > room || controllerSize < 0
+        || controllerSize > room - componentSize)
+        return 0;
+
+    // What was set before belongs to the old state.
+    updateController();
+
+    // The host knows that it is loading: 58 automation calls would only be recorded.
+    restoringState = true;
+    char* const componentBytes = bytes.data() + kHeadSize;
+    if (componentSize > 0) {
+        MemoryStream stream(componentBytes, componentSize);
+        component->setState(&stream);
+        stream.seek(0, IBStream::kIBSeekSet, nullptr);
+        if (controller)
+            controller->setComponentState(&stream);
+    }
+    if (controller && controllerSize > 0) {
+        MemoryStream stream(componentBytes + componentSize, controllerSize);
+        controller->setState(&stream);
+    }
+    restoringState = false;
+
+    if (controller)
+        readValuesFromController();
+    askHost(audioMasterUpdateDisplay);
+    return 0;
+}
+
+}  // namespace Vst
+}  // namespace Steinberg

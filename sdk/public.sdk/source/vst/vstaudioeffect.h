@@ -1,0 +1,50 @@
+// AudioEffect: the SDK's base class of an audio processor component, with its buses and the stored
+// process setup.
+#pragma once
+
+#include "pluginterfaces/vst/ivstaudioprocessor.h"
+#include "public.sdk/source/vst/vstcomponent.h"
+
+namespace Steinberg {
+namespace Vst {
+
+class AudioEffect : public Component, public IAudioProcessor {
+public:
+    AudioEffect();
+
+    // Each adds a bus at the end of its list, which owns it, and returns it.
+    AudioBus* addAudioInput(const TChar* name, SpeakerArrangement arr, BusType busType = kMain,
+                            int32 flags = BusInfo::kDefaultActive);
+    AudioBus* addAudioOutput(const TChar* name, SpeakerArrangement arr, BusType busType = kMain,
+                             int32 flags = BusInfo::kDefaultActive);
+
+    // The bus of that index, or null.
+    AudioBus* getAudioInput(int32 index);
+    AudioBus* getAudioOutput(int32 index);
+
+    // IAudioProcessor. The default takes any arrangement for the buses that exist, processes
+    // nothing, has no latency and no tail, and accepts 32-bit samples only.
+    tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
+                                          SpeakerArrangement* outputs, int32 numOuts) SMTG_OVERRIDE;
+    tresult PLUGIN_API getBusArrangement(BusDirection dir, int32 index,
+                                         SpeakerArrangement& arr) SMTG_OVERRIDE;
+    tresult PLUGIN_API canProcessSampleSize(int32 symbolicSampleSize) SMTG_OVERRIDE;
+    uint32 PLUGIN_API getLatencySamples() SMTG_OVERRIDE { return 0; }
+    // Stores the setup; a refused sample size gives kResultFalse and keeps the old size only.
+    tresult PLUGIN_API setupProcessing(ProcessSetup& setup) SMTG_OVERRIDE;
+    tresult PLUGIN_API setProcessing(TBool state) SMTG_OVERRIDE;
+    tresult PLUGIN_API process(ProcessData& data) SMTG_OVERRIDE;
+    uint32 PLUGIN_API getTailSamples() SMTG_OVERRIDE { return kNoTail; }
+
+    OBJ_METHODS(AudioEffect, Component)
+    DEFINE_INTERFACES
+    DEF_INTERFACE(IAudioProcessor)
+    END_DEFINE_INTERFACES(Component)
+    REFCOUNT_METHODS(Component)
+
+protected:
+    ProcessSetup processSetup;
+};
+
+}  // namespace Vst
+}  // namespace Steinberg
