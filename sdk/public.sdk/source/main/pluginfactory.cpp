@@ -8,14 +8,16 @@ namespace Steinberg {
 
 CPluginFactory* gPluginFactory = nullptr;
 
-CPluginFactory::CPluginFactory(const PFactoryInfo& info)
-    : factoryInfo(info){FUNKNOWN_CTOR}
+CPluginFactory::CPluginFactory(const PFactoryInfo& info) : factoryInfo(info)
+{
+    FUNKNOWN_CTOR;
+}
 
-      CPluginFactory::~CPluginFactory()
+CPluginFactory::~CPluginFactory()
 {
     if (gPluginFactory == this)
         gPluginFactory = nullptr;
-    FUNKNOWN_DTOR
+    FUNKNOWN_DTOR;
 }
 
 IMPLEMENT_REFCOUNT(CPluginFactory)

@@ -10,7 +10,7 @@ IMPLEMENT_FUNKNOWN_METHODS(ParameterValueQueue, IParamValueQueue, IParamValueQue
 
 ParameterValueQueue::ParameterValueQueue(ParamID id) : paramID(id)
 {
-    FUNKNOWN_CTOR
+    FUNKNOWN_CTOR;
     points.reserve(5);
 }
 
@@ -42,7 +42,7 @@ IMPLEMENT_FUNKNOWN_METHODS(ParameterChanges, IParameterChanges, IParameterChange
 
 ParameterChanges::ParameterChanges(int32 maxParameters)
 {
-    FUNKNOWN_CTOR
+    FUNKNOWN_CTOR;
     setMaxParameters(maxParameters);
 }
 

@@ -61,9 +61,6 @@ public:
         return changes;
     }
 
-    // Forgets what has not been read.
-    void discardChanges() { takeChanges(); }
-
 private:
     static_assert(std::atomic<double>::is_always_lock_free
                       && std::atomic<std::uint64_t>::is_always_lock_free,

@@ -78,16 +78,17 @@ bool equalIgnoringCase(const char* a, const char* b)
     if (!processor)
         return nullptr;
 
-    auto controller = query<IEditController>(processor);
-    if (!controller) {
-        TUID controllerId;
-        auto component = query<IComponent>(processor);
-        if (component && component->getControllerClassId(controllerId) == kResultTrue)
-            controller = Vst::createInstance<IEditController>(*factory, controllerId);
-    }
+    IPtr<IEditController> controller;
+    TUID controllerId;
+    if (const auto component = query<IComponent>(processor);
+        component && component->getControllerClassId(controllerId) == kResultTrue)
+        controller = Vst::createInstance<IEditController>(*factory, controllerId);
 
     std::unique_ptr<Vst2Wrapper> wrapper(
         new Vst2Wrapper(processor, controller, factory, vst3ComponentID, vst2ID, audioMaster));
+    // Both hold the wrapper as their context, so it has to be the last to let go of them.
+    processor = nullptr;
+    controller = nullptr;
     return wrapper->init() ? wrapper.release() : nullptr;
 }
 
@@ -301,7 +302,7 @@ VstInt32 Vst2Wrapper::getGetTailSize()
 
 void Vst2Wrapper::getProgramName(char* text)
 {
-    std::snprintf(text, kVstMaxProgNameLen + 1, "%s", effectName.c_str());
+    std::snprintf(text, kVstMaxProgNameLen, "%s", effectName.c_str());
 }
 
 bool Vst2Wrapper::getProgramNameIndexed(VstInt32 index, char* text)

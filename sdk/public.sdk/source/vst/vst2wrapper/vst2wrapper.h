@@ -145,6 +145,7 @@ private:
     std::size_t slotOf(const ExportedParameter& parameter) const;
     void readValuesFromController();
     void updateController();
+    void restoreState(char* bytes, int64 componentSize, int64 controllerSize);
 
     void processSlice(Sample32** inputs, Sample32** outputs, int32 offset, int32 frames);
 

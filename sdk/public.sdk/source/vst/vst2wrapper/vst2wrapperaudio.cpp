@@ -16,6 +16,21 @@ namespace {
 // Room for channels that a host leaves out, whatever its block size.
 constexpr int32 kSmallestScratch = 64;
 
+// A host that announces more is not taken seriously.
+constexpr VstInt32 kLargestBlock = 1 << 20;
+
+bool anyMissing(Sample32* const* channels, std::size_t count)
+{
+    if (!channels)
+        return count > 0;
+    return std::find(channels, channels + count, nullptr) != channels + count;
+}
+
+bool anyShared(Sample32* const* channels, std::size_t count)
+{
+    return channels && std::adjacent_find(channels, channels + count) != channels + count;
+}
+
 bool toVst3(VstInt32 type, SpeakerArrangement& arrangement)
 {
     switch (type) {
@@ -128,7 +143,7 @@ void Vst2Wrapper::stopProcess()
     processing = false;
 }
 
-// A running component takes a new rate or block size only between two activations.
+// A running component takes a new rate, block size or bus layout only between two activations.
 template <typename Change>
 void Vst2Wrapper::changeSetup(Change change)
 {
@@ -150,7 +165,7 @@ void Vst2Wrapper::setSampleRate(float hz)
 
 void Vst2Wrapper::setBlockSize(VstInt32 frames)
 {
-    if (frames == setup.maxSamplesPerBlock)
+    if (frames > kLargestBlock || frames == setup.maxSamplesPerBlock)
         return;
     changeSetup([this, frames] {
         setup.maxSamplesPerBlock = frames;
@@ -176,10 +191,12 @@ bool Vst2Wrapper::setSpeakerArrangement(const VstSpeakerArrangement* input,
         return true;
 
     // A refusal too may leave the component with other buses than before.
-    const bool accepted =
-        processor->setBusArrangements(&wanted[0], 1, &wanted[1], 1) == kResultTrue;
+    bool accepted = false;
     const VstInt32 inputsBefore = cEffect.numInputs, outputsBefore = cEffect.numOutputs;
-    setupBuses();
+    changeSetup([&] {
+        accepted = processor->setBusArrangements(&wanted[0], 1, &wanted[1], 1) == kResultTrue;
+        setupBuses();
+    });
     if (accepted || cEffect.numInputs != inputsBefore || cEffect.numOutputs != outputsBefore)
         askHost(audioMasterIOChanged);
     return accepted;
@@ -265,14 +282,8 @@ void Vst2Wrapper::processReplacing(float** inputs, float** outputs, VstInt32 fra
         queue->addPoint(0, change.value, index);
     }
 
-    const auto anyMissing = [](Sample32** channels, std::size_t count) {
-        return !channels || std::any_of(channels, channels + count, [](Sample32* channel) {
-            return channel == nullptr;
-        });
-    };
-    const bool sharedInput =
-        inputs && inputBuses.channels.size() == 2 && inputs[0] && inputs[0] == inputs[1];
-    const bool needsScratch = sharedInput || anyMissing(inputs, inputBuses.channels.size())
+    const std::size_t inputCount = inputBuses.channels.size();
+    const bool needsScratch = anyMissing(inputs, inputCount) || anyShared(inputs, inputCount)
         || anyMissing(outputs, outputBuses.channels.size());
     const int32 sliceLength =
         needsScratch ? std::min(frames, static_cast<int32>(scratch.front().size())) : frames;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <numeric>
 
 namespace Steinberg {
@@ -66,6 +67,7 @@ void Vst2Wrapper::sendStartValues()
 
 void Vst2Wrapper::readValuesFromController()
 {
+    updateController();
     for (std::size_t slot = 0; slot < parameters.size(); ++slot)
         currentValues[slot].store(controller->getParamNormalized(parameters[slot].info.id));
 }
@@ -113,7 +115,7 @@ float Vst2Wrapper::getParameter(VstInt32 index)
 void Vst2Wrapper::getParameterName(VstInt32 index, char* text)
 {
     if (const ExportedParameter* parameter = parameterAt(index))
-        writeText(text, parameter->info.title, kVstMaxParamNameLen);
+        writeText(text, parameter->info.title, kVstMaxParamNameLen - 1);
 }
 
 void Vst2Wrapper::getParameterLabel(VstInt32 index, char* text)
@@ -146,8 +148,10 @@ bool Vst2Wrapper::string2parameter(VstInt32 index, const char* text)
         return false;
     String128 wide = {};
     UString(wide, 128).fromAscii(text);
-    ParamValue value = 0.0;
-    if (controller->getParamValueByString(parameter->info.id, wide, value) != kResultTrue)
+    // The SDK's scan may report success without having found a number.
+    ParamValue value = std::numeric_limits<ParamValue>::quiet_NaN();
+    if (controller->getParamValueByString(parameter->info.id, wide, value) != kResultTrue
+        || value != value)
         return false;
     setParameter(index, static_cast<float>(value));
     return true;
@@ -215,7 +219,8 @@ tresult PLUGIN_API Vst2Wrapper::restartComponent(int32 flags)
     if (flags & (kParamValuesChanged | kParamTitlesChanged)) {
         if (flags & kParamValuesChanged)
             readValuesFromController();
-        askHost(audioMasterUpdateDisplay);
+        if (!restoringState)  // which ends with the same message
+            askHost(audioMasterUpdateDisplay);
         result = kResultTrue;
     }
     if (flags & kLatencyChanged) {
@@ -237,10 +242,13 @@ void Vst2Wrapper::updateController()
 {
     if (!controller || !fromProcessor || updatingController.test_and_set(std::memory_order_acquire))
         return;
+    const struct Updating {
+        ~Updating() { flag.clear(std::memory_order_release); }
+        std::atomic_flag& flag;
+    } updating{updatingController};
     for (ParameterTransfer* transfer : {fromProcessor.get(), toController.get()})
         for (const ParameterTransfer::Change& change : transfer->takeChanges())
             controller->setParamNormalized(parameters[change.slot].info.id, change.value);
-    updatingController.clear(std::memory_order_release);
 }
 
 }  // namespace Vst

@@ -55,6 +55,28 @@ VstInt32 Vst2Wrapper::getChunk(void** data, bool /*isProgram*/)
     return static_cast<VstInt32>(chunk.size());
 }
 
+// Hands the two parts to the component and the controller. The host knows that it is loading: 58
+// automation calls would only be recorded.
+void Vst2Wrapper::restoreState(char* bytes, int64 componentSize, int64 controllerSize)
+{
+    restoringState = true;
+    const struct Restoring {
+        ~Restoring() { flag = false; }
+        bool& flag;
+    } restoring{restoringState};
+    if (componentSize > 0) {
+        MemoryStream stream(bytes, componentSize);
+        component->setState(&stream);
+        stream.seek(0, IBStream::kIBSeekSet, nullptr);
+        if (controller)
+            controller->setComponentState(&stream);
+    }
+    if (controller && controllerSize > 0) {
+        MemoryStream stream(bytes + componentSize, controllerSize);
+        controller->setState(&stream);
+    }
+}
+
 // Bytes that do not fit together are ignored as a whole.
 VstInt32 Vst2Wrapper::setChunk(const void* data, VstInt32 size, bool /*isProgram*/)
 {
@@ -71,22 +93,7 @@ VstInt32 Vst2Wrapper::setChunk(const void* data, VstInt32 size, bool /*isProgram
     // What was set before belongs to the old state.
     updateController();
 
-    // The host knows that it is loading: 58 automation calls would only be recorded.
-    restoringState = true;
-    char* const componentBytes = bytes.data() + kHeadSize;
-    if (componentSize > 0) {
-        MemoryStream stream(componentBytes, componentSize);
-        component->setState(&stream);
-        stream.seek(0, IBStream::kIBSeekSet, nullptr);
-        if (controller)
-            controller->setComponentState(&stream);
-    }
-    if (controller && controllerSize > 0) {
-        MemoryStream stream(componentBytes + componentSize, controllerSize);
-        controller->setState(&stream);
-    }
-    restoringState = false;
-
+    restoreState(bytes.data() + kHeadSize, componentSize, controllerSize);
     if (controller)
         readValuesFromController();
     askHost(audioMasterUpdateDisplay);
