@@ -32,8 +32,7 @@ void writeDecimals(float value, String128 text)
 // The nearest of `stepsPerDb` steps a decibel over the 32 dB from -16 to 16.
 void writeLevel(double value, double stepsPerDb, double dbPerStep, String128 text)
 {
-    const int step =
-        truncate(value * 32.0 * stepsPerDb + 0.5) - static_cast<int>(16.0 * stepsPerDb);
+    const double step = truncate(value * 32.0 * stepsPerDb + 0.5) - 16.0 * stepsPerDb;
     const double db = static_cast<double>(static_cast<float>(step)) * dbPerStep;
     writeDecimals(static_cast<float>(db), text);
 }
@@ -105,7 +104,7 @@ bool MSParameter::fromString(const TChar* /*text*/, double& /*value*/) const
 
 void MSParameter::toString(double value, String128 text) const
 {
-    write(roundSwitch(value) == 0 ? "Stereo" : "MidSide", text);
+    write(switchValue(value) == 0 ? "Stereo" : "MidSide", text);
 }
 
 DriveParameter::DriveParameter(const TChar* title, int32 flags, ParamID id)

@@ -1,18 +1,18 @@
 // How a normalised value becomes a whole number: cut off towards zero.
 #pragma once
 
-// The integer part of x. A value that is not a number counts as 0, and one too large for an int as
-// the largest int of its sign.
+// The integer part of x, limited to a thousand million either way, which leaves room to add to it.
+// A value that is not a number counts as 0.
 inline int truncate(double x)
 {
-    constexpr double kLimit = 2147483647.0;
+    constexpr double kLimit = 1e9;
     if (x != x)
         return 0;
     return static_cast<int>(x > kLimit ? kLimit : x < -kLimit ? -kLimit : x);
 }
 
-// A switch: 1 from 0.5 upwards.
-inline int roundSwitch(double value)
+// A switch: 1 from 0.5 upwards, else 0.
+inline int switchValue(double value)
 {
-    return truncate(value + 0.5);
+    return truncate(value + 0.5) >= 1 ? 1 : 0;
 }
