@@ -1,0 +1,46 @@
+// How a knob position becomes a level, and the small conversions around that.
+#pragma once
+
+#include "Truncate.h"
+
+#include <algorithm>
+#include <cmath>
+
+// Knob positions run from 0 to 1, but nothing stops a host from sending others. Eight knob lengths
+// either way is far beyond any use and keeps every level finite; not-a-number counts as 0.
+inline double sanePosition(double position)
+{
+    constexpr double kFarthest = 8.0;
+    return std::isnan(position) ? 0.0 : std::clamp(position, -kFarthest, kFarthest);
+}
+
+// Band gains: -16 to +16 dB in steps of 0.25 dB, 0 dB at 0.5.
+inline double bandGainDb(double position)
+{
+    return truncate(sanePosition(position) * 32.0 * 4.0 + 0.5) * 0.25 - 16.0;
+}
+
+// Drive and output levels: -16 to +16 dB in steps of 0.01 dB, 0 dB at 0.5. Not limited at the ends.
+inline double levelDb(double position)
+{
+    return truncate(sanePosition(position) * 3200.0 + 0.5) * 0.01 - 16.0;
+}
+
+inline double decibelsToGain(double db)
+{
+    return std::pow(10.0, db / 20.0);
+}
+
+// Samples in the 150 ms that every gain and filter glide takes.
+inline int glideSamples(double sampleRate)
+{
+    return std::max(0, truncate(sampleRate * 150.0 / 1000.0));
+}
+
+// Not-a-number becomes the lower limit.
+inline double limited(double value, double lowest, double highest)
+{
+    if (!(value >= lowest))
+        return lowest;
+    return value > highest ? highest : value;
+}

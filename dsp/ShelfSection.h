@@ -1,0 +1,36 @@
+// A band as a shelf: a first-order filter, and behind it a second one of the same kind, the skirt,
+// which is blended in to steepen the flank towards a neighbouring band.
+#pragma once
+
+#include "WetBiquadFilter.h"
+
+class ShelfSection {
+public:
+    ShelfSection(double rate, FilterType response);
+
+    void setSampleRate(double rate);          // Hz; limited by the filters
+    void setFrequency(double hz);             // limited by the filters
+    void setSkirt(double mix, double ratio);  // mix limited to 0 .. 1; ratio: skirt over shelf
+    void setEnabled();                        // a section cannot be switched off again
+    void setInstant();
+    void setLimitBias(double bias);
+    void setLimitDrive(double drive);  // for the main filter; the skirt has no limiter
+
+    void process(double* buffer, int count);
+
+    double processSample(double x) { return skirt.processSample(main.processSample(x)); }
+
+    // Asked for
+    double sampleRate;  // Hz
+    FilterType type;
+    double skirtMix = 0.0;
+    double frequency = 120.0;  // Hz
+    double skirtRatio = 1.0;
+
+    // Follows from it
+    BiquadFilter main;
+    WetBiquadFilter skirt;
+
+private:
+    void update();
+};

@@ -1,0 +1,80 @@
+// The pre-amplifier strip's life, rate and setters.
+#include "StripProcessorQB9.h"
+
+#include "ControlLaws.h"
+#include "FrequencySteps.h"
+#include "LookupStep.h"
+
+StripProcessorQB9::StripProcessorQB9()
+{
+    compensation.fill(1.0);
+}
+
+void StripProcessorQB9::setSampleRate(double rate)
+{
+    sampleRate = rate;
+    highPass.setSampleRate(rate);
+    highPass.setInstant(true);
+    boostBand.setSampleRate(rate);
+    boostBand.setInstant(true);
+
+    smoothingCoeff = 22.05000114440918 / sampleRate;  // a time constant of 45.35 ms at any rate
+    outputGainCurrent = outputGainTarget;
+    driveGainCurrent = driveGainTarget;
+    driveMakeupCurrent = driveMakeupTarget;
+    // Without the make-up, on purpose: it comes in with the first sample of the input stage.
+    compensation.fill(1.0 / driveGainTarget);
+
+    if (phaseChangePending) {  // there is no sample to wait for
+        inverted = inverted ? 0 : 1;
+        phaseChangePending = 0;
+    }
+}
+
+void StripProcessorQB9::setDrive(double v)
+{
+    const double db = levelDb(v);
+    driveGainTarget = std::pow(10.0, db * 0.05);
+    driveMakeupTarget = std::pow(10.0, db * 0.031 * 0.05);  // 3.1 % of the dB stay: its character
+}
+
+void StripProcessorQB9::setHpf(double v)
+{
+    const double hz =
+        lookupStep(kHighPassStepsHz.data(), static_cast<int>(kHighPassStepsHz.size()), v);
+    if (!(hz > 0.0)) {
+        highPass.setEnabled(0);
+        return;
+    }
+    highPass.setEnabled(1);
+    highPass.setFrequency(hz);
+    highPass.setQ(0.5);
+}
+
+void StripProcessorQB9::setOutput(double v)
+{
+    outputGainTarget = std::pow(10.0, levelDb(v) * 0.05);
+}
+
+// Turned off, the filter stays set up and enabled; it is only no longer called.
+void StripProcessorQB9::set28k(double v)
+{
+    const int on = switchValue(v);
+    if (on == boostOn)
+        return;
+    boostOn = on;
+    boostGain = std::pow(10.0, 0.325);  // 6.5 dB
+    if (boostBand.sampleRate != sampleRate)
+        boostBand.setSampleRate(sampleRate);
+    boostBand.setFrequency(28000.0);
+    boostBand.setQ(0.6);
+    boostBand.setEnabled(1);
+    boostBand.setLimitBias(0.0);
+    boostBand.setLimitDrive(0.0);
+}
+
+// Asking for a change and taking it back before it happened leaves nothing waiting.
+void StripProcessorQB9::setPhase(double v)
+{
+    phaseChangePending = switchValue(v) == inverted ? 0 : 1;
+}

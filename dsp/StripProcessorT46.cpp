@@ -1,0 +1,169 @@
+// The equaliser strip's life, rate and setters: from knob positions to switches, steps and gains.
+#include "StripProcessorT46.h"
+
+#include "FrequencySteps.h"
+#include "LookupStep.h"
+
+namespace {
+
+template <class Table>
+double stepAt(const Table& table, double x)
+{
+    return lookupStep(table.data(), static_cast<int>(table.size()), x);
+}
+
+}  // namespace
+
+StripProcessorT46::StripProcessorT46()
+{
+    inputLowPass.setEnabled(1);
+    inputHighPass.setEnabled(1);
+    outputLowPass.setEnabled(1);
+    outputHighPass.setEnabled(1);
+    configureAmp();
+    updateFixedFilters();
+    update();
+}
+
+void StripProcessorT46::setSampleRate(double rate)
+{
+    sampleRate = rate;
+    for (BiquadFilter* filter : {&inputLowPass, &inputHighPass, &outputLowPass, &outputHighPass}) {
+        filter->setInstant(true);
+        filter->setSampleRate(rate);
+        filter->setEnabled(1);
+    }
+    lowShelf.setInstant();
+    highShelf.setInstant();
+    midBell.setInstant();
+    highBell.setInstant();
+    lowBell.setInstant();
+    dcBlock.setInstant(true);
+    damping.setInstant(true);
+    update();
+
+    // No glide across a change of rate.
+    outputGain = outputGainTarget;
+    lowGain = lowGainTarget;
+    midGain = midGainTarget;
+    highGain = highGainTarget;
+    gainRampLength = glideSamples(sampleRate);
+    gainRampCount = 0;
+    lowGainStep = midGainStep = highGainStep = outputGainStep = 0.0;
+}
+
+// The slope is that of the filters' feedback limiter, 1 / ceiling, for drive 0.007, a rate ratio of
+// 0.459375, 1000 Hz and a Q of 0.01: 0.007 * 0.459375 * 3 * 1000 * 0.01 / 0.01^0.75 / 1000. It is
+// the same at every rate.
+void StripProcessorT46::configureAmp()
+{
+    ampBias = 0.25;
+    ampSlope = 0.0030506097302936833;
+}
+
+void StripProcessorT46::updateFixedFilters()
+{
+    if (dcBlock.sampleRate != sampleRate)
+        dcBlock.setSampleRate(sampleRate);
+    dcBlock.setEnabled(1);
+    dcBlock.setFrequency(5.0);
+    if (damping.sampleRate != sampleRate)
+        damping.setSampleRate(sampleRate);
+    damping.setAmount(static_cast<float>(dampingAmount));
+}
+
+void StripProcessorT46::setProcessOn(float x)
+{
+    processOn = switchValue(static_cast<double>(x));
+    update();
+}
+
+// The low shelf exists from 63 to 300 Hz only, on purpose; at other steps the band stays a bell
+// while the switch stays where it was put. A band that is off is judged by its last step.
+void StripProcessorT46::applyShelfRule()
+{
+    lowShelfActive =
+        lowShelfRequested && lowFrequency >= kLowestShelfHz && lowFrequency <= kHighestShelfHz ? 1
+                                                                                               : 0;
+}
+
+void StripProcessorT46::setLowShelf(double x)
+{
+    lowShelfRequested = switchValue(x);
+    applyShelfRule();
+    update();
+}
+
+void StripProcessorT46::setLowFrequency(double x)
+{
+    const double hz = stepAt(kLowStepsHz, x);
+    lowOn = hz > 0.0 ? 1 : 0;
+    if (lowOn)
+        lowFrequency = hz;  // out of circuit, the last real step is kept
+    if (lowShelfRequested)
+        applyShelfRule();
+    update();
+}
+
+void StripProcessorT46::setLowGain(double x)
+{
+    lowGainDb = bandGainDb(x);
+    lowGainNormal = x;
+    update();
+}
+
+void StripProcessorT46::setMidFrequency(double x)
+{
+    const double hz = stepAt(kMidStepsHz, x);
+    midOn = hz > 0.0 ? 1 : 0;
+    if (midOn)
+        midFrequency = hz;
+    update();
+}
+
+void StripProcessorT46::setMidGain(double x)
+{
+    midGainDb = bandGainDb(x);
+    midGainNormal = x;
+    update();
+}
+
+void StripProcessorT46::setHighShelf(double x)
+{
+    highShelfOn = switchValue(x);
+    update();
+}
+
+void StripProcessorT46::setHighFrequency(double x)
+{
+    const double hz = stepAt(kHighStepsHz, x);
+    highOn = hz > 0.0 ? 1 : 0;
+    if (highOn)
+        highFrequency = hz;
+    update();
+}
+
+void StripProcessorT46::setHighGain(double x)
+{
+    highGainDb = bandGainDb(x);
+    highGainNormal = x;
+    update();
+}
+
+void StripProcessorT46::setInputTransformerDisable(double x)
+{
+    inputTransformerOn = 1 - switchValue(x);
+}
+
+void StripProcessorT46::setOutputTransformerDisable(double x)
+{
+    outputTransformerOn = 1 - switchValue(x);
+}
+
+void StripProcessorT46::setAmpDisable(double x)
+{
+    ampOn = 1 - switchValue(x);
+    sectionLimitDrive = 0.0;
+    configureAmp();
+    update();
+}

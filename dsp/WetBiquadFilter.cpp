@@ -1,0 +1,23 @@
+// The blend of a WetBiquadFilter: where it should go and how it gets there.
+#include "WetBiquadFilter.h"
+
+#include "ControlLaws.h"
+
+void WetBiquadFilter::setWet(double wet)
+{
+    wetTarget = limited(wet, 0.0, 1.0);
+    wetStep = stepTo(wetTarget, wetCurrent);
+    redesign();
+}
+
+void WetBiquadFilter::process(double* buffer, int count)
+{
+    if (type == FilterType::None)
+        return;
+    if (isOff()) {
+        forget();
+        return;
+    }
+    for (int i = 0; i < count; ++i)
+        buffer[i] = stepWet(buffer[i]);
+}

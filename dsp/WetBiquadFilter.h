@@ -1,0 +1,42 @@
+// A BiquadFilter whose output is blended with its input. The blend never touches the recursion: the
+// filter runs on, also while nothing of it is heard.
+#pragma once
+
+#include "BiquadFilter.h"
+
+class WetBiquadFilter : public BiquadFilter {
+public:
+    using BiquadFilter::BiquadFilter;
+
+    void setWet(double wet);  // 0 is the input alone, 1 the filter alone; limited to that range
+
+    void process(double* buffer, int count);
+
+    double processSample(double x)
+    {
+        if (type == FilterType::None)
+            return x;
+        if (isOff()) {
+            forget();
+            return x;
+        }
+        return stepWet(x);
+    }
+
+    // Asked for
+    double wetTarget = 0.0;
+
+    // Follows from it
+    double wetStep = 0.0;
+
+    // Left behind by the signal
+    double wetCurrent = 0.0;
+
+private:
+    double stepWet(double x0)
+    {
+        wetCurrent = rampCount == 0 ? wetTarget : wetCurrent + wetStep;
+        const double y0 = step(x0);
+        return y0 * wetCurrent + x0 * (1.0 - wetCurrent);
+    }
+};

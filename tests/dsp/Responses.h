@@ -1,0 +1,130 @@
+// Measuring a filter by its impulse response, and the closed formulas to hold the result against:
+// analogue prototypes seen through the bilinear transform, not the code's coefficients.
+#pragma once
+
+#include "FilterType.h"
+
+#include <cmath>
+#include <complex>
+#include <vector>
+
+using Complex = std::complex<double>;
+
+constexpr double kPi = 3.14159265358979323846;
+
+template <class Process>
+std::vector<double> impulseResponse(Process process, int length, double height = 1.0)
+{
+    std::vector<double> h(static_cast<std::size_t>(length), 0.0);
+    h[0] = height;
+    process(h.data(), length);
+    return h;
+}
+
+inline Complex responseAt(const std::vector<double>& h, double hz, double rate)
+{
+    const Complex turn = std::polar(1.0, -2.0 * kPi * hz / rate);
+    Complex z = 1.0, sum = 0.0;
+    for (const double x : h) {
+        sum += x * z;
+        z *= turn;
+    }
+    return sum;
+}
+
+inline double decibels(Complex h)
+{
+    return 20.0 * std::log10(std::abs(h));
+}
+
+// The analogue frequency, in units of the corner, that the bilinear transform puts at hz.
+inline Complex prototypeFrequency(double corner, double hz, double rate)
+{
+    return {0.0, std::tan(kPi * hz / rate) / std::tan(kPi * corner / rate)};
+}
+
+inline Complex highPass1At(double corner, double hz, double rate)
+{
+    const Complex s = prototypeFrequency(corner, hz, rate);
+    return s / (s + 1.0);
+}
+
+// The one-pole low-pass that is 3 dB down at its corner: |H|^2 = 1 / (1 + sin^2(w/2) /
+// sin^2(w0/2)), which the pole p = exp(-2 asinh(sin(w0/2))) fulfils.
+inline Complex lowPass1At(double corner, double hz, double rate)
+{
+    const double pole = std::exp(-2.0 * std::asinh(std::sin(kPi * corner / rate)));
+    return (1.0 - pole) / (1.0 - pole * std::polar(1.0, -2.0 * kPi * hz / rate));
+}
+
+// Q falls towards half the rate, at a pace of its own for each response.
+inline double narrowedQ(FilterType type, double corner, double q, double rate)
+{
+    switch (type) {
+    case FilterType::HighPass2:
+        return q * (1.0 - std::pow(corner / rate / 0.5001, 6.0));
+    case FilterType::LowPass2:
+        return q * (1.0 - std::pow(corner / rate / 0.50001, 8.0));
+    case FilterType::LowShelf:
+        return q * (1.0 - std::pow(corner / rate / 0.5001, 3.5));
+    case FilterType::HighShelf:
+        return q * (1.0 - std::pow(corner / rate / 0.5001, 4.0));
+    case FilterType::AllPass:
+        return q;
+    default:
+        return q * (1.0 - std::pow(corner / rate / 0.5001, 2.8));
+    }
+}
+
+inline Complex analogueAt(FilterType type, double corner, double q, double db, double hz,
+                          double rate)
+{
+    if (type == FilterType::HighPass1)
+        return highPass1At(corner, hz, rate);
+    if (type == FilterType::LowPass1)
+        return lowPass1At(corner, hz, rate);
+    const Complex s = prototypeFrequency(corner, hz, rate);
+    const double n = narrowedQ(type, corner, q, rate);
+    const double a = std::pow(10.0, db / 40.0);
+    const double r = std::sqrt(a);
+    const Complex plain = s * s + s / n + 1.0;
+    switch (type) {
+    case FilterType::HighPass2:
+        return s * s / plain;
+    case FilterType::LowPass2:
+        return 1.0 / plain;
+    case FilterType::BandPass:
+        return s / n / plain;
+    case FilterType::Notch:
+        return (s * s + 1.0) / plain;
+    case FilterType::AllPass:
+        return (s * s - s / n + 1.0) / plain;
+    case FilterType::PeakingEq:
+        return (s * s + s * a / n + 1.0) / (s * s + s / (a * n) + 1.0);
+    case FilterType::LowShelf:
+        return a * (s * s + s * r / n + a) / (a * s * s + s * r / n + 1.0);
+    case FilterType::HighShelf:
+        return a * (a * s * s + s * r / n + 1.0) / (s * s + s * r / n + a);
+    default:
+        return 1.0;
+    }
+}
+
+inline Complex blended(Complex h, double wet)
+{
+    return h * wet + (1.0 - wet);
+}
+
+inline bool isDenormal(double x)
+{
+    return std::fpclassify(x) == FP_SUBNORMAL;
+}
+
+// The same value whatever the optimiser knows: the sum is really made, then the difference.
+inline double flushed(double x, double tiny)
+{
+    volatile double y = x;
+    y = y + tiny;
+    y = y - tiny;
+    return y;
+}

@@ -1,0 +1,179 @@
+// The equaliser strip's state, rate and setters.
+#include "StripProcessorT46.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+
+namespace {
+
+// Knob positions of the frequency steps, of which there are nine and "Off".
+double step(int index)
+{
+    return index / 9.0;
+}
+
+TEST(StripProcessorT46, AFreshStripHasNoBandAndASlightlyDullTop)
+{
+    const StripProcessorT46 strip;
+    EXPECT_EQ(strip.sampleRate, 96000.0);
+    EXPECT_EQ(strip.bandMode, 0);
+    EXPECT_EQ(strip.dampingAmount, 0.6);
+    EXPECT_EQ(strip.outputGainTarget, 1.0);
+    EXPECT_EQ(strip.gainRampLength, 14400);
+    EXPECT_EQ(strip.gainRampCount, 14400);
+    EXPECT_EQ(strip.ampBias, 0.25);
+    // The limiter formula of the filters with drive 0.007 at 96 kHz, 1000 Hz and Q 0.01.
+    EXPECT_NEAR(strip.ampSlope,
+                1 / (1000 / ((0.007 * 0.459375 * 3.0 * (1000.0 * 0.01)) / std::pow(0.01, 0.75))),
+                1e-18);
+    EXPECT_EQ(strip.dcBlock.frequency, 5.0);
+    EXPECT_EQ(strip.damping.first.wetTarget, static_cast<double>(0.6f) * 0.5);
+    EXPECT_EQ(strip.damping.first.frequency, 71355.0);
+}
+
+TEST(StripProcessorT46, KnobsPickTheStepsFromHighToLowAndOffKeepsTheLastOne)
+{
+    const double low[] = {550, 430, 370, 300, 200, 120, 82, 63, 33};
+    const double mid[] = {5600, 4600, 3800, 3000, 2500, 1800, 1200, 800, 680};
+    const double high[] = {28000, 24000, 20000, 17500, 14000, 12000, 10000, 8200, 6800};
+    StripProcessorT46 strip;
+    for (int i = 1; i <= 9; ++i) {
+        strip.setLowFrequency(step(i));
+        strip.setMidFrequency(step(i));
+        strip.setHighFrequency(step(i));
+        EXPECT_EQ(strip.lowFrequency, low[i - 1]);
+        EXPECT_EQ(strip.midFrequency, mid[i - 1]);
+        EXPECT_EQ(strip.highFrequency, high[i - 1]);
+    }
+    EXPECT_EQ(strip.bandMode, 4 + 8 + 16);
+    strip.setLowFrequency(0.0);
+    strip.setMidFrequency(0.05);  // below 1/18
+    strip.setHighFrequency(-3.0);
+    EXPECT_EQ(strip.bandMode, 0);
+    EXPECT_EQ(strip.lowFrequency, 33.0);
+    EXPECT_EQ(strip.midFrequency, 680.0);
+    EXPECT_EQ(strip.highFrequency, 6800.0);
+}
+
+TEST(StripProcessorT46, TheLowShelfActsFrom63To300HzOnlyAndTheSwitchStays)
+{
+    StripProcessorT46 strip;
+    strip.setLowShelf(1.0);
+    const int modes[] = {4, 4, 4, 1, 1, 1, 1, 1, 4};  // 550 430 370 | 300 200 120 82 63 | 33
+    for (int i = 1; i <= 9; ++i) {
+        strip.setLowFrequency(step(i));
+        EXPECT_EQ(strip.bandMode, modes[i - 1]) << strip.lowFrequency;
+        EXPECT_EQ(strip.lowShelfRequested, 1);
+    }
+    strip.setLowFrequency(step(6));
+    strip.setLowFrequency(0.0);
+    EXPECT_EQ(strip.lowShelfActive, 1);  // judged by the last step
+    EXPECT_EQ(strip.bandMode, 0);
+    strip.setLowFrequency(step(6));
+    strip.setLowShelf(0.49);
+    EXPECT_EQ(strip.bandMode, 4);
+    strip.setHighShelf(0.5);
+    strip.setHighFrequency(step(1));  // a high shelf has no such limit
+    EXPECT_EQ(strip.bandMode, 4 + 2);
+}
+
+TEST(StripProcessorT46, DisablingATransformerStartsNoGlideAndDisablingTheAmpDoes)
+{
+    StripProcessorT46 strip;
+    strip.setSampleRate(48000.0);
+    strip.setInputTransformerDisable(1.0);
+    strip.setOutputTransformerDisable(0.5);
+    EXPECT_EQ(strip.inputTransformerOn, 0);
+    EXPECT_EQ(strip.outputTransformerOn, 0);
+    EXPECT_EQ(strip.gainRampCount, 0);
+    strip.setAmpDisable(1.0);
+    EXPECT_EQ(strip.ampOn, 0);
+    EXPECT_EQ(strip.gainRampCount, 7200);
+    strip.setAmpDisable(0.0);
+    EXPECT_EQ(strip.ampOn, 1);
+}
+
+TEST(StripProcessorT46, ARateChangeTakesEveryGainToItsTargetAtOnce)
+{
+    StripProcessorT46 strip;
+    strip.setLowFrequency(step(3));
+    strip.setMidFrequency(step(3));
+    strip.setHighFrequency(step(3));
+    strip.setLowGain(1.0);
+    strip.setMidGain(0.1);
+    strip.setHighGain(0.9);
+    EXPECT_NE(strip.midGain, strip.midGainTarget);
+    strip.setSampleRate(176400.0);
+    EXPECT_EQ(strip.lowGain, strip.lowGainTarget);
+    EXPECT_EQ(strip.midGain, strip.midGainTarget);
+    EXPECT_EQ(strip.highGain, strip.highGainTarget);
+    EXPECT_EQ(strip.outputGain, strip.outputGainTarget);
+    EXPECT_EQ(strip.gainRampCount, 0);
+    EXPECT_EQ(strip.gainRampLength, 26460);
+    EXPECT_EQ(strip.midGainStep, 0.0);
+    for (const BiquadFilter* filter :
+         {&strip.inputLowPass, &strip.inputHighPass, &strip.outputLowPass, &strip.outputHighPass,
+          &strip.dcBlock, &strip.midBell.main})
+        EXPECT_EQ(filter->sampleRate, 176400.0);
+    EXPECT_EQ(strip.damping.second.sampleRate, 176400.0);
+}
+
+TEST(StripProcessorT46, ASectionOutOfUseTakesTheNewRateWhenItsBandReturns)
+{
+    StripProcessorT46 strip;
+    strip.setSampleRate(192000.0);
+    EXPECT_EQ(strip.highBell.sampleRate, 96000.0);
+    EXPECT_EQ(strip.highShelf.main.sampleRate, 96000.0);
+    strip.setHighFrequency(step(1));
+    EXPECT_EQ(strip.highBell.main.sampleRate, 192000.0);
+    EXPECT_EQ(strip.highBell.lowSkirt.sampleRate, 192000.0);
+    EXPECT_EQ(strip.highShelf.main.sampleRate, 96000.0);
+    strip.setHighShelf(1.0);
+    EXPECT_EQ(strip.highShelf.main.sampleRate, 192000.0);
+    // Rate first, frequency second: 0.499 of the old rate would have cut this bell short.
+    strip.setHighShelf(0.0);
+    strip.setSampleRate(48000.0);
+    EXPECT_DOUBLE_EQ(strip.highBell.main.frequency, 48000.0 * 0.499);
+    strip.setSampleRate(192000.0);
+    EXPECT_DOUBLE_EQ(strip.highBell.main.frequency, 28000.0 * 0.96);
+}
+
+TEST(StripProcessorT46, BadNumbersInItsSettersNeitherCrashNorPoisonTheSignal)
+{
+    const double inf = std::numeric_limits<double>::infinity();
+    for (const double bad : {std::nan(""), inf, -inf, 1e300, -1e300, 7.0}) {
+        StripProcessorT46 strip;
+        strip.setSampleRate(48000.0);
+        for (const double f : {1.0, bad}) {
+            strip.setProcessOn(static_cast<float>(std::isfinite(bad) ? 1.0 : bad));
+            strip.setProcessOn(1.0f);
+            strip.setLowShelf(bad);
+            strip.setHighShelf(bad);
+            strip.setLowFrequency(f);
+            strip.setMidFrequency(f);
+            strip.setHighFrequency(f);
+            strip.setLowGain(bad);
+            strip.setMidGain(bad);
+            strip.setHighGain(bad);
+            strip.setAmpDisable(bad);
+            strip.setInputTransformerDisable(bad);
+            strip.setOutputTransformerDisable(bad);
+        }
+        EXPECT_EQ(strip.ampOn, bad > 0.5 ? 0 : 1);
+        double block[64];
+        for (int i = 0; i < 100; ++i) {
+            std::fill(std::begin(block), std::end(block), 0.5);
+            strip.process(block, 64);
+            for (const double x : block)
+                ASSERT_TRUE(std::isfinite(x)) << bad;
+        }
+        for (const double rate : {bad, 0.0, 48000.0})
+            strip.setSampleRate(rate);
+        strip.process(block, 64);
+    }
+}
+
+}  // namespace
