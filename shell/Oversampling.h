@@ -1,0 +1,57 @@
+// Oversampling: raises the signal from the host's rate to the rate of the strips and brings it
+// back. All stages work on one sub-block, for one channel or two, and keep their histories between
+// sub-blocks.
+//
+//   up, twice        first doubling
+//   up, four times   first doubling, second doubling
+//   down             a 255-tap low-pass at the oversampled rate, then every second or fourth of
+//                    its outputs
+//
+// Either way the signal comes out 96 host samples late: the odd outputs of the doublings are the
+// inputs of 32 and 64 steps ago, the low-pass is centred 128 steps back, and the kept outputs lie
+// on the input's grid (64 + 32 samples at twice the rate, 32 + 64 at four times).
+#pragma once
+
+#include "DecimationTables.h"
+
+// The samples of one sub-block, one or two channels; `right` is null for one channel. A buffer
+// holds up to 64 samples.
+struct SubBlock {
+    double* left;
+    double* right;
+};
+
+class Oversampling {
+public:
+    Oversampling();
+
+    // Fills the interpolators' tables; the result is the same every time.
+    void designOversamplingFilters();
+
+    // Empties the histories and puts the cursors back to their start.
+    void clear();
+
+    // `count` samples of `in` become 2 x count samples of `out`, which must be another buffer.
+    void firstDoubling(const SubBlock& in, const SubBlock& out, int count);
+    void secondDoubling(const SubBlock& in, const SubBlock& out, int count);
+
+    // Low-passes `count` samples of `in` into `out`; `in` and `out` may be the same buffer.
+    // `coeffs` is down2xCoeffs or down4xCoeffs.
+    void decimationFilter(const double* coeffs, const SubBlock& in, const SubBlock& out, int count);
+
+    // Tap i belongs to distance i - 63 (i - 127) from the centre.
+    double upStage1Coeffs[128];
+    double upStage2Coeffs[256];
+
+private:
+    double upRing1L[128], upRing1R[128];
+    double upRing2L[256], upRing2R[256];
+    double downRingL[256], downRingR[256];
+    int upIndex1;  // write cursors of the doublings; they count down
+    int upIndex2;
+    int downIndex;  // write cursor of the low-pass; it counts up
+};
+
+// Keeps the odd ones of 2 x count samples, in place or into another buffer: position i becomes
+// position 2i + 1.
+void keepOddSamples(const double* in, double* out, int count);

@@ -1,0 +1,94 @@
+// PitchNamesProcessor: the audio half of the plug-in. It owns the strips of both channels, takes
+// the parameters at the head of each block and runs the block through them at the oversampled rate.
+//
+// It keeps no state between sessions: every setting reaches it as a parameter change.
+#pragma once
+
+#include "Oversampling.h"
+#include "StripProcessorQB9.h"
+#include "StripProcessorT46.h"
+
+#include "public.sdk/source/vst/vstaudioeffect.h"
+
+#include <memory>
+
+namespace Steinberg {
+namespace Vst {
+
+class PitchNamesProcessor : public AudioEffect {
+public:
+    PitchNamesProcessor();
+    ~PitchNamesProcessor() override;
+
+    tresult PLUGIN_API initialize(FUnknown* context) SMTG_OVERRIDE;
+    // Picks the oversampling for the host's rate and starts from silence, whatever `state` is.
+    tresult PLUGIN_API setActive(TBool state) SMTG_OVERRIDE;
+
+    // Takes one bus each way: mono, mono to stereo, or stereo. Any other channel count is refused
+    // and puts both buses back to stereo; another number of buses is refused and changes nothing.
+    tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
+                                          SpeakerArrangement* outputs, int32 numOuts) SMTG_OVERRIDE;
+    // 96 below a host rate of 176400 Hz, 0 from there up; 96 until the first setActive.
+    uint32 PLUGIN_API getLatencySamples() SMTG_OVERRIDE;
+    tresult PLUGIN_API process(ProcessData& data) SMTG_OVERRIDE;
+
+protected:
+    // The licence's answer: false lets the sound through untouched (and undelayed).
+    virtual bool mayProcess() const { return true; }
+
+    // ParameterIntake.cpp
+    void readParameterChanges(IParameterChanges* changes);
+    void applyParameter(ParamID id, ParamValue value);
+    void updateStageSwitches();
+    void reportLatency(IParameterChanges* outputChanges);
+
+    // BlockLoop.cpp. Channel pointers are the host's; n is the block's length at the host's rate,
+    // count that of a sub-block at the strips' rate.
+    void processStereo(Sample32** inputs, Sample32** outputs, int32 n);
+    void processMono(Sample32** inputs, Sample32** outputs, int32 n);
+    void passStereo(Sample32** inputs, Sample32** outputs, int32 n);
+    void passMono(Sample32** inputs, Sample32** outputs, int32 n);
+    void startBlockPolarity(Sample32** inputs, int32 n);
+    int raiseRate(const SubBlock& work, const SubBlock& temp, int count);
+    int lowerRate(const SubBlock& work, const SubBlock& temp, int count);
+    void runStripsStereo(double* l, double* r, int count);
+    void runStripsMono(double* x, int count);
+    void writeStereo(Sample32* outL, Sample32* outR, int count) const;
+    void writeMono(Sample32* out, int count) const;
+
+    bool stereoIn = true;
+    bool stereoOut = true;
+
+    // One channel each: L is the left or mid channel, R the right or side channel. Null where
+    // memory ran out.
+    std::unique_ptr<StripProcessorT46> eqStripL, eqStripR;
+    std::unique_ptr<StripProcessorQB9> preampStripL, preampStripR;
+    std::unique_ptr<StripProcessorT46> eqStripL2, eqStripR2;
+
+    // A sub-block is 16 samples at the host's rate and up to four times that at the strips'.
+    double tempL[64], tempR[64];
+    double workL[64], workR[64];
+
+    // From the parameters.
+    int32 powerOn = 1;
+    int32 channel1Active = 1;
+    int32 channel2Active = 1;
+    int32 secondaryOn = 0;
+    int32 preampOn = 0;
+    int32 midSideOn = 0;
+    int32 channelMode = 2;
+    int32 transformerDisable = 0;
+    int32 ampDisable = 0;
+
+    int32 phaseDoneForBlock = 0;  // the polarity stage has run on the whole of this block
+
+    Oversampling oversampling;
+    int32 oversampleMode = 2;           // 0 none, 1 twice, 2 four times
+    double oversampledRate = 176400.0;  // Hz, the rate at which the strips run
+    int32 latencySamples = 96;
+    float latencyMs;
+    float reportedLatencyMs = -1.0f;  // counts down, then holds what was last reported
+};
+
+}  // namespace Vst
+}  // namespace Steinberg

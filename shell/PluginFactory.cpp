@@ -1,0 +1,61 @@
+// What the library offers: the processor and the controller.
+#include "PluginFactory.h"
+
+#include "ClassIds.h"
+#include "PitchNamesController.h"
+#include "PitchNamesProcessor.h"
+
+#include <new>
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+
+namespace {
+
+constexpr const char* kName = "ZKR T46";
+constexpr const char* kVersion = "1.0.1.0";
+constexpr const char* kSdkVersion = "VST 3.6.0";
+
+FUnknown* createProcessor(void* /*context*/)
+{
+    return static_cast<IAudioProcessor*>(new (std::nothrow) PitchNamesProcessor);
+}
+
+FUnknown* createController(void* /*context*/)
+{
+    return static_cast<IEditController*>(new (std::nothrow) PitchNamesController);
+}
+
+PClassInfo2 classRecord(const FUID& id, const char* category, int32 flags,
+                        const char* subCategories)
+{
+    TUID bytes;
+    id.toTUID(bytes);
+    return PClassInfo2(bytes, PClassInfo::kManyInstances, category, kName, flags, subCategories,
+                       nullptr, kVersion, kSdkVersion);
+}
+
+CPluginFactory* createFactory()
+{
+    const PFactoryInfo info("ZKR-soundworks", "www.zkr-soundworks.example",
+                            "mailto:support@zkr-soundworks.example", PFactoryInfo::kUnicode);
+    auto* const factory = new CPluginFactory(info);
+    const PClassInfo2 processor =
+        classRecord(kProcessorId, kVstAudioEffectClass, kDistributable, "Fx|EQ|Mastering");
+    const PClassInfo2 controller = classRecord(kControllerId, kVstComponentControllerClass, 0, "");
+    factory->registerClass(&processor, createProcessor);
+    factory->registerClass(&controller, createController);
+    return factory;
+}
+
+}  // namespace
+
+IPluginFactory* getFactory()
+{
+    // The library's own reference: a factory whose last effect was closed serves the next one, and
+    // goes when the library is unloaded.
+    static const IPtr<CPluginFactory> ownReference = owned(createFactory());
+    gPluginFactory = ownReference;
+    gPluginFactory->addRef();
+    return gPluginFactory;
+}

@@ -1,0 +1,87 @@
+// The entry functions, linked in: what a host gets of them, and the factory behind them.
+#include "EntryPoints.h"
+#include "PluginFactory.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+using Steinberg::gPluginFactory;
+
+namespace {
+
+int callsBeforeReturn = 0;
+
+template <VstIntPtr version>
+VstIntPtr hostOfVersion(AEffect* effect, VstInt32 opcode, VstInt32, VstIntPtr, void*, float)
+{
+    if (opcode == audioMasterVersion) {
+        EXPECT_EQ(effect, nullptr);
+        return version;
+    }
+    ++callsBeforeReturn;
+    return 0;
+}
+
+}  // namespace
+
+// One test for one order of events: the factory is there once and for all.
+TEST(Entry, MakesEffectsThatShareOneFactoryWhichOutlivesThem)
+{
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(ExitDll());
+        EXPECT_TRUE(InitDll());
+    }
+    EXPECT_EQ(VSTPluginMain(nullptr), nullptr);
+    EXPECT_EQ(VSTPluginMain(hostOfVersion<0>), nullptr);
+    EXPECT_EQ(gPluginFactory, nullptr) << "a host without a version makes nothing";
+
+    AEffect* first = VSTPluginMain(hostOfVersion<2400>);
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(callsBeforeReturn, 0) << "the host does not know the effect yet";
+    auto* const factory = gPluginFactory;
+    ASSERT_NE(factory, nullptr);
+    AEffect* second = VSTPluginMain(hostOfVersion<2400>);
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(gPluginFactory, factory);
+    EXPECT_NE(first, second);
+
+    EXPECT_EQ(first->dispatcher(first, effClose, 0, 0, nullptr, 0.0f), 1);
+    EXPECT_EQ(second->dispatcher(second, effClose, 0, 0, nullptr, 0.0f), 1);
+    EXPECT_EQ(gPluginFactory, factory);
+    ExitDll();
+    EXPECT_EQ(factory->countClasses(), 2);
+}
+
+TEST(Factory, DescribesItsTwoClassesAsHostsFileThem)
+{
+    using namespace Steinberg;
+    IPluginFactory* factory = getFactory();
+    PFactoryInfo info;
+    factory->getFactoryInfo(&info);
+    EXPECT_EQ(info.flags, 16);
+    PClassInfo2 processor, controller;
+    ASSERT_EQ(gPluginFactory->getClassInfo2(0, &processor), kResultOk);
+    ASSERT_EQ(gPluginFactory->getClassInfo2(1, &controller), kResultOk);
+    EXPECT_STREQ(processor.category, "Audio Module Class");
+    EXPECT_STREQ(controller.category, "Component Controller Class");
+    EXPECT_STREQ(processor.subCategories, "Fx|EQ|Mastering");
+    EXPECT_STREQ(controller.subCategories, "");
+    for (const PClassInfo2& record : {processor, controller}) {
+        EXPECT_STREQ(record.name, "ZKR T46");
+        EXPECT_STREQ(record.version, "1.0.1.0");
+        EXPECT_STREQ(record.sdkVersion, "VST 3.6.0");
+        EXPECT_STREQ(record.vendor, "");
+        EXPECT_EQ(record.cardinality, 0x7FFFFFFF);
+    }
+    EXPECT_EQ(processor.classFlags, 1u);
+    EXPECT_EQ(controller.classFlags, 0u);
+#ifdef _WIN32
+    // 6F75E1E9 4807310A ... as Windows orders the parts of an identifier.
+    const unsigned char bytes[] = {0xE9, 0xE1, 0x75, 0x6F, 0x07, 0x48, 0x0A, 0x31};
+#else
+    const unsigned char bytes[] = {0x6F, 0x75, 0xE1, 0xE9, 0x48, 0x07, 0x31, 0x0A};
+#endif
+    EXPECT_EQ(std::memcmp(processor.cid, bytes, sizeof bytes), 0);
+    factory->release();
+}
