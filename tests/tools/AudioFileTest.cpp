@@ -1,0 +1,235 @@
+// Files that appear whole or not at all, and samples that survive them.
+#include "AudioFile.h"
+#include "OutputFile.h"
+#include "TemporaryFolder.h"
+#include "ToolError.h"
+
+#include <cmath>
+#include <functional>
+#include <gtest/gtest.h>
+#include <limits>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace tool;
+
+std::string complaint(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const ToolError& error) {
+        return error.what();
+    }
+    return "none";
+}
+
+// Stands for a full disk: writes beyond the limit fail.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit small{bytes, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &before); }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit before;
+};
+
+void writeAudio(const std::string& path, const std::vector<float>& samples, SampleFormat format,
+                int rate = 44100, int channels = 1)
+{
+    const auto frames = static_cast<std::int64_t>(samples.size()) / channels;
+    AudioWriter writer(path, rate, channels, format, frames);
+    writer.write(samples.data(), frames);
+    writer.commit();
+}
+
+std::vector<float> readAudio(const std::string& path)
+{
+    AudioReader reader(path);
+    std::vector<float> samples(static_cast<std::size_t>(reader.frames() * reader.channels()));
+    reader.read(samples.data(), reader.frames());
+    return samples;
+}
+
+TEST(OutputFile, LeavesNothingUntilCommittedAndReplacesWholly)
+{
+    TemporaryFolder folder;
+    const std::string path = folder / "result.csv";
+    writeContent(path, "old and longer than the new");
+    chmod(path.c_str(), 0640);
+    {
+        OutputFile abandoned(path);
+        abandoned.write("half", 4);
+        EXPECT_EQ(contentOf(path), "old and longer than the new");
+    }
+    EXPECT_EQ(folder.count(), 1) << "the temporary file is gone";
+    EXPECT_EQ(contentOf(path), "old and longer than the new");
+
+    writeFile(path, "new");
+    EXPECT_EQ(contentOf(path), "new");
+    EXPECT_EQ(folder.count(), 1);
+    struct stat status;
+    stat(path.c_str(), &status);
+    EXPECT_EQ(status.st_mode & 0777u, 0640u) << "the file keeps its permissions";
+}
+
+TEST(OutputFile, FollowsALinkAndRefusesWhatIsNoFile)
+{
+    TemporaryFolder folder;
+    writeContent(folder / "real.csv", "old");
+    ASSERT_EQ(symlink("real.csv", (folder / "link.csv").c_str()), 0);
+    writeFile(folder / "link.csv", "new");
+    EXPECT_EQ(contentOf(folder / "real.csv"), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.csv"));
+
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_NE(complaint([&] { writeFile(folder / "pipe", "x"); }).find("not an ordinary file"),
+              std::string::npos);
+    EXPECT_NE(complaint([&] {
+                  writeFile(folder / "missing/x.csv", "x");
+              }).find("No such file or directory"),
+              std::string::npos);
+}
+
+TEST(OutputFile, AFullDiskLeavesTheOldFile)
+{
+    TemporaryFolder folder;
+    writeContent(folder / "a.csv", "old");
+    const FileSizeLimit limit(1000);
+    EXPECT_NE(complaint([&] {
+                  writeFile(folder / "a.csv", std::string(5000, 'x'));
+              }).find("File too large"),
+              std::string::npos);
+    EXPECT_EQ(contentOf(folder / "a.csv"), "old");
+    EXPECT_EQ(folder.count(), 1);
+}
+
+TEST(AudioFile, AFullDiskAtAnyPointLeavesNoFile)
+{
+    const std::vector<float> noise = [] {
+        std::vector<float> samples(20000);
+        unsigned seed = 1;
+        for (float& sample : samples) {
+            seed = seed * 1664525u + 1013904223u;
+            sample = static_cast<float>(seed >> 8) / 16777216.0f - 0.5f;
+        }
+        return samples;
+    }();
+    // About 40000 bytes in each: the last limits bite only when the file is being finished.
+    for (const char* name : {"a.wav", "a.aif", "a.flac"}) {
+        TemporaryFolder folder;
+        writeAudio(folder / name, noise, SampleFormat::Int16);
+        const auto size = static_cast<rlim_t>(std::filesystem::file_size(folder / name));
+        std::filesystem::remove(folder / name);
+        for (const rlim_t bytes : {rlim_t{0}, rlim_t{30}, size / 2, size - 1000, size - 1}) {
+            SCOPED_TRACE(std::string(name) + " cut at " + std::to_string(bytes));
+            const FileSizeLimit limit(bytes);
+            EXPECT_NE(complaint([&] { writeAudio(folder / name, noise, SampleFormat::Int16); }),
+                      "none");
+            EXPECT_EQ(folder.count(), 0);
+        }
+    }
+}
+
+TEST(AudioFile, IntegersComeBackToTheBitAndFloatsUntouched)
+{
+    TemporaryFolder folder;
+    // Every one a whole number of 16-bit steps.
+    const std::vector<float> samples{
+        0.0f,  1.0f / 32768.0f,    -1.0f / 32768.0f, 0.5f, -0.75f, 32767.0f / 32768.0f,
+        -1.0f, 12345.0f / 32768.0f};
+    for (const char* name : {"a.wav", "a.aif", "a.aiff", "a.flac", "A.WAV"})
+        for (const SampleFormat format : {SampleFormat::Int16, SampleFormat::Int24}) {
+            writeAudio(folder / name, samples, format);
+            EXPECT_EQ(readAudio(folder / name), samples) << name;
+        }
+    const std::vector<float> floats{1e-30f, -3.5f, 0.1f};
+    writeAudio(folder / "f.wav", floats, SampleFormat::Float32);
+    EXPECT_EQ(readAudio(folder / "f.wav"), floats);
+    EXPECT_TRUE(AudioReader(folder / "f.wav").holdsFloats());
+    EXPECT_FALSE(AudioReader(folder / "a.wav").holdsFloats());
+
+    writeAudio(folder / "empty.wav", {}, SampleFormat::Int24);
+    EXPECT_EQ(AudioReader(folder / "empty.wav").frames(), 0);
+}
+
+TEST(AudioFile, LimitsToFullScaleAndCountsIt)
+{
+    TemporaryFolder folder;
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float infinity = std::numeric_limits<float>::infinity();
+    const std::vector<float> hot{1.0f, -1.0f, 1.5f, -1.5f, infinity, -infinity, nan};
+    AudioWriter writer(folder / "hot.wav", 44100, 1, SampleFormat::Int16, 7);
+    writer.write(hot.data(), 7);
+    writer.commit();
+    EXPECT_EQ(writer.clipped(), 5) << "all but -1, which is the lowest sample there is, and NaN";
+    const float top = 32767.0f / 32768.0f;
+    EXPECT_EQ(readAudio(folder / "hot.wav"),
+              (std::vector<float>{top, -1.0f, top, -1.0f, top, -1.0f, 0.0f}));
+}
+
+TEST(AudioFile, TwoEqualWritesAreEqualFiles)
+{
+    TemporaryFolder folder;
+    for (const auto& [name, format] : {std::pair{"x.wav", SampleFormat::Float32},
+                                       {"x.aif", SampleFormat::Float32},
+                                       {"x.flac", SampleFormat::Int24}}) {
+        writeAudio(folder / name, {0.5f, 0.25f}, format, 48000, 2);
+        const std::string first = contentOf(folder / name);
+        sleep(name[2] == 'w' ? 2 : 0);  // a time of writing would show in whole seconds
+        writeAudio(folder / name, {0.5f, 0.25f}, format, 48000, 2);
+        EXPECT_TRUE(first == contentOf(folder / name)) << name;
+    }
+}
+
+TEST(AudioFile, RefusesWhatAFormatCannotHold)
+{
+    TemporaryFolder folder;
+    const auto opening = [&](const char* name, int rate, SampleFormat format, std::int64_t frames) {
+        return complaint([&] { AudioWriter(folder / name, rate, 2, format, frames); });
+    };
+    EXPECT_EQ(opening("a.flac", 44100, SampleFormat::Float32, 10),
+              "a FLAC file cannot hold 32-bit floats: choose --bits 16 or 24");
+    EXPECT_EQ(opening("a.flac", 700000, SampleFormat::Int16, 10),
+              "a FLAC file cannot have a rate of 700000 Hz");
+    // 2^32 bytes are 715827882 frames of two 24-bit samples.
+    EXPECT_NE(opening("a.wav", 44100, SampleFormat::Int24, 715827882), "none");
+    EXPECT_EQ(opening("a.wav", 44100, SampleFormat::Int24, 715000000), "none");
+    EXPECT_EQ(opening("a.flac", 44100, SampleFormat::Int24, 715827882), "none");
+    EXPECT_NE(opening("a.mp3", 44100, SampleFormat::Int16, 10), "none");
+    EXPECT_EQ(folder.count(), 0);
+}
+
+TEST(AudioFile, RefusesWhatItCannotReadAsMusic)
+{
+    TemporaryFolder folder;
+    const auto reading = [&](const char* name) {
+        return complaint([&] { readAudio(folder / name); });
+    };
+    writeContent(folder / "text.wav", "this is no audio");
+    EXPECT_NE(reading("text.wav"), "none");
+    EXPECT_NE(reading("missing.wav").find("no such file"), std::string::npos);
+    ASSERT_EQ(mkfifo((folder / "pipe.wav").c_str(), 0600), 0);
+    EXPECT_NE(reading("pipe.wav").find("not an ordinary file"), std::string::npos);
+
+    writeAudio(folder / "six.wav", std::vector<float>(60), SampleFormat::Int16, 44100, 6);
+    EXPECT_NE(reading("six.wav").find("has 6 channels"), std::string::npos);
+    writeAudio(folder / "slow.wav", std::vector<float>(60), SampleFormat::Int16, 100);
+    EXPECT_NE(reading("slow.wav").find("100 Hz"), std::string::npos);
+    writeAudio(folder / "whole.flac", std::vector<float>(60000, 0.1f), SampleFormat::Int16);
+    const std::string whole = contentOf(folder / "whole.flac");
+    writeContent(folder / "cut.flac", whole.substr(0, whole.size() / 2));
+    EXPECT_NE(reading("cut.flac").find("damaged"), std::string::npos);
+}
+
+}  // namespace

@@ -1,0 +1,167 @@
+// The road from Linux to a Windows plug-in. With a real Wine and the Windows build at hand, the
+// same effect must behave the same on both sides; the failures are shown with stand-ins for Wine.
+#include "BridgedPlugin.h"
+#include "HostError.h"
+#include "NativePlugin.h"
+#include "TemporaryFolder.h"
+
+#include <chrono>
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+namespace {
+
+using namespace host;
+
+class FakeWine : public ::testing::Test {
+protected:
+    FakeWine() : oldPath(getenv("PATH"))
+    {
+        writeContent(folder / "plugin.dll", "a library");
+        writeContent(folder / "zkrt46-bridge.exe", "a helper");
+        unsetenv("ZKRT46_BRIDGE");
+        setenv("XDG_CACHE_HOME", (folder / "cache").c_str(), 1);
+    }
+    ~FakeWine() override { setenv("PATH", oldPath.c_str(), 1); }
+    void wineIs(const std::string& script)
+    {
+        writeContent(folder / "wine", "#!/bin/sh\n" + script + "\n");
+        chmod((folder / "wine").c_str(), 0755);
+        setenv("PATH", ((folder / "") + ":" + oldPath).c_str(), 1);
+    }
+    std::string refusal()
+    {
+        try {
+            BridgedPlugin plugin(folder / "plugin.dll");
+        } catch (const HostError& error) {
+            return error.what();
+        }
+        return "opened";
+    }
+    TemporaryFolder folder;
+    std::string oldPath;
+};
+
+TEST_F(FakeWine, SaysWhatIsMissing)
+{
+    setenv("PATH", (folder / "").c_str(), 1);
+    EXPECT_NE(refusal().find("needs Wine: cannot start 'wine': it is not installed"),
+              std::string::npos)
+        << refusal();
+    std::filesystem::remove(folder / "zkrt46-bridge.exe");
+    EXPECT_NE(refusal().find("zkrt46-bridge.exe"), std::string::npos) << refusal();
+    std::filesystem::remove(folder / "plugin.dll");
+    EXPECT_NE(refusal().find("no such plug-in"), std::string::npos) << refusal();
+}
+
+TEST_F(FakeWine, PassesOnTheLastWordsOfAHelperThatDies)
+{
+    wineIs("echo 'wine: some note' >&2; echo 'wine: the reason' >&2; exit 1");
+    EXPECT_NE(refusal().find("ended unexpectedly: wine: the reason"), std::string::npos)
+        << refusal();
+    // Alive long enough to greet, then gone in the middle of its answer.
+    wineIs("printf 'ZRB1'; printf '\\100\\000\\000\\000half'");
+    EXPECT_NE(refusal().find("ended unexpectedly"), std::string::npos) << refusal();
+}
+
+TEST_F(FakeWine, DoesNotTrustADamagedLine)
+{
+    wineIs("echo 'some chatter on the line'; cat >/dev/null");
+    EXPECT_NE(refusal().find("is not the helper of this program"), std::string::npos) << refusal();
+    // Longer than any message may be.
+    wineIs("printf 'ZRB1\\377\\377\\377\\377'; cat >/dev/null");
+    EXPECT_NE(refusal().find("damaged message"), std::string::npos) << refusal();
+    // A message that ends before its content.
+    wineIs("printf 'ZRB1\\002\\000\\000\\000\\000\\000'; cat >/dev/null");
+    EXPECT_NE(refusal().find("damaged message"), std::string::npos) << refusal();
+    // A failure in the helper comes through as it was written.
+    wineIs("printf 'ZRB1\\007\\000\\000\\000\\001\\002\\000\\000\\000no'; cat >/dev/null");
+    EXPECT_EQ(refusal(), "no");
+}
+
+TEST_F(FakeWine, KeepsTheEnvironmentQuietUnlessTheUserChose)
+{
+    unsetenv("WINEPREFIX");
+    unsetenv("WINEDLLOVERRIDES");
+    setenv("WINEDEBUG", "+relay", 1);
+    wineIs("echo \"$WINEDEBUG $WINEDLLOVERRIDES $WINEPREFIX\" >&2; exit 1");
+    EXPECT_NE(refusal().find("+relay mscoree,mshtml= " + (folder / "cache/zkrt46/wine")),
+              std::string::npos)
+        << refusal();
+    unsetenv("WINEDEBUG");
+}
+
+class RealWine : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        const std::string windows = ZKR_WINDOWS_BUILD;
+        dll = windows + "/tests/tools/testeffect-good.dll";
+        const std::string helper = windows + "/tools/bridge/zkrt46-bridge.exe";
+        if (!std::filesystem::exists(dll) || !std::filesystem::exists(helper)) {
+            ASSERT_EQ(getenv("ZKR_EXPECT_WINDOWS"), nullptr) << "no Windows build";
+            GTEST_SKIP() << "no Windows build in " << windows;
+        }
+        setenv("ZKRT46_BRIDGE", helper.c_str(), 1);
+        setenv("WINEPREFIX", (windows + "/../wine").c_str(), 0);
+    }
+    std::string dll;
+};
+
+TEST_F(RealWine, AnEffectBehavesTheSameOnBothSides)
+{
+    NativePlugin native(TEST_EFFECT_GOOD);
+    BridgedPlugin bridged(dll);
+    for (Plugin* plugin : {static_cast<Plugin*>(&native), static_cast<Plugin*>(&bridged)}) {
+        plugin->setSampleRate(96000.0);
+        EXPECT_EQ(plugin->effectName(), "zkrt46 host 96000 512");
+        EXPECT_EQ(plugin->latency(), 11);
+        EXPECT_EQ(plugin->paramDisplay(0), "longer than eight characters");
+        EXPECT_EQ(plugin->paramSteps(1), 9);
+        EXPECT_EQ(plugin->canDo("anything"), 1);
+        EXPECT_TRUE(plugin->stringToParameter(0, "half"));
+        EXPECT_FALSE(plugin->setSpeakerArrangement(2, 2));
+        EXPECT_TRUE(plugin->setSpeakerArrangement(1, 2));
+        plugin->setParameter(1, 0.75f);
+        const std::vector<std::uint8_t> chunk = plugin->bankChunk();
+        plugin->setParameter(1, 0.5f);
+        plugin->setBankChunk(chunk);
+        EXPECT_EQ(plugin->parameter(1), 0.75f);
+        const HostReports reports = plugin->reports();
+        EXPECT_EQ(reports.automated.size(), 2u);
+        EXPECT_EQ(reports.ioChanges, 1);
+        plugin->clearReports();
+        EXPECT_EQ(plugin->reports().ioChanges, 0);
+        plugin->idle();
+
+        std::vector<float> in(5000), left(5000), right(5000);
+        for (std::size_t i = 0; i < in.size(); ++i)
+            in[i] = static_cast<float>(i) - 2500.0f;
+        float* inputs[1]{in.data()};
+        float* outputs[2]{left.data(), right.data()};
+        plugin->process(inputs, outputs, 5000);
+        for (std::size_t i = 0; i < in.size(); ++i)
+            ASSERT_TRUE(left[i] == 0.5f * in[i] && right[i] == left[i]) << i;
+        inputs[0] = nullptr;
+        plugin->process(inputs, outputs, 1);
+        EXPECT_EQ(left[0], -1.0f);
+        plugin->process(inputs, outputs, 0);
+    }
+}
+
+TEST_F(RealWine, RefusesWhatIsNoPluginByTheNameTheUserGave)
+{
+    TemporaryFolder folder;
+    writeContent(folder / "text.dll", "no library");
+    try {
+        BridgedPlugin plugin(folder / "text.dll");
+        FAIL() << "opened";
+    } catch (const HostError& error) {
+        EXPECT_EQ(error.what(),
+                  "cannot load '" + (folder / "text.dll")
+                      + "': it is not a 64-bit Windows library");
+    }
+}
+
+}  // namespace

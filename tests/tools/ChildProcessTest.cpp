@@ -1,0 +1,80 @@
+// Talking to other programs: nothing may hang, whatever they do.
+#include "ChildProcess.h"
+#include "HostError.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using host::ChildProcess;
+using Outcome = ChildProcess::Outcome;
+using Seconds = ChildProcess::Seconds;
+
+double elapsedSince(std::chrono::steady_clock::time_point start)
+{
+    return Seconds(std::chrono::steady_clock::now() - start).count();
+}
+
+TEST(ChildProcess, CarriesMoreThanAPipeHoldsInBothDirections)
+{
+    std::string input;
+    for (int i = 0; input.size() < 1000000; ++i)
+        input += std::to_string(i) + "\n";
+    ChildProcess cat({"cat"});
+    std::string output;
+    EXPECT_EQ(cat.converse(input, output, Seconds(30.0)), Outcome::Done);
+    EXPECT_TRUE(output == input);
+    EXPECT_EQ(cat.wait(Seconds(5.0)), 0);
+}
+
+TEST(ChildProcess, GetsAnExactNumberOfBytesBack)
+{
+    ChildProcess cat({"cat"});
+    char echo[3]{};
+    EXPECT_EQ(cat.write("abcdef", 6, Seconds(5.0)), Outcome::Done);
+    EXPECT_EQ(cat.read(echo, 3, Seconds(5.0)), Outcome::Done);
+    EXPECT_EQ(std::string(echo, 3), "abc");
+    EXPECT_EQ(cat.read(echo, 3, Seconds(5.0)), Outcome::Done);
+    EXPECT_EQ(std::string(echo, 3), "def");
+}
+
+TEST(ChildProcess, SaysWhenTheOtherIsSilentOrGone)
+{
+    char byte = 0;
+    {
+        ChildProcess silent({"sh", "-c", "exec sleep 1"});
+        EXPECT_EQ(silent.read(&byte, 1, Seconds(0.1)), Outcome::TimedOut);
+    }
+    ChildProcess gone({"sh", "-c", "echo first >&2; echo the reason >&2; exit 3"});
+    EXPECT_EQ(gone.read(&byte, 1, Seconds(10.0)), Outcome::Ended);
+    EXPECT_EQ(gone.wait(Seconds(5.0)), 3);
+    EXPECT_EQ(gone.lastWords(), "the reason");
+    const std::string much(1 << 20, 'x');
+    EXPECT_EQ(gone.write(much.data(), much.size(), Seconds(5.0)), Outcome::Ended);
+}
+
+TEST(ChildProcess, NoticesTheEndThoughARelativeHoldsThePipeOpen)
+{
+    const auto start = std::chrono::steady_clock::now();
+    ChildProcess parent({"sh", "-c", "sleep 20 2>&1 & printf ab; exit 0"});
+    char bytes[3]{};
+    EXPECT_EQ(parent.read(bytes, 3, Seconds(15.0)), Outcome::Ended);
+    EXPECT_EQ(std::string(bytes, 2), "ab") << "what came before the end is not lost";
+    EXPECT_LT(elapsedSince(start), 5.0);
+}
+
+TEST(ChildProcess, SetsTheEnvironmentAndNamesAMissingProgram)
+{
+    ChildProcess shell({"sh", "-c", "printf %s \"$ZKRT46_TEST\""}, {{"ZKRT46_TEST", "a b"}});
+    std::string output;
+    shell.converse("", output, Seconds(5.0));
+    EXPECT_EQ(output, "a b");
+    try {
+        ChildProcess missing({"no-such-program-anywhere"});
+        FAIL() << "started";
+    } catch (const host::HostError& error) {
+        EXPECT_STREQ(error.what(), "cannot start 'no-such-program-anywhere': it is not installed");
+    }
+}
+
+}  // namespace

@@ -1,0 +1,170 @@
+// The built program from outside: exit codes, messages, files. The plug-in is the built library.
+#include "AudioFile.h"
+#include "TemporaryFolder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+namespace {
+
+using namespace tool;
+
+class CommandLine : public ::testing::Test {
+protected:
+    CommandLine()
+    {
+        std::vector<float> tone(2 * 4800);
+        for (std::size_t i = 0; i < tone.size(); ++i)
+            tone[i] = 0.5f * static_cast<float>(std::sin(0.05 * static_cast<double>(i / 2)));
+        AudioWriter writer(folder / "in.wav", 48000, 2, SampleFormat::Int24, 4800);
+        writer.write(tone.data(), 4800);
+        writer.commit();
+    }
+    // Arguments are a shell's, in the test's folder.
+    int run(const std::string& arguments, const std::string& before = "")
+    {
+        const std::string command = "cd '" + (folder / "") + "' && " + before
+            + " ZKRT46_PLUGIN='" ZKRT46_LIBRARY "' timeout 60 '" ZKRT46_PROGRAM "' " + arguments
+            + " >out.txt 2>err.txt";
+        const int status = std::system(command.c_str());
+        out = contentOf(folder / "out.txt");
+        err = contentOf(folder / "err.txt");
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    TemporaryFolder folder;
+    std::string out, err;
+};
+
+TEST_F(CommandLine, BadInputGetsOneLineCodeTwoAndNoFile)
+{
+    writeContent(folder / "text.wav", "no audio at all");
+    writeContent(folder / "late.csv", "0.1,LGainL,+3\n0.2,LGainL,+99\n");
+    ASSERT_EQ(mkfifo((folder / "pipe.wav").c_str(), 0600), 0);
+    const int files = folder.count() + 2;  // out.txt and err.txt join
+    const char* cases[]{
+        "",
+        "dance",
+        "--dance",
+        "render",
+        "render in.wav",
+        "render missing.wav x.wav",
+        "render text.wav x.wav",
+        "render pipe.wav x.wav",
+        "render . x.wav",
+        "render in.wav x.mp3",
+        "render in.wav missing/x.wav",
+        "render in.wav x.flac --bits 32f",
+        "render in.wav x.wav --bits 20",
+        "render in.wav x.wav --block 0",
+        "render in.wav x.wav --channels 1",
+        "render in.wav x.wav --set Gain=3",
+        "render in.wav x.wav --set LGainL=+16.1",
+        "render in.wav x.wav --set LFreqL=83",
+        "render in.wav x.wav --set LGainL",
+        "render in.wav x.wav --automate late.csv",
+        "render in.wav x.wav --automate missing.csv",
+        "render in.wav x.wav --automate /dev/zero",
+        "render in.wav x.wav --plugin missing.so",
+        "render in.wav x.wav --plugin text.wav",
+        "render in.wav x.wav y.wav",
+        "params Gain",
+        "info --plugin text.wav",
+        "latency --plugin missing.so",
+        "response -o x.pdf",
+        "response --to 30000 -o x.png",
+        "response --curve 'a: LGainL=99' -o x.png",
+        "response -o missing/x.png",
+        "harmonics --sweep 0:1",
+        "harmonics --freq 20000",
+    };
+    for (const char* arguments : cases) {
+        SCOPED_TRACE(arguments);
+        EXPECT_EQ(run(arguments), 2);
+        EXPECT_EQ(out, "");
+        EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
+        EXPECT_EQ(err.rfind("zkrt46: ", 0), 0u) << err;
+        EXPECT_EQ(folder.count(), files);
+    }
+}
+
+TEST_F(CommandLine, AFullDiskLeavesTheOldResult)
+{
+    writeContent(folder / "x.wav", "old");
+    EXPECT_EQ(run("render in.wav x.wav", "ulimit -f 8;"), 2);
+    EXPECT_EQ(contentOf(folder / "x.wav"), "old");
+    EXPECT_NE(err.find("File too large"), std::string::npos) << err;
+}
+
+TEST_F(CommandLine, AnInterruptionLeavesNoFile)
+{
+    // A minute of silence in blocks of one sample gives time to interrupt.
+    const int files = folder.count() + 2;
+    EXPECT_NE(run("render in.wav x.wav --pre-roll 60 --block 1", "timeout -s INT 0.2 env"), 0);
+    EXPECT_EQ(folder.count(), files);
+}
+
+TEST_F(CommandLine, AMissingGnuplotIsSaid)
+{
+    EXPECT_EQ(run("response --points 2 -o x.png",
+                  "timeout() { shift; "
+                  "PATH=/nowhere \"$@\"; };"),
+              2);
+    EXPECT_NE(err.find("gnuplot"), std::string::npos) << err;
+}
+
+TEST_F(CommandLine, RendersQuietlyAndTheSameInAnyBlocks)
+{
+    ASSERT_EQ(run("render in.wav a.wav --set LFreqL=82 --set LGainL=+3.5 --set LShelfL=on"), 0);
+    EXPECT_EQ(out + err, "");
+    ASSERT_EQ(run("render in.wav b.wav --block 17 --set LFreqL=82 --set LGainL=+3.5 "
+                  "--set LShelfL=on --verbose"),
+              0);
+    EXPECT_NE(out.find("latency"), std::string::npos);
+    EXPECT_TRUE(contentOf(folder / "a.wav") == contentOf(folder / "b.wav"));
+    EXPECT_EQ(AudioReader(folder / "a.wav").frames(), 4800);
+    ASSERT_EQ(run("render in.wav c.wav"), 0);
+    EXPECT_FALSE(contentOf(folder / "a.wav") == contentOf(folder / "c.wav"))
+        << "the settings reached the plug-in";
+    ASSERT_EQ(run("render in.wav d.flac --keep-latency --bits 16"), 0);
+    EXPECT_EQ(AudioReader(folder / "d.flac").frames(), 4800 + 96);
+}
+
+TEST_F(CommandLine, ListsShowsAndProves)
+{
+    EXPECT_EQ(run("params"), 0);
+    EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 1 + 58);
+    EXPECT_NE(out.find("   26  LFreqL        9  Off         Hz    Off .. 33.00\n"),
+              std::string::npos);
+    EXPECT_EQ(run("params MFreqL"), 0);
+    EXPECT_EQ(out,
+              "MFreqL (Hz): Off 5600.00 4600.00 3800.00 3000.00 2500.00 1800.00 1200.00 "
+              "800.00 680.00\n");
+    EXPECT_EQ(run("info"), 0);
+    EXPECT_NE(out.find("\"Zt46\" (0x5A743436)"), std::string::npos);
+    EXPECT_NE(out.find("4 (mastering)"), std::string::npos);
+    EXPECT_EQ(run("latency"), 0) << out;
+    // A heading of two lines, six rates in three states, and the verdict.
+    EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 2 + 18 + 1);
+}
+
+TEST_F(CommandLine, MeasuresIntoTablesAndPictures)
+{
+    EXPECT_EQ(run("response --points 5 --curve 'up: LFreqL=82 LGainL=6' --curve flat: -o r.csv"), 0)
+        << err;
+    const std::string table = contentOf(folder / "r.csv");
+    EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1 + 5);
+    EXPECT_EQ(table.rfind("hz,\"up, left, dB\"", 0), 0u);
+    EXPECT_EQ(run("response --points 5 --set MS=MidSide -o r.svg"), 0) << err;
+    EXPECT_NE(contentOf(folder / "r.svg").find("</svg>"), std::string::npos);
+    EXPECT_EQ(run("harmonics --freq 1000 --sweep -20:-10:10 -o h.png"), 0) << err;
+    EXPECT_EQ(contentOf(folder / "h.png").substr(1, 3), "PNG");
+    EXPECT_EQ(run("harmonics --freq 1000"), 0) << err;
+    EXPECT_NE(out.find("THD"), std::string::npos);
+}
+
+}  // namespace

@@ -1,0 +1,160 @@
+// The renderer around a plug-in whose arithmetic is known: a delay, and a gain that a parameter
+// sets.
+#include "Render.h"
+#include "FakePlugin.h"
+#include "TemporaryFolder.h"
+#include "ToolError.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace tool;
+
+constexpr int kDelay = 96;
+constexpr int kRate = 48000;
+
+FakePlugin delayedGain()
+{
+    const auto display = [](float value) { return std::to_string(value); };
+    return FakePlugin({{"Gain", "", 0, display, 1.0f}}, kDelay,
+                      [](int channel, float x, const std::vector<FakeParameter>& parameters) {
+                          return x * parameters[0].value * (channel == 1 ? -1.0f : 1.0f);
+                      });
+}
+
+// Counts up in steps that a float holds exactly.
+std::vector<float> ramp(std::size_t samples)
+{
+    std::vector<float> values(samples);
+    for (std::size_t i = 0; i < samples; ++i)
+        values[i] = static_cast<float>(i + 1) / 65536.0f;
+    return values;
+}
+
+class Rendering : public ::testing::Test {
+protected:
+    Rendering() : plugin(delayedGain())
+    {
+        job.input = folder / "in.wav";
+        job.output = folder / "out.wav";
+        job.format = SampleFormat::Float32;
+    }
+    void writeInput(const std::vector<float>& samples, int channels)
+    {
+        const auto frames = static_cast<std::int64_t>(samples.size()) / channels;
+        AudioWriter writer(job.input, kRate, channels, SampleFormat::Float32, frames);
+        writer.write(samples.data(), frames);
+        writer.commit();
+    }
+    std::vector<float> rendered()
+    {
+        Progress progress("test");
+        report = render(plugin, job, progress);
+        AudioReader reader(job.output);
+        std::vector<float> samples(static_cast<std::size_t>(reader.frames() * reader.channels()));
+        reader.read(samples.data(), reader.frames());
+        return samples;
+    }
+    TemporaryFolder folder;
+    FakePlugin plugin;
+    RenderJob job;
+    RenderReport report;
+};
+
+TEST_F(Rendering, TakesTheLatencyOutAndLosesNothingAtTheEnd)
+{
+    const std::vector<float> input = ramp(1000);
+    writeInput(input, 1);
+    for (const int blockSize : {1, 64, 512, 4096}) {
+        job.blockSize = blockSize;
+        EXPECT_EQ(rendered(), input) << "blocks of " << blockSize;
+    }
+    EXPECT_EQ(report.latency, kDelay);
+    EXPECT_EQ(report.outputFrames, 1000);
+}
+
+TEST_F(Rendering, LeavesTheLatencyInOnRequest)
+{
+    const std::vector<float> input = ramp(500);
+    writeInput(input, 1);
+    job.keepLatency = true;
+    std::vector<float> expected(kDelay, 0.0f);
+    expected.insert(expected.end(), input.begin(), input.end());
+    EXPECT_EQ(rendered(), expected);
+}
+
+TEST_F(Rendering, MakesStereoOfMonoAndKeepsChannelsApart)
+{
+    writeInput({0.5f, 0.25f, -0.125f}, 1);
+    job.outputChannels = 2;
+    EXPECT_EQ(rendered(), (std::vector<float>{0.5f, -0.5f, 0.25f, -0.25f, -0.125f, 0.125f}));
+    writeInput({0.5f, 0.25f, -0.125f, 1.0f}, 2);
+    EXPECT_EQ(rendered(), (std::vector<float>{0.5f, -0.25f, -0.125f, -1.0f}));
+    job.outputChannels = 1;
+    EXPECT_THROW(rendered(), ToolError);
+}
+
+TEST_F(Rendering, ChangesParametersOnTheirExactSample)
+{
+    writeInput(std::vector<float>(1000, 1.0f), 1);
+    job.blockSize = 256;
+    job.settings = {{0, 0.5f}};
+    // 100.4 samples are sample 100; behind the end is never.
+    job.automation = {{0.0, {0, 0.25f}},
+                      {100.4 / kRate, {0, 0.75f}},
+                      {700.0 / kRate, {0, 0.125f}},
+                      {700.0 / kRate, {0, 1.0f}},
+                      {1e300, {0, 0.0f}}};
+    const std::vector<float> output = rendered();
+    for (std::size_t i = 0; i < output.size(); ++i)
+        ASSERT_EQ(output[i], i < 100 ? 0.25f : i < 700 ? 0.75f : 1.0f) << "at sample " << i;
+    for (const int size : plugin.blockSizes)
+        EXPECT_TRUE(size >= 1 && size <= 256) << size;
+}
+
+TEST_F(Rendering, SendsThePreRollAheadAndNothingOfItIntoTheFile)
+{
+    const std::vector<float> input = ramp(10);
+    writeInput(input, 1);
+    job.preRollSeconds = 0.5;
+    EXPECT_EQ(rendered(), input);
+    std::int64_t processed = 0;
+    for (const int size : plugin.blockSizes)
+        processed += size;
+    EXPECT_EQ(processed, kRate / 2 + 10 + kDelay);
+    EXPECT_EQ(plugin.rate, kRate);
+}
+
+TEST_F(Rendering, MeasuresLevelsBeforeAndAfter)
+{
+    // A square wave: peak and RMS are both its height.
+    std::vector<float> square(200);
+    for (std::size_t i = 0; i < square.size(); ++i)
+        square[i] = i % 2 ? 0.8f : -0.8f;
+    writeInput(square, 1);
+    job.settings = {{0, 0.5f}};
+    rendered();
+    EXPECT_FLOAT_EQ(static_cast<float>(report.before.peak()), 0.8f);
+    EXPECT_FLOAT_EQ(static_cast<float>(report.before.rms()), 0.8f);
+    EXPECT_FLOAT_EQ(static_cast<float>(report.after.peak()), 0.4f);
+    EXPECT_FLOAT_EQ(static_cast<float>(report.after.rms()), 0.4f);
+}
+
+TEST_F(Rendering, RendersOntoItsOwnInputAndKeepsItWhenItFails)
+{
+    const std::vector<float> input = ramp(300);
+    writeInput(input, 1);
+    job.output = job.input;
+    EXPECT_EQ(rendered(), input);
+    const std::string before = contentOf(job.input);
+    job.outputChannels = 1;
+    job.format = SampleFormat::Float32;
+    writeContent(job.input, before.substr(0, 40));  // a header and nothing else
+    EXPECT_THROW(rendered(), ToolError);
+    EXPECT_EQ(contentOf(job.input), before.substr(0, 40));
+    EXPECT_EQ(folder.count(), 1);
+}
+
+}  // namespace

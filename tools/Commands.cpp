@@ -1,0 +1,69 @@
+// What the commands have in common.
+#include "Commands.h"
+
+#include "OpenPlugin.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+namespace tool {
+
+namespace {
+
+std::string defaultPlugin()
+{
+    const char* chosen = std::getenv("ZKRT46_PLUGIN");
+    if (chosen && *chosen)
+        return chosen;
+    std::error_code error;
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+    return (self.parent_path() / "ZKRT46.so").string();
+}
+
+}  // namespace
+
+void addPluginOption(CLI::App& command, std::string& path)
+{
+    path = defaultPlugin();
+    command.add_option("--plugin", path,
+                       "The plug-in: a Linux library (.so) or, through Wine, a Windows one (.dll). "
+                       "Default: $ZKRT46_PLUGIN, else ZKRT46.so beside this program");
+}
+
+void addSetOption(CLI::App& command, std::vector<std::string>& settings)
+{
+    command
+        .add_option("--set", settings,
+                    "TITLE=VALUE as the plug-in shows it, such as LFreqL=82 or Channel=Side, or a "
+                    "normalised value such as LGainL=0.75n; may be repeated")
+        ->allow_extra_args(false)
+        ->type_name("TITLE=VALUE");
+}
+
+ParameterText openParameterText(const std::string& pluginPath)
+{
+    return ParameterText(host::openPlugin(pluginPath));
+}
+
+std::vector<Assignment> parseSettings(const std::vector<std::string>& settings,
+                                      ParameterText& parameters)
+{
+    std::vector<Assignment> assignments;
+    for (const std::string& setting : settings)
+        assignments.push_back(parameters.parse(setting));
+    return assignments;
+}
+
+std::string decibelText(double linear, int decimals)
+{
+    if (!(linear > 0.0))
+        return "-inf";
+    char text[64];
+    std::snprintf(text, sizeof(text), "%.*f", decimals, 20.0 * std::log10(linear));
+    return text;
+}
+
+}  // namespace tool

@@ -1,0 +1,40 @@
+// The commands of zkrt46: each adds itself to the command line, and leaves its work in `action`
+// when it is the one that was typed. An action returns the program's exit code.
+#pragma once
+
+#include "ParameterText.h"
+#include "PluginRun.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+namespace tool {
+
+using Action = std::function<int()>;
+
+void addRenderCommand(CLI::App& app, Action& action);
+void addParamsCommand(CLI::App& app, Action& action);
+void addInfoCommand(CLI::App& app, Action& action);
+void addLatencyCommand(CLI::App& app, Action& action);
+void addResponseCommand(CLI::App& app, Action& action);
+void addHarmonicsCommand(CLI::App& app, Action& action);
+
+// --- Shared by the commands ---
+
+// --plugin, with the environment's ZKRT46_PLUGIN or the library beside this program as its default.
+void addPluginOption(CLI::App& command, std::string& path);
+// --set, any number of times.
+void addSetOption(CLI::App& command, std::vector<std::string>& settings);
+
+ParameterText openParameterText(const std::string& pluginPath);
+std::vector<Assignment> parseSettings(const std::vector<std::string>& settings,
+                                      ParameterText& parameters);
+
+// "-12.34"; "-inf" for silence.
+std::string decibelText(double linear, int decimals = 2);
+
+}  // namespace tool

@@ -1,0 +1,54 @@
+// From what a person types to a parameter's value, by the plug-in's own titles and displays.
+#pragma once
+
+#include "Plugin.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tool {
+
+struct Assignment {
+    int index;
+    float value;  // normalised
+};
+
+// Shared by everything that takes typed numbers: true for the whole of a finite decimal number,
+// with or without a sign.
+bool parseNumber(const std::string& text, double& number);
+std::string trimmed(const std::string& text);
+
+class ParameterText {
+public:
+    // The plug-in's parameters are moved to read their displays: hand in one that plays nothing.
+    explicit ParameterText(std::unique_ptr<host::Plugin> scratch);
+
+    // "TITLE=VALUE". Throws ToolError, as do the next two.
+    Assignment parse(const std::string& text);
+    // Letter case does not count. An unknown title is answered with similar ones.
+    int indexOf(const std::string& title) const;
+    // A value as the display shows it (equal numbers count as equal texts, the unit may follow), or
+    // a normalised value from 0 to 1 with the letter n after it.
+    float valueOf(int index, const std::string& text);
+
+    int count() const { return static_cast<int>(titles.size()); }
+    const std::string& title(int index) const { return titles[static_cast<std::size_t>(index)]; }
+    std::string unit(int index) { return plugin->paramLabel(index); }
+    int steps(int index) { return plugin->paramSteps(index); }
+    // What the plug-in shows at this normalised value.
+    std::string displayAt(int index, float value);
+    float initialValue(int index) { return plugin->parameter(index); }
+    // What the plug-in shows at each step from 0 to the last; empty for a parameter without steps.
+    const std::vector<std::string>& displays(int index);
+
+private:
+    [[noreturn]] void refuseValue(int index, const std::string& text);
+
+    std::unique_ptr<host::Plugin> plugin;
+    std::vector<std::string> titles;
+    std::map<int, std::vector<std::string>> displayCache;
+};
+
+}  // namespace tool

@@ -1,0 +1,77 @@
+// zkrt46 params: the plug-in's parameters, as it tells them to a host.
+#include "Commands.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace tool {
+
+namespace {
+
+struct ParamsOptions {
+    std::string plugin;
+    std::vector<std::string> titles;
+};
+
+// All values of a parameter with few steps, the ends of one with many.
+std::string values(ParameterText& parameters, int index)
+{
+    constexpr int kFewSteps = 12;
+    if (parameters.steps(index) < 1 || parameters.steps(index) > kFewSteps)
+        return parameters.displayAt(index, 0.0f) + " to " + parameters.displayAt(index, 1.0f);
+    std::string list;
+    for (const std::string& display : parameters.displays(index))
+        list += (list.empty() ? "" : ", ") + display;
+    return list;
+}
+
+void printTable(ParameterText& parameters)
+{
+    std::printf("%5s  %-8s  %5s  %-10s  %-4s  %s\n", "Index", "Title", "Steps", "Default", "Unit",
+                "Values");
+    for (int index = 0; index < parameters.count(); ++index) {
+        const std::string initial = parameters.displayAt(index, parameters.initialValue(index));
+        std::printf("%5d  %-8s  %5d  %-10s  %-4s  %s\n", index, parameters.title(index).c_str(),
+                    parameters.steps(index), initial.c_str(), parameters.unit(index).c_str(),
+                    values(parameters, index).c_str());
+    }
+}
+
+void printValues(ParameterText& parameters, int index)
+{
+    const std::string unit = parameters.unit(index);
+    std::printf("%s%s:", parameters.title(index).c_str(),
+                unit.empty() ? "" : (" (" + unit + ")").c_str());
+    // Ten to a line: a gain has hundreds.
+    const std::vector<std::string>& displays = parameters.displays(index);
+    for (std::size_t step = 0; step < displays.size(); ++step)
+        std::printf("%s%s", step % 10 == 0 && displays.size() > 16 ? "\n  " : " ",
+                    displays[step].c_str());
+    std::printf("\n");
+}
+
+int runParams(const ParamsOptions& options)
+{
+    ParameterText parameters = openParameterText(options.plugin);
+    std::vector<int> wanted;
+    for (const std::string& title : options.titles)
+        wanted.push_back(parameters.indexOf(title));
+    if (wanted.empty())
+        printTable(parameters);
+    for (const int index : wanted)
+        printValues(parameters, index);
+    return 0;
+}
+
+}  // namespace
+
+void addParamsCommand(CLI::App& app, Action& action)
+{
+    auto options = std::make_shared<ParamsOptions>();
+    CLI::App& command = *app.add_subcommand("params", "List the parameters");
+    command.add_option("TITLE", options->titles, "List every value of these instead of the table");
+    addPluginOption(command, options->plugin);
+    command.callback([options, &action] { action = [options] { return runParams(*options); }; });
+}
+
+}  // namespace tool

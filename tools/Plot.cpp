@@ -1,0 +1,112 @@
+// Scripts for gnuplot, and the program run.
+#include "Plot.h"
+
+#include "ChildProcess.h"
+#include "HostError.h"
+#include "ToolError.h"
+
+#include <cstdio>
+#include <filesystem>
+
+#include <strings.h>
+
+namespace tool {
+
+namespace {
+
+constexpr host::ChildProcess::Seconds kDrawingLimit{60.0};
+
+constexpr const char* kColours[]{"#0072B2", "#D55E00", "#009E73", "#CC79A7",
+                                 "#000000", "#E69F00", "#56B4E9", "#8B6508"};
+
+}  // namespace
+
+PictureKind pictureKindOf(const std::string& path)
+{
+    const std::string ending = std::filesystem::path(path).extension().string();
+    if (strcasecmp(ending.c_str(), ".csv") == 0)
+        return PictureKind::Csv;
+    if (strcasecmp(ending.c_str(), ".svg") == 0)
+        return PictureKind::Svg;
+    if (strcasecmp(ending.c_str(), ".png") == 0)
+        return PictureKind::Png;
+    throw ToolError("cannot tell what to write to '" + path
+                    + "': its name must end in .svg, .png or .csv");
+}
+
+std::string plotHead(PictureKind kind, int width, int height)
+{
+    const std::string size = std::to_string(width) + "," + std::to_string(height);
+    std::string script;
+    if (kind == PictureKind::Svg)
+        script = "set terminal svg noenhanced size " + size
+            + " font 'Helvetica,Arial,sans-serif,15' background rgb 'white'\n";
+    else
+        script = "set terminal pngcairo noenhanced size " + size + " font 'Sans,12'\n";
+    script += "set encoding utf8\n"
+              "set border 3 lc rgb '#404040'\n"
+              "set tics nomirror out scale 0.6\n"
+              "set style line 100 lc rgb '#C8C8C8' lw 1\n"
+              "set style line 101 lc rgb '#E8E8E8' lw 1\n"
+              "set key outside right top Left reverse samplen 2 spacing 1.2\n";
+    int number = 0;
+    for (const char* colour : kColours)
+        script += "set style line " + std::to_string(++number) + " lc rgb '" + colour + "' lw 2\n";
+    return script;
+}
+
+std::string plotQuoted(const std::string& text)
+{
+    std::string quoted = "'";
+    for (const char c : text) {
+        if (c == '\n' || c == '\r')
+            continue;
+        quoted += c == '\'' ? std::string("''") : std::string(1, c);
+    }
+    return quoted + "'";
+}
+
+std::string frequencyAxis(double lowestHz, double highestHz)
+{
+    // A little air at the ends, so that a tick on the very end is drawn.
+    const double fromHz = lowestHz * 0.998;
+    const double toHz = highestHz * 1.01;
+    char range[80];
+    std::snprintf(range, sizeof(range), "set xrange [%.6g:%.6g]\n", fromHz, toHz);
+    std::string ticks;
+    for (double decade = 1.0; decade <= 100000.0; decade *= 10.0) {
+        for (int digit = 1; digit <= 9; ++digit) {
+            const double hz = decade * digit;
+            if (hz < fromHz || hz > toHz)
+                continue;
+            const bool major = digit == 1 || digit == 2 || digit == 5;
+            char text[80];
+            char label[32];
+            std::snprintf(label, sizeof(label), hz >= 1000.0 ? "%gk" : "%g",
+                          hz >= 1000.0 ? hz / 1000.0 : hz);
+            std::snprintf(text, sizeof(text), "%s'%s' %g %d", ticks.empty() ? "" : ", ",
+                          major ? label : "", hz, major ? 0 : 1);
+            ticks += text;
+        }
+    }
+    return "set logscale x\n" + std::string(range) + "set xtics (" + ticks + ")\n"
+        + "set mxtics 1\nset grid xtics mxtics ytics ls 100, ls 101\n";
+}
+
+std::string drawPlot(const std::string& script)
+{
+    std::string picture;
+    try {
+        host::ChildProcess gnuplot({"gnuplot"});
+        const auto outcome = gnuplot.converse(script, picture, kDrawingLimit);
+        const int code = gnuplot.wait(kDrawingLimit);
+        if (outcome != host::ChildProcess::Outcome::Done || code != 0 || picture.empty())
+            throw ToolError("gnuplot could not draw the picture: " + gnuplot.lastWords());
+    } catch (const host::HostError& error) {
+        throw ToolError(std::string("drawing needs gnuplot: ") + error.what()
+                        + " (a .csv file needs no gnuplot)");
+    }
+    return picture;
+}
+
+}  // namespace tool

@@ -1,0 +1,41 @@
+// A plug-in switched on: arranged, given a rate and a block size, and fed block by block.
+#pragma once
+
+#include "ParameterText.h"
+#include "Plugin.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace tool {
+
+// One vector per channel, all of one length.
+using Channels = std::vector<std::vector<float>>;
+
+class PluginRun {
+public:
+    // Switches the plug-in on. Throws ToolError when it refuses the channels.
+    PluginRun(host::Plugin& plugin, double rate, int blockSize, int inputs, int outputs);
+    // Switches it off.
+    ~PluginRun();
+    PluginRun(const PluginRun&) = delete;
+    PluginRun& operator=(const PluginRun&) = delete;
+
+    int latency() { return plugin.latency(); }  // samples
+    int inputs() const { return inputCount; }
+    int outputs() const { return outputCount; }
+
+    void set(const std::vector<Assignment>& assignments);
+    // The plug-in's answer to `input`, sample for sample, late by its latency. Any length: longer
+    // ones are cut into blocks. The input is taken by value, since plug-ins may change it.
+    Channels process(Channels input);
+    void processSilence(std::int64_t samples);
+
+private:
+    host::Plugin& plugin;
+    int blockSize;
+    int inputCount;
+    int outputCount;
+};
+
+}  // namespace tool

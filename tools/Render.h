@@ -1,0 +1,58 @@
+// The road of an audio file through the plug-in.
+#pragma once
+
+#include "AudioFile.h"
+#include "Automation.h"
+#include "PluginRun.h"
+#include "Progress.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tool {
+
+struct RenderJob {
+    std::string input;
+    std::string output;
+    int blockSize = 512;
+    int outputChannels = 0;              // 0: as many as the input has
+    std::optional<SampleFormat> format;  // none: floats stay floats, the rest becomes 24-bit
+    bool keepLatency = false;
+    // Silence sent ahead, so that the settings have glided into place when the music starts.
+    double preRollSeconds = 0.25;
+    std::vector<Assignment> settings;
+    std::vector<AutomationPoint> automation;  // in order of time
+};
+
+// Peak and energy of everything that passed.
+class Meter {
+public:
+    void add(const float* samples, std::size_t count);
+    double peak() const { return peakLevel; }
+    double rms() const;
+
+private:
+    double peakLevel = 0.0;
+    double sumOfSquares = 0.0;
+    std::int64_t samples = 0;
+};
+
+struct RenderReport {
+    Meter before;
+    Meter after;
+    int rate;
+    int inputChannels;
+    int outputChannels;
+    std::int64_t inputFrames;
+    std::int64_t outputFrames;
+    int latency;  // samples
+    std::int64_t clipped;
+    double elapsedSeconds;
+};
+
+// Throws ToolError or HostError; the output file then is what it was before.
+RenderReport render(host::Plugin& plugin, const RenderJob& job, Progress& progress);
+
+}  // namespace tool

@@ -1,0 +1,50 @@
+// A VST 2 effect in a Windows library, driven from Linux: a helper program under Wine loads the
+// library and does as it is told over a pair of pipes. Inputs are sent as copies, so a plug-in that
+// changes its inputs does not change ours.
+#pragma once
+
+#include "BridgeProtocol.h"
+#include "ChildProcess.h"
+#include "Plugin.h"
+
+#include <memory>
+#include <string>
+
+namespace host {
+
+class BridgedPlugin : public Plugin {
+public:
+    // Starts the helper and opens the plug-in. Throws HostError when Wine or the helper is missing,
+    // or the file is no VST 2 plug-in. The helper, zkrt46-bridge.exe, is the one that the
+    // environment variable ZKRT46_BRIDGE names, or lies beside the library, beside the running
+    // program, or in a folder windows/ beside the program's. Every later call throws when the
+    // helper has died or has not answered for a minute.
+    explicit BridgedPlugin(const std::string& path, const HostSettings& settings = {});
+    ~BridgedPlugin() override;
+
+    EffectFields fields() override { return lastFields; }
+    using Plugin::dispatch;
+    VstIntPtr dispatch(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0,
+                       float opt = 0.0f) override;
+    VstIntPtr dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value,
+                       std::vector<std::uint8_t>& bytes) override;
+    std::vector<std::uint8_t> chunk(VstInt32 bankOrProgram) override;
+    bool setSpeakerArrangement(int inputs, int outputs) override;
+    void setParameter(VstInt32 index, float value) override;
+    float parameter(VstInt32 index) override;
+    void process(float** inputs, float** outputs, int samples) override;
+    HostReports reports() override;
+    void clearReports() override;
+    void idle() override;
+
+private:
+    MessageReader ask(MessageWriter& request, ChildProcess::Seconds limit);
+    void receive(void* data, std::size_t size, ChildProcess::Seconds limit);
+    [[noreturn]] void helperLost(ChildProcess::Outcome outcome);
+
+    std::string pluginPath;
+    std::unique_ptr<ChildProcess> helper;
+    EffectFields lastFields;  // every answer brings them along
+};
+
+}  // namespace host

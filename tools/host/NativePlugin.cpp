@@ -1,0 +1,238 @@
+// Loading and driving an effect in this process, and answering what it asks of its host.
+#include "NativePlugin.h"
+
+#include "HostError.h"
+
+#include <array>
+#include <cstring>
+#include <string_view>
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
+namespace host {
+
+namespace {
+
+using EntryPoint = AEffect* (*)(audioMasterCallback);
+
+// The effect under construction on this thread: its first questions come before it has a structure
+// to be recognised by.
+thread_local NativePlugin* beingOpened = nullptr;
+
+constexpr std::array<std::string_view, 3> kAbilities{"sizeWindow", "startStopProcess",
+                                                     "acceptIOChanges"};
+
+// An endless automation loop in a plug-in must not eat the memory.
+constexpr std::size_t kMostAutomations = 1u << 20;
+
+EntryPoint entryPoint(const SharedLibrary& library)
+{
+    for (const char* name : {"VSTPluginMain", "main"})
+        if (void* address = library.find(name))
+            return reinterpret_cast<EntryPoint>(address);
+    return nullptr;
+}
+
+void pumpMessages()
+{
+#ifdef _WIN32
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+#endif
+}
+
+VstSpeakerArrangement arrangement(int channels)
+{
+    VstSpeakerArrangement speakers{};
+    speakers.type = channels == 1 ? kSpeakerArrMono : kSpeakerArrStereo;
+    speakers.numChannels = channels;
+    if (channels == 1) {
+        speakers.speakers[0].type = kSpeakerM;
+    } else {
+        speakers.speakers[0].type = kSpeakerL;
+        speakers.speakers[1].type = kSpeakerR;
+    }
+    return speakers;
+}
+
+}  // namespace
+
+NativePlugin::NativePlugin(const std::string& path, const HostSettings& settings)
+    : library(path), aeffect(nullptr), running(false), vstVersion(settings.vstVersion),
+      processLevel(settings.processLevel), sampleRate(settings.sampleRate),
+      blockSize(settings.blockSize)
+{
+    const EntryPoint entry = entryPoint(library);
+    if (!entry)
+        throw HostError("'" + path
+                        + "' is not a VST 2 plug-in: it exports neither VSTPluginMain nor "
+                        + "main");
+
+    NativePlugin* outer = beingOpened;
+    beingOpened = this;
+    aeffect = entry(&NativePlugin::callback);
+    if (aeffect && aeffect->magic == kEffectMagic) {
+        aeffect->user = this;
+        aeffect->dispatcher(aeffect, effOpen, 0, 0, nullptr, 0.0f);
+    }
+    beingOpened = outer;
+
+    if (!aeffect)
+        throw HostError("the plug-in '" + path + "' refused to start");
+    if (aeffect->magic != kEffectMagic)
+        throw HostError("'" + path + "' is not a VST 2 plug-in: its entry gave no valid effect");
+}
+
+NativePlugin::~NativePlugin()
+{
+    if (running)
+        dispatch(effMainsChanged, 0, 0);
+    dispatch(effClose);
+}
+
+EffectFields NativePlugin::fields()
+{
+    return {aeffect->numPrograms, aeffect->numParams,    aeffect->numInputs, aeffect->numOutputs,
+            aeffect->flags,       aeffect->initialDelay, aeffect->uniqueID,  aeffect->version};
+}
+
+VstIntPtr NativePlugin::dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value, float opt)
+{
+    // The plug-in may ask for the new rate or size from inside the call.
+    if (opcode == effSetSampleRate)
+        sampleRate = static_cast<double>(opt);
+    if (opcode == effSetBlockSize)
+        blockSize = static_cast<VstInt32>(value);
+    if (opcode == effMainsChanged)
+        running = value != 0;
+    return aeffect->dispatcher(aeffect, opcode, index, value, nullptr, opt);
+}
+
+VstIntPtr NativePlugin::dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value,
+                                 std::vector<std::uint8_t>& bytes)
+{
+    return aeffect->dispatcher(aeffect, opcode, index, value, bytes.data(), 0.0f);
+}
+
+std::vector<std::uint8_t> NativePlugin::chunk(VstInt32 bankOrProgram)
+{
+    void* data = nullptr;
+    const VstIntPtr size = aeffect->dispatcher(aeffect, effGetChunk, bankOrProgram, 0, &data, 0.0f);
+    if (!data || size <= 0)
+        return {};
+    const auto* first = static_cast<const std::uint8_t*>(data);
+    return std::vector<std::uint8_t>(first, first + size);
+}
+
+bool NativePlugin::setSpeakerArrangement(int inputs, int outputs)
+{
+    VstSpeakerArrangement in = arrangement(inputs);
+    VstSpeakerArrangement out = arrangement(outputs);
+    return aeffect->dispatcher(aeffect, effSetSpeakerArrangement, 0,
+                               reinterpret_cast<VstIntPtr>(&in), &out, 0.0f)
+        != 0;
+}
+
+void NativePlugin::setParameter(VstInt32 index, float value)
+{
+    aeffect->setParameter(aeffect, index, value);
+}
+
+float NativePlugin::parameter(VstInt32 index)
+{
+    return aeffect->getParameter(aeffect, index);
+}
+
+void NativePlugin::process(float** inputs, float** outputs, int samples)
+{
+    aeffect->processReplacing(aeffect, inputs, outputs, samples);
+}
+
+HostReports NativePlugin::reports()
+{
+    const std::lock_guard<std::mutex> guard(reportsLock);
+    return told;
+}
+
+void NativePlugin::clearReports()
+{
+    const std::lock_guard<std::mutex> guard(reportsLock);
+    told = {};
+}
+
+void NativePlugin::idle()
+{
+    pumpMessages();
+    dispatch(effEditIdle);
+}
+
+VstIntPtr NativePlugin::callback(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
+                                 void* ptr, float opt)
+{
+    auto* self = effect && effect->user ? static_cast<NativePlugin*>(effect->user) : beingOpened;
+    return self ? self->answer(opcode, index, value, ptr, opt) : 0;
+}
+
+VstIntPtr NativePlugin::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
+                               float opt)
+{
+    switch (opcode) {
+    case audioMasterVersion:
+        return vstVersion;
+    case audioMasterGetSampleRate:
+        return static_cast<VstIntPtr>(sampleRate.load());
+    case audioMasterGetBlockSize:
+        return blockSize;
+    case audioMasterGetCurrentProcessLevel:
+        return processLevel;
+    case audioMasterGetVendorString:
+        std::strcpy(static_cast<char*>(ptr), "ZKR-soundworks");
+        return 1;
+    case audioMasterGetProductString:
+        std::strcpy(static_cast<char*>(ptr), "zkrt46 host");
+        return 1;
+    case audioMasterGetVendorVersion:
+        return 1;
+    case audioMasterCanDo:
+        for (const std::string_view ability : kAbilities)
+            if (ptr && ability == static_cast<const char*>(ptr))
+                return 1;
+        return 0;
+    default:
+        break;
+    }
+
+    const std::lock_guard<std::mutex> guard(reportsLock);
+    switch (opcode) {
+    case audioMasterAutomate:
+        if (told.automated.size() < kMostAutomations)
+            told.automated.push_back({index, opt});
+        return 0;
+    case audioMasterIOChanged:
+        ++told.ioChanges;
+        return 1;
+    case audioMasterUpdateDisplay:
+        ++told.displayUpdates;
+        return 1;
+    case audioMasterBeginEdit:
+        ++told.beginEdits;
+        return 1;
+    case audioMasterEndEdit:
+        ++told.endEdits;
+        return 1;
+    case audioMasterSizeWindow:
+        ++told.windowSizes;
+        told.windowWidth = index;
+        told.windowHeight = static_cast<VstInt32>(value);
+        return 1;
+    default:
+        return 0;  // in particular: no time information
+    }
+}
+
+}  // namespace host
