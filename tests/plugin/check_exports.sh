@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Checks what a built library shows to the world: exactly the four entries, and no library needed
+# beyond the system's own. Usage: check_exports.sh LIBRARY
+set -euo pipefail
+library=$1
+wanted=$(printf 'ExitDll\nInitDll\nVSTPluginMain\nmain')
+
+case $library in
+*.dll)
+    table=$(x86_64-w64-mingw32-objdump -p "$library")
+    exports=$(sed -n '/Ordinal\/Name Pointer/,/^$/s/^\t\[ *[0-9]*\] *//p' <<<"$table" | LC_ALL=C sort)
+    needed=$(sed -n 's/^\tDLL Name: //p' <<<"$table")
+    allowed='^(KERNEL32|msvcrt|ole32|OLEAUT32|USER32|ADVAPI32|SHELL32|GDI32|gdiplus|COMDLG32|SHLWAPI)\.dll$'
+    ;;
+*)
+    exports=$(nm -D --defined-only "$library" | awk '{print $3}' | LC_ALL=C sort)
+    needed=$(objdump -p "$library" | awk '$1 == "NEEDED" {print $2}')
+    allowed='^(libc|libm|libX11|libcairo|ld-linux-x86-64)\.so\.[0-9]+$'
+    ;;
+esac
+
+if [ "$exports" != "$wanted" ]; then
+    printf '%s exports\n%s\ninstead of\n%s\n' "$library" "$exports" "$wanted" >&2
+    exit 1
+fi
+if foreign=$(grep -vE "$allowed" <<<"$needed"); then
+    printf '%s needs %s, which is not part of the system\n' "$library" "$foreign" >&2
+    exit 1
+fi
+echo "$library: four exports; needs $(tr '\n' ' ' <<<"$needed")"
