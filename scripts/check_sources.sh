@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Checks what a compiler does not: layout, and who may see which headers.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+failed=0
+
+complain() {
+    echo "check_sources: $1" >&2
+    sed 's/^/    /' >&2 <<<"$2"
+    failed=1
+}
+
+mapfile -t sources < <(find bench dsp editor params platform presets sdk shell tests tools vstgui \
+    -name '*.h' -o -name '*.cpp' 2>/dev/null | sort)
+
+if unformatted=$(clang-format-14 --dry-run --Werror "${sources[@]}" 2>&1 | grep 'error:'); then
+    complain "these lines want clang-format" "$unformatted"
+fi
+if seen=$(grep -nE '#include [<"](pluginterfaces|public\.sdk|base/source|windows\.h|unistd\.h)' \
+    -r dsp --include='*.h' --include='*.cpp'); then
+    complain "dsp/ sees neither the SDK nor the system" "$seen"
+fi
+# Systems are told apart by which file is built; in code, only the two headers that need it may.
+if seen=$(grep -nE '^ *# *if.*(_WIN32|__linux__|__ELF__|SMTG_OS_)' -r dsp params shell \
+    --include='*.h' --include='*.cpp' | grep -v '^shell/EntryPoints\.h:'); then
+    complain "CMake picks the system's file; no #ifdef in code" "$seen"
+fi
+exit $failed

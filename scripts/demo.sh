@@ -1,0 +1,64 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and shows the equaliser at work: recorded music goes through the
+# Linux library and, under Wine, through the Windows one, in a few telling settings; then the
+# responses and the harmonics of those settings are measured and drawn.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+scripts/setup.sh demo
+scripts/build.sh
+
+export WINEPREFIX=$PWD/build/wine
+tool=dist/linux/zkrt46
+linux=dist/linux/ZKRT46.so
+windows=dist/windows/ZKRT46.dll
+samples=/usr/share/sonic-pi/samples
+out=build/demo
+rm -rf "$out"
+mkdir -p "$out"
+
+# both TITLE=VALUE...: the same setting for the left and the right channel.
+both() {
+    local setting
+    for setting in "$@"; do
+        echo "${setting/=/L=} ${setting/=/R=}"
+    done
+}
+
+# The settings, as NAME: TITLE=VALUE ... (values as the plug-in shows them).
+warm="Warm and open: $(both LShelf=On LFreq=82 LGain=2 HShelf=On HFreq=12000 HGain=2.5 | tr '\n' ' ')"
+clear="Clear the mud: $(both LFreq=300 LGain=-3 MFreq=3000 MGain=2 HFreq=17500 HGain=3 | tr '\n' ' ')"
+driven="Driven: QB11=On $(both Drive=10 Hpf=30 28k=On Output=-4 LFreq=63 LGain=2 | tr '\n' ' ')"
+
+say() { printf '\n\033[1m%s\033[0m\n' "$1"; }
+
+say "The delay, measured against what the library reports"
+"$tool" latency --plugin "$linux"
+
+# render NAME FILE CURVE: through both libraries, and compares the results.
+render() {
+    local name=$1 input=$2 curve=$3 word
+    local -a settings=()
+    for word in ${curve#*: }; do settings+=(--set "$word"); done
+    say "${curve%%:*}: $(basename "$input")"
+    "$tool" render --verbose --plugin "$linux" "${settings[@]}" "$input" "$out/$name.wav"
+    "$tool" render --verbose --plugin "$windows" "${settings[@]}" "$input" "$out/$name-windows.wav"
+    if cmp -s "$out/$name.wav" "$out/$name-windows.wav"; then
+        echo "  Both libraries gave the same file, to the bit."
+    else
+        echo "  The two files differ."
+    fi
+}
+render warm "$samples/guit_em9.flac" "$warm"
+render clear "$samples/loop_garzul.flac" "$clear"
+render driven "$samples/loop_amen_full.flac" "$driven"
+
+say "Drawing the responses and the harmonics"
+"$tool" response --plugin "$windows" --points 120 --title "Three settings" --range 12 \
+    --curve "$warm" --curve "$clear" --curve "$driven" -o "$out/response.png"
+word_settings=()
+for word in ${driven#*: }; do word_settings+=(--set "$word"); done
+"$tool" harmonics --plugin "$linux" "${word_settings[@]}" --freq 50 --sweep -40:0:2 \
+    -o "$out/harmonics.png"
+
+say "Results in $out"
+ls -l "$out" | awk 'NR > 1 {printf "  %9d  %s\n", $5, $9}'

@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that are missing for a purpose. Usage: setup.sh build|demo|test
+set -euo pipefail
+
+build=(g++ cmake ninja-build pkg-config juce-modules-source-data
+       g++-mingw-w64-x86-64-posix libsndfile1-dev libcli11-dev)
+demo=(wine wine64 gnuplot-nox sonic-pi-samples)
+tests=("${demo[@]}" googletest clang-format-14)
+
+case ${1:-} in
+build) wanted=("${build[@]}") ;;
+demo) wanted=("${build[@]}" "${demo[@]}") ;;
+test) wanted=("${build[@]}" "${tests[@]}") ;;
+*)
+    echo "usage: setup.sh build|demo|test" >&2
+    exit 2
+    ;;
+esac
+
+missing=()
+for package in "${wanted[@]}"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q '^install ok installed' ||
+        missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || {
+        echo "setup: run as root (or install sudo) to install: ${missing[*]}" >&2
+        exit 1
+    }
+    as_root=(sudo)
+fi
+echo "Installing: ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+if ! { "${as_root[@]}" apt-get update &&
+    "${as_root[@]}" apt-get install -y --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then
+    tail -n 20 "$log" >&2
+    echo "setup: the packages could not be installed" >&2
+    exit 1
+fi

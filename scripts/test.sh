@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Installs what the tests need, builds everything and runs every test: on Linux, on Windows through
+# Wine, under the address and undefined-behaviour sanitizers and under the thread sanitizer.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+scripts/setup.sh test
+
+export WINEPREFIX=$PWD/build/wine
+export ZKR_EXPECT_WINDOWS=1  # tests that reach the Windows build must find it
+
+echo "== Rules of the sources"
+scripts/check_sources.sh
+
+# run PRESET [CTEST ARGUMENTS]: configures, builds with warnings as errors, tests.
+run() {
+    local preset=$1 log
+    shift
+    log=build/$preset-test.log
+    mkdir -p build
+    echo "== $preset: build"
+    if ! { cmake --preset "$preset" -DZKR_TESTS=ON -DZKR_WARNINGS_AS_ERRORS=ON &&
+        cmake --build --preset "$preset"; } >"$log" 2>&1; then
+        grep -E -A6 'error|FAILED' "$log" | head -n 80 >&2 || tail -n 40 "$log" >&2
+        exit 1
+    fi
+    echo "== $preset: test"
+    ctest --preset "$preset" "$@"
+}
+
+# Windows first: tests of the Linux build compare the two libraries.
+scripts/wine.sh wineboot --init >/dev/null 2>&1
+run win64
+run release --parallel 2
+run asan --parallel 2
+run tsan --label-regex threads
+WINEPREFIX=$WINEPREFIX wineserver --kill 2>/dev/null || true
+echo "All tests passed."
