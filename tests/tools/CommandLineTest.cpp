@@ -138,7 +138,7 @@ TEST_F(CommandLine, ListsShowsAndProves)
 {
     EXPECT_EQ(run("params"), 0);
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 1 + 58);
-    EXPECT_NE(out.find("   26  LFreqL        9  Off         Hz    Off .. 33.00\n"),
+    EXPECT_NE(out.find("   26  LFreqL        9  Off         Hz    Off, 550.00, 430.00"),
               std::string::npos);
     EXPECT_EQ(run("params MFreqL"), 0);
     EXPECT_EQ(out,
