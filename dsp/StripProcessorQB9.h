@@ -40,6 +40,27 @@ public:
     void processInputStage(double* x, int n);
     void processOutputStage(double* x, int n);
 
+    // Moves the drive on by one sample; returns what takes it back out behind the equaliser strips.
+    double stepDrive()
+    {
+        driveGainCurrent = smoothed(driveGainCurrent, driveGainTarget, smoothingCoeff);
+        driveMakeupCurrent = smoothed(driveMakeupCurrent, driveMakeupTarget, smoothingCoeff);
+        return 1.0 / driveGainCurrent * driveMakeupCurrent;
+    }
+    void stepOutputGain()
+    {
+        outputGainCurrent = smoothed(outputGainCurrent, outputGainTarget, smoothingCoeff);
+    }
+
+    // A gain one sample later; the add-and-subtract keeps denormal numbers out of it.
+    static double smoothed(double current, double target, double coeff)
+    {
+        current += (target - current) * coeff;
+        current += 1e-14;
+        current -= 1e-14;
+        return current;
+    }
+
     static constexpr int kMaxCount = 64;  // samples of a sub-block
     static constexpr double kInitialSampleRate = 44100.0;
 

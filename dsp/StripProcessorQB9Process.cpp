@@ -60,14 +60,6 @@ void applyLinked(const StripProcessorQB9& strip, Sample* a, Sample* b, int* inve
     flipAt(b, n, index, *invertedB);
 }
 
-// One sample of a gain smoother; the add-and-subtract keeps denormal numbers out of it.
-void smooth(double& current, double target, double coeff)
-{
-    current += (target - current) * coeff;
-    current += 1e-14;
-    current -= 1e-14;
-}
-
 }  // namespace
 
 void StripProcessorQB9::applyPhase(double* x, int n)
@@ -97,12 +89,8 @@ void StripProcessorQB9::processInputStage(double* x, int n)
     if (!stripActive)
         return;
     for (int i = 0; i < n; ++i) {
-        double& factor = compensation[static_cast<std::size_t>(i)];
-        smooth(driveGainCurrent, driveGainTarget, smoothingCoeff);
+        compensation[static_cast<std::size_t>(i)] = stepDrive();
         x[i] *= driveGainCurrent;
-        factor = 1.0 / driveGainCurrent;
-        smooth(driveMakeupCurrent, driveMakeupTarget, smoothingCoeff);
-        factor *= driveMakeupCurrent;
     }
     highPass.process(x, n);
     if (!boostOn)
@@ -120,7 +108,7 @@ void StripProcessorQB9::processOutputStage(double* x, int n)
         return;
     for (int i = 0; i < n; ++i) {
         x[i] *= compensation[static_cast<std::size_t>(i)];
-        smooth(outputGainCurrent, outputGainTarget, smoothingCoeff);
+        stepOutputGain();
         x[i] *= outputGainCurrent;
     }
 }

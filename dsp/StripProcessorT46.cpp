@@ -75,7 +75,7 @@ void StripProcessorT46::updateFixedFilters()
 void StripProcessorT46::setProcessOn(float x)
 {
     processOn = switchValue(static_cast<double>(x));
-    update();
+    settingChanged();
 }
 
 // The low shelf exists from 63 to 300 Hz only, on purpose; at other steps the band stays a bell
@@ -91,7 +91,7 @@ void StripProcessorT46::setLowShelf(double x)
 {
     lowShelfRequested = switchValue(x);
     applyShelfRule();
-    update();
+    settingChanged();
 }
 
 void StripProcessorT46::setLowFrequency(double x)
@@ -102,14 +102,14 @@ void StripProcessorT46::setLowFrequency(double x)
         lowFrequency = hz;  // out of circuit, the last real step is kept
     if (lowShelfRequested)
         applyShelfRule();
-    update();
+    settingChanged();
 }
 
 void StripProcessorT46::setLowGain(double x)
 {
     lowGainDb = bandGainDb(x);
     lowGainNormal = x;
-    update();
+    settingChanged();
 }
 
 void StripProcessorT46::setMidFrequency(double x)
@@ -118,20 +118,20 @@ void StripProcessorT46::setMidFrequency(double x)
     midOn = hz > 0.0 ? 1 : 0;
     if (midOn)
         midFrequency = hz;
-    update();
+    settingChanged();
 }
 
 void StripProcessorT46::setMidGain(double x)
 {
     midGainDb = bandGainDb(x);
     midGainNormal = x;
-    update();
+    settingChanged();
 }
 
 void StripProcessorT46::setHighShelf(double x)
 {
     highShelfOn = switchValue(x);
-    update();
+    settingChanged();
 }
 
 void StripProcessorT46::setHighFrequency(double x)
@@ -140,14 +140,14 @@ void StripProcessorT46::setHighFrequency(double x)
     highOn = hz > 0.0 ? 1 : 0;
     if (highOn)
         highFrequency = hz;
-    update();
+    settingChanged();
 }
 
 void StripProcessorT46::setHighGain(double x)
 {
     highGainDb = bandGainDb(x);
     highGainNormal = x;
-    update();
+    settingChanged();
 }
 
 void StripProcessorT46::setInputTransformerDisable(double x)
@@ -165,5 +165,25 @@ void StripProcessorT46::setAmpDisable(double x)
     ampOn = 1 - switchValue(x);
     sectionLimitDrive = 0.0;
     configureAmp();
-    update();
+    settingChanged();
+}
+
+void StripProcessorT46::holdUpdates()
+{
+    updatesHeld = true;
+}
+
+void StripProcessorT46::releaseUpdates()
+{
+    updatesHeld = false;
+    if (updateWanted)
+        update();
+}
+
+void StripProcessorT46::settingChanged()
+{
+    if (updatesHeld)
+        updateWanted = true;
+    else
+        update();
 }

@@ -42,11 +42,35 @@ public:
     void configureAmp();
     void updateFixedFilters();
 
-    // Decides what every filter does and starts a 150 ms glide of the gains.
+    // Decides what every filter does and starts a 150 ms glide of the gains. Each setter that can
+    // be heard ends with it.
     void update();
+
+    // Between the two, setters put the update off: many changes at one moment then cost one. It
+    // sounds the same, since an update starts from what the signal left behind and not from the
+    // update before it.
+    void holdUpdates();
+    void releaseUpdates();
 
     // In place, at the rate of setSampleRate. A count of 0 or less does nothing.
     void process(double* buffer, int count);
+
+    // Moves the gains on by one sample.
+    void stepGains()
+    {
+        if (gainRampCount == 0) {
+            lowGain = lowGainTarget;
+            midGain = midGainTarget;
+            highGain = highGainTarget;
+            outputGain = outputGainTarget;
+            return;
+        }
+        --gainRampCount;
+        lowGain += lowGainStep;
+        midGain += midGainStep;
+        highGain += highGainStep;
+        outputGain += outputGainStep;
+    }
 
     static constexpr double kInitialSampleRate = 96000.0;
 
@@ -86,6 +110,11 @@ public:
     PeakSection lowBell{kInitialSampleRate, FilterType::BandPass};
 
 private:
+    void settingChanged();
+
+    bool updatesHeld = false;
+    bool updateWanted = false;
+
     // A band that takes part in an update.
     struct BandInCircuit {
         Band band;
@@ -115,6 +144,5 @@ private:
     void processBands(double* buffer, int count);
     void processAmp(double* buffer, int count);
     void processOutputTransformer(double* buffer, int count);
-    void stepGains();
     double processBandsOf(int mode, double x);
 };

@@ -42,22 +42,6 @@ void StripProcessorT46::processBands(double* buffer, int count)
     }
 }
 
-void StripProcessorT46::stepGains()
-{
-    if (gainRampCount == 0) {
-        lowGain = lowGainTarget;
-        midGain = midGainTarget;
-        highGain = highGainTarget;
-        outputGain = outputGainTarget;
-        return;
-    }
-    --gainRampCount;
-    lowGain += lowGainStep;
-    midGain += midGainStep;
-    highGain += highGainStep;
-    outputGain += outputGainStep;
-}
-
 // Always the high band first, then the mid band, then the low band.
 double StripProcessorT46::processBandsOf(int mode, double x)
 {

@@ -29,6 +29,7 @@ Skirt interaction(Band band, BandModel& model, double x, double otherGainDb)
 
 void StripProcessorT46::update()
 {
+    updateWanted = false;
     chooseBandMode();
 
     // For bands out of circuit: one that comes back glides from close to the gain it left.

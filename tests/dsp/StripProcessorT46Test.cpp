@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 #include <limits>
+#include <random>
 
 namespace {
 
@@ -173,6 +175,42 @@ TEST(StripProcessorT46, BadNumbersInItsSettersNeitherCrashNorPoisonTheSignal)
         for (const double rate : {bad, 0.0, 48000.0})
             strip.setSampleRate(rate);
         strip.process(block, 64);
+    }
+}
+
+TEST(StripProcessorT46, ChangesHeldTogetherSoundLikeTheSameChangesOneByOne)
+{
+    using Setter = void (StripProcessorT46::*)(double);
+    constexpr Setter kSetters[] = {
+        &StripProcessorT46::setLowShelf,      &StripProcessorT46::setLowFrequency,
+        &StripProcessorT46::setLowGain,       &StripProcessorT46::setMidFrequency,
+        &StripProcessorT46::setMidGain,       &StripProcessorT46::setHighShelf,
+        &StripProcessorT46::setHighFrequency, &StripProcessorT46::setHighGain,
+        &StripProcessorT46::setAmpDisable};
+    std::mt19937 random(11);
+    std::uniform_real_distribution<double> position(0.0, 1.0);
+    StripProcessorT46 oneByOne, held;
+    for (int burst = 0; burst < 600; ++burst) {
+        if (burst % 100 == 50)
+            for (StripProcessorT46* strip : {&oneByOne, &held})
+                strip->setSampleRate(burst % 200 < 100 ? 176400.0 : 192000.0);
+        held.holdUpdates();
+        for (unsigned change = random() % 8; change > 0; --change) {
+            const Setter setter = kSetters[random() % std::size(kSetters)];
+            const double x = position(random);
+            (oneByOne.*setter)(x);
+            (held.*setter)(x);
+        }
+        const float process = random() % 8 ? 1.0f : 0.0f;
+        oneByOne.setProcessOn(process);
+        held.setProcessOn(process);
+        held.releaseUpdates();
+        double a[64], b[64];
+        for (int i = 0; i < 64; ++i)
+            a[i] = b[i] = 2.0 * position(random) - 1.0;
+        oneByOne.process(a, 64);
+        held.process(b, 64);
+        ASSERT_EQ(std::memcmp(a, b, sizeof a), 0) << "burst " << burst;
     }
 }
 

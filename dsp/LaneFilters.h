@@ -1,0 +1,175 @@
+// The strips' filters with a channel in each lane. Local to the file that includes it.
+//
+// Every lane does what the plain filter does, in its order, but for products that are always zero
+// and are left out: with finite samples, adding or subtracting such a zero can change nothing
+// except the sign of another zero, and the 1e-36 that is added to every output takes that sign
+// away.
+//
+// step(x, row, keep) filters one row; `keep` is set for the last two rows of a block. leave() hands
+// back what the block left behind.
+#pragma once
+
+#include "LaneVectors.h"
+#include "WetBiquadFilter.h"
+
+namespace {
+
+template <int N>
+using Filters = Each<N, BiquadFilter>;
+template <int N>
+using WetFilters = Each<N, WetBiquadFilter>;
+
+// The history of a filter. It holds two samples, so only the last two rows of a block leave
+// anything in it; steps on other rows pass it by.
+template <int N>
+struct History {
+    ZKR_INLINE explicit History(const Filters<N>& f)
+        : filters(f), x1(f.get(&BiquadFilter::x1)), x2(f.get(&BiquadFilter::x2)),
+          y1(f.get(&BiquadFilter::y1)), y2(f.get(&BiquadFilter::y2))
+    {
+    }
+    ZKR_INLINE void add(Vec<N> x, Vec<N> y)
+    {
+        x2 = x1;
+        x1 = x;
+        y2 = y1;
+        y1 = y;
+    }
+    ZKR_INLINE void leave() const
+    {
+        filters.set(&BiquadFilter::x1, x1);
+        filters.set(&BiquadFilter::x2, x2);
+        filters.set(&BiquadFilter::y1, y1);
+        filters.set(&BiquadFilter::y2, y2);
+    }
+
+    Filters<N> filters;
+    Vec<N> x1, x2, y1, y2;
+};
+
+template <class Vector>
+ZKR_INLINE Vector withoutDenormals(Vector y)
+{
+    y += 1e-36;
+    y -= 1e-36;
+    return y;
+}
+
+// First order: b1 = b2 = a2 = 0.
+template <int N>
+struct LowPass1 {
+    ZKR_INLINE explicit LowPass1(const Filters<N>& f)
+        : b0(f.get(&BiquadFilter::b0)), a1(f.get(&BiquadFilter::a1)), history(f), y1(history.y1)
+    {
+    }
+    ZKR_INLINE Vec<N> step(Vec<N> x, int, bool keep)
+    {
+        y1 = withoutDenormals(b0 * x - a1 * y1);
+        if (keep)
+            history.add(x, y1);
+        return y1;
+    }
+    ZKR_INLINE void leave() const { history.leave(); }
+
+    Vec<N> b0, a1;
+    History<N> history;
+    Vec<N> y1;
+};
+
+// First order: b1 = -b0, so that b1 * x1 is the product b0 * x of the row before, turned round;
+// b2 = a2 = 0.
+template <int N>
+struct HighPass1 {
+    ZKR_INLINE explicit HighPass1(const Filters<N>& f)
+        : b0(f.get(&BiquadFilter::b0)), a1(f.get(&BiquadFilter::a1)), history(f),
+          bx1(b0 * history.x1), y1(history.y1)
+    {
+    }
+    ZKR_INLINE Vec<N> step(Vec<N> x, int, bool keep)
+    {
+        const Vec<N> bx = b0 * x;
+        y1 = withoutDenormals(bx - bx1 - a1 * y1);
+        bx1 = bx;
+        if (keep)
+            history.add(x, y1);
+        return y1;
+    }
+    ZKR_INLINE void leave() const { history.leave(); }
+
+    Vec<N> b0, a1;
+    History<N> history;
+    Vec<N> bx1, y1;
+};
+
+// Second order: b1 = 0, b2 = -b0.
+template <int N>
+struct BandPass {
+    ZKR_INLINE explicit BandPass(const Filters<N>& f)
+        : b0(f.get(&BiquadFilter::b0)), a1(f.get(&BiquadFilter::a1)), a2(f.get(&BiquadFilter::a2)),
+          history(f), bx1(b0 * history.x1), bx2(b0 * history.x2), y1(history.y1), y2(history.y2)
+    {
+    }
+    ZKR_INLINE Vec<N> step(Vec<N> x, int, bool keep)
+    {
+        const Vec<N> bx = b0 * x;
+        const Vec<N> y = withoutDenormals(bx - bx2 - a1 * y1 - a2 * y2);
+        bx2 = bx1;
+        bx1 = bx;
+        y2 = y1;
+        y1 = y;
+        if (keep)
+            history.add(x, y);
+        return y;
+    }
+    ZKR_INLINE void leave() const { history.leave(); }
+
+    Vec<N> b0, a1, a2;
+    History<N> history;
+    Vec<N> bx1, bx2, y1, y2;
+};
+
+// Second order, every coefficient in use.
+template <int N>
+struct SecondOrder {
+    ZKR_INLINE explicit SecondOrder(const Filters<N>& f)
+        : b0(f.get(&BiquadFilter::b0)), b1(f.get(&BiquadFilter::b1)), b2(f.get(&BiquadFilter::b2)),
+          a1(f.get(&BiquadFilter::a1)), a2(f.get(&BiquadFilter::a2)), history(f)
+    {
+    }
+    ZKR_INLINE Vec<N> step(Vec<N> x, int, bool)
+    {
+        const Vec<N> y = withoutDenormals(b0 * x + b1 * history.x1 + b2 * history.x2
+                                          - a1 * history.y1 - a2 * history.y2);
+        history.add(x, y);
+        return y;
+    }
+    ZKR_INLINE void leave() const { history.leave(); }
+
+    Vec<N> b0, b1, b2, a1, a2;
+    History<N> history;
+};
+
+// A filter blended with its input.
+template <int N, class Filter>
+struct Wet {
+    ZKR_INLINE explicit Wet(const WetFilters<N>& f)
+        : filters(f), filter(f.template as<BiquadFilter>()),
+          wet(f.get(&WetBiquadFilter::wetTarget)), dry(1.0 - wet)
+    {
+    }
+    ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool keep)
+    {
+        return filter.step(x, row, keep) * wet + x * dry;
+    }
+    ZKR_INLINE void leave() const
+    {
+        filter.leave();
+        filters.set(&WetBiquadFilter::wetCurrent, wet);
+    }
+
+    WetFilters<N> filters;
+    Filter filter;
+    Vec<N> wet, dry;
+};
+
+}  // namespace

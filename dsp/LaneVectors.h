@@ -1,0 +1,105 @@
+// Vectors with a channel in each lane, and what the kernels need to do with them. Local to the file
+// that includes it.
+#pragma once
+
+#include <emmintrin.h>
+
+#define ZKR_INLINE [[gnu::always_inline]] inline
+
+namespace {
+
+template <int N>
+struct Lanes {
+    using Vector [[gnu::vector_size(8 * N)]] = double;
+    using Bits [[gnu::vector_size(8 * N)]] = long long;
+    using Unaligned [[gnu::vector_size(8 * N), gnu::aligned(8), gnu::may_alias]] = double;
+
+    ZKR_INLINE static Vector load(const double* p)
+    {
+        return *reinterpret_cast<const Unaligned*>(p);
+    }
+    ZKR_INLINE static void store(double* p, Vector v) { *reinterpret_cast<Unaligned*>(p) = v; }
+
+    ZKR_INLINE static Vector magnitude(Vector v)
+    {
+        return reinterpret_cast<Vector>(reinterpret_cast<Bits>(v) & kMagnitude);
+    }
+    // `size` is not negative.
+    ZKR_INLINE static Vector withSign(Vector size, Vector sign)
+    {
+        return reinterpret_cast<Vector>(reinterpret_cast<Bits>(size)
+                                        | (reinterpret_cast<Bits>(sign) & ~kMagnitude));
+    }
+    ZKR_INLINE static bool anyAbove(Vector v, double limit)
+    {
+        const Bits above = v > limit;
+        return _mm_movemask_pd(reinterpret_cast<__m128d>(above)) != 0;
+    }
+
+    static constexpr long long kMagnitude = 0x7fffffffffffffff;
+};
+
+template <>
+struct Lanes<1> {
+    using Vector = double;
+
+    ZKR_INLINE static double load(const double* p) { return *p; }
+    ZKR_INLINE static void store(double* p, double v) { *p = v; }
+    ZKR_INLINE static double magnitude(double v) { return __builtin_fabs(v); }
+    ZKR_INLINE static double withSign(double size, double sign)
+    {
+        return __builtin_copysign(size, sign);
+    }
+    ZKR_INLINE static bool anyAbove(double v, double limit) { return v > limit; }
+};
+
+template <int N>
+using Vec = typename Lanes<N>::Vector;
+
+// The same object of each lane's strip: a filter, a section, or the strip itself.
+template <int N, class Object>
+struct Each {
+    template <class Member>
+    ZKR_INLINE Each<N, Member> operator[](Member Object::*member) const
+    {
+        Each<N, Member> all;
+        for (int k = 0; k < N; ++k)
+            all.lane[k] = &(lane[k]->*member);
+        return all;
+    }
+    template <class Base>
+    ZKR_INLINE Each<N, Base> as() const
+    {
+        Each<N, Base> all;
+        for (int k = 0; k < N; ++k)
+            all.lane[k] = lane[k];
+        return all;
+    }
+    ZKR_INLINE Vec<N> get(double Object::*value) const
+    {
+        double values[N];
+        for (int k = 0; k < N; ++k)
+            values[k] = lane[k]->*value;
+        return Lanes<N>::load(values);
+    }
+    ZKR_INLINE void set(double Object::*value, Vec<N> v) const
+    {
+        double values[N];
+        Lanes<N>::store(values, v);
+        for (int k = 0; k < N; ++k)
+            lane[k]->*value = values[k];
+    }
+
+    Object* lane[N];
+};
+
+template <int N, class Object>
+ZKR_INLINE Each<N, Object> each(Object* const* objects)
+{
+    Each<N, Object> all;
+    for (int k = 0; k < N; ++k)
+        all.lane[k] = objects[k];
+    return all;
+}
+
+}  // namespace

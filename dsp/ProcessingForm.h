@@ -1,0 +1,25 @@
+// The forms in which the audio path exists: the plain one, and kernels for three instruction sets.
+// All give the same bits.
+#pragma once
+
+enum class ProcessingForm { Plain, Sse2, Avx2, Avx512 };
+
+// The forms that this processor and operating system can run, best last; Plain is always first.
+class ProcessingForms {
+public:
+    ProcessingForms();
+
+    const ProcessingForm* begin() const { return forms; }
+    const ProcessingForm* end() const { return forms + count; }
+    ProcessingForm best() const { return forms[count - 1]; }
+
+private:
+    ProcessingForm forms[4];
+    int count;
+};
+
+// The best form here; looked up once.
+ProcessingForm bestProcessingForm();
+
+// "plain", "sse2", "avx2" or "avx512".
+const char* nameOf(ProcessingForm form);
