@@ -47,6 +47,25 @@ void scale(double* x, double factor, int count)
         x[i] *= factor;
 }
 
+// The polarity stage of two channels, with the strips' operations for that kind of buffer. Two
+// changes that wait at the same time happen at the same sample. Null for a strip not in use.
+template <typename Sample>
+void applyPolarity(StripProcessorQB9* left, StripProcessorQB9* right, Sample* l, Sample* r, int n,
+                   void (StripProcessorQB9::*single)(Sample*, int),
+                   void (StripProcessorQB9::*linked)(Sample*, Sample*, int*, int*, int))
+{
+    if (left && right && left->phaseChangePending && right->phaseChangePending) {
+        (left->*linked)(l, r, &left->inverted, &right->inverted, n);
+        left->phaseChangePending = 0;
+        right->phaseChangePending = 0;
+        return;
+    }
+    if (left)
+        (left->*single)(l, n);
+    if (right)
+        (right->*single)(r, n);
+}
+
 }  // namespace
 
 void PitchNamesProcessor::processStereo(Sample32** inputs, Sample32** outputs, int32 n)
@@ -56,20 +75,19 @@ void PitchNamesProcessor::processStereo(Sample32** inputs, Sample32** outputs, i
     Sample32* outL = outputs[0];
     Sample32* outR = outputs[1];
     const SubBlock work{workL, workR};
-    const SubBlock temp{tempL, tempR};
 
     startBlockPolarity(inputs, n);
     for (int done = 0; done < n;) {
         const int sub = std::min(kSubBlock, n - done);
         widen(inL + done, workL, sub);
         widen(inR + done, workR, sub);
-        const int count = raiseRate(work, temp, sub);
+        const int count = oversampling.raiseRate(oversampleMode, work, sub);
         if (midSideOn)
             encodeMidSide(workL, workR, count);
         runStripsStereo(workL, workR, count);
         if (midSideOn)
             decodeMidSide(workL, workR, count);
-        lowerRate(work, temp, count);
+        oversampling.lowerRate(oversampleMode, work, count);
         writeStereo(outL + done, outR + done, sub);
         done += sub;
     }
@@ -81,19 +99,18 @@ void PitchNamesProcessor::processMono(Sample32** inputs, Sample32** outputs, int
     const Sample32* in = inputs[0];
     Sample32* out = outputs[0];
     const SubBlock work{workL, nullptr};
-    const SubBlock temp{tempL, nullptr};
 
     startBlockPolarity(inputs, n);
     for (int done = 0; done < n;) {
         const int sub = std::min(kSubBlock, n - done);
         widen(in + done, workL, sub);
-        const int count = raiseRate(work, temp, sub);
+        const int count = oversampling.raiseRate(oversampleMode, work, sub);
         if (midSideOn)
             scale(workL, 2.0, count);
         runStripsMono(workL, count);
         if (midSideOn)
             scale(workL, 0.5, count);
-        lowerRate(work, temp, count);
+        oversampling.lowerRate(oversampleMode, work, count);
         writeMono(out + done, sub);
         done += sub;
     }
@@ -125,122 +142,51 @@ void PitchNamesProcessor::startBlockPolarity(Sample32** inputs, int32 n)
     if (midSideOn || n <= kSubBlock)
         return;
     phaseDoneForBlock = 1;
-    if (!powerOn || !preampOn)
+    if (!powerOn)
         return;
-
-    StripProcessorQB9* const l = channel1Active ? preampStripL.get() : nullptr;
     // Without a channel of its own the right strip has nothing to flip, and waits.
-    StripProcessorQB9* const r = channel2Active && stereoIn ? preampStripR.get() : nullptr;
-    if (l && r && l->phaseChangePending && r->phaseChangePending) {
-        l->applyPhaseLinkedFloat(inputs[0], inputs[1], &l->inverted, &r->inverted, n);
-        l->phaseChangePending = 0;
-        r->phaseChangePending = 0;
-        return;
-    }
-    if (l)
-        l->applyPhaseFloat(inputs[0], n);
-    if (r)
-        r->applyPhaseFloat(inputs[1], n);
+    applyPolarity(leftChain().preamp, stereoIn ? rightChain().preamp : nullptr, inputs[0],
+                  stereoIn ? inputs[1] : nullptr, n, &StripProcessorQB9::applyPhaseFloat,
+                  &StripProcessorQB9::applyPhaseLinkedFloat);
 }
 
-// Takes `count` samples of `work` to the strips' rate and returns how many they are there.
-int PitchNamesProcessor::raiseRate(const SubBlock& work, const SubBlock& temp, int count)
+// What a channel's samples go through behind the polarity stage; a bypassed channel has no strips.
+StripChain PitchNamesProcessor::leftChain() const
 {
-    const auto copyBack = [&](int length) {
-        std::copy_n(temp.left, length, work.left);
-        if (temp.right)
-            std::copy_n(temp.right, length, work.right);
-    };
-    if (oversampleMode >= 1) {
-        oversampling.firstDoubling(work, temp, count);
-        count *= 2;
-        copyBack(count);
-    }
-    if (oversampleMode == 2) {
-        oversampling.secondDoubling(work, temp, count);
-        count *= 2;
-        copyBack(count);
-    }
-    return count;
+    if (!channel1Active)
+        return {};
+    return {preampOn ? preampStripL.get() : nullptr, eqStripL.get(),
+            secondaryOn ? eqStripL2.get() : nullptr};
 }
 
-// Brings `count` samples of `work` back to the host's rate and returns how many are left.
-int PitchNamesProcessor::lowerRate(const SubBlock& work, const SubBlock& temp, int count)
+StripChain PitchNamesProcessor::rightChain() const
 {
-    if (oversampleMode == 0)
-        return count;
-    oversampling.decimationFilter(oversampleMode == 1 ? down2xCoeffs : down4xCoeffs, work, temp,
-                                  count);
-    const auto keepOdd = [](const SubBlock& in, const SubBlock& out, int kept) {
-        keepOddSamples(in.left, out.left, kept);
-        if (in.right)
-            keepOddSamples(in.right, out.right, kept);
-    };
-    count /= 2;
-    keepOdd(temp, work, count);
-    if (oversampleMode == 2) {
-        count /= 2;
-        keepOdd(work, work, count);
-    }
-    return count;
+    if (!channel2Active)
+        return {};
+    return {preampOn ? preampStripR.get() : nullptr, eqStripR.get(),
+            secondaryOn ? eqStripR2.get() : nullptr};
 }
 
 void PitchNamesProcessor::runStripsStereo(double* l, double* r, int count)
 {
     if (!powerOn)
         return;
-    StripProcessorQB9* const preampL = preampOn && channel1Active ? preampStripL.get() : nullptr;
-    StripProcessorQB9* const preampR = preampOn && channel2Active ? preampStripR.get() : nullptr;
-
-    if (!phaseDoneForBlock) {
-        if (preampL && preampR && preampL->phaseChangePending && preampR->phaseChangePending) {
-            preampL->applyPhaseLinked(l, r, &preampL->inverted, &preampR->inverted, count);
-            preampL->phaseChangePending = 0;
-            preampR->phaseChangePending = 0;
-        } else {
-            if (preampL)
-                preampL->applyPhase(l, count);
-            if (preampR)
-                preampR->applyPhase(r, count);
-        }
-    }
-    if (preampL)
-        preampL->processInputStage(l, count);
-    if (preampR)
-        preampR->processInputStage(r, count);
-
-    if (eqStripL && channel1Active)
-        eqStripL->process(l, count);
-    if (eqStripR && channel2Active)
-        eqStripR->process(r, count);
-    if (secondaryOn) {
-        if (eqStripL2 && channel1Active)
-            eqStripL2->process(l, count);
-        if (eqStripR2 && channel2Active)
-            eqStripR2->process(r, count);
-    }
-
-    if (preampL)
-        preampL->processOutputStage(l, count);
-    if (preampR)
-        preampR->processOutputStage(r, count);
+    const StripChain left = leftChain();
+    const StripChain right = rightChain();
+    if (!phaseDoneForBlock)
+        applyPolarity(left.preamp, right.preamp, l, r, count, &StripProcessorQB9::applyPhase,
+                      &StripProcessorQB9::applyPhaseLinked);
+    processStrips(processingForm, left, right, l, r, count);
 }
 
 void PitchNamesProcessor::runStripsMono(double* x, int count)
 {
-    if (!powerOn || !channel1Active)
+    if (!powerOn)
         return;
-    StripProcessorQB9* const preamp = preampOn ? preampStripL.get() : nullptr;
-    if (preamp && !phaseDoneForBlock)
-        preamp->applyPhase(x, count);
-    if (preamp)
-        preamp->processInputStage(x, count);
-    if (eqStripL)
-        eqStripL->process(x, count);
-    if (secondaryOn && eqStripL2)
-        eqStripL2->process(x, count);
-    if (preamp)
-        preamp->processOutputStage(x, count);
+    const StripChain chain = leftChain();
+    if (!phaseDoneForBlock && chain.preamp)
+        chain.preamp->applyPhase(x, count);
+    processStrips(processingForm, chain, {}, x, nullptr, count);
 }
 
 // What is heard of the two channels; sums and differences are not scaled.

@@ -47,6 +47,13 @@ void PitchNamesProcessor::readParameterChanges(IParameterChanges* changes)
     if (!changes)
         return;
     const int32 count = changes->getParameterCount();
+    if (count == 0)
+        return;
+    StripProcessorT46* const strips[] = {eqStripL.get(), eqStripR.get(), eqStripL2.get(),
+                                         eqStripR2.get()};
+    for (StripProcessorT46* strip : strips)
+        if (strip)
+            strip->holdUpdates();
     for (int32 i = 0; i < count; ++i) {
         IParamValueQueue* queue = changes->getParameterData(i);
         if (!queue)
@@ -56,6 +63,9 @@ void PitchNamesProcessor::readParameterChanges(IParameterChanges* changes)
         if (queue->getPoint(queue->getPointCount() - 1, sampleOffset, value) == kResultTrue)
             applyParameter(queue->getParameterId(), value);
     }
+    for (StripProcessorT46* strip : strips)
+        if (strip)
+            strip->releaseUpdates();
 }
 
 void PitchNamesProcessor::applyParameter(ParamID id, ParamValue value)

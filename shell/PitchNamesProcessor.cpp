@@ -28,14 +28,14 @@ float toMilliseconds(int32 samples, double rate)
 
 }  // namespace
 
-PitchNamesProcessor::PitchNamesProcessor()
+PitchNamesProcessor::PitchNamesProcessor(ProcessingForm form)
     : eqStripL(new (std::nothrow) StripProcessorT46),
       eqStripR(new (std::nothrow) StripProcessorT46),
       preampStripL(new (std::nothrow) StripProcessorQB9),
       preampStripR(new (std::nothrow) StripProcessorQB9),
       eqStripL2(new (std::nothrow) StripProcessorT46),
-      eqStripR2(new (std::nothrow) StripProcessorT46), tempL{}, tempR{}, workL{}, workR{},
-      latencyMs(toMilliseconds(kOversampledLatency, 44100.0))
+      eqStripR2(new (std::nothrow) StripProcessorT46), workL{}, workR{}, processingForm(form),
+      oversampling(form), latencyMs(toMilliseconds(kOversampledLatency, 44100.0))
 {
     updateStageSwitches();
     setControllerClass(kControllerId);
@@ -73,7 +73,6 @@ tresult PLUGIN_API PitchNamesProcessor::setActive(TBool state)
     std::fill(std::begin(workL), std::end(workL), 0.0);
     std::fill(std::begin(workR), std::end(workR), 0.0);
     oversampling.clear();
-    oversampling.designOversamplingFilters();
 
     latencySamples = oversampleMode == 0 ? 0 : kOversampledLatency;
     latencyMs = toMilliseconds(latencySamples, rate);

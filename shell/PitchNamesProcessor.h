@@ -4,9 +4,8 @@
 // It keeps no state between sessions: every setting reaches it as a parameter change.
 #pragma once
 
-#include "Oversampling.h"
-#include "StripProcessorQB9.h"
-#include "StripProcessorT46.h"
+#include "FastOversampling.h"
+#include "StripChain.h"
 
 #include "public.sdk/source/vst/vstaudioeffect.h"
 
@@ -17,7 +16,8 @@ namespace Vst {
 
 class PitchNamesProcessor : public AudioEffect {
 public:
-    PitchNamesProcessor();
+    // All forms sound the same; the best one this machine has is also the fastest.
+    explicit PitchNamesProcessor(ProcessingForm form = bestProcessingForm());
     ~PitchNamesProcessor() override;
 
     tresult PLUGIN_API initialize(FUnknown* context) SMTG_OVERRIDE;
@@ -49,10 +49,10 @@ protected:
     void passStereo(Sample32** inputs, Sample32** outputs, int32 n);
     void passMono(Sample32** inputs, Sample32** outputs, int32 n);
     void startBlockPolarity(Sample32** inputs, int32 n);
-    int raiseRate(const SubBlock& work, const SubBlock& temp, int count);
-    int lowerRate(const SubBlock& work, const SubBlock& temp, int count);
     void runStripsStereo(double* l, double* r, int count);
     void runStripsMono(double* x, int count);
+    StripChain leftChain() const;
+    StripChain rightChain() const;
     void writeStereo(Sample32* outL, Sample32* outR, int count) const;
     void writeMono(Sample32* out, int count) const;
 
@@ -66,7 +66,6 @@ protected:
     std::unique_ptr<StripProcessorT46> eqStripL2, eqStripR2;
 
     // A sub-block is 16 samples at the host's rate and up to four times that at the strips'.
-    double tempL[64], tempR[64];
     double workL[64], workR[64];
 
     // From the parameters.
@@ -82,7 +81,8 @@ protected:
 
     int32 phaseDoneForBlock = 0;  // the polarity stage has run on the whole of this block
 
-    Oversampling oversampling;
+    const ProcessingForm processingForm;
+    FastOversampling oversampling;
     int32 oversampleMode = 2;           // 0 none, 1 twice, 2 four times
     double oversampledRate = 176400.0;  // Hz, the rate at which the strips run
     int32 latencySamples = 96;

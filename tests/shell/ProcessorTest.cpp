@@ -311,6 +311,22 @@ TEST(Channels, MidSideCodingCancelsWithPowerOff)
         ASSERT_NEAR(a[1][i], b[1][i], 1e-7f);
 }
 
+TEST(Channels, WithoutAnyStripTheFrameStillRuns)
+{
+    const std::vector<Signal> in = stereoNoise(600);
+    Processor bare, off;
+    for (auto* strip : {&bare.eqStripL, &bare.eqStripR, &bare.eqStripL2, &bare.eqStripR2})
+        strip->reset();
+    for (auto* strip : {&bare.preampStripL, &bare.preampStripR})
+        strip->reset();
+    for (ParamID id = 0; id < kPresetParamCount; ++id)
+        if (id != kChannel && id != kMS)
+            bare.set(id, 1.0);
+    off.set(kPower, 0.0);
+    EXPECT_EQ(bare.render(in, {64}), off.render(in, {64}));
+    bare.setActive(true);
+}
+
 TEST(Licence, ThePassPathLeavesTheSoundUntouchedAndUndelayed)
 {
     std::vector<Signal> in = stereoNoise(100);

@@ -1,0 +1,166 @@
+// Oversampling: the choice of the kernels, the memory of their histories, the order of the stages.
+#include "FastOversampling.h"
+
+#include <algorithm>
+#include <iterator>
+#include <new>
+
+namespace {
+
+// Doubles in one entry for one channel: the most that any kernel has.
+constexpr int kLanes = 4;
+
+// Calls between two moves of a history to the front of its memory.
+constexpr int kSlides = 16;
+
+// Histories of one stage that reads `kReach` entries of the past and takes `kBlock` samples a call.
+// Kernels for both channels use the two halves as one.
+template <int kReach, int kBlock>
+struct StageMemory {
+    static constexpr int kCapacity = kReach + kSlides * kBlock;
+
+    StageMemory()
+    {
+        for (int c = 0; c < 2; ++c)
+            histories[c] = {entries + c * kLanes * kCapacity, samples + c * kCapacity, kReach,
+                            kCapacity, kReach};
+    }
+
+    void clear()
+    {
+        std::fill(std::begin(entries), std::end(entries), 0.0);
+        std::fill(std::begin(samples), std::end(samples), 0.0);
+        for (SlidingHistory& history : histories)
+            history.position = kReach;
+    }
+
+    alignas(64) double entries[2 * kLanes * kCapacity];
+    alignas(64) double samples[2 * kCapacity];
+    SlidingHistory histories[2];
+};
+
+using KernelStage = void (*)(SlidingHistory&, const double*, const SubBlock&, const SubBlock&, int);
+
+// Runs a stage for one channel or two, on kernels that take one channel or both.
+void run(KernelStage stage, int channels, SlidingHistory* histories, const double* coeffs,
+         const SubBlock& in, const SubBlock& out, int count)
+{
+    stage(histories[0], coeffs, in, out, count);
+    if (in.right && channels == 1)
+        stage(histories[1], coeffs, {in.right, nullptr}, {out.right, nullptr}, count);
+}
+
+}  // namespace
+
+struct FastOversampling::Memory {
+    StageMemory<64, kOutputsAtOnce> first;
+    StageMemory<128, kOutputsAtOnce> second;
+    StageMemory<256, 4 * kOutputsAtOnce> down;
+};
+
+FastOversampling::FastOversampling(ProcessingForm form)
+    : stereoKernels(nullptr), monoKernels(nullptr), tempL{}, tempR{}
+{
+    switch (form) {
+    case ProcessingForm::Plain:
+        break;
+    case ProcessingForm::Sse2:
+        stereoKernels = monoKernels = &kOversamplingSse2;
+        break;
+    case ProcessingForm::Avx2:
+        stereoKernels = monoKernels = &kOversamplingAvx2;
+        break;
+    case ProcessingForm::Avx512:
+        stereoKernels = &kOversamplingAvx512;
+        monoKernels = &kOversamplingAvx2;
+        break;
+    }
+    if (stereoKernels)
+        memory.reset(new (std::nothrow) Memory);
+    clear();
+}
+
+FastOversampling::~FastOversampling() = default;
+
+void FastOversampling::clear()
+{
+    plain.clear();
+    if (!memory)
+        return;
+    memory->first.clear();
+    memory->second.clear();
+    memory->down.clear();
+}
+
+int FastOversampling::raiseRate(int mode, const SubBlock& work, int count)
+{
+    if (mode == 0)
+        return count;
+    if (!memory)
+        return raisePlainly(mode, work, count);
+    const OversamplingKernels& kernels = work.right ? *stereoKernels : *monoKernels;
+    const SubBlock temp{tempL, work.right ? tempR : nullptr};
+    const SubBlock& doubled = mode == 1 ? work : temp;
+    run(kernels.firstDoubling, kernels.channels, memory->first.histories, plain.upStage1Coeffs,
+        work, doubled, count);
+    count *= 2;
+    if (mode == 1)
+        return count;
+    for (int done = 0; done < count; done += kOutputsAtOnce) {
+        const auto from = [done](double* x, int factor) { return x ? x + done * factor : nullptr; };
+        run(kernels.secondDoubling, kernels.channels, memory->second.histories,
+            plain.upStage2Coeffs, {from(temp.left, 1), from(temp.right, 1)},
+            {from(work.left, 2), from(work.right, 2)}, std::min(kOutputsAtOnce, count - done));
+    }
+    return 2 * count;
+}
+
+int FastOversampling::lowerRate(int mode, const SubBlock& work, int count)
+{
+    if (mode == 0)
+        return count;
+    if (!memory)
+        return lowerPlainly(mode, work, count);
+    const OversamplingKernels& kernels = work.right ? *stereoKernels : *monoKernels;
+    count /= mode == 1 ? 2 : 4;
+    run(mode == 1 ? kernels.keepEverySecond : kernels.keepEveryFourth, kernels.channels,
+        memory->down.histories, mode == 1 ? down2xCoeffs : down4xCoeffs, work, work, count);
+    return count;
+}
+
+int FastOversampling::raisePlainly(int mode, const SubBlock& work, int count)
+{
+    const SubBlock temp{tempL, work.right ? tempR : nullptr};
+    const auto copyBack = [&](int length) {
+        std::copy_n(temp.left, length, work.left);
+        if (work.right)
+            std::copy_n(temp.right, length, work.right);
+    };
+    plain.firstDoubling(work, temp, count);
+    count *= 2;
+    copyBack(count);
+    if (mode == 2) {
+        plain.secondDoubling(work, temp, count);
+        count *= 2;
+        copyBack(count);
+    }
+    return count;
+}
+
+int FastOversampling::lowerPlainly(int mode, const SubBlock& work, int count)
+{
+    const SubBlock temp{tempL, work.right ? tempR : nullptr};
+    plain.decimationFilter(mode == 1 ? down2xCoeffs : down4xCoeffs, work, temp, count);
+    const auto keepOdd = [](const SubBlock& in, const SubBlock& out, int kept) {
+        keepOddSamples(in.left, out.left, kept);
+        if (in.right)
+            keepOddSamples(in.right, out.right, kept);
+    };
+    count /= 2;
+    keepOdd(temp, work, count);
+    if (mode == 2) {
+        count /= 2;
+        keepOdd(work, work, count);
+    }
+    return count;
+}

@@ -1,0 +1,47 @@
+// What the fast oversampling filters share with their kernels: the history of a stage, laid out for
+// vector lanes, and the table of one instruction set's functions.
+//
+// A kernel computes sixteen neighbouring outputs at once, several in the lanes of one vector. The
+// history holds every sample once for each lane, so that one entry is what one vector needs at one
+// tap. With four lanes, where M samples of input belong to one output:
+//
+//   lane                         0          1           2            3
+//   entry q of the history       x[q]       x[q + 4M]   x[q + 8M]    x[q + 12M]
+//   sums in vector v (0 to 3)    y[v]       y[v + 4]    y[v + 8]     y[v + 12]
+//
+// Every lane does what the plain form does, in its order. Entries are never split between cache
+// lines, and those of a vector are those of its neighbour M taps later.
+#pragma once
+
+#include "Oversampling.h"
+
+constexpr int kOutputsAtOnce = 16;
+
+struct SlidingHistory {
+    double* entries;  // of one channel or both
+    double* samples;  // the same samples in a row, one channel after the other
+    int reach;        // how many entries of the past the filter reads
+    int capacity;     // of both, with room for the block being written
+    int position;     // where the next sample goes
+};
+
+// The stages of one instruction set. Outputs are always written in full sixteens; those beyond
+// `count` mean nothing.
+struct OversamplingKernels {
+    int channels;  // 1, or 2 if both channels go through one call with one history
+
+    // `count` (1 to 16) samples of `in` become 2 x count samples of `out`.
+    void (*firstDoubling)(SlidingHistory& history, const double* coeffs, const SubBlock& in,
+                          const SubBlock& out, int count);
+    void (*secondDoubling)(SlidingHistory& history, const double* coeffs, const SubBlock& in,
+                           const SubBlock& out, int count);
+    // Of 2 x count or 4 x count samples of `in`, `count` (1 to 16) remain in `out`.
+    void (*keepEverySecond)(SlidingHistory& history, const double* coeffs, const SubBlock& in,
+                            const SubBlock& out, int count);
+    void (*keepEveryFourth)(SlidingHistory& history, const double* coeffs, const SubBlock& in,
+                            const SubBlock& out, int count);
+};
+
+extern const OversamplingKernels kOversamplingSse2;
+extern const OversamplingKernels kOversamplingAvx2;
+extern const OversamplingKernels kOversamplingAvx512;
