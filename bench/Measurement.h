@@ -1,0 +1,45 @@
+// Times several forms of the same work on a machine that has other things to do: the forms take
+// turns, everything is repeated, and of each piece of work the shortest time counts.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+// FNV-1a over the bits of a signal.
+class Hash {
+public:
+    template <typename Sample>
+    void add(const Sample* x, int count)
+    {
+        addBytes(x, sizeof(Sample) * static_cast<std::size_t>(count));
+    }
+    std::uint64_t value() const { return bits; }
+
+private:
+    void addBytes(const void* bytes, std::size_t size);
+
+    std::uint64_t bits = 0xcbf29ce484222325u;
+};
+
+template <typename Work>
+double nanosecondsOf(Work work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start)
+        .count();
+}
+
+// The shortest times seen of a row of pieces of work that is gone through several times.
+class ShortestTimes {
+public:
+    void record(std::size_t piece, double nanoseconds);
+    double mean() const;
+    double longest() const;
+
+private:
+    std::vector<double> pieces;
+};

@@ -1,0 +1,184 @@
+// Single stages. A stage takes one stereo sub-block of 16 host frames in place, as it lies between
+// its neighbours in the block loop; to add one, write its factory and add a line to kStages.
+#include "Benches.h"
+#include "FastOversampling.h"
+#include "Measurement.h"
+#include "StripChain.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <memory>
+#include <random>
+
+namespace {
+
+constexpr int kFrames = 16;
+constexpr double kStripRate = 192000.0;  // Hz, four times 48 kHz
+constexpr int kSubBlocks = 256;          // in one timed piece of work
+
+// Takes `count` samples of each channel in place.
+using RunStage = std::function<void(double* left, double* right, int count)>;
+
+template <int kMode>
+RunStage up(ProcessingForm form)
+{
+    const auto stage = std::make_shared<FastOversampling>(form);
+    return [stage](double* left, double* right, int count) {
+        stage->raiseRate(kMode, {left, right}, count);
+    };
+}
+
+template <int kMode>
+RunStage down(ProcessingForm form)
+{
+    const auto stage = std::make_shared<FastOversampling>(form);
+    return [stage](double* left, double* right, int count) {
+        stage->lowerRate(kMode, {left, right}, count);
+    };
+}
+
+struct Strips {
+    StripProcessorQB9 preamp;
+    StripProcessorT46 first, second;
+};
+
+void putThreeBandsIn(StripProcessorT46& strip)
+{
+    strip.setLowFrequency(0.6);
+    strip.setLowGain(0.7);
+    strip.setMidFrequency(0.5);
+    strip.setMidGain(0.35);
+    strip.setHighFrequency(0.5);
+    strip.setHighGain(0.65);
+}
+
+void putAllIn(StripProcessorQB9& preamp)
+{
+    preamp.setDrive(0.6);
+    preamp.setHpf(0.5);
+    preamp.set28k(1.0);
+    preamp.setOutput(0.45);
+}
+
+enum class InCircuit { OneStrip, OneStripWithBands, Preamp, Everything };
+
+template <InCircuit kInCircuit>
+RunStage strips(ProcessingForm form)
+{
+    constexpr bool kHasStrip = kInCircuit != InCircuit::Preamp;
+    constexpr bool kHasPreamp =
+        kInCircuit == InCircuit::Preamp || kInCircuit == InCircuit::Everything;
+    const auto pair = std::make_shared<std::array<Strips, 2>>();
+    std::array<StripChain, 2> chains{};
+    for (std::size_t c = 0; c < 2; ++c) {
+        Strips& one = (*pair)[c];
+        one.preamp.setSampleRate(kStripRate);
+        one.first.setSampleRate(kStripRate);
+        one.second.setSampleRate(kStripRate);
+        if (kInCircuit != InCircuit::OneStrip) {
+            putAllIn(one.preamp);
+            putThreeBandsIn(one.first);
+            putThreeBandsIn(one.second);
+        }
+        chains[c] = {kHasPreamp ? &one.preamp : nullptr, kHasStrip ? &one.first : nullptr,
+                     kInCircuit == InCircuit::Everything ? &one.second : nullptr};
+    }
+    return [pair, chains, form](double* left, double* right, int count) {
+        processStrips(form, chains[0], chains[1], left, right, count);
+    };
+}
+
+struct Stage {
+    const char* name;
+    double hostRate;  // Hz
+    int in, out;      // samples of each channel in a sub-block
+    RunStage (*make)(ProcessingForm form);
+};
+
+// clang-format off
+const Stage kStages[] = {
+    //  name                 host rate   in  out
+    {"up 4 times",            48000.0,   16,  64,  up<2>},
+    {"down from 4 times",     48000.0,   64,  16,  down<2>},
+    {"up twice",              96000.0,   16,  32,  up<1>},
+    {"down from twice",       96000.0,   32,  16,  down<1>},
+    {"strip pair",            48000.0,   64,  64,  strips<InCircuit::OneStrip>},
+    {"... three bands",       48000.0,   64,  64,  strips<InCircuit::OneStripWithBands>},
+    {"pre-amplifier pair",    48000.0,   64,  64,  strips<InCircuit::Preamp>},
+    {"all strips",            48000.0,   64,  64,  strips<InCircuit::Everything>},
+};
+// clang-format on
+
+struct Contestant {
+    ProcessingForm form;
+    RunStage run;
+    ShortestTimes times;
+};
+
+class Input {
+public:
+    Input()
+    {
+        std::mt19937 random(16);
+        for (double& x : samples)
+            x = static_cast<double>(random()) / 8589934592.0 - 0.25;
+    }
+    const double* subBlock(int number, int channel) const
+    {
+        return samples.data() + (number * 2 + channel) * 64;
+    }
+
+private:
+    std::array<double, kSubBlocks * 2 * 64> samples;
+};
+
+// Plays the whole input; `sink` gets every sub-block of output.
+template <typename Sink>
+void play(const Stage& stage, const RunStage& run, const Input& input, Sink sink)
+{
+    for (int i = 0; i < kSubBlocks; ++i) {
+        double left[64], right[64];
+        std::copy_n(input.subBlock(i, 0), stage.in, left);
+        std::copy_n(input.subBlock(i, 1), stage.in, right);
+        run(left, right, stage.in);
+        sink(left, right);
+    }
+}
+
+std::uint64_t hashOf(const Stage& stage, const RunStage& run, const Input& input)
+{
+    Hash hash;
+    play(stage, run, input, [&](const double* left, const double* right) {
+        hash.add(left, stage.out);
+        hash.add(right, stage.out);
+    });
+    return hash.value();
+}
+
+}  // namespace
+
+void benchStages(const Selection& selection, Report& report)
+{
+    report.title("Stages: ns per stereo frame at the host's rate; /form is plain over that form.");
+    const auto input = std::make_unique<Input>();
+    for (const Stage& stage : kStages) {
+        if (selection.rate > 0.0 && !selection.wantsRate(stage.hostRate))
+            continue;
+        Case row{"stage", stage.name, "noise", stage.hostRate, kFrames, {}};
+        std::vector<Contestant> contestants;
+        for (const ProcessingForm form : ProcessingForms()) {
+            contestants.push_back({form, stage.make(form), {}});
+            row.results.push_back({form, 0.0, hashOf(stage, contestants.back().run, *input)});
+        }
+        for (int turn = 0; turn < 20 * selection.repetitions(); ++turn)
+            for (Contestant& contestant : contestants)
+                contestant.times.record(0, nanosecondsOf([&] {
+                                            play(stage, contestant.run, *input,
+                                                 [](auto*, auto*) {});
+                                        }));
+        for (std::size_t i = 0; i < contestants.size(); ++i)
+            row.results[i].value = contestants[i].times.mean() / (kSubBlocks * kFrames);
+        report.add(row);
+    }
+}
