@@ -1,7 +1,7 @@
 // PitchNamesProcessor: the audio half of the plug-in. It owns the strips of both channels, takes
 // the parameters at the head of each block and runs the block through them at the oversampled rate.
 //
-// It keeps no state between sessions: every setting reaches it as a parameter change.
+// It keeps no settings of its own: every one reaches it as a parameter change.
 #pragma once
 
 #include "FastOversampling.h"

@@ -54,8 +54,7 @@ IPluginFactory* getFactory()
 {
     // The library's own reference: a factory whose last effect was closed serves the next one, and
     // goes when the library is unloaded.
-    static const IPtr<CPluginFactory> ownReference = owned(createFactory());
-    gPluginFactory = ownReference;
-    gPluginFactory->addRef();
-    return gPluginFactory;
+    static const IPtr<CPluginFactory> ownReference = owned(gPluginFactory = createFactory());
+    ownReference->addRef();
+    return ownReference;
 }

@@ -232,6 +232,18 @@ TEST_F(WrappedEffect, AHostValueStillOnItsWayToTheControllerOutlivesANewDisplay)
     EXPECT_EQ(host.text(effGetParamDisplay, 0), "0.7500");
 }
 
+TEST_F(WrappedEffect, AnEditThatIsNewerThanAHostValueIsNotUndoneWhenThatOneArrives)
+{
+    host.set(0, 0.75f);
+    ParameterInfo info;
+    ASSERT_EQ(host.controller->getParameterInfo(0, info), kResultTrue);
+    host.controller->setParamNormalized(info.id, 0.25);
+    host.controller->edit(info.id, 0.25);
+    host.call(effEditIdle);
+    EXPECT_EQ(host.controller->getParamNormalized(info.id), 0.25);
+    EXPECT_EQ(host.get(0), 0.25f);
+}
+
 TEST_F(WrappedEffect, AReportOfTheProcessorReachesTheControllerWithTheTickAndBeforeTheStateIsRead)
 {
     host.component->meter = 0.5;

@@ -246,9 +246,12 @@ void Vst2Wrapper::updateController()
         ~Updating() { flag.clear(std::memory_order_release); }
         std::atomic_flag& flag;
     } updating{updatingController};
-    for (ParameterTransfer* transfer : {fromProcessor.get(), toController.get()})
-        for (const ParameterTransfer::Change& change : transfer->takeChanges())
-            controller->setParamNormalized(parameters[change.slot].info.id, change.value);
+    for (const ParameterTransfer::Change& change : fromProcessor->takeChanges())
+        controller->setParamNormalized(parameters[change.slot].info.id, change.value);
+    // Of a parameter that the controller has edited since, the newer value counts.
+    for (const ParameterTransfer::Change& change : toController->takeChanges())
+        controller->setParamNormalized(parameters[change.slot].info.id,
+                                       currentValues[change.slot].load());
 }
 
 }  // namespace Vst
