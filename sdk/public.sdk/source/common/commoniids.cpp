@@ -1,4 +1,7 @@
-// Identifiers of the view interfaces, which the rest of the SDK only declares.
+// Identifiers of interfaces that are only declared elsewhere: of views, in the rest of the SDK, and
+// of what the VST 2 wrapper and a controller offer each other.
+#include "../vst/vst2wrapper/ivst2bridge.h"
+
 #include "pluginterfaces/gui/iplugview.h"
 
 namespace Steinberg {
@@ -6,4 +9,20 @@ namespace Steinberg {
 DEF_CLASS_IID(IPlugView)
 DEF_CLASS_IID(IPlugFrame)
 
+#if SMTG_OS_LINUX
+namespace Linux {
+
+DEF_CLASS_IID(IEventHandler)
+DEF_CLASS_IID(ITimerHandler)
+DEF_CLASS_IID(IRunLoop)
+
+}  // namespace Linux
+#endif
+
+namespace Vst {
+
+DEF_CLASS_IID(IProgramName)
+DEF_CLASS_IID(IPendingValues)
+
+}  // namespace Vst
 }  // namespace Steinberg

@@ -1,0 +1,28 @@
+// Files and folders. Paths are UTF-8 and, where they are not absolute, start at the working
+// directory of the process.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+// '\\' on Windows, '/' elsewhere.
+extern const char kPathSeparator;
+
+// Empty when it cannot be told.
+std::string workingDirectory();
+bool setWorkingDirectory(const std::string& path);
+
+// All bytes of a file that may be read and written; nothing if it cannot be opened, is not an
+// ordinary file, or holds more than `limit` bytes.
+std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::size_t limit);
+
+// Writes a new file beside the old one and renames it over that, so that a crash or a full disk
+// leaves the old one whole. A link is followed. False, and nothing changed, if that fails or the
+// old file may not be written.
+bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes);
+
+}  // namespace platform

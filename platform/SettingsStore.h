@@ -1,0 +1,34 @@
+// The settings that belong to the user and outlive a project: a small store of named values.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+// Values are replaced whole: whoever reads meanwhile, in this process or another, gets the old
+// value or the new one. What cannot be read is absent; what cannot be written stays as it was.
+// Names are plain file names in ASCII.
+class SettingsStore {
+public:
+    virtual ~SettingsStore() = default;
+
+    virtual std::optional<std::vector<std::uint8_t>> read(const char* name) const = 0;
+    virtual void write(const char* name, const std::vector<std::uint8_t>& bytes) = 0;
+    virtual void remove(const char* name) = 0;
+
+    // UTF-8 without a terminator. A text of more than kMaxText bytes is absent.
+    virtual std::optional<std::string> readText(const char* name) const = 0;
+    virtual void writeText(const char* name, const std::string& text) = 0;
+
+    static constexpr std::size_t kMaxText = 2050;
+};
+
+// The store of this user: on Windows a key of the registry, elsewhere a folder under the XDG data
+// directory with one file for each value.
+SettingsStore& userSettings();
+
+}  // namespace platform

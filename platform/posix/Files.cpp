@@ -1,0 +1,129 @@
+// Files and folders on POSIX systems.
+#include "Files.h"
+
+#include <atomic>
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+class Descriptor {
+public:
+    explicit Descriptor(int opened) : number(opened) { }
+    ~Descriptor() { close(); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    operator int() const { return number; }
+    bool close()
+    {
+        const int closing = number;
+        number = -1;
+        return closing < 0 || ::close(closing) == 0;
+    }
+
+private:
+    int number;
+};
+
+// The file that a link leads to; the path itself where there is none yet.
+std::string resolved(const std::string& path)
+{
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
+                                                           &std::free);
+    return real ? real.get() : path;
+}
+
+bool writeAll(int file, const std::vector<std::uint8_t>& bytes)
+{
+    for (std::size_t done = 0; done < bytes.size();) {
+        const ssize_t count = write(file, bytes.data() + done, bytes.size() - done);
+        if (count < 0 && errno != EINTR)
+            return false;
+        done += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+    return true;
+}
+
+// A new file beside the target, under a name that no other process or thread uses now.
+int createBeside(const std::string& target, std::string& name)
+{
+    static std::atomic<unsigned> count{0};
+    constexpr int kAttempts = 100;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        name = target + '.' + std::to_string(getpid()) + '-' + std::to_string(++count) + ".tmp";
+        const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (file >= 0 || errno != EEXIST)
+            return file;
+    }
+    return -1;
+}
+
+}  // namespace
+
+const char kPathSeparator = '/';
+
+std::string workingDirectory()
+{
+    const std::unique_ptr<char, decltype(&std::free)> path(getcwd(nullptr, 0), &std::free);
+    return path ? path.get() : "";
+}
+
+bool setWorkingDirectory(const std::string& path)
+{
+    return chdir(path.c_str()) == 0;
+}
+
+std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::size_t limit)
+{
+    const Descriptor file(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+    struct stat status;
+    if (file < 0 || fstat(file, &status) != 0 || !S_ISREG(status.st_mode)
+        || static_cast<std::uint64_t>(status.st_size) > limit)
+        return std::nullopt;
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(status.st_size));
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t count = read(file, bytes.data() + done, bytes.size() - done);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return std::nullopt;
+        if (count == 0)
+            break;
+        done += static_cast<std::size_t>(count);
+    }
+    bytes.resize(done);
+    return bytes;
+}
+
+bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes)
+{
+    const std::string target = resolved(path);
+    struct stat status;
+    const bool exists = stat(target.c_str(), &status) == 0;
+    if (exists && (!S_ISREG(status.st_mode) || access(target.c_str(), W_OK) != 0))
+        return false;
+
+    std::string temporary;
+    Descriptor file(createBeside(target, temporary));
+    if (file < 0)
+        return false;
+    if (exists && fchmod(file, status.st_mode & 07777) != 0) {
+        // A file system without rights is no reason to lose the file.
+    }
+    if (writeAll(file, bytes) && fsync(file) == 0 && file.close()
+        && rename(temporary.c_str(), target.c_str()) == 0)
+        return true;
+    unlink(temporary.c_str());
+    return false;
+}
+
+}  // namespace platform

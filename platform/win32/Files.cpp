@@ -1,0 +1,106 @@
+// Files and folders on Windows.
+#include "Files.h"
+
+#include "WideText.h"
+
+#include <windows.h>
+
+#include <atomic>
+#include <cwchar>
+
+namespace platform {
+
+namespace {
+
+class FileHandle {
+public:
+    explicit FileHandle(HANDLE opened) : handle(opened) { }
+    ~FileHandle() { close(); }
+    FileHandle(const FileHandle&) = delete;
+    FileHandle& operator=(const FileHandle&) = delete;
+
+    explicit operator bool() const { return handle != INVALID_HANDLE_VALUE; }
+    HANDLE get() const { return handle; }
+    bool close()
+    {
+        const HANDLE closing = handle;
+        handle = INVALID_HANDLE_VALUE;
+        return closing == INVALID_HANDLE_VALUE || CloseHandle(closing) != 0;
+    }
+
+private:
+    HANDLE handle;
+};
+
+// Beside the target, and like no other that this or another process uses now.
+std::wstring temporaryName(const std::wstring& target)
+{
+    static std::atomic<unsigned> count{0};
+    wchar_t ending[64];
+    std::swprintf(ending, 64, L".%lx-%x.tmp", GetCurrentProcessId(), ++count);
+    return target + ending;
+}
+
+bool writeAll(const FileHandle& file, const std::vector<std::uint8_t>& bytes)
+{
+    DWORD written = 0;
+    return WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)
+        && written == bytes.size() && FlushFileBuffers(file.get());
+}
+
+}  // namespace
+
+const char kPathSeparator = '\\';
+
+std::string workingDirectory()
+{
+    std::wstring path(GetCurrentDirectoryW(0, nullptr), L'\0');
+    path.resize(GetCurrentDirectoryW(static_cast<DWORD>(path.size()), path.data()));
+    return fromWide(path);
+}
+
+bool setWorkingDirectory(const std::string& path)
+{
+    return SetCurrentDirectoryW(toWide(path).c_str()) != 0;
+}
+
+std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::size_t limit)
+{
+    const FileHandle file(CreateFileW(toWide(path).c_str(), GENERIC_READ | GENERIC_WRITE,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    LARGE_INTEGER size;
+    if (!file || GetFileType(file.get()) != FILE_TYPE_DISK || !GetFileSizeEx(file.get(), &size)
+        || static_cast<std::uint64_t>(size.QuadPart) > limit)
+        return std::nullopt;
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size.QuadPart));
+    DWORD count = 0;
+    if (!ReadFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr))
+        return std::nullopt;
+    bytes.resize(count);
+    return bytes;
+}
+
+bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes)
+{
+    const std::wstring target = toWide(path);
+    const DWORD attributes = GetFileAttributesW(target.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES
+        && (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0)
+        return false;
+
+    const std::wstring temporary = temporaryName(target);
+    FileHandle file(CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file)
+        return false;
+    if (writeAll(file, bytes) && file.close()
+        && MoveFileExW(temporary.c_str(), target.c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return true;
+    file.close();
+    DeleteFileW(temporary.c_str());
+    return false;
+}
+
+}  // namespace platform

@@ -1,0 +1,225 @@
+// The bytes of banks and presets, field by field.
+#include "BankFormat.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+// clang-format off
+//   0 magic  4 kind  5 format word  9 parameters  13 records  17 current preset  21 payload size
+//   25 reserved, four words
+constexpr std::size_t kKindAt = 4, kFormatAt = 5, kParametersAt = 9, kRecordsAt = 13,
+                      kCurrentAt = 17, kPayloadAt = 21, kReservedAt = 25;
+// In a record, from the end of its head: a value record has two spare words between id and value.
+constexpr std::size_t kIdAt = 0, kValueAt = 12;
+// clang-format on
+
+constexpr std::uint32_t kFormatWord = 0x01000100;
+constexpr std::size_t kNameReserved = 4 + 128;
+
+std::uint32_t reversed(std::uint32_t x)
+{
+    return x >> 24 | (x >> 8 & 0xFF00) | (x << 8 & 0xFF0000) | x << 24;
+}
+
+std::int32_t reversed(std::int32_t x)
+{
+    return static_cast<std::int32_t>(reversed(static_cast<std::uint32_t>(x)));
+}
+
+std::uint32_t read32(const std::uint8_t* bytes, bool swap = false)
+{
+    const std::uint32_t x = static_cast<std::uint32_t>(bytes[0])
+        | static_cast<std::uint32_t>(bytes[1]) << 8 | static_cast<std::uint32_t>(bytes[2]) << 16
+        | static_cast<std::uint32_t>(bytes[3]) << 24;
+    return swap ? reversed(x) : x;
+}
+
+std::int32_t readInt(const std::uint8_t* bytes, bool swap = false)
+{
+    return static_cast<std::int32_t>(read32(bytes, swap));
+}
+
+// What both kinds of images do with a record that belongs to `slot`.
+bool takeRecord(const Record& record, bool swap, PresetSlot& slot)
+{
+    if (record.kind == kNameRecord) {
+        if (const std::uint8_t* name = recordName(record))
+            std::memcpy(slot.name, name, kPresetNameSize);
+    } else if (record.kind == kValueRecord) {
+        const auto entry = recordValue(record, swap);
+        if (!entry || entry->id < 0 || static_cast<unsigned>(entry->id) >= kPresetParamCount)
+            return true;
+        if (!isNormalised(entry->value))
+            return false;
+        setValue(slot, static_cast<unsigned>(entry->id), entry->value);
+    }
+    return true;
+}
+
+}  // namespace
+
+FileHeader readHeader(const std::uint8_t* bytes)
+{
+    FileHeader header{read32(bytes),
+                      bytes[kKindAt],
+                      read32(bytes + kFormatAt),
+                      readInt(bytes + kParametersAt),
+                      readInt(bytes + kRecordsAt),
+                      readInt(bytes + kCurrentAt),
+                      readInt(bytes + kPayloadAt),
+                      {}};
+    for (std::size_t i = 0; i < header.reserved.size(); ++i)
+        header.reserved[i] = read32(bytes + kReservedAt + 4 * i);
+    return header;
+}
+
+void swapHeader(FileHeader& header)
+{
+    header.formatWord = reversed(header.formatWord);
+    header.parameterCount = reversed(header.parameterCount);
+    header.recordCount = reversed(header.recordCount);
+    header.currentPreset = reversed(header.currentPreset);
+    header.payloadSize = reversed(header.payloadSize);
+    for (std::uint32_t& word : header.reserved)
+        word = reversed(word);
+}
+
+std::optional<ImageStart> readImageStart(ByteView image)
+{
+    if (image.size <= kKindAt)
+        return std::nullopt;
+    const std::uint32_t magic = read32(image.data);
+    if (magic != kMagic && magic != kReversedMagic)
+        return std::nullopt;
+    return ImageStart{image.data[kKindAt], magic == kReversedMagic};
+}
+
+const std::uint8_t* recordName(const Record& record)
+{
+    return static_cast<std::size_t>(record.size) < kPresetNameSize ? nullptr : record.body;
+}
+
+std::optional<ValueEntry> recordValue(const Record& record, bool swap)
+{
+    if (static_cast<std::size_t>(record.size) < kValueAt + sizeof(float))
+        return std::nullopt;
+    ValueEntry entry{readInt(record.body + kIdAt, swap), 0.0f};
+    const std::uint32_t bits = read32(record.body + kValueAt, swap);
+    std::memcpy(&entry.value, &bits, sizeof(bits));
+    return entry;
+}
+
+bool isNormalised(float value)
+{
+    return value >= 0.0f && value <= 1.0f;
+}
+
+RecordReader::RecordReader(ByteView recordBytes, std::int32_t count, bool swapFields)
+    : records(recordBytes), remaining(count), swap(swapFields)
+{
+}
+
+bool RecordReader::next(Record& record)
+{
+    if (remaining <= 0 || found != Fault::None)
+        return false;
+    --remaining;
+    start = end;
+    const std::size_t left = records.size - start;
+    if (left < kRecordHeadSize) {
+        found = Fault::HeadCutOff;
+        return false;
+    }
+    const std::uint8_t* head = records.data + start;
+    record = {readInt(head, swap), readInt(head + 4, swap), readInt(head + 8, swap),
+              head + kRecordHeadSize};
+    if (record.size < 0)
+        found = Fault::BadSize;
+    else if (static_cast<std::size_t>(record.size) > left - kRecordHeadSize)
+        found = Fault::BodyCutOff;
+    else
+        end = start + kRecordHeadSize + static_cast<std::size_t>(record.size);
+    return found == Fault::None;
+}
+
+bool readBankRecords(ByteView records, std::int32_t count, bool swap, const PresetSlot& resetImage,
+                     PresetSlot* bank)
+{
+    std::array<PresetSlot, kPresetCount> next;
+    std::copy_n(bank, kPresetCount, next.begin());
+    RecordReader reader(records, count, swap);
+    for (Record record; reader.next(record);) {
+        if (record.preset < 0 || record.preset >= kPresetCount)
+            continue;
+        PresetSlot& slot = next[static_cast<std::size_t>(record.preset)];
+        if (record.kind == kNameRecord && recordName(record))
+            slot = resetImage;
+        if (!takeRecord(record, swap, slot))
+            return false;
+    }
+    if (reader.fault() != RecordReader::Fault::None)
+        return false;
+    std::copy_n(next.begin(), kPresetCount, bank);
+    return true;
+}
+
+bool readPresetRecords(ByteView records, std::int32_t count, bool swap,
+                       const PresetSlot& resetImage, PresetSlot& preset)
+{
+    PresetSlot next = resetImage;
+    RecordReader reader(records, count, swap);
+    for (Record record; reader.next(record);)
+        if (!takeRecord(record, swap, next))
+            return false;
+    if (reader.fault() != RecordReader::Fault::None)
+        return false;
+    preset = next;
+    return true;
+}
+
+ImageWriter::ImageWriter(std::uint8_t kind, std::int32_t currentPreset, std::int32_t recordCount,
+                         std::size_t payloadSize)
+{
+    image.reserve(kFileHeaderSize + payloadSize);
+    append32(kMagic);
+    image.push_back(kind);
+    append32(kFormatWord);
+    append32(kPresetParamCount);
+    append32(static_cast<std::uint32_t>(recordCount));
+    append32(static_cast<std::uint32_t>(currentPreset));
+    append32(static_cast<std::uint32_t>(payloadSize));
+    appendZeros(kFileHeaderSize - kReservedAt);
+}
+
+void ImageWriter::appendName(std::int32_t preset, const PresetSlot& slot)
+{
+    appendHead(kNameRecord, kNameRecordSize, preset);
+    image.insert(image.end(), slot.name, slot.name + kPresetNameSize);
+    appendZeros(kNameReserved);
+}
+
+void ImageWriter::appendValue(std::int32_t preset, unsigned id, float value)
+{
+    std::uint32_t bits = 0;
+    std::memcpy(&bits, &value, sizeof(bits));
+    appendHead(kValueRecord, kValueRecordSize, preset);
+    append32(id);
+    appendZeros(8);
+    append32(bits);
+    appendZeros(4);
+}
+
+void ImageWriter::append32(std::uint32_t value)
+{
+    for (int shift = 0; shift < 32; shift += 8)
+        image.push_back(static_cast<std::uint8_t>(value >> shift));
+}
+
+void ImageWriter::appendHead(RecordKind kind, std::size_t recordSize, std::int32_t preset)
+{
+    append32(static_cast<std::uint32_t>(kind));
+    append32(static_cast<std::uint32_t>(recordSize - kRecordHeadSize));
+    append32(static_cast<std::uint32_t>(preset));
+}

@@ -1,0 +1,139 @@
+// The bytes of banks and presets: in files, in the per-user store and in a host's project.
+//
+// An image is a header of 41 bytes and a list of records. Each record tells its own size, so a
+// reader skips what it does not know and takes an image with fewer records than it expects. All
+// fields are little-endian and unaligned; an image from a big-endian machine is told by its magic.
+#pragma once
+
+#include "PresetSlot.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <utility>
+#include <vector>
+
+constexpr std::uint32_t kMagic = 0x5A743436;          // "64tZ" in a file
+constexpr std::uint32_t kReversedMagic = 0x3634745A;  // the same on a big-endian machine
+constexpr std::uint8_t kBankKind = 0x38;
+constexpr std::uint8_t kPresetKind = 0x22;
+
+constexpr std::size_t kFileHeaderSize = 41;
+constexpr std::size_t kRecordHeadSize = 12;
+constexpr std::size_t kNameRecordSize = 168;
+constexpr std::size_t kValueRecordSize = 32;
+constexpr std::size_t kPresetImageSize =
+    kFileHeaderSize + kNameRecordSize + kPresetParamCount * kValueRecordSize;
+constexpr std::size_t kBankImageSize =
+    kFileHeaderSize + kPresetCount * (kNameRecordSize + kPresetParamCount * kValueRecordSize);
+static_assert(kPresetImageSize == 2065 && kBankImageSize == 48617, "files of users have this size");
+
+// Bytes that belong to somebody else.
+struct ByteView {
+    const std::uint8_t* data;
+    std::size_t size;
+};
+
+struct FileHeader {
+    std::uint32_t magic;
+    std::uint8_t kind;
+    std::uint32_t formatWord;
+    std::int32_t parameterCount;
+    std::int32_t recordCount;
+    std::int32_t currentPreset;
+    std::int32_t payloadSize;  // bytes that follow the header
+    std::array<std::uint32_t, 4> reserved;
+};
+
+// The fields of the 41 bytes at `bytes`, taken as little-endian.
+FileHeader readHeader(const std::uint8_t* bytes);
+
+// Reverses the bytes of every field but magic and kind.
+void swapHeader(FileHeader& header);
+
+struct ImageStart {
+    std::uint8_t kind;
+    bool bigEndian;  // the image comes from a big-endian machine
+};
+
+// The first five bytes; nothing if they are not those of an image.
+std::optional<ImageStart> readImageStart(ByteView image);
+
+enum RecordKind : std::int32_t { kNameRecord = 0, kValueRecord = 1 };
+
+// A record inside the bytes of an image.
+struct Record {
+    std::int32_t kind;
+    std::int32_t size;         // bytes after the head
+    std::int32_t preset;       // any number: not every image is a good one
+    const std::uint8_t* body;  // `size` bytes
+};
+
+struct ValueEntry {
+    std::int32_t id;
+    float value;
+};
+
+// The name field of a record of kind 0; null if the record is too short to hold one.
+const std::uint8_t* recordName(const Record& record);
+// Id and value of a record of kind 1; nothing if the record is too short to hold them.
+std::optional<ValueEntry> recordValue(const Record& record, bool swap);
+// Holds for no value that is not a number.
+bool isNormalised(float value);
+
+// Steps through the records and never leaves their bytes.
+class RecordReader {
+public:
+    enum class Fault {
+        None,
+        HeadCutOff,  // fewer than 12 bytes are left
+        BadSize,     // the record's size is negative
+        BodyCutOff,  // the record's size reaches past the end
+    };
+
+    // `count` records are expected; bytes after them are not looked at.
+    RecordReader(ByteView records, std::int32_t count, bool swap);
+
+    // False after the last record and at a fault.
+    bool next(Record& record);
+    Fault fault() const { return found; }
+    // Where the record that next gave last begins, or the one at fault: bytes from the first one.
+    std::size_t position() const { return start; }
+
+private:
+    ByteView records;
+    std::int32_t remaining;
+    bool swap;
+    std::size_t start = 0, end = 0;
+    Fault found = Fault::None;
+};
+
+// Takes the records of a bank image into the 24 presets at `bank`. A name record first returns its
+// preset to `resetImage`; presets that no record names stay. Records that are not understood are
+// skipped. False, and nothing changed, if a record is damaged or a value lies outside 0 to 1.
+bool readBankRecords(ByteView records, std::int32_t count, bool swap, const PresetSlot& resetImage,
+                     PresetSlot* bank);
+
+// The same for a preset image, whatever preset its records name; the preset is returned to
+// `resetImage` before the first record.
+bool readPresetRecords(ByteView records, std::int32_t count, bool swap,
+                       const PresetSlot& resetImage, PresetSlot& preset);
+
+// Writes an image from its header and the records appended to it.
+class ImageWriter {
+public:
+    // Room for `recordCount` name and value records of `payloadSize` bytes in all.
+    ImageWriter(std::uint8_t kind, std::int32_t currentPreset, std::int32_t recordCount,
+                std::size_t payloadSize);
+    void appendName(std::int32_t preset, const PresetSlot& slot);
+    void appendValue(std::int32_t preset, unsigned id, float value);
+    std::vector<std::uint8_t> take() { return std::move(image); }
+
+private:
+    void append32(std::uint32_t value);
+    void appendHead(RecordKind kind, std::size_t recordSize, std::int32_t preset);
+    void appendZeros(std::size_t count) { image.resize(image.size() + count); }
+
+    std::vector<std::uint8_t> image;
+};

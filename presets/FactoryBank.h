@@ -1,0 +1,11 @@
+// The 24 presets that a new instance starts from.
+#pragma once
+
+#include "PresetSlot.h"
+
+#include <array>
+
+using Bank = std::array<PresetSlot, kPresetCount>;
+
+// Presets 0, "Default", and 21 to 23, "Init", hold the default of every parameter.
+const Bank& factoryBank();

@@ -1,0 +1,151 @@
+// ZKRPresetSystemController3: the edit controller's bank of 24 presets, and the roads on which
+// presets travel: to the parameters, to files, to the per-user store and to a host's project.
+//
+// There is no edit buffer. The selected preset in the bank is the live state: every change of a
+// parameter is written into it as it happens. Everything here runs on the user-interface thread,
+// and nothing tells the user of a failure: what cannot be read or written changes nothing.
+#pragma once
+
+#include "BankFormat.h"
+#include "SettingsStore.h"
+
+#include "public.sdk/source/vst/vst2wrapper/ivst2bridge.h"
+#include "public.sdk/source/vst/vsteditcontroller.h"
+
+#include <memory>
+
+namespace Steinberg {
+namespace Vst {
+
+class ZKRPresetSystemController3 : public EditControllerEx1, public IProgramName {
+public:
+    explicit ZKRPresetSystemController3(platform::SettingsStore& store = platform::userSettings());
+
+    // Fills the bank with the factory's presets. Fails when there is no memory for it.
+    tresult PLUGIN_API initialize(FUnknown* context) SMTG_OVERRIDE;
+    // Stores the paths and ends the bank.
+    tresult PLUGIN_API terminate() SMTG_OVERRIDE;
+    // Passes ids below 58 to the parameter, held to 0..1, and writes them into the selected preset.
+    // Other ids and values that are not numbers change nothing; the result is kResultOk for them.
+    tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) SMTG_OVERRIDE;
+
+    // IProgramName: the selected preset's name, for hosts that know one program. Editors are told
+    // of a new one.
+    tresult PLUGIN_API getProgramName(char* name) SMTG_OVERRIDE;
+    tresult PLUGIN_API setProgramName(const char* name) SMTG_OVERRIDE;
+
+    // --- Selection and names. An index outside 0 to 23 is ignored. ---
+
+    virtual int32 getCurrentPreset();
+    // Publishes the preset: each value goes to its parameter and to the host, in order of id. Also
+    // when it is the selected one already.
+    virtual void setCurrentPreset(int32 index);
+    // Cut to 23 bytes.
+    virtual void setCurrentPresetName(const char* text);
+    // The destination holds 25 bytes: 24 of the name and a terminator.
+    virtual void getPresetName(char* destination, int32 index);
+    virtual void getCurrentPresetName(char* destination);
+    // Returns the preset, name included, to the factory's first one.
+    virtual void resetPreset(int32 index);
+    // A parameter that a subclass hides is left out of images.
+    virtual bool isParameterHidden(ParamID id);
+
+    // --- Files. Paths are UTF-8. ---
+
+    // The folder, the bank file and the preset file that were used last, in buffers of
+    // kPathBufferSize bytes; null before initialize and after terminate.
+    virtual char* getCurrDir();
+    virtual char* getCurrBank();
+    virtual char* getCurrPreset();
+    // With `reversed`, the fields are taken in the order opposite to what the magic tells.
+    // Loading a bank selects preset 0, also when the file holds no bank but a preset.
+    virtual void loadBank(const char* path, bool reversed);
+    virtual void saveBank(const char* path);
+    virtual void storeDefaultBank();
+    virtual void clearDefaultBank();
+    virtual void loadDefaultBank();
+    virtual void loadPreset(const char* path, bool reversed);
+    virtual void savePreset(const char* path);
+    virtual void storeDefaultPreset();
+    virtual void clearDefaultPreset();
+    virtual void loadDefaultPreset();
+
+    // --- The two compare slots: the selected preset is stored, or replaced by what was. ---
+
+    virtual void storeMemoA();
+    virtual void storeMemoB();
+    virtual void loadMemoA();
+    virtual void loadMemoB();
+
+    // Reads the store and publishes preset 0; for the subclass, once all parameters exist.
+    virtual void startPresetSystem();
+    virtual void storePaths();
+    virtual void loadPaths();
+
+    // --- Images. ---
+
+    // The bank, or the selected preset, as an image. Returns its size; 0, and `image` untouched,
+    // without a bank.
+    virtual int32 serializeBank(std::vector<uint8>& image);
+    // `records` follow the header in the image; `header` is in machine order; `swap` tells whether
+    // the records are not. A bank that holds then selects its current preset and is published; one
+    // with a damaged record or a value outside 0 to 1 changes nothing.
+    virtual void deserializeBank(ByteView records, const FileHeader& header, bool swap);
+    virtual int32 serializePreset(std::vector<uint8>& image);
+    // The same for the selected preset, which a negative record count leaves reset.
+    virtual void deserializePreset(ByteView records, const FileHeader& header, bool swap);
+
+    // Writes names and values of all 24 presets into the bank, which is there and zeroed.
+    virtual void fillFactoryBank() = 0;
+
+    // The document that the installation brings; empty without one.
+    std::string getManualPath() const;
+
+    static constexpr int32 kPathBufferSize = 257;
+
+    DEFINE_INTERFACES
+    DEF_INTERFACE(IProgramName)
+    END_DEFINE_INTERFACES(EditControllerEx1)
+    DELEGATE_REFCOUNT(EditControllerEx1)
+
+protected:
+    using Path = std::unique_ptr<char[]>;
+    using Serialize = int32 (ZKRPresetSystemController3::*)(std::vector<uint8>&);
+    using Deserialize = void (ZKRPresetSystemController3::*)(ByteView, const FileHeader&, bool);
+    // Where the records of an image end.
+    enum class Payload { AsHeaderTells, AtEndOfImage };
+
+    // What a host's project keeps: an image behind a prefix of 8 bytes.
+    static constexpr int32 kStatePrefix = 8;
+    static constexpr int32 kStateBufferSize = kStatePrefix + static_cast<int32>(kBankImageSize);
+    static_assert(kStateBufferSize == 48625, "projects of users hold states of this size");
+
+    platform::SettingsStore& store;
+    Path currDir, currBank, currPreset;
+    std::unique_ptr<PresetSlot[]> presetBank;  // kPresetCount of them
+    PresetSlot resetImage{};
+    int32 currentPreset = 0;
+    std::unique_ptr<uint8[]> stateBuffer;  // kStateBufferSize bytes
+
+private:
+    PresetSlot* presetAt(int32 index);
+    // What a host has set and the controller has not heard of yet belongs to the selected preset.
+    void takePendingValues();
+
+    int32 serializeImage(uint8 kind, int32 first, int32 count, std::vector<uint8>& image);
+    // False when the bytes are no image. One of another kind, or with a cut-off header or payload,
+    // changes nothing.
+    bool takeImage(ByteView image, bool reversed, uint8 kind, Payload payload,
+                   Deserialize deserialize);
+
+    std::optional<std::string> goToFile(const char* path, Path& lastFile);
+    bool loadFile(const char* path, bool reversed, uint8 kind, Path& lastFile,
+                  Deserialize deserialize);
+    void saveFile(const char* path, Path& lastFile, Serialize serialize);
+
+    void storeValue(const char* name, Serialize serialize);
+    void loadValue(const char* name, uint8 kind, Deserialize deserialize);
+};
+
+}  // namespace Vst
+}  // namespace Steinberg

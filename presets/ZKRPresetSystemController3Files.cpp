@@ -1,0 +1,85 @@
+// ZKRPresetSystemController3: banks and presets in files.
+#include "ZKRPresetSystemController3.h"
+
+#include "Files.h"
+
+#include <cstring>
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+// No image of this or a later version comes near it.
+constexpr std::size_t kMaxFileSize = 1 << 24;
+
+void keepPath(char* buffer, const std::string& text)
+{
+    // One that does not fit is used but not remembered.
+    if (buffer && text.size() < ZKRPresetSystemController3::kPathBufferSize)
+        std::strcpy(buffer, text.c_str());
+}
+
+}  // namespace
+
+// Goes to the folder of `path`, or to the one used last if the path names none, and returns the
+// name of the file in it. Nothing when the folder cannot be entered.
+std::optional<std::string> ZKRPresetSystemController3::goToFile(const char* path, Path& lastFile)
+{
+    if (!path || !currDir)
+        return std::nullopt;
+    std::string folder = currDir.get(), name = lastFile.get();
+    if (const char* separator = std::strrchr(path, platform::kPathSeparator)) {
+        folder.assign(path, separator + 1);
+        name = separator + 1;
+        keepPath(currDir.get(), folder);
+        keepPath(lastFile.get(), name);
+    }
+    if (!folder.empty() && !platform::setWorkingDirectory(folder))
+        return std::nullopt;
+    return name;
+}
+
+// False when the file is no image at all.
+bool ZKRPresetSystemController3::loadFile(const char* path, bool reversed, uint8 kind,
+                                          Path& lastFile, Deserialize deserialize)
+{
+    const auto name = goToFile(path, lastFile);
+    const auto bytes = name ? platform::readFile(*name, kMaxFileSize) : std::nullopt;
+    return bytes
+        && takeImage({bytes->data(), bytes->size()}, reversed, kind, Payload::AsHeaderTells,
+                     deserialize);
+}
+
+void ZKRPresetSystemController3::loadBank(const char* path, bool reversed)
+{
+    if (loadFile(path, reversed, kBankKind, currBank, &ZKRPresetSystemController3::deserializeBank))
+        setCurrentPreset(0);
+}
+
+void ZKRPresetSystemController3::loadPreset(const char* path, bool reversed)
+{
+    loadFile(path, reversed, kPresetKind, currPreset,
+             &ZKRPresetSystemController3::deserializePreset);
+}
+
+void ZKRPresetSystemController3::saveFile(const char* path, Path& lastFile, Serialize serialize)
+{
+    std::vector<uint8> image;
+    const auto name = goToFile(path, lastFile);
+    if (name && (this->*serialize)(image) > 0)
+        platform::replaceFile(*name, image);
+}
+
+void ZKRPresetSystemController3::saveBank(const char* path)
+{
+    saveFile(path, currBank, &ZKRPresetSystemController3::serializeBank);
+}
+
+void ZKRPresetSystemController3::savePreset(const char* path)
+{
+    saveFile(path, currPreset, &ZKRPresetSystemController3::serializePreset);
+}
+
+}  // namespace Vst
+}  // namespace Steinberg

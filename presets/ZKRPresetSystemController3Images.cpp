@@ -1,0 +1,92 @@
+// ZKRPresetSystemController3: the bank and the selected preset as bytes, and back.
+#include "PresetTags.h"
+#include "ZKRPresetSystemController3.h"
+
+namespace Steinberg {
+namespace Vst {
+
+int32 ZKRPresetSystemController3::serializeImage(uint8 kind, int32 first, int32 count,
+                                                 std::vector<uint8>& image)
+{
+    if (!presetBank)
+        return 0;
+    int32 values = 0;
+    for (ParamID id = 0; id < kPresetParamCount; ++id)
+        values += isParameterHidden(id) ? 0 : 1;
+    const auto payload = static_cast<std::size_t>(count)
+        * (kNameRecordSize + static_cast<std::size_t>(values) * kValueRecordSize);
+    ImageWriter writer(kind, kind == kBankKind ? currentPreset : 0, count * (1 + values), payload);
+    for (int32 index = 0; index < count; ++index) {
+        const PresetSlot& preset = presetBank[first + index];
+        writer.appendName(index, preset);
+        for (ParamID id = 0; id < kPresetParamCount; ++id)
+            if (!isParameterHidden(id))
+                writer.appendValue(index, id, preset.values[id]);
+    }
+    image = writer.take();
+    return static_cast<int32>(image.size());
+}
+
+int32 ZKRPresetSystemController3::serializeBank(std::vector<uint8>& image)
+{
+    return serializeImage(kBankKind, 0, kPresetCount, image);
+}
+
+// The preset is stored under index 0, wherever it lies in the bank.
+int32 ZKRPresetSystemController3::serializePreset(std::vector<uint8>& image)
+{
+    return serializeImage(kPresetKind, currentPreset, 1, image);
+}
+
+bool ZKRPresetSystemController3::takeImage(ByteView image, bool reversed, uint8 kind,
+                                           Payload payload, Deserialize deserialize)
+{
+    const auto start = readImageStart(image);
+    if (!start)
+        return false;
+    if (start->kind != kind || image.size < kFileHeaderSize)
+        return true;
+    const bool swap = start->bigEndian != reversed;
+    FileHeader header = readHeader(image.data);
+    if (swap)
+        swapHeader(header);
+    ByteView records{image.data + kFileHeaderSize, image.size - kFileHeaderSize};
+    if (payload == Payload::AsHeaderTells) {
+        if (header.payloadSize < 0 || static_cast<std::size_t>(header.payloadSize) > records.size)
+            return true;
+        records.size = static_cast<std::size_t>(header.payloadSize);
+    }
+    (this->*deserialize)(records, header, swap);
+    return true;
+}
+
+void ZKRPresetSystemController3::deserializeBank(ByteView records, const FileHeader& header,
+                                                 bool swap)
+{
+    if (!presetBank || header.recordCount < 0)
+        return;
+    takePendingValues();
+    if (!readBankRecords(records, header.recordCount, swap, resetImage, presetBank.get()))
+        return;
+    const bool inBank = header.currentPreset >= 0 && header.currentPreset < kPresetCount;
+    setCurrentPreset(inBank ? header.currentPreset : 0);
+    // Makes every open editor read the names again.
+    setParamNormalized(kLoadBankTag, 0.0);
+}
+
+void ZKRPresetSystemController3::deserializePreset(ByteView records, const FileHeader& header,
+                                                   bool swap)
+{
+    if (!presetBank)
+        return;
+    takePendingValues();
+    if (header.recordCount < 0) {
+        resetPreset(currentPreset);
+        return;
+    }
+    if (readPresetRecords(records, header.recordCount, swap, resetImage, presetBank[currentPreset]))
+        setCurrentPreset(currentPreset);
+}
+
+}  // namespace Vst
+}  // namespace Steinberg

@@ -1,0 +1,28 @@
+// What the VST 2 wrapper and a controller may offer each other beyond the SDK's interfaces.
+#pragma once
+
+#include "pluginterfaces/base/funknown.h"
+
+namespace Steinberg {
+namespace Vst {
+
+// Of the controller: the name of the one program that a VST 2 host sees.
+class IProgramName : public FUnknown {
+public:
+    static constexpr int32 kSize = 25;  // bytes, with the terminator
+    virtual tresult PLUGIN_API getProgramName(char* name) = 0;
+    virtual tresult PLUGIN_API setProgramName(const char* name) = 0;
+    static const FUID iid;
+};
+DECLARE_CLASS_IID(IProgramName, 0x1F0A6E53, 0x8C2B4D77, 0x9E61B03D, 0x54C7F218)
+
+// Of the wrapper: hands the controller, now, the values that a host has set.
+class IPendingValues : public FUnknown {
+public:
+    virtual void PLUGIN_API deliverPendingValues() = 0;
+    static const FUID iid;
+};
+DECLARE_CLASS_IID(IPendingValues, 0x6B3D91C4, 0x27F84E0A, 0xB5D20C9F, 0xE8134A76)
+
+}  // namespace Vst
+}  // namespace Steinberg

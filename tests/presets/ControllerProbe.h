@@ -1,0 +1,116 @@
+// The controller with a host that writes down what it is told, a store of its own and an editor.
+#pragma once
+
+#include "FactoryBank.h"
+#include "MemoryStore.h"
+#include "PitchNamesController.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+
+using Values = std::vector<std::pair<ParamID, double>>;
+using Bytes = std::vector<uint8>;
+
+class HostProbe : public IComponentHandler, public IComponentHandler2 {
+public:
+    tresult PLUGIN_API beginEdit(ParamID id) override { return note("begin", id); }
+    tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override
+    {
+        edits.emplace_back(id, value);
+        return note("perform", id);
+    }
+    tresult PLUGIN_API endEdit(ParamID id) override { return note("end", id); }
+    tresult PLUGIN_API restartComponent(int32) override { return kResultOk; }
+    tresult PLUGIN_API setDirty(TBool state) override { return note("dirty", state ? 1u : 0u); }
+    tresult PLUGIN_API requestOpenEditor(FIDString) override { return kNotImplemented; }
+    tresult PLUGIN_API startGroupEdit() override { return kNotImplemented; }
+    tresult PLUGIN_API finishGroupEdit() override { return kNotImplemented; }
+    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) override
+    {
+        QUERY_INTERFACE(_iid, obj, FUnknown::iid, IComponentHandler)
+        QUERY_INTERFACE(_iid, obj, IComponentHandler::iid, IComponentHandler)
+        QUERY_INTERFACE(_iid, obj, IComponentHandler2::iid, IComponentHandler2)
+        *obj = nullptr;
+        return kNoInterface;
+    }
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
+
+    Values edits;
+    std::vector<std::string> calls;
+
+private:
+    tresult note(const char* call, ParamID id)
+    {
+        calls.push_back(call + (" " + std::to_string(id)));
+        return kResultOk;
+    }
+};
+
+class EditorProbe : public EditorView, public AttachedEditor {
+public:
+    explicit EditorProbe(EditController* owner) : EditorView(owner) { }
+    void setParameter(ParamID id, ParamValue value) override { told.emplace_back(id, value); }
+
+    Values told;
+};
+
+class ControllerProbe : public PitchNamesController {
+public:
+    explicit ControllerProbe(platform::SettingsStore& settings) : PitchNamesController(settings)
+    {
+        EXPECT_EQ(initialize(nullptr), kResultOk);
+        setComponentHandler(&host);
+    }
+    ~ControllerProbe() override { terminate(); }
+
+    // The 6144 bytes.
+    Bytes bank() const
+    {
+        const auto* bytes = reinterpret_cast<const uint8*>(presetBank.get());
+        return Bytes(bytes, bytes + sizeof(Bank));
+    }
+    PresetSlot& preset(int32 index) { return presetBank[index]; }
+    std::string name(int32 index)
+    {
+        char text[kPresetNameSize + 1] = {};
+        getPresetName(text, index);
+        return text;
+    }
+    Bytes bankImage()
+    {
+        Bytes image;
+        EXPECT_EQ(serializeBank(image), 48617);
+        return image;
+    }
+    Bytes presetImage()
+    {
+        Bytes image;
+        EXPECT_EQ(serializePreset(image), 2065);
+        return image;
+    }
+
+    HostProbe host;
+};
+
+// Values that no factory preset holds, a different one in every place.
+inline void fillWithOddValues(ControllerProbe& controller)
+{
+    for (int32 index = 0; index < kPresetCount; ++index) {
+        PresetSlot& preset = controller.preset(index);
+        setName(preset, ("Odd " + std::to_string(index)).c_str());
+        for (unsigned id = 0; id < kPresetParamCount; ++id)
+            preset.values[id] =
+                static_cast<float>((static_cast<unsigned>(index) * 7919 + id * 104729) % 10007)
+                / 10007.0f;
+    }
+    controller.preset(4).values[0] = 0.0f;
+    controller.preset(4).values[57] = 1.0f;
+}

@@ -1,0 +1,258 @@
+// Selection, names, the store and the host's state, through the controller as a host holds it.
+#include "ControllerProbe.h"
+
+#include "public.sdk/source/common/memorystream.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+struct Presets : testing::Test {
+    platform::MemoryStore store;
+    ControllerProbe controller{store};
+};
+
+TEST_F(Presets, StartWithTheFactoryBankAndItsFirstPresetInTheParameters)
+{
+    EXPECT_EQ(std::memcmp(controller.bank().data(), factoryBank().data(), sizeof(Bank)), 0);
+    EXPECT_EQ(controller.getCurrentPreset(), 0);
+    for (ParamID id = 0; id < kPresetParamCount; ++id)
+        EXPECT_EQ(controller.getParamNormalized(id),
+                  static_cast<double>(factoryBank()[0].values[id]))
+            << id;
+    EXPECT_STREQ(controller.getCurrDir(), "") << "an empty store empties the paths";
+    EXPECT_STREQ(controller.getCurrBank(), "");
+    EXPECT_STREQ(controller.getCurrPreset(), "");
+}
+
+TEST_F(Presets, SelectedOneGoesToParametersAndHostOneByOneAndIsFollowedByAnEmptyGesture)
+{
+    fillWithOddValues(controller);
+    for (int round = 0; round < 2; ++round) {  // also when it is selected already
+        controller.host.calls.clear();
+        controller.host.edits.clear();
+        controller.setCurrentPreset(12);
+        ASSERT_EQ(controller.host.edits.size(), 58u);
+        for (ParamID id = 0; id < 58; ++id) {
+            const double value = static_cast<double>(controller.preset(12).values[id]);
+            EXPECT_EQ(controller.host.edits[id], std::make_pair(id, value));
+            EXPECT_EQ(controller.getParamNormalized(id), value);
+        }
+        const std::vector<std::string> end(controller.host.calls.begin() + 58,
+                                           controller.host.calls.end());
+        EXPECT_EQ(end, (std::vector<std::string>{"dirty 1", "begin 0", "end 0"}));
+    }
+    controller.setCurrentPreset(24);
+    controller.setCurrentPreset(-1);
+    EXPECT_EQ(controller.getCurrentPreset(), 12);
+}
+
+TEST_F(Presets, TakeEveryChangeOfAParameterIntoTheSelectedOneAtOnce)
+{
+    controller.setCurrentPreset(2);
+    EXPECT_EQ(controller.setParamNormalized(28, 0.1), kResultOk);
+    EXPECT_EQ(controller.preset(2).values[28], 0.1f);
+    EXPECT_EQ(controller.preset(0).values[28], 0.5f);
+
+    const Bytes before = controller.bank();
+    for (const ParamID id : {58u, 59u, 60u, 1000u, 4000000000u})
+        EXPECT_EQ(controller.setParamNormalized(id, 0.3), kResultOk) << id;
+    EXPECT_EQ(controller.getParamNormalized(59), 0.0);
+    controller.setParamNormalized(28, std::nan(""));
+    EXPECT_EQ(controller.bank(), before);
+    controller.setParamNormalized(28, 7.0);
+    EXPECT_EQ(controller.preset(2).values[28], 1.0f) << "a bank with 7.0 could not be read again";
+}
+
+TEST_F(Presets, TellOpenEditorsOfEveryChangeWhateverItsNumber)
+{
+    auto* first = new EditorProbe(&controller);
+    auto* second = new EditorProbe(&controller);
+    EditorView stranger(&controller);
+    for (EditorView* editor :
+         {static_cast<EditorView*>(first), static_cast<EditorView*>(second), &stranger})
+        controller.editorAttached(editor);
+    controller.setParamNormalized(28, 0.25);
+    controller.setParamNormalized(59, 0.002);
+    controller.editorRemoved(first);
+    controller.editorRemoved(&stranger);
+    controller.setParamNormalized(1015, 1.0);
+    EXPECT_EQ(first->told, (Values{{28, 0.25}, {59, 0.002}}));
+    EXPECT_EQ(second->told, (Values{{28, 0.25}, {59, 0.002}, {1015, 1.0}}));
+
+    second->told.clear();
+    const Bytes image = controller.bankImage();
+    controller.deserializeBank({image.data() + 41, image.size() - 41}, readHeader(image.data()),
+                               false);
+    ASSERT_EQ(second->told.size(), 59u);
+    EXPECT_EQ(second->told.back(), (std::pair<ParamID, double>{1002, 0.0}))
+        << "editors were not told to read the names again";
+    controller.setProgramName("By the host");
+    EXPECT_EQ(second->told.back().first, 1000u);
+    controller.editorRemoved(second);
+    first->release();
+    second->release();
+}
+
+TEST_F(Presets, NamesHold23Characters)
+{
+    controller.setCurrentPreset(5);
+    controller.setCurrentPresetName("12345678901234567890123");
+    EXPECT_EQ(controller.name(5), "12345678901234567890123");
+    controller.setCurrentPresetName("123456789012345678901234");
+    EXPECT_EQ(controller.name(5), "12345678901234567890123");
+    controller.setCurrentPresetName("short");
+    EXPECT_EQ(
+        std::memcmp(controller.preset(5).name, "short\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 24),
+        0)
+        << "the rest of a longer name stayed behind the new one";
+    controller.setCurrentPresetName(nullptr);
+    EXPECT_EQ(controller.name(5), "short");
+
+    std::memset(controller.preset(5).name, 'x', 24);
+    char text[25];
+    std::memset(text, '?', sizeof text);
+    controller.getCurrentPresetName(text);
+    EXPECT_EQ(std::string(text), std::string(24, 'x'));
+    controller.resetPreset(5);
+    EXPECT_EQ(std::memcmp(&controller.preset(5), &factoryBank()[0], 256), 0);
+}
+
+TEST_F(Presets, DefaultsOfTheUserComeWithTheNextInstance)
+{
+    fillWithOddValues(controller);
+    controller.setCurrentPreset(9);
+    controller.storeDefaultBank();
+    controller.setParamNormalized(28, 0.125);
+    controller.setCurrentPresetName("Mine");
+    controller.storeDefaultPreset();
+    EXPECT_EQ(store.values["DefaultBank"].size(), 48617u);
+    EXPECT_EQ(store.values["DefaultPreset"].size(), 2065u);
+
+    {
+        ControllerProbe next(store);
+        EXPECT_EQ(next.getCurrentPreset(), 0);
+        EXPECT_EQ(std::memcmp(&next.preset(0), &controller.preset(9), 256), 0);
+        EXPECT_EQ(next.getParamNormalized(28), 0.125);
+        EXPECT_EQ(next.name(9), "Odd 9") << "the bank was stored before the name changed";
+        EXPECT_EQ(std::memcmp(&next.preset(23), &controller.preset(23), 256), 0);
+        next.resetPreset(4);
+        EXPECT_EQ(next.name(4), "Default") << "presets are reset to the factory's, not the user's";
+        next.clearDefaultBank();
+        next.clearDefaultBank();
+    }
+    ControllerProbe last(store);
+    EXPECT_EQ(last.name(0), "Mine");
+    EXPECT_EQ(last.name(1), "Fat Kick");
+}
+
+TEST_F(Presets, CompareSlotsReplaceTheSelectedPresetAndPublishIt)
+{
+    const Bytes before = controller.bank();
+    controller.loadMemoA();
+    EXPECT_EQ(controller.bank(), before) << "a slot that was never stored did something";
+    EXPECT_TRUE(controller.host.edits.empty());
+
+    fillWithOddValues(controller);
+    controller.setCurrentPreset(4);
+    controller.storeMemoA();
+    controller.setCurrentPreset(6);
+    controller.storeMemoB();
+    controller.host.edits.clear();
+    controller.loadMemoA();
+    EXPECT_EQ(controller.getCurrentPreset(), 6);
+    EXPECT_EQ(std::memcmp(&controller.preset(6), &controller.preset(4), 256), 0);
+    EXPECT_EQ(controller.host.edits.size(), 58u);
+    ControllerProbe other(store);
+    other.loadMemoB();
+    EXPECT_EQ(other.name(0), "Odd 6") << "slots are shared by all instances";
+}
+
+TEST_F(Presets, ValuesOfTheStoreThatAreNoImageAreIgnored)
+{
+    fillWithOddValues(controller);
+    const Bytes good = controller.presetImage();
+    const Bytes before = controller.bank();
+    const auto recall = [&](Bytes bytes) {
+        store.values["MemoA"] = bytes;
+        controller.loadMemoA();
+        EXPECT_EQ(controller.bank(), before) << bytes.size();
+    };
+    recall({1, 2, 3});
+    recall(Bytes(2065, 0));
+    recall(controller.bankImage());
+    recall(Bytes(good.begin(), good.begin() + 40));
+    recall(Bytes(good.begin(), good.end() - 1));
+    Bytes bad = good;
+    bad[41 + 168 + 27] = 0x7F;  // the first value is infinite or no number
+    recall(bad);
+
+    // Header sizes are not looked at here; a negative count of records leaves the preset reset.
+    Bytes odd = good;
+    odd[21] = 0xFF;
+    store.values["MemoA"] = odd;
+    controller.host.edits.clear();
+    controller.loadMemoA();
+    EXPECT_EQ(controller.host.edits.size(), 58u);
+    odd[16] = 0x80;
+    store.values["MemoA"] = odd;
+    controller.loadMemoA();
+    EXPECT_EQ(std::memcmp(&controller.preset(0), &factoryBank()[0], 256), 0);
+    EXPECT_EQ(controller.host.edits.size(), 58u) << "it was published";
+}
+
+TEST_F(Presets, PathsAreStoredAtTheEndAndReadAtTheStart)
+{
+    store.writeText("CurrDir", u8"/Müller/音/");
+    store.writeText("CurrBank", std::string(256, 'b'));
+    store.writeText("CurrPreset", std::string(257, 'p'));
+    {
+        ControllerProbe other(store);
+        EXPECT_STREQ(other.getCurrDir(), u8"/Müller/音/");
+        EXPECT_EQ(other.getCurrBank(), std::string(256, 'b'));
+        EXPECT_STREQ(other.getCurrPreset(), "") << "a text that does not fit was cut";
+        std::strcpy(other.getCurrPreset(), "one.zkr");
+    }
+    EXPECT_EQ(store.readText("CurrDir"), u8"/Müller/音/");
+    EXPECT_EQ(store.readText("CurrPreset"), "one.zkr");
+}
+
+TEST_F(Presets, StateIsTheWholeBankBehindEightBytes)
+{
+    fillWithOddValues(controller);
+    controller.setCurrentPreset(17);
+    MemoryStream state;
+    EXPECT_EQ(controller.getState(&state), kResultOk);
+    ASSERT_EQ(state.getSize(), 48625);
+    EXPECT_EQ(std::memcmp(state.getData(), "\0\0\0\2\x36\x34\x74\x5A\x36\x34\x74\x5A\x38", 13), 0);
+
+    ControllerProbe other(store);
+    EXPECT_EQ(other.setState(&state), kResultOk) << "the stream stands at its end";
+    EXPECT_EQ(other.bank(), controller.bank());
+    EXPECT_EQ(other.getCurrentPreset(), 17);
+    EXPECT_EQ(other.host.edits.size(), 58u);
+
+    // Of a state with fewer records, presets that it names fall back to the factory's first one.
+    MemoryStream shorter;
+    Bytes bytes(state.getData(), state.getData() + 8 + 41 + 168 + 32);
+    bytes[8 + 13] = 2;
+    bytes[8 + 14] = 0;
+    shorter.write(bytes.data(), static_cast<int32>(bytes.size()), nullptr);
+    fillWithOddValues(other);
+    setName(other.preset(0), "gone");
+    EXPECT_EQ(other.setState(&shorter), kResultOk);
+    EXPECT_EQ(other.name(0), "Odd 0");
+    EXPECT_EQ(other.preset(0).values[0], controller.preset(0).values[0]);
+    EXPECT_EQ(other.preset(0).values[28], factoryBank()[0].values[28]);
+    EXPECT_EQ(std::memcmp(&other.preset(1), &controller.preset(1), 256), 0);
+
+    EXPECT_EQ(other.setState(nullptr), kResultFalse);
+    EXPECT_EQ(other.getState(nullptr), kResultOk);
+    EXPECT_EQ(other.setComponentState(&state), kNotImplemented);
+    other.terminate();
+    EXPECT_EQ(other.getState(&state), kInternalError);
+    EXPECT_EQ(other.setState(&state), kInternalError);
+}
+
+}  // namespace
