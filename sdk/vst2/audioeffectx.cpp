@@ -200,7 +200,46 @@ VstIntPtr AudioEffectX::dispatcher(VstInt32 opcode, VstInt32 index, VstIntPtr va
     case effIdle:
         idle();
         return 0;
+    case effEditGetRect:
+    case effEditOpen:
+    case effEditClose:
+    case effEditKeyDown:
+    case effEditKeyUp:
+    case effSetEditKnobMode:
+        return editor ? editorDispatcher(opcode, index, value, ptr, opt) : 0;
     default:
         return AudioEffect::dispatcher(opcode, index, value, ptr, opt);
+    }
+}
+
+void AudioEffectX::setEditor(AEffEditor* editorToShow)
+{
+    editor = editorToShow;
+    if (editor)
+        cEffect.flags |= effFlagsHasEditor;
+    else
+        cEffect.flags &= ~effFlagsHasEditor;
+}
+
+VstIntPtr AudioEffectX::editorDispatcher(VstInt32 opcode, VstInt32 index, VstIntPtr value,
+                                         void* ptr, float opt)
+{
+    const auto key = static_cast<VstInt32>(value & 0xFF);
+    // A number that no set of modifiers has would not fit an integer.
+    const VstInt32 modifiers = opt >= 0.0f && opt < 256.0f ? static_cast<VstInt32>(opt) : 0;
+    switch (opcode) {
+    case effEditGetRect:
+        return ptr && editor->getRect(static_cast<ERect**>(ptr));
+    case effEditOpen:
+        return ptr && editor->open(ptr);
+    case effEditClose:
+        editor->close();
+        return 0;
+    case effEditKeyDown:
+        return editor->onKeyDown(index, key, modifiers);
+    case effEditKeyUp:
+        return editor->onKeyUp(index, key, modifiers);
+    default:  // effSetEditKnobMode
+        return editor->setKnobMode(static_cast<VstInt32>(value));
     }
 }

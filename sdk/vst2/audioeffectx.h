@@ -2,6 +2,7 @@
 // host may get wrong (indices, null pointers) before they are called.
 #pragma once
 
+#include "aeffeditor.h"
 #include "vst2interface.h"
 
 // The effect with the operations that every host uses.
@@ -88,5 +89,16 @@ public:
     virtual bool setProcessPrecision(VstInt32 precision) = 0;
     virtual void startProcess() { }
     virtual void stopProcess() { }
+    // User-interface work: the host's idle call, with an open editor or without.
     virtual void idle() { }
+
+protected:
+    // Null: the effect has no editor. The editor stays the caller's.
+    void setEditor(AEffEditor* editorToShow);
+
+private:
+    VstIntPtr editorDispatcher(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
+                               float opt);
+
+    AEffEditor* editor = nullptr;
 };

@@ -47,6 +47,7 @@ struct Plan {
     std::optional<std::string> controllerState;   // instead of the values
     std::function<void()> whileControllerStarts;  // at the end of its initialisation
     std::function<void()> whileStateIsSet;
+    std::function<IPlugView*()> makeView;  // without one there is no editor
 };
 
 inline std::string readAll(IBStream* stream)
@@ -214,6 +215,11 @@ public:
         for (const ParamID id : kWritableIds)
             bytes += static_cast<char>(static_cast<int>(getParamNormalized(id) * 255.0 + 0.5));
         return writeAll(state, plan.controllerState.value_or(bytes));
+    }
+
+    IPlugView* PLUGIN_API createView(FIDString name) override
+    {
+        return plan.makeView && std::string(name) == "editor" ? plan.makeView() : nullptr;
     }
 
     void edit(ParamID id, double value)

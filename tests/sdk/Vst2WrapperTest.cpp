@@ -155,6 +155,22 @@ TEST_F(WrappedEffect, NamesLabelsAndDisplaysAreThoseOfTheWritableParametersInOrd
     EXPECT_STREQ(properties.shortLabel, "A title");
 }
 
+TEST_F(WrappedEffect, TheControllerGetsWaitingValuesWhenItAsksAndTheHostNewsOfItsState)
+{
+    host.set(0, 0.9f);
+    EXPECT_EQ(host.controller->getParamNormalized(kLevelId), 0.5);
+    IComponentHandler* const wrapper = host.controller->getComponentHandler();
+    FUnknownPtr<IPendingValues>(wrapper)->deliverPendingValues();
+    EXPECT_FLOAT_EQ(static_cast<float>(host.controller->getParamNormalized(kLevelId)), 0.9f);
+
+    host.controller->setDirty(true);
+    EXPECT_EQ(host.timesAsked(audioMasterUpdateDisplay), 1);
+    wrapper->performEdit(kLevelId, std::nan(""));
+    EXPECT_EQ(host.get(0), 0.9f);
+    wrapper->performEdit(kLevelId, 3.0);
+    EXPECT_EQ(host.get(0), 1.0f);
+}
+
 TEST_F(WrappedEffect, TypedTextSetsAParameterOnlyIfItIsANumber)
 {
     host.block();

@@ -36,6 +36,8 @@ IPtr<Interface> createInstance(IPluginFactory& factory, const TUID classId)
     return IPtr<Interface>(static_cast<Interface*>(made), false);
 }
 
+Vst2Wrapper::IdleFunction idleFunction = nullptr;
+
 // "1.0.1.0" as one byte for each number, the first one highest.
 VstInt32 packVersion(const char* text)
 {
@@ -66,6 +68,18 @@ bool equalIgnoringCase(const char* a, const char* b)
 }
 
 }  // namespace
+
+void Vst2Wrapper::setIdleFunction(IdleFunction function)
+{
+    idleFunction = function;
+}
+
+void Vst2Wrapper::idle()
+{
+    updateController();
+    if (idleFunction)
+        idleFunction();
+}
 
 ::AudioEffect* Vst2Wrapper::create(IPluginFactory* givenFactory, const TUID vst3ComponentID,
                                    VstInt32 vst2ID, audioMasterCallback audioMaster)
@@ -144,6 +158,7 @@ bool Vst2Wrapper::init()
         controllerInitialised = true;
         controller->setComponentHandler(this);
         unitInfo = query<IUnitInfo>(controller);
+        programName = query<IProgramName>(controller);
         connectHalves(true);
 
         MemoryStream state;
@@ -162,17 +177,27 @@ bool Vst2Wrapper::init()
     sendStartValues();
     setupBuses();
     timer = owned(Timer::create(this, kControllerTickMs));
+    if (controller && Vst2EditorWrapper::exists(*controller)) {
+        editor =
+            std::make_unique<Vst2EditorWrapper>(*controller, [this](int32 width, int32 height) {
+                return askHost(audioMasterSizeWindow, width, height) != 0;
+            });
+        setEditor(editor.get());
+    }
     return true;
 }
 
 Vst2Wrapper::~Vst2Wrapper()
 {
+    setEditor(nullptr);
+    editor.reset();
     if (timer)
         timer->stop();
     connectHalves(false);
     if (controller) {
         controller->setComponentHandler(nullptr);
         unitInfo = nullptr;
+        programName = nullptr;
         if (controllerInitialised)
             controller->terminate();
     }
@@ -200,6 +225,8 @@ tresult PLUGIN_API Vst2Wrapper::queryInterface(const TUID _iid, void** obj)
     QUERY_INTERFACE(_iid, obj, FUnknown::iid, IHostApplication)
     QUERY_INTERFACE(_iid, obj, IHostApplication::iid, IHostApplication)
     QUERY_INTERFACE(_iid, obj, IComponentHandler::iid, IComponentHandler)
+    QUERY_INTERFACE(_iid, obj, IComponentHandler2::iid, IComponentHandler2)
+    QUERY_INTERFACE(_iid, obj, IPendingValues::iid, IPendingValues)
     QUERY_INTERFACE(_iid, obj, IUnitHandler::iid, IUnitHandler)
     QUERY_INTERFACE(_iid, obj, IVst3ToVst2Wrapper::iid, IVst3ToVst2Wrapper)
     return interfaceSupport->queryInterface(_iid, obj);
@@ -265,12 +292,17 @@ PluginCategory Vst2Wrapper::getPlugCategory()
     return kPlugCategUnknown;
 }
 
-VstIntPtr Vst2Wrapper::vendorSpecific(VstInt32 index, VstIntPtr value, void* ptr, float /*opt*/)
+VstIntPtr Vst2Wrapper::vendorSpecific(VstInt32 index, VstIntPtr value, void* ptr, float opt)
 {
     constexpr VstInt32 kWrapperCall = 0x73744341;     // "stCA"
     constexpr VstInt32 kWrapperCallLow = 0x73744361;  // "stCa"
     constexpr VstIntPtr kComponentId = 0x46554944;    // "FUID"
-    if ((index != kWrapperCall && index != kWrapperCallLow) || value != kComponentId || !ptr)
+    constexpr VstIntPtr kWheel = 0x57686565;          // "Whee"
+    if (index != kWrapperCall && index != kWrapperCallLow)
+        return 0;
+    if (value == kWheel)
+        return editor && editor->onWheel(opt);
+    if (value != kComponentId || !ptr)
         return 0;
     std::memcpy(ptr, componentId, sizeof(TUID));
     return 1;
@@ -302,7 +334,15 @@ VstInt32 Vst2Wrapper::getGetTailSize()
 
 void Vst2Wrapper::getProgramName(char* text)
 {
-    std::snprintf(text, kVstMaxProgNameLen, "%s", effectName.c_str());
+    char name[IProgramName::kSize] = {};
+    const bool named = programName && programName->getProgramName(name) == kResultOk;
+    std::snprintf(text, kVstMaxProgNameLen, "%s", named ? name : effectName.c_str());
+}
+
+void Vst2Wrapper::setProgramName(const char* text)
+{
+    if (programName)
+        programName->setProgramName(text);
 }
 
 bool Vst2Wrapper::getProgramNameIndexed(VstInt32 index, char* text)

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "base/source/timer.h"
+#include "ivst2bridge.h"
 #include "parametertransfer.h"
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
 #include "pluginterfaces/vst/ivsteditcontroller.h"
@@ -17,6 +18,7 @@
 #include "public.sdk/source/vst/hosting/pluginterfacesupport.h"
 
 #include "audioeffectx.h"
+#include "vst2editor.h"
 
 #include <atomic>
 #include <memory>
@@ -28,6 +30,8 @@ namespace Vst {
 
 class Vst2Wrapper : public IHostApplication,
                     public IComponentHandler,
+                    public IComponentHandler2,
+                    public IPendingValues,
                     public IUnitHandler,
                     public ITimerCallback,
                     public ::AudioEffectX,
@@ -39,6 +43,11 @@ public:
                                  VstInt32 vst2ID, audioMasterCallback audioMaster);
     ~Vst2Wrapper() override;
 
+    // Called by every idle call of a host, whichever effect it goes to: on Linux, where windows
+    // have no loop of their own, the editors' events and timers wait for it. Null: nothing to do.
+    using IdleFunction = void (*)();
+    static void setIdleFunction(IdleFunction function);
+
     // AudioEffect
     void suspend() override;
     void resume() override;
@@ -49,7 +58,9 @@ public:
     void getParameterName(VstInt32 index, char* text) override;
     void getParameterLabel(VstInt32 index, char* text) override;
     void getParameterDisplay(VstInt32 index, char* text) override;
+    // There is one program: it bears the controller's program name, else the effect's.
     void getProgramName(char* text) override;
+    void setProgramName(const char* text) override;
     VstInt32 getChunk(void** data, bool isProgram) override;
     VstInt32 setChunk(const void* data, VstInt32 size, bool isProgram) override;
     void processReplacing(float** inputs, float** outputs, VstInt32 frames) override;
@@ -88,6 +99,15 @@ public:
     tresult PLUGIN_API endEdit(ParamID id) SMTG_OVERRIDE;
     tresult PLUGIN_API restartComponent(int32 flags) SMTG_OVERRIDE;
 
+    // IComponentHandler2: a changed state is news for the host's display.
+    tresult PLUGIN_API setDirty(TBool state) SMTG_OVERRIDE;
+    tresult PLUGIN_API requestOpenEditor(FIDString) SMTG_OVERRIDE { return kNotImplemented; }
+    tresult PLUGIN_API startGroupEdit() SMTG_OVERRIDE { return kNotImplemented; }
+    tresult PLUGIN_API finishGroupEdit() SMTG_OVERRIDE { return kNotImplemented; }
+
+    // IPendingValues
+    void PLUGIN_API deliverPendingValues() SMTG_OVERRIDE { updateController(); }
+
     // IUnitHandler
     tresult PLUGIN_API notifyUnitSelection(UnitID) SMTG_OVERRIDE { return kResultTrue; }
     tresult PLUGIN_API notifyProgramListChange(ProgramListID, int32) SMTG_OVERRIDE
@@ -96,7 +116,7 @@ public:
     }
 
     // ITimerCallback
-    void onTimer(Timer*) override { idle(); }
+    void onTimer(Timer*) override { updateController(); }
 
     // The host ends the effect, so references to it are not counted.
     tresult PLUGIN_API queryInterface(const TUID iid, void** obj) SMTG_OVERRIDE;
@@ -154,8 +174,10 @@ private:
     IPtr<IComponent> component;
     IPtr<IEditController> controller;
     IPtr<IUnitInfo> unitInfo;
+    IPtr<IProgramName> programName;
     IPtr<PlugInterfaceSupport> interfaceSupport;
     IPtr<Timer> timer;
+    std::unique_ptr<Vst2EditorWrapper> editor;
     TUID componentId;
 
     bool componentInitialised = false;

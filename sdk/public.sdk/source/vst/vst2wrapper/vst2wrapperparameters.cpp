@@ -187,11 +187,12 @@ tresult PLUGIN_API Vst2Wrapper::beginEdit(ParamID id)
     return kResultTrue;
 }
 
-tresult PLUGIN_API Vst2Wrapper::performEdit(ParamID id, ParamValue value)
+tresult PLUGIN_API Vst2Wrapper::performEdit(ParamID id, ParamValue valueNormalized)
 {
     const ExportedParameter* parameter = parameterOf(id);
-    if (!parameter)
+    if (!parameter || valueNormalized != valueNormalized)
         return kResultTrue;
+    const double value = std::clamp(valueNormalized, 0.0, 1.0);
     const std::size_t slot = slotOf(*parameter);
     currentValues[slot].store(value);
     toProcessor->set(slot, value);
@@ -231,9 +232,11 @@ tresult PLUGIN_API Vst2Wrapper::restartComponent(int32 flags)
     return result;
 }
 
-void Vst2Wrapper::idle()
+tresult PLUGIN_API Vst2Wrapper::setDirty(TBool state)
 {
-    updateController();
+    if (state && !restoringState)  // which ends with the same message
+        askHost(audioMasterUpdateDisplay);
+    return kResultTrue;
 }
 
 // Brings the controller up to date with host and processor. The flag keeps a call that comes back

@@ -1,0 +1,55 @@
+// Vst2EditorWrapper: shows a controller's view in the window of a VST 2 host.
+#pragma once
+
+#include "aeffeditor.h"
+
+#include "pluginterfaces/gui/iplugview.h"
+#include "pluginterfaces/vst/ivsteditcontroller.h"
+
+#include <functional>
+
+namespace Steinberg {
+namespace Vst {
+
+class Vst2EditorWrapper : public ::AEffEditor, public IPlugFrame {
+public:
+    // Asks the host for a window of that many pixels; false when the host does not do it.
+    using SizeWindow = std::function<bool(int32 width, int32 height)>;
+
+    Vst2EditorWrapper(IEditController& controller, SizeWindow sizeWindow);
+    // Closes a view that is open still.
+    ~Vst2EditorWrapper() override;
+
+    // Whether the controller has an editor at all.
+    static bool exists(IEditController& controller);
+
+    // AEffEditor
+    bool getRect(ERect** rect) override;
+    bool open(void* parentWindow) override;
+    void close() override;
+    bool onKeyDown(VstInt32 character, VstInt32 virtualKey, VstInt32 modifiers) override;
+    bool onKeyUp(VstInt32 character, VstInt32 virtualKey, VstInt32 modifiers) override;
+    bool onWheel(float distance) override;
+    bool setKnobMode(VstInt32 mode) override;
+
+    // IPlugFrame: the view's wish, by way of the host. A host that does not resize its window gets
+    // a view that is larger or smaller than that.
+    tresult PLUGIN_API resizeView(IPlugView* view, ViewRect* newSize) SMTG_OVERRIDE;
+
+    // The effect ends it, so references are not counted.
+    tresult PLUGIN_API queryInterface(const TUID iid, void** obj) SMTG_OVERRIDE;
+    uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
+    uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
+
+private:
+    bool createView();
+
+    IEditController& controller;
+    SizeWindow sizeWindow;
+    IPtr<IPlugView> view;
+    bool attached = false;
+    ERect rect{};  // what the host knows
+};
+
+}  // namespace Vst
+}  // namespace Steinberg

@@ -1,0 +1,135 @@
+// The editor calls of a VST 2 host, against a view that writes down what it is told.
+#include "FakePlugin.h"
+
+#include "public.sdk/source/common/pluginview.h"
+
+#include <gtest/gtest.h>
+
+using namespace fake;
+
+namespace {
+
+// 394 pixels wide until it is told otherwise.
+class FakeView : public CPluginView {
+public:
+    explicit FakeView(Calls& log) : calls(log) { rect = ViewRect(0, 0, 394, 505); }
+
+    tresult PLUGIN_API isPlatformTypeSupported(FIDString) override { return kResultTrue; }
+    tresult PLUGIN_API attached(void* parent, FIDString type) override
+    {
+        calls.push_back("attached");
+        return CPluginView::attached(parent, type);
+    }
+    tresult PLUGIN_API removed() override
+    {
+        calls.push_back(plugFrame ? "removed with a frame" : "removed");
+        return CPluginView::removed();
+    }
+    tresult PLUGIN_API onSize(ViewRect* size) override
+    {
+        calls.push_back("size " + std::to_string(size->getWidth()));
+        return CPluginView::onSize(size);
+    }
+    tresult PLUGIN_API onKeyDown(char16 key, int16 message, int16 modifiers) override
+    {
+        calls.push_back("key " + std::to_string(key) + " " + std::to_string(message) + " "
+                        + std::to_string(modifiers));
+        return kResultTrue;
+    }
+    tresult PLUGIN_API onWheel(float distance) override
+    {
+        calls.push_back("wheel " + std::to_string(distance));
+        return kResultTrue;
+    }
+    void wish(int32 width)
+    {
+        ViewRect wanted(0, 0, width, 505);
+        EXPECT_EQ(plugFrame->resizeView(this, &wanted), kResultTrue);
+    }
+
+private:
+    Calls& calls;
+};
+
+struct WrappedEditor : testing::Test {
+    WrappedEditor()
+    {
+        plugin.makeView = [this] { return shown = new FakeView(calls); };
+        host = std::make_unique<Host>(plugin);
+    }
+
+    int width()
+    {
+        ERect* rect = nullptr;
+        EXPECT_EQ(host->call(effEditGetRect, 0, 0, &rect), 1);
+        return rect->right - rect->left;
+    }
+    VstIntPtr openWindow() { return host->call(effEditOpen, 0, 0, &window); }
+
+    Plugin plugin;
+    Calls calls;
+    FakeView* shown = nullptr;
+    std::unique_ptr<Host> host;
+    int window = 0;
+};
+
+TEST_F(WrappedEditor, OpensAndClosesInEveryOrderThatHostsKnow)
+{
+    EXPECT_NE(host->effect->flags & effFlagsHasEditor, 0);
+    EXPECT_EQ(width(), 394);
+    host->call(effEditClose);
+    EXPECT_TRUE(calls.empty()) << "a view that was only measured was told of an end";
+    EXPECT_EQ(openWindow(), 1);
+    EXPECT_EQ(openWindow(), 1);
+    host->call(effEditClose);
+    host->call(effEditClose);
+    EXPECT_EQ(calls, (Calls{"attached", "removed", "attached", "removed"}));
+    EXPECT_EQ(host->call(effEditOpen, 0, 0, nullptr), 0);
+    EXPECT_EQ(host->call(effEditGetRect, 0, 0, nullptr), 0);
+
+    calls.clear();
+    openWindow();
+    host.reset();
+    EXPECT_EQ(calls, (Calls{"attached", "removed"})) << "an effect was closed with its window open";
+}
+
+TEST_F(WrappedEditor, EveryChangeOfSizeReachesHostAndViewWhateverTheHostAnswers)
+{
+    width();
+    openWindow();
+    for (const int32 wanted : {644, 394, 894, 394, 394})
+        shown->wish(wanted);
+    EXPECT_EQ(calls, (Calls{"attached", "size 644", "size 394", "size 894", "size 394"}));
+    EXPECT_EQ(host->timesAsked(audioMasterSizeWindow), 4);
+    EXPECT_EQ(host->log.back().index, 394);
+    EXPECT_EQ(width(), 394);
+}
+
+TEST_F(WrappedEditor, KeysAndTheWheelComeThroughWithTheirModifiers)
+{
+    EXPECT_EQ(host->call(effEditKeyDown, 'x', 0, nullptr, 0.0f), 0) << "there is no view yet";
+    openWindow();
+    calls.clear();
+    EXPECT_EQ(host->call(effEditKeyDown, 'x', 0, nullptr, 1.0f), 1);
+    host->call(effEditKeyDown, 0, 4, nullptr, 8.0f);         // Return with Ctrl
+    host->call(effEditKeyDown, 0, 128 + 17, nullptr, 4.0f);  // A with the Windows key
+    host->call(effVendorSpecific, 0x73744341, 0x57686565, nullptr, 1.5f);
+    EXPECT_EQ(calls, (Calls{"key 120 0 1", "key 0 4 4", "key 65 145 8", "wheel 1.500000"}));
+    EXPECT_EQ(host->call(effSetEditKnobMode, 0, 2), 1);
+    EXPECT_EQ(EditController::getHostKnobMode(), kLinearMode);
+    EXPECT_EQ(host->call(effSetEditKnobMode, 0, 3), 0);
+    host->call(effSetEditKnobMode, 0, 0);
+}
+
+TEST_F(WrappedEditor, IsMissingWhereTheControllerHasNone)
+{
+    Plugin plain;
+    Host other(plain);
+    EXPECT_EQ(other.effect->flags & effFlagsHasEditor, 0);
+    ERect* rect = nullptr;
+    EXPECT_EQ(other.call(effEditGetRect, 0, 0, &rect), 0);
+    EXPECT_EQ(other.call(effEditOpen, 0, 0, &window), 0);
+    other.call(effEditClose);
+}
+
+}  // namespace
