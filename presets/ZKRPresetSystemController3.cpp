@@ -69,11 +69,11 @@ tresult PLUGIN_API ZKRPresetSystemController3::setParamNormalized(ParamID id, Pa
         return kResultOk;
     const ParamValue held = std::clamp(value, 0.0, 1.0);
     if (presetBank)
-        setValue(presetBank[currentPreset], id, static_cast<float>(held));
+        setValue(*presetAt(currentPreset), id, static_cast<float>(held));
     return EditControllerEx1::setParamNormalized(id, held);
 }
 
-tresult PLUGIN_API ZKRPresetSystemController3::getProgramName(char* name)
+tresult PLUGIN_API ZKRPresetSystemController3::getSelectedName(char* name)
 {
     if (!presetBank)
         return kResultFalse;
@@ -81,7 +81,7 @@ tresult PLUGIN_API ZKRPresetSystemController3::getProgramName(char* name)
     return kResultOk;
 }
 
-tresult PLUGIN_API ZKRPresetSystemController3::setProgramName(const char* name)
+tresult PLUGIN_API ZKRPresetSystemController3::setSelectedName(const char* name)
 {
     if (!presetBank || !name)
         return kResultFalse;
@@ -110,7 +110,7 @@ int32 ZKRPresetSystemController3::getCurrentPreset()
 
 PresetSlot* ZKRPresetSystemController3::presetAt(int32 index)
 {
-    return presetBank && index >= 0 && index < kPresetCount ? &presetBank[index] : nullptr;
+    return presetBank && index >= 0 && index < kPresetCount ? presetBank.get() + index : nullptr;
 }
 
 void ZKRPresetSystemController3::setCurrentPreset(int32 index)
@@ -140,7 +140,7 @@ void ZKRPresetSystemController3::takePendingValues()
 void ZKRPresetSystemController3::setCurrentPresetName(const char* text)
 {
     if (presetBank && text)
-        setName(presetBank[currentPreset], text);
+        setName(*presetAt(currentPreset), text);
 }
 
 void ZKRPresetSystemController3::getPresetName(char* destination, int32 index)

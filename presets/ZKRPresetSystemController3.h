@@ -31,8 +31,8 @@ public:
 
     // IProgramName: the selected preset's name, for hosts that know one program. Editors are told
     // of a new one.
-    tresult PLUGIN_API getProgramName(char* name) SMTG_OVERRIDE;
-    tresult PLUGIN_API setProgramName(const char* name) SMTG_OVERRIDE;
+    tresult PLUGIN_API getSelectedName(char* name) SMTG_OVERRIDE;
+    tresult PLUGIN_API setSelectedName(const char* name) SMTG_OVERRIDE;
 
     // --- Selection and names. An index outside 0 to 23 is ignored. ---
 

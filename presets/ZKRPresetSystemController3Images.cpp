@@ -17,7 +17,7 @@ int32 ZKRPresetSystemController3::serializeImage(uint8 kind, int32 first, int32 
         * (kNameRecordSize + static_cast<std::size_t>(values) * kValueRecordSize);
     ImageWriter writer(kind, kind == kBankKind ? currentPreset : 0, count * (1 + values), payload);
     for (int32 index = 0; index < count; ++index) {
-        const PresetSlot& preset = presetBank[first + index];
+        const PresetSlot& preset = *presetAt(first + index);
         writer.appendName(index, preset);
         for (ParamID id = 0; id < kPresetParamCount; ++id)
             if (!isParameterHidden(id))
@@ -84,7 +84,8 @@ void ZKRPresetSystemController3::deserializePreset(ByteView records, const FileH
         resetPreset(currentPreset);
         return;
     }
-    if (readPresetRecords(records, header.recordCount, swap, resetImage, presetBank[currentPreset]))
+    if (readPresetRecords(records, header.recordCount, swap, resetImage,
+                          *presetAt(currentPreset)))
         setCurrentPreset(currentPreset);
 }
 

@@ -64,7 +64,8 @@ public:
 
 class ControllerProbe : public PitchNamesController {
 public:
-    explicit ControllerProbe(platform::SettingsStore& settings) : PitchNamesController(settings)
+    explicit ControllerProbe(platform::SettingsStore& settings, ViewFactory views = nullptr)
+        : PitchNamesController(settings, views)
     {
         EXPECT_EQ(initialize(nullptr), kResultOk);
         setComponentHandler(&host);

@@ -88,7 +88,7 @@ TEST_F(Presets, TellOpenEditorsOfEveryChangeWhateverItsNumber)
     ASSERT_EQ(second->told.size(), 59u);
     EXPECT_EQ(second->told.back(), (std::pair<ParamID, double>{1002, 0.0}))
         << "editors were not told to read the names again";
-    controller.setProgramName("By the host");
+    controller.setSelectedName("By the host");
     EXPECT_EQ(second->told.back().first, 1000u);
     controller.editorRemoved(second);
     first->release();

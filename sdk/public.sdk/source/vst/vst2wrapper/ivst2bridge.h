@@ -10,8 +10,8 @@ namespace Vst {
 class IProgramName : public FUnknown {
 public:
     static constexpr int32 kSize = 25;  // bytes, with the terminator
-    virtual tresult PLUGIN_API getProgramName(char* name) = 0;
-    virtual tresult PLUGIN_API setProgramName(const char* name) = 0;
+    virtual tresult PLUGIN_API getSelectedName(char* name) = 0;
+    virtual tresult PLUGIN_API setSelectedName(const char* name) = 0;
     static const FUID iid;
 };
 DECLARE_CLASS_IID(IProgramName, 0x1F0A6E53, 0x8C2B4D77, 0x9E61B03D, 0x54C7F218)

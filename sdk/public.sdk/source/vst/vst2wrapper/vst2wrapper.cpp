@@ -335,14 +335,15 @@ VstInt32 Vst2Wrapper::getGetTailSize()
 void Vst2Wrapper::getProgramName(char* text)
 {
     char name[IProgramName::kSize] = {};
-    const bool named = programName && programName->getProgramName(name) == kResultOk;
-    std::snprintf(text, kVstMaxProgNameLen, "%s", named ? name : effectName.c_str());
+    const bool named = programName && programName->getSelectedName(name) == kResultOk;
+    const std::string shown = named ? name : effectName;
+    text[shown.copy(text, kVstMaxProgNameLen - 1)] = '\0';
 }
 
 void Vst2Wrapper::setProgramName(const char* text)
 {
     if (programName)
-        programName->setProgramName(text);
+        programName->setSelectedName(text);
 }
 
 bool Vst2Wrapper::getProgramNameIndexed(VstInt32 index, char* text)

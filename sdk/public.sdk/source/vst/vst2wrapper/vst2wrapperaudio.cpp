@@ -47,17 +47,17 @@ bool toVst3(VstInt32 type, SpeakerArrangement& arrangement)
 
 }  // namespace
 
-void Vst2Wrapper::BusBuffers::prepare(IComponent& component, BusDirection direction)
+void Vst2Wrapper::BusBuffers::prepare(IComponent& owner, BusDirection direction)
 {
     buses.clear();
     channels.clear();
-    const int32 busCount = component.getBusCount(kAudio, direction);
+    const int32 busCount = owner.getBusCount(kAudio, direction);
     for (int32 i = 0; i < busCount; ++i) {
         BusInfo info;
         AudioBusBuffers bus;
-        if (component.getBusInfo(kAudio, direction, i, info) == kResultTrue) {
+        if (owner.getBusInfo(kAudio, direction, i, info) == kResultTrue) {
             const bool isMain = info.busType == kMain;
-            component.activateBus(kAudio, direction, i, isMain);
+            owner.activateBus(kAudio, direction, i, isMain);
             bus.numChannels = isMain ? info.channelCount : 0;
         }
         buses.push_back(bus);
