@@ -1,0 +1,62 @@
+"""Line drawings on keys, as coverage of whole pixels."""
+import cairo
+import numpy as np
+
+ARROW_ROWS = (2, 2, 2, 6, 4, 2)     # widths, from tail to tip
+TRAY_WIDTH = 8
+
+
+def lines(size, strokes, width=1.5):
+    """Open lines through points; a point of six numbers is the end of a curve, after its two handles."""
+    surface = cairo.ImageSurface(cairo.FORMAT_A8, *size)
+    context = cairo.Context(surface)
+    context.set_line_width(width)
+    context.set_line_cap(cairo.LINE_CAP_ROUND)
+    context.set_line_join(cairo.LINE_JOIN_ROUND)
+    for stroke in strokes:
+        context.move_to(*stroke[0])
+        for point in stroke[1:]:
+            context.curve_to(*point) if len(point) == 6 else context.line_to(*point)
+    context.stroke()
+    surface.flush()
+    data = np.ndarray((size[1], surface.get_stride()), np.uint8, surface.get_data())[:, :size[0]]
+    return data.astype(np.float32) / 255
+
+
+def shelf(size, cx, cy, side):
+    """The response of a shelf that lifts the low (-1) or the high (1) end."""
+    return lines(size, [[(cx - 8 * side, cy + 3.5), (cx - 3 * side, cy + 3.5),
+                         (cx + 0.5 * side, cy + 3.5, cx - 0.5 * side, cy - 3.5, cx + 3 * side, cy - 3.5),
+                         (cx + 8 * side, cy - 3.5)]])
+
+
+def low_shelf(size, cx, cy):
+    return shelf(size, cx, cy, -1)
+
+
+def high_shelf(size, cx, cy):
+    return shelf(size, cx, cy, 1)
+
+
+def bell(size, cx, cy):
+    """The response of a bell between two flats."""
+    return lines(size, [[(cx - 8, cy + 3.5), (cx - 6, cy + 3.5),
+                         (cx - 2.5, cy + 3.5, cx - 2.5, cy - 4, cx, cy - 4),
+                         (cx + 2.5, cy - 4, cx + 2.5, cy + 3.5, cx + 6, cy + 3.5), (cx + 8, cy + 3.5)]])
+
+
+def chevron(size, cx, cy, dx, dy):
+    """An angle that points along (dx, dy)."""
+    return lines(size, [[(cx - 1.5 * dx - 3 * dy, cy - 1.5 * dy - 3 * dx), (cx + 1.5 * dx, cy + 1.5 * dy),
+                         (cx - 1.5 * dx + 3 * dy, cy - 1.5 * dy + 3 * dx)]], width=1.4)
+
+
+def arrow(size, up):
+    """An arrow into a tray, or out of it, on whole pixels."""
+    width, height = size
+    icon = np.zeros((height, width), np.float32)
+    rows = ARROW_ROWS[::-1] if up else ARROW_ROWS
+    top = (height - len(rows) - 2) // 2         # the arrow, an empty row and the tray
+    for k, across in enumerate(rows + (0, TRAY_WIDTH)):
+        icon[top + k, (width - across) // 2:(width + across) // 2] = 1
+    return icon

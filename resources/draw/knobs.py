@@ -1,0 +1,96 @@
+"""The knobs, frame by frame: modelled anew with flutes and pointer turned, under a light that never moves."""
+import numpy as np
+from scipy.ndimage import gaussian_filter
+
+import look
+from pixels import grid, light, over, shrink, tint, with_alpha
+from shade import Surface, cast_shadow
+from shapes import cover, ramp, spoke, turn
+from turned import arc, cap, inlay, knurl, profile, rings
+
+SCALE = 6
+
+
+def blank(size):
+    """Black anodised stock, its grain turned about the middle; with the middle and each radius."""
+    x, y = grid(size, size, SCALE)
+    middle = size / 2
+    surface = Surface(x, y, SCALE, look.ANODISED)
+    surface.turned_about(middle, middle, np.ones_like(x))
+    return surface, middle, np.hypot(x - middle, y - middle)
+
+
+def coax_ring(frame):
+    """The frequency ring, knurled at its edge."""
+    degrees = frame * 360.0 / look.COAX_RING_FRAMES
+    s, c, r = blank(look.COAX_IMAGE)
+    around = np.radians(turn(s.x, s.y, c, c) - degrees)
+    s.height = profile(r, look.RING_PROFILE) - knurl(r, around, look.RING_RADIUS, look.KNURL_DEPTH)
+    s.height = np.where(r < look.RING_INNER, look.RING_FLOOR, s.height)
+    s.paint(cover(r - look.RING_INNER, 0.3), look.PIT)
+    rings(s, c, c, look.RING_INNER + 1, look.RING_RADIUS - 3, seed=7)
+    picture = with_alpha(s.picture(), cover(r - look.RING_RADIUS, 1.0 / SCALE))
+    pointer = spoke(s.x, s.y, c, c, degrees, look.RING_INNER + 1.2, look.RING_RADIUS - 0.4, look.POINTER_WIDTH)
+    return shrink(inlay(picture, pointer, r - look.RING_RADIUS, SCALE), SCALE)
+
+
+def coax_knob(frame):
+    """The gain cap in its lamp groove; its shadow on the ring, which is another bitmap, is part of it."""
+    degrees = (frame / (look.COAX_FRAMES - 1) - 0.5) * look.GAIN_SWEEP
+    s, c, r = blank(look.COAX_IMAGE)
+    picture = lamp_and_cap(s, c, r, degrees, look.CAP_RADIUS, look.CAP_FACE, look.RING_INNER, look.RING_INNER)
+    occluder = np.where(r < look.CAP_RADIUS, look.CAP_SHADOW_HEIGHT, 0).astype(np.float32)
+    shadow = look.CAP_SHADOW * (1 - cast_shadow(occluder, SCALE, onto=np.zeros_like(r)))
+    picture = over(tint((0, 0, 0), shadow * cover(r - look.RING_RADIUS + 0.5, 1.0)), picture)
+    return shrink(lit(picture, s, c, r, degrees, look.CAP_RADIUS, look.ARC_INNER, look.ARC_OUTER), SCALE)
+
+
+def level_knob(frame):
+    """The drive and output knob: the same cap in a fixed collar."""
+    degrees = (frame / (look.LEVEL_FRAMES - 1) - 0.5) * look.GAIN_SWEEP
+    s, c, r = blank(look.DIAL_IMAGE)
+    s.height = profile(r, look.COLLAR_PROFILE)
+    rings(s, c, c, look.DIAL_ARC_OUTER + 1, look.DIAL_RADIUS - 1.4, seed=5)
+    picture = lamp_and_cap(s, c, r, degrees, look.DIAL_CAP_RADIUS, look.DIAL_CAP_FACE, look.COLLAR_INNER,
+                           look.DIAL_RADIUS)
+    picture = lit(picture, s, c, r, degrees, look.DIAL_CAP_RADIUS, look.DIAL_ARC_INNER, look.DIAL_ARC_OUTER)
+    return shrink(picture, SCALE)
+
+
+def high_pass_dial(frame):
+    """One piece: the cap on a black skirt whose pointer runs out to the labels."""
+    degrees = frame * look.HPF_STEP_DEGREES
+    s, c, r = blank(look.DIAL_IMAGE)
+    around = np.radians(turn(s.x, s.y, c, c) - degrees)
+    s.height = profile(r, look.SKIRT_PROFILE) - knurl(r, around, look.DIAL_RADIUS, look.KNURL_DEPTH)
+    rings(s, c, c, look.CAP_RADIUS, look.DIAL_RADIUS - 2.4, seed=9)
+    on_cap, _ = cap(s, c, c, degrees, look.CAP_RADIUS, look.CAP_FACE, look.SKIRT_FLOOR)
+    on_skirt = spoke(s.x, s.y, c, c, degrees, look.CAP_RADIUS - 2, look.DIAL_RADIUS - 0.3, look.POINTER_WIDTH)
+    picture = with_alpha(s.picture(), cover(r - look.DIAL_RADIUS, 1.0 / SCALE))
+    return shrink(inlay(picture, np.minimum(on_cap, on_skirt), r - look.DIAL_RADIUS, SCALE), SCALE)
+
+
+def lamp_and_cap(s, c, r, degrees, radius, face, groove, outline):
+    """A cap standing in a dark groove, cut out along the outline."""
+    s.height = np.where(r < groove, look.GROOVE_FLOOR, s.height)
+    s.paint(cover(r - groove, 0.3), look.PIT)
+    pointer, edge = cap(s, c, c, degrees, radius, face)
+    picture = with_alpha(s.picture(), cover(r - outline, 1.0 / SCALE))
+    return inlay(picture, pointer, edge, SCALE)
+
+
+def lit(picture, s, c, r, degrees, radius, inner, outer):
+    """Puts the lamp into the groove, lit as far as the pointer, and its glow on the metal around."""
+    clear_of_cap = ramp(r, radius - 0.6, radius)
+    track = np.abs(r - (inner + outer) / 2) - (outer - inner) / 2
+    reach = np.abs(turn(s.x, s.y, c, c)) <= look.GAIN_SWEEP / 2 + 2
+    picture = over(picture, tint(look.LAMP_DARK, cover(track, 0.4) * reach * clear_of_cap))
+    lamp = cover(arc(s.x, s.y, c, c, degrees, inner, outer), 0.5) * clear_of_cap
+    picture = over(picture, tint(look.LIT, lamp))
+    metal = picture[..., 3] > 0.99
+    return light(picture, look.LIT_DEEP, look.ARC_GLOW * gaussian_filter(lamp, look.ARC_GLOW_REACH * SCALE) * metal)
+
+
+def draw(number, frames):
+    one = {10001: coax_ring, 10002: coax_knob, 10016: level_knob, 10017: high_pass_dial}[number]
+    return np.concatenate([one(frame) for frame in range(frames)], 0)

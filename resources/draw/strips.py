@@ -1,0 +1,110 @@
+"""The strips' front plates: equaliser, pre-amplifier, blank plate and separator."""
+import numpy as np
+
+import look
+import labels
+from lettering import engrave, mask, name_between_rules, write
+from pixels import over, shrink, tint
+from plates import Plate
+from shapes import cover, spoke
+
+
+def strip_plate(seed):
+    plate = Plate(look.STRIP, look.GRAPHITE, seed, look.STRIP_TOP)
+    plate.edges()
+    for k, (cx, cy) in enumerate(look.STRIP_SCREWS):
+        plate.screw(cx, cy, look.STRIP_SCREW_RADIUS, 17 + 41 * k)
+    return plate
+
+
+def name_knobs(picture, names, bases):
+    for text, base in zip(names, bases):
+        write(picture, text, base, look.LETTER, left=look.NAME_LEFT, tracking=0.9, bold=True)
+
+
+def ticks(picture, plate, centre, angles, radius, length):
+    """Engraved marks that stand exactly on the rays a pointer turns to."""
+    ink = np.zeros_like(plate.x)
+    for degrees in angles:
+        d = spoke(plate.x, plate.y, centre[0], centre[1], degrees, radius, radius + length, look.TICK_WIDTH)
+        ink = np.maximum(ink, cover(d, 0.5))
+    return over(picture, tint(look.LETTER_FAINT, shrink(ink.astype(np.float32), plate.scale)))
+
+
+def level_position(decibels):
+    """Where the level law puts the knob, 0 to 1, for a gain."""
+    x = (decibels + look.LEVEL_RANGE) / (2 * look.LEVEL_RANGE)
+    t = max(x, 1 - x)
+    p = (((-8.60583 * t + 30.0348) * t - 39.2757) * t + 23.4886) * t - 4.64187
+    return p if x > 0.5 else 1 - p if x < 0.5 else 0.5
+
+
+def level_degrees(decibels):
+    return (level_position(decibels) - 0.5) * look.GAIN_SWEEP
+
+
+def t46():
+    plate = strip_plate(46)
+    for y in look.BAND_RULES:
+        plate.rule(look.NAME_LEFT, look.STRIP[0] - look.NAME_LEFT, y)
+    centres = {band: (x + look.COAX_CENTRE[0], y + look.COAX_CENTRE[1]) for band, (x, y) in look.COAX_VIEWS.items()}
+    for cx, cy in centres.values():
+        plate.knob(cx, cy, look.RING_RADIUS - 1, look.RING_HEIGHT)
+    picture = plate.finish()
+    for band, (x, y) in look.COAX_VIEWS.items():
+        picture = ticks(picture, plate, centres[band], [look.COAX_STEP_DEGREES * k for k in range(10)],
+                        look.COAX_TICK_RADIUS, look.TICK_LENGTH)
+        labels.engrave_unlit(picture, labels.coax(band), x, y)
+    name_knobs(picture, ("HIGH", "MID", "LOW"), look.T46_NAME_BASES)
+    write(picture, "T46", look.TITLE_BASE, look.LETTER, look.CAPS_9, middle=look.STRIP_MIDDLE, tracking=2.0)
+    name_between_rules(picture, "SHELF", look.SHELF_GROUP, look.SHELF_GROUP_BASE, look.LETTER, 1.2)
+    for text, middle in (("LOW", 28.5), ("HIGH", 62.5), ("EQ IN", 96.5)):
+        write(picture, text, look.SHELF_LEGEND_BASE, look.LETTER, middle=middle, tracking=0.7)
+    return picture
+
+
+def qb9():
+    plate = strip_plate(9)
+    centres = {name: (x + look.DIAL_CENTRE, y + look.DIAL_CENTRE) for name, (x, y) in look.DIAL_VIEWS.items()}
+    for name, (cx, cy) in centres.items():
+        plate.knob(cx, cy, look.DIAL_RADIUS - 1, 4.6 if name == "hpf" else 3.0)
+    picture = plate.finish()
+    name_knobs(picture, ("DRIVE", "HPF", "OUT"), look.QB9_NAME_BASES)
+    for name in look.DIAL_VIEWS:
+        if name == "hpf":
+            picture = ticks(picture, plate, centres[name], [look.HPF_STEP_DEGREES * k for k in range(12)],
+                            look.DIAL_TICK_RADIUS, look.TICK_LENGTH)
+            labels.engrave_unlit(picture, labels.high_pass(), *look.DIAL_VIEWS[name])
+        else:
+            picture = level_scale(picture, plate, centres[name])
+    write(picture, "QB11", look.TITLE_BASE, look.LETTER, look.CAPS_9, middle=look.STRIP_MIDDLE, tracking=2.0)
+    return picture
+
+
+def level_scale(picture, plate, centre):
+    angles = [0] + [sign * level_degrees(db) for db in look.LEVEL_TICKS for sign in (1, -1)]
+    picture = ticks(picture, plate, centre, angles, look.DIAL_TICK_RADIUS, look.TICK_LENGTH)
+    for db in (0,) + tuple(sign * db for db in look.LEVEL_LABELS for sign in (1, -1)):
+        sign = "" if abs(db) < look.LEVEL_RANGE else "+" if db > 0 else "\N{MINUS SIGN}"
+        ink, _ = mask(sign + str(abs(db)), look.CAPS_6, about=centre[0])
+        h, w = ink.shape
+        a = np.radians(level_degrees(db))
+        reach = look.DIAL_LABEL_RADIUS + abs(np.sin(a)) * w / 2 + abs(np.cos(a)) * h / 2
+        left = int(round(centre[0] + reach * np.sin(a) - w / 2))
+        top = int(round(centre[1] - reach * np.cos(a) - h / 2))
+        engrave(picture, ink, look.LETTER_FAINT, left, top)
+    write(picture, "dB", int(centre[1] + 38), look.LETTER_FAINT, look.CAPS_6, middle=centre[0])
+    return picture
+
+
+def separator():
+    plate = Plate((look.SEPARATOR_WIDTH, look.STRIP[1]), look.CHASSIS, 13, look.STRIP_TOP)
+    width = look.SEPARATOR_SLOT[2]
+    plate.pocket(*look.SEPARATOR_SLOT, width / 2, look.SEPARATOR_DEPTH, wall=1.6)
+    return plate.finish()
+
+
+def draw(number, frames):
+    if number == 10008:
+        return strip_plate(8).finish()
+    return {10000: t46, 10009: qb9, 10024: separator}[number]()
