@@ -57,6 +57,11 @@ std::vector<Assignment> parseSettings(const std::vector<std::string>& settings,
     return assignments;
 }
 
+void append(std::vector<Assignment>& assignments, const std::vector<Assignment>& more)
+{
+    assignments.insert(assignments.end(), more.begin(), more.end());
+}
+
 std::string decibelText(double linear, int decimals)
 {
     if (!(linear > 0.0))

@@ -22,6 +22,9 @@ void addInfoCommand(CLI::App& app, Action& action);
 void addLatencyCommand(CLI::App& app, Action& action);
 void addResponseCommand(CLI::App& app, Action& action);
 void addHarmonicsCommand(CLI::App& app, Action& action);
+void addPresetCommand(CLI::App& app, Action& action);
+void addBankCommand(CLI::App& app, Action& action);
+void addCheckCommand(CLI::App& app, Action& action);
 
 // --- Shared by the commands ---
 
@@ -33,6 +36,8 @@ void addSetOption(CLI::App& command, std::vector<std::string>& settings);
 ParameterText openParameterText(const std::string& pluginPath);
 std::vector<Assignment> parseSettings(const std::vector<std::string>& settings,
                                       ParameterText& parameters);
+
+void append(std::vector<Assignment>& assignments, const std::vector<Assignment>& more);
 
 // "-12.34"; "-inf" for silence.
 std::string decibelText(double linear, int decimals = 2);

@@ -4,6 +4,7 @@
 #include "OpenPlugin.h"
 #include "OutputFile.h"
 #include "Plot.h"
+#include "PresetChoice.h"
 #include "Progress.h"
 #include "ToolError.h"
 
@@ -22,6 +23,7 @@ constexpr double kHighestLevel = 20.0;   // dBFS
 
 struct HarmonicsOptions {
     std::string plugin;
+    PresetChoice choice;
     std::vector<std::string> settings;
     std::string output;
     std::string sweep;
@@ -240,7 +242,10 @@ int runHarmonics(HarmonicsOptions& options)
         options.output.empty() ? PictureKind::Csv : pictureKindOf(options.output);
 
     ParameterText parameters = openParameterText(options.plugin);
-    const std::vector<Assignment> settings = parseSettings(options.settings, parameters);
+    Displays displays(options.plugin);
+    std::vector<Assignment> settings =
+        assignmentsOf(startingPreset(options.choice, parameters.fields(), displays));
+    append(settings, parseSettings(options.settings, parameters));
     const std::unique_ptr<host::Plugin> plugin = host::openPlugin(options.plugin);
     std::optional<OutputFile> file;
     if (!options.output.empty())
@@ -268,6 +273,7 @@ void addHarmonicsCommand(CLI::App& app, Action& action)
     CLI::App& command =
         *app.add_subcommand("harmonics", "Measure the harmonics added to a pure tone");
     addPluginOption(command, options->plugin);
+    addPresetOptions(command, options->choice);
     addSetOption(command, options->settings);
     command.add_option("--freq", options->plan.hz, "The tone in Hz")
         ->capture_default_str()

@@ -1,6 +1,7 @@
 // zkrt46 latency: an impulse in, the peak out, at every rate, block size and switch position.
 #include "Commands.h"
 #include "OpenPlugin.h"
+#include "PresetChoice.h"
 #include "Progress.h"
 
 #include <cmath>
@@ -73,7 +74,8 @@ int runLatency(const std::string& path)
         Progress progress("measuring");
         for (const double rate : kRates) {
             for (const State& state : states) {
-                const std::vector<Assignment> settings = parseSettings(state.settings, parameters);
+                std::vector<Assignment> settings = factoryStart(plugin->fields());
+                append(settings, parseSettings(state.settings, parameters));
                 std::string delays;
                 int reported = 0;
                 for (const int blockSize : kBlockSizes) {

@@ -33,6 +33,7 @@ public:
     // a normalised value from 0 to 1 with the letter n after it.
     float valueOf(int index, const std::string& text);
 
+    host::EffectFields fields() { return plugin->fields(); }
     int count() const { return static_cast<int>(titles.size()); }
     const std::string& title(int index) const { return titles[static_cast<std::size_t>(index)]; }
     std::string unit(int index) { return plugin->paramLabel(index); }

@@ -1,5 +1,6 @@
 // zkrt46 params: the plug-in's parameters, as it tells them to a host.
 #include "Commands.h"
+#include "PresetChoice.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -29,8 +30,12 @@ void printTable(ParameterText& parameters)
 {
     std::printf("%5s  %-8s  %5s  %-10s  %-4s  %s\n", "Index", "Title", "Steps", "Default", "Unit",
                 "Values");
+    // A default of the user is not the parameter's.
+    const std::vector<Assignment> start = factoryStart(parameters.fields());
     for (int index = 0; index < parameters.count(); ++index) {
-        const std::string initial = parameters.displayAt(index, parameters.initialValue(index));
+        const float value = start.empty() ? parameters.initialValue(index)
+                                          : start[static_cast<std::size_t>(index)].value;
+        const std::string initial = parameters.displayAt(index, value);
         std::printf("%5d  %-8s  %5d  %-10s  %-4s  %s\n", index, parameters.title(index).c_str(),
                     parameters.steps(index), initial.c_str(), parameters.unit(index).c_str(),
                     values(parameters, index).c_str());

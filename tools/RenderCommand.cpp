@@ -1,6 +1,7 @@
 // zkrt46 render: an audio file in, an audio file out.
 #include "Commands.h"
 #include "OpenPlugin.h"
+#include "PresetChoice.h"
 #include "Render.h"
 
 #include <cstdio>
@@ -14,6 +15,7 @@ namespace {
 struct RenderOptions {
     RenderJob job;
     std::string plugin;
+    PresetChoice choice;
     std::vector<std::string> settings;
     std::string automation;
     std::string bits;
@@ -50,13 +52,15 @@ int runRender(RenderOptions& options)
     RenderJob& job = options.job;
     if (!options.bits.empty())
         job.format = parseSampleFormat(options.bits);
+    const std::unique_ptr<host::Plugin> plugin = host::openPlugin(options.plugin);
+    Displays displays(options.plugin);
+    job.settings = assignmentsOf(startingPreset(options.choice, plugin->fields(), displays));
     if (!options.settings.empty() || !options.automation.empty()) {
         ParameterText parameters = openParameterText(options.plugin);
-        job.settings = parseSettings(options.settings, parameters);
+        append(job.settings, parseSettings(options.settings, parameters));
         if (!options.automation.empty())
             job.automation = readAutomation(options.automation, parameters);
     }
-    const std::unique_ptr<host::Plugin> plugin = host::openPlugin(options.plugin);
     const RenderReport report = [&] {
         Progress progress("rendering");
         return render(*plugin, job, progress);
@@ -82,6 +86,7 @@ void addRenderCommand(CLI::App& app, Action& action)
                     "The result; its ending tells the format: .wav, .aif, .aiff or .flac")
         ->required();
     addPluginOption(command, options->plugin);
+    addPresetOptions(command, options->choice);
     addSetOption(command, options->settings);
     command.add_option("--automate", options->automation,
                        "File of parameter changes: lines of time in seconds, title, value");

@@ -3,6 +3,8 @@
 #include "OpenPlugin.h"
 #include "OutputFile.h"
 #include "Plot.h"
+#include "PresetChoice.h"
+#include "PresetName.h"
 #include "Response.h"
 #include "ToolError.h"
 
@@ -21,6 +23,7 @@ constexpr double kDeepestCut = 18.0;  // dB, drawn without being asked for by --
 
 struct ResponseOptions {
     std::string plugin;
+    PresetChoice choice;
     std::vector<std::string> settings;
     std::vector<std::string> curves;
     std::string output;
@@ -51,12 +54,15 @@ Curve parseCurve(const std::string& text, ParameterText& parameters)
 
 std::vector<Curve> wantedCurves(const ResponseOptions& options, ParameterText& parameters)
 {
-    const std::vector<Assignment> common = parseSettings(options.settings, parameters);
+    Displays displays(options.plugin);
+    const auto preset = startingPreset(options.choice, parameters.fields(), displays);
+    std::vector<Assignment> common = assignmentsOf(preset);
+    append(common, parseSettings(options.settings, parameters));
     std::vector<Curve> curves;
     for (const std::string& text : options.curves)
         curves.push_back(parseCurve(text, parameters));
     if (curves.empty()) {
-        std::string name;
+        std::string name = options.choice.made() ? printable(nameOf(*preset)) : "";
         for (const std::string& setting : options.settings)
             name += (name.empty() ? "" : " ") + setting;
         curves.push_back({name.empty() ? "as it starts" : name, {}, {}});
@@ -290,12 +296,13 @@ void addResponseCommand(CLI::App& app, Action& action)
     CLI::App& command =
         *app.add_subcommand("response", "Measure the frequency response and draw it");
     addPluginOption(command, options->plugin);
+    addPresetOptions(command, options->choice);
     addSetOption(command, options->settings);
     command
         .add_option(
             "--curve", options->curves,
             "\"NAME: TITLE=VALUE TITLE=VALUE ...\": a curve with settings of its own on top "
-            "of --set; may be repeated")
+            "of the preset and of --set; may be repeated")
         ->allow_extra_args(false)
         ->type_name("TEXT");
     command.add_option(

@@ -1,10 +1,12 @@
-// zkrt46: renders audio through the plug-in and measures it, loaded as any host loads it.
+// zkrt46: renders audio through the plug-in and measures it, loaded as any host loads it; and works
+// on the preset and bank files that the plug-in reads and writes.
 #include "Commands.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -22,19 +24,37 @@ int complain(std::string message)
     return kBadInput;
 }
 
-bool isCommand(CLI::App& app, const std::string& word)
+// What is wrong with the words that name the command; empty if nothing is.
+std::string commandComplaint(CLI::App& app, const std::vector<std::string>& words)
 {
-    const auto commands = app.get_subcommands([](CLI::App*) { return true; });
-    return std::any_of(commands.begin(), commands.end(),
-                       [&](const CLI::App* command) { return command->get_name() == word; });
+    CLI::App* group = &app;
+    std::string typed, program = "zkrt46";
+    for (const std::string& word : words) {
+        const auto commands = group->get_subcommands([](CLI::App*) { return true; });
+        if (commands.empty() || (!word.empty() && word[0] == '-'))
+            return "";
+        typed += (typed.empty() ? "" : " ") + word;
+        const auto found =
+            std::find_if(commands.begin(), commands.end(),
+                         [&](const CLI::App* command) { return command->get_name() == word; });
+        if (found == commands.end())
+            return "there is no command '" + typed + "'; '" + program + " --help' lists them";
+        group = *found;
+        program += " " + word;
+    }
+    const bool complete = group->get_subcommands([](CLI::App*) { return true; }).empty();
+    const std::string missing = typed.empty() ? "no command" : "'" + typed + "' needs a command";
+    return complete ? "" : missing + "; '" + program + " --help' lists them";
 }
 
 }  // namespace
 
 int main(int argc, char** argv)
 {
-    CLI::App app("Renders audio through the ZKR T46 mastering equaliser and measures it.",
-                 "zkrt46");
+    CLI::App app(
+        "Renders audio through the ZKR T46 mastering equaliser, measures it, and works on its "
+        "presets.",
+        "zkrt46");
     app.require_subcommand(1);
     app.set_help_all_flag("--help-all", "Print the help of every command");
     tool::Action action;
@@ -44,11 +64,12 @@ int main(int argc, char** argv)
     tool::addLatencyCommand(app, action);
     tool::addResponseCommand(app, action);
     tool::addHarmonicsCommand(app, action);
-    if (argc == 1)
-        return complain("no command; 'zkrt46 --help' lists them");
-    if (argv[1][0] != '-' && !isCommand(app, argv[1]))
-        return complain("there is no command '" + std::string(argv[1])
-                        + "'; 'zkrt46 --help' lists them");
+    tool::addPresetCommand(app, action);
+    tool::addBankCommand(app, action);
+    tool::addCheckCommand(app, action);
+    const std::string complaint = commandComplaint(app, {argv + 1, argv + argc});
+    if (!complaint.empty())
+        return complain(complaint);
     try {
         app.parse(argc, argv);
         const int result = action();

@@ -1,0 +1,52 @@
+// The built program, run by a shell in a folder of its own. The plug-in is the built library.
+#pragma once
+
+#include "AudioFile.h"
+#include "TemporaryFolder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include <sys/wait.h>
+
+class CommandLine : public ::testing::Test {
+protected:
+    CommandLine()
+    {
+        std::vector<float> tone(2 * 4800);
+        for (std::size_t i = 0; i < tone.size(); ++i)
+            tone[i] = 0.5f * static_cast<float>(std::sin(0.05 * static_cast<double>(i / 2)));
+        tool::AudioWriter writer(folder / "in.wav", 48000, 2, tool::SampleFormat::Int24, 4800);
+        writer.write(tone.data(), 4800);
+        writer.commit();
+    }
+    // Arguments are a shell's, in the test's folder.
+    int run(const std::string& arguments, const std::string& before = "")
+    {
+        const std::string command = "cd '" + (folder / "") + "' && " + before
+            + " ZKRT46_PLUGIN='" ZKRT46_LIBRARY "' timeout 60 '" ZKRT46_PROGRAM "' " + arguments
+            + " >out.txt 2>err.txt";
+        const int status = std::system(command.c_str());
+        out = contentOf(folder / "out.txt");
+        err = contentOf(folder / "err.txt");
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    // One line of complaint, exit code 2, and nothing new in the folder.
+    void expectComplaint(const std::string& arguments)
+    {
+        SCOPED_TRACE(arguments);
+        run("--help");  // out.txt and err.txt are there
+        const int files = folder.count();
+        EXPECT_EQ(run(arguments), 2);
+        EXPECT_EQ(out, "");
+        EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
+        EXPECT_EQ(err.rfind("zkrt46: ", 0), 0u) << err;
+        EXPECT_EQ(folder.count(), files);
+    }
+    TemporaryFolder folder;
+    std::string out, err;
+};

@@ -1,0 +1,35 @@
+// Banks and presets as JSON, to be read and edited by hand. docs/preset-json.md describes the form.
+#pragma once
+
+#include "FactoryBank.h"
+#include "ParameterText.h"
+
+#include <string>
+
+namespace tool {
+
+struct BankContent {
+    Bank presets;
+    int currentPreset;  // 0 to 23
+};
+
+// Reading the text back gives the same bytes. Values have to lie within 0 to 1.
+std::string bankToJson(const BankContent& bank, ParameterText& parameters);
+std::string presetToJson(const PresetSlot& preset, ParameterText& parameters);
+
+// `name` is for messages. Throw ToolError naming line and column, or preset and parameter.
+BankContent bankFromJson(const std::string& text, const std::string& name,
+                         ParameterText& parameters);
+PresetSlot presetFromJson(const std::string& text, const std::string& name,
+                          ParameterText& parameters);
+
+// Whether the text calls itself a preset; a bank otherwise. Throws ToolError where it is no JSON.
+bool isPresetJson(const std::string& text, const std::string& name);
+
+// "3.50 dB", "Off".
+std::string displayWithUnit(ParameterText& parameters, std::size_t id, float value);
+
+// The shortest decimal number that is this value and no other.
+std::string storedText(float value);
+
+}  // namespace tool

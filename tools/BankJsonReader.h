@@ -1,0 +1,54 @@
+// The reader behind bankFromJson and presetFromJson.
+#pragma once
+
+#include "BankJson.h"
+#include "JsonTree.h"
+#include "ToolError.h"
+
+#include <initializer_list>
+#include <string>
+
+namespace tool {
+
+// One file's reader: knows where it is, for its complaints.
+class BankJsonReader {
+public:
+    BankJsonReader(const std::string& text, const std::string& fileName, ParameterText& displays)
+        : name(fileName), parameters(displays), root(parseJson(text, fileName))
+    {
+    }
+    BankContent readBank();
+    PresetSlot readPreset();
+
+private:
+    [[noreturn]] void refuse(const std::string& reason) const
+    {
+        refuseUntitled((title.empty() ? "" : title + ": ") + reason);
+    }
+    // For reasons that name the parameter themselves.
+    [[noreturn]] void refuseUntitled(const std::string& reason) const
+    {
+        throw ToolError(name + ": " + (where.empty() ? "" : where + ": ") + reason);
+    }
+    // An object with these keys at most, each of them once.
+    void expectObject(const JsonValue& value, std::initializer_list<const char*> keys) const;
+    void refuseDuplicates(const JsonValue& object) const;
+    const JsonValue& member(const JsonValue& object, const char* key, JsonValue::Type type) const;
+    void expectFormat(const char* format, const char* what) const;
+    int readIndex(const JsonValue& value) const;
+
+    void readPresetMembers(const JsonValue& object, PresetSlot& preset);
+    void readName(const JsonValue& object, PresetSlot& preset) const;
+    void readParameters(const JsonValue& object, PresetSlot& preset);
+    float readValue(const JsonValue& entry, int index);
+    float valueOfDisplay(int index, const std::string& display);
+    float readStored(const JsonValue& value) const;
+
+    std::string name;
+    std::string where;  // the preset at hand
+    std::string title;  // the parameter at hand
+    ParameterText& parameters;
+    JsonValue root;
+};
+
+}  // namespace tool

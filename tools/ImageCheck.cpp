@@ -1,0 +1,208 @@
+// The start and the header of an image; the records follow in RecordCheck.
+#include "ImageCheck.h"
+
+#include "RecordCheck.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace tool {
+
+namespace {
+
+// From the start of the image.
+constexpr std::size_t kKindAt = 4, kFormatAt = 5, kParametersAt = 9, kRecordsAt = 13,
+                      kCurrentAt = 17, kPayloadAt = 21, kReservedAt = 25;
+
+// Ahead of the image in a project, and the size that the plug-in reads there, whatever there is.
+constexpr std::uint8_t kStatePrefix[]{0x00, 0x00, 0x00, 0x02, 0x36, 0x34, 0x74, 0x5A};
+constexpr std::size_t kStateSize = sizeof(kStatePrefix) + kBankImageSize;
+
+std::string hex(std::uint32_t value, int digits)
+{
+    char text[16];
+    std::snprintf(text, sizeof(text), "0x%0*X", digits, value);
+    return text;
+}
+
+bool isState(ByteView file)
+{
+    const std::size_t prefix = sizeof(kStatePrefix);
+    if (file.size < prefix)
+        return false;
+    return std::equal(kStatePrefix, kStatePrefix + prefix, file.data)
+        || (file.size == kStateSize && !readImageStart(file)
+            && readImageStart({file.data + prefix, file.size - prefix}));
+}
+
+// Fields that the plug-in does not look at, or puts right by itself.
+void checkQuietFields(const ImageParts& parts, const std::uint8_t* image, std::size_t base,
+                      ImageReport& report)
+{
+    const bool preset = parts.kind == ImageKind::Preset;
+    const FileHeader& header = parts.header;
+    const FileHeader usual = readHeader(ImageWriter(header.kind, 0, 0, 0).take().data());
+    if (header.formatWord != usual.formatWord)
+        report.note("format words", base + kFormatAt,
+                    "the format word is " + hex(header.formatWord, 8) + " instead of "
+                        + hex(usual.formatWord, 8) + "; it is not looked at");
+    if (header.parameterCount != usual.parameterCount)
+        report.note("parameter counts", base + kParametersAt,
+                    "the parameter count is " + std::to_string(header.parameterCount)
+                        + " instead of " + std::to_string(usual.parameterCount)
+                        + "; it is not looked at");
+    if (preset && header.currentPreset != 0)
+        report.note("current presets", base + kCurrentAt,
+                    "the current preset is " + std::to_string(header.currentPreset)
+                        + " instead of 0; in a preset file it is not looked at");
+    if (!preset && (header.currentPreset < 0 || header.currentPreset >= kPresetCount))
+        report.note("current presets", base + kCurrentAt,
+                    "the current preset is " + std::to_string(header.currentPreset)
+                        + ", which lies outside 0 to 23; preset 0 is taken instead");
+    const std::uint8_t* reserved = image + kReservedAt;
+    const std::uint8_t* end = image + kFileHeaderSize;
+    const std::uint8_t* odd = std::find_if(reserved, end, [](std::uint8_t b) { return b != 0; });
+    if (odd != end)
+        report.note("reserved bytes", base + static_cast<std::size_t>(odd - image),
+                    "a reserved byte of the header is not zero; it is not looked at");
+}
+
+// The payload of a file; the store and projects do without its size.
+bool takePayload(ImageParts& parts, ByteView image, ImageReport& report)
+{
+    const std::size_t left = image.size - kFileHeaderSize;
+    const std::int32_t size = parts.header.payloadSize;
+    const std::string apart = " (a stored default or memory slot is read to its end instead)";
+    if (size < 0) {
+        report.fault("payload sizes", kPayloadAt,
+                     "the payload size is negative, " + std::to_string(size) + apart,
+                     Outcome::NoEffect);
+        return false;
+    }
+    if (static_cast<std::size_t>(size) > left) {
+        report.fault("payload sizes", kPayloadAt,
+                     "the payload size is " + std::to_string(size) + ", but only "
+                         + std::to_string(left) + " bytes follow the header" + apart,
+                     Outcome::NoEffect);
+        return false;
+    }
+    const std::uint8_t* first = image.data + kFileHeaderSize;
+    parts.records.assign(first, first + size);
+    if (static_cast<std::size_t>(size) < left)
+        report.note("bytes behind the payload", kFileHeaderSize + static_cast<std::size_t>(size),
+                    std::to_string(left - static_cast<std::size_t>(size))
+                        + " bytes follow the payload and are not looked at",
+                    Outcome::Partly);
+    return true;
+}
+
+bool checkRecordCount(const ImageParts& parts, std::size_t base, ImageReport& report)
+{
+    const std::int32_t count = parts.header.recordCount;
+    if (count >= 0)
+        return true;
+    const bool preset = parts.kind == ImageKind::Preset;
+    report.fault("record counts", base + kRecordsAt,
+                 "the record count is negative, " + std::to_string(count)
+                     + (preset ? "; the plug-in resets the selected preset to the default" : ""),
+                 preset ? Outcome::Partly : Outcome::NoEffect);
+    return false;
+}
+
+// A project's state goes into a buffer of fixed size. Only the count and the records are looked at.
+std::optional<ImageParts> takeStateApart(ByteView file, ImageReport& report)
+{
+    const std::size_t base = sizeof(kStatePrefix);
+    report.kind = ImageKind::State;
+    std::vector<std::uint8_t> buffer(file.data, file.data + std::min(file.size, kStateSize));
+    if (file.size < kStateSize)
+        report.fault("state sizes", file.size,
+                     "the state ends here instead of at byte " + std::to_string(kStateSize)
+                         + "; the rest is what the plug-in's buffer held before, in a new "
+                           "instance zeros",
+                     Outcome::Partly);
+    if (file.size > kStateSize)
+        report.note("state sizes", kStateSize,
+                    std::to_string(file.size - kStateSize)
+                        + " bytes follow the state and are not looked at",
+                    Outcome::Partly);
+    buffer.resize(kStateSize);
+    const auto odd = std::mismatch(kStatePrefix, kStatePrefix + base, buffer.begin());
+    if (odd.first != kStatePrefix + base)
+        report.note("prefixes", static_cast<std::size_t>(odd.first - kStatePrefix),
+                    "the prefix of the state is not the usual one; it is not looked at");
+    const std::uint8_t* image = buffer.data() + base;
+    ImageParts parts{ImageKind::State,       false,     readHeader(image),
+                     base + kFileHeaderSize, file.size, {}};
+    if (parts.header.magic != kMagic)
+        report.note("magics", base, "the magic is not \"64tZ\"; in a state it is not looked at");
+    if (parts.header.kind != kBankKind)
+        report.note("kinds", base + kKindAt,
+                    "the kind is " + hex(parts.header.kind, 2)
+                        + " instead of 0x38, a bank; in a state it is not looked at");
+    if (parts.header.payloadSize != static_cast<std::int32_t>(kBankImageSize - kFileHeaderSize))
+        report.note("payload sizes", base + kPayloadAt,
+                    "the payload size is " + std::to_string(parts.header.payloadSize)
+                        + "; in a state it is not looked at");
+    checkQuietFields(parts, image, base, report);
+    if (!checkRecordCount(parts, base, report))
+        return std::nullopt;
+    parts.records.assign(buffer.begin() + static_cast<std::ptrdiff_t>(parts.recordsAt),
+                         buffer.end());
+    return parts;
+}
+
+}  // namespace
+
+std::optional<ImageParts> takeApart(ByteView file, ImageReport& report)
+{
+    if (isState(file))
+        return takeStateApart(file, report);
+    if (file.size <= kKindAt) {
+        report.fault("sizes", file.size,
+                     "the file ends here, within the first five bytes that tell what it is",
+                     Outcome::Ignored);
+        return std::nullopt;
+    }
+    const auto start = readImageStart(file);
+    if (!start) {
+        report.fault("magics", 0,
+                     "the file does not begin with \"64tZ\": it is no preset and no bank",
+                     Outcome::Ignored);
+        return std::nullopt;
+    }
+    if (start->kind != kPresetKind && start->kind != kBankKind) {
+        report.fault("kinds", kKindAt,
+                     "the kind is " + hex(start->kind, 2)
+                         + ", neither 0x38, a bank, nor 0x22, a preset",
+                     Outcome::NoEffect);
+        return std::nullopt;
+    }
+    report.kind = start->kind == kPresetKind ? ImageKind::Preset : ImageKind::Bank;
+    if (start->bigEndian)
+        report.note("byte orders", 0,
+                    "the magic is reversed: the file comes from a big-endian machine");
+    if (file.size < kFileHeaderSize) {
+        report.fault("sizes", file.size, "the file ends here, within the header of 41 bytes",
+                     Outcome::NoEffect);
+        return std::nullopt;
+    }
+    ImageParts parts{report.kind,     start->bigEndian, readHeader(file.data),
+                     kFileHeaderSize, file.size,        {}};
+    if (parts.swap)
+        swapHeader(parts.header);
+    checkQuietFields(parts, file.data, 0, report);
+    const bool counted = checkRecordCount(parts, 0, report);
+    return takePayload(parts, file, report) && counted ? std::optional(parts) : std::nullopt;
+}
+
+ImageReport checkImage(ByteView file, const std::vector<std::string>& titles)
+{
+    ImageReport report;
+    if (const auto parts = takeApart(file, report))
+        RecordCheck(*parts, titles, report).run();
+    report.close();
+    return report;
+}
+
+}  // namespace tool

@@ -1,0 +1,73 @@
+// Findings, and the words for them.
+#include "ImageCheck.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace tool {
+
+namespace {
+
+constexpr int kMostOfOneTopic = 10;
+
+}  // namespace
+
+void ImageReport::fault(const std::string& topic, std::optional<std::size_t> offset,
+                        const std::string& text, Outcome atBest)
+{
+    add(true, topic, offset, text, atBest);
+}
+
+void ImageReport::note(const std::string& topic, std::optional<std::size_t> offset,
+                       const std::string& text, Outcome atBest)
+{
+    add(false, topic, offset, text, atBest);
+}
+
+void ImageReport::add(bool isFault, const std::string& topic, std::optional<std::size_t> offset,
+                      const std::string& text, Outcome atBest)
+{
+    faults = faults || isFault;
+    outcome = std::min(outcome, atBest);
+    Count& count = counts.try_emplace(topic, Count{isFault, 0}).first->second;
+    if (++count.number <= kMostOfOneTopic)
+        findings.push_back({isFault, offset, text});
+}
+
+void ImageReport::close()
+{
+    for (const auto& [topic, count] : counts)
+        if (count.number > kMostOfOneTopic)
+            findings.push_back(
+                {count.isFault, std::nullopt,
+                 "and " + std::to_string(count.number - kMostOfOneTopic) + " more " + topic});
+    counts.clear();
+}
+
+std::string outcomeText(const ImageReport& report)
+{
+    const bool preset = report.kind == ImageKind::Preset;
+    const std::string what = preset ? "the preset" : "the bank";
+    switch (report.outcome) {
+    case Outcome::Ignored:
+        return "the plug-in ignores it";
+    case Outcome::NoEffect:
+        return "the plug-in reads it without effect";
+    case Outcome::Undone:
+        return "the plug-in undoes the load as a whole and keeps " + what + " it had";
+    case Outcome::Partly:
+        return "the plug-in takes it as far as its records make sense";
+    case Outcome::Taken:
+        break;
+    }
+    return "the plug-in takes all of it";
+}
+
+std::string atByte(std::size_t offset)
+{
+    char text[64];
+    std::snprintf(text, sizeof(text), "at byte %zu (0x%zX)", offset, offset);
+    return text;
+}
+
+}  // namespace tool

@@ -1,0 +1,127 @@
+// zkrt46 preset: single presets, in banks and in files of their own.
+#include "Commands.h"
+#include "PresetChoice.h"
+#include "PresetName.h"
+#include "PresetTable.h"
+#include "ToolError.h"
+
+#include <cstdio>
+
+namespace tool {
+
+namespace {
+
+struct PresetOptions {
+    std::string plugin;
+    PresetChoice choice;
+    bool all = false;
+    std::string input;
+    std::string into;
+    std::string at;
+    std::string output;
+};
+
+int runList(const PresetOptions& options)
+{
+    Displays displays(options.plugin);
+    const BankContent bank = readBankOrFactory(options.choice.bank, displays);
+    std::fputs(bankTable(bank.presets).c_str(), stdout);
+    return 0;
+}
+
+int runShow(const PresetOptions& options)
+{
+    const PresetChoice& choice = options.choice;
+    if (choice.preset.empty() == choice.presetFile.empty())
+        throw ToolError("give either a preset's name or index, or --preset-file");
+    Displays displays(options.plugin);
+    PresetSlot preset{};
+    std::string heading;
+    if (!choice.presetFile.empty()) {
+        preset = readPreset(choice.presetFile, displays);
+        heading = "\"" + printable(nameOf(preset)) + "\" in '" + choice.presetFile + "'";
+    } else {
+        const BankContent bank = readBankOrFactory(choice.bank, displays);
+        const std::string label = bankLabel(choice.bank);
+        const std::size_t index = findPreset(bank.presets, choice.preset, label);
+        preset = bank.presets[index];
+        heading = presetLabel(index, preset) + " of " + label;
+    }
+    const Shown shown = options.all ? Shown::All : Shown::Changed;
+    const std::string table = presetTable(preset, shown, displays.get());
+    std::printf("Preset %s\n%s", heading.c_str(), table.c_str());
+    return 0;
+}
+
+int runExport(const PresetOptions& options)
+{
+    Displays displays(options.plugin);
+    writePreset(options.output, chosenPreset(options.choice, displays), displays);
+    return 0;
+}
+
+int runImport(const PresetOptions& options)
+{
+    const std::string& output = options.output.empty() ? options.into : options.output;
+    if (output.empty())
+        throw ToolError("give the bank with --into, or with -o a new one to make of the factory's");
+    Displays displays(options.plugin);
+    const PresetSlot preset = readPreset(options.input, displays);
+    BankContent bank = readBankOrFactory(options.into, displays);
+    bank.presets[findPreset(bank.presets, options.at, bankLabel(options.into))] = preset;
+    writeBank(output, bank, displays);
+    return 0;
+}
+
+}  // namespace
+
+void addPresetCommand(CLI::App& app, Action& action)
+{
+    auto options = std::make_shared<PresetOptions>();
+    CLI::App& group = *app.add_subcommand("preset", "List, show, export and import presets");
+    group.require_subcommand(1);
+    const auto bind = [&](CLI::App& command, int (*run)(const PresetOptions&)) {
+        addPluginOption(command, options->plugin);
+        command.callback(
+            [options, run, &action] { action = [options, run] { return run(*options); }; });
+    };
+
+    CLI::App& list = *group.add_subcommand(
+        "list", "List the presets of a bank, with the number of settings that are not default");
+    addBankOption(list, options->choice.bank);
+    bind(list, runList);
+
+    CLI::App& show =
+        *group.add_subcommand("show", "Show a preset: as displayed and as stored, from 0 to 1");
+    show.add_option("PRESET", options->choice.preset, "Its name or index")->type_name("NAME|INDEX");
+    CLI::Option* bank = show.add_option("--bank", options->choice.bank,
+                                        "Bank (.zkb, .json). Default: the factory bank")
+                            ->type_name("FILE");
+    show.add_option("--preset-file", options->choice.presetFile, "Show this preset (.zkr, .json)")
+        ->type_name("FILE")
+        ->excludes(bank);
+    show.add_flag("--all", options->all, "Also what is as in the default preset");
+    bind(show, runShow);
+
+    CLI::App& exporting = *group.add_subcommand("export", "Write a preset of a bank into a file");
+    exporting.add_option("PRESET", options->choice.preset, "Its name or index")
+        ->type_name("NAME|INDEX")
+        ->required();
+    addBankOption(exporting, options->choice.bank);
+    exporting.add_option("-o,--output", options->output, "The file: .zkr or .json")->required();
+    bind(exporting, runExport);
+
+    CLI::App& importing = *group.add_subcommand("import", "Put a preset file into a bank");
+    importing.add_option("IN", options->input, "The preset: .zkr or .json")->required();
+    importing
+        .add_option("--into", options->into, "The bank: .zkb or .json. Default: the factory's")
+        ->type_name("FILE");
+    importing.add_option("--at", options->at, "Name or index of the preset to replace")
+        ->type_name("NAME|INDEX")
+        ->required();
+    importing.add_option("-o,--output", options->output,
+                         "The changed bank: .zkb or .json. Default: the bank itself");
+    bind(importing, runImport);
+}
+
+}  // namespace tool

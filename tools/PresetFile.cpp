@@ -1,0 +1,209 @@
+// Reading takes a file as the plug-in would, but says why not; writing goes through OutputFile.
+#include "PresetFile.h"
+
+#include "OpenPlugin.h"
+#include "OutputFile.h"
+#include "ToolError.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tool {
+
+namespace {
+
+constexpr std::int32_t kUniqueId = 0x5A743436;  // "Zt46"
+constexpr std::size_t kLargest = 16u << 20;
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+std::string endingOf(const std::string& path)
+{
+    std::string ending = std::filesystem::path(path).extension().string();
+    for (char& c : ending)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return ending;
+}
+
+void appendPreset(ImageWriter& writer, std::int32_t index, const PresetSlot& preset)
+{
+    writer.appendName(index, preset);
+    for (unsigned id = 0; id < kPresetParamCount; ++id)
+        writer.appendValue(index, id, preset.values[id]);
+}
+
+// The parts of an image that the plug-in takes and that is of a wanted kind.
+ImageParts goodParts(const std::string& path, const std::vector<std::uint8_t>& bytes,
+                     bool wantsPreset)
+{
+    const ImageReport report = checkImage({bytes.data(), bytes.size()});
+    const std::string hint = "; 'zkrt46 check' says more";
+    ImageReport unused;
+    auto parts = takeApart({bytes.data(), bytes.size()}, unused);
+    if (!parts || !report.isTaken()) {
+        const auto first = std::find_if(report.findings.begin(), report.findings.end(),
+                                        [](const Finding& finding) { return finding.isFault; });
+        if (first == report.findings.end())
+            throw ToolError("'" + path + "': the plug-in would not take it" + hint);
+        throw ToolError("'" + path + "'" + (first->offset ? " " + atByte(*first->offset) : "")
+                        + ": " + first->text + hint);
+    }
+    if ((parts->kind == ImageKind::Preset) != wantsPreset)
+        throw ToolError("'" + path + "' is "
+                        + (wantsPreset ? "a bank, but a preset is wanted here"
+                                       : "a preset, but a bank is wanted here"));
+    if (report.outcome == Outcome::Partly)
+        std::fprintf(stderr,
+                     "zkrt46: warning: '%s' is not taken as a whole; 'zkrt46 check' says "
+                     "more\n",
+                     path.c_str());
+    return std::move(*parts);
+}
+
+void writeBytes(const std::string& path, const std::vector<std::uint8_t>& bytes)
+{
+    writeFile(path, std::string(bytes.begin(), bytes.end()));
+}
+
+}  // namespace
+
+bool takesPresets(const host::EffectFields& fields)
+{
+    return fields.uniqueID == kUniqueId && fields.numParams == static_cast<int>(kPresetParamCount);
+}
+
+ParameterText& Displays::get()
+{
+    if (!opened) {
+        std::unique_ptr<host::Plugin> plugin = host::openPlugin(path);
+        if (!takesPresets(plugin->fields()))
+            throw ToolError("'" + path + "' is not the plug-in that these presets are for");
+        opened.emplace(std::move(plugin));
+    }
+    return *opened;
+}
+
+std::vector<std::uint8_t> readFile(const std::string& path)
+{
+    const auto refuse = [&](const std::string& reason) {
+        throw ToolError("cannot read '" + path + "': " + reason);
+    };
+    // Without waiting for somebody to write into a pipe.
+    const int handle = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (handle < 0)
+        refuse(std::strerror(errno));
+    const std::unique_ptr<std::FILE, CloseFile> file(fdopen(handle, "rb"));
+    struct stat status;
+    if (!file || fstat(handle, &status) != 0)
+        refuse(std::strerror(errno));
+    if (!S_ISREG(status.st_mode))
+        refuse(S_ISDIR(status.st_mode) ? "it is a folder" : "it is not an ordinary file");
+    std::vector<std::uint8_t> bytes(kLargest + 1);
+    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+    if (std::ferror(file.get()))
+        refuse(std::strerror(errno));
+    if (bytes.size() > kLargest)
+        refuse("it has more than 16 MiB, far more than any bank");
+    return bytes;
+}
+
+bool isJson(const std::vector<std::uint8_t>& bytes)
+{
+    constexpr std::uint8_t kByteOrderMark[]{0xEF, 0xBB, 0xBF};
+    auto first = bytes.begin();
+    if (bytes.size() >= 3
+        && std::equal(std::begin(kByteOrderMark), std::end(kByteOrderMark), first))
+        first += 3;
+    first = std::find_if(first, bytes.end(), [](std::uint8_t c) { return !std::isspace(c); });
+    return first != bytes.end() && (*first == '{' || *first == '[');
+}
+
+BankContent readBank(const std::string& path, Displays& displays)
+{
+    const std::vector<std::uint8_t> bytes = readFile(path);
+    if (isJson(bytes))
+        return bankFromJson(std::string(bytes.begin(), bytes.end()), path, displays.get());
+    const ImageParts parts = goodParts(path, bytes, false);
+    const std::int32_t current = parts.header.currentPreset;
+    BankContent bank{factoryBank(), current >= 0 && current < kPresetCount ? current : 0};
+    if (!readBankRecords({parts.records.data(), parts.records.size()}, parts.header.recordCount,
+                         parts.swap, factoryBank().front(), bank.presets.data()))
+        throw ToolError("'" + path + "': the plug-in would not take it");
+    return bank;
+}
+
+PresetSlot readPreset(const std::string& path, Displays& displays)
+{
+    const std::vector<std::uint8_t> bytes = readFile(path);
+    if (isJson(bytes))
+        return presetFromJson(std::string(bytes.begin(), bytes.end()), path, displays.get());
+    const ImageParts parts = goodParts(path, bytes, true);
+    PresetSlot preset{};
+    if (!readPresetRecords({parts.records.data(), parts.records.size()}, parts.header.recordCount,
+                           parts.swap, factoryBank().front(), preset))
+        throw ToolError("'" + path + "': the plug-in would not take it");
+    return preset;
+}
+
+void writeBank(const std::string& path, const BankContent& bank, Displays& displays)
+{
+    const std::string ending = endingOf(path);
+    if (ending == ".json")
+        writeFile(path, bankToJson(bank, displays.get()));
+    else if (ending == ".zkb")
+        writeBytes(path, bankImage(bank));
+    else
+        throw ToolError("'" + path + "': a bank's name ends in .zkb or .json");
+}
+
+void writePreset(const std::string& path, const PresetSlot& preset, Displays& displays)
+{
+    const std::string ending = endingOf(path);
+    if (ending == ".json")
+        writeFile(path, presetToJson(preset, displays.get()));
+    else if (ending == ".zkr")
+        writeBytes(path, presetImage(preset));
+    else
+        throw ToolError("'" + path + "': a preset's name ends in .zkr or .json");
+}
+
+std::vector<std::uint8_t> bankImage(const BankContent& bank)
+{
+    ImageWriter writer(kBankKind, bank.currentPreset,
+                       static_cast<std::int32_t>(kPresetCount * (1 + kPresetParamCount)),
+                       kBankImageSize - kFileHeaderSize);
+    for (std::size_t index = 0; index < bank.presets.size(); ++index)
+        appendPreset(writer, static_cast<std::int32_t>(index), bank.presets[index]);
+    return writer.take();
+}
+
+std::vector<std::uint8_t> presetImage(const PresetSlot& preset)
+{
+    ImageWriter writer(kPresetKind, 0, static_cast<std::int32_t>(1 + kPresetParamCount),
+                       kPresetImageSize - kFileHeaderSize);
+    appendPreset(writer, 0, preset);
+    return writer.take();
+}
+
+BankContent readBankOrFactory(const std::string& path, Displays& displays)
+{
+    return path.empty() ? BankContent{factoryBank(), 0} : readBank(path, displays);
+}
+
+std::string bankLabel(const std::string& path)
+{
+    return path.empty() ? "the factory bank" : "'" + path + "'";
+}
+
+}  // namespace tool

@@ -1,0 +1,223 @@
+// Every record is looked at, also behind the first fault, as long as the next one can be found.
+#include "RecordCheck.h"
+
+#include "PresetName.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace tool {
+
+namespace {
+
+constexpr std::size_t kNameBody = kNameRecordSize - kRecordHeadSize;
+constexpr std::size_t kValueBody = kValueRecordSize - kRecordHeadSize;
+
+// In a record, from its start.
+constexpr std::size_t kSizeAt = 4, kIndexAt = 8, kBodyAt = kRecordHeadSize, kIdAt = 12,
+                      kValueAt = 24;
+
+std::string numberText(float value)
+{
+    char text[32];
+    std::snprintf(text, sizeof(text), "%.9g", static_cast<double>(value));
+    return text;
+}
+
+}  // namespace
+
+RecordCheck::RecordCheck(const ImageParts& imageParts, const std::vector<std::string>& names,
+                         ImageReport& reportToFill)
+    : parts(imageParts), titles(names), report(reportToFill),
+      bank(imageParts.kind != ImageKind::Preset)
+{
+}
+
+void RecordCheck::run()
+{
+    const ByteView records{parts.records.data(), parts.records.size()};
+    RecordReader reader(records, parts.header.recordCount, parts.swap);
+    std::size_t end = 0;
+    int number = 0;
+    Record record{};
+    while (reader.next(record)) {
+        ++number;
+        if (parts.recordsAt + reader.position() < parts.end)
+            checkRecord(record, parts.recordsAt + reader.position());
+        end = reader.position() + kRecordHeadSize + static_cast<std::size_t>(record.size);
+    }
+    if (reader.fault() != RecordReader::Fault::None) {
+        explainFault(reader.fault(), record, parts.recordsAt + reader.position(), number + 1);
+        return;
+    }
+    const std::size_t inFile = parts.end - std::min(parts.end, parts.recordsAt);
+    const std::size_t lookedAt = std::min(inFile, records.size);
+    if (end < lookedAt)
+        report.note("trailing bytes", parts.recordsAt + end,
+                    std::to_string(lookedAt - end)
+                        + " bytes follow the last record and are not looked at",
+                    Outcome::Partly);
+    if (report.isTaken())
+        checkCompleteness();
+}
+
+void RecordCheck::explainFault(RecordReader::Fault fault, const Record& record, std::size_t at,
+                               int number)
+{
+    const std::string which =
+        "record " + std::to_string(number) + " of " + std::to_string(parts.header.recordCount);
+    const std::size_t left = parts.recordsAt + parts.records.size() - at;
+    const std::string rest = std::to_string(left) + " bytes are left";
+    if (fault == RecordReader::Fault::HeadCutOff)
+        report.fault("records", at,
+                     left == 0 ? which + " should begin here, where the records end"
+                               : which + " is cut off in its head of 12 bytes: " + rest,
+                     Outcome::Undone);
+    else if (fault == RecordReader::Fault::BadSize)
+        report.fault("records", at + kSizeAt,
+                     which + " has the negative size " + std::to_string(record.size),
+                     Outcome::Undone);
+    else
+        report.fault("records", at + kSizeAt,
+                     which + " says that " + std::to_string(record.size)
+                         + " bytes follow its head, but only "
+                         + std::to_string(left - kRecordHeadSize) + " are left",
+                     Outcome::Undone);
+}
+
+void RecordCheck::checkRecord(const Record& record, std::size_t at)
+{
+    if (bank && (record.preset < 0 || record.preset >= kPresetCount)) {
+        report.note("records of presets beyond the bank", at + kIndexAt,
+                    "a record of preset " + std::to_string(record.preset)
+                        + ", which lies outside 0 to 23, is skipped",
+                    Outcome::Partly);
+        return;
+    }
+    if (!bank && record.preset != 0)
+        report.note("records of other presets", at + kIndexAt,
+                    "a record tells that it belongs to preset " + std::to_string(record.preset)
+                        + " instead of 0; in a preset file this is not looked at");
+    const std::size_t preset = bank ? static_cast<std::size_t>(record.preset) : 0;
+    if (record.kind == kNameRecord)
+        checkName(record, at, preset);
+    else if (record.kind == kValueRecord)
+        checkValue(record, at, preset);
+    else
+        report.note("records of unknown kinds", at,
+                    "a record of the unknown kind " + std::to_string(record.kind) + " is skipped",
+                    Outcome::Partly);
+}
+
+void RecordCheck::checkName(const Record& record, std::size_t at, std::size_t preset)
+{
+    const std::uint8_t* name = recordName(record);
+    if (!name) {
+        report.fault("short name records", at + kSizeAt,
+                     "a name record" + ofPreset(preset) + " holds " + std::to_string(record.size)
+                         + " bytes, too few for a name, and is skipped",
+                     Outcome::Partly);
+        return;
+    }
+    Seen& so = seen[preset];
+    if (bank && so.values.any()) {
+        report.note("presets reset by a late name record", at,
+                    std::to_string(so.values.count()) + " values" + ofPreset(preset)
+                        + " stand ahead of this name record, which resets them to the default",
+                    Outcome::Partly);
+        so.values.reset();
+    }
+    if (so.name)
+        report.note("repeated names", at,
+                    "a second name record" + ofPreset(preset) + "; the later one counts",
+                    Outcome::Partly);
+    so.name = true;
+    checkNameText(reinterpret_cast<const char*>(name), at + kBodyAt, preset);
+    if (static_cast<std::size_t>(record.size) != kNameBody)
+        report.note("name records of another size", at + kSizeAt,
+                    "a name record" + ofPreset(preset) + " holds " + std::to_string(record.size)
+                        + " bytes instead of 156; the first 24 are the name");
+    checkReserved(record, at, kPresetNameSize, kNameBody);
+}
+
+void RecordCheck::checkNameText(const char* name, std::size_t at, std::size_t preset)
+{
+    if (isPlainName(name))
+        return;
+    const std::string field(name, kPresetNameSize);
+    const std::size_t length = std::min(field.find('\0'), kPresetNameSize);
+    const std::string text = field.substr(0, length);
+    const std::string which = "the name" + ofPreset(preset) + ", \"" + printable(text) + "\", ";
+    if (length == kPresetNameSize)
+        report.note("names without a terminator", at,
+                    which + "fills all 24 bytes and has no terminator");
+    const std::size_t behind = field.find_first_not_of('\0', length);
+    if (behind != std::string::npos)
+        report.note("names with bytes behind them", at + behind,
+                    which + "has other bytes behind its terminator");
+    if (!isUtf8(text))
+        report.note("names that are not UTF-8", at, which + "is not UTF-8");
+}
+
+void RecordCheck::checkValue(const Record& record, std::size_t at, std::size_t preset)
+{
+    const auto entry = recordValue(record, parts.swap);
+    if (!entry) {
+        report.fault("short value records", at + kSizeAt,
+                     "a value record" + ofPreset(preset) + " holds " + std::to_string(record.size)
+                         + " bytes, too few for a value, and is skipped",
+                     Outcome::Partly);
+        return;
+    }
+    if (static_cast<std::size_t>(record.size) != kValueBody)
+        report.note("value records of another size", at + kSizeAt,
+                    "a value record" + ofPreset(preset) + " holds " + std::to_string(record.size)
+                        + " bytes instead of 20");
+    checkReserved(record, at, kIdAt - kBodyAt + 4, kValueAt - kBodyAt);
+    checkReserved(record, at, kValueAt - kBodyAt + 4, kValueBody);
+    if (entry->id < 0 || static_cast<unsigned>(entry->id) >= kPresetParamCount) {
+        report.note("values of unknown parameters", at + kIdAt,
+                    "a value" + ofPreset(preset) + " for the unknown parameter "
+                        + std::to_string(entry->id) + " is skipped",
+                    Outcome::Partly);
+        return;
+    }
+    const auto id = static_cast<std::size_t>(entry->id);
+    if (!isNormalised(entry->value))
+        report.fault("values outside 0 to 1", at + kValueAt,
+                     "the value of " + titleOf(id) + ofPreset(preset) + " is "
+                         + numberText(entry->value) + ", which lies outside 0 to 1",
+                     Outcome::Undone);
+    if (seen[preset].values[id])
+        report.note("repeated values", at + kIdAt,
+                    "a second value of " + titleOf(id) + ofPreset(preset)
+                        + "; the later one counts",
+                    Outcome::Partly);
+    seen[preset].values[id] = true;
+}
+
+// Bytes of the body that are written as zeros. What lies behind a shorter body is not ours.
+void RecordCheck::checkReserved(const Record& record, std::size_t at, std::size_t from,
+                                std::size_t to)
+{
+    const auto size = std::min(to, static_cast<std::size_t>(record.size));
+    for (std::size_t i = from; i < size; ++i) {
+        if (record.body[i] == 0)
+            continue;
+        report.note("records with reserved bytes that are not zero", at + kBodyAt + i,
+                    "a reserved byte of a record is not zero; it is not looked at");
+        return;
+    }
+}
+
+std::string RecordCheck::titleOf(std::size_t id) const
+{
+    return id < titles.size() ? titles[id] : "parameter " + std::to_string(id);
+}
+
+std::string RecordCheck::ofPreset(std::size_t preset) const
+{
+    return bank ? " of preset " + std::to_string(preset) : "";
+}
+
+}  // namespace tool
