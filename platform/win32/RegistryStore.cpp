@@ -50,11 +50,16 @@ std::optional<std::vector<std::uint8_t>> RegistryStore::read(const char* name) c
         || RegQueryValueExW(key.get(), valueName.c_str(), nullptr, nullptr, nullptr, &size)
             != ERROR_SUCCESS)
         return std::nullopt;
-    std::vector<std::uint8_t> bytes(size);
+    std::vector<std::uint8_t> bytes;
     DWORD type = REG_NONE;
-    if (RegQueryValueExW(key.get(), valueName.c_str(), nullptr, &type, bytes.data(), &size)
-            != ERROR_SUCCESS
-        || type != REG_BINARY)
+    LSTATUS result = ERROR_MORE_DATA;
+    // Another process may put a longer value there between the two questions.
+    while (result == ERROR_MORE_DATA) {
+        bytes.resize(size);
+        result =
+            RegQueryValueExW(key.get(), valueName.c_str(), nullptr, &type, bytes.data(), &size);
+    }
+    if (result != ERROR_SUCCESS || type != REG_BINARY)
         return std::nullopt;
     bytes.resize(size);
     return bytes;

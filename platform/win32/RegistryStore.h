@@ -14,8 +14,8 @@ public:
     std::optional<std::vector<std::uint8_t>> read(const char* name) const override;
     void write(const char* name, const std::vector<std::uint8_t>& bytes) override;
     void remove(const char* name) override;
-    // Values of the type REG_SZ. They are written one byte short of their terminator, as every
-    // build has done; readers must not count on one.
+    // Values of the type REG_SZ. They are handed over one byte short of their terminator, as every
+    // build has done; the system completes it, but readers do not count on one.
     std::optional<std::string> readText(const char* name) const override;
     void writeText(const char* name, const std::string& text) override;
 
