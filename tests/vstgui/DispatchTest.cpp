@@ -1,0 +1,216 @@
+// Who gets presses, drags and the wheel, and what survives views that vanish meanwhile.
+#include "Probe.h"
+
+namespace {
+
+class Dispatch : public FrameTest { };
+
+TEST_F(Dispatch, TheTopmostViewUnderThePointGetsThePressInItsParentsCoordinates)
+{
+    auto* box = new CViewContainer(CRect(50, 20, 150, 80));
+    frame->addView(box);
+    box->addView(new ProbeView(CRect(10, 10, 40, 40), "low", log));
+    box->addView(new ProbeView(CRect(10, 10, 40, 40), "high", log));
+    EXPECT_EQ(host.mouseDown({65, 35}), kMouseEventHandled);
+    host.mouseMove({500, -7}, kLButton);
+    host.mouseUp({-20, 0});
+    EXPECT_EQ(log, (Log{"high down 15,15", "high drag 450,-27", "high up -70,-20"}));
+}
+
+TEST_F(Dispatch, LeftAndTopEdgesAreInsideRightAndBottomAreNot)
+{
+    addProbe(CRect(10, 10, 20, 20), "v");
+    EXPECT_EQ(host.mouseDown({20, 15}), kMouseEventNotHandled);
+    EXPECT_EQ(host.mouseDown({15, 20}), kMouseEventNotHandled);
+    EXPECT_EQ(host.mouseDown({10, 10}), kMouseEventHandled);
+}
+
+TEST_F(Dispatch, OnlyTransparentOrDisabledViewsLetAnUnhandledPressThrough)
+{
+    addProbe(CRect(0, 0, 50, 50), "low");
+    auto* high = addProbe(CRect(0, 0, 50, 50), "high");
+    high->pressResult = kMouseEventNotHandled;
+    host.mouseDown({5, 5});
+    EXPECT_EQ(log, (Log{"high down 5,5"}));
+    high->setTransparency(true);
+    host.mouseDown({5, 5});
+    high->setMouseEnabled(false);
+    host.mouseDown({6, 6});
+    const Log after(log.begin() + 1, log.end());
+    EXPECT_EQ(after, (Log{"high down 5,5", "low down 5,5", "low up 5,5", "low down 6,6"}));
+}
+
+TEST_F(Dispatch, ResultsDecideAboutCapture)
+{
+    auto* v = addProbe(CRect(0, 0, 50, 50), "v");
+    v->pressResult = kMouseDownEventHandledButDontNeedMovedOrUpEvents;
+    host.mouseDown({5, 5});
+    host.mouseUp({5, 5});
+    EXPECT_EQ(log, (Log{"v down 5,5", "v enter 5,5"}));
+    log.clear();
+    v->pressResult = kMouseEventHandled;
+    v->moveResult = kMouseMoveEventHandledButDontNeedMoreEvents;
+    host.mouseDown({5, 5});
+    host.mouseMove({90, 90}, kLButton);
+    host.mouseMove({91, 91}, kLButton);
+    host.mouseUp({92, 92});
+    // Given up in the move, which then counts as one of the hovered view.
+    EXPECT_EQ(log, (Log{"v down 5,5", "v drag 90,90", "v move 90,90", "v exit 91,91"}));
+}
+
+TEST_F(Dispatch, ASecondButtonEndsTheFirstDragAndIsAPressOfItsOwn)
+{
+    auto* button = new CKickButton(CRect(0, 0, 20, 20), &listener, 1, nullptr);
+    auto* knob = new CKnob(CRect(50, 0, 90, 40), &listener, 2, nullptr, nullptr);
+    frame->addView(button);
+    frame->addView(knob);
+    host.mouseDown({55, 20});
+    host.mouseDown({5, 5}, kLButton | kRButton);
+    EXPECT_FALSE(knob->isEditing());
+    EXPECT_TRUE(button->isEditing());
+    host.mouseDown({150, 90}, kLButton | kRButton | kMButton);
+    EXPECT_FALSE(button->isEditing());
+    EXPECT_EQ(button->getValue(), 0.f);
+}
+
+TEST_F(Dispatch, AViewThatRemovesItselfInItsPressIsNotCapturedAndDiesAfterwards)
+{
+    for (bool withForget : {true, false}) {
+        log.clear();
+        auto* v = addProbe(CRect(0, 0, 50, 50), "v");
+        v->onPress = [this, v, withForget] {
+            frame->removeView(v, withForget);
+            log.push_back("removed");
+            EXPECT_EQ(v->getFrame(), nullptr);
+            v->invalid();
+        };
+        host.mouseDown({5, 5});
+        host.mouseUp({5, 5});
+        if (!withForget)
+            v->forget();
+        EXPECT_EQ(log, (Log{"v down 5,5", "removed", "v dies"}));
+    }
+}
+
+TEST_F(Dispatch, AContainerMayVanishInAPressInsideIt)
+{
+    auto* box = new CViewContainer(CRect(0, 0, 100, 100));
+    frame->addView(box);
+    auto* v = new ProbeView(CRect(0, 0, 50, 50), "v", log);
+    box->addView(v);
+    v->onPress = [&] {
+        frame->removeAll();
+        addProbe(CRect(0, 0, 50, 50), "new");
+    };
+    host.mouseDown({5, 5});
+    host.mouseMove({6, 6}, kLButton);
+    EXPECT_EQ(log, (Log{"v down 5,5", "v dies", "new enter 6,6", "new move 6,6"}));
+}
+
+TEST_F(Dispatch, AViewMayRemoveItselfInItsWheel)
+{
+    auto* v = addProbe(CRect(0, 0, 50, 50), "v");
+    v->inWheel = [&] { frame->removeView(v); };
+    EXPECT_TRUE(host.wheel({5, 5}, 1.f));
+    EXPECT_EQ(log, (Log{"v wheel 5,5 up", "v dies"}));
+}
+
+TEST_F(Dispatch, TheFrameMayCloseInsideAPressOrADrag)
+{
+    auto* v = addProbe(CRect(0, 0, 50, 50), "v");
+    v->onPress = [&] { closeFrame(); };
+    host.mouseDown({5, 5});
+    EXPECT_EQ(log, (Log{"v down 5,5", "v dies"}));
+    EXPECT_FALSE(host.isOpen());
+    EXPECT_EQ(host.mouseMove({5, 5}, kLButton), kMouseEventNotHandled);
+}
+
+TEST_F(Dispatch, RemovalDuringADragEndsTheGestureWhileTheListenerIsThere)
+{
+    auto* box = new CViewContainer(CRect(0, 0, 100, 100));
+    frame->addView(box);
+    box->addView(new CKnob(CRect(0, 0, 40, 40), &listener, 7, nullptr, nullptr));
+    auto* knob = new CKnob(CRect(100, 0, 140, 40), &listener, 8, nullptr, nullptr);
+    frame->addView(knob);
+    for (CView* removed : {static_cast<CView*>(box), static_cast<CView*>(knob)}) {
+        host.mouseDown(removed->getViewSize().getTopLeft() + CPoint(20, 5));
+        listener.log.clear();
+        frame->removeView(removed);
+        EXPECT_EQ(listener.log, (Log{"end"}));
+        host.mouseMove({30, 30}, kLButton);
+        host.mouseUp({30, 30});
+        EXPECT_EQ(listener.log.size(), 1u);
+    }
+}
+
+TEST_F(Dispatch, LostMouseReleasesWhoeverHasNoCancelOfItsOwn)
+{
+    addProbe(CRect(0, 0, 50, 50), "v");
+    host.mouseDown({5, 5});
+    host.mouseMove({7, 8}, kLButton);
+    host.mouseCancel();
+    host.mouseCancel();
+    EXPECT_EQ(log, (Log{"v down 5,5", "v drag 7,8", "v up 7,8"}));
+}
+
+TEST_F(Dispatch, AListenerMayTakeModifierClicksForItself)
+{
+    auto* knob = new CKnob(CRect(0, 0, 40, 40), &listener, 7, nullptr, nullptr);
+    frame->addView(knob);
+    listener.takesModifierClicks = 1;
+    EXPECT_EQ(host.mouseDown({20, 5}, kLButton | kShift), kMouseEventHandled);
+    EXPECT_FALSE(knob->isEditing());
+    host.mouseDown({20, 5}, kLButton);
+    EXPECT_TRUE(knob->isEditing());
+}
+
+TEST_F(Dispatch, TheWheelGoesToTheTopmostAndIsIgnoredDuringADrag)
+{
+    auto* v = addProbe(CRect(0, 0, 50, 50), "v");
+    EXPECT_TRUE(host.wheel({5, 5}, 1.f, 0, kMouseWheelAxisX));
+    EXPECT_FALSE(host.wheel({60, 60}, 1.f));
+    host.mouseDown({5, 5});
+    EXPECT_FALSE(host.wheel({5, 5}, -1.f));
+    host.mouseUp({5, 5});
+    v->setMouseableArea(CRect(0, 0, 3, 3));
+    EXPECT_FALSE(host.wheel({5, 5}, -1.f));
+    EXPECT_EQ(log,
+              (Log{"v wheel 5,5 up", "v enter 5,5", "v exit 60,60", "v down 5,5", "v up 5,5",
+                   "v enter 5,5", "v exit 5,5"}));
+}
+
+TEST_F(Dispatch, HoverGoesInFromOutsideAndOutFromInside)
+{
+    addProbe(CRect(0, 0, 40, 40), "a");
+    addProbe(CRect(40, 0, 80, 40), "b");
+    host.mouseMove({39, 5});
+    host.mouseMove({40, 5});
+    host.mouseExit({300, 5});
+    EXPECT_EQ(log,
+              (Log{"a enter 39,5", "a move 39,5", "a exit 40,5", "b enter 40,5", "b move 40,5",
+                   "b exit 300,5"}));
+}
+
+TEST_F(Dispatch, AHoveredViewThatIsRemovedGetsNoExitAndItsSuccessorAnEnter)
+{
+    auto* v = addProbe(CRect(0, 0, 40, 40), "old");
+    host.mouseMove({5, 5});
+    log.clear();
+    frame->removeView(v);
+    addProbe(CRect(0, 0, 40, 40), "new");
+    host.mouseMove({6, 6});
+    EXPECT_EQ(log, (Log{"old dies", "new enter 6,6", "new move 6,6"}));
+}
+
+TEST_F(Dispatch, HoverWaitsForTheEndOfADrag)
+{
+    addProbe(CRect(0, 0, 40, 40), "a");
+    addProbe(CRect(40, 0, 80, 40), "b");
+    host.mouseDown({5, 5});
+    host.mouseMove({45, 5}, kLButton);
+    host.mouseExit({45, 5}, kLButton);
+    host.mouseUp({46, 5});
+    EXPECT_EQ(log, (Log{"a down 5,5", "a drag 45,5", "a up 46,5", "b enter 46,5"}));
+}
+
+}  // namespace

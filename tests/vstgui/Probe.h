@@ -1,0 +1,156 @@
+// A frame without a display, and views and listeners that write down what happens to them.
+#pragma once
+
+#include "vstgui/platform/bitmapresources.h"
+#include "vstgui/platform/offscreen.h"
+#include "vstgui/vstgui.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+using namespace VSTGUI;
+
+using Log = std::vector<std::string>;
+
+inline std::string at(const CPoint& p)
+{
+    return std::to_string(static_cast<int>(p.x)) + "," + std::to_string(static_cast<int>(p.y));
+}
+
+class ProbeView : public CView {
+public:
+    ProbeView(const CRect& rect, std::string viewName, Log& l)
+        : CView(rect), name(std::move(viewName)), log(l)
+    {
+    }
+
+    CMouseEventResult pressResult{kMouseEventHandled};
+    CMouseEventResult moveResult{kMouseEventHandled};
+    std::function<void()> onPress;
+    std::function<void()> inWheel;
+
+    CMouseEventResult onMouseDown(CPoint& where, const CButtonState&) override
+    {
+        log.push_back(name + " down " + at(where));
+        if (onPress)
+            onPress();
+        return pressResult;
+    }
+    CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons) override
+    {
+        log.push_back(name + (buttons & kLButton ? " drag " : " move ") + at(where));
+        return moveResult;
+    }
+    CMouseEventResult onMouseUp(CPoint& where, const CButtonState&) override
+    {
+        log.push_back(name + " up " + at(where));
+        return kMouseEventHandled;
+    }
+    CMouseEventResult onMouseEntered(CPoint& where, const CButtonState&) override
+    {
+        log.push_back(name + " enter " + at(where));
+        return kMouseEventHandled;
+    }
+    CMouseEventResult onMouseExited(CPoint& where, const CButtonState&) override
+    {
+        log.push_back(name + " exit " + at(where));
+        return kMouseEventHandled;
+    }
+    using CView::onWheel;
+    bool onWheel(const CPoint& where, const float& distance, const CButtonState&) override
+    {
+        log.push_back(name + " wheel " + at(where) + (distance > 0 ? " up" : " down"));
+        if (inWheel)
+            inWheel();
+        return true;
+    }
+
+protected:
+    ~ProbeView() override { log.push_back(name + " dies"); }
+
+private:
+    std::string name;
+    Log& log;
+};
+
+class ProbeListener : public CControlListener {
+public:
+    void valueChanged(CControl* control) override
+    {
+        log.push_back("value " + std::to_string(control->getTag()));
+        values.push_back(control->getValue());
+        if (onValue)
+            onValue(control);
+    }
+    int32_t controlModifierClicked(CControl*, CButtonState) override { return takesModifierClicks; }
+    void controlBeginEdit(CControl*) override { log.push_back("begin"); }
+    void controlEndEdit(CControl*) override { log.push_back("end"); }
+
+    Log log;
+    std::vector<float> values;
+    std::function<void(CControl*)> onValue;
+    int32_t takesModifierClicks{0};
+};
+
+// A frame of 200 by 100, grey, open on an OffscreenHost.
+class FrameTest : public ::testing::Test {
+protected:
+    FrameTest()
+    {
+        CView::kDirtyCallAlwaysOnMainThread = false;
+        frame->setBackgroundColor(kGreyCColor);
+        EXPECT_TRUE(frame->open(host.parentWindow()));
+        host.paint();
+    }
+    ~FrameTest() override
+    {
+        closeFrame();
+        CView::kDirtyCallAlwaysOnMainThread = false;
+    }
+
+    void closeFrame()
+    {
+        if (frame)
+            std::exchange(frame, nullptr)->close();
+    }
+
+    ProbeView* addProbe(const CRect& rect, const std::string& name)
+    {
+        auto* view = new ProbeView(rect, name, log);
+        frame->addView(view);
+        return view;
+    }
+
+    Log log;
+    ProbeListener listener;
+    OffscreenHost host;
+    CFrame* frame{new CFrame(CRect(0, 0, 200, 100), nullptr)};
+};
+
+// A registered picture: frames of 10 by 10 pixels stacked from the top, frame i of red 10 * i, with
+// a green pixel at its top left corner.
+inline CBitmap* filmstrip(int32_t number, int32_t frames)
+{
+    static std::vector<std::vector<uint8_t>> kept;
+    Pixels picture(10, 10 * frames);
+    for (int32_t y = 0; y < picture.height; ++y) {
+        for (int32_t x = 0; x < 10; ++x)
+            picture.set(x, y, CColor(static_cast<uint8_t>(y / 10 * 10), 0, 0, 255));
+        if (y % 10 == 0)
+            picture.set(0, y, kGreenCColor);
+    }
+    kept.push_back(encodePng(picture));
+    const EmbeddedBitmap entry{number, kept.back().data(), kept.back().size()};
+    registerBitmaps(&entry, 1);
+    return new CBitmap(CResourceDescription(number));
+}
+
+// Which frame of a filmstrip stands with its top left corner there; -1 for none.
+inline int32_t frameShownAt(const Pixels& picture, int32_t x, int32_t y)
+{
+    const CColor inside = picture.at(x + 5, y + 5);
+    return picture.at(x, y) == kGreenCColor && inside.blue == 0 ? inside.red / 10 : -1;
+}

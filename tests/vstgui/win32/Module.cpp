@@ -1,0 +1,2 @@
+// The library's module is the test program itself.
+void* hInstance = nullptr;

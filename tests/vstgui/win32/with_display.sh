@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Runs a Windows program on a display of its own, with a Wine prefix that stays beside the program:
+# Wine's servers keep the display that they were started with.
+set -eu
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+WINEPREFIX=$(cd "$(dirname "$1")" && pwd)/wine-with-display
+export WINEPREFIX WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES=mscoree,mshtml=
+mkdir -p "$WINEPREFIX"
+end_servers() {
+    wineserver --kill 2>/dev/null || true
+    wineserver --wait 2>/dev/null || true
+}
+end_servers  # of a run that was broken off
+trap end_servers EXIT
+"$here/../x11/on_display.sh" wine "$@"

@@ -1,0 +1,144 @@
+// The loop that hosts' idle calls turn.
+#include "HostWindow.h"
+
+#include "vstgui/vstgui.h"
+
+using namespace VSTGUI;
+using X11::IdleRunLoop;
+
+namespace {
+
+struct Handler : X11::IEventHandler, X11::ITimerHandler {
+    std::function<void()> action;
+    int events{0};
+    int ticks{0};
+    void onEvent() override
+    {
+        ++events;
+        if (action)
+            action();
+    }
+    void onTimer() override
+    {
+        ++ticks;
+        if (action)
+            action();
+    }
+};
+
+void sleepFor(int milliseconds)
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+TEST(IdleRunLoop, MissedTicksComeOnceAndAreCountedFromThen)
+{
+    auto& loop = IdleRunLoop::instance();
+    Handler h;
+    loop.registerTimer(10, &h);
+    loop.pump();
+    EXPECT_EQ(h.ticks, 0);
+    sleepFor(50);
+    loop.pump();
+    loop.pump();
+    EXPECT_EQ(h.ticks, 1);
+    EXPECT_LE(loop.millisecondsToNextTimer(1000), 10);
+    EXPECT_TRUE(loop.unregisterTimer(&h));
+    EXPECT_FALSE(loop.unregisterTimer(&h));
+    sleepFor(20);
+    loop.pump();
+    EXPECT_EQ(h.ticks, 1);
+}
+
+TEST(IdleRunLoop, CallbacksMayTakeEachOtherAwayAndCannotTurnTheLoop)
+{
+    auto& loop = IdleRunLoop::instance();
+    Handler first;
+    Handler second;
+    first.action = [&] {
+        loop.pump();
+        loop.unregisterEventHandler(&second);
+        loop.unregisterTimer(&second);
+    };
+    loop.registerEventHandler(0, &first);
+    loop.registerEventHandler(0, &second);
+    loop.registerTimer(0, &first);
+    loop.registerTimer(0, &second);
+    loop.pump();
+    EXPECT_EQ(first.events, 1);
+    EXPECT_EQ(first.ticks, 1);
+    EXPECT_EQ(second.events + second.ticks, 0);
+    std::thread([&] { loop.pump(); }).join();
+    EXPECT_EQ(first.events, 1);
+    loop.unregisterEventHandler(&first);
+    loop.unregisterTimer(&first);
+}
+
+TEST(IdleRunLoop, TimersOfTheToolkitRunOnItAndMayEndThemselves)
+{
+    int ticks = 0;
+    auto* timer = new CVSTGUITimer(
+        [&](CVSTGUITimer* t) {
+            if (++ticks == 2)
+                t->forget();
+        },
+        5);
+    ASSERT_NE(timer, nullptr);
+    pumpFor(60);
+    EXPECT_EQ(ticks, 2);
+}
+
+// A host's loop with one source of events and any number of timers.
+struct HostLoop : X11::IRunLoop {
+    bool registerEventHandler(int, X11::IEventHandler* h) override
+    {
+        events = h;
+        return true;
+    }
+    bool unregisterEventHandler(X11::IEventHandler*) override
+    {
+        events = nullptr;
+        return true;
+    }
+    bool registerTimer(uint64_t, X11::ITimerHandler* h) override
+    {
+        timers.push_back(h);
+        return true;
+    }
+    bool unregisterTimer(X11::ITimerHandler* h) override
+    {
+        timers.erase(std::find(timers.begin(), timers.end(), h));
+        return true;
+    }
+    X11::IEventHandler* events{nullptr};
+    std::vector<X11::ITimerHandler*> timers;
+};
+
+TEST(HostsRunLoop, AFrameAndAllTimersLiveOnItUntilItsLastFrameCloses)
+{
+    HostWindow host(100, 80, 100, 100);
+    const auto loop = owned(new HostLoop);
+    int ticks = 0;
+    const auto timer = owned(new CVSTGUITimer([&](CVSTGUITimer*) { ++ticks; }, 5));
+
+    X11::FrameConfig config(loop);
+    auto* frame = new CFrame(CRect(0, 0, 100, 100), nullptr);
+    frame->setBackgroundColor(kBlueCColor);
+    ASSERT_TRUE(frame->open(host.handle(), kDefaultNative, &config));
+    ASSERT_NE(loop->events, nullptr);
+    pumpFor(40);
+    EXPECT_EQ(ticks, 0);
+    for (auto* handler : std::vector<X11::ITimerHandler*>(loop->timers))
+        handler->onTimer();
+    loop->events->onEvent();
+    EXPECT_EQ(ticks, 1);
+    EXPECT_EQ(host.screenshot(100, 100).at(99, 99), kBlueCColor);
+
+    frame->close();
+    EXPECT_EQ(loop->events, nullptr);
+    EXPECT_TRUE(loop->timers.empty());
+    pumpFor(40);
+    EXPECT_GT(ticks, 2);
+}
+
+}  // namespace

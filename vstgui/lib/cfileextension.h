@@ -1,0 +1,35 @@
+// CFileExtension: a kind of file that a file dialog offers.
+#pragma once
+
+#include "vstgui/lib/vstguibase.h"
+
+#include <string>
+
+namespace VSTGUI {
+
+class CFileExtension {
+public:
+    // Extension without the dot. Null counts as empty.
+    CFileExtension(UTF8StringPtr description, UTF8StringPtr extension,
+                   UTF8StringPtr mimeType = nullptr, int32_t macType = 0,
+                   UTF8StringPtr uti = nullptr);
+
+    UTF8StringPtr getDescription() const { return description.c_str(); }
+    UTF8StringPtr getExtension() const { return extension.c_str(); }
+    UTF8StringPtr getMimeType() const { return mimeType.c_str(); }
+    UTF8StringPtr getUTI() const { return uti.c_str(); }
+    int32_t getMacType() const { return macType; }
+
+    // Equal when any of extension, type names or non-zero type agree.
+    bool operator==(const CFileExtension& other) const;
+    bool operator!=(const CFileExtension& other) const { return !(*this == other); }
+
+private:
+    std::string description;
+    std::string extension;
+    std::string mimeType;
+    std::string uti;
+    int32_t macType;
+};
+
+}  // namespace VSTGUI

@@ -1,0 +1,51 @@
+// CNewFileSelector: asks the user for files to open, a file to write or a folder.
+#pragma once
+
+#include "vstgui/lib/cframe.h"
+#include "vstgui/platform/filedialog.h"
+
+namespace VSTGUI {
+
+class CNewFileSelector : public CBaseObject {
+public:
+    enum Style { kSelectFile = 0, kSelectSaveFile, kSelectDirectory };
+
+    static const IdStringPtr kSelectEndMessage;
+
+    // The caller owns it. Null without an open frame.
+    static CNewFileSelector* create(CFrame* parent = nullptr, Style style = kSelectFile);
+
+    // All are copied; null counts as empty. A directory that does not exist is ignored.
+    void setTitle(UTF8StringPtr title);
+    void setInitialDirectory(UTF8StringPtr path);
+    void setDefaultSaveName(UTF8StringPtr name);
+    void setAllowMultiFileSelection(bool state) { request.allowSeveral = state; }
+    void addFileExtension(const CFileExtension& extension);
+    // Once only. It is offered first, and completes a name that was typed without an extension.
+    void setDefaultExtension(const CFileExtension& extension);
+
+    // Blocks; timers go on. True when something was chosen.
+    bool runModal();
+    // The same, then delegate->notify (this, kSelectEndMessage) when something was chosen.
+    bool run(CBaseObject* delegate);
+    // Ends a dialog that is running; nothing afterwards.
+    void cancel();
+
+    uint32_t getNumSelectedFiles() const { return static_cast<uint32_t>(selected.size()); }
+    // UTF-8 path, valid as long as the selector; null when out of range.
+    UTF8StringPtr getSelectedFile(uint32_t index) const;
+
+    CLASS_METHODS_NOCOPY(CNewFileSelector, CBaseObject)
+
+protected:
+    CNewFileSelector(CFrame* frame, Style style);
+    ~CNewFileSelector() override = default;
+
+private:
+    SharedPointer<CFrame> frame;
+    FileDialogRequest request;
+    std::vector<std::string> selected;
+    bool hasDefaultExtension{false};
+};
+
+}  // namespace VSTGUI

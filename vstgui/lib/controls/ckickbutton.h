@@ -1,0 +1,34 @@
+// CKickButton: momentary; its action comes with the release over the button.
+#pragma once
+
+#include "vstgui/lib/controls/ccontrol.h"
+#include "vstgui/lib/controls/imultibitmapcontrol.h"
+
+namespace VSTGUI {
+
+class CKickButton : public CControl, public IMultiBitmapControl {
+public:
+    // Frames as high as the view: at rest, pressed.
+    CKickButton(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* background,
+                const CPoint& offset = CPoint(0, 0));
+    CKickButton(const CRect& size, IControlListener* listener, int32_t tag, CCoord heightOfOneImage,
+                CBitmap* background, const CPoint& offset = CPoint(0, 0));
+
+    void draw(CDrawContext* context) override;
+    CMouseEventResult onMouseDown(CPoint& where, const CButtonState& buttons) override;
+    CMouseEventResult onMouseUp(CPoint& where, const CButtonState& buttons) override;
+    CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons) override;
+    CMouseEventResult onMouseCancel() override;
+    int32_t onKeyDown(VstKeyCode& keyCode) override;
+    int32_t onKeyUp(VstKeyCode& keyCode) override;
+    virtual bool sizeToFit() { return fitToFrame(*this); }
+
+    CLASS_METHODS(CKickButton, CControl)
+
+protected:
+    ~CKickButton() override = default;
+
+    CPoint offset;
+};
+
+}  // namespace VSTGUI

@@ -1,0 +1,181 @@
+// A switch that springs back from either side.
+#include "vstgui/lib/controls/crockerswitch.h"
+
+#include "vstgui/lib/cdrawcontext.h"
+#include "vstgui/lib/cvstguitimer.h"
+
+namespace VSTGUI {
+
+namespace {
+
+constexpr uint32_t kWheelReset = 200;  // ms
+
+}  // namespace
+
+CRockerSwitch::CRockerSwitch(const CRect& rect, IControlListener* l, int32_t t, CBitmap* back,
+                             const CPoint& o, const int32_t s)
+    : CRockerSwitch(rect, l, t, rect.getHeight(), back, o, s)
+{
+}
+
+CRockerSwitch::CRockerSwitch(const CRect& rect, IControlListener* l, int32_t t, CCoord frameHeight,
+                             CBitmap* back, const CPoint& o, const int32_t s)
+    : CControl(rect, l, t, back), IMultiBitmapControl(frameHeight, 3), offset(o), style(s)
+{
+    setMin(-1.f);
+    setMax(1.f);
+    setValue(0.f);
+    setWantsFocus(true);
+}
+
+CRockerSwitch::CRockerSwitch(const CRockerSwitch& other)
+    : CControl(other), IMultiBitmapControl(other), offset(other.offset), style(other.style)
+{
+}
+
+CRockerSwitch::~CRockerSwitch()
+{
+    stopResetTimer();
+}
+
+void CRockerSwitch::draw(CDrawContext* context)
+{
+    if (CBitmap* bitmap = getDrawBackground()) {
+        CCoord down = 0.;
+        if (value == (getMax() + getMin()) / 2.f)
+            down = heightOfOneImage;
+        else if (value == getMax())
+            down = 2. * heightOfOneImage;
+        bitmap->draw(context, getViewSize(), CPoint(offset.x, offset.y + down));
+    }
+    setDirty(false);
+}
+
+CMouseEventResult CRockerSwitch::onMouseDown(CPoint& where, const CButtonState& buttons)
+{
+    if (!(buttons & kLButton))
+        return kMouseEventNotHandled;
+    entryValue = value;
+    beginEdit();
+    return onMouseMoved(where, buttons);
+}
+
+CMouseEventResult CRockerSwitch::onMouseMoved(CPoint& where, const CButtonState& buttons)
+{
+    if (!isEditing() || !(buttons & kLButton))
+        return kMouseEventHandled;
+    const CRect& r = getViewSize();
+    const CPoint centre = r.getCenter();
+    const bool firstHalf = style & kHorizontal ? where.x < centre.x : where.y < centre.y;
+    if (r.pointInside(where))
+        value = firstHalf ? getMin() : getMax();
+    else
+        value = entryValue;
+    if (isDirty()) {
+        valueChanged();
+        invalid();
+    }
+    return kMouseEventHandled;
+}
+
+CMouseEventResult CRockerSwitch::onMouseUp(CPoint&, const CButtonState&)
+{
+    value = 0.f;
+    if (isDirty())
+        invalid();
+    if (isEditing())
+        endEdit();
+    return kMouseEventHandled;
+}
+
+bool CRockerSwitch::onWheel(const CPoint&, const float& distance, const CButtonState&)
+{
+    value = distance > 0.f ? getMin() : getMax();
+    if (isDirty()) {
+        invalid();
+        if (!isEditing())
+            beginEdit();
+        valueChanged();
+    }
+    stopResetTimer();
+    resetValueTimer = new CVSTGUITimer(this, kWheelReset, true);
+    return true;
+}
+
+CMessageResult CRockerSwitch::notify(CBaseObject* sender, IdStringPtr message)
+{
+    if (message != CVSTGUITimer::kMsgTimer || sender != resetValueTimer)
+        return CControl::notify(sender, message);
+    const CBaseObjectGuard guard(this);
+    stopResetTimer();
+    if (value != 0.f) {
+        value = 0.f;
+        if (!isEditing())
+            beginEdit();
+        valueChanged();
+    }
+    if (isEditing())
+        endEdit();
+    setDirty();
+    return kMessageNotified;
+}
+
+bool CRockerSwitch::removed(CView* parent)
+{
+    if (resetValueTimer) {
+        // Nobody would end the wheel's gesture otherwise.
+        stopResetTimer();
+        value = 0.f;
+        if (isEditing())
+            endEdit();
+    }
+    return CControl::removed(parent);
+}
+
+void CRockerSwitch::stopResetTimer()
+{
+    if (!resetValueTimer)
+        return;
+    resetValueTimer->stop();
+    resetValueTimer->forget();
+    resetValueTimer = nullptr;
+}
+
+float CRockerSwitch::sideOfKey(const VstKeyCode& keyCode) const
+{
+    if (keyCode.modifier != 0)
+        return 0.f;
+    const bool horizontal = (style & kHorizontal) != 0;
+    if (keyCode.virt == (horizontal ? VKEY_LEFT : VKEY_UP))
+        return -1.f;
+    return keyCode.virt == (horizontal ? VKEY_RIGHT : VKEY_DOWN) ? 1.f : 0.f;
+}
+
+int32_t CRockerSwitch::onKeyDown(VstKeyCode& keyCode)
+{
+    const float side = sideOfKey(keyCode);
+    if (side == 0.f)
+        return -1;
+    if (value != side) {
+        value = side;
+        invalid();
+        if (!isEditing())
+            beginEdit();
+        valueChanged();
+    }
+    return 1;
+}
+
+int32_t CRockerSwitch::onKeyUp(VstKeyCode& keyCode)
+{
+    if (sideOfKey(keyCode) == 0.f)
+        return -1;
+    value = 0.f;
+    invalid();
+    valueChanged();
+    if (isEditing())
+        endEdit();
+    return 1;
+}
+
+}  // namespace VSTGUI

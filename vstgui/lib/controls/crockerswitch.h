@@ -1,0 +1,53 @@
+// CRockerSwitch: two momentary sides, -1 and 1, at rest at 0.
+#pragma once
+
+#include "vstgui/lib/cdrawdefs.h"
+#include "vstgui/lib/controls/ccontrol.h"
+#include "vstgui/lib/controls/imultibitmapcontrol.h"
+
+namespace VSTGUI {
+
+class CVSTGUITimer;
+
+class CRockerSwitch : public CControl, public IMultiBitmapControl {
+public:
+    // Three frames as high as the view: first side, rest, second side. Style is kHorizontal or
+    // kVertical.
+    CRockerSwitch(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* background,
+                  const CPoint& offset = CPoint(0, 0), const int32_t style = kHorizontal);
+    CRockerSwitch(const CRect& size, IControlListener* listener, int32_t tag,
+                  CCoord heightOfOneImage, CBitmap* background, const CPoint& offset = CPoint(0, 0),
+                  const int32_t style = kHorizontal);
+    // The copy has no timer running.
+    CRockerSwitch(const CRockerSwitch& other);
+
+    void draw(CDrawContext* context) override;
+    CMouseEventResult onMouseDown(CPoint& where, const CButtonState& buttons) override;
+    CMouseEventResult onMouseUp(CPoint& where, const CButtonState& buttons) override;
+    CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons) override;
+    using CView::onWheel;
+    bool onWheel(const CPoint& where, const float& distance, const CButtonState& buttons) override;
+    int32_t onKeyDown(VstKeyCode& keyCode) override;
+    int32_t onKeyUp(VstKeyCode& keyCode) override;
+    bool removed(CView* parent) override;
+    CMessageResult notify(CBaseObject* sender, IdStringPtr message) override;
+    virtual bool sizeToFit() { return fitToFrame(*this); }
+
+    CLASS_METHODS(CRockerSwitch, CControl)
+
+protected:
+    ~CRockerSwitch() override;
+
+    CPoint offset;
+    int32_t style;
+    CVSTGUITimer* resetValueTimer{nullptr};  // after a turn of the wheel
+
+private:
+    // The side a key means, 0 for other keys.
+    float sideOfKey(const VstKeyCode& keyCode) const;
+    void stopResetTimer();
+
+    float entryValue{0.f};
+};
+
+}  // namespace VSTGUI

@@ -1,0 +1,73 @@
+// CTextEdit: a line of text that opens a text box of the system while it has the focus.
+#pragma once
+
+#include "vstgui/lib/controls/ctextlabel.h"
+#include "vstgui/platform/iplatformtextedit.h"
+
+namespace VSTGUI {
+
+extern const IdStringPtr kMsgLooseFocus;
+
+class CTextEdit : public CTextLabel, public IPlatformTextEditCallback {
+public:
+    CTextEdit(const CRect& size, IControlListener* listener, int32_t tag,
+              UTF8StringPtr text = nullptr, CBitmap* background = nullptr, const int32_t style = 0);
+    // The copy has no text box open.
+    CTextEdit(const CTextEdit& other);
+
+    bool bWasReturnPressed{false};  // how the last editing ended
+
+    using StringToValueFunction =
+        std::function<bool(UTF8StringPtr text, float& result, CTextEdit*)>;
+    // Makes a value of every new text; without one, text leaves the value alone.
+    void setStringToValueFunction(const StringToValueFunction& function);
+    // Every change in the box is taken over at once instead of at the end.
+    virtual void setImmediateTextChange(bool state) { immediateTextChange = state; }
+    bool getImmediateTextChange() const { return immediateTextChange; }
+    IPlatformTextEdit* getPlatformTextEdit() const { return platformControl; }
+
+    // Also puts the value's text in place of the text.
+    void setValue(float newValue) override;
+    void setText(UTF8StringPtr newText) override;
+    void draw(CDrawContext* context) override;
+    CMouseEventResult onMouseDown(CPoint& where, const CButtonState& buttons) override;
+    int32_t onKeyDown(VstKeyCode& keyCode) override;
+    bool wantsFocus() const override;
+    void takeFocus() override;
+    // Takes the box's text over and closes it.
+    void looseFocus() override;
+    void setViewSize(const CRect& rect, bool invalid = true) override;
+    void parentSizeChanged() override;
+    bool removed(CView* parent) override;
+
+    CColor platformGetBackColor() const override { return getBackColor(); }
+    CColor platformGetFontColor() const override { return getFontColor(); }
+    CFontRef platformGetFont() const override { return getFont(); }
+    CHoriTxtAlign platformGetHoriTxtAlign() const override { return getHoriAlign(); }
+    UTF8StringPtr platformGetText() const override { return text.c_str(); }
+    CRect platformGetSize() const override;
+    CRect platformGetVisibleSize() const override;
+    CPoint platformGetTextInset() const override { return getTextInset(); }
+    void platformLooseFocus(bool returnPressed) override;
+    bool platformOnKeyDown(const VstKeyCode& key) override;
+    void platformTextDidChange() override;
+
+    CLASS_METHODS(CTextEdit, CTextLabel)
+
+protected:
+    ~CTextEdit() override;
+    void beforeDelete() override;
+
+    virtual void updateText(IPlatformTextEdit* box);
+
+    IPlatformTextEdit* platformControl{nullptr};  // while the box is open
+    bool immediateTextChange{false};
+
+private:
+    void dropFocus(bool returnPressed);
+    void showText(UTF8StringPtr newText);
+
+    StringToValueFunction stringToValue;
+};
+
+}  // namespace VSTGUI

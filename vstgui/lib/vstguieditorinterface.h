@@ -1,0 +1,32 @@
+// VSTGUIEditorInterface: what a frame asks of the editor that owns it.
+#pragma once
+
+#include "vstgui/lib/crect.h"
+
+namespace VSTGUI {
+
+class CFrame;
+
+class VSTGUIEditorInterface {
+public:
+    virtual void doIdleStuff() { }
+    // A CKnobMode, or -1 for the toolkit's default.
+    virtual int32_t getKnobMode() const { return -1; }
+    virtual void beginEdit(int32_t /*tag*/) { }
+    virtual void endEdit(int32_t /*tag*/) { }
+    // False keeps the old size.
+    virtual bool beforeSizeChange(const CRect& /*newSize*/, const CRect& /*oldSize*/)
+    {
+        return true;
+    }
+    virtual CFrame* getFrame() const { return frame; }
+
+protected:
+    VSTGUIEditorInterface() = default;
+    virtual ~VSTGUIEditorInterface() = default;
+
+    // Written by the editor alone, which nulls it when it closes the frame.
+    CFrame* frame{nullptr};
+};
+
+}  // namespace VSTGUI

@@ -1,0 +1,64 @@
+// OffscreenFrame: the window of a frame that lives on an OffscreenHost.
+#pragma once
+
+#include "vstgui/platform/iplatformoptionmenu.h"
+#include "vstgui/platform/iplatformsurface.h"
+#include "vstgui/platform/iplatformtextedit.h"
+#include "vstgui/platform/offscreen.h"
+
+namespace VSTGUI {
+
+class OffscreenTextEdit : public IPlatformTextEdit {
+public:
+    OffscreenTextEdit(OffscreenFrame& frame, IPlatformTextEditCallback* callback);
+
+    UTF8StringPtr getText() override { return text.c_str(); }
+    bool setText(UTF8StringPtr newText) override;
+    bool updateSize() override { return true; }
+
+    void userTyped(UTF8StringPtr newText);
+    void userPressed(unsigned char virtualKey);
+
+protected:
+    ~OffscreenTextEdit() override;
+
+private:
+    SharedPointer<OffscreenFrame> frame;
+    std::string text;
+};
+
+class OffscreenFrame : public IPlatformFrame {
+public:
+    OffscreenFrame(OffscreenHost& host, IPlatformFrameCallback* callback, const CRect& size);
+
+    IPlatformFrameCallback* getCallback() const { return callback; }
+    // Null once the host or the frame has gone.
+    OffscreenHost* getHost() const { return host; }
+    void hostGone() { host = nullptr; }
+    IPlatformSurface* getSurface();
+
+    bool getGlobalPosition(CPoint& position) const override;
+    bool setSize(const CRect& newSize) override;
+    bool getSize(CRect& rect) const override;
+    bool getCurrentMousePosition(CPoint& where) const override;
+    bool getCurrentMouseButtons(CButtonState& buttons) const override;
+    bool setMouseCursor(CCursorType) override { return true; }
+    bool invalidRect(const CRect& rect) override;
+    void* getPlatformRepresentation() const override { return host; }
+    IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* edit) override;
+    IPlatformOptionMenu* createPlatformOptionMenu() override;
+    bool runFileDialog(const FileDialogRequest& request, std::vector<std::string>& chosen) override;
+    void cancelFileDialog() override { }
+    void close() override;
+
+protected:
+    ~OffscreenFrame() override;
+
+private:
+    OffscreenHost* host;
+    IPlatformFrameCallback* callback;
+    CRect size;
+    SharedPointer<IPlatformSurface> surface;
+};
+
+}  // namespace VSTGUI

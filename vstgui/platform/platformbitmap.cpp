@@ -1,0 +1,70 @@
+// Finds pictures by number: registered ones first, then the platform's resources. What is loaded
+// already is shared, for filmstrips are large and one strip's pictures are the next one's, too.
+#include "vstgui/platform/bitmapresources.h"
+#include "vstgui/platform/iplatformbitmap.h"
+
+#include <map>
+
+namespace VSTGUI {
+
+namespace {
+
+std::map<int32_t, EmbeddedBitmap>& registered()
+{
+    static std::map<int32_t, EmbeddedBitmap> bitmaps;
+    return bitmaps;
+}
+
+// Not kept alive: a picture takes itself out when the last user lets go.
+std::map<int32_t, IPlatformBitmap*>& loaded()
+{
+    static std::map<int32_t, IPlatformBitmap*> bitmaps;
+    return bitmaps;
+}
+
+}  // namespace
+
+void registerBitmaps(const EmbeddedBitmap* bitmaps, size_t count)
+{
+    for (const EmbeddedBitmap* b = bitmaps; b != bitmaps + count; ++b) {
+        const EmbeddedBitmap* known = findRegisteredBitmap(b->number);
+        if (!known || known->data != b->data)
+            loaded().erase(b->number);
+        registered()[b->number] = *b;
+    }
+}
+
+const EmbeddedBitmap* findRegisteredBitmap(int32_t number)
+{
+    const auto it = registered().find(number);
+    return it == registered().end() ? nullptr : &it->second;
+}
+
+SharedPointer<IPlatformBitmap> IPlatformBitmap::load(const CResourceDescription& description)
+{
+    if (description.type == CResourceDescription::kUnknownType)
+        return nullptr;
+    if (description.type != CResourceDescription::kIntegerType)
+        return owned(createFromResource(description));
+    const int32_t number = description.u.id;
+    if (const auto it = loaded().find(number); it != loaded().end())
+        return it->second;
+    const EmbeddedBitmap* embedded = findRegisteredBitmap(number);
+    auto bitmap = owned(embedded ? createFromPng(embedded->data, embedded->length)
+                                 : createFromResource(description));
+    if (bitmap)
+        loaded()[number] = bitmap;
+    return bitmap;
+}
+
+void IPlatformBitmap::beforeDelete()
+{
+    for (auto it = loaded().begin(); it != loaded().end(); ++it) {
+        if (it->second == this) {
+            loaded().erase(it);
+            return;
+        }
+    }
+}
+
+}  // namespace VSTGUI

@@ -1,0 +1,69 @@
+// Win32Frame: the child window of a frame.
+#pragma once
+
+#include "vstgui/platform/iplatformframe.h"
+#include "vstgui/platform/win32/win32surface.h"
+#include "vstgui/platform/win32/win32windowclass.h"
+
+namespace VSTGUI {
+
+class Win32FileDialog;
+
+class Win32Frame : public IPlatformFrame {
+public:
+    // Null when the parent is no window.
+    static Win32Frame* create(IPlatformFrameCallback* callback, const CRect& size, HWND parent);
+
+    bool getGlobalPosition(CPoint& position) const override;
+    bool setSize(const CRect& size) override;
+    bool getSize(CRect& size) const override;
+    bool getCurrentMousePosition(CPoint& where) const override;
+    bool getCurrentMouseButtons(CButtonState& buttons) const override;
+    bool setMouseCursor(CCursorType type) override;
+    bool invalidRect(const CRect& rect) override;
+    void* getPlatformRepresentation() const override { return window; }
+    IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* textEdit) override;
+    IPlatformOptionMenu* createPlatformOptionMenu() override;
+    bool runFileDialog(const FileDialogRequest& request, std::vector<std::string>& chosen) override;
+    void cancelFileDialog() override;
+    void close() override;
+
+    // Shows the menu at that point of the frame. The command chosen; 0 when cancelled or when the
+    // window went away.
+    UINT trackMenu(HMENU menu, const CPoint& where);
+
+private:
+    explicit Win32Frame(IPlatformFrameCallback* callback);
+    ~Win32Frame() override;
+
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT passOn(UINT message, WPARAM wParam, LPARAM lParam) const;
+    void paint();
+    void onFocus(bool gained);
+    bool isOurs(HWND other) const;
+    void endModalLoops();
+    void onDestroy();
+
+    bool handleMouse(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    void press(int32_t button, CPoint where, CButtonState buttons);
+    void release(CPoint where, CButtonState buttons);
+    void move(CPoint where, CButtonState buttons);
+    bool wheel(UINT message, WPARAM wParam, LPARAM lParam);
+    void loseCapture();
+    void watchForLeave();
+
+    GdiplusSession session;
+    Win32WindowClass windowClass;
+    IPlatformFrameCallback* callback;  // null when closed
+    HWND window{nullptr};              // null when closed, or destroyed by the host
+    SharedPointer<Win32Surface> surface;
+    Win32FileDialog* fileDialog{nullptr};  // while one is shown
+    int menus{0};                          // that are shown
+    bool active{false};
+    bool capturing{false};
+    bool painting{false};
+    bool watchingForLeave{false};
+};
+
+}  // namespace VSTGUI

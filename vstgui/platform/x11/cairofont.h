@@ -1,0 +1,27 @@
+// CairoFont: one face at one size.
+#pragma once
+
+#include "vstgui/platform/iplatformfont.h"
+#include "vstgui/platform/x11/cairohandle.h"
+
+namespace VSTGUI {
+
+class CairoFont : public IPlatformFont {
+public:
+    // The handles are of one face, with grey smoothing and without.
+    CairoFont(CairoHandle<cairo_scaled_font_t> smooth, CairoHandle<cairo_scaled_font_t> plain);
+
+    CCoord getCapHeight() const override { return capHeight; }
+    CCoord getStringWidth(UTF8StringPtr text) const override;
+    cairo_scaled_font_t* getFont(bool antialias) const
+    {
+        return antialias ? smoothFont.get() : plainFont.get();
+    }
+
+private:
+    CairoHandle<cairo_scaled_font_t> smoothFont;
+    CairoHandle<cairo_scaled_font_t> plainFont;
+    CCoord capHeight;
+};
+
+}  // namespace VSTGUI

@@ -1,0 +1,99 @@
+// X11Frame: a frame's window, a child of the host's.
+#pragma once
+
+#include "vstgui/lib/cvstguitimer.h"
+#include "vstgui/platform/iplatformframe.h"
+#include "vstgui/platform/x11/cairosurface.h"
+#include "vstgui/platform/x11/clickcounter.h"
+#include "vstgui/platform/x11/windowpainter.h"
+#include "vstgui/platform/x11/x11connection.h"
+
+#include <memory>
+#include <vector>
+
+namespace VSTGUI {
+namespace X11 {
+
+class X11FileDialog;
+class X11OptionMenu;
+class X11TextEdit;
+
+class X11Frame : public IPlatformFrame, private X11Window {
+public:
+    // Null when the parent is no window of the server.
+    static X11Frame* create(IPlatformFrameCallback* callback, const CRect& size, Window parent,
+                            IRunLoop& loop);
+
+    X11Connection& getConnection() const { return *connection; }
+    Window getWindow() const { return window; }
+    // False once closed or when the host has destroyed the window.
+    bool isAlive() const { return callback && !windowGone; }
+
+    // Keys go to the box, and so does the mouse inside it. Null: none.
+    void setTextBox(X11TextEdit* box);
+    X11TextEdit* getTextBox() const { return textBox; }
+    void takeKeyboard();
+    // The menu that is open, to be ended with the window; null: none.
+    void setMenu(X11OptionMenu* openMenu) { menu = openMenu; }
+    // Their release went to a menu or dialog.
+    void forgetPressedButtons() { pressed = 0; }
+
+    bool getGlobalPosition(CPoint& position) const override;
+    bool setSize(const CRect& newSize) override;
+    bool getSize(CRect& rect) const override;
+    bool getCurrentMousePosition(CPoint& where) const override;
+    bool getCurrentMouseButtons(CButtonState& buttons) const override;
+    bool setMouseCursor(CCursorType type) override;
+    bool invalidRect(const CRect& rect) override;
+    void* getPlatformRepresentation() const override;
+    IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* edit) override;
+    IPlatformOptionMenu* createPlatformOptionMenu() override;
+    bool runFileDialog(const FileDialogRequest& request, std::vector<std::string>& chosen) override;
+    void cancelFileDialog() override;
+    void close() override;
+
+protected:
+    ~X11Frame() override;
+
+private:
+    X11Frame(IPlatformFrameCallback* callback, const CRect& size, IRunLoop& loop);
+    bool openWindow(Window parent);
+
+    void handleEvent(XEvent& event) override;
+    void afterEvents() override;
+    void onButtonPress(XButtonEvent& event);
+    void onButtonRelease(XButtonEvent& event);
+    void onMotion(XMotionEvent& event);
+    void onLeave(XCrossingEvent& event);
+    void onWheel(XButtonEvent& event);
+    void onKey(XKeyEvent& event);
+    void onFocus(XFocusChangeEvent& event);
+    void onXembed(XClientMessageEvent& event);
+    void looseMouse();
+    void paint();
+    void copyToWindow(const std::vector<CRect>& rects);
+    XIC getInputContext();
+
+    IPlatformFrameCallback* callback;  // null once closed
+    SharedPointer<IRunLoop> loop;
+    std::shared_ptr<X11Connection> connection;
+    Window window{0};
+    Window hostWindow{0};
+    bool windowGone{false};
+    CRect size;
+    SharedPointer<CairoSurface> backBuffer;
+    std::unique_ptr<WindowPainter> painter;
+    std::vector<CRect> dirty;
+    uint64_t lastPaint{0};
+    SharedPointer<CVSTGUITimer> paintTimer;
+    XIC inputContext{nullptr};
+    X11TextEdit* textBox{nullptr};
+    bool draggingInTextBox{false};
+    X11OptionMenu* menu{nullptr};
+    X11FileDialog* dialog{nullptr};
+    ClickCounter clicks;
+    int32_t pressed{0};  // buttons whose press came here
+};
+
+}  // namespace X11
+}  // namespace VSTGUI

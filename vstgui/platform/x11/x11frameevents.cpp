@@ -1,0 +1,226 @@
+// The window's events. Any call of the frame may close the window, so each handler calls it last or
+// looks again afterwards.
+#include "vstgui/platform/x11/x11errors.h"
+#include "vstgui/platform/x11/x11frame.h"
+#include "vstgui/platform/x11/x11keys.h"
+#include "vstgui/platform/x11/x11textedit.h"
+
+namespace VSTGUI {
+namespace X11 {
+
+namespace {
+
+constexpr unsigned int kWheelUp = 4;
+constexpr unsigned int kWheelRight = 7;
+
+constexpr long kXembedEmbedded = 0;
+constexpr long kXembedFocusIn = 4;
+constexpr long kXembedFocusOut = 5;
+
+bool consumed(CMouseEventResult result)
+{
+    return result != kMouseEventNotHandled && result != kMouseEventNotImplemented;
+}
+
+}  // namespace
+
+void X11Frame::handleEvent(XEvent& event)
+{
+    const CBaseObjectGuard guard(this);
+    if (event.xany.window == hostWindow) {
+        if (event.type == UnmapNotify || event.type == DestroyNotify)
+            looseMouse();
+        return;
+    }
+    const bool input = event.type == ButtonPress || event.type == ButtonRelease
+        || event.type == MotionNotify || event.type == KeyPress || event.type == KeyRelease;
+    if (X11Modal* modal = input ? connection->getModal() : nullptr) {
+        if (event.type == ButtonPress)
+            modal->pressedOutside();
+        return;
+    }
+    switch (event.type) {
+    case Expose: {
+        const XExposeEvent& e = event.xexpose;
+        invalidRect(CRect(e.x, e.y, e.x + e.width, e.y + e.height));
+        break;
+    }
+    case ButtonPress:
+        onButtonPress(event.xbutton);
+        break;
+    case ButtonRelease:
+        onButtonRelease(event.xbutton);
+        break;
+    case MotionNotify:
+        onMotion(event.xmotion);
+        break;
+    case LeaveNotify:
+        onLeave(event.xcrossing);
+        break;
+    case KeyPress:
+    case KeyRelease:
+        onKey(event.xkey);
+        break;
+    case FocusIn:
+    case FocusOut:
+        onFocus(event.xfocus);
+        break;
+    case ClientMessage:
+        if (event.xclient.message_type == connection->getXembedAtom())
+            onXembed(event.xclient);
+        break;
+    case UnmapNotify:
+        looseMouse();
+        break;
+    case DestroyNotify:
+        windowGone = true;
+        looseMouse();
+        break;
+    default:
+        break;
+    }
+}
+
+void X11Frame::onButtonPress(XButtonEvent& event)
+{
+    if (event.button >= kWheelUp && event.button <= kWheelRight) {
+        onWheel(event);
+        return;
+    }
+    const int32_t button = buttonOfNumber(event.button);
+    if (button == 0)
+        return;
+    CPoint where(event.x, event.y);
+    pressed |= button;
+    if (textBox && button == kLButton && textBox->getRect().pointInside(where)) {
+        const bool twice = clicks.press(event.button, event.time, where);
+        draggingInTextBox = true;
+        textBox->press(where, twice, (event.state & ShiftMask) != 0);
+        return;
+    }
+    int32_t word = buttonsOfState(event.state) | pressed;
+    if (clicks.press(event.button, event.time, where))
+        word |= kDoubleClick;
+    const CMouseEventResult result = callback->platformOnMouseDown(where, word);
+    if (consumed(result))
+        takeKeyboard();
+}
+
+void X11Frame::onButtonRelease(XButtonEvent& event)
+{
+    const int32_t button = buttonOfNumber(event.button);
+    if (button == 0)
+        return;
+    clicks.release();
+    const int32_t word = buttonsOfState(event.state) | pressed | button;
+    pressed &= ~button;
+    if (draggingInTextBox && button == kLButton) {
+        draggingInTextBox = false;
+        return;
+    }
+    CPoint where(event.x, event.y);
+    callback->platformOnMouseUp(where, word);
+}
+
+void X11Frame::onMotion(XMotionEvent& event)
+{
+    CPoint where(event.x, event.y);
+    clicks.move(where);
+    if (draggingInTextBox && textBox) {
+        textBox->drag(where);
+        return;
+    }
+    callback->platformOnMouseMoved(where, buttonsOfState(event.state) | pressed);
+}
+
+void X11Frame::onLeave(XCrossingEvent& event)
+{
+    // During a drag the pointer leaves without the drag's ending; its end is a crossing, too.
+    if (event.mode == NotifyGrab || pressed != 0)
+        return;
+    CPoint where(event.x, event.y);
+    callback->platformOnMouseExited(where, buttonsOfState(event.state));
+}
+
+void X11Frame::onWheel(XButtonEvent& event)
+{
+    // 4 up, 5 down, 6 left, 7 right.
+    const bool vertical = event.button <= kWheelUp + 1;
+    const float distance = event.button % 2 == 0 ? 1.f : -1.f;
+    const CButtonState modifiers(CButtonState(buttonsOfState(event.state)).getModifierState());
+    callback->platformOnMouseWheel(CPoint(event.x, event.y),
+                                   vertical ? kMouseWheelAxisY : kMouseWheelAxisX, distance,
+                                   modifiers);
+}
+
+void X11Frame::onKey(XKeyEvent& event)
+{
+    KeyInput key = readKey(event, event.type == KeyPress ? getInputContext() : nullptr);
+    if (textBox) {
+        if (event.type == KeyPress)
+            textBox->key(key);
+    } else if (event.type == KeyPress) {
+        callback->platformOnKeyDown(key.code);
+    } else {
+        callback->platformOnKeyUp(key.code);
+    }
+}
+
+void X11Frame::onFocus(XFocusChangeEvent& event)
+{
+    const bool ordinary = event.mode == NotifyNormal || event.mode == NotifyWhileGrabbed;
+    if (!ordinary || event.detail == NotifyInferior || event.detail >= NotifyPointer)
+        return;
+    const bool in = event.type == FocusIn;
+    if (inputContext && in)
+        XSetICFocus(inputContext);
+    else if (inputContext)
+        XUnsetICFocus(inputContext);
+    callback->platformOnActivate(in);
+}
+
+void X11Frame::onXembed(XClientMessageEvent& event)
+{
+    switch (event.data.l[1]) {
+    case kXembedEmbedded: {
+        const X11ErrorGuard guard(connection->getDisplay());
+        XMapWindow(connection->getDisplay(), window);
+        break;
+    }
+    case kXembedFocusIn:
+        callback->platformOnActivate(true);
+        break;
+    case kXembedFocusOut:
+        callback->platformOnActivate(false);
+        break;
+    default:
+        break;
+    }
+}
+
+void X11Frame::looseMouse()
+{
+    draggingInTextBox = false;
+    if (X11Modal* modal = connection->getModal())
+        modal->pressedOutside();
+    if (std::exchange(pressed, 0) != 0 && callback)
+        callback->platformOnMouseCancel();
+}
+
+XIC X11Frame::getInputContext()
+{
+    if (inputContext)
+        return inputContext;
+    XIM method = connection->getInputMethod();
+    if (!method)
+        return nullptr;
+    const X11ErrorGuard guard(connection->getDisplay());
+    inputContext = XCreateIC(method, XNInputStyle, XIMPreeditNothing | XIMStatusNothing,
+                             XNClientWindow, window, XNFocusWindow, window, nullptr);
+    if (inputContext)
+        XSetICFocus(inputContext);
+    return inputContext;
+}
+
+}  // namespace X11
+}  // namespace VSTGUI
