@@ -1,0 +1,152 @@
+// The steps, the labels and the value law of an equaliser band's knob.
+#include "CAnimCoaxT46CustomKnob.h"
+
+#include "Filmstrip.h"
+#include "StepLabels.h"
+#include "Truncate.h"
+
+#include <algorithm>
+#include <cmath>
+
+using namespace VSTGUI;
+
+namespace {
+
+constexpr int32_t kSteps = 10;
+
+// clang-format off
+const StepLabels<kSteps> kLabels{{
+    // left top right bottom
+    CRect(47,  0,  74,  13),
+    CRect(81,  0, 109,  15),
+    CRect(95, 18, 121,  35),
+    CRect(98, 40, 120,  57),
+    CRect(92, 64, 119,  81),
+    CRect(78, 83, 106,  99),
+    CRect(51, 86,  70, 100),
+    CRect(18, 82,  44,  99),
+    CRect( 0, 63,  26,  80),
+    CRect( 0, 40,  23,  57),
+}};
+// clang-format on
+
+// One half of a law, from the middle upwards; the other mirrors it. The law is a single line of
+// arithmetic that rounds to a float after each of its two steps.
+template <class Half>
+float oddAroundHalf(float x, Half half)
+{
+    const float y = std::clamp(half(x > 0.5f ? x : 1.f - x), 0.5f, 1.f);
+    return std::clamp(x > 0.5f ? y : 1.f - y, 0.f, 1.f);
+}
+
+float rounded(double x)
+{
+    return static_cast<float>(x);
+}
+
+}  // namespace
+
+CAnimCoaxT46CustomKnob::CAnimCoaxT46CustomKnob(const CRect& size_, CControlListener* listener_,
+                                               int32_t tag_, int32_t frames, int32_t frameHeight_,
+                                               CBitmap* bitmap, const CPoint& offset_,
+                                               CCoord leftInset, CCoord topInset, CCoord rightInset,
+                                               CCoord bottomInset)
+    : CAnimCoaxT46Knob(size_, listener_, tag_, frames, frameHeight_, bitmap, offset_, leftInset,
+                       topInset, rightInset, bottomInset)
+{
+    setDragRange2(1.f / 96.f);
+    setFineFactor2(1.f);
+    setWheelStep(1.f / 32.f);
+    setWheelStep2(1.f / 9.f);
+    setWheelFine2(1.f);
+}
+
+float CAnimCoaxT46CustomKnob::positionFromValue(float x) const
+{
+    return oddAroundHalf(x, [](float t) {
+        const float u = rounded(0.561501 * std::log(5.09949 * double{t}));
+        return rounded(0.195897 * std::exp(1.78416 * double{u}));
+    });
+}
+
+float CAnimCoaxT46CustomKnob::valueFromPosition(float x) const
+{
+    return oddAroundHalf(x, [](float t) {
+        const float u = rounded(0.196098 * std::exp(1.78094 * double{t}));
+        return rounded(0.560488 * std::log(5.10473 * double{u}));
+    });
+}
+
+void CAnimCoaxT46CustomKnob::setValue(float newValue)
+{
+    CAnimCoaxT46Knob::setValue(positionFromValue(newValue));
+}
+
+float CAnimCoaxT46CustomKnob::getValue() const
+{
+    return valueFromPosition(value);
+}
+
+float CAnimCoaxT46CustomKnob::turned(float by) const
+{
+    return positionFromValue(valueFromPosition(value) + by);
+}
+
+void CAnimCoaxT46CustomKnob::setMax2(float newMax)
+{
+    CAnimCoaxT46Knob::setMax2(static_cast<float>(truncate(double{newMax} * 10. + 0.5)) * 0.1f);
+}
+
+int32_t CAnimCoaxT46CustomKnob::step() const
+{
+    return stepOf(value2, kSteps);
+}
+
+void CAnimCoaxT46CustomKnob::keepStep()
+{
+    if (step() > 0)
+        lastStep = step();
+}
+
+// The ring's filmstrip has frames between the steps, which are left out.
+void CAnimCoaxT46CustomKnob::draw(CDrawContext* context)
+{
+    drawOuter(context, 2 * step());
+    drawInner(context);
+    drawOverlay(context, overlay, kLabels.rects[static_cast<size_t>(step())]);
+    setDirty(false);
+}
+
+CMouseEventResult CAnimCoaxT46CustomKnob::onMouseDown(CPoint& where, const CButtonState& buttons)
+{
+    const CButtonState others = takeControl(buttons);
+    int32_t hit = (others & kLButton) ? kLabels.stepAt(toView(where)) : -1;
+    if (hit < 0)
+        return CAnimCoaxT46Knob::onMouseDown(where, others);
+    // A click on "off" while it is off switches back to what was on before.
+    keepStep();
+    if (hit > 0)
+        lastStep = hit;
+    else if (step() == 0)
+        hit = lastStep;
+    value2 = static_cast<float>(hit) * 0.11111111f;
+    bounceValue2();
+    ringIsOuter = true;
+    notifyAtOnce();
+    return kMouseDownEventHandledButDontNeedMovedOrUpEvents;
+}
+
+CMouseEventResult CAnimCoaxT46CustomKnob::onMouseMoved(CPoint& where, const CButtonState& buttons)
+{
+    const CMouseEventResult result = CAnimCoaxT46Knob::onMouseMoved(where, takeControl(buttons));
+    keepStep();
+    return result;
+}
+
+bool CAnimCoaxT46CustomKnob::onWheel(const CPoint& where, const float& distance,
+                                     const CButtonState& buttons)
+{
+    const bool used = CAnimCoaxT46Knob::onWheel(where, distance, takeControl(buttons));
+    keepStep();
+    return used;
+}

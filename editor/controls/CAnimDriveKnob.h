@@ -1,0 +1,17 @@
+// CAnimDriveKnob: the gain knob of a drive, which it turns exactly alike.
+#pragma once
+
+#include "CAnimGainKnob.h"
+
+class CAnimDriveKnob : public CAnimGainKnob {
+public:
+    using CAnimGainKnob::CAnimGainKnob;
+
+    void setValue(float newValue) override { CAnimGainKnob::setValue(newValue); }
+    float getValue() const override { return CAnimGainKnob::getValue(); }
+
+    CLASS_METHODS(CAnimDriveKnob, CAnimGainKnob)
+
+protected:
+    ~CAnimDriveKnob() override = default;
+};

@@ -1,0 +1,18 @@
+// The light of a CBlinkLEDButton: the frame in force over the dark one.
+#include "CBlinkLEDButton.h"
+
+#include "Filmstrip.h"
+
+#include <algorithm>
+
+using namespace VSTGUI;
+
+void CBlinkLEDButton::draw(CDrawContext* context)
+{
+    drawFrame(context, getDrawBackground(), getViewSize(), 0);
+    // The dark frame is not drawn over itself, which would show at translucent edges.
+    if (frameTop() != 0)
+        drawFrame(context, getDrawBackground(), getViewSize(), frameTop(),
+                  std::clamp(blinkLevel, 0.f, 1.f));
+    setDirty(false);
+}

@@ -1,0 +1,14 @@
+// The frame of a CPowerLED.
+#include "CPowerLED.h"
+
+#include "Filmstrip.h"
+
+using namespace VSTGUI;
+
+void CPowerLED::draw(CDrawContext* context)
+{
+    const int32_t frame = getPower() ? stepOf(getValue(), getNumSubPixmaps()) : 0;
+    if (CBitmap* bitmap = getDrawBackground())
+        bitmap->draw(context, getViewSize(), offset + CPoint(0, getHeightOfOneImage() * frame));
+    setDirty(false);
+}

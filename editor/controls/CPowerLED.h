@@ -1,0 +1,18 @@
+// CPowerLED: a light that shows its value, and its first frame without power.
+#pragma once
+
+#include "CPoweredControl.h"
+
+#include "vstgui/lib/controls/cmoviebitmap.h"
+
+class CPowerLED : public VSTGUI::CMovieBitmap, public CPoweredControl {
+public:
+    using VSTGUI::CMovieBitmap::CMovieBitmap;
+
+    void draw(VSTGUI::CDrawContext* context) override;
+
+    CLASS_METHODS(CPowerLED, VSTGUI::CMovieBitmap)
+
+protected:
+    ~CPowerLED() override = default;
+};

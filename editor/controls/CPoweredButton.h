@@ -1,0 +1,33 @@
+// CPoweredButton: a latching button that shows whether the plug-in is switched on.
+#pragma once
+
+#include "CPoweredControl.h"
+#include "CZKROnOffButton.h"
+
+class CPoweredButton : public CZKROnOffButton, public CPoweredControl {
+public:
+    // With three frames (off, on, on without power) it works without power, too. With two it is
+    // dark and locked then, and comes back as it was.
+    CPoweredButton(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+                   VSTGUI::CBitmap* background, bool threeFrame, int32_t style = 0);
+
+    void draw(VSTGUI::CDrawContext* context) override;
+    VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
+                                          const VSTGUI::CButtonState& buttons) override;
+    using CZKROnOffButton::onWheel;
+    bool onWheel(const VSTGUI::CPoint& where, const float& distance,
+                 const VSTGUI::CButtonState& buttons) override;
+
+    CLASS_METHODS(CPoweredButton, CZKROnOffButton)
+
+protected:
+    ~CPoweredButton() override = default;
+
+    // Where the frame of value and power begins, in pixels from the bitmap's top.
+    VSTGUI::CCoord frameTop() const;
+
+private:
+    bool isLocked() const { return !getPower() && !threeFrame; }
+
+    bool threeFrame;
+};

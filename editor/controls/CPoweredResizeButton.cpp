@@ -1,0 +1,10 @@
+// The wheel goes past a CPoweredResizeButton.
+#include "CPoweredResizeButton.h"
+
+using namespace VSTGUI;
+
+bool CPoweredResizeButton::onWheel(const CPoint& where, const float& distance,
+                                   const CButtonState& buttons)
+{
+    return CView::onWheel(where, distance, buttons);
+}

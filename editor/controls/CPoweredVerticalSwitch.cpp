@@ -1,0 +1,34 @@
+// Power in front of everything a vertical switch does.
+#include "CPoweredVerticalSwitch.h"
+
+using namespace VSTGUI;
+
+void CPoweredVerticalSwitch::draw(CDrawContext* context)
+{
+    if (getPower())
+        CZKRVerticalSwitch::draw(context);
+    setDirty(false);
+}
+
+CMouseEventResult CPoweredVerticalSwitch::onMouseDown(CPoint& where, const CButtonState& buttons)
+{
+    return getPower() ? CZKRVerticalSwitch::onMouseDown(where, buttons) : kMouseEventHandled;
+}
+
+CMouseEventResult CPoweredVerticalSwitch::onMouseUp(CPoint& where, const CButtonState& buttons)
+{
+    // A gesture that began with power ends with the release all the same.
+    return getPower() || isEditing() ? CZKRVerticalSwitch::onMouseUp(where, buttons)
+                                     : kMouseEventHandled;
+}
+
+CMouseEventResult CPoweredVerticalSwitch::onMouseMoved(CPoint& where, const CButtonState& buttons)
+{
+    return getPower() ? CZKRVerticalSwitch::onMouseMoved(where, buttons) : kMouseEventHandled;
+}
+
+bool CPoweredVerticalSwitch::onWheel(const CPoint& where, const float& distance,
+                                     const CButtonState& buttons)
+{
+    return !getPower() || CZKRVerticalSwitch::onWheel(where, distance, buttons);
+}

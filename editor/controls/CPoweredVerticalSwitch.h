@@ -1,0 +1,26 @@
+// CPoweredVerticalSwitch: a vertical switch that is locked and out of sight without power.
+#pragma once
+
+#include "CPoweredControl.h"
+#include "CZKRVerticalSwitch.h"
+
+class CPoweredVerticalSwitch : public CZKRVerticalSwitch, public CPoweredControl {
+public:
+    using CZKRVerticalSwitch::CZKRVerticalSwitch;
+
+    void draw(VSTGUI::CDrawContext* context) override;
+    VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
+                                          const VSTGUI::CButtonState& buttons) override;
+    VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint& where,
+                                        const VSTGUI::CButtonState& buttons) override;
+    VSTGUI::CMouseEventResult onMouseMoved(VSTGUI::CPoint& where,
+                                           const VSTGUI::CButtonState& buttons) override;
+    using CZKRVerticalSwitch::onWheel;
+    bool onWheel(const VSTGUI::CPoint& where, const float& distance,
+                 const VSTGUI::CButtonState& buttons) override;
+
+    CLASS_METHODS(CPoweredVerticalSwitch, CZKRVerticalSwitch)
+
+protected:
+    ~CPoweredVerticalSwitch() override = default;
+};

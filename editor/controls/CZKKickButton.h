@@ -1,0 +1,46 @@
+// CZKKickButton: a momentary button that acts on the press, or only on a double click, and lights
+// up under the mouse.
+#pragma once
+
+#include "vstgui/lib/controls/ckickbutton.h"
+
+class CZKKickButton : public VSTGUI::CKickButton {
+public:
+    // Frames: at rest, hovered, held.
+    CZKKickButton(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+                  VSTGUI::CCoord heightOfOneImage, VSTGUI::CBitmap* background,
+                  bool doubleClickOnly = false,
+                  const VSTGUI::CPoint& offset = VSTGUI::CPoint(0, 0));
+
+    // As if the mouse had been let go. For a listener whose action takes the release away, by
+    // opening another window.
+    void release();
+    bool isHeld() const { return held; }
+
+    void draw(VSTGUI::CDrawContext* context) override;
+    // The listener hears of 1, or of 0.5 for a double click with Control where those act.
+    VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
+                                          const VSTGUI::CButtonState& buttons) override;
+    VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint& where,
+                                        const VSTGUI::CButtonState& buttons) override;
+    VSTGUI::CMouseEventResult onMouseMoved(VSTGUI::CPoint& where,
+                                           const VSTGUI::CButtonState& buttons) override;
+    VSTGUI::CMouseEventResult onMouseCancel() override;
+    VSTGUI::CMouseEventResult onMouseEntered(VSTGUI::CPoint& where,
+                                             const VSTGUI::CButtonState& buttons) override;
+    VSTGUI::CMouseEventResult onMouseExited(VSTGUI::CPoint& where,
+                                            const VSTGUI::CButtonState& buttons) override;
+
+    CLASS_METHODS(CZKKickButton, VSTGUI::CKickButton)
+
+protected:
+    ~CZKKickButton() override = default;
+
+    bool isHovered() const { return hover; }
+    void drawFrameAt(VSTGUI::CDrawContext* context, int32_t frame);
+
+private:
+    bool hover{false};
+    bool doubleClickOnly;
+    bool held{false};
+};

@@ -1,0 +1,9 @@
+// The look of a CZKKickButton2.
+#include "CZKKickButton2.h"
+
+using namespace VSTGUI;
+
+void CZKKickButton2::draw(CDrawContext* context)
+{
+    drawFrameAt(context, isHovered() ? 1 : 0);
+}

@@ -1,0 +1,16 @@
+// CZKKickButton2: a momentary button that shows the mouse over it, but not that it is held.
+#pragma once
+
+#include "CZKKickButton.h"
+
+class CZKKickButton2 : public CZKKickButton {
+public:
+    using CZKKickButton::CZKKickButton;
+
+    void draw(VSTGUI::CDrawContext* context) override;
+
+    CLASS_METHODS(CZKKickButton2, CZKKickButton)
+
+protected:
+    ~CZKKickButton2() override = default;
+};

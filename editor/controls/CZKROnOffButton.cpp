@@ -1,0 +1,41 @@
+// How a CZKROnOffButton looks and takes mouse and wheel.
+#include "CZKROnOffButton.h"
+
+#include "Filmstrip.h"
+#include "PressToToggle.h"
+
+using namespace VSTGUI;
+
+CZKROnOffButton::CZKROnOffButton(const CRect& size_, CControlListener* listener_, int32_t tag_,
+                                 CBitmap* background_, int32_t style_)
+    : CControl(size_, listener_, tag_, background_), style(style_)
+{
+}
+
+void CZKROnOffButton::draw(CDrawContext* context)
+{
+    drawFrame(context, getDrawBackground(), getViewSize(),
+              isOn() ? frameHeight(getDrawBackground(), 2) : 0);
+    setDirty(false);
+}
+
+CMouseEventResult CZKROnOffButton::onMouseDown(CPoint&, const CButtonState& buttons)
+{
+    return pressToToggle(*this, buttons);
+}
+
+bool CZKROnOffButton::onWheel(const CPoint&, const float& distance, const CButtonState&)
+{
+    const float turn = wheelInverted ? distance : -distance;
+    const bool turnsOn = turn > 0.1f && !(wheelLatching && isOn());
+    const bool turnsOff = turn < -0.1f && !(wheelLatching && !isOn());
+    if (turnsOn || turnsOff)
+        toggle(*this);
+    if (isDirty() && getListener()) {
+        beginEdit();
+        valueChanged();
+        endEdit();
+    }
+    setDirty();
+    return true;
+}

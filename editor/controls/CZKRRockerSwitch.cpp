@@ -1,0 +1,128 @@
+// The two sides of a rocker under mouse and wheel.
+#include "CZKRRockerSwitch.h"
+
+#include "PressGuard.h"
+
+#include "vstgui/lib/cbitmap.h"
+#include "vstgui/lib/cvstguitimer.h"
+
+#include <utility>
+
+using namespace VSTGUI;
+
+namespace {
+
+constexpr uint32_t kRestAfterMs = 200;
+
+}  // namespace
+
+CZKRRockerSwitch::CZKRRockerSwitch(const CRect& size_, CControlListener* listener_, int32_t tag_,
+                                   CCoord heightOfOneImage_, CBitmap* background_,
+                                   const CPoint& offset_)
+    : CRockerSwitch(size_, listener_, tag_, heightOfOneImage_, background_, offset_)
+{
+    setWantsFocus(false);
+}
+
+void CZKRRockerSwitch::draw(CDrawContext* context)
+{
+    int32_t frame = 0;
+    if (hoverSide != 0)
+        frame = hoverSide < 0 ? 1 : 2;
+    if (value == -1.f)
+        frame = 3;
+    else if (value == 1.f)
+        frame = 4;
+    if (CBitmap* bitmap = getDrawBackground())
+        bitmap->draw(context, getViewSize(), offset + CPoint(0, getHeightOfOneImage() * frame));
+    setDirty(false);
+}
+
+int32_t CZKRRockerSwitch::sideOf(const CPoint& where) const
+{
+    return where.x >= getViewSize().getCenter().x ? 1 : -1;
+}
+
+void CZKRRockerSwitch::setHoverSide(int32_t side)
+{
+    hoverSide = side;
+    setDirty();
+}
+
+void CZKRRockerSwitch::dropRestTimer()
+{
+    if (!resetValueTimer)
+        return;
+    resetValueTimer->stop();
+    std::exchange(resetValueTimer, nullptr)->forget();
+}
+
+void CZKRRockerSwitch::comeToRest()
+{
+    dropRestTimer();
+    value = 0.f;
+    setDirty();
+}
+
+CMouseEventResult CZKRRockerSwitch::onMouseDown(CPoint& where, const CButtonState& buttons)
+{
+    if (!(buttons & kLButton))
+        return kMouseEventNotHandled;
+    const PressGuard guard(*this);
+    comeToRest();
+    if (!isEditing())
+        beginEdit();
+    value = sideOf(where) > 0 ? 1.f : 0.f;
+    valueChanged();
+    setDirty();
+    return kMouseEventHandled;
+}
+
+CMouseEventResult CZKRRockerSwitch::onMouseUp(CPoint&, const CButtonState&)
+{
+    comeToRest();
+    if (isEditing())
+        endEdit();
+    return kMouseEventHandled;
+}
+
+CMouseEventResult CZKRRockerSwitch::onMouseMoved(CPoint& where, const CButtonState& buttons)
+{
+    if (buttons.getButtonState() == 0)
+        setHoverSide(sideOf(where));
+    return kMouseEventHandled;
+}
+
+CMouseEventResult CZKRRockerSwitch::onMouseEntered(CPoint& where, const CButtonState&)
+{
+    setHoverSide(sideOf(where));
+    return kMouseEventHandled;
+}
+
+CMouseEventResult CZKRRockerSwitch::onMouseExited(CPoint&, const CButtonState&)
+{
+    setHoverSide(0);
+    return kMouseEventHandled;
+}
+
+bool CZKRRockerSwitch::onWheel(const CPoint&, const float& distance, const CButtonState&)
+{
+    if (distance >= -0.1f && distance <= 0.1f)
+        return true;
+    dropRestTimer();
+    value = distance > 0.f ? -1.f : 1.f;
+    setDirty();
+    beginEdit();
+    valueChanged();
+    endEdit();
+    resetValueTimer = new CVSTGUITimer(this, kRestAfterMs, true);
+    return true;
+}
+
+CMessageResult CZKRRockerSwitch::notify(CBaseObject* sender, IdStringPtr message)
+{
+    if (!resetValueTimer || sender != resetValueTimer)
+        return CRockerSwitch::notify(sender, message);
+    comeToRest();
+    return kMessageNotified;
+}

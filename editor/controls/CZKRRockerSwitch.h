@@ -1,0 +1,45 @@
+// CZKRRockerSwitch: steps back (left half) or forward (right half), by a press or a notch of the
+// wheel, and lights up on the side under the mouse.
+#pragma once
+
+#include "vstgui/lib/controls/crockerswitch.h"
+
+class CZKRRockerSwitch : public VSTGUI::CRockerSwitch {
+public:
+    // Frames: at rest, left hovered, right hovered, turned back, forward.
+    CZKRRockerSwitch(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+                     VSTGUI::CCoord heightOfOneImage, VSTGUI::CBitmap* background,
+                     const VSTGUI::CPoint& offset = VSTGUI::CPoint(0, 0));
+
+    void draw(VSTGUI::CDrawContext* context) override;
+    // The listener hears of 1 for forward and of 0 for back. The release is silent.
+    VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
+                                          const VSTGUI::CButtonState& buttons) override;
+    VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint& where,
+                                        const VSTGUI::CButtonState& buttons) override;
+    VSTGUI::CMouseEventResult onMouseMoved(VSTGUI::CPoint& where,
+                                           const VSTGUI::CButtonState& buttons) override;
+    VSTGUI::CMouseEventResult onMouseEntered(VSTGUI::CPoint& where,
+                                             const VSTGUI::CButtonState& buttons) override;
+    VSTGUI::CMouseEventResult onMouseExited(VSTGUI::CPoint& where,
+                                            const VSTGUI::CButtonState& buttons) override;
+    using VSTGUI::CRockerSwitch::onWheel;
+    // Up: -1 for back; down: 1 for forward. Silently at rest again 200 ms after the last notch.
+    bool onWheel(const VSTGUI::CPoint& where, const float& distance,
+                 const VSTGUI::CButtonState& buttons) override;
+    VSTGUI::CMessageResult notify(VSTGUI::CBaseObject* sender,
+                                  VSTGUI::IdStringPtr message) override;
+
+    CLASS_METHODS(CZKRRockerSwitch, VSTGUI::CRockerSwitch)
+
+protected:
+    ~CZKRRockerSwitch() override = default;
+
+private:
+    int32_t sideOf(const VSTGUI::CPoint& where) const;
+    void setHoverSide(int32_t side);
+    void dropRestTimer();
+    void comeToRest();
+
+    int32_t hoverSide{0};  // -1 left, 1 right, 0 none
+};

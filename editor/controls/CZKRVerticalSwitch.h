@@ -1,0 +1,24 @@
+// CZKRVerticalSwitch: a vertical switch that the wheel steps, too.
+#pragma once
+
+#include "vstgui/lib/controls/cverticalswitch.h"
+
+class CZKRVerticalSwitch : public VSTGUI::CVerticalSwitch {
+public:
+    CZKRVerticalSwitch(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+                       int32_t subPixmaps, VSTGUI::CCoord heightOfOneImage, int32_t maxPositions,
+                       VSTGUI::CBitmap* background,
+                       const VSTGUI::CPoint& offset = VSTGUI::CPoint(0, 0));
+
+    VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
+                                          const VSTGUI::CButtonState& buttons) override;
+    using VSTGUI::CVerticalSwitch::onWheel;
+    // A notch up is a position up, towards 0.
+    bool onWheel(const VSTGUI::CPoint& where, const float& distance,
+                 const VSTGUI::CButtonState& buttons) override;
+
+    CLASS_METHODS(CZKRVerticalSwitch, VSTGUI::CVerticalSwitch)
+
+protected:
+    ~CZKRVerticalSwitch() override = default;
+};
