@@ -1,6 +1,9 @@
 # Sanitizers go to every object, the SDK's included, and leave the stack readable.
 if(ZKR_SANITIZE)
-  add_compile_options(-fsanitize=${ZKR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all
-                      -ftrivial-auto-var-init=pattern)
+  add_compile_options(
+    "$<$<COMPILE_LANGUAGE:CXX>:-fsanitize=${ZKR_SANITIZE}>"
+    $<$<COMPILE_LANGUAGE:CXX>:-fno-omit-frame-pointer>
+    $<$<COMPILE_LANGUAGE:CXX>:-fno-sanitize-recover=all>
+    $<$<COMPILE_LANGUAGE:CXX>:-ftrivial-auto-var-init=pattern>)
   add_link_options(-fsanitize=${ZKR_SANITIZE})
 endif()

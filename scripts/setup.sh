@@ -3,9 +3,11 @@
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config juce-modules-source-data
-       g++-mingw-w64-x86-64-posix libsndfile1-dev libcli11-dev)
-demo=(wine wine64 gnuplot-nox sonic-pi-samples)
-tests=("${demo[@]}" googletest clang-format-14)
+       g++-mingw-w64-x86-64-posix libcairo2-dev libx11-dev libsndfile1-dev libcli11-dev
+       nlohmann-json3-dev)
+demo=(wine wine64 gnuplot-nox sonic-pi-samples fonts-liberation)
+tests=("${demo[@]}" googletest clang-format-14 clang-14 libclang-rt-14-dev libxtst-dev xvfb xdotool
+       python3-numpy python3-pil valgrind)
 
 case ${1:-} in
 build) wanted=("${build[@]}") ;;

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what the tests need, builds everything and runs every test: on Linux, on Windows through
-# Wine, under the address and undefined-behaviour sanitizers and under the thread sanitizer.
+# Wine, under the address and undefined-behaviour sanitizers and under the thread sanitizer; then
+# fuzzes for a short while.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/setup.sh test
@@ -33,5 +34,6 @@ run win64
 run release --parallel 2
 run asan --parallel 2
 run tsan --label-regex threads
+scripts/fuzz.sh
 WINEPREFIX=$WINEPREFIX wineserver --kill 2>/dev/null || true
 echo "All tests passed."

@@ -1,0 +1,133 @@
+#!/usr/bin/env bash
+# Fuzzes what reads other people's bytes: banks, presets, projects, and the calls of a host.
+# Usage: fuzz.sh [--runs N | --minutes M] [bank|preset|state|dispatcher]...
+#        fuzz.sh --memcheck M
+#
+# Without arguments: all targets, for a short fixed count that is the same every time. With a count
+# or a time, which is that of each target, from a new seed. What is worth keeping of the inputs
+# stays in build/fuzz/corpus, and what breaks something in build/fuzz/findings.
+#
+# With --memcheck no fuzzer runs, but the tests of presets and of the built plug-in, under valgrind,
+# again and again until M minutes are over: no leak, no read of what was never written.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+usage() {
+    echo "usage: fuzz.sh [--runs N | --minutes M] [bank|preset|state|dispatcher]..." >&2
+    echo "       fuzz.sh --memcheck M" >&2
+    exit 2
+}
+
+limit=()
+targets=()
+memcheck=""
+while [ $# -gt 0 ]; do
+    case $1 in
+    --runs | --minutes)
+        [[ ${2:-} =~ ^[0-9]+$ ]] || usage
+        if [ "$1" = --runs ]; then limit=("-runs=$2"); else limit=("-max_total_time=$((60 * $2))"); fi
+        shift 2
+        ;;
+    --memcheck)
+        [[ ${2:-} =~ ^[0-9]+$ ]] || usage
+        memcheck=$2
+        shift 2
+        ;;
+    bank | preset | state | dispatcher)
+        targets+=("$1")
+        shift
+        ;;
+    *) usage ;;
+    esac
+done
+[ ${#targets[@]} -gt 0 ] || targets=(bank preset state dispatcher)
+scripts/setup.sh test
+
+# build_preset PRESET TARGETS...: quiet unless it fails.
+build_preset() {
+    local preset=$1 log=build/$1-fuzz.log
+    shift
+    mkdir -p build
+    echo "== $preset: build"
+    if ! { cmake --preset "$preset" -DZKR_TESTS=ON &&
+        cmake --build --preset "$preset" --target "$@"; } >"$log" 2>&1; then
+        grep -E -A6 'error|FAILED' "$log" | head -n 80 >&2 || tail -n 40 "$log" >&2
+        exit 1
+    fi
+}
+
+# check NAME [ARGUMENTS]: one test program under valgrind.
+check() {
+    local program=build/release/tests/$1 log=build/memcheck.log
+    shift
+    if ! valgrind --quiet --leak-check=full --error-exitcode=1 "$program" "$@" >"$log" 2>&1; then
+        grep -E '^==|FAILED' "$log" | head -n 60 >&2
+        echo "FINDING: $program" >&2
+        exit 1
+    fi
+    echo "$((SECONDS / 60)) min: $(basename "$program") $(grep -o '[0-9]* tests\? .*ran' "$log")"
+}
+
+if [ -n "$memcheck" ]; then
+    command -v valgrind >/dev/null || { echo "fuzz: valgrind is missing" >&2; exit 1; }
+    build_preset release presets_test corruption_test store_test plugin_test automation_test
+    XDG_DATA_HOME=$(mktemp -d)
+    export XDG_DATA_HOME ZKR_AUTOMATION_SECONDS=1
+    trap 'rm -rf "$XDG_DATA_HOME"' EXIT
+    SECONDS=0
+    while
+        check presets/presets_test
+        check presets/store_test --gtest_filter=-Store.NobodyReadsHalfAValue
+        check presets/corruption_test --gtest_filter='Corruption.*Header*:*ACutOffPreset*'
+        check plugin/plugin_test --gtest_filter='-*AnyLength*'
+        check plugin/automation_test
+        [ "$SECONDS" -lt $((60 * memcheck)) ]
+    do :; done
+    exit
+fi
+
+out=$PWD/build/fuzz
+build_preset fuzz fuzzers
+rm -rf "$out/seeds"
+"$out/tests/fuzz/make_corpus" "$out/seeds"
+
+# short TARGET: the fixed count. A dispatcher's run makes a whole plug-in, a state's loads a project.
+short() {
+    case $1 in
+    state) echo 2000 ;;
+    dispatcher) echo 1000 ;;
+    *) echo 100000 ;;
+    esac
+}
+
+# field NAME: of libFuzzer's last words.
+field() {
+    sed -n "s/^stat::$1: *//p" "$target_log" | tail -n 1
+}
+
+failed=0
+for target in "${targets[@]}"; do
+    target_log=$out/$target.log
+    corpus=$out/corpus/$target
+    mkdir -p "$corpus" "$out/findings"
+    if [ ${#limit[@]} -gt 0 ]; then
+        how=("${limit[@]}" "$corpus")
+    else
+        # Nothing that an earlier run has left: every run is the same.
+        how=("-runs=$(short "$target")" -seed=1)
+    fi
+    found=""
+    if ! "$out/tests/fuzz/fuzz_$target" "${how[@]}" "$out/seeds/$target" \
+        -artifact_prefix="$out/findings/$target-" -dict=tests/fuzz/images.dict \
+        -max_len=50000 -timeout=30 -print_final_stats=1 >"$target_log" 2>&1; then
+        found=" FINDING"
+        failed=1
+    fi
+    printf '%-11s %10s executions %6s new units%s\n' "$target" "$(field number_of_executed_units)" \
+        "$(field new_units_added)" "$found"
+    if [ -n "$found" ]; then
+        grep -E 'finding:|ERROR: |runtime error|SUMMARY|Test unit written' "$target_log" >&2 ||
+            tail -n 20 "$target_log" >&2
+    fi
+done
+exit $failed

@@ -1,0 +1,118 @@
+// A host's project: the bytes go to the whole plug-in as a chunk, and the bank that its next chunk
+// tells of is what their records say or what it was.
+#include "EntryPoints.h"
+#include "ExpectedBank.h"
+#include "Finding.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+using expected::Bytes;
+
+constexpr std::size_t kChunkHead = 16, kStateSize = 48625;
+
+VstIntPtr answer(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, float)
+{
+    return opcode == audioMasterVersion ? 2400 : 0;
+}
+
+class Project {
+public:
+    Project() : effect(VSTPluginMain(answer)) { require(effect != nullptr, "no effect"); }
+    ~Project() { effect->dispatcher(effect, effClose, 0, 0, nullptr, 0.0f); }
+
+    Bytes save()
+    {
+        void* data = nullptr;
+        const VstIntPtr size = effect->dispatcher(effect, effGetChunk, 0, 0, &data, 0.0f);
+        require(size == kChunkHead + kStateSize, "a chunk of another size");
+        const auto* first = static_cast<const std::uint8_t*>(data);
+        return Bytes(first, first + size);
+    }
+
+    void load(Bytes bytes)
+    {
+        effect->dispatcher(effect, effSetChunk, 0, static_cast<VstIntPtr>(bytes.size()),
+                           bytes.data(), 0.0f);
+    }
+
+    AEffect* effect;
+};
+
+// The controller's part of a chunk whose two sizes fit, else nothing; an empty part is not given
+// to the controller.
+bool stateIn(const Bytes& chunk, Bytes& state)
+{
+    if (chunk.size() < kChunkHead)
+        return false;
+    std::uint64_t sizes[2];
+    std::memcpy(sizes, chunk.data(), sizeof sizes);
+    const std::uint64_t room = chunk.size() - kChunkHead;
+    if (sizes[0] > room || sizes[1] > room - sizes[0])
+        return false;
+    const auto* first = chunk.data() + kChunkHead + sizes[0];
+    state.assign(first, first + sizes[1]);
+    return !state.empty();
+}
+
+expected::Controller modelOf(const Bytes& chunk, const expected::Preset& reset)
+{
+    expected::Controller model;
+    model.state.assign(chunk.begin() + kChunkHead, chunk.end());
+    for (std::size_t i = 0; i < model.bank.size(); ++i) {
+        // Behind prefix, header and the presets before: a name of 168 bytes, values of 32 each.
+        const std::size_t at = kChunkHead + 8 + 41 + i * (168 + 58 * 32);
+        std::copy_n(chunk.begin() + static_cast<std::ptrdiff_t>(at + 12), 24,
+                    model.bank[i].begin());
+        for (std::size_t id = 0; id < 58; ++id)
+            std::copy_n(chunk.begin() + static_cast<std::ptrdiff_t>(at + 168 + 32 * id + 24), 4,
+                        model.bank[i].begin() + static_cast<std::ptrdiff_t>(24 + 4 * id));
+    }
+    model.reset = reset;
+    model.selected = expected::word(chunk, kChunkHead + 8 + 17, false);
+    return model;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***)
+{
+    // The settings of whoever runs this stay out of it, and as they are.
+    setenv("XDG_DATA_HOME", "/dev/null", 1);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static Project project;
+    static const Bytes start = project.save();
+    static const expected::Controller fresh = modelOf(start, {});
+    static const expected::Preset reset = fresh.bank[0];
+
+    const Bytes given(data, data + size);
+    expected::Controller wanted = modelOf(start, reset);
+    project.load(given);
+    Bytes state;
+    if (stateIn(given, state))
+        wanted.loadState(state);
+
+    const Bytes after = project.save();
+    const expected::Controller now = modelOf(after, reset);
+    require(now.bank == wanted.bank && now.selected == wanted.selected,
+            "the bank is not what the records say");
+    for (VstInt32 id = 0; id < project.effect->numParams; ++id) {
+        float stored = 0.0f;
+        std::memcpy(&stored, now.bank[now.selected].data() + 24 + 4 * id, sizeof stored);
+        require(project.effect->getParameter(project.effect, id) == stored,
+                "the host is told of another value than the bank holds");
+    }
+    if (after == start)
+        return 0;
+    project.load(after);
+    require(project.save() == after, "a saved state is another one when it is loaded");
+    project.load(start);
+    require(project.save() == start, "the way back is not open");
+    return 0;
+}

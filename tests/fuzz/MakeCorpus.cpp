@@ -1,0 +1,159 @@
+// Writes what the fuzzers start from, into FOLDER/bank, /preset, /state and /dispatcher: good
+// images and crafted ones, each near to something that a reader may get wrong.
+#include "HandMadeImages.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+
+namespace {
+
+using namespace handmade;
+
+std::filesystem::path folder;
+
+void write(const std::string& target, const std::string& name, const Bytes& bytes)
+{
+    std::filesystem::create_directories(folder / target);
+    std::ofstream file(folder / target / name, std::ios::binary);
+    file.write(reinterpret_cast<const char*>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
+    if (!file.flush()) {
+        std::fprintf(stderr, "make_corpus: cannot write %s\n", name.c_str());
+        std::exit(1);
+    }
+}
+
+Bytes behind(const Bytes& start, const Bytes& rest)
+{
+    Bytes all = start;
+    all.insert(all.end(), rest.begin(), rest.end());
+    return all;
+}
+
+Bytes chunkOf(const Bytes& state)
+{
+    Bytes head(16);
+    for (std::size_t i = 0; i < 8; ++i)
+        head[8 + i] = static_cast<std::uint8_t>(state.size() >> (8 * i));
+    return behind(head, state);
+}
+
+// An image as it comes from the store, from a file, and from a file with its order reversed by
+// hand; a bank also as a host's state.
+void writeImage(const std::string& name, const Bytes& image)
+{
+    const std::string target = image[4] == kBank ? "bank" : "preset";
+    write(target, name + ".store", behind({0}, image));
+    write(target, name + ".file", behind({1}, image));
+    write(target, name + ".reversed", behind({3}, image));
+    if (image[4] == kBank)
+        write("state", name, chunkOf(stateOf(image)));
+}
+
+// Records that are as short as they may be, so that small inputs can hold what matters.
+Image shortRecords(std::uint32_t preset, bool bigEndian = false)
+{
+    Image image(bigEndian);
+    image.head(0, 24, preset).zeros(24);
+    image.head(1, 16, preset).word(3).zeros(8).word(0x3F000000);
+    image.head(1, 16, preset).word(57).zeros(8).word(0x3F800000);
+    return image;
+}
+
+void writeImages(std::uint8_t kind)
+{
+    const auto put = [](const char* name, const Bytes& image) { writeImage(name, image); };
+    constexpr std::uint32_t kMinusOne = 0xFFFFFFFF;
+    put("short", shortRecords(3).finish(kind, 3));
+    put("short-big", shortRecords(3, true).finish(kind, 3));
+    put("empty", Image().finish(kind));
+    put("no-records-count", Image().finish(kind, 0, kMinusOne, 0));
+    put("negative-count", shortRecords(1).finish(kind, 0, 0x80000000, 100));
+    put("count-too-large", shortRecords(1).finish(kind, 0, 4, 100));
+    put("count-huge", shortRecords(1).finish(kind, 0, 0x7FFFFFFF, 100));
+    put("payload-negative", shortRecords(1).finish(kind, 0, 3, kMinusOne));
+    put("payload-too-large", shortRecords(1).finish(kind, 0, 3, 101));
+    put("payload-cuts-record", shortRecords(1).finish(kind, 0, 3, 99));
+    put("current-negative", shortRecords(1).finish(kind, kMinusOne));
+    put("current-24", shortRecords(1).finish(kind, 24));
+    put("index-24", shortRecords(24).finish(kind));
+    put("index-negative", shortRecords(kMinusOne).finish(kind));
+    put("name-twice", shortRecords(2).name(2, "Again").finish(kind));
+    put("name-too-short", Image().head(0, 23, 0).zeros(23).finish(kind));
+    put("name-full", Image().name(0, "four and twenty letters!").finish(kind));
+    put("value-too-short", Image().head(1, 15, 0).zeros(15).finish(kind));
+    put("size-negative", Image().head(1, kMinusOne, 0).zeros(20).finish(kind));
+    put("size-wraps", Image().head(1, 0xFFFFFFF4, 0).zeros(20).finish(kind));
+    put("size-zero", Image().head(1, 0, 0).head(0, 0, 0).finish(kind));
+    put("head-cut-off", Image().head(2, 3, 0).zeros(3).word(1).word(20).finish(kind, 0, 2, 23));
+    put("kind-unknown", Image().head(7, 5, 0).zeros(5).value(0, 1, 1.0f).finish(kind));
+    put("id-58", Image().value(0, 58, 2.0f).value(0, kMinusOne, 0.5f).finish(kind));
+    for (const float x :
+         {0.0f, -0.0f, 1.0f, 1.0000001f, 1.5f, -1e-30f, 1e-40f,
+          std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity(),
+          std::numeric_limits<float>::quiet_NaN()})
+        put(("value " + std::to_string(x) + (x < 0.5f && x > 0.0f ? " small" : "")).c_str(),
+            Image().value(0, 4, 0.25f).value(0, 5, x).finish(kind));
+    put("wrong-kind", shortRecords(0).finish(0x39));
+}
+
+void writeCalls()
+{
+    // Each call is its number modulo 8 and what it takes; see FuzzDispatcher.cpp.
+    const auto operation = [](std::uint8_t opcode) -> Bytes {
+        return {0, static_cast<std::uint8_t>(opcode + 2), 1, 5, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+    };
+    for (std::uint8_t opcode = 0; opcode < 100; ++opcode)
+        write("dispatcher", "operation " + std::to_string(opcode), behind({3}, operation(opcode)));
+
+    const Bytes block{5, 1, 100, 1, 2, 3, 4}, set{3, 30, 0, 0, 0, 0x3F}, idle{7};
+    Bytes session{3};
+    for (const Bytes& call :
+         {operation(10), operation(11), operation(12), block, set, block, idle, Bytes{6, 0, 0},
+          block, Bytes{6, 1, 40, 0, 9, 0}, Bytes{6, 0, 1, 30, 1}, Bytes{4, 12}, operation(42),
+          Bytes{5, 0xFE, 17, 1, 2, 3, 4, 0, 0, 0, 0, 0}, block})
+        session = behind(session, call);
+    write("dispatcher", "session", session);
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: make_corpus FOLDER\n");
+        return 2;
+    }
+    folder = argv[1];
+    writeImages(kBank);
+    writeImages(kPreset);
+    writeImage("good", goodBank(1, 7));
+    writeImage("good-big", goodBank(2, 7, true));
+    writeImage("good", goodPreset(1));
+    writeImage("good-big", goodPreset(2, true));
+    for (const std::size_t size : {0u, 4u, 5u, 40u, 41u})
+        for (const bool bank : {true, false}) {
+            Bytes image = bank ? goodBank(3, 1) : goodPreset(3);
+            image.resize(size);
+            if (size > 4)
+                writeImage("cut " + std::to_string(size), image);
+            else
+                write(bank ? "bank" : "preset", "cut " + std::to_string(size), behind({1}, image));
+        }
+    // Chunks whose sizes do not fit.
+    write("state", "no-controller", Bytes(16));
+    Bytes odd = chunkOf(stateOf(Image().finish(kBank)));
+    odd[0] = 1;
+    write("state", "sizes-too-large", odd);
+    odd[7] = 0x80;
+    write("state", "size-negative", odd);
+    odd[7] = 0x7F;
+    odd[15] = 0x7F;
+    write("state", "sizes-overflow", odd);
+    write("state", "prefix-only", chunkOf({0, 0, 0, 2, 0x36, 0x34, 0x74, 0x5A}));
+    writeCalls();
+    return 0;
+}
