@@ -4,6 +4,7 @@
 #include "ClassIds.h"
 #include "PitchNamesController.h"
 #include "PitchNamesProcessor.h"
+#include "TemplateEditor.h"
 
 #include <new>
 
@@ -23,7 +24,8 @@ FUnknown* createProcessor(void* /*context*/)
 
 FUnknown* createController(void* /*context*/)
 {
-    return static_cast<IEditController*>(new (std::nothrow) PitchNamesController);
+    return static_cast<IEditController*>(
+        new (std::nothrow) PitchNamesController(platform::userSettings(), TemplateEditor::create));
 }
 
 PClassInfo2 classRecord(const FUID& id, const char* category, int32 flags,

@@ -10,7 +10,7 @@ case $library in
     table=$(x86_64-w64-mingw32-objdump -p "$library")
     exports=$(sed -n '/Ordinal\/Name Pointer/,/^$/s/^\t\[ *[0-9]*\] *//p' <<<"$table" | LC_ALL=C sort)
     needed=$(sed -n 's/^\tDLL Name: //p' <<<"$table")
-    allowed='^(KERNEL32|msvcrt|ole32|OLEAUT32|USER32|ADVAPI32|SHELL32|GDI32|gdiplus|COMDLG32|SHLWAPI)\.dll$'
+    allowed='^(KERNEL32|msvcrt|ole32|OLEAUT32|USER32|ADVAPI32|SHELL32|GDI32|gdiplus|COMCTL32|COMDLG32|SHLWAPI)\.dll$'
     ;;
 *)
     exports=$(nm -D --defined-only "$library" | awk '{print $3}' | LC_ALL=C sort)
@@ -23,7 +23,7 @@ if [ "$exports" != "$wanted" ]; then
     printf '%s exports\n%s\ninstead of\n%s\n' "$library" "$exports" "$wanted" >&2
     exit 1
 fi
-if foreign=$(grep -vE "$allowed" <<<"$needed"); then
+if foreign=$(grep -viE "$allowed" <<<"$needed"); then
     printf '%s needs %s, which is not part of the system\n' "$library" "$foreign" >&2
     exit 1
 fi

@@ -1,0 +1,63 @@
+// CChannelLabel: the row of its bitmap, and its width.
+#include "CChannelLabel.h"
+
+#include "Truncate.h"
+
+#include "controls/PressToToggle.h"
+
+using namespace VSTGUI;
+
+namespace {
+
+constexpr CCoord kRowHeight = 32;
+constexpr CCoord kMidSideRows = 96;  // from a stereo row down to that of Mid/Side
+
+struct Layout {
+    CCoord right;
+    int32_t row;
+};
+// By layout mode: whether the pre-amplifiers or the secondary equalisers show makes no difference.
+constexpr Layout kLayouts[] = {{304, 0}, {554, 1}, {554, 1}, {804, 2}};
+
+}  // namespace
+
+CChannelLabel::CChannelLabel(const CRect& rect, CControlListener* controlListener,
+                             int32_t controlTag, CBitmap* rows)
+    : CMovieBitmap(rect, controlListener, controlTag, rows)
+{
+}
+
+void CChannelLabel::setValue(float newValue)
+{
+    CMovieBitmap::setValue(newValue);
+    const int32_t state = switchValue(static_cast<double>(newValue));
+    if (state == midSide)
+        return;
+    midSide = state;
+    sourceOffset.y += midSide ? kMidSideRows : -kMidSideRows;
+}
+
+void CChannelLabel::setLayoutMode(int32_t mode)
+{
+    if (mode < 0 || mode > 3)
+        return;
+    layoutMode = mode;
+    const Layout& layout = kLayouts[mode];
+    sourceOffset.y = kRowHeight * layout.row + (midSide ? kMidSideRows : 0);
+    CRect rect = getViewSize();
+    rect.right = layout.right;
+    setViewSize(rect, true);
+    setDirty();
+}
+
+void CChannelLabel::draw(CDrawContext* context)
+{
+    if (CBitmap* const bitmap = getDrawBackground())
+        bitmap->draw(context, getViewSize(), sourceOffset);
+    setDirty(false);
+}
+
+CMouseEventResult CChannelLabel::onMouseDown(CPoint& /*where*/, const CButtonState& buttons)
+{
+    return pressToToggle(*this, buttons);
+}

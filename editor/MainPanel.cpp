@@ -1,0 +1,187 @@
+// MainPanel: what stands where, what it shows, and the pulse.
+#include "MainPanel.h"
+
+#include "EditorBitmap.h"
+#include "ParameterIds.h"
+#include "Truncate.h"
+
+#include "controls/CBlinkLEDButton.h"
+#include "controls/CPoweredResizeButton.h"
+#include "controls/CPoweredVerticalSwitch.h"
+#include "controls/CZKKickButton2.h"
+
+using namespace VSTGUI;
+
+namespace {
+
+const CPoint kSize(89, 487);
+constexpr int32_t kBackground = 10022, kLed = 10006, kPowerButton = 10018, kChannelSwitch = 10019;
+constexpr int32_t kButton = 10020, kInfoButton = 10025;
+
+// Shares of the way that the pulse takes with each tick, where it is heading, and where it turns.
+constexpr float kFall = 0.14f, kFallsTo = 0.0f, kLowest = 0.3f;
+constexpr float kRise = 0.36f, kRisesTo = 1.1f, kTurn = 1.03f, kHighest = 1.0f;
+
+// Adding and taking away a small constant flushes what is smaller still.
+float flushed(float level)
+{
+    constexpr float kTiny = 1e-14f;
+    return (level + kTiny) - kTiny;
+}
+
+}  // namespace
+
+MainPanel::MainPanel(CControlListener* controlListener) : StripEditor(controlListener) { }
+
+bool MainPanel::attach(CFrame* parent, const CPoint& origin)
+{
+    if (!attachContainer(parent, origin, kSize, kBackground))
+        return false;
+    const auto add = [this](auto* control) {
+        container->addView(control);
+        return control;
+    };
+    const auto button = [&](auto*& field, const CRect& rect, int32_t tag) {
+        using Button = std::remove_reference_t<decltype(*field)>;
+        field = add(new Button(rect, listener, tag, editorBitmap(kButton), false));
+    };
+    power =
+        add(new CZKROnOffButton({3, 387, 52, 463}, listener, kPower, editorBitmap(kPowerButton)));
+    powerLed = add(new CMovieBitmap({17, 353, 38, 375}, nullptr, 0, 2, 22, editorBitmap(kLed)));
+    channel = add(new CPoweredVerticalSwitch({6, 172, 53, 264}, listener, kChannel, 5, 92, 5,
+                                             editorBitmap(kChannelSwitch)));
+    channel->setValue(0.5f);
+    button(midSide, {5, 123, 49, 159}, kMS);
+    button(preampModule, {5, 86, 49, 122}, kQB11);
+    button(link, {5, 12, 49, 48}, kLink);
+    button(secondaryModule, {5, 49, 49, 85}, k2x);
+    button(bypassRight, {5, 305, 49, 327}, kBpsCh2);
+    // Overlaps the right one by three pixels and lies on top.
+    button(bypassLeft, {5, 286, 49, 308}, kBpsCh1);
+    // An invisible area.
+    bypassBoth =
+        add(new CPoweredButton({5, 329, 49, 344}, listener, kTagBothBypass, nullptr, false));
+    info = add(
+        new CZKKickButton2({5, 462, 51, 481}, listener, kTagInfo, 19, editorBitmap(kInfoButton)));
+    blinkLevel = 1.0f;
+    blinkRising = true;
+    powerOnShown = 1;
+    return true;
+}
+
+void MainPanel::detach()
+{
+    power = nullptr;
+    powerLed = nullptr;
+    channel = nullptr;
+    midSide = link = bypassBoth = nullptr;
+    preampModule = secondaryModule = nullptr;
+    bypassRight = bypassLeft = nullptr;
+    info = nullptr;
+    StripEditor::detach();
+}
+
+void MainPanel::setParameter(int32_t id, double value)
+{
+    if (!attached)
+        return;
+    switch (id) {
+    case kPower:
+        show(power, value);
+        return show(powerLed, value);
+    case kBpsCh1:
+        show(bypassLeft, value);
+        return setBothBypass();
+    case kBpsCh2:
+        show(bypassRight, value);
+        return setBothBypass();
+    case kChannel:
+        return show(channel, value);
+    case kMS:
+        return show(midSide, value);
+    case kQB11:
+        return show(preampModule, value);
+    case k2x:
+        return show(secondaryModule, value);
+    case kLink:
+        return show(link, value);
+    case kTagInfo:
+        return show(info, value);
+    default:
+        return;
+    }
+}
+
+// Lit only when both are, so that a click then turns both off.
+void MainPanel::setBothBypass()
+{
+    if (bypassLeft && bypassRight)
+        show(bypassBoth,
+             switchValue(static_cast<double>(bypassLeft->getValue()))
+                 & switchValue(static_cast<double>(bypassRight->getValue())));
+}
+
+void MainPanel::setPower(int32_t state)
+{
+    powerOnShown = state;
+    show(powerLed, state);
+    showPower(secondaryModule, state);
+    showPower(link, state);
+    showPower(midSide, state);
+    showPower(preampModule, state);
+    showPower(channel, state);
+    showPower(bypassLeft, state);
+    showPower(bypassRight, state);
+    showPower(bypassBoth, state);
+}
+
+void MainPanel::idle()
+{
+    if (!bypassLeft || !bypassRight)
+        return;
+    if (powerOnShown == 0 || !(bypassLeft->getValue() > 0.5f || bypassRight->getValue() > 0.5f)) {
+        blinkLevel = 1.0f;
+        return;
+    }
+    if (!blinkRising) {
+        blinkLevel = flushed(blinkLevel + (kFallsTo - blinkLevel) * kFall);
+        if (blinkLevel < kLowest) {
+            blinkRising = true;
+            blinkLevel = kLowest;
+        }
+    } else {
+        blinkLevel = flushed(blinkLevel + (kRisesTo - blinkLevel) * kRise);
+        if (blinkLevel > kTurn) {
+            blinkRising = false;
+            blinkLevel = kHighest;
+        }
+    }
+    for (CBlinkLEDButton* const button : {bypassLeft, bypassRight}) {
+        button->setBlinkLevel(blinkLevel);
+        button->setDirty();
+    }
+}
+
+CControl* MainPanel::control(int32_t tag) const
+{
+    for (CControl* const candidate :
+         {static_cast<CControl*>(power), static_cast<CControl*>(channel),
+          static_cast<CControl*>(midSide), static_cast<CControl*>(preampModule),
+          static_cast<CControl*>(link), static_cast<CControl*>(secondaryModule),
+          static_cast<CControl*>(bypassRight), static_cast<CControl*>(bypassLeft),
+          static_cast<CControl*>(bypassBoth), static_cast<CControl*>(info)})
+        if (candidate && candidate->getTag() == tag)
+            return candidate;
+    return nullptr;
+}
+
+CRect MainPanel::controlRect(int32_t tag) const
+{
+    const CControl* const found = control(tag);
+    if (!found)
+        return CRect();
+    CRect rect = found->getViewSize();
+    const CRect panel = container->getViewSize();
+    rect.offset(panel.left, panel.top);
+    return rect;
+}

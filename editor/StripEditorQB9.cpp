@@ -1,0 +1,124 @@
+// StripEditorQB9: what stands where, and which parameter it shows.
+#include "StripEditorQB9.h"
+
+#include "EditorBitmap.h"
+
+#include "controls/CAnimDriveKnob.h"
+#include "controls/CAnimFreqKnob.h"
+#include "controls/CAnimGainKnob.h"
+#include "controls/CPoweredButton.h"
+
+using namespace VSTGUI;
+
+namespace {
+
+// Steps from the tag base.
+enum Step {
+    kDriveStep = 0,
+    kHighPassStep = 2,
+    kOutputStep = 4,
+    k28kStep = 6,
+    kPhaseStep = 8,
+    kTransformerStep = 10,
+    kAmplifierStep = 12,
+    kLastStep = 13
+};
+
+constexpr int32_t kBackground = 10009, kLevelKnob = 10016, kHighPassDial = 10017;
+constexpr int32_t kHighPassLabels = 10021;
+constexpr int32_t kLevelFrames = 101, kHighPassFrames = 12;
+constexpr int32_t kKnobSize = 82;  // pixels, of one frame
+constexpr CCoord kKnobInset = 15;  // from the view to the knob's picture
+
+}  // namespace
+
+StripEditorQB9::StripEditorQB9(CControlListener* controlListener, int32_t base)
+    : StripEditor(controlListener), tagBase(base)
+{
+}
+
+bool StripEditorQB9::attach(CFrame* parent, const CPoint& origin)
+{
+    if (!StripEditor::attach(parent, origin))
+        return false;
+    container->setBackground(editorBitmap(kBackground));
+
+    const auto addLevelKnob = [&](auto*& knob, const CRect& rect, Step step) {
+        using Knob = std::remove_reference_t<decltype(*knob)>;
+        knob = new Knob(rect, listener, tagBase + step, kLevelFrames, kKnobSize,
+                        editorBitmap(kLevelKnob), CPoint(0, 0), kKnobInset);
+        knob->setValue(0.5f);
+        knob->setDefaultValue(0.5f);
+        knob->setInnerRadius(21);
+        knob->setValue2(0);
+        knob->setDefaultValue2(0);
+        container->addView(knob);
+    };
+    addLevelKnob(drive, {7, 29, 119, 141}, kDriveStep);
+    addLevelKnob(output, {7, 230, 119, 342}, kOutputStep);
+
+    highPass =
+        new CAnimFreqKnob({7, 128, 119, 240}, listener, tagBase + kHighPassStep, kHighPassFrames,
+                          kKnobSize, editorBitmap(kHighPassDial), CPoint(0, 0), kKnobInset);
+    highPass->setOverlayBitmap(editorBitmap(kHighPassLabels));
+    highPass->setValue(0);
+    highPass->setDefaultValue(0);
+    highPass->setInnerRadius(50);
+    highPass->setWheelStep(1.0f / 12.0f);
+    highPass->setWheelFine(1);
+    highPass->setFineFactor(1);
+    highPass->setDragRange(1.0f / 120.0f);
+    container->addView(highPass);
+
+    const auto addButton = [&](CPoweredButton*& button, const CRect& rect, Step step,
+                               int32_t bitmap) {
+        button = new CPoweredButton(rect, listener, tagBase + step, editorBitmap(bitmap), true);
+        container->addView(button);
+    };
+    addButton(boost28k, {20, 345, 62, 379}, k28kStep, 10010);
+    addButton(transformer, {21, 381, 61, 415}, kTransformerStep, 10026);
+    addButton(amplifier, {61, 381, 103, 415}, kAmplifierStep, 10012);
+    addButton(phase, {62, 345, 104, 379}, kPhaseStep, 10011);
+    return true;
+}
+
+void StripEditorQB9::detach()
+{
+    drive = nullptr;
+    output = nullptr;
+    highPass = nullptr;
+    boost28k = transformer = amplifier = phase = nullptr;
+    StripEditor::detach();
+}
+
+void StripEditorQB9::setParameter(int32_t id, double value)
+{
+    const int32_t step = id - tagBase;
+    if (!attached || step < 0 || step > kLastStep)
+        return;
+    switch (step) {
+    case kDriveStep:
+        return show(drive, value);
+    case kHighPassStep:
+        return show(highPass, value);
+    case kOutputStep:
+        return show(output, value);
+    case k28kStep:
+        return show(boost28k, value);
+    case kPhaseStep:
+        return show(phase, value);
+    case kTransformerStep:
+        return show(transformer, value);
+    case kAmplifierStep:
+        return show(amplifier, value);
+    default:
+        return;  // the other channel's
+    }
+}
+
+// Knobs have no power state.
+void StripEditorQB9::setPower(int32_t state)
+{
+    for (CPoweredButton* const button : {phase, transformer, amplifier, boost28k})
+        showPower(button, state);
+}

@@ -1,0 +1,30 @@
+// StripEditorQB9: the column of a channel's pre-amplifier.
+#pragma once
+
+#include "StripEditor.h"
+
+class CAnimDriveKnob;
+class CAnimFreqKnob;
+class CAnimGainKnob;
+class CPoweredButton;
+
+class StripEditorQB9 : public StripEditor {
+public:
+    // `tagBase` is the id of the channel's drive; every second id from there on is the strip's.
+    StripEditorQB9(CControlListener* listener, int32_t tagBase);
+
+    bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin) override;
+    void detach() override;
+    void setParameter(int32_t id, double value) override;
+    void setPower(int32_t state) override;
+
+private:
+    int32_t tagBase;
+    CAnimDriveKnob* drive = nullptr;
+    CAnimGainKnob* output = nullptr;
+    CAnimFreqKnob* highPass = nullptr;
+    CPoweredButton* boost28k = nullptr;
+    CPoweredButton* transformer = nullptr;
+    CPoweredButton* amplifier = nullptr;
+    CPoweredButton* phase = nullptr;
+};

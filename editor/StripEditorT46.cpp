@@ -1,0 +1,138 @@
+// StripEditorT46: what stands where, and which parameter it shows.
+#include "StripEditorT46.h"
+
+#include "EditorBitmap.h"
+
+#include "controls/CAnimCoaxT46CustomKnob.h"
+#include "controls/CPowerLED.h"
+#include "controls/CPoweredButton.h"
+
+using namespace VSTGUI;
+
+namespace {
+
+// Steps from the tag base. A knob carries its gain's id as its tag; its ring is the frequency.
+enum Step {
+    kProcessStep = 0,
+    kLowShelfStep = 2,
+    kLowFrequencyStep = 4,
+    kLowGainStep = 6,
+    kMidFrequencyStep = 8,
+    kMidGainStep = 10,
+    kHighShelfStep = 12,
+    kHighFrequencyStep = 14,
+    kHighGainStep = 16,
+    kLastStep = 17
+};
+
+constexpr int32_t kBackground = 10000, kRing = 10001, kKnob = 10002, kLed = 10006;
+constexpr int32_t kRingFrames = 24, kKnobFrames = 129;
+constexpr int32_t kKnobSize = 71;  // pixels, of one frame
+constexpr CCoord kLedHeight = 22;
+
+void showRing(CAnimCoaxT46CustomKnob* knob, double value)
+{
+    if (!knob)
+        return;
+    knob->setValue2(static_cast<float>(value));
+    knob->setDirty();
+}
+
+}  // namespace
+
+StripEditorT46::StripEditorT46(CControlListener* controlListener, int32_t base)
+    : StripEditor(controlListener), tagBase(base)
+{
+}
+
+bool StripEditorT46::attach(CFrame* parent, const CPoint& origin)
+{
+    if (!StripEditor::attach(parent, origin))
+        return false;
+    container->setBackground(editorBitmap(kBackground));
+
+    const auto addKnob = [&](const CRect& rect, Step step, int32_t labels) {
+        auto* const knob =
+            new CAnimCoaxT46CustomKnob(rect, listener, tagBase + step, kKnobFrames, kKnobSize,
+                                       editorBitmap(kKnob), CPoint(0, 0), 25, 12, 25, 18);
+        knob->setOverlayBitmap(editorBitmap(labels));
+        // The middle knob gets its first value from the parameters.
+        if (step != kMidGainStep)
+            knob->setValue(0.5f);
+        knob->setDefaultValue(0.5f);
+        knob->setInnerRadius(21);
+        knob->setOuterBitmap(editorBitmap(kRing), kRingFrames);
+        knob->setValue2(0);
+        knob->setDefaultValue2(0);
+        container->addView(knob);
+        return knob;
+    };
+    highBand = addKnob({2, 36, 123, 137}, kHighGainStep, 10013);
+    midBand = addKnob({2, 138, 123, 239}, kMidGainStep, 10014);
+    lowBand = addKnob({2, 240, 123, 341}, kLowGainStep, 10015);
+
+    const auto addButton = [&](const CRect& rect, Step step, int32_t bitmap) {
+        auto* const button =
+            new CPoweredButton(rect, listener, tagBase + step, editorBitmap(bitmap), true);
+        container->addView(button);
+        return button;
+    };
+    lowShelf = addButton({9, 372, 46, 426}, kLowShelfStep, 10004);
+    highShelf = addButton({45, 372, 80, 426}, kHighShelfStep, 10005);
+    process = addButton({80, 372, 116, 426}, kProcessStep, 10003);
+
+    led = new CPowerLED({86, 346, 107, 368}, nullptr, 0, 2, kLedHeight, editorBitmap(kLed));
+    container->addView(led);
+    return true;
+}
+
+void StripEditorT46::detach()
+{
+    highBand = midBand = lowBand = nullptr;
+    lowShelf = highShelf = process = nullptr;
+    led = nullptr;
+    StripEditor::detach();
+}
+
+void StripEditorT46::setParameter(int32_t id, double value)
+{
+    const int32_t step = id - tagBase;
+    if (step < 0 || step > kLastStep)
+        return;
+    switch (step) {
+    case kProcessStep:
+        show(process, value);
+        return show(led, value);
+    case kLowShelfStep:
+        return show(lowShelf, value);
+    case kLowFrequencyStep:
+        return showRing(lowBand, value);
+    case kLowGainStep:
+        return show(lowBand, value);
+    case kMidFrequencyStep:
+        return showRing(midBand, value);
+    case kMidGainStep:
+        return show(midBand, value);
+    case kHighShelfStep:
+        return show(highShelf, value);
+    case kHighFrequencyStep:
+        return showRing(highBand, value);
+    case kHighGainStep:
+        return show(highBand, value);
+    default:
+        return;  // the other channel's
+    }
+}
+
+// Knobs have no power state.
+void StripEditorT46::setPower(int32_t state)
+{
+    showPower(led, state);
+    for (CPoweredButton* const button : {highShelf, lowShelf, process})
+        showPower(button, state);
+}
+
+void StripEditorT46::setLedState(double value)
+{
+    show(led, value);
+}

@@ -1,0 +1,32 @@
+// StripEditorT46: the column of a channel's equaliser, primary or secondary.
+#pragma once
+
+#include "StripEditor.h"
+
+class CAnimCoaxT46CustomKnob;
+class CPoweredButton;
+class CPowerLED;
+
+class StripEditorT46 : public StripEditor {
+public:
+    // `tagBase` is the id of the strip's process switch; every second id from there on is the
+    // strip's.
+    StripEditorT46(CControlListener* listener, int32_t tagBase);
+
+    bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin) override;
+    void detach() override;
+    void setParameter(int32_t id, double value) override;
+    void setPower(int32_t state) override;
+    // The lamp that tells whether the strip processes.
+    void setLedState(double value);
+
+private:
+    int32_t tagBase;
+    CAnimCoaxT46CustomKnob* highBand = nullptr;
+    CAnimCoaxT46CustomKnob* midBand = nullptr;
+    CAnimCoaxT46CustomKnob* lowBand = nullptr;
+    CPoweredButton* lowShelf = nullptr;
+    CPoweredButton* highShelf = nullptr;
+    CPoweredButton* process = nullptr;
+    CPowerLED* led = nullptr;
+};

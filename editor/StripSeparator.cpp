@@ -1,0 +1,7 @@
+// StripSeparator: its size and picture.
+#include "StripSeparator.h"
+
+bool StripSeparator::attach(VSTGUI::CFrame* parent, const VSTGUI::CPoint& origin)
+{
+    return attachContainer(parent, origin, {13, 448}, 10024);
+}

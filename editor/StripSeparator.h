@@ -1,0 +1,10 @@
+// StripSeparator: the narrow column between the strips of the two channels. It has no controls.
+#pragma once
+
+#include "StripEditor.h"
+
+class StripSeparator : public StripEditor {
+public:
+    using StripEditor::StripEditor;
+    bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin) override;
+};

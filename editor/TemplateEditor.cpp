@@ -1,0 +1,181 @@
+// TemplateEditor: opening, closing, and how it follows the parameters.
+#include "TemplateEditor.h"
+
+#include "EditorLayout.h"
+#include "Makers.h"
+#include "ParameterIds.h"
+#include "Truncate.h"
+#include "ZKRPresetSystemController3.h"
+
+#include "controls/CZKRTextEdit.h"
+
+using namespace VSTGUI;
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+constexpr int32_t kFrameBackground = 10007, kLabels = 10023;
+const CRect kLabelRect(33, 455, 791, 487);
+const CColor kHintColor(223, 222, 223, 255);
+
+}  // namespace
+
+TemplateEditor::TemplateEditor(ZKRPresetSystemController3* presetController)
+    : ZKRPresetSystemEditor3(presetController)
+{
+    // What hosts see before they open the editor.
+    rect = ViewRect(0, 0, editorWidth(layoutModeOf(roundedParameter(kQB11), roundedParameter(k2x))),
+                    kEditorHeight);
+}
+
+IPlugView* TemplateEditor::create(ZKRPresetSystemController3& presetController)
+{
+    return new TemplateEditor(&presetController);
+}
+
+int32 TemplateEditor::roundedParameter(ParamID id) const
+{
+    return switchValue(controller->getParamNormalized(id));
+}
+
+bool PLUGIN_API TemplateEditor::open(void* parent, const PlatformType& type)
+{
+    bitmaps.emplace();
+    frame = new ZKRFrame(CRect(0, 0, editorWidth(0), kEditorHeight), this);
+    frame->setBackgroundColor(kGreyCColor);
+    frame->setBackground(editorBitmap(kFrameBackground));
+    if (!frame->open(parent, type, frameConfig())) {
+        frame->forget();
+        frame = nullptr;
+        bitmaps.reset();
+        return false;
+    }
+
+    label = new CChannelLabel(kLabelRect, this, kMS, editorBitmap(kLabels));
+    label->setValue(0);
+    frame->addView(label);
+
+    preampL = std::make_unique<StripEditorQB9>(this, kDriveL);
+    equaliserL = std::make_unique<StripEditorT46>(this, kProcL);
+    preampR = std::make_unique<StripEditorQB9>(this, kDriveR);
+    equaliserR = std::make_unique<StripEditorT46>(this, kProcR);
+    secondaryL = std::make_unique<StripEditorT46>(this, kProcL2);
+    secondaryR = std::make_unique<StripEditorT46>(this, kProcR2);
+
+    createPresetPanel(frame);
+    presetName()->setTextOffset(CPoint(0, 0));
+
+    hintLabel = new CTextLabel(kHintRect, kMakerAddress);
+    hintLabel->setFont(kNormalFontSmall);
+    hintLabel->setFontColor(kHintColor);
+    hintLabel->setBackColor(kTransparentCColor);
+    hintLabel->setFrameColor(kTransparentCColor);
+    frame->addView(hintLabel);
+
+    mainPanel = std::make_unique<MainPanel>(this);
+    separator = std::make_unique<StripSeparator>(this);
+
+    infoRect = CRect(0, 0, editorWidth(0), kEditorHeight);
+    info = new CInfo(infoRect, this, kTagInfo);
+    infoShown = 0;
+
+    showAllParameters();
+    captureLinkOffsets(roundedParameter(kLink));
+    layoutMode = -1;
+    updateLayout();
+    lastHoverTag = kNoHover;
+    return true;
+}
+
+void PLUGIN_API TemplateEditor::close()
+{
+    if (!frame)
+        return;
+    // A name that is being typed is taken over while there is a panel to take it.
+    frame->setFocusView(nullptr);
+    label = nullptr;
+    for (StripEditor* const strip : std::initializer_list<StripEditor*>{
+             mainPanel.get(), preampL.get(), preampR.get(), equaliserL.get(), equaliserR.get(),
+             secondaryL.get(), secondaryR.get(), separator.get()})
+        if (strip)
+            strip->detach();
+    mainPanel.reset();
+    preampL.reset();
+    preampR.reset();
+    equaliserL.reset();
+    equaliserR.reset();
+    secondaryL.reset();
+    secondaryR.reset();
+    separator.reset();
+    hintLabel = nullptr;
+    closePresetPanel();
+    hideInfo();
+    if (info)
+        info->forget();
+    info = nullptr;
+    CFrame* const closing = frame;
+    frame = nullptr;
+    closing->close();
+    bitmaps.reset();
+}
+
+void TemplateEditor::showAllParameters()
+{
+    for (ParamID id = 0; id < kPresetParamCount; ++id)
+        setParameter(id, controller->getParamNormalized(id));
+}
+
+void TemplateEditor::setPower(double value)
+{
+    const int32 state = switchValue(value);
+    for (StripEditor* const strip : std::initializer_list<StripEditor*>{
+             mainPanel.get(), preampL.get(), preampR.get(), equaliserL.get(), equaliserR.get(),
+             secondaryL.get(), secondaryR.get()})
+        if (strip)
+            strip->setPower(state);
+}
+
+void TemplateEditor::setParameter(ParamID id, ParamValue value)
+{
+    const auto tag = static_cast<int32>(id);
+    updatePresetPanel(tag, value);
+    switch (id) {
+    case kPower:
+        setPower(value);
+        break;
+    case kMS:
+        show(label, value);
+        break;
+    case kQB11:
+        preampOnShown = switchValue(value);
+        updateLayout();
+        // The next tick writes the hint anew if the mouse rests on this button.
+        lastHoverTag = k2x;
+        break;
+    case k2x:
+        secondaryOnShown = switchValue(value);
+        updateLayout();
+        lastHoverTag = kQB11;
+        break;
+    case kLink:
+        linkOn = switchValue(value);
+        captureLinkOffsets(linkOn);
+        break;
+    case kLatency:
+        if (info)
+            info->setLatency(value);
+        break;
+    default:
+        break;
+    }
+    for (StripEditor* const strip : std::initializer_list<StripEditor*>{
+             preampL.get(), preampR.get(), equaliserL.get(), equaliserR.get(), mainPanel.get(),
+             secondaryL.get(), secondaryR.get()})
+        if (strip)
+            strip->setParameter(tag, value);
+}
+
+}  // namespace Vst
+}  // namespace Steinberg

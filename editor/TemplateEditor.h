@@ -1,0 +1,109 @@
+// TemplateEditor: the plug-in's editor view. It shows the strips that two parameters ask for, sizes
+// the host's window to them, turns the movements of controls into edits of parameters, and keeps
+// the two channels linked.
+#pragma once
+
+#include "AttachedEditor.h"
+#include "CChannelLabel.h"
+#include "CInfo.h"
+#include "EditorBitmap.h"
+#include "MainPanel.h"
+#include "StripEditorQB9.h"
+#include "StripEditorT46.h"
+#include "StripSeparator.h"
+#include "ZKRFrame.h"
+#include "ZKRPresetSystemEditor3.h"
+
+#include <array>
+#include <memory>
+#include <optional>
+
+namespace Steinberg {
+namespace Vst {
+
+class TemplateEditor : public ZKRPresetSystemEditor3, public AttachedEditor {
+public:
+    explicit TemplateEditor(ZKRPresetSystemController3* presetController);
+
+    // A new editor for the controller, as hosts take it over: with one reference.
+    static IPlugView* create(ZKRPresetSystemController3& presetController);
+
+    // VSTGUIEditor
+    bool PLUGIN_API open(void* parent, const VSTGUI::PlatformType& type) SMTG_OVERRIDE;
+    void PLUGIN_API close() SMTG_OVERRIDE;
+    VSTGUI::CMessageResult notify(VSTGUI::CBaseObject* sender,
+                                  VSTGUI::IdStringPtr message) override;
+    // Gestures are told by the listener's calls alone, once each.
+    void beginEdit(int32_t) override { }
+    void endEdit(int32_t) override { }
+
+    // AttachedEditor
+    void setParameter(ParamID id, ParamValue value) override;
+
+    // CControlListener
+    void valueChanged(VSTGUI::CControl* control) override;
+
+    // The number of continuous pairs of left and right.
+    static constexpr std::size_t kLinkedPairs = 15;
+
+protected:
+    VSTGUI::CRect hoverRect(int32 tag) const;
+
+private:
+    // The hovered targets; none of them has this tag.
+    static constexpr int32 kNoHover = 58;
+    static constexpr std::size_t kHoverTargets = 17;
+
+    // TemplateEditor.cpp
+    int32 roundedParameter(ParamID id) const;
+    void showAllParameters();
+    void setPower(double value);
+
+    // TemplateEditorLayout.cpp
+    void updateLayout();
+    void placeStrips(int32 mode);
+    void placeManualButton(int32 width);
+    void hideInfo();
+    void refreshHoverRects();
+
+    // TemplateEditorEdits.cpp
+    void write(ParamID id, double value);
+    void editContinuous(ParamID id, double value, bool unlinkFirst);
+    void setLinkedByOffset(ParamID id, double value, ParamID partner, double offset);
+    void setLinkedByDelta(ParamID id, double value, ParamID partner);
+    void captureLinkOffsets(int32 link);
+    void toggleInfo();
+
+    // TemplateEditorHover.cpp
+    void followMouse();
+    void leave(int32 tag, VSTGUI::CPoint where);
+    void enter(int32 tag, VSTGUI::CPoint where);
+    VSTGUI::CControl* hoverControl(int32 tag) const;
+    const char* hintText(int32 tag) const;
+
+    std::optional<BitmapUser> bitmaps;  // while open
+
+    // The frame's once they are added to it.
+    CChannelLabel* label = nullptr;
+    VSTGUI::CTextLabel* hintLabel = nullptr;
+    // The frame's only while shown.
+    CInfo* info = nullptr;
+
+    // The strips, each while the editor is open.
+    std::unique_ptr<MainPanel> mainPanel;
+    std::unique_ptr<StripSeparator> separator;
+    std::unique_ptr<StripEditorQB9> preampL, preampR;
+    std::unique_ptr<StripEditorT46> equaliserL, equaliserR, secondaryL, secondaryR;
+
+    VSTGUI::CRect infoRect;
+    int32 infoShown = 0;
+    int32 linkOn = 0;
+    std::array<double, kLinkedPairs> linkOffsets{};  // left minus right, normalised
+    int32 layoutMode = -1;
+    int32 preampOnShown = 0, secondaryOnShown = 0;
+    int32 hoverTag = kNoHover, lastHoverTag = kNoHover;
+    std::array<VSTGUI::CRect, kHoverTargets> hoverRects{};
+};
+
+}  // namespace Vst
+}  // namespace Steinberg

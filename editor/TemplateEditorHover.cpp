@@ -1,0 +1,100 @@
+// TemplateEditor: the tick, and what shows under the resting mouse.
+#include "TemplateEditor.h"
+
+#include "Makers.h"
+#include "ParameterIds.h"
+
+using namespace VSTGUI;
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+// In the order in which they are looked at: the first that holds the mouse counts.
+constexpr std::array<int32, 17> kTargets{
+    kTagInfo,       kSaveBankTag, kDefaultBankTag, kLoadBankTag, kSavePresetTag, kDefaultPresetTag,
+    kLoadPresetTag, kRockerTag,   kStoreATag,      kRecallATag,  kStoreBTag,     kRecallBTag,
+    kManualTag,     k2x,          kQB11,           kBpsCh1,      kBpsCh2};
+
+}  // namespace
+
+void TemplateEditor::refreshHoverRects()
+{
+    for (std::size_t i = 0; i < kTargets.size(); ++i) {
+        const int32 tag = kTargets[i];
+        if (const CControl* const button = presetControl(tag))
+            hoverRects[i] = button->getViewSize();
+        else if (mainPanel)
+            hoverRects[i] = mainPanel->controlRect(tag);
+    }
+}
+
+CMessageResult TemplateEditor::notify(CBaseObject* sender, IdStringPtr message)
+{
+    if (message == CVSTGUITimer::kMsgTimer && frame) {
+        if (mainPanel)
+            mainPanel->idle();
+        followMouse();
+    }
+    return ZKRPresetSystemEditor3::notify(sender, message);
+}
+
+void TemplateEditor::followMouse()
+{
+    CPoint where;
+    hoverTag = kNoHover;
+    if (frame->getCurrentMouseLocation(where))
+        for (std::size_t i = 0; i < kTargets.size() && hoverTag == kNoHover; ++i)
+            if (hoverRects[i].pointInside(where))
+                hoverTag = kTargets[i];
+    if (hoverTag == lastHoverTag)
+        return;
+    leave(lastHoverTag, where);
+    enter(hoverTag, where);
+    lastHoverTag = hoverTag;
+}
+
+// The control that shows by itself that the mouse is on it; null for those that have a hint.
+CControl* TemplateEditor::hoverControl(int32 tag) const
+{
+    if (tag == kTagInfo)
+        return mainPanel ? mainPanel->control(tag) : nullptr;
+    return presetControl(tag);
+}
+
+void TemplateEditor::leave(int32 tag, CPoint where)
+{
+    if (CControl* const control = hoverControl(tag))
+        control->onMouseExited(where, kLButton);
+    else if (hintText(tag) && hintLabel)
+        hintLabel->setText(kMakerAddress);
+}
+
+void TemplateEditor::enter(int32 tag, CPoint where)
+{
+    if (CControl* const control = hoverControl(tag))
+        control->onMouseEntered(where, kLButton);
+    else if (hintText(tag) && hintLabel)
+        hintLabel->setText(hintText(tag));
+}
+
+const char* TemplateEditor::hintText(int32 tag) const
+{
+    switch (tag) {
+    case kBpsCh1:
+        return "Turns off left channel processing.";
+    case kBpsCh2:
+        return "Turns off right channel processing.";
+    case kQB11:
+        return preampOnShown ? "Click to disable and hide QB11s" : "Click to enable QB11s";
+    case k2x:
+        return secondaryOnShown ? "Click to disable and hide secondary T46s"
+                                : "Click to enable secondary T46s";
+    default:
+        return nullptr;
+    }
+}
+
+}  // namespace Vst
+}  // namespace Steinberg

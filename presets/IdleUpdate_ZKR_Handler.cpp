@@ -1,0 +1,34 @@
+// IdleUpdate_ZKR_Handler: its timer.
+#include "IdleUpdate_ZKR_Handler.h"
+
+#include "vstgui/lib/cview.h"
+
+namespace Steinberg {
+
+namespace {
+constexpr uint32 kPeriodMs = 33;
+}
+
+IdleUpdate_ZKR_Handler::IdleUpdate_ZKR_Handler()
+{
+    // Registered ahead of this one, so that it is ended ahead of it.
+    UpdateHandler::instance();
+    timer = Timer::create(this, kPeriodMs);
+    VSTGUI::CView::kDirtyCallAlwaysOnMainThread = true;
+}
+
+IdleUpdate_ZKR_Handler::~IdleUpdate_ZKR_Handler()
+{
+    if (timer) {
+        timer->stop();
+        timer->release();
+    }
+}
+
+void IdleUpdate_ZKR_Handler::onTimer(Timer* /*timer*/)
+{
+    if (UpdateHandler* const updates = UpdateHandler::instance(false))
+        updates->triggerDeferedUpdates(nullptr);
+}
+
+}  // namespace Steinberg

@@ -1,0 +1,236 @@
+// ZKRPresetSystemEditor3: what the panel's controls do.
+#include "ZKRPresetSystemEditor3.h"
+
+#include "Documents.h"
+#include "ZKRPresetSystemController3.h"
+
+#include "controls/CZKKickButton.h"
+#include "controls/CZKRTextEdit.h"
+
+#include <algorithm>
+#include <string>
+
+using namespace VSTGUI;
+
+namespace Steinberg {
+namespace Vst {
+
+// One of the four ways to choose a file.
+struct ZKRPresetSystemEditor3::FileDialog {
+    CNewFileSelector::Style style;
+    const char *title, *reversedTitle;
+    const char *description, *extension;
+    char* (ZKRPresetSystemController3::*lastName)();
+};
+
+namespace {
+
+bool isParameter(const CControl* control)
+{
+    return control->getTag() >= 0 && static_cast<unsigned>(control->getTag()) < kPresetParamCount;
+}
+
+}  // namespace
+
+// Only parameters have gestures that a host may hear of.
+void ZKRPresetSystemEditor3::controlBeginEdit(CControl* control)
+{
+    if (isParameter(control))
+        controller->beginEdit(static_cast<ParamID>(control->getTag()));
+}
+
+void ZKRPresetSystemEditor3::controlEndEdit(CControl* control)
+{
+    if (isParameter(control))
+        controller->endEdit(static_cast<ParamID>(control->getTag()));
+}
+
+void ZKRPresetSystemEditor3::notifyPanels(int32 tag, double value)
+{
+    presets->setParamNormalized(static_cast<ParamID>(tag), value);
+}
+
+void ZKRPresetSystemEditor3::valueChanged(CControl* control)
+{
+    // A dialog blocks, and the host may close the editor meanwhile.
+    const IPtr<ZKRPresetSystemEditor3> alive(this);
+    const float value = control->getValue();
+    const bool storing = value >= 0.75f;
+    const int32 tag = control->getTag();
+    switch (tag) {
+    case kNameTag:
+        nameEdited(value);
+        break;
+    case kRockerTag:
+        stepPreset(value);
+        break;
+    case kLoadBankTag:
+        chooseBankToLoad(value == 0.5f);
+        notifyPanels(tag);
+        break;
+    case kSaveBankTag:
+        chooseBankToSave();
+        break;
+    case kLoadPresetTag:
+        choosePresetToLoad(value == 0.5f);
+        notifyPanels(tag);
+        break;
+    case kSavePresetTag:
+        choosePresetToSave();
+        break;
+    case kMenuTag:
+        menuChosen();
+        break;
+    case kDefaultBankTag:
+        storing ? presets->storeDefaultBank() : presets->clearDefaultBank();
+        notifyPanels(tag);
+        break;
+    case kDefaultPresetTag:
+        storing ? presets->storeDefaultPreset() : presets->clearDefaultPreset();
+        notifyPanels(tag);
+        break;
+    case kStoreATag:
+        presets->storeMemoA();
+        break;
+    case kStoreBTag:
+        presets->storeMemoB();
+        break;
+    case kRecallATag:
+        presets->loadMemoA();
+        notifyPanels(tag);
+        break;
+    case kRecallBTag:
+        presets->loadMemoB();
+        notifyPanels(tag);
+        break;
+    case kManualTag:
+        openManual();
+        break;
+    default:
+        break;
+    }
+}
+
+// The field's value tells which preset its text belongs to.
+void ZKRPresetSystemEditor3::nameEdited(float fieldValue)
+{
+    const auto index = static_cast<int32>(fieldValue * 23.0f);
+    if (index == presets->getCurrentPreset()) {
+        if (nameField)
+            presets->setCurrentPresetName(std::string(nameField->getText()).c_str());
+    } else {
+        presets->setCurrentPreset(index);
+    }
+    notifyPanels(kNameTag, static_cast<double>(fieldValue));
+}
+
+void ZKRPresetSystemEditor3::stepPreset(float rockerValue)
+{
+    if (rockerValue == 0.5f)
+        return;
+    const int32 step = rockerValue > 0.5f ? 1 : -1;
+    const int32 index = std::clamp(presets->getCurrentPreset() + step, int32(0), kPresetCount - 1);
+    char name[kPresetNameSize + 1] = {};
+    presets->getPresetName(name, index);
+    if (menu && nameField) {
+        menu->setCurrent(index);
+        nameField->setText(name);
+    }
+    presets->setCurrentPreset(index);
+    presets->setCurrentPresetName(name);
+    notifyPanels(kRockerTag);
+}
+
+void ZKRPresetSystemEditor3::menuChosen()
+{
+    const auto index = static_cast<int32>(menu->getValue() + 0.5f);
+    menu->setCurrent(index);
+    const CMenuItem* const entry = menu->getEntry(index);
+    if (!entry)
+        return;
+    const std::string title = entry->getTitle();
+    presets->setCurrentPreset(index);
+    presets->setCurrentPresetName(title.c_str());
+    if (nameField)
+        nameField->setText(title.c_str());
+    notifyPanels(kMenuTag);
+}
+
+void ZKRPresetSystemEditor3::chooseFile(const FileDialog& dialog, bool reversed)
+{
+    if (!frame)
+        return;
+    const auto selector = VSTGUI::owned(CNewFileSelector::create(frame, dialog.style));
+    if (!selector)
+        return;
+    const bool saving = dialog.style == CNewFileSelector::kSelectSaveFile;
+    selector->setTitle(reversed ? dialog.reversedTitle : dialog.title);
+    selector->setInitialDirectory(presets->getCurrDir());
+    const CFileExtension extension(dialog.description, dialog.extension);
+    if (saving) {
+        selector->setDefaultSaveName((presets->*dialog.lastName)());
+        selector->setDefaultExtension(extension);
+    } else {
+        selector->addFileExtension(extension);
+        selector->setAllowMultiFileSelection(false);
+    }
+    selector->runModal();
+    if (!saving)
+        selector->cancel();
+    if (selector->getNumSelectedFiles() != 1)
+        return;
+    const char* const path = selector->getSelectedFile(0);
+    const bool isBank = dialog.lastName == &ZKRPresetSystemController3::getCurrBank;
+    if (saving)
+        isBank ? presets->saveBank(path) : presets->savePreset(path);
+    else
+        isBank ? presets->loadBank(path, reversed) : presets->loadPreset(path, reversed);
+}
+
+void ZKRPresetSystemEditor3::chooseBankToLoad(bool reversed)
+{
+    chooseFile({CNewFileSelector::kSelectFile, "Load bank", "Load bank (endian-reversed)",
+                "ZKR Bank", "zkb", &ZKRPresetSystemController3::getCurrBank},
+               reversed);
+}
+
+void ZKRPresetSystemEditor3::chooseBankToSave()
+{
+    chooseFile({CNewFileSelector::kSelectSaveFile, "Save bank", nullptr, "ZKR Bank", "zkb",
+                &ZKRPresetSystemController3::getCurrBank},
+               false);
+}
+
+void ZKRPresetSystemEditor3::choosePresetToLoad(bool reversed)
+{
+    chooseFile({CNewFileSelector::kSelectFile, "Load preset", "Load preset (endian-reversed)",
+                "ZKR Preset", "zkr", &ZKRPresetSystemController3::getCurrPreset},
+               reversed);
+}
+
+void ZKRPresetSystemEditor3::choosePresetToSave()
+{
+    chooseFile({CNewFileSelector::kSelectSaveFile, "Save preset", nullptr, "ZKR Preset", "zkr",
+                &ZKRPresetSystemController3::getCurrPreset},
+               false);
+}
+
+void ZKRPresetSystemEditor3::openManual()
+{
+    IPlatformFrame* const window = frame ? frame->getPlatformFrame() : nullptr;
+    void* const handle = window ? window->getPlatformRepresentation() : nullptr;
+    const platform::OpenResult result = platform::openDocument(handle, presets->getManualPath());
+    if (result == platform::OpenResult::Opened)
+        return;
+    if (result == platform::OpenResult::NoViewer)
+        platform::showMessage(handle, "Make sure Acrobat Reader is installed",
+                              "Could not open manual file");
+    else
+        platform::showMessage(handle, "Could not open user manual", "");
+    // The message has swallowed the button's release.
+    if (auto* const button = static_cast<CZKKickButton*>(presetControl(kManualTag)))
+        button->release();
+}
+
+}  // namespace Vst
+}  // namespace Steinberg

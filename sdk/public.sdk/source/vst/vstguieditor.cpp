@@ -1,0 +1,193 @@
+// VSTGUIEditor: between the host's view calls and the frame.
+#include "vstguieditor.h"
+
+#include "vstguiplatform.h"
+
+#include <algorithm>
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+constexpr uint32_t kIdleRateMs = 100;
+
+// Modifiers of IPlugView; on a PC the command key is Ctrl.
+constexpr int16 kShiftKey = 1, kAlternateKey = 2, kCommandKey = 4, kControlKey = 8;
+
+ViewRect rectOf(const VSTGUI::CPoint& size)
+{
+    return ViewRect(0, 0, static_cast<int32>(size.x), static_cast<int32>(size.y));
+}
+
+// The character of a virtual key that has one.
+char16 characterOfKey(int16 key)
+{
+    constexpr int16 kSpace = VKEY_SPACE, kFirstAscii = 128;
+    if (key == kSpace)
+        return ' ';
+    return key >= kFirstAscii ? static_cast<char16>(key - kFirstAscii + '0') : char16(0);
+}
+
+VstKeyCode keyCodeOf(char16 character, int16 key, int16 modifiers)
+{
+    VstKeyCode code{};
+    code.virt = static_cast<unsigned char>(key & 0xFF);
+    const char16 shown = character ? character : characterOfKey(key);
+    if (shown < 0x80)
+        code.character = shown;
+    if (modifiers & kShiftKey)
+        code.modifier |= MODIFIER_SHIFT;
+    if (modifiers & kAlternateKey)
+        code.modifier |= MODIFIER_ALTERNATE;
+    if (modifiers & kCommandKey)
+        code.modifier |= MODIFIER_CONTROL;
+    if (modifiers & kControlKey)
+        code.modifier |= MODIFIER_COMMAND;
+    return code;
+}
+
+}  // namespace
+
+VSTGUIEditor::VSTGUIEditor(void* ownController, ViewRect* size)
+    : EditorView(static_cast<EditController*>(ownController), size)
+{
+    startToolkit();
+    timer = new VSTGUI::CVSTGUITimer(static_cast<VSTGUI::CBaseObject*>(this), kIdleRateMs);
+}
+
+VSTGUIEditor::~VSTGUIEditor()
+{
+    timer->forget();
+}
+
+int32_t VSTGUIEditor::getNbReference() const
+{
+    // Reading the count is not const in the SDK.
+    return static_cast<int32_t>(const_cast<VSTGUIEditor*>(this)->getRefCount());
+}
+
+void VSTGUIEditor::setIdleRate(int32 milliseconds)
+{
+    timer->setFireTime(static_cast<uint32_t>(std::max(milliseconds, int32(1))));
+}
+
+bool VSTGUIEditor::setEditorSizeConstrains(const VSTGUI::CPoint& min, const VSTGUI::CPoint& max)
+{
+    if (min.x > max.x || min.y > max.y)
+        return false;
+    minSize = min;
+    maxSize = max;
+    if (frame) {
+        const VSTGUI::CPoint size(frame->getWidth(), frame->getHeight());
+        const VSTGUI::CPoint fitting(std::clamp(size.x, min.x, max.x),
+                                     std::clamp(size.y, min.y, max.y));
+        if (fitting != size)
+            requestResize(fitting);
+    }
+    return true;
+}
+
+bool VSTGUIEditor::requestResize(const VSTGUI::CPoint& size)
+{
+    if (!plugFrame || size.x < minSize.x || size.y < minSize.y || size.x > maxSize.x
+        || size.y > maxSize.y)
+        return false;
+    ViewRect wanted = rectOf(size);
+    return plugFrame->resizeView(this, &wanted) == kResultTrue;
+}
+
+tresult PLUGIN_API VSTGUIEditor::isPlatformTypeSupported(FIDString type)
+{
+    return type && FIDStringsEqual(type, windowType()) ? kResultTrue : kInvalidArgument;
+}
+
+tresult PLUGIN_API VSTGUIEditor::attached(void* parent, FIDString type)
+{
+    config = makeFrameConfig(plugFrame);
+    if (open(parent, VSTGUI::kDefaultNative) && frame) {
+        ViewRect size = rectOf({frame->getWidth(), frame->getHeight()});
+        setRect(size);
+        if (plugFrame)
+            plugFrame->resizeView(this, &size);
+        timer->start();
+    }
+    return EditorView::attached(parent, type);
+}
+
+tresult PLUGIN_API VSTGUIEditor::removed()
+{
+    timer->stop();
+    close();
+    config.reset();
+    return EditorView::removed();
+}
+
+tresult PLUGIN_API VSTGUIEditor::onSize(ViewRect* newSize)
+{
+    if (!newSize)
+        return kInvalidArgument;
+    if (frame)
+        frame->setSize(newSize->getWidth(), newSize->getHeight());
+    return EditorView::onSize(newSize);
+}
+
+tresult PLUGIN_API VSTGUIEditor::onKeyDown(char16 key, int16 keyMsg, int16 modifiers)
+{
+    VstKeyCode code = keyCodeOf(key, keyMsg, modifiers);
+    return frame && frame->onKeyDown(code) == 1 ? kResultTrue : kResultFalse;
+}
+
+tresult PLUGIN_API VSTGUIEditor::onKeyUp(char16 key, int16 keyMsg, int16 modifiers)
+{
+    VstKeyCode code = keyCodeOf(key, keyMsg, modifiers);
+    return frame && frame->onKeyUp(code) == 1 ? kResultTrue : kResultFalse;
+}
+
+tresult PLUGIN_API VSTGUIEditor::onWheel(float distance)
+{
+    VSTGUI::CPoint where;
+    if (!frame || !frame->getCurrentMouseLocation(where))
+        return kResultFalse;
+    return frame->onWheel(where, VSTGUI::kMouseWheelAxisY, distance,
+                          frame->getCurrentMouseButtons())
+        ? kResultTrue
+        : kResultFalse;
+}
+
+void VSTGUIEditor::beginEdit(int32_t index)
+{
+    if (controller)
+        controller->beginEdit(static_cast<ParamID>(index));
+}
+
+void VSTGUIEditor::endEdit(int32_t index)
+{
+    if (controller)
+        controller->endEdit(static_cast<ParamID>(index));
+}
+
+int32_t VSTGUIEditor::getKnobMode() const
+{
+    switch (EditController::getHostKnobMode()) {
+    case kRelativCircularMode:
+        return VSTGUI::kRelativCircularMode;
+    case kLinearMode:
+        return VSTGUI::kLinearMode;
+    default:
+        return VSTGUI::kCircularMode;
+    }
+}
+
+VSTGUI::CMessageResult VSTGUIEditor::notify(VSTGUI::CBaseObject* /*sender*/,
+                                            VSTGUI::IdStringPtr message)
+{
+    if (message != VSTGUI::CVSTGUITimer::kMsgTimer)
+        return VSTGUI::kMessageUnknown;
+    if (frame)
+        frame->idle();
+    return VSTGUI::kMessageNotified;
+}
+
+}  // namespace Vst
+}  // namespace Steinberg

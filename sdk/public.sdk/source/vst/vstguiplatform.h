@@ -1,0 +1,23 @@
+// What differs between systems in the start of an editor.
+#pragma once
+
+#include "pluginterfaces/gui/iplugview.h"
+
+#include "vstgui/vstgui.h"
+
+#include <memory>
+
+namespace Steinberg {
+namespace Vst {
+
+// Once, before the first use of the toolkit.
+void startToolkit();
+
+// How the toolkit is to live in this host; null where that needs no saying.
+std::unique_ptr<VSTGUI::IPlatformFrameConfig> makeFrameConfig(IPlugFrame* host);
+
+// The kind of window that a view opens in.
+FIDString windowType();
+
+}  // namespace Vst
+}  // namespace Steinberg

@@ -1,0 +1,32 @@
+// The start of an editor on Windows.
+#include "vstguiplatform.h"
+
+#include <windows.h>
+
+// The module whose resources the toolkit draws: this library.
+void* hInstance = nullptr;
+
+namespace Steinberg {
+namespace Vst {
+
+void startToolkit()
+{
+    HMODULE self = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT
+                           | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                       reinterpret_cast<LPCWSTR>(&startToolkit), &self);
+    hInstance = self;
+}
+
+std::unique_ptr<VSTGUI::IPlatformFrameConfig> makeFrameConfig(IPlugFrame* /*host*/)
+{
+    return nullptr;
+}
+
+FIDString windowType()
+{
+    return kPlatformTypeHWND;
+}
+
+}  // namespace Vst
+}  // namespace Steinberg
