@@ -25,6 +25,8 @@ void addHarmonicsCommand(CLI::App& app, Action& action);
 void addPresetCommand(CLI::App& app, Action& action);
 void addBankCommand(CLI::App& app, Action& action);
 void addCheckCommand(CLI::App& app, Action& action);
+void addEditCommand(CLI::App& app, Action& action);
+void addScreenshotCommand(CLI::App& app, Action& action);
 
 // --- Shared by the commands ---
 

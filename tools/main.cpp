@@ -67,6 +67,8 @@ int main(int argc, char** argv)
     tool::addPresetCommand(app, action);
     tool::addBankCommand(app, action);
     tool::addCheckCommand(app, action);
+    tool::addEditCommand(app, action);
+    tool::addScreenshotCommand(app, action);
     const std::string complaint = commandComplaint(app, {argv + 1, argv + argc});
     if (!complaint.empty())
         return complain(complaint);

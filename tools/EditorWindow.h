@@ -1,0 +1,36 @@
+// EditorWindow: a window of its own for the editor of a plug-in, on an X11 display.
+#pragma once
+
+#include "NativePlugin.h"
+
+#include <memory>
+#include <string>
+
+struct _XDisplay;
+
+namespace tool {
+
+class EditorWindow {
+public:
+    // Opens the editor. Throws ToolError without a display, or when the plug-in has no editor.
+    EditorWindow(host::NativePlugin& plugin, const std::string& title);
+    // Closes the editor and the window.
+    ~EditorWindow();
+    EditorWindow(const EditorWindow&) = delete;
+    EditorWindow& operator=(const EditorWindow&) = delete;
+
+    // Lets the user work until the window is closed.
+    void run();
+
+private:
+    void follow();
+    void resize(int width, int height);
+
+    host::NativePlugin& plugin;
+    _XDisplay* display;
+    unsigned long window = 0;
+    unsigned long deleteMessage = 0;
+    int sizesSeen = 0;
+};
+
+}  // namespace tool
