@@ -12,4 +12,9 @@ end_servers() {
 }
 end_servers  # of a run that was broken off
 trap end_servers EXIT
+# There is no window manager to wait for.
+if ! grep -qs '"Managed"="N"' "$WINEPREFIX/user.reg"; then
+    wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
+    wineserver --wait
+fi
 "$here/../x11/on_display.sh" wine "$@"
