@@ -1,0 +1,237 @@
+// The row of keys at the bottom under mouse and keyboard: menu, name, files, manual.
+#include "EditorOnScreen.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+using hands::Key;
+
+struct Panel : EditorOnScreen {
+    Panel() : folder(fs::temp_directory_path() / "zkrt46-panel-on-screen")
+    {
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+        // The programs that a desktop brings, as scripts that write down what they are asked; no
+        // others are found.
+        if (!kOnWindows)
+            setPath(folder.string());
+    }
+    ~Panel() override
+    {
+        host.reset();
+        if (!kOnWindows)
+            setPath(path);
+        // Saving and loading move it.
+        fs::current_path(start);
+        fs::remove_all(folder);
+    }
+
+    static void setPath(const std::string& value)
+    {
+#ifdef _WIN32
+        (void)value;
+#else
+        setenv("PATH", value.c_str(), 1);
+#endif
+    }
+    // The last command of the script is its answer.
+    void installHelper(const std::string& name, const std::string& answer)
+    {
+        const fs::path file = folder / name;
+        std::ofstream(file) << "#!/bin/sh\nprintf '%s\\n' \"$@\" > '" << (folder / "asked").string()
+                            << "'\n"
+                            << answer << "\n";
+        fs::permissions(file, fs::perms::owner_all);
+    }
+    std::string asked() const
+    {
+        std::ifstream file(folder / "asked");
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    void click(Place where, hands::Button button = hands::Button::Left)
+    {
+        Host::user([&](User& user) { user.click(where, button); });
+    }
+    // Presses a key that opens a file dialog, and answers that.
+    void chooseFile(Place key, const std::string& title, const fs::path& answer,
+                    hands::Button button = hands::Button::Left)
+    {
+        installHelper("zenity", "echo '" + answer.string() + "'");
+        Host::user([&](User& user) {
+            user.click(key, button);
+            if (!kOnWindows)
+                return;
+            EXPECT_TRUE(user.waitFor([&] { return titleInFront() == title; })) << title;
+            user.pause(200);
+            // Not typed: the system would add endings of its own to it.
+            fillFieldInFront(answer.string());
+            user.tap(Key::Return);
+            EXPECT_TRUE(user.waitFor([&] { return titleInFront() != title; })) << title;
+        });
+        EXPECT_TRUE(kOnWindows || asked().find("--title=" + title) != std::string::npos) << asked();
+    }
+
+    const fs::path folder, start = fs::current_path();
+    const std::string path = std::getenv("PATH") ? std::getenv("PATH") : "";
+
+    const Place saveBank = host->at(8, 496), defaultBank = host->at(33, 495),
+                loadBank = host->at(59, 496), savePreset = host->at(74, 496),
+                loadPreset = host->at(126, 496), field = host->at(197, 496),
+                menu = host->at(264, 494), previous = host->at(276, 496), next = host->at(297, 496),
+                storeA = host->at(310, 496), recallA = host->at(333, 496),
+                storeB = host->at(350, 496), recallB = host->at(372, 496),
+                manual = host->at(384, 496);
+};
+
+TEST_F(Panel, TheMenuShowsThePresetsAndOneIsChosenByKeysAnotherByTheMouse)
+{
+    const int firstDown = kOnWindows ? 1 : 0;  // Windows highlights nothing at first
+    VSTGUI::Pixels shown;
+    Host::user([&](User& user) {
+        user.click(menu);
+        user.pause(250);
+        shown = screenshot(host->at(250, 480), 380, 270);
+        for (int i = 0; i < 3 + firstDown; ++i)
+            user.tap(Key::Down);
+        user.tap(Key::Return);
+    });
+    expectPicture(shown, kOnWindows ? "menu-windows" : "menu-x11");
+    const std::string fourth = host->programName();
+    EXPECT_NE(fourth, "Default");
+    Host::user([&](User& user) {
+        user.click(menu);
+        user.pause(150);
+        user.tap(Key::Escape);
+    });
+    EXPECT_EQ(host->programName(), fourth);
+    Host::user([&](User& user) {
+        user.click(menu);
+        user.pause(150);
+        user.click({menu.x + 60, menu.y + 12});
+    });
+    EXPECT_EQ(host->programName(), "Default") << "the first entry lies over the key";
+    click(next);
+    const std::string second = host->programName();
+    EXPECT_NE(second, "Default");
+    click(next);
+    click(previous);
+    EXPECT_EQ(host->programName(), second);
+}
+
+TEST_F(Panel, ANameIsTypedTakenOverAndGivenUp)
+{
+    VSTGUI::Pixels shown;
+    Host::user([&](User& user) {
+        user.click(field);
+        user.pause(100);
+        user.type("Loud");
+        user.pause(250);
+        shown = screenshot(host->at(130, 484), 140, 21);
+    });
+    // A caret may blink.
+    expectPicture(shown, kOnWindows ? "name-windows" : "name-x11", 0.3);
+    EXPECT_EQ(host->programName(), "Default");
+    Host::user([&](User& user) { user.tap(Key::Return); });
+    EXPECT_EQ(host->programName(), "Loud");
+    Host::user([&](User& user) {
+        user.click(field);
+        user.pause(100);
+        user.type("never");
+        user.tap(Key::Escape);
+    });
+    EXPECT_EQ(host->programName(), "Loud");
+    Host::user([&](User& user) {
+        user.click(field);
+        user.pause(100);
+        user.type("Elsewhere");
+        user.click(host->at(20, 200));
+    });
+    EXPECT_EQ(host->programName(), "Elsewhere") << "a press beside the box takes the name over";
+}
+
+TEST_F(Panel, FilesAreSavedAndLoadedThroughTheSystemsDialogs)
+{
+    const fs::path bank = folder / "mine.zkb", preset = folder / "one.zkr";
+    chooseFile(saveBank, "Save bank", bank);
+    EXPECT_EQ(fs::file_size(bank), 48617u);
+    host->automate(kLGainL, 0.9);
+    Host::idleFor(60);
+    chooseFile(savePreset, "Save preset", preset);
+    EXPECT_EQ(fs::file_size(preset), 2065u);
+    chooseFile(loadBank, "Load bank", bank);
+    EXPECT_EQ(host->value(kLGainL), 0.5f);
+    chooseFile(loadPreset, "Load preset", preset);
+    EXPECT_NEAR(host->value(kLGainL), 0.9, 1e-6);
+    // Bytes of the usual order are refused where the other one is asked for.
+    host->heard();
+    chooseFile(loadBank, "Load bank (endian-reversed)", bank, hands::Button::Right);
+    EXPECT_NEAR(host->value(kLGainL), 0.9, 1e-6);
+}
+
+TEST_F(Panel, CompareSlotsAndDefaults)
+{
+    click(storeA);
+    host->automate(kLGainL, 0.9);
+    Host::idleFor(60);
+    click(storeB);
+    click(recallA);
+    EXPECT_EQ(host->value(kLGainL), 0.5f);
+    click(recallB);
+    EXPECT_NEAR(host->value(kLGainL), 0.9, 1e-6);
+    click(defaultBank);
+    EXPECT_FALSE(platform::userSettings().read("DefaultBank")) << "stored by a single click";
+    Host::user([&](User& user) { user.doubleClick(defaultBank); });
+    ASSERT_TRUE(platform::userSettings().read("DefaultBank"));
+    EXPECT_EQ(platform::userSettings().read("DefaultBank")->size(), 48617u);
+    EXPECT_NEAR(Host({500, 10}).value(kLGainL), 0.9, 1e-6) << "the next instance starts with it";
+    Host::user([&](User& user) { user.holdingControl([&] { user.doubleClick(defaultBank); }); });
+    EXPECT_FALSE(platform::userSettings().read("DefaultBank"));
+}
+
+TEST_F(Panel, TheManualOpensOrAMessageTellsWhyNot)
+{
+    const fs::path file = folder / "manual.nobody-reads-this";
+    std::ofstream(file) << "manual";
+    struct Case {
+        fs::path manual;
+        const char* opener;  // what xdg-open answers
+        std::string caption, text;
+    };
+    const Case cases[] = {
+        {file, "exit 3", "Could not open manual file", "Make sure Acrobat Reader is installed"},
+        {folder / "none.pdf", "exit 0", "", "Could not open user manual"},
+    };
+    for (const Case& now : cases) {
+        platform::userSettings().writeText("ManualPath", now.manual.string());
+        installHelper("xdg-open", now.opener);
+        installHelper("zenity", "exit 0");
+        Host::user([&](User& user) {
+            user.click(manual);
+            if (!kOnWindows)
+                return;
+            EXPECT_TRUE(user.waitFor([&] { return messageInFront() == now.text; })) << now.text;
+            EXPECT_EQ(titleInFront(), now.caption);
+            user.tap(Key::Return);
+        });
+        EXPECT_TRUE(kOnWindows
+                    || asked()
+                        == "--info\n--no-markup\n--title=" + now.caption + "\n--text=" + now.text
+                            + "\n")
+            << asked();
+    }
+    if (!kOnWindows) {
+        platform::userSettings().writeText("ManualPath", file.string());
+        installHelper("xdg-open", "exit 0");
+        Host::user([&](User& user) { user.click(manual); });
+        EXPECT_EQ(asked(), file.string() + "\n");
+    }
+    Host::user([&](User& user) { user.click(next); });
+    EXPECT_NE(host->programName(), "Default") << "the editor works on after the messages";
+}
+
+}  // namespace
