@@ -60,5 +60,9 @@ for word in ${driven#*: }; do word_settings+=(--set "$word"); done
 "$tool" harmonics --plugin "$linux" "${word_settings[@]}" --freq 50 --sweep -40:0:2 \
     -o "$out/harmonics.png"
 
+say "A preset of the factory bank, and the editor with it"
+"$tool" preset show "Mastering loudness" --plugin "$windows"
+"$tool" screenshot --preset "Mastering loudness" --plugin "$linux" -o "$out/editor.png"
+
 say "Results in $out"
 ls -l "$out" | awk 'NR > 1 {printf "  %9d  %s\n", $5, $9}'
