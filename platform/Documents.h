@@ -11,7 +11,7 @@ enum class OpenResult { Opened, NoViewer, Failed };
 // window that asks, or null. UTF-8.
 OpenResult openDocument(void* window, const std::string& path);
 
-// Shows a message and waits until the user has closed it. Without a desktop it returns at once.
+// Shows a message; on Windows until the user has closed it. Without a desktop nothing happens.
 void showMessage(void* window, const std::string& text, const std::string& caption);
 
 }  // namespace platform

@@ -23,7 +23,7 @@ namespace {
 constexpr int kNoProgramFound = 3;
 // What posix_spawn's child answers when the program itself is missing.
 constexpr int kNoSuchCommand = 127;
-constexpr std::chrono::hours kForever{24};
+constexpr std::chrono::seconds kPatience{3};
 
 // Starts a program. Zero when that fails.
 pid_t start(const std::vector<std::string>& words)
@@ -72,8 +72,7 @@ OpenResult openDocument(void* /*window*/, const std::string& path)
         return OpenResult::Failed;
     const pid_t opener = start({"xdg-open", path});
     // An opener that is still busy then has become the viewer.
-    const std::optional<int> status =
-        opener ? exitStatus(opener, std::chrono::seconds(3)) : kNoSuchCommand;
+    const std::optional<int> status = opener ? exitStatus(opener, kPatience) : kNoSuchCommand;
     switch (status.value_or(0)) {
     case 0:
         return OpenResult::Opened;
@@ -91,10 +90,15 @@ void showMessage(void* /*window*/, const std::string& text, const std::string& c
         {"kdialog", "--title", caption, "--msgbox", text},
         {"xmessage", "-title", caption, text},
     };
-    for (const auto& program : programs)
-        if (const pid_t child = start(program);
-            child && exitStatus(child, kForever) != kNoSuchCommand)
+    // By way of a shell that ends at once: the host does not stand still under an open message.
+    for (const auto& program : programs) {
+        std::vector<std::string> words{
+            "/bin/sh", "-c", "command -v \"$1\" >/dev/null || exit 127; \"$@\" >/dev/null 2>&1 &",
+            "sh"};
+        words.insert(words.end(), program.begin(), program.end());
+        if (const pid_t shell = start(words); shell && exitStatus(shell, kPatience) == 0)
             return;
+    }
 }
 
 }  // namespace platform
