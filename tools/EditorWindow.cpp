@@ -28,6 +28,7 @@ EditorWindow::EditorWindow(host::NativePlugin& pluginToShow, const std::string& 
     XStoreName(display, window, title.c_str());
     deleteMessage = XInternAtom(display, "WM_DELETE_WINDOW", False);
     XSetWMProtocols(display, window, &deleteMessage, 1);
+    XSelectInput(display, window, StructureNotifyMask);
     resize(rect->right - rect->left, rect->bottom - rect->top);
     XMapWindow(display, window);
     // The plug-in draws over a connection of its own, where the window must exist by now.
@@ -39,7 +40,8 @@ EditorWindow::EditorWindow(host::NativePlugin& pluginToShow, const std::string& 
 EditorWindow::~EditorWindow()
 {
     plugin.dispatch(effEditClose);
-    XDestroyWindow(display, window);
+    if (window)
+        XDestroyWindow(display, window);
     XCloseDisplay(display);
 }
 
@@ -74,6 +76,11 @@ void EditorWindow::run()
             if (event.type == ClientMessage
                 && static_cast<Atom>(event.xclient.data.l[0]) == deleteMessage)
                 return;
+            // Somebody else has ended the window.
+            if (event.type == DestroyNotify && event.xdestroywindow.window == window) {
+                window = 0;
+                return;
+            }
         }
         plugin.idle();
         follow();

@@ -28,7 +28,7 @@ private:
 
     host::NativePlugin& plugin;
     _XDisplay* display;
-    unsigned long window = 0;
+    unsigned long window = 0;  // 0 once it is gone
     unsigned long deleteMessage = 0;
     int sizesSeen = 0;
 };

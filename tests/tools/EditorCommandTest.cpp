@@ -1,0 +1,58 @@
+// zkrt46 screenshot and edit, as a shell runs them.
+#include "CommandLine.h"
+#include "OutputFile.h"
+
+namespace {
+
+struct EditorCommand : CommandLine {
+    // Width and height, as the head of a PNG file has them.
+    std::pair<int, int> sizeOfPng(const std::string& name)
+    {
+        const std::string png = contentOf(folder / name);
+        if (png.size() < 24 || png.compare(0, 8, "\x89PNG\r\n\x1A\n") != 0)
+            return {0, 0};
+        const auto number = [&png](std::size_t at) {
+            return static_cast<unsigned char>(png[at + 2]) * 256
+                + static_cast<unsigned char>(png[at + 3]);
+        };
+        return {number(16), number(20)};
+    }
+};
+
+TEST_F(EditorCommand, ScreenshotsShowThePresetAndTheSettings)
+{
+    ASSERT_EQ(run("screenshot -o plain.png"), 0) << err;
+    EXPECT_EQ(sizeOfPng("plain.png"), std::make_pair(394, 505));
+    ASSERT_EQ(run("screenshot --preset R101 --set QB11=On -o wide.png"), 0) << err;
+    EXPECT_EQ(sizeOfPng("wide.png"), std::make_pair(894, 505));
+    ASSERT_EQ(run("screenshot --info -o info.png"), 0) << err;
+    EXPECT_NE(contentOf(folder / "info.png"), contentOf(folder / "plain.png"));
+    expectComplaint("screenshot");
+    expectComplaint("screenshot --preset Nobody -o x.png");
+}
+
+TEST_F(EditorCommand, EditNeedsADisplayAndAFileOnlyTogetherWithAResult)
+{
+    expectComplaint("edit in.wav");
+    expectComplaint("edit -o out.wav");
+    EXPECT_EQ(run("edit", "env -u DISPLAY"), 2);
+    EXPECT_NE(err.find("no display"), std::string::npos) << err;
+}
+
+TEST_F(EditorCommand, EditRendersWithItsSettingsWhenTheWindowIsClosed)
+{
+    ASSERT_EQ(run("render --preset Vox in.wav wanted.wav"), 0) << err;
+    std::string script = "cd '" + (folder / "") + "'\n"
+        + "ZKRT46_PLUGIN='" ZKRT46_LIBRARY "' timeout 60 '" ZKRT46_PROGRAM
+          "' edit --preset Vox in.wav -o out.wav & editor=$!\n"
+          "for i in $(seq 100); do window=$(xdotool search --name 'ZKR T46' 2>/dev/null) && break;"
+          " sleep 0.1; done\n"
+          "sleep 0.5; xdotool windowclose $window; wait $editor\n";
+    tool::writeFile(folder / "edit.sh", script);
+    EXPECT_EQ(std::system(
+                  ("timeout 90 '" ZKR_ON_DISPLAY "' bash '" + (folder / "edit.sh") + "'").c_str()),
+              0);
+    EXPECT_EQ(contentOf(folder / "out.wav"), contentOf(folder / "wanted.wav"));
+}
+
+}  // namespace
