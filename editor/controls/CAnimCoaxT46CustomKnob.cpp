@@ -2,7 +2,6 @@
 #include "CAnimCoaxT46CustomKnob.h"
 
 #include "Filmstrip.h"
-#include "StepLabels.h"
 #include "Truncate.h"
 
 #include <algorithm>
@@ -102,12 +101,6 @@ int32_t CAnimCoaxT46CustomKnob::step() const
     return stepOf(value2, kSteps);
 }
 
-void CAnimCoaxT46CustomKnob::keepStep()
-{
-    if (step() > 0)
-        lastStep = step();
-}
-
 // The ring's filmstrip has frames between the steps, which are left out.
 void CAnimCoaxT46CustomKnob::draw(CDrawContext* context)
 {
@@ -120,16 +113,10 @@ void CAnimCoaxT46CustomKnob::draw(CDrawContext* context)
 CMouseEventResult CAnimCoaxT46CustomKnob::onMouseDown(CPoint& where, const CButtonState& buttons)
 {
     const CButtonState others = takeControl(buttons);
-    int32_t hit = (others & kLButton) ? kLabels.stepAt(toView(where)) : -1;
+    const int32_t hit = (others & kLButton) ? kLabels.stepAt(toView(where)) : -1;
     if (hit < 0)
         return CAnimCoaxT46Knob::onMouseDown(where, others);
-    // A click on "off" while it is off switches back to what was on before.
-    keepStep();
-    if (hit > 0)
-        lastStep = hit;
-    else if (step() == 0)
-        hit = lastStep;
-    value2 = static_cast<float>(hit) * 0.11111111f;
+    value2 = static_cast<float>(lastStep.afterClick(hit, step())) * 0.11111111f;
     bounceValue2();
     ringIsOuter = true;
     notifyAtOnce();
@@ -139,7 +126,7 @@ CMouseEventResult CAnimCoaxT46CustomKnob::onMouseDown(CPoint& where, const CButt
 CMouseEventResult CAnimCoaxT46CustomKnob::onMouseMoved(CPoint& where, const CButtonState& buttons)
 {
     const CMouseEventResult result = CAnimCoaxT46Knob::onMouseMoved(where, takeControl(buttons));
-    keepStep();
+    lastStep.keep(step());
     return result;
 }
 
@@ -147,6 +134,6 @@ bool CAnimCoaxT46CustomKnob::onWheel(const CPoint& where, const float& distance,
                                      const CButtonState& buttons)
 {
     const bool used = CAnimCoaxT46Knob::onWheel(where, distance, takeControl(buttons));
-    keepStep();
+    lastStep.keep(step());
     return used;
 }

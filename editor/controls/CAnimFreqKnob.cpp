@@ -2,7 +2,6 @@
 #include "CAnimFreqKnob.h"
 
 #include "Filmstrip.h"
-#include "StepLabels.h"
 
 #include <algorithm>
 
@@ -39,12 +38,6 @@ int32_t CAnimFreqKnob::step() const
     return stepOf(value, kSteps);
 }
 
-void CAnimFreqKnob::keepStep()
-{
-    if (step() > 0)
-        lastStep = step();
-}
-
 void CAnimFreqKnob::bounceValue()
 {
     if (value > 1.f)
@@ -66,16 +59,10 @@ void CAnimFreqKnob::draw(CDrawContext* context)
 CMouseEventResult CAnimFreqKnob::onMouseDown(CPoint& where, const CButtonState& buttons)
 {
     const CButtonState others = takeControl(buttons);
-    int32_t hit = (others & kLButton) ? kLabels.stepAt(toView(where)) : -1;
+    const int32_t hit = (others & kLButton) ? kLabels.stepAt(toView(where)) : -1;
     if (hit < 0)
         return CAnimCoaxT46Knob::onMouseDown(where, others);
-    // A click on "off" while it is off switches back to what was on before.
-    keepStep();
-    if (hit > 0)
-        lastStep = hit;
-    else if (step() == 0)
-        hit = lastStep;
-    value = static_cast<float>(hit) * kStepValue;
+    value = static_cast<float>(lastStep.afterClick(hit, step())) * kStepValue;
     bounceValue();
     ringIsOuter = false;
     notifyAtOnce();
@@ -85,13 +72,13 @@ CMouseEventResult CAnimFreqKnob::onMouseDown(CPoint& where, const CButtonState& 
 CMouseEventResult CAnimFreqKnob::onMouseMoved(CPoint& where, const CButtonState& buttons)
 {
     const CMouseEventResult result = CAnimCoaxT46Knob::onMouseMoved(where, takeControl(buttons));
-    keepStep();
+    lastStep.keep(step());
     return result;
 }
 
 bool CAnimFreqKnob::onWheel(const CPoint& where, const float& distance, const CButtonState& buttons)
 {
     const bool used = CAnimCoaxT46Knob::onWheel(where, distance, takeControl(buttons));
-    keepStep();
+    lastStep.keep(step());
     return used;
 }

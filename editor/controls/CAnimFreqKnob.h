@@ -4,6 +4,7 @@
 #pragma once
 
 #include "CAnimCoaxT46Knob.h"
+#include "StepLabels.h"
 
 class CAnimFreqKnob : public CAnimCoaxT46Knob {
 public:
@@ -33,8 +34,7 @@ protected:
 
 private:
     int32_t step() const;
-    void keepStep();
 
     VSTGUI::SharedPointer<VSTGUI::CBitmap> overlay;
-    int32_t lastStep{0};  // the last one that was not off
+    LastStep lastStep;
 };

@@ -1,4 +1,4 @@
-// The clickable labels around a stepped dial.
+// The clickable labels around a stepped dial, and its way back from "off".
 #pragma once
 
 #include "vstgui/lib/crect.h"
@@ -20,4 +20,24 @@ struct StepLabels {
                 hit = static_cast<int32_t>(step);
         return hit;
     }
+};
+
+// The last step of a dial that was not "off".
+class LastStep {
+public:
+    void keep(int32_t step)
+    {
+        if (step > 0)
+            last = step;
+    }
+    // Where a click on a label leads: on "off" while it is off, back to what was on before.
+    int32_t afterClick(int32_t hit, int32_t step)
+    {
+        keep(step);
+        keep(hit);
+        return hit == 0 && step == 0 ? last : hit;
+    }
+
+private:
+    int32_t last{0};
 };

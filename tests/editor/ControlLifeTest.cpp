@@ -96,36 +96,22 @@ TEST_F(ControlLife, GesturesAreBalancedHoweverAControlIsUsed)
     }
 }
 
-TEST_F(ControlLife, AControlMayVanishInItsOwnHandlerAtAnyOfItsCalls)
+TEST_F(ControlLife, ControlOrWindowMayVanishInAHandlerAtAnyOfItsCalls)
 {
     for (const ControlKind& kind : everyControl()) {
-        for (size_t atCall = 1; atCall <= 12; ++atCall) {
-            SCOPED_TRACE(testing::Message() << kind.name << ", call " << atCall);
-            Window window(kind, bitmap);
-            size_t calls = 0;
-            window.listener.onChange = [&](CControl*) {
-                if (++calls == atCall)
-                    window.removeControl();
-            };
-            useRoughly(window);
-            EXPECT_TRUE(balanced(window.listener.heard()));
-        }
-    }
-}
-
-TEST_F(ControlLife, TheWindowMayCloseInAHandlerAtAnyOfItsCalls)
-{
-    for (const ControlKind& kind : everyControl()) {
-        for (size_t atCall = 1; atCall <= 12; ++atCall) {
-            SCOPED_TRACE(testing::Message() << kind.name << ", call " << atCall);
-            Window window(kind, bitmap);
-            size_t calls = 0;
-            window.listener.onChange = [&](CControl*) {
-                if (++calls == atCall)
-                    window.close();
-            };
-            useRoughly(window);
-            EXPECT_TRUE(balanced(window.listener.heard()));
+        for (const bool whole : {false, true}) {
+            for (size_t atCall = 1; atCall <= 12; ++atCall) {
+                SCOPED_TRACE(testing::Message() << kind.name << (whole ? ", window" : ", control")
+                                                << ", call " << atCall);
+                Window window(kind, bitmap);
+                size_t calls = 0;
+                window.listener.onChange = [&](CControl*) {
+                    if (++calls == atCall)
+                        whole ? window.close() : window.removeControl();
+                };
+                useRoughly(window);
+                EXPECT_TRUE(balanced(window.listener.heard()));
+            }
         }
     }
 }
