@@ -9,7 +9,6 @@
 #include "controls/CZKRRockerSwitch.h"
 #include "controls/CZKRTextEdit.h"
 
-#include <algorithm>
 #include <string>
 
 using namespace VSTGUI;
@@ -21,8 +20,6 @@ namespace {
 
 enum class Kind { Rocker, File, Kick, DoubleKick };
 
-}  // namespace
-
 struct PanelRow {
     PresetTag tag;
     Kind kind;
@@ -30,8 +27,6 @@ struct PanelRow {
     int32 bitmap;
     int32 frames;
 };
-
-namespace {
 
 // clang-format off
 const std::array<PanelRow, 12> kRows{{

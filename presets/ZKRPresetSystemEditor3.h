@@ -56,8 +56,6 @@ protected:
 private:
     struct FileDialog;
 
-    template <class Control>
-    Control* addButton(const struct PanelRow& row, VSTGUI::CFrame* panelFrame);
     void setEntryTitle(int32 index);
     void refreshPanel(float fieldValue, const char* name);
     float selectedFieldValue() const;
