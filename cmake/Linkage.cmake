@@ -7,3 +7,21 @@ if(WIN32)
   add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
   add_link_options(-static)
 endif()
+
+# zkr_exports(TARGET): the library shows what exports.def (Windows) or exports.map (Linux) in its
+# folder names and nothing else, and brings the C++ runtime along.
+function(zkr_exports target)
+  if(WIN32)
+    target_sources(${target} PRIVATE exports.def)
+    set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
+    target_link_options(${target} PRIVATE -s)
+    return()
+  endif()
+  set(exports ${CMAKE_CURRENT_SOURCE_DIR}/exports.map)
+  target_link_options(${target} PRIVATE -Wl,--version-script=${exports})
+  set_target_properties(${target} PROPERTIES LINK_DEPENDS ${exports})
+  if(NOT ZKR_SANITIZE)
+    target_link_options(${target} PRIVATE -s -Wl,-z,defs -static-libstdc++
+      -static-libgcc)
+  endif()
+endfunction()

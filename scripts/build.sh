@@ -18,10 +18,27 @@ build_preset() {
     fi
 }
 
-build_preset release ZKRT46 zkrt46
-build_preset win64 ZKRT46 zkrt46-bridge
+# place FILE TARGET: copies a file under a new name first, since a host may have the old one open.
+place() {
+    mkdir -p "$(dirname "$2")"
+    cp "$1" "$2.new"
+    mv "$2.new" "$2"
+}
 
-mkdir -p dist/linux dist/windows
-install build/release/shell/ZKRT46.so build/release/tools/zkrt46 dist/linux/
-install build/win64/shell/ZKRT46.dll build/win64/tools/bridge/zkrt46-bridge.exe dist/windows/
+# gather BUILD SYSTEM FILES...: copies the files of a build and its VST 3 bundle to dist/SYSTEM.
+gather() {
+    local build=$1 target=dist/$2 file
+    for file in "${@:3}"; do
+        place "$build/$file" "$target/$(basename "$file")"
+    done
+    (cd "$build" && find ZKRT46.vst3 -type f) | while read -r file; do
+        place "$build/$file" "$target/$file"
+    done
+}
+
+build_preset release ZKRT46 ZKRT46Vst3 zkrt46
+build_preset win64 ZKRT46 ZKRT46Vst3 zkrt46-bridge
+
+gather build/release linux shell/ZKRT46.so tools/zkrt46
+gather build/win64 windows shell/ZKRT46.dll tools/bridge/zkrt46-bridge.exe
 echo "Built: $(echo dist/*/*)"

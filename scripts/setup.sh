@@ -1,20 +1,29 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing for a purpose. Usage: setup.sh build|demo|test
+# Installs the Debian packages that are missing for a purpose.
+# Usage: setup.sh build|demo|manual|package|hosts|soak|test
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config juce-modules-source-data
        g++-mingw-w64-x86-64-posix libcairo2-dev libx11-dev libsndfile1-dev libcli11-dev
        nlohmann-json3-dev)
 demo=(wine wine64 gnuplot-nox sonic-pi-samples fonts-liberation)
-tests=("${demo[@]}" googletest clang-format-14 clang-14 libclang-rt-14-dev libxtst-dev xvfb xdotool
+manual=(gnuplot-nox pandoc weasyprint fonts-liberation)
+package=("${manual[@]}" nsis zip dpkg-dev)
+hosts=(ardour xvfb)
+soak=(wine wine64 xvfb)
+tests=("${demo[@]}" "${package[@]}" googletest clang-format-14 clang-14 libclang-rt-14-dev libxtst-dev xvfb xdotool
        python3-numpy python3-pil valgrind)
 
 case ${1:-} in
 build) wanted=("${build[@]}") ;;
 demo) wanted=("${build[@]}" "${demo[@]}") ;;
+manual) wanted=("${build[@]}" "${manual[@]}") ;;
+package) wanted=("${build[@]}" "${package[@]}") ;;
+hosts) wanted=("${build[@]}" "${hosts[@]}") ;;
+soak) wanted=("${build[@]}" "${soak[@]}") ;;
 test) wanted=("${build[@]}" "${tests[@]}") ;;
 *)
-    echo "usage: setup.sh build|demo|test" >&2
+    echo "usage: setup.sh build|demo|manual|package|hosts|soak|test" >&2
     exit 2
     ;;
 esac

@@ -1,13 +1,9 @@
 // The library's exported functions.
 #pragma once
 
-#include "vst2interface.h"
+#include "Export.h"
 
-#ifdef __ELF__
-#define ZKR_EXPORT extern "C" __attribute__((visibility("default")))
-#else
-#define ZKR_EXPORT extern "C"  // exports.def names what Windows exports
-#endif
+#include "vst2interface.h"
 
 // Both succeed and do nothing; any number of calls in any order will do.
 ZKR_EXPORT bool InitDll();

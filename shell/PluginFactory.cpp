@@ -1,4 +1,4 @@
-// What the library offers: the processor and the controller.
+// What a library offers: the processor and the controller.
 #include "PluginFactory.h"
 
 #include "ClassIds.h"
@@ -14,8 +14,34 @@ using namespace Steinberg::Vst;
 namespace {
 
 constexpr const char* kName = "ZKR T46";
-constexpr const char* kVersion = "1.0.1.0";
+constexpr const char* kVersion = ZKR_VERSION;
 constexpr const char* kSdkVersion = "VST 3.6.0";
+
+PClassInfo2 classRecord(const FUID& id, const char* category, int32 flags,
+                        const char* subCategories)
+{
+    TUID bytes;
+    id.toTUID(bytes);
+    return PClassInfo2(bytes, PClassInfo::kManyInstances, category, kName, flags, subCategories,
+                       nullptr, kVersion, kSdkVersion);
+}
+
+}  // namespace
+
+CPluginFactory* createFactory(CreateFunction makeProcessor, CreateFunction makeController)
+{
+    const PFactoryInfo info("ZKR-soundworks", "www.zkr-soundworks.example",
+                            "mailto:support@zkr-soundworks.example", PFactoryInfo::kUnicode);
+    auto* const factory = new CPluginFactory(info);
+    const PClassInfo2 processor =
+        classRecord(kProcessorId, kVstAudioEffectClass, kDistributable, "Fx|EQ|Mastering");
+    const PClassInfo2 controller = classRecord(kControllerId, kVstComponentControllerClass, 0, "");
+    factory->registerClass(&processor, makeProcessor);
+    factory->registerClass(&controller, makeController);
+    return factory;
+}
+
+namespace {
 
 FUnknown* createProcessor(void* /*context*/)
 {
@@ -28,35 +54,14 @@ FUnknown* createController(void* /*context*/)
         new (std::nothrow) PitchNamesController(platform::userSettings(), TemplateEditor::create));
 }
 
-PClassInfo2 classRecord(const FUID& id, const char* category, int32 flags,
-                        const char* subCategories)
-{
-    TUID bytes;
-    id.toTUID(bytes);
-    return PClassInfo2(bytes, PClassInfo::kManyInstances, category, kName, flags, subCategories,
-                       nullptr, kVersion, kSdkVersion);
-}
-
-CPluginFactory* createFactory()
-{
-    const PFactoryInfo info("ZKR-soundworks", "www.zkr-soundworks.example",
-                            "mailto:support@zkr-soundworks.example", PFactoryInfo::kUnicode);
-    auto* const factory = new CPluginFactory(info);
-    const PClassInfo2 processor =
-        classRecord(kProcessorId, kVstAudioEffectClass, kDistributable, "Fx|EQ|Mastering");
-    const PClassInfo2 controller = classRecord(kControllerId, kVstComponentControllerClass, 0, "");
-    factory->registerClass(&processor, createProcessor);
-    factory->registerClass(&controller, createController);
-    return factory;
-}
-
 }  // namespace
 
 IPluginFactory* getFactory()
 {
     // The library's own reference: a factory whose last effect was closed serves the next one, and
     // goes when the library is unloaded.
-    static const IPtr<CPluginFactory> ownReference = owned(gPluginFactory = createFactory());
+    static const IPtr<CPluginFactory> ownReference =
+        owned(gPluginFactory = createFactory(createProcessor, createController));
     ownReference->addRef();
     return ownReference;
 }

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Checks what a built library shows to the world: exactly the four entries, and no library needed
-# beyond the system's own. Usage: check_exports.sh LIBRARY
+# Checks what a built library shows to the world: exactly these names, and no library needed beyond
+# the system's own. Usage: check_exports.sh LIBRARY NAME...
 set -euo pipefail
 library=$1
-wanted=$(printf 'ExitDll\nInitDll\nVSTPluginMain\nmain')
+wanted=$(printf '%s\n' "${@:2}" | LC_ALL=C sort)
 
 case $library in
-*.dll)
+*.dll | *.vst3)
     table=$(x86_64-w64-mingw32-objdump -p "$library")
     exports=$(sed -n '/Ordinal\/Name Pointer/,/^$/s/^\t\[ *[0-9]*\] *//p' <<<"$table" | LC_ALL=C sort)
     needed=$(sed -n 's/^\tDLL Name: //p' <<<"$table")
@@ -27,4 +27,4 @@ if foreign=$(grep -viE "$allowed" <<<"$needed"); then
     printf '%s needs %s, which is not part of the system\n' "$library" "$foreign" >&2
     exit 1
 fi
-echo "$library: four exports; needs $(tr '\n' ' ' <<<"$needed")"
+echo "$library: $(($# - 1)) exports; needs $(tr '\n' ' ' <<<"$needed")"

@@ -16,6 +16,9 @@ void startToolkit();
 // How the toolkit is to live in this host; null where that needs no saying.
 std::unique_ptr<VSTGUI::IPlatformFrameConfig> makeFrameConfig(IPlugFrame* host);
 
+// Whether this host turns an event loop for its views, or the system does.
+bool hasEventLoop(IPlugFrame* host);
+
 // The kind of window that a view opens in.
 FIDString windowType();
 

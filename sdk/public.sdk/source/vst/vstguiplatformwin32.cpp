@@ -23,6 +23,11 @@ std::unique_ptr<VSTGUI::IPlatformFrameConfig> makeFrameConfig(IPlugFrame* /*host
     return nullptr;
 }
 
+bool hasEventLoop(IPlugFrame* /*host*/)
+{
+    return true;
+}
+
 FIDString windowType()
 {
     return kPlatformTypeHWND;

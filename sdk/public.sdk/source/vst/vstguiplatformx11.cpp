@@ -66,9 +66,14 @@ IPtr<Registered> takeOut(std::vector<IPtr<Registered>>& list, Handler* handler)
     return taken;
 }
 
-class HostRunLoop : public X11::IRunLoop {
+// While it lives, the host's loop also turns the timers of the SDK, which are no view's own.
+class HostRunLoop : public X11::IRunLoop, private X11::ITimerHandler {
 public:
-    explicit HostRunLoop(IPtr<Linux::IRunLoop> hostLoop) : loop(hostLoop) { }
+    explicit HostRunLoop(IPtr<Linux::IRunLoop> hostLoop) : loop(hostLoop)
+    {
+        registerTimer(kTickMs, this);
+    }
+    ~HostRunLoop() override { unregisterTimer(this); }
 
     bool registerEventHandler(int fd, X11::IEventHandler* handler) override
     {
@@ -98,6 +103,10 @@ public:
     }
 
 private:
+    static constexpr uint64_t kTickMs = 16;
+
+    void onTimer() override { X11::IdleRunLoop::instance().fireTimers(); }
+
     IPtr<Linux::IRunLoop> loop;
     std::vector<IPtr<HostEventHandler>> events;
     std::vector<IPtr<HostTimerHandler>> timers;
@@ -144,6 +153,11 @@ std::unique_ptr<VSTGUI::IPlatformFrameConfig> makeFrameConfig(IPlugFrame* host)
         return nullptr;
     const auto adapter = VSTGUI::owned(new HostRunLoop(loop.getInterface()));
     return std::make_unique<X11::FrameConfig>(adapter);
+}
+
+bool hasEventLoop(IPlugFrame* host)
+{
+    return FUnknownPtr<Linux::IRunLoop>(host) != nullptr;
 }
 
 FIDString windowType()

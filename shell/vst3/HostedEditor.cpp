@@ -1,0 +1,32 @@
+// HostedEditor: which windows it opens in.
+#include "HostedEditor.h"
+
+#include "public.sdk/source/vst/vstguiplatform.h"
+
+namespace Steinberg {
+namespace Vst {
+
+IPlugView* HostedEditor::create(ZKRPresetSystemController3& presetController)
+{
+    return new HostedEditor(&presetController);
+}
+
+tresult PLUGIN_API HostedEditor::attached(void* parent, FIDString type)
+{
+    if (frame || !parent || isPlatformTypeSupported(type) != kResultTrue
+        || !hasEventLoop(plugFrame))
+        return kResultFalse;
+    const tresult result = TemplateEditor::attached(parent, type);
+    if (frame)
+        return result;
+    TemplateEditor::removed();
+    return kResultFalse;
+}
+
+tresult PLUGIN_API HostedEditor::removed()
+{
+    return frame ? TemplateEditor::removed() : kResultFalse;
+}
+
+}  // namespace Vst
+}  // namespace Steinberg

@@ -1,0 +1,169 @@
+// HostedProcessor: blocks of any shape, and the controller's values.
+#include "HostedProcessor.h"
+
+#include "ControllerValues.h"
+#include "ParameterIds.h"
+
+#include "pluginterfaces/vst/ivstmessage.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace Steinberg {
+namespace Vst {
+
+namespace {
+
+constexpr int32 kSmallestScratch = 64;
+constexpr int32 kLargestScratch = 1 << 20;
+constexpr double kTailSeconds = 3.0;
+
+// The channels of the first bus, null for each one that the host leaves out.
+struct HostChannels {
+    Sample32* channel[2] = {nullptr, nullptr};
+
+    HostChannels(const AudioBusBuffers* buses, int32 busCount)
+    {
+        if (!buses || busCount < 1 || !buses->channelBuffers32)
+            return;
+        std::copy_n(buses->channelBuffers32, std::clamp(buses->numChannels, int32(0), int32(2)),
+                    channel);
+    }
+};
+
+// Outputs beyond those that the arrangement has.
+void silenceRest(const ProcessData& data, int32 used)
+{
+    for (int32 bus = 0; data.outputs && bus < data.numOutputs; ++bus) {
+        AudioBusBuffers& buffers = data.outputs[bus];
+        buffers.silenceFlags = 0;
+        if (!buffers.channelBuffers32)
+            continue;
+        for (int32 i = bus == 0 ? used : 0; i < buffers.numChannels; ++i) {
+            if (Sample32* const samples = buffers.channelBuffers32[i])
+                std::fill_n(samples, data.numSamples, 0.0f);
+        }
+    }
+}
+
+}  // namespace
+
+HostedProcessor::HostedProcessor()
+    : controllerValues(kPresetParamCount), controllerChanges(kPresetParamCount)
+{
+    for (std::vector<Sample32>& buffer : scratch)
+        buffer.assign(kSmallestScratch, 0.0f);
+}
+
+tresult PLUGIN_API HostedProcessor::getState(IBStream* /*state*/)
+{
+    return kResultOk;
+}
+
+tresult PLUGIN_API HostedProcessor::setState(IBStream* /*state*/)
+{
+    return kResultOk;
+}
+
+tresult PLUGIN_API HostedProcessor::setupProcessing(ProcessSetup& setup)
+{
+    if (!(setup.sampleRate > 0.0) || setup.maxSamplesPerBlock < 0)
+        return kInvalidArgument;
+    const int32 length = std::clamp(setup.maxSamplesPerBlock, kSmallestScratch, kLargestScratch);
+    for (std::vector<Sample32>& buffer : scratch)
+        buffer.assign(static_cast<std::size_t>(length), 0.0f);
+    return PitchNamesProcessor::setupProcessing(setup);
+}
+
+tresult PLUGIN_API HostedProcessor::setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
+                                                       SpeakerArrangement* outputs, int32 numOuts)
+{
+    if (!inputs || !outputs)
+        return kInvalidArgument;
+    return PitchNamesProcessor::setBusArrangements(inputs, numIns, outputs, numOuts);
+}
+
+uint32 PLUGIN_API HostedProcessor::getTailSamples()
+{
+    return static_cast<uint32>(kTailSeconds * processSetup.sampleRate);
+}
+
+tresult PLUGIN_API HostedProcessor::process(ProcessData& data)
+{
+    if (data.symbolicSampleSize != kSample32)
+        return kResultFalse;
+    takeControllerValues();
+    readParameterChanges(data.inputParameterChanges);
+    if (data.numSamples <= 0 || data.numOutputs <= 0)
+        return kResultOk;
+
+    const auto sliceLength = static_cast<int32>(scratch[0].size());
+    for (int32 offset = 0; offset < data.numSamples; offset += sliceLength)
+        processSlice(data, offset, std::min(sliceLength, data.numSamples - offset));
+    silenceRest(data, stereoOut ? 2 : 1);
+    return kResultOk;
+}
+
+// The strips may change their input in place, and hosts may share it with others: they get a copy.
+void HostedProcessor::processSlice(ProcessData& data, int32 offset, int32 count)
+{
+    const HostChannels given(data.inputs, data.numInputs), wanted(data.outputs, data.numOutputs);
+    Sample32* inputs[2];
+    Sample32* outputs[2];
+    for (int i = 0; i < 2; ++i) {
+        inputs[i] = scratch[i].data();
+        if (given.channel[i])
+            std::copy_n(given.channel[i] + offset, count, inputs[i]);
+        else
+            std::fill_n(inputs[i], count, 0.0f);
+        outputs[i] = wanted.channel[i] ? wanted.channel[i] + offset : scratch[2 + i].data();
+    }
+
+    AudioBusBuffers input, output;
+    input.numChannels = stereoIn ? 2 : 1;
+    input.channelBuffers32 = inputs;
+    output.numChannels = stereoOut ? 2 : 1;
+    output.channelBuffers32 = outputs;
+    ProcessData slice = data;
+    slice.numSamples = count;
+    slice.numInputs = slice.numOutputs = 1;
+    slice.inputs = &input;
+    slice.outputs = &output;
+    slice.inputParameterChanges = nullptr;
+    PitchNamesProcessor::process(slice);
+}
+
+void HostedProcessor::takeControllerValues()
+{
+    const auto& changes = controllerValues.takeChanges();
+    if (changes.empty())
+        return;
+    controllerChanges.clearQueue();
+    for (const ParameterTransfer::Change& change : changes) {
+        int32 index = 0;
+        controllerChanges.addParameterData(static_cast<ParamID>(change.slot), index)
+            ->addPoint(0, change.value, index);
+    }
+    readParameterChanges(&controllerChanges);
+}
+
+tresult PLUGIN_API HostedProcessor::notify(IMessage* message)
+{
+    if (!message || !message->getMessageID()
+        || !FIDStringsEqual(message->getMessageID(), kControllerValuesMessage))
+        return PitchNamesProcessor::notify(message);
+    IAttributeList* const attributes = message->getAttributes();
+    const void* bytes = nullptr;
+    uint32 size = 0;
+    double values[kPresetParamCount];
+    if (!attributes || attributes->getBinary(kControllerValuesAttribute, bytes, size) != kResultTrue
+        || !bytes || size != sizeof values)
+        return kResultFalse;
+    std::memcpy(values, bytes, sizeof values);
+    for (std::size_t id = 0; id < kPresetParamCount; ++id)
+        controllerValues.set(id, values[id]);
+    return kResultOk;
+}
+
+}  // namespace Vst
+}  // namespace Steinberg

@@ -1,0 +1,47 @@
+// HostedProcessor: the processor as hosts of VST 3 meet it directly. They are freer than the VST 2
+// wrapper in what they hand to a block, and know nothing of the controller's values at the start.
+#pragma once
+
+#include "PitchNamesProcessor.h"
+
+#include "public.sdk/source/vst/hosting/parameterchanges.h"
+#include "public.sdk/source/vst/vst2wrapper/parametertransfer.h"
+
+#include <vector>
+
+namespace Steinberg {
+namespace Vst {
+
+class HostedProcessor : public PitchNamesProcessor {
+public:
+    HostedProcessor();
+
+    // The settings are the controller's to keep: the component's state is empty, and any is taken.
+    tresult PLUGIN_API getState(IBStream* state) SMTG_OVERRIDE;
+    tresult PLUGIN_API setState(IBStream* state) SMTG_OVERRIDE;
+
+    tresult PLUGIN_API setupProcessing(ProcessSetup& setup) SMTG_OVERRIDE;
+    tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
+                                          SpeakerArrangement* outputs, int32 numOuts) SMTG_OVERRIDE;
+    // How long the filters may be heard after the input has ended: 3 s.
+    uint32 PLUGIN_API getTailSamples() SMTG_OVERRIDE;
+
+    // Takes blocks of any length, also of 0 samples for parameters alone, and leaves the inputs as
+    // they are. A bus or channel that is missing is silence at the input and nobody's at the
+    // output; channels beyond those of the arrangement become silence. 64-bit blocks are refused.
+    tresult PLUGIN_API process(ProcessData& data) SMTG_OVERRIDE;
+
+    // Takes the controller's values (ControllerValues.h) for the head of the next block.
+    tresult PLUGIN_API notify(IMessage* message) SMTG_OVERRIDE;
+
+private:
+    void takeControllerValues();
+    void processSlice(ProcessData& data, int32 offset, int32 count);
+
+    ParameterTransfer controllerValues;
+    ParameterChanges controllerChanges;
+    std::vector<Sample32> scratch[2 * 2];  // two channels in, two out, for one slice
+};
+
+}  // namespace Vst
+}  // namespace Steinberg

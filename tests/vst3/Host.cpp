@@ -1,0 +1,243 @@
+// The host's steps.
+#include "Host.h"
+
+#include <algorithm>
+
+namespace vst3 {
+
+namespace {
+
+template <typename Function>
+Function find(const host::SharedLibrary& library, const char* name)
+{
+    return reinterpret_cast<Function>(library.find(name));
+}
+
+template <typename Call>
+Bytes stateOf(Call write)
+{
+    MemoryStream stream;
+    EXPECT_EQ(write(&stream), kResultOk);
+    return Bytes(stream.getData(), stream.getData() + stream.getSize());
+}
+
+MemoryStream streamOf(const Bytes& bytes)
+{
+    return MemoryStream(const_cast<char*>(bytes.data()), static_cast<TSize>(bytes.size()));
+}
+
+}  // namespace
+
+Signal noise(std::size_t length, unsigned seed)
+{
+    Signal signal(length);
+    for (float& x : signal) {
+        seed = seed * 1664525u + 1013904223u;
+        x = 0.5f * (static_cast<float>(seed >> 8) / 8388608.0f - 1.0f);
+    }
+    return signal;
+}
+
+Module::Module() : library(ZKR_VST3_LIBRARY)
+{
+    // The names differ between systems; Windows gives no handle.
+    open = find<bool (*)(void*)>(library, "ModuleEntry");
+    close = find<bool (*)()>(library, "ModuleExit");
+    if (!open) {
+        open = find<bool (*)(void*)>(library, "InitDll");
+        close = find<bool (*)()>(library, "ExitDll");
+    }
+    auto* const getFactory = find<IPluginFactory*(PLUGIN_API*)()>(library, "GetPluginFactory");
+    if (!open || !close || !getFactory || !open(nullptr))
+        throw std::runtime_error("the library has not the entries of a VST 3 module");
+    const IPtr<IPluginFactory> plain = owned(getFactory());
+    factory = FUnknownPtr<IPluginFactory3>(plain).getInterface();
+}
+
+Module::~Module()
+{
+    factory = nullptr;
+    EXPECT_TRUE(close());
+}
+
+tresult PLUGIN_API Handler::performEdit(ParamID id, ParamValue value)
+{
+    edits.emplace_back(id, value);
+    return kResultOk;
+}
+
+tresult PLUGIN_API Handler::restartComponent(int32 flags)
+{
+    restarts.push_back(flags);
+    return kResultOk;
+}
+
+tresult PLUGIN_API Handler::queryInterface(const TUID _iid, void** obj)
+{
+    QUERY_INTERFACE(_iid, obj, FUnknown::iid, IComponentHandler)
+    QUERY_INTERFACE(_iid, obj, IComponentHandler::iid, IComponentHandler)
+    QUERY_INTERFACE(_iid, obj, IComponentHandler2::iid, IComponentHandler2)
+    *obj = nullptr;
+    return kNoInterface;
+}
+
+Instance::Instance(const Module& module)
+{
+    PClassInfo info;
+    EXPECT_EQ(module.factory->getClassInfo(0, &info), kResultOk);
+    component = module.create<IComponent>(info.cid);
+    processor = FUnknownPtr<IAudioProcessor>(component).getInterface();
+    EXPECT_EQ(component->initialize(&application), kResultOk);
+    TUID controllerId;
+    EXPECT_EQ(component->getControllerClassId(controllerId), kResultOk);
+    controller = module.create<IEditController>(controllerId);
+    EXPECT_EQ(controller->initialize(&application), kResultOk);
+}
+
+Instance::~Instance()
+{
+    deactivate();
+    FUnknownPtr<IConnectionPoint> one(component), other(controller);
+    one->disconnect(other);
+    other->disconnect(one);
+    controller->setComponentHandler(nullptr);
+    EXPECT_EQ(controller->terminate(), kResultOk);
+    EXPECT_EQ(component->terminate(), kResultOk);
+}
+
+void Instance::connect()
+{
+    FUnknownPtr<IConnectionPoint> one(component), other(controller);
+    EXPECT_EQ(one->connect(other), kResultOk);
+    EXPECT_EQ(other->connect(one), kResultOk);
+}
+
+bool Instance::arrange(SpeakerArrangement in, SpeakerArrangement out)
+{
+    return processor->setBusArrangements(&in, 1, &out, 1) == kResultTrue;
+}
+
+void Instance::activate(double rate, int32 maxBlock, int32 processMode)
+{
+    mode = processMode;
+    ProcessSetup setup{mode, kSample32, maxBlock, rate};
+    EXPECT_EQ(processor->setupProcessing(setup), kResultOk);
+    for (const BusDirection direction : {kInput, kOutput})
+        EXPECT_EQ(component->activateBus(kAudio, direction, 0, true), kResultOk);
+    EXPECT_EQ(component->setActive(true), kResultOk);
+    processor->setProcessing(true);
+    active = true;
+}
+
+void Instance::deactivate()
+{
+    if (!std::exchange(active, false))
+        return;
+    processor->setProcessing(false);
+    EXPECT_EQ(component->setActive(false), kResultOk);
+}
+
+void Instance::start(double rate, int32 maxBlock, int32 processMode)
+{
+    setHandler();
+    connect();
+    activate(rate, maxBlock, processMode);
+}
+
+Bytes Instance::componentState()
+{
+    return stateOf([&](IBStream* stream) { return component->getState(stream); });
+}
+
+Bytes Instance::controllerState()
+{
+    return stateOf([&](IBStream* stream) { return controller->getState(stream); });
+}
+
+tresult Instance::loadComponentState(const Bytes& state)
+{
+    MemoryStream stream = streamOf(state);
+    return component->setState(&stream);
+}
+
+tresult Instance::tellComponentState(const Bytes& state)
+{
+    MemoryStream stream = streamOf(state);
+    return controller->setComponentState(&stream);
+}
+
+tresult Instance::loadControllerState(const Bytes& state)
+{
+    MemoryStream stream = streamOf(state);
+    return controller->setState(&stream);
+}
+
+void Instance::automate(ParamID id, ParamValue value)
+{
+    int32 index = 0;
+    waiting.addParameterData(id, index)->addPoint(0, value, index);
+    controller->setParamNormalized(id, value);
+}
+
+tresult Instance::flush()
+{
+    ProcessData data;
+    return process(data);
+}
+
+tresult Instance::process(ProcessData& data)
+{
+    if (!handler.deaf)
+        for (const auto& [id, value] : std::exchange(handler.edits, {})) {
+            int32 index = 0;
+            waiting.addParameterData(id, index)->addPoint(0, value, index);
+        }
+    data.processMode = mode;
+    data.inputParameterChanges = &waiting;
+    data.outputParameterChanges = &reported;
+    reported.clearQueue();
+    const tresult result = processor->process(data);
+    waiting.clearQueue();
+    for (int32 i = 0; i < reported.getParameterCount(); ++i) {
+        IParamValueQueue* const queue = reported.getParameterData(i);
+        int32 offset = 0;
+        ParamValue value = 0.0;
+        queue->getPoint(queue->getPointCount() - 1, offset, value);
+        controller->setParamNormalized(queue->getParameterId(), value);
+    }
+    return result;
+}
+
+std::vector<Signal> Instance::render(const std::vector<Signal>& in,
+                                     const std::vector<int32>& blocks, int channelsOut)
+{
+    const std::size_t length = in[0].size();
+    std::vector<Signal> source = in;
+    std::vector<Signal> out(static_cast<std::size_t>(channelsOut), Signal(length, 99.0f));
+    std::size_t turn = 0;
+    for (std::size_t done = 0; done < length; ++turn) {
+        const auto count =
+            std::min(static_cast<std::size_t>(blocks[turn % blocks.size()]), length - done);
+        Sample32 *inputs[2] = {}, *outputs[2] = {};
+        AudioBusBuffers inputBus, outputBus;
+        for (std::size_t c = 0; c < source.size(); ++c)
+            inputs[c] = source[c].data() + done;
+        for (std::size_t c = 0; c < out.size(); ++c)
+            outputs[c] = out[c].data() + done;
+        inputBus.numChannels = static_cast<int32>(source.size());
+        inputBus.channelBuffers32 = inputs;
+        outputBus.numChannels = channelsOut;
+        outputBus.channelBuffers32 = outputs;
+        ProcessData data;
+        data.numSamples = static_cast<int32>(count);
+        data.numInputs = data.numOutputs = 1;
+        data.inputs = &inputBus;
+        data.outputs = &outputBus;
+        EXPECT_EQ(process(data), kResultOk);
+        done += count;
+    }
+    EXPECT_EQ(source, in) << "the host's input buffers were written to";
+    return out;
+}
+
+}  // namespace vst3

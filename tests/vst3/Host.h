@@ -1,0 +1,121 @@
+// A host of VST 3 for the tests: loads the built bundle and meets its classes only through their
+// interfaces. It does one step at a time, so that a test can take them in any order.
+#pragma once
+
+#include "SharedLibrary.h"
+
+#include "pluginterfaces/vst/ivstaudioprocessor.h"
+#include "pluginterfaces/vst/ivsteditcontroller.h"
+#include "pluginterfaces/vst/ivstunits.h"
+#include "public.sdk/source/common/memorystream.h"
+#include "public.sdk/source/vst/hosting/hostclasses.h"
+#include "public.sdk/source/vst/hosting/parameterchanges.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vst3 {
+
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+
+using Signal = std::vector<float>;
+using Bytes = std::vector<char>;
+
+// Between -0.5 and 0.5.
+Signal noise(std::size_t length, unsigned seed);
+
+// The library inside the bundle.
+class Module {
+public:
+    Module();
+    ~Module();
+    Module(const Module&) = delete;
+    Module& operator=(const Module&) = delete;
+
+    template <typename Interface>
+    IPtr<Interface> create(const TUID classId) const
+    {
+        void* made = nullptr;
+        EXPECT_EQ(factory->createInstance(classId, Interface::iid, &made), kResultOk);
+        return owned(static_cast<Interface*>(made));
+    }
+
+private:
+    host::SharedLibrary library;
+
+public:
+    bool (*open)(void*);
+    bool (*close)();
+    IPtr<IPluginFactory3> factory;
+};
+
+// What the controller tells; edits go on to the processor with the next block, unless `deaf`.
+class Handler : public IComponentHandler, public IComponentHandler2 {
+public:
+    tresult PLUGIN_API beginEdit(ParamID) SMTG_OVERRIDE { return kResultOk; }
+    tresult PLUGIN_API performEdit(ParamID id, ParamValue value) SMTG_OVERRIDE;
+    tresult PLUGIN_API endEdit(ParamID) SMTG_OVERRIDE { return kResultOk; }
+    tresult PLUGIN_API restartComponent(int32 flags) SMTG_OVERRIDE;
+    tresult PLUGIN_API setDirty(TBool) SMTG_OVERRIDE { return kResultOk; }
+    tresult PLUGIN_API requestOpenEditor(FIDString) SMTG_OVERRIDE { return kNotImplemented; }
+    tresult PLUGIN_API startGroupEdit() SMTG_OVERRIDE { return kResultOk; }
+    tresult PLUGIN_API finishGroupEdit() SMTG_OVERRIDE { return kResultOk; }
+    // Lives as long as the test wants.
+    uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
+    uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
+    tresult PLUGIN_API queryInterface(const TUID iid, void** object) SMTG_OVERRIDE;
+
+    bool deaf = false;
+    std::vector<std::pair<ParamID, ParamValue>> edits;
+    std::vector<int32> restarts;
+};
+
+// One plug-in. The destructor takes the steps back that were taken.
+class Instance {
+public:
+    explicit Instance(const Module& module);
+    ~Instance();
+    Instance(const Instance&) = delete;
+    Instance& operator=(const Instance&) = delete;
+
+    void setHandler() { EXPECT_EQ(controller->setComponentHandler(&handler), kResultOk); }
+    void connect();
+    bool arrange(SpeakerArrangement in, SpeakerArrangement out);
+    void activate(double rate = 48000.0, int32 maxBlock = 512, int32 mode = kRealtime);
+    void deactivate();
+    // All that a host does before the first block of a fresh plug-in.
+    void start(double rate = 48000.0, int32 maxBlock = 512, int32 mode = kRealtime);
+
+    Bytes componentState();
+    Bytes controllerState();
+    tresult loadComponentState(const Bytes& state);
+    tresult tellComponentState(const Bytes& state);
+    tresult loadControllerState(const Bytes& state);
+
+    // For the next block; the controller hears of it too.
+    void automate(ParamID id, ParamValue value);
+    // Hands on parameters alone.
+    tresult flush();
+    // One block with the changes that wait. Reported values go to the controller.
+    tresult process(ProcessData& data);
+    // Streams the channels through in blocks of the given lengths, again and again.
+    std::vector<Signal> render(const std::vector<Signal>& in, const std::vector<int32>& blocks,
+                               int channelsOut = 2);
+
+    Handler handler;
+    HostApplication application;
+    IPtr<IComponent> component;
+    IPtr<IAudioProcessor> processor;
+    IPtr<IEditController> controller;
+
+private:
+    ParameterChanges waiting, reported;
+    int32 mode = kRealtime;
+    bool active = false;
+};
+
+}  // namespace vst3

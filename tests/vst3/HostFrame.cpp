@@ -1,0 +1,63 @@
+// A view in its window.
+#include "HostFrame.h"
+
+#include <chrono>
+
+namespace vst3 {
+
+HostFrame::HostFrame(IPlugView* plugView, Place place) : view(plugView), corner(place)
+{
+    EXPECT_EQ(view->getSize(&size), kResultTrue);
+    window = std::make_unique<HostWindow>(corner, size.getWidth(), size.getHeight());
+}
+
+HostFrame::~HostFrame()
+{
+    remove();
+}
+
+tresult HostFrame::attach()
+{
+    view->setFrame(this);
+    const tresult result = view->attached(window->handle(), windowType());
+    attached = attached || result == kResultTrue;
+    return result;
+}
+
+void HostFrame::remove()
+{
+    if (std::exchange(attached, false)) {
+        view->setFrame(nullptr);
+        EXPECT_EQ(view->removed(), kResultTrue);
+    }
+}
+
+bool HostFrame::soon(const std::function<bool()>& condition)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(3);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        turnLoop();
+    }
+    return true;
+}
+
+tresult PLUGIN_API HostFrame::resizeView(IPlugView* asking, ViewRect* wanted)
+{
+    EXPECT_EQ(asking, view.get());
+    size = *wanted;
+    window->resize(size.getWidth(), size.getHeight());
+    return view->onSize(wanted);
+}
+
+tresult PLUGIN_API HostFrame::queryInterface(const TUID _iid, void** obj)
+{
+    QUERY_INTERFACE(_iid, obj, FUnknown::iid, IPlugFrame)
+    QUERY_INTERFACE(_iid, obj, IPlugFrame::iid, IPlugFrame)
+    *obj = nullptr;
+    FUnknown* const loop = offersLoop ? eventLoop() : nullptr;
+    return loop ? loop->queryInterface(_iid, obj) : kNoInterface;
+}
+
+}  // namespace vst3

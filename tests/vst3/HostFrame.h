@@ -1,0 +1,48 @@
+// A VST 3 host's side of an open view: its window and, on Linux, its event loop.
+#pragma once
+
+#include "Host.h"
+#include "HostWindow.h"
+
+#include "pluginterfaces/gui/iplugview.h"
+
+#include <functional>
+#include <memory>
+
+namespace vst3 {
+
+class HostFrame : public IPlugFrame {
+public:
+    // The view's left upper corner will be there; the window gets its size.
+    HostFrame(IPlugView* view, Place corner);
+    // Removes what is attached.
+    ~HostFrame();
+
+    // What the view answers.
+    tresult attach();
+    void remove();
+    // Turns the loop until it holds; false after three seconds.
+    bool soon(const std::function<bool()>& condition);
+
+    tresult PLUGIN_API resizeView(IPlugView* asking, ViewRect* size) SMTG_OVERRIDE;
+    tresult PLUGIN_API queryInterface(const TUID iid, void** object) SMTG_OVERRIDE;
+    uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
+    uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
+
+    const IPtr<IPlugView> view;
+    const Place corner;
+    ViewRect size;
+    std::unique_ptr<HostWindow> window;
+    bool offersLoop = true;
+
+private:
+    bool attached = false;
+};
+
+// The system's part, in HostLoopLinux.cpp and HostLoopWindows.cpp.
+FIDString windowType();
+FUnknown* eventLoop();        // what a frame offers beside itself; null on Windows
+std::size_t registrations();  // timers and descriptors that views have left with the loop
+void turnLoop();
+
+}  // namespace vst3

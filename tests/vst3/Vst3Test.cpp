@@ -1,0 +1,398 @@
+// The built VST 3 bundle in hosts that are stricter, or laxer, than most.
+#include "BankFormat.h"
+#include "FactoryBank.h"
+#include "Host.h"
+#include "OpenPlugin.h"
+#include "ParameterIds.h"
+#include "SettingsStore.h"
+
+#include "public.sdk/source/vst/vstpresetfile.h"
+
+#include <algorithm>
+#include <memory>
+
+using namespace vst3;
+
+namespace {
+
+using Setting = std::pair<ParamID, ParamValue>;
+
+// Both channels differ, and every stage is at work.
+const std::vector<Setting> kSettings = {
+    {kQB11, 1.0},   {k2x, 1.0},       {kMS, 1.0},      {kDriveL, 0.7},  {kDriveR, 0.4},
+    {kHpfL, 0.5},   {kOutputR, 0.45}, {kPhaseL, 1.0},  {kLShelfL, 1.0}, {kLFreqL, 0.4},
+    {kLGainL, 0.8}, {kMFreqR, 0.6},   {kMGainR, 0.25}, {kHShlfR2, 1.0}, {kHGainR2, 0.7},
+};
+
+const std::vector<int32> kBlocks = {512};
+constexpr std::size_t kLength = 2000;
+
+std::vector<Signal> music()
+{
+    return {noise(kLength, 1), noise(kLength, 2)};
+}
+
+// A project's state with these settings in it.
+Bytes projectState(const Module& module, const std::vector<Setting>& settings)
+{
+    Instance instance(module);
+    for (const auto& [id, value] : settings)
+        instance.controller->setParamNormalized(id, value);
+    return instance.controllerState();
+}
+
+// What the settings sound like through the library's VST 2 form.
+std::vector<Signal> throughVst2(const std::vector<Setting>& settings, double rate)
+{
+    const auto plugin = host::openPlugin(ZKR_VST2_LIBRARY);
+    plugin->setSampleRate(rate);
+    plugin->setBlockSize(512);
+    for (const auto& [id, value] : settings)
+        plugin->setParameter(static_cast<VstInt32>(id), static_cast<float>(value));
+    plugin->mainsOn();
+    std::vector<Signal> in = music(), out = in;
+    for (std::size_t done = 0; done < kLength; done += 512) {
+        float* inputs[] = {in[0].data() + done, in[1].data() + done};
+        float* outputs[] = {out[0].data() + done, out[1].data() + done};
+        plugin->process(inputs, outputs,
+                        static_cast<int>(std::min<std::size_t>(512, kLength - done)));
+    }
+    return out;
+}
+
+class Bundle : public testing::Test {
+protected:
+    Module module;
+};
+
+}  // namespace
+
+TEST(Module, IsClosedAsOftenAsItWasOpened)
+{
+    const Module outer;
+    {
+        const Module inner;
+        EXPECT_EQ(inner.factory, outer.factory);
+    }
+    EXPECT_TRUE(outer.close());
+    EXPECT_FALSE(outer.close());
+    EXPECT_TRUE(outer.open(nullptr));
+}
+
+TEST_F(Bundle, SoundsAsTheVst2LibraryDoesToTheBit)
+{
+    for (const double rate : {44100.0, 96000.0, 192000.0}) {
+        Instance instance(module);
+        instance.start(rate);
+        for (const auto& [id, value] : kSettings)
+            instance.automate(id, static_cast<float>(value));
+        EXPECT_EQ(instance.render(music(), kBlocks), throughVst2(kSettings, rate)) << rate;
+    }
+}
+
+TEST_F(Bundle, TakesAProjectInAnyOrderOfSteps)
+{
+    const Bytes project = projectState(module, kSettings);
+    Instance original(module);
+    const Bytes component = original.componentState();
+    const std::vector<Signal> expected = throughVst2(kSettings, 48000.0);
+
+    // Some hosts are deaf to edits while they load.
+    for (const bool deaf : {false, true}) {
+        enum Step { Handle, Connect, LoadComponent, TellComponent, LoadController, Activate };
+        std::vector<Step> steps = {Handle,        Connect,        LoadComponent,
+                                   TellComponent, LoadController, Activate};
+        int orders = 0;
+        do {
+            Instance instance(module);
+            instance.handler.deaf = deaf;
+            std::string order;
+            for (const Step step : steps) {
+                order += "HCctSA"[step];
+                switch (step) {
+                case Handle:
+                    instance.setHandler();
+                    break;
+                case Connect:
+                    instance.connect();
+                    break;
+                case LoadComponent:
+                    EXPECT_EQ(instance.loadComponentState(component), kResultOk);
+                    break;
+                case TellComponent:
+                    EXPECT_EQ(instance.tellComponentState(component), kResultOk);
+                    break;
+                case LoadController:
+                    EXPECT_EQ(instance.loadControllerState(project), kResultOk);
+                    break;
+                case Activate:
+                    instance.activate();
+                    break;
+                }
+            }
+            ASSERT_EQ(instance.render(music(), kBlocks), expected) << order << " deaf " << deaf;
+            ASSERT_EQ(instance.controllerState(), project) << order;
+            ++orders;
+        } while (std::next_permutation(steps.begin(), steps.end()) && orders < 720);
+        EXPECT_EQ(orders, 720);
+    }
+}
+
+TEST_F(Bundle, TakesAProjectWhileItRuns)
+{
+    const Bytes project = projectState(module, kSettings);
+    Instance instance(module);
+    instance.start();
+    instance.render(music(), kBlocks);
+    ASSERT_EQ(instance.loadControllerState(project), kResultOk);
+    Instance other(module);
+    other.start();
+    other.render(music(), kBlocks);
+    for (const auto& [id, value] : kSettings)
+        other.automate(id, static_cast<float>(value));
+    EXPECT_EQ(instance.render(music(), kBlocks), other.render(music(), kBlocks));
+}
+
+TEST_F(Bundle, StartsWithThePresetThatTheUserHasStored)
+{
+    PresetSlot stored = factoryBank()[0];
+    for (const auto& [id, value] : kSettings)
+        stored.values[id] = static_cast<float>(value);
+    ImageWriter writer(kPresetKind, 0, 1 + kPresetParamCount, kPresetImageSize - kFileHeaderSize);
+    writer.appendName(0, stored);
+    for (unsigned id = 0; id < kPresetParamCount; ++id)
+        writer.appendValue(0, id, stored.values[id]);
+    platform::userSettings().write("DefaultPreset", writer.take());
+    Instance instance(module);
+    platform::userSettings().remove("DefaultPreset");
+    instance.start();
+    EXPECT_EQ(instance.render(music(), kBlocks), throughVst2(kSettings, 48000.0));
+}
+
+TEST_F(Bundle, KeepsItsStateWhenAnotherOneIsEmptyOrDamaged)
+{
+    Instance instance(module);
+    instance.start();
+    instance.automate(kLGainL, 0.75);
+    const Bytes before = instance.controllerState();
+    EXPECT_EQ(instance.loadControllerState({}), kResultFalse);
+    EXPECT_EQ(instance.controllerState(), before);
+    for (const std::size_t length : {1u, 8u, 40u, 5000u, 48624u}) {
+        instance.loadControllerState(Bytes(before.begin(), before.begin() + length));
+        EXPECT_EQ(instance.controllerState(), before) << length;
+    }
+    EXPECT_EQ(instance.controller->setState(nullptr), kInvalidArgument);
+    EXPECT_EQ(instance.controller->getState(nullptr), kInvalidArgument);
+}
+
+TEST_F(Bundle, GoesThroughAPresetFile)
+{
+    PClassInfo info;
+    ASSERT_EQ(module.factory->getClassInfo(0, &info), kResultOk);
+    const FUID id = FUID::fromTUID(info.cid);
+    Instance from(module), to(module);
+    from.start();
+    to.start();
+    for (const auto& [param, value] : kSettings)
+        from.automate(param, value);
+    MemoryStream file;
+    ASSERT_TRUE(PresetFile::savePreset(&file, id, from.component, from.controller));
+    file.seek(0, IBStream::kIBSeekSet, nullptr);
+    ASSERT_TRUE(PresetFile::loadPreset(&file, id, to.component, to.controller));
+    EXPECT_EQ(to.controllerState(), from.controllerState());
+    EXPECT_EQ(to.render(music(), kBlocks), throughVst2(kSettings, 48000.0));
+}
+
+TEST_F(Bundle, TakesParametersWithoutAudio)
+{
+    Instance instance(module);
+    instance.start();
+    for (const auto& [id, value] : kSettings) {
+        instance.automate(id, static_cast<float>(value));
+        EXPECT_EQ(instance.flush(), kResultOk);
+    }
+    EXPECT_EQ(instance.render(music(), kBlocks), throughVst2(kSettings, 48000.0));
+}
+
+TEST_F(Bundle, GivesTheSameBitsInBlocksOfAnyLengthAndInEveryMode)
+{
+    std::vector<std::vector<Signal>> renders;
+    for (const int32 mode : {kRealtime, kPrefetch, kOffline}) {
+        for (const std::vector<int32>& blocks :
+             {std::vector<int32>{512}, {1}, {7, 512, 1, 64, 333}}) {
+            Instance instance(module);
+            instance.start(48000.0, 512, mode);
+            for (const auto& [id, value] : kSettings)
+                instance.automate(id, value);
+            EXPECT_EQ(instance.flush(), kResultOk);
+            renders.push_back(instance.render(music(), blocks));
+        }
+    }
+    for (const std::vector<Signal>& render : renders)
+        EXPECT_EQ(render, renders[0]);
+}
+
+// A longer block than announced too.
+TEST_F(Bundle, TakesBusesAndChannelsThatAreNotThere)
+{
+    constexpr int32 kBlock = 300;
+    Signal left = noise(kBlock, 3);
+    // The expected left output where only the left input is there.
+    Instance reference(module);
+    reference.start(48000.0, 64);
+    const std::vector<Signal> expected = reference.render({left, Signal(kBlock, 0.0f)}, {64});
+
+    struct Case {
+        const char* what;
+        int32 busesIn, channelsIn, busesOut, channelsOut;
+        bool leftIn, leftOut;
+    };
+    for (const Case& c :
+         {Case{"all", 1, 2, 1, 2, true, true}, Case{"one input channel", 1, 1, 1, 2, true, true},
+          Case{"no right output", 1, 2, 1, 1, true, true},
+          Case{"four outputs", 1, 2, 1, 4, true, true},
+          Case{"null outputs", 1, 2, 1, 2, true, false},
+          Case{"no output bus", 1, 2, 0, 0, true, false},
+          Case{"two output buses", 1, 2, 2, 2, true, true},
+          Case{"a bus without channels", 1, 0, 1, 2, false, true},
+          Case{"no input bus", 0, 0, 1, 2, false, true}}) {
+        SCOPED_TRACE(c.what);
+        Instance instance(module);
+        instance.start(48000.0, 64);
+        std::vector<Signal> out(8, Signal(kBlock, 99.0f));
+        Sample32* inputs[2] = {left.data(), nullptr};
+        Sample32* outputs[2][4] = {};
+        AudioBusBuffers in, outBuses[2];
+        in.numChannels = c.channelsIn;
+        in.channelBuffers32 = c.channelsIn ? inputs : nullptr;
+        for (std::size_t bus = 0; bus < 2; ++bus) {
+            for (std::size_t i = 0; i < 4; ++i)
+                outputs[bus][i] = c.leftOut ? out[bus * 4 + i].data() : nullptr;
+            outBuses[bus].numChannels = c.channelsOut;
+            outBuses[bus].channelBuffers32 = outputs[bus];
+            outBuses[bus].silenceFlags = 3;
+        }
+        ProcessData data;
+        data.numSamples = kBlock;
+        data.numInputs = c.busesIn;
+        data.inputs = c.busesIn ? &in : nullptr;
+        data.numOutputs = c.busesOut;
+        data.outputs = c.busesOut ? outBuses : nullptr;
+        EXPECT_EQ(instance.process(data), kResultOk);
+
+        if (!c.leftOut)
+            continue;
+        EXPECT_EQ(outBuses[0].silenceFlags, 0u);
+        if (c.leftIn) {
+            EXPECT_EQ(out[0], expected[0]);
+        } else {
+            for (const float x : out[0])
+                EXPECT_LT(std::abs(x), 1e-6f);
+        }
+        const Signal silence(kBlock, 0.0f);
+        if (c.channelsOut == 4) {
+            EXPECT_EQ(out[2], silence);
+            EXPECT_EQ(out[3], silence);
+        }
+        if (c.busesOut == 2) {
+            EXPECT_EQ(out[4], silence);
+        }
+    }
+}
+
+TEST_F(Bundle, RefusesArrangementsItHasNotAndTellsWhatItHas)
+{
+    Instance instance(module);
+    const auto has = [&](BusDirection direction) {
+        SpeakerArrangement arrangement = 0;
+        EXPECT_EQ(instance.processor->getBusArrangement(direction, 0, arrangement), kResultTrue);
+        return arrangement;
+    };
+    EXPECT_FALSE(instance.arrange(SpeakerArr::k51, SpeakerArr::k51));
+    EXPECT_TRUE(instance.arrange(has(kInput), has(kOutput)));
+    EXPECT_TRUE(instance.arrange(SpeakerArr::kMono, SpeakerArr::kMono));
+    EXPECT_EQ(has(kInput), SpeakerArr::kMono);
+    EXPECT_FALSE(instance.arrange(SpeakerArr::kStereo, SpeakerArr::kMono));
+    EXPECT_EQ(has(kInput), SpeakerArr::kStereo);
+    EXPECT_EQ(has(kOutput), SpeakerArr::kStereo);
+    SpeakerArrangement stereo[] = {SpeakerArr::kStereo, SpeakerArr::kStereo};
+    EXPECT_EQ(instance.processor->setBusArrangements(stereo, 2, stereo, 1), kResultFalse);
+    EXPECT_EQ(instance.processor->setBusArrangements(nullptr, 1, nullptr, 1), kInvalidArgument);
+    EXPECT_TRUE(instance.arrange(SpeakerArr::kMono, SpeakerArr::kStereo));
+    instance.start();
+    const std::vector<Signal> out = instance.render({noise(2000, 5)}, kBlocks);
+    EXPECT_EQ(out[0], out[1]);
+    EXPECT_NE(out[0], Signal(2000, 0.0f));
+}
+
+TEST_F(Bundle, TellsTheHostOnceWhenTheLatencyComesOrGoes)
+{
+    Instance instance(module);
+    instance.start(48000.0);
+    EXPECT_EQ(instance.processor->getLatencySamples(), 96u);
+    instance.render(music(), kBlocks);
+    EXPECT_TRUE(instance.handler.restarts.empty());
+    for (const auto& [rate, latency] : {std::pair{192000.0, 0u}, {44100.0, 96u}}) {
+        instance.handler.restarts.clear();
+        instance.deactivate();
+        instance.activate(rate);
+        EXPECT_EQ(instance.processor->getLatencySamples(), latency);
+        instance.render(music(), kBlocks);
+        EXPECT_EQ(instance.handler.restarts, std::vector<int32>{kLatencyChanged}) << rate;
+    }
+}
+
+TEST_F(Bundle, AnswersQuestionsOutsideItsTables)
+{
+    Instance instance(module);
+    ParameterInfo parameter;
+    UnitInfo unit;
+    FUnknownPtr<IUnitInfo> units(instance.controller);
+    ASSERT_TRUE(units);
+    for (const int32 index : {-1, 59, 1000}) {
+        EXPECT_EQ(instance.controller->getParameterInfo(index, parameter), kInvalidArgument);
+        EXPECT_EQ(units->getUnitInfo(index, unit), kInvalidArgument);
+    }
+    String128 text;
+    EXPECT_EQ(instance.controller->getParamStringByValue(4711, 0.5, text), kResultFalse);
+    EXPECT_EQ(instance.controller->createView("other"), nullptr);
+    ProcessSetup wide{kRealtime, kSample64, 512, 48000.0};
+    EXPECT_EQ(instance.processor->canProcessSampleSize(kSample64), kResultFalse);
+    EXPECT_EQ(instance.processor->setupProcessing(wide), kResultFalse);
+    ProcessSetup odd{kRealtime, kSample32, 512, -1.0};
+    EXPECT_EQ(instance.processor->setupProcessing(odd), kInvalidArgument);
+    EXPECT_EQ(instance.component->activateBus(kAudio, kInput, 7, true), kInvalidArgument);
+}
+
+TEST_F(Bundle, IsSilentAfterItsTail)
+{
+    Instance instance(module);
+    instance.start();
+    instance.automate(kLGainL, 1.0);
+    instance.automate(kLFreqL, 0.0);
+    const uint32 tail = instance.processor->getTailSamples();
+    instance.render(music(), kBlocks);
+    instance.render({Signal(tail, 0.0f), Signal(tail, 0.0f)}, kBlocks);
+    for (const Signal& channel : instance.render({Signal(64, 0.0f), Signal(64, 0.0f)}, kBlocks))
+        for (const float x : channel)
+            EXPECT_LT(std::abs(x), 1e-6f);
+}
+
+TEST_F(Bundle, InstancesDoNotHearEachOther)
+{
+    std::vector<std::unique_ptr<Instance>> instances;
+    for (int i = 0; i < 4; ++i) {
+        instances.push_back(std::make_unique<Instance>(module));
+        instances.back()->start();
+        instances.back()->automate(kLGainL, 0.2 * i);
+    }
+    for (int i = 0; i < 4; ++i) {
+        Instance alone(module);
+        alone.start();
+        alone.automate(kLGainL, 0.2 * i);
+        EXPECT_EQ(instances[static_cast<std::size_t>(i)]->render(music(), kBlocks),
+                  alone.render(music(), kBlocks));
+    }
+    instances.erase(instances.begin());
+    EXPECT_EQ(instances[0]->render(music(), kBlocks).size(), 2u);
+}
