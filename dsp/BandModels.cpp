@@ -46,7 +46,7 @@ struct LowBellRow {
     Line boostDamping;
 };
 
-struct MidBellRow {
+struct UpperBellRow {
     int hz;
     double cutRatio, boostSlope, boostBase;
     double cutGain, boostGain;
@@ -56,14 +56,7 @@ struct MidBellRow {
     Line boostDamping;
 };
 
-struct HighBellRow {
-    int hz;
-    double cutRatio, boostSlope, boostBase;
-    double cutGain, boostGain;
-    double cutOutputDb;
-    Line cutDamping;
-    double boostOutputDb;
-    Line boostDamping;
+struct HighBellRow : UpperBellRow {
     double cutQ, boostQ;
 };
 
@@ -107,7 +100,7 @@ constexpr std::array<LowBellRow, 9> kLowBell{{
     {550, 0.834, 0.13,  0.83,  -1.1, {0.8,  0.75}, 1.12, {0.8, -0.79}},
 }};  // at 120 Hz the boost's frequency is a curve of its own: see lowBellModel
 
-constexpr std::array<MidBellRow, 9> kMidBell{{
+constexpr std::array<UpperBellRow, 9> kMidBell{{
 //    Hz    cut  boost        cut     boost  cut                    boost
 //        ratio  slope  base    gain   gain    dB/w  damping(u!)    dB/w^3  damping(w)
     { 680, 0.88, 0.08, 0.89, 1.0608,  0.98, -0.54, {0.75,  -0.9}, 1.09, {0.75, -0.74}},
@@ -200,6 +193,19 @@ double bellQ(double g, double u, double cutBase)
 constexpr double kLowBellCutQ = 0.13;
 constexpr double kUpperBellCutQ = 0.1378;  // mid and high
 
+// The mid and high bells, g dB.
+BandModel upperBellModel(const UpperBellRow& row, double g, double stepHz)
+{
+    const double w = curveW(g);
+    const double u = g / 16.0;
+    const bool boost = g > 0.0;
+    return {g * (g < 0.0 ? row.cutGain : row.boostGain),
+            stepHz * (g < 0.0 ? row.cutRatio : row.boostSlope * w + row.boostBase),
+            bellQ(g, u, kUpperBellCutQ),
+            decibelsToGain(boost ? row.boostOutputDb * cube(w) : row.cutOutputDb * w),
+            boost ? at(row.boostDamping, w) : at(row.cutDamping, u)};
+}
+
 }  // namespace
 
 BandModel lowShelfModel(double gainPosition, double stepHz)
@@ -241,28 +247,14 @@ BandModel lowBellModel(double gainPosition, double stepHz)
 
 BandModel midBellModel(double gainPosition, double stepHz)
 {
-    const MidBellRow& row = rowFor(kMidBell, stepHz);
-    const double g = bandGainDb(gainPosition);
-    const double w = curveW(g);
-    const double u = g / 16.0;
-    const bool boost = g > 0.0;
-    return {g * (g < 0.0 ? row.cutGain : row.boostGain),
-            stepHz * (g < 0.0 ? row.cutRatio : row.boostSlope * w + row.boostBase),
-            bellQ(g, u, kUpperBellCutQ),
-            decibelsToGain(boost ? row.boostOutputDb * cube(w) : row.cutOutputDb * w),
-            boost ? at(row.boostDamping, w) : at(row.cutDamping, u)};
+    return upperBellModel(rowFor(kMidBell, stepHz), bandGainDb(gainPosition), stepHz);
 }
 
 BandModel highBellModel(double gainPosition, double stepHz)
 {
     const HighBellRow& row = rowFor(kHighBell, stepHz);
     const double g = bandGainDb(gainPosition);
-    const double w = curveW(g);
-    const double u = g / 16.0;
-    const bool boost = g > 0.0;
-    return {g * (g < 0.0 ? row.cutGain : row.boostGain),
-            stepHz * (g < 0.0 ? row.cutRatio : row.boostSlope * w + row.boostBase),
-            bellQ(g, u, kUpperBellCutQ) * (g < 0.0 ? row.cutQ : row.boostQ),
-            decibelsToGain(boost ? row.boostOutputDb * cube(w) : row.cutOutputDb * w),
-            boost ? at(row.boostDamping, w) : at(row.cutDamping, u)};
+    BandModel model = upperBellModel(row, g, stepHz);
+    model.q *= g < 0.0 ? row.cutQ : row.boostQ;
+    return model;
 }
