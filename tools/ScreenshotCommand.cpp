@@ -3,12 +3,15 @@
 #include "OpenPlugin.h"
 #include "OutputFile.h"
 #include "PresetChoice.h"
+#include "ToolError.h"
 
 #include "MemoryStore.h"
 #include "PitchNamesController.h"
 #include "TemplateEditor.h"
 
 #include "vstgui/platform/offscreen.h"
+
+#include <cairo.h>
 
 #include <cstdio>
 #include <cstring>
@@ -75,6 +78,33 @@ private:
     Steinberg::IPtr<Steinberg::IPlugView> view;
 };
 
+// Opaque, compressed.
+std::string asPng(const VSTGUI::Pixels& pixels)
+{
+    using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
+    const Surface surface(
+        cairo_image_surface_create(CAIRO_FORMAT_RGB24, pixels.width, pixels.height),
+        cairo_surface_destroy);
+    const int stride = cairo_image_surface_get_stride(surface.get());
+    unsigned char* const rows = cairo_image_surface_get_data(surface.get());
+    for (int y = 0; rows && y < pixels.height; ++y)
+        for (int x = 0; x < pixels.width; ++x) {
+            const VSTGUI::CColor c = pixels.at(x, y);
+            const std::uint32_t pixel =
+                std::uint32_t{c.red} << 16 | std::uint32_t{c.green} << 8 | std::uint32_t{c.blue};
+            std::memcpy(rows + y * stride + x * 4, &pixel, sizeof pixel);
+        }
+    cairo_surface_mark_dirty(surface.get());
+    std::string png;
+    const auto append = [](void* text, const unsigned char* bytes, unsigned int size) {
+        static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(bytes), size);
+        return CAIRO_STATUS_SUCCESS;
+    };
+    if (cairo_surface_write_to_png_stream(surface.get(), append, &png) != CAIRO_STATUS_SUCCESS)
+        throw ToolError("the picture could not be made");
+    return png;
+}
+
 int runScreenshot(const ScreenshotOptions& options)
 {
     EditorPicture picture;
@@ -87,8 +117,7 @@ int runScreenshot(const ScreenshotOptions& options)
             picture.set(assignment.index, assignment.value);
     }
     const VSTGUI::Pixels pixels = picture.draw(options.info);
-    const std::vector<std::uint8_t> png = VSTGUI::encodePng(pixels);
-    writeFile(options.output, std::string(png.begin(), png.end()));
+    writeFile(options.output, asPng(pixels));
     std::printf("%s: %d x %d\n", options.output.c_str(), pixels.width, pixels.height);
     return 0;
 }
