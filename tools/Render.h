@@ -21,7 +21,7 @@ struct RenderJob {
     std::optional<SampleFormat> format;  // none: floats stay floats, the rest becomes 24-bit
     bool keepLatency = false;
     // Silence sent ahead, so that the settings have glided into place when the music starts.
-    double preRollSeconds = 0.25;
+    double preRollSeconds = 2.0;
     std::vector<Assignment> settings;
     std::vector<AutomationPoint> automation;  // in order of time
 };

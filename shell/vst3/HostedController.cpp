@@ -12,6 +12,13 @@
 namespace Steinberg {
 namespace Vst {
 
+namespace {
+
+// 96 samples, as the processor delays before it knows the rate.
+constexpr ParamValue kLatencyAtStart = 96.0 / 44100.0;
+
+}  // namespace
+
 HostedController::HostedController(platform::SettingsStore& settings)
     : PitchNamesController(settings, HostedEditor::create)
 {
@@ -55,15 +62,33 @@ tresult PLUGIN_API HostedController::getState(IBStream* state)
         : kResultFalse;
 }
 
+tresult PLUGIN_API HostedController::initialize(FUnknown* initialContext)
+{
+    const tresult result = PitchNamesController::initialize(initialContext);
+    if (result == kResultOk)
+        keepLatency(kLatencyAtStart);
+    return result;
+}
+
+// Hosts also hand back what they have read here, in the midst of loading; that is no news.
 tresult PLUGIN_API HostedController::setParamNormalized(ParamID id, ParamValue value)
 {
+    const bool hadLatency = getParamNormalized(kLatency) > 0.0;
     const tresult result = PitchNamesController::setParamNormalized(id, value);
-    if (id == kLatency && hasLatency != (value > 0.0)) {
-        hasLatency = value > 0.0;
+    if (id != kLatency)
+        return result;
+    keepLatency(value);
+    if (hadLatency != (value > 0.0))
         if (IComponentHandler* const host = getComponentHandler())
             host->restartComponent(kLatencyChanged);
-    }
     return result;
+}
+
+// For the parameter lists of hosts, which ask for its value.
+void HostedController::keepLatency(ParamValue seconds)
+{
+    if (Parameter* const latency = getParameterObject(kLatency))
+        latency->setNormalized(seconds);
 }
 
 tresult PLUGIN_API HostedController::getParameterInfo(int32 index, ParameterInfo& info)

@@ -11,6 +11,8 @@ class HostedController : public PitchNamesController {
 public:
     explicit HostedController(platform::SettingsStore& store = platform::userSettings());
 
+    tresult PLUGIN_API initialize(FUnknown* context) SMTG_OVERRIDE;
+
     // Any component state is taken: the component keeps none.
     tresult PLUGIN_API setComponentState(IBStream* state) SMTG_OVERRIDE;
     // Both work from the stream's present position on, for hosts whose stream is part of a file. An
@@ -30,8 +32,7 @@ public:
 
 private:
     void sendValues();
-
-    bool hasLatency = true;  // as the processor has before it knows the rate
+    void keepLatency(ParamValue seconds);
 };
 
 }  // namespace Vst

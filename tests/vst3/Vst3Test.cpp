@@ -341,6 +341,23 @@ TEST_F(Bundle, TellsTheHostOnceWhenTheLatencyComesOrGoes)
         EXPECT_EQ(instance.processor->getLatencySamples(), latency);
         instance.render(music(), kBlocks);
         EXPECT_EQ(instance.handler.restarts, std::vector<int32>{kLatencyChanged}) << rate;
+        EXPECT_NEAR(instance.controller->getParamNormalized(kLatency), latency / rate, 1e-9);
+    }
+}
+
+// Some hosts, while they load a preset, set every parameter to what they have just read, and would
+// wait for themselves if that led to a call back.
+TEST_F(Bundle, TakesTheLatencyThatTheHostHasFromIt)
+{
+    for (const bool afterAudio : {false, true}) {
+        Instance instance(module);
+        instance.start(192000.0);
+        if (afterAudio)
+            instance.render(music(), kBlocks);
+        instance.handler.restarts.clear();
+        instance.controller->setParamNormalized(kLatency,
+                                                instance.controller->getParamNormalized(kLatency));
+        EXPECT_TRUE(instance.handler.restarts.empty()) << afterAudio;
     }
 }
 
