@@ -2,12 +2,12 @@
 #include "HostedProcessor.h"
 
 #include "ControllerValues.h"
-#include "ParameterIds.h"
 
 #include "pluginterfaces/vst/ivstmessage.h"
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace Steinberg {
 namespace Vst {
@@ -31,6 +31,13 @@ struct HostChannels {
     }
 };
 
+// Left and right work one switch, and the last to arrive wins: a value that is there already may
+// still change it.
+bool sharesItsSwitch(ParamID id)
+{
+    return id == kTrfoDsL || id == kTrfoDsR || id == kAmpDsbL || id == kAmpDsbR;
+}
+
 // Outputs beyond those that the arrangement has.
 void silenceRest(const ProcessData& data, int32 used)
 {
@@ -48,9 +55,9 @@ void silenceRest(const ProcessData& data, int32 used)
 
 }  // namespace
 
-HostedProcessor::HostedProcessor()
-    : controllerValues(kPresetParamCount), controllerChanges(kPresetParamCount)
+HostedProcessor::HostedProcessor() : controllerValues(kPresetParamCount), news(kPresetParamCount)
 {
+    delivered.fill(std::numeric_limits<ParamValue>::quiet_NaN());
     for (std::vector<Sample32>& buffer : scratch)
         buffer.assign(kSmallestScratch, 0.0f);
 }
@@ -93,7 +100,8 @@ tresult PLUGIN_API HostedProcessor::process(ProcessData& data)
     if (data.symbolicSampleSize != kSample32)
         return kResultFalse;
     takeControllerValues();
-    readParameterChanges(data.inputParameterChanges);
+    if (data.inputParameterChanges)
+        takeHostValues(*data.inputParameterChanges);
     if (data.numSamples <= 0 || data.numOutputs <= 0)
         return kResultOk;
 
@@ -135,16 +143,39 @@ void HostedProcessor::processSlice(ProcessData& data, int32 offset, int32 count)
 
 void HostedProcessor::takeControllerValues()
 {
-    const auto& changes = controllerValues.takeChanges();
-    if (changes.empty())
-        return;
-    controllerChanges.clearQueue();
-    for (const ParameterTransfer::Change& change : changes) {
-        int32 index = 0;
-        controllerChanges.addParameterData(static_cast<ParamID>(change.slot), index)
-            ->addPoint(0, change.value, index);
+    for (const ParameterTransfer::Change& change : controllerValues.takeChanges())
+        addNews(static_cast<ParamID>(change.slot), change.value);
+    deliverNews();
+}
+
+void HostedProcessor::takeHostValues(IParameterChanges& changes)
+{
+    const int32 count = changes.getParameterCount();
+    for (int32 i = 0; i < count; ++i) {
+        IParamValueQueue* const queue = changes.getParameterData(i);
+        int32 offset = 0;
+        ParamValue value = 0.0;
+        if (queue && queue->getPoint(queue->getPointCount() - 1, offset, value) == kResultTrue)
+            addNews(queue->getParameterId(), value);
     }
-    readParameterChanges(&controllerChanges);
+    deliverNews();
+}
+
+// Some hosts repeat the value of an automated parameter with every block. Each arrival would start
+// the glide to it anew.
+void HostedProcessor::addNews(ParamID id, ParamValue value)
+{
+    if (id >= kPresetParamCount || (value == delivered[id] && !sharesItsSwitch(id)))
+        return;
+    delivered[id] = value;
+    int32 index = 0;
+    news.addParameterData(id, index)->addPoint(0, value, index);
+}
+
+void HostedProcessor::deliverNews()
+{
+    readParameterChanges(&news);
+    news.clearQueue();
 }
 
 tresult PLUGIN_API HostedProcessor::notify(IMessage* message)

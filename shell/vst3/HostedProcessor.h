@@ -2,11 +2,13 @@
 // wrapper in what they hand to a block, and know nothing of the controller's values at the start.
 #pragma once
 
+#include "ParameterIds.h"
 #include "PitchNamesProcessor.h"
 
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 #include "public.sdk/source/vst/vst2wrapper/parametertransfer.h"
 
+#include <array>
 #include <vector>
 
 namespace Steinberg {
@@ -26,6 +28,9 @@ public:
     // How long the filters may be heard after the input has ended: 3 s.
     uint32 PLUGIN_API getTailSamples() SMTG_OVERRIDE;
 
+    // Of each parameter the last value of a block counts; one that is there already is no change,
+    // however often a host repeats it.
+    //
     // Takes blocks of any length, also of 0 samples for parameters alone, and leaves the inputs as
     // they are. A bus or channel that is missing is silence at the input and nobody's at the
     // output; channels beyond those of the arrangement become silence. 64-bit blocks are refused.
@@ -36,10 +41,14 @@ public:
 
 private:
     void takeControllerValues();
+    void takeHostValues(IParameterChanges& changes);
+    void addNews(ParamID id, ParamValue value);
+    void deliverNews();
     void processSlice(ProcessData& data, int32 offset, int32 count);
 
     ParameterTransfer controllerValues;
-    ParameterChanges controllerChanges;
+    std::array<ParamValue, kPresetParamCount> delivered;
+    ParameterChanges news;
     std::vector<Sample32> scratch[2 * 2];  // two channels in, two out, for one slice
 };
 

@@ -216,6 +216,33 @@ TEST_F(Bundle, TakesParametersWithoutAudio)
     EXPECT_EQ(instance.render(music(), kBlocks), throughVst2(kSettings, 48000.0));
 }
 
+// Some hosts repeat an automated value with every block.
+TEST_F(Bundle, GlidesOnceToAValueThatIsRepeated)
+{
+    const std::vector<Setting> automation = {
+        {kLFreqL, 0.4}, {kLGainL, 0.9}, {kDriveR, 0.3}, {kPower, 1.0}};
+    Instance once(module), again(module);
+    once.start();
+    again.start();
+    for (const auto& [id, value] : automation)
+        once.automate(id, value);
+    for (int block = 0; block < 30; ++block) {
+        for (const auto& [id, value] : automation)
+            again.automate(id, value);
+        ASSERT_EQ(again.render(music(), {512}), once.render(music(), {512})) << block;
+    }
+    // Of two that work one switch the last to arrive wins, also with the value it had.
+    for (Instance* instance : {&once, &again})
+        for (const Setting& setting : {Setting{kQB11, 1.0}, {kTrfoDsL, 0.0}}) {
+            instance->automate(setting.first, setting.second);
+            instance->flush();
+        }
+    again.automate(kTrfoDsR, 1.0);
+    again.flush();
+    again.automate(kTrfoDsL, 0.0);
+    EXPECT_EQ(again.render(music(), kBlocks), once.render(music(), kBlocks));
+}
+
 TEST_F(Bundle, GivesTheSameBitsInBlocksOfAnyLengthAndInEveryMode)
 {
     std::vector<std::vector<Signal>> renders;
