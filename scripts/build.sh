@@ -41,4 +41,4 @@ build_preset win64 ZKRT46 ZKRT46Vst3 zkrt46-bridge
 
 gather build/release linux shell/ZKRT46.so tools/zkrt46
 gather build/win64 windows shell/ZKRT46.dll tools/bridge/zkrt46-bridge.exe
-echo "Built: $(echo dist/*/*)"
+echo "Built: $(echo dist/linux/* dist/windows/*)"
