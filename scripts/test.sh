@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what the tests need, builds everything and runs every test: on Linux, on Windows through
-# Wine, under the address and undefined-behaviour sanitizers and under the thread sanitizer; then
-# fuzzes for a short while.
+# Wine, under the address and undefined-behaviour sanitizers and under the thread sanitizer; fuzzes
+# for a short while; then packs the product and tries the packages.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/setup.sh test
@@ -37,5 +37,10 @@ run release all --parallel 2
 run asan all --parallel 2
 run tsan "sdk_test plugin_test" --label-regex threads
 scripts/fuzz.sh
+
+echo "== Packages"
+scripts/package.sh
+tests/package/linux_packages_test.sh
+tests/package/installer_test.sh
 WINEPREFIX=$WINEPREFIX wineserver --kill 2>/dev/null || true
 echo "All tests passed."

@@ -20,7 +20,10 @@ std::string defaultPlugin()
         return chosen;
     std::error_code error;
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (self.parent_path() / "ZKRT46.so").string();
+    const std::filesystem::path beside = self.parent_path() / "ZKRT46.so";
+    // A package of the system keeps the two apart.
+    const std::filesystem::path packaged = self.parent_path() / "../lib/vst/ZKRT46.so";
+    return (exists(beside, error) || !exists(packaged, error) ? beside : packaged).string();
 }
 
 }  // namespace
@@ -30,7 +33,8 @@ void addPluginOption(CLI::App& command, std::string& path)
     path = defaultPlugin();
     command.add_option("--plugin", path,
                        "The plug-in: a Linux library (.so) or, through Wine, a Windows one (.dll). "
-                       "Default: $ZKRT46_PLUGIN, else ZKRT46.so beside this program");
+                       "Default: $ZKRT46_PLUGIN, else ZKRT46.so beside this program or in "
+                       "../lib/vst");
 }
 
 void addSetOption(CLI::App& command, std::vector<std::string>& settings)

@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 #include <system_error>
 
 #include <pwd.h>
@@ -29,25 +30,45 @@ std::string homeDirectory()
     return found->pw_dir;
 }
 
+constexpr const char* kOwn = "/ZKR-soundworks/ZKRT46";
+
 // By the XDG base directory rules: a relative path in the variable is ignored.
 std::string userFolder()
 {
-    constexpr const char* kOwn = "/ZKR-soundworks/ZKRT46";
     if (const char* data = std::getenv("XDG_DATA_HOME"); data && *data == '/')
         return std::string(data) + kOwn;
     const std::string home = homeDirectory();
     return home.empty() ? "" : home + "/.local/share" + kOwn;
 }
 
+// Where the system's packages leave values for every user, such as the manual's path.
+std::vector<std::string> systemFolders()
+{
+    const char* variable = std::getenv("XDG_DATA_DIRS");
+    std::istringstream list(variable && *variable ? variable : "/usr/local/share:/usr/share");
+    std::vector<std::string> folders;
+    for (std::string data; std::getline(list, data, ':');)
+        if (!data.empty() && data.front() == '/')
+            folders.push_back(data + kOwn);
+    return folders;
+}
+
 }  // namespace
 
-FileStore::FileStore(std::string valueFolder) : folder(std::move(valueFolder)) { }
+FileStore::FileStore(std::string valueFolder, std::vector<std::string> shared)
+    : folder(std::move(valueFolder)), sharedFolders(std::move(shared))
+{
+}
 
 std::optional<std::vector<std::uint8_t>> FileStore::read(const char* name) const
 {
-    if (folder.empty())
-        return std::nullopt;
-    return readFile(folder + '/' + name, kMaxValue);
+    std::optional<std::vector<std::uint8_t>> bytes;
+    if (!folder.empty())
+        bytes = readFile(folder + '/' + name, kMaxValue);
+    for (const std::string& shared : sharedFolders)
+        if (!bytes)
+            bytes = readFile(shared + '/' + name, kMaxValue);
+    return bytes;
 }
 
 void FileStore::write(const char* name, const std::vector<std::uint8_t>& bytes)
@@ -81,7 +102,7 @@ void FileStore::writeText(const char* name, const std::string& text)
 
 SettingsStore& userSettings()
 {
-    static FileStore store(userFolder());
+    static FileStore store(userFolder(), systemFolders());
     return store;
 }
 

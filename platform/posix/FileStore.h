@@ -7,8 +7,9 @@ namespace platform {
 
 class FileStore : public SettingsStore {
 public:
-    // The folder is made with the first value. Without a folder (empty) the store stays empty.
-    explicit FileStore(std::string folder);
+    // The folder is made with the first value. Without a folder (empty) nothing is kept. A value
+    // that is not there is looked for in the shared folders, in their order; they are only read.
+    explicit FileStore(std::string folder, std::vector<std::string> sharedFolders = {});
 
     std::optional<std::vector<std::uint8_t>> read(const char* name) const override;
     void write(const char* name, const std::vector<std::uint8_t>& bytes) override;
@@ -18,6 +19,7 @@ public:
 
 private:
     std::string folder;
+    std::vector<std::string> sharedFolders;
 };
 
 }  // namespace platform

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Redraws the editor's bitmaps into resources/bitmaps, each at the size the list gives."""
+"""Redraws the editor's bitmaps into resources/bitmaps, each at the size the list gives; and icon and installer."""
 import argparse
 import os
 import subprocess
@@ -8,6 +8,8 @@ import time
 
 import bitmap_list
 import frame
+import icon
+import installer
 import keys
 import knobs
 import labels
@@ -53,6 +55,9 @@ def main():
             subprocess.run(["optipng", "-quiet", "-o3", "-nc", "-nb", "-np", "-strip", "all", path], check=True)
         print(f"{bitmap.number:6} {bitmap.width:4} x {bitmap.height:<5} {os.path.getsize(path):8} bytes "
               f"{time.time() - start:6.1f} s")
+    if not chosen.numbers:
+        print(icon.draw(chosen.into))
+        print(installer.draw(chosen.into))
 
 
 if __name__ == "__main__":

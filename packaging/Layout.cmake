@@ -1,0 +1,47 @@
+# What lies where in each package.
+set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(plain OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+
+# The archive for Windows, which the installer takes its files from.
+install(FILES ${ZKR_PRODUCTS}/windows/ZKRT46.dll ${manual} ${notices}/windows/README.txt
+    ${notices}/windows/LICENSE.txt ${notices}/windows/COPYRIGHT.txt
+  DESTINATION . COMPONENT windows PERMISSIONS ${plain})
+install(DIRECTORY ${ZKR_PRODUCTS}/windows/ZKRT46.vst3
+  DESTINATION . COMPONENT windows FILE_PERMISSIONS ${plain})
+
+# The archive for Linux.
+install(FILES ${ZKR_PRODUCTS}/linux/ZKRT46.so ${manual} ${notices}/linux/README.txt
+    ${notices}/linux/copyright ${notices}/linux/zkrt46.1 ${top}/LICENSE
+  DESTINATION . COMPONENT linux PERMISSIONS ${plain})
+install(PROGRAMS ${ZKR_PRODUCTS}/linux/zkrt46 DESTINATION . COMPONENT linux)
+install(DIRECTORY ${ZKR_PRODUCTS}/linux/ZKRT46.vst3
+  DESTINATION . COMPONENT linux FILE_PERMISSIONS ${plain})
+
+# The Debian package.
+install(FILES ${ZKR_PRODUCTS}/linux/ZKRT46.so
+  DESTINATION lib/vst COMPONENT debian PERMISSIONS ${plain})
+install(DIRECTORY ${ZKR_PRODUCTS}/linux/ZKRT46.vst3
+  DESTINATION lib/vst3 COMPONENT debian FILE_PERMISSIONS ${plain})
+install(PROGRAMS ${ZKR_PRODUCTS}/linux/zkrt46 DESTINATION bin COMPONENT debian)
+install(FILES ${manual} ${notices}/linux/copyright ${notices}/debian/changelog.gz
+  DESTINATION ${documents} COMPONENT debian PERMISSIONS ${plain})
+install(FILES ${notices}/linux/zkrt46.1.gz
+  DESTINATION share/man/man1 COMPONENT debian PERMISSIONS ${plain})
+install(FILES ${notices}/debian/ManualPath
+  DESTINATION share/ZKR-soundworks/ZKRT46 COMPONENT debian PERMISSIONS ${plain})
+
+# finish(COMPONENT STEPS): the last thing that happens to a laid-out tree.
+function(finish component steps)
+  install(CODE "
+    set(tree \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX})
+    function(run)
+      execute_process(COMMAND \${ARGN} COMMAND_ERROR_IS_FATAL ANY)
+    endfunction()
+    ${steps}"
+    COMPONENT ${component})
+endfunction()
+set(strip "run(find \${tree} -type f ( -name *.so -o -name zkrt46 )
+               -exec strip --strip-unneeded --remove-section=.comment {} +)")
+finish(linux "${strip}")
+finish(debian "${strip}")

@@ -1,0 +1,39 @@
+# The texts that go with the products: who wrote what, under which licence; and what changed when.
+
+# paragraph(FILE LINE RESULT): the first paragraph of a file that has this as its first line.
+function(paragraph file line result)
+  execute_process(
+    COMMAND awk -v RS= -F "\n" "$1 == \"${line}\" { print; exit }" ${file}
+    OUTPUT_VARIABLE text OUTPUT_STRIP_TRAILING_WHITESPACE)
+  if(text STREQUAL "")
+    message(FATAL_ERROR "${file} has no paragraph under \"${line}\".")
+  endif()
+  set(${result} "${text}" PARENT_SCOPE)
+endfunction()
+
+# Licences of what is linked in, in the words that Debian ships with it.
+paragraph(/usr/share/doc/libcli11-dev/copyright "License: BSD-3-clause" bsd)
+paragraph(/usr/share/doc/nlohmann-json3-dev/copyright "License: Expat" expat)
+paragraph(/usr/share/doc/mingw-w64-common/copyright "Files: *" mingw)
+string(REGEX REPLACE "^.*\nLicense: " "License: " zpl "${mingw}")
+
+set(notices ${CMAKE_CURRENT_BINARY_DIR}/notices)
+configure_file(copyright-windows.in ${notices}/windows/COPYRIGHT.txt @ONLY NEWLINE_STYLE DOS)
+configure_file(copyright-linux.in ${notices}/linux/copyright @ONLY)
+configure_file(${top}/LICENSE ${notices}/windows/LICENSE.txt @ONLY NEWLINE_STYLE DOS)
+configure_file(README-windows.txt.in ${notices}/windows/README.txt @ONLY NEWLINE_STYLE DOS)
+configure_file(README-linux.txt.in ${notices}/linux/README.txt @ONLY)
+
+string(TIMESTAMP day "%Y-%m-%d" UTC)  # of SOURCE_DATE_EPOCH, when that is set
+execute_process(COMMAND date -R -u -d ${day}
+  OUTPUT_VARIABLE changed OUTPUT_STRIP_TRAILING_WHITESPACE)
+configure_file(debian/changelog.in ${notices}/debian/changelog @ONLY)
+configure_file(zkrt46.1.in ${notices}/linux/zkrt46.1 @ONLY)
+foreach(text debian/changelog linux/zkrt46.1)
+  execute_process(COMMAND gzip -9 -n -c ${notices}/${text} OUTPUT_FILE ${notices}/${text}.gz
+    COMMAND_ERROR_IS_FATAL ANY)
+endforeach()
+
+# Where the manual lies once the Debian package is installed: the text of a setting.
+set(documents share/doc/zkr-t46)
+file(WRITE ${notices}/debian/ManualPath "/usr/${documents}/ZKRT46-manual.pdf")

@@ -1,0 +1,66 @@
+# The packages, for CPack. What differs between them is in Generators.cmake.
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_SOURCE_DIR}/Generators.cmake)
+set(CPACK_GENERATOR NSIS ZIP TGZ DEB)
+set(CPACK_MONOLITHIC_INSTALL ON)
+set(CPACK_PACKAGE_NAME ZKRT46)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_VENDOR ZKR-soundworks)
+set(CPACK_PACKAGE_CONTACT "ZKR-soundworks <support@zkr-soundworks.example>")
+set(CPACK_PACKAGE_HOMEPAGE_URL https://www.zkr-soundworks.example)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY
+    "stereo mastering equaliser plug-in, and its command-line tool")
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_NAME zkr-t46)
+set(CPACK_DEBIAN_PACKAGE_SECTION sound)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "gnuplot-nox | gnuplot, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+file(READ debian/description CPACK_DEBIAN_PACKAGE_DESCRIPTION)
+string(STRIP "${CPACK_DEBIAN_PACKAGE_DESCRIPTION}" CPACK_DEBIAN_PACKAGE_DESCRIPTION)
+
+# Asked here and not by CPack, which would have every plug-in below /usr/lib told to the dynamic
+# linker.
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/debian/control
+     "Source: zkr-t46\n\nPackage: zkr-t46\nArchitecture: amd64\n")
+set(linux ${ZKR_PRODUCTS}/linux)
+execute_process(
+  COMMAND dpkg-shlibdeps -O ${linux}/zkrt46 ${linux}/ZKRT46.so
+          ${linux}/ZKRT46.vst3/Contents/x86_64-linux/ZKRT46.so
+  WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
+  RESULT_VARIABLE failed OUTPUT_VARIABLE needed ERROR_VARIABLE said
+  OUTPUT_STRIP_TRAILING_WHITESPACE)
+if(failed)
+  message(FATAL_ERROR "${said}")
+endif()
+string(REGEX REPLACE "^shlibs:Depends=" "" CPACK_DEBIAN_PACKAGE_DEPENDS "${needed}")
+
+# The installer names every file of the bundle, so that the uninstaller removes those and no others.
+set(bundle_files "")
+set(bundle_removal "")
+set(folders "")
+set(whole ${ZKR_PRODUCTS}/windows)
+file(GLOB_RECURSE entries RELATIVE ${whole} LIST_DIRECTORIES ON ${whole}/ZKRT46.vst3/*)
+list(SORT entries ORDER DESCENDING)  # a folder comes after what it holds
+list(APPEND entries ZKRT46.vst3)
+foreach(entry ${entries})
+  string(REPLACE "/" "\\" path ${entry})
+  if(IS_DIRECTORY ${whole}/${entry})
+    string(APPEND bundle_removal "  RMDir \"$Vst3Folder\\${path}\"\n")
+  else()
+    get_filename_component(folder ${entry} DIRECTORY)
+    string(REPLACE "/" "\\" folder ${folder})
+    string(APPEND bundle_files "  SetOutPath \"$Vst3Folder\\${folder}\"\n"
+           "  File \"\${TREE}/${entry}\"\n")
+    string(APPEND bundle_removal "  Delete \"$Vst3Folder\\${path}\"\n")
+  endif()
+endforeach()
+set(CPACK_ZKR_BUNDLE_SCRIPT ${CMAKE_CURRENT_BINARY_DIR}/bundle.nsh)
+file(WRITE ${CPACK_ZKR_BUNDLE_SCRIPT}
+     "!macro InstallBundle\n${bundle_files}!macroend\n"
+     "!macro RemoveBundle\n${bundle_removal}!macroend\n")
+set(CPACK_ZKR_INSTALLER_SCRIPT ${CMAKE_CURRENT_SOURCE_DIR}/installer.nsi)
+set(CPACK_ZKR_RESOURCES ${top}/resources)
+
+include(CPack)

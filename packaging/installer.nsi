@@ -1,0 +1,439 @@
+; Installs, replaces and removes ZKR T46 on Windows.
+;
+; Command line, besides NSIS' own /S (silent) and /D=FOLDER (for manual and uninstaller, comes last):
+;   /VST2DIR=FOLDER   where the VST 2 library goes
+;   /NOVST2  /NOVST3  leaves that one out
+; Exit codes: 0 done, 1 cancelled by the user, and with nothing changed: 3 a file is in use,
+; 4 the command line is wrong. 2: a file could not be written; what was there is removed again.
+;
+; The numbers of the exit codes, shared with the uninstaller:
+!define EXIT_FAILED 2
+!define EXIT_IN_USE 3
+!define EXIT_USAGE 4
+
+!define LIBRARY "ZKRT46.dll"
+!define BUNDLE_LIBRARY "ZKRT46.vst3\Contents\x86_64-win\ZKRT46.vst3"
+!define MANUAL "ZKRT46-manual.pdf"
+!define SHORTCUT "$SMPROGRAMS\ZKR T46 manual.lnk"
+!define VENDOR_KEY "SOFTWARE\ZKR-soundworks"
+!define SETTINGS_KEY "${VENDOR_KEY}\ZKRT46"
+!define ENTRY_KEY "SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\ZKRT46"
+
+; A 64-bit program: Windows of 32 bits refuses to start it, and the registry is seen as hosts see it.
+!pragma warning error all
+Target amd64-unicode
+Name "ZKR T46"
+OutFile "${OUTPUT}"
+InstallDir "$PROGRAMFILES64\ZKR-soundworks\ZKR T46"
+InstallDirRegKey HKLM "${ENTRY_KEY}" "InstallLocation"
+RequestExecutionLevel admin
+ManifestDPIAware true
+ManifestLongPathAware true
+SetCompressor /SOLID lzma
+SetDateSave off
+AllowSkipFiles off
+BrandingText "ZKR-soundworks"
+
+VIProductVersion ${VERSION}
+VIFileVersion ${VERSION}
+VIAddVersionKey /LANG=1033 CompanyName "ZKR-soundworks"
+VIAddVersionKey /LANG=1033 FileDescription "ZKR T46 installer"
+VIAddVersionKey /LANG=1033 FileVersion "${VERSION}"
+VIAddVersionKey /LANG=1033 LegalCopyright "Copyright 2026 ZKR-soundworks. Licensed under GPL-3.0."
+VIAddVersionKey /LANG=1033 ProductName "ZKR T46"
+VIAddVersionKey /LANG=1033 ProductVersion "${VERSION}"
+
+!include MUI2.nsh
+!include FileFunc.nsh
+!include LogicLib.nsh
+!include Sections.nsh
+
+Var Vst2Folder
+Var Vst3Folder
+Var Message
+Var Begun       ; something has been written
+
+; ---- Pages
+
+!define MUI_ICON "${RESOURCES}/icon.ico"
+!define MUI_UNICON "${RESOURCES}/icon.ico"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${RESOURCES}/installer-side.bmp"
+!define MUI_WELCOMEPAGE_TITLE "ZKR T46 ${VERSION}"
+!define MUI_WELCOMEPAGE_TEXT "This installs the stereo mastering equaliser ZKR T46 for hosts of VST 2 and VST 3 plug-ins, together with its manual.$\r$\n$\r$\nA version that is installed already is replaced. Your presets and settings stay.$\r$\n$\r$\nClose your host before you go on."
+!define MUI_ABORTWARNING
+!define MUI_COMPONENTSPAGE_SMALLDESC
+!define MUI_LICENSEPAGE_TEXT_TOP "The software is free: the licence below lets you use, study, change and share it."
+!define MUI_LICENSEPAGE_TEXT_BOTTOM "To use it, nothing has to be accepted; the terms are for sharing it."
+!define MUI_LICENSEPAGE_BUTTON "&Next >"
+!define MUI_FINISHPAGE_SHOWREADME "$INSTDIR\${MANUAL}"
+!define MUI_FINISHPAGE_SHOWREADME_TEXT "Open the manual"
+!define MUI_FINISHPAGE_SHOWREADME_NOTCHECKED
+
+!insertmacro MUI_PAGE_WELCOME
+!define MUI_PAGE_HEADER_TEXT "Licence"
+!define MUI_PAGE_HEADER_SUBTEXT "The GNU General Public License, version 3."
+!insertmacro MUI_PAGE_LICENSE "${TREE}/LICENSE.txt"
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE LeaveComponents
+!insertmacro MUI_PAGE_COMPONENTS
+!define MUI_DIRECTORYPAGE_VARIABLE $Vst2Folder
+!define MUI_PAGE_HEADER_TEXT "VST 2 folder"
+!define MUI_PAGE_HEADER_SUBTEXT "Choose where the VST 2 plug-in goes."
+!define MUI_DIRECTORYPAGE_TEXT_TOP "Choose a folder that your host searches for VST 2 plug-ins; its settings name it. The VST 3 plug-in needs no choice: all hosts search the same folder."
+!define MUI_DIRECTORYPAGE_TEXT_DESTINATION "Folder for VST 2 plug-ins"
+!define MUI_PAGE_CUSTOMFUNCTION_PRE EnterVst2Folder
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_LANGUAGE "English"
+
+; ---- What installer and uninstaller share
+
+; Tells the user, or when silent the caller's error stream, and ends.
+!macro Fail Code Text
+  StrCpy $Message "${Text}"
+  ${If} ${Silent}
+    System::Call 'kernel32::GetStdHandle(i -12) p.r9'
+    FileWrite $9 "ZKR T46: $Message$\r$\n"
+  ${Else}
+    MessageBox MB_OK|MB_ICONSTOP "$Message"
+  ${EndIf}
+  SetErrorLevel ${Code}
+  Abort "$Message"
+!macroend
+
+!macro SharedFunctions un
+; Ends with EXIT_IN_USE while a program holds the file $0, as a host does a library and a viewer the
+; manual: Windows then refuses to open it for writing.
+Function ${un}RefuseInUse
+  ${DoWhile} ${FileExists} "$0"
+    System::Call 'kernel32::CreateFileW(w r0, i 0x40000000, i 7, p 0, i 3, i 0, p 0) p.r1 ?e'
+    Pop $2
+    ${If} $1 != -1
+      System::Call 'kernel32::CloseHandle(p r1)'
+      ${Break}
+    ${EndIf}
+    ${If} $2 <> 32      ; ERROR_SHARING_VIOLATION
+    ${AndIf} $2 <> 1224 ; ERROR_USER_MAPPED_FILE
+      ${Break}
+    ${EndIf}
+    ${IfNot} ${Silent}
+      MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "A program is using$\r$\n$\r$\n$0$\r$\n$\r$\nClose it, and every host that has ZKR T46 loaded, then try again." IDRETRY again
+      SetErrorLevel ${EXIT_IN_USE}
+      Abort "$0 is in use. Nothing was changed."
+    ${EndIf}
+    !insertmacro Fail ${EXIT_IN_USE} "$0 is in use. Close the program that uses it. Nothing was changed."
+    again:
+  ${Loop}
+FunctionEnd
+
+; Removes the folder $0 and those above it up to $1, as long as they are empty; none without $1.
+Function ${un}RemoveCreated
+  ${DoWhile} $1 != ""
+    ClearErrors
+    RMDir "$0"
+    ${If} ${Errors}
+    ${OrIf} $0 == $1
+      ${Break}
+    ${EndIf}
+    ${GetParent} "$0" $0
+  ${LoopUntil} $0 == ""
+FunctionEnd
+!macroend
+!insertmacro SharedFunctions ""
+!insertmacro SharedFunctions "un."
+
+; ---- Installing
+
+; Puts the uppermost folder of the path $0 that is not there yet into $1, nothing when all are.
+Function FirstMissing
+  StrCpy $1 ""
+  StrCpy $2 "$0"
+  ${DoUntil} $2 == ""
+    ${If} ${FileExists} "$2\*.*"
+      ${Break}
+    ${EndIf}
+    StrCpy $1 "$2"
+    ${GetParent} "$2" $2
+  ${Loop}
+FunctionEnd
+
+; Makes the folder, and notes under which name the uninstaller finds what had to be made.
+!macro CreateFolder Folder Note
+  StrCpy $0 "${Folder}"
+  Call FirstMissing
+  CreateDirectory "${Folder}"
+  WriteRegStr HKLM "${ENTRY_KEY}" "${Note}" "$1"
+!macroend
+
+; Runs the uninstaller in the folder $3 to its end, and removes what it then leaves: itself, and its
+; folders up to $6. Its exit code is in $7.
+Function RemoveInstalled
+  ExecWait '"$3\uninstall.exe" /S _?=$3' $7
+  ${If} $7 = 0
+    Delete "$3\uninstall.exe"
+    StrCpy $0 "$3"
+    StrCpy $1 "$6"
+    Call RemoveCreated
+  ${EndIf}
+FunctionEnd
+
+; The version that is there goes first, with what is no longer part of the product.
+Section "-Replace"
+  ReadRegStr $3 HKLM "${ENTRY_KEY}" "InstallLocation"
+  ReadRegStr $4 HKLM "${ENTRY_KEY}" "Vst2Folder"
+  ReadRegStr $5 HKLM "${ENTRY_KEY}" "Vst3Folder"
+  ReadRegStr $6 HKLM "${ENTRY_KEY}" "HomeCreated"
+  StrCpy $0 "$4\${LIBRARY}"
+  Call RefuseInUse
+  StrCpy $0 "$5\${BUNDLE_LIBRARY}"
+  Call RefuseInUse
+  StrCpy $0 "$Vst2Folder\${LIBRARY}"
+  Call RefuseInUse
+  StrCpy $0 "$Vst3Folder\${BUNDLE_LIBRARY}"
+  Call RefuseInUse
+  StrCpy $0 "$3\${MANUAL}"
+  Call RefuseInUse
+  StrCpy $0 "$INSTDIR\${MANUAL}"
+  Call RefuseInUse
+
+  ${If} $3 != ""
+  ${AndIf} ${FileExists} "$3\uninstall.exe"
+    DetailPrint "Removing the installed version"
+    Call RemoveInstalled
+    ${If} $7 <> 0
+      !insertmacro Fail $7 "The installed version could not be removed."
+    ${EndIf}
+  ${EndIf}
+SectionEnd
+
+; Comes before the libraries, so that whatever happens can be undone.
+Section "-Home" Home
+  StrCpy $Begun 1
+  !insertmacro CreateFolder "$INSTDIR" "HomeCreated"
+  SetOutPath "$INSTDIR"
+  WriteUninstaller "$INSTDIR\uninstall.exe"
+  WriteRegStr HKLM "${ENTRY_KEY}" "DisplayName" "ZKR T46"
+  WriteRegStr HKLM "${ENTRY_KEY}" "DisplayVersion" "${VERSION}"
+  WriteRegStr HKLM "${ENTRY_KEY}" "DisplayIcon" "$INSTDIR\uninstall.exe"
+  WriteRegStr HKLM "${ENTRY_KEY}" "Publisher" "ZKR-soundworks"
+  WriteRegStr HKLM "${ENTRY_KEY}" "URLInfoAbout" "https://www.zkr-soundworks.example"
+  WriteRegStr HKLM "${ENTRY_KEY}" "InstallLocation" "$INSTDIR"
+  WriteRegStr HKLM "${ENTRY_KEY}" "UninstallString" '"$INSTDIR\uninstall.exe"'
+  WriteRegStr HKLM "${ENTRY_KEY}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /S'
+  WriteRegDWORD HKLM "${ENTRY_KEY}" "NoModify" 1
+  WriteRegDWORD HKLM "${ENTRY_KEY}" "NoRepair" 1
+
+  File "${TREE}/${MANUAL}"
+  File "${TREE}/LICENSE.txt"
+  File "${TREE}/COPYRIGHT.txt"
+  CreateShortcut "${SHORTCUT}" "$INSTDIR\${MANUAL}"
+  WriteRegStr HKCU "${SETTINGS_KEY}" "ManualPath" "$INSTDIR\${MANUAL}"
+SectionEnd
+
+Section "VST 2 plug-in" Vst2
+  !insertmacro CreateFolder "$Vst2Folder" "Vst2Created"
+  WriteRegStr HKLM "${ENTRY_KEY}" "Vst2Folder" "$Vst2Folder"
+  SetOutPath "$Vst2Folder"
+  File "${TREE}/${LIBRARY}"
+SectionEnd
+
+Section "VST 3 plug-in" Vst3
+  !insertmacro CreateFolder "$Vst3Folder" "Vst3Created"
+  WriteRegStr HKLM "${ENTRY_KEY}" "Vst3Folder" "$Vst3Folder"
+  !insertmacro InstallBundle
+SectionEnd
+
+Section "-Size"
+  SetOutPath "$INSTDIR"
+  StrCpy $0 0
+  ${ForEach} $1 ${Home} ${Vst3} + 1
+    ${If} ${SectionIsSelected} $1
+      SectionGetSize $1 $2
+      IntOp $0 $0 + $2
+    ${EndIf}
+  ${Next}
+  WriteRegDWORD HKLM "${ENTRY_KEY}" "EstimatedSize" $0
+SectionEnd
+
+!insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
+  !insertmacro MUI_DESCRIPTION_TEXT ${Vst2} "For hosts that load VST 2 plug-ins, into a folder of your choice."
+  !insertmacro MUI_DESCRIPTION_TEXT ${Vst3} "For hosts that load VST 3 plug-ins, into the folder that all of them search."
+!insertmacro MUI_FUNCTION_DESCRIPTION_END
+
+; Puts the folder that the parameters $0 give after /VST2DIR= into $Vst2Folder. The error flag is set
+; when they give none. Quotes may stand around the folder, or, as programs do that start others,
+; around the whole of it; without any, the folder goes on to the next option.
+Function ReadVst2Option
+  StrCpy $1 0
+  StrCpy $2 " "
+  ${Do}
+    StrCpy $3 $0 1 $1
+    ${If} $3 == ""
+      SetErrors
+      Return
+    ${EndIf}
+    StrCpy $4 $0 9 $1
+    ${If} $4 == "/VST2DIR="
+      ${If} $2 == " "
+      ${OrIf} $2 == '"'
+        ${Break}
+      ${EndIf}
+    ${EndIf}
+    StrCpy $2 $3
+    IntOp $1 $1 + 1
+  ${Loop}
+
+  IntOp $1 $1 + 9
+  StrCpy $3 $0 1 $1
+  ${If} $3 == '"'
+    StrCpy $2 '"'
+    IntOp $1 $1 + 1
+  ${EndIf}
+  StrCpy $Vst2Folder ""
+  ${Do}
+    StrCpy $3 $0 1 $1
+    StrCpy $4 $0 2 $1
+    ${If} $3 == ""
+    ${OrIf} $2$3 == '""'
+    ${OrIf} $2$4 == "  /"
+      ${Break}
+    ${EndIf}
+    StrCpy $Vst2Folder "$Vst2Folder$3"
+    IntOp $1 $1 + 1
+  ${Loop}
+  ClearErrors
+FunctionEnd
+
+; Takes a backslash off the end of $Vst2Folder. The error flag is set when that is not a full path.
+Function CheckVst2Folder
+  ClearErrors
+  StrCpy $1 $Vst2Folder 1 -1
+  ${If} $1 == "\"
+    StrCpy $Vst2Folder $Vst2Folder -1
+  ${EndIf}
+  StrCpy $1 $Vst2Folder 2
+  StrCpy $2 $Vst2Folder 2 1
+  ${If} $1 != "\\"
+  ${AndIf} $2 != ":\"
+    SetErrors
+  ${EndIf}
+FunctionEnd
+
+Function .onInit
+  SetShellVarContext all
+  StrCpy $Vst3Folder "$COMMONFILES64\VST3"
+
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/NOVST2" $1
+  ${IfNot} ${Errors}
+    !insertmacro UnselectSection ${Vst2}
+  ${EndIf}
+  ClearErrors
+  ${GetOptions} $0 "/NOVST3" $1
+  ${IfNot} ${Errors}
+    !insertmacro UnselectSection ${Vst3}
+  ${EndIf}
+  ${IfNot} ${SectionIsSelected} ${Vst2}
+  ${AndIfNot} ${SectionIsSelected} ${Vst3}
+    !insertmacro Fail ${EXIT_USAGE} "/NOVST2 and /NOVST3 together leave nothing to install."
+  ${EndIf}
+
+  ; As told, or as before, or as hosts tell, or the usual folder.
+  Call ReadVst2Option
+  ${IfNot} ${Errors}
+    Call CheckVst2Folder
+    ${If} ${Errors}
+      !insertmacro Fail ${EXIT_USAGE} "The folder for VST 2 plug-ins, $\"$Vst2Folder$\", is not a full path."
+    ${EndIf}
+    Return
+  ${EndIf}
+  ReadRegStr $Vst2Folder HKLM "${ENTRY_KEY}" "Vst2Folder"
+  ${If} $Vst2Folder == ""
+    ReadRegStr $Vst2Folder HKLM "SOFTWARE\VST" "VSTPluginsPath"
+    ExpandEnvStrings $Vst2Folder "$Vst2Folder"
+  ${EndIf}
+  Call CheckVst2Folder
+  ${If} ${Errors}
+    StrCpy $Vst2Folder "$PROGRAMFILES64\VSTPlugins"
+  ${EndIf}
+FunctionEnd
+
+; Half an installation is none.
+Function .onInstFailed
+  ${If} $Begun == 1
+    SetOutPath "$TEMP"
+    ReadRegStr $6 HKLM "${ENTRY_KEY}" "HomeCreated"
+    StrCpy $3 "$INSTDIR"
+    Call RemoveInstalled
+    SetErrorLevel ${EXIT_FAILED}
+  ${EndIf}
+FunctionEnd
+
+Function LeaveComponents
+  ${IfNot} ${SectionIsSelected} ${Vst2}
+  ${AndIfNot} ${SectionIsSelected} ${Vst3}
+    MessageBox MB_OK|MB_ICONINFORMATION "Choose at least one of the plug-ins."
+    Abort
+  ${EndIf}
+FunctionEnd
+
+Function EnterVst2Folder
+  ${IfNot} ${SectionIsSelected} ${Vst2}
+    Abort
+  ${EndIf}
+FunctionEnd
+
+; ---- Removing
+
+Function un.onInit
+  SetShellVarContext all
+FunctionEnd
+
+Section "Uninstall"
+  ReadRegStr $Vst2Folder HKLM "${ENTRY_KEY}" "Vst2Folder"
+  ReadRegStr $Vst3Folder HKLM "${ENTRY_KEY}" "Vst3Folder"
+  StrCpy $0 "$Vst2Folder\${LIBRARY}"
+  Call un.RefuseInUse
+  StrCpy $0 "$Vst3Folder\${BUNDLE_LIBRARY}"
+  Call un.RefuseInUse
+  StrCpy $0 "$INSTDIR\${MANUAL}"
+  Call un.RefuseInUse
+
+  ${If} $Vst2Folder != ""
+    Delete "$Vst2Folder\${LIBRARY}"
+    ${If} ${FileExists} "$Vst2Folder\${LIBRARY}"
+    ${AndIfNot} ${FileExists} "$Vst2Folder\${LIBRARY}\*.*"  ; a folder of that name is not ours
+      !insertmacro Fail ${EXIT_FAILED} "$Vst2Folder\${LIBRARY} could not be deleted."
+    ${EndIf}
+    StrCpy $0 "$Vst2Folder"
+    ReadRegStr $1 HKLM "${ENTRY_KEY}" "Vst2Created"
+    Call un.RemoveCreated
+  ${EndIf}
+  ${If} $Vst3Folder != ""
+    !insertmacro RemoveBundle
+    ${If} ${FileExists} "$Vst3Folder\${BUNDLE_LIBRARY}"
+      !insertmacro Fail ${EXIT_FAILED} "$Vst3Folder\${BUNDLE_LIBRARY} could not be deleted."
+    ${EndIf}
+    StrCpy $0 "$Vst3Folder"
+    ReadRegStr $1 HKLM "${ENTRY_KEY}" "Vst3Created"
+    Call un.RemoveCreated
+  ${EndIf}
+
+  Delete "${SHORTCUT}"
+  Delete "$INSTDIR\${MANUAL}"
+  Delete "$INSTDIR\LICENSE.txt"
+  Delete "$INSTDIR\COPYRIGHT.txt"
+  Delete "$INSTDIR\uninstall.exe"
+  StrCpy $0 "$INSTDIR"
+  ReadRegStr $1 HKLM "${ENTRY_KEY}" "HomeCreated"
+  Call un.RemoveCreated
+
+  ; The settings of the user stay, and with them their key.
+  DeleteRegValue HKCU "${SETTINGS_KEY}" "ManualPath"
+  DeleteRegKey /ifempty HKCU "${SETTINGS_KEY}"
+  DeleteRegKey /ifempty HKCU "${VENDOR_KEY}"
+  DeleteRegKey HKLM "${ENTRY_KEY}"
+SectionEnd

@@ -1,0 +1,328 @@
+#!/usr/bin/env bash
+# Installs, replaces and removes the product on Windows, through Wine in a prefix of its own: every
+# file and registry value at its place, the installed library at work, and afterwards nothing left
+# but what belongs to the user and to others. Looks into the Windows archive too.
+# Usage: installer_test.sh [FOLDER]   FOLDER holds the products and packages/; default: dist
+# shellcheck source=checks.sh
+source "$(dirname "${BASH_SOURCE[0]}")/checks.sh"
+
+export WINEPREFIX=$work/wine WINEDEBUG=-all
+export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+unset DISPLAY
+installer=$packages/ZKRT46-$version-windows-x64.exe
+drive=$WINEPREFIX/drive_c
+home="$drive/Program Files/ZKR-soundworks/ZKR T46"
+vst2="$drive/Program Files/VSTPlugins"
+vst3="$drive/Program Files/Common Files/VST3"
+manual_link="$drive/ProgramData/Microsoft/Windows/Start Menu/Programs/ZKR T46 manual.lnk"
+settings='HKCU\SOFTWARE\ZKR-soundworks\ZKRT46'
+entry='HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\ZKRT46'
+
+stop_wine() {
+    touch "$work/release"
+    timeout 30 wineserver --kill 2>/dev/null || true
+}
+trap stop_wine EXIT
+
+# win PROGRAM ARGUMENTS...: a Windows program, which may take a minute.
+win() {
+    timeout 60 wine "$@" 2>>"$work/stderr"
+}
+
+# typed LINE: a line as somebody types it, with its own quotes.
+typed() {
+    printf '@%s\r\n@exit %%errorlevel%%\r\n' "start /wait \"\" $1" >"$work/typed.bat"
+    win cmd /c "$(winepath -w "$work/typed.bat")"
+}
+
+install_silently() {
+    win "$installer" /S "$@"
+}
+
+# uninstall_silently [FOLDER]: the uninstaller leaves its place and goes on as a copy; this waits for
+# that copy's end, which is when the entry in Windows' list is gone.
+uninstall_silently() {
+    local folder=${1:-$home} patience=100
+    code 0 win "$folder/uninstall.exe" /S
+    while [ -e "$folder/uninstall.exe" ] || win reg query "$entry" >/dev/null; do
+        [ $((patience--)) -gt 0 ] || fail "the uninstaller has left its entry or itself after 10 s"
+        sleep 0.1
+    done
+}
+
+# value KEY NAME: of the registry, as text; fails when there is none.
+value() {
+    win reg export "$1" "$(winepath -w "$work/export.reg")" /y >/dev/null || return 1
+    iconv -f UTF-16 -t UTF-8 "$work/export.reg" | tr -d '\r' | python3 -c '
+import re, sys
+found = re.search(r"^\"%s\"=(?:\"(.*)\"|(.*))$" % re.escape(sys.argv[1]), sys.stdin.read(), re.M)
+if not found: sys.exit(1)
+print(found[2] if found[1] is None else re.sub(r"\\(.)", r"\1", found[1]))' "$2"
+}
+
+expect_value() {
+    expect "$1, $2" "$3" "$(value "$1" "$2" || echo "(none)")"
+}
+
+# unix PATH: of a Windows path. The prefix has but one drive of its own.
+unix() {
+    [[ $1 == C:\\* ]] || fail "$1 is no path on drive C"
+    local path=${1#C:}
+    echo "$drive${path//\\//}"
+}
+
+# everything: what there is in the prefix, but for the system's own and temporary files; and what is
+# in the registry where products leave things.
+everything() {
+    (cd "$drive" && find . \( -path ./windows -o -path '*/Temp' \) -prune -o -print | sort)
+    local key
+    for key in 'HKCU\SOFTWARE' 'HKLM\SOFTWARE' "${entry%\\*}" "${entry%\\*\\*}"; do
+        win reg query "$key" | tr -d '\r'
+    done
+    for key in "${settings%\\*}" "$entry" 'HKLM\SOFTWARE\VST'; do
+        win reg export "$key" "$(winepath -w "$work/export.reg")" /y >/dev/null || continue
+        iconv -f UTF-16 -t UTF-8 "$work/export.reg" | tr -d '\r'
+    done
+}
+
+# expect_installed VST2-FOLDER HOME: all files with their bytes, and what points at them.
+expect_installed() {
+    same "$products/windows/ZKRT46.dll" "$1/ZKRT46.dll"
+    same_tree "$products/windows/ZKRT46.vst3" "$vst3/ZKRT46.vst3"
+    same "$products/ZKRT46-manual.pdf" "$2/ZKRT46-manual.pdf"
+    same_text "$top/LICENSE" "$2/LICENSE.txt"
+    expect_files "$2" $'COPYRIGHT.txt\nLICENSE.txt\nZKRT46-manual.pdf\nuninstall.exe' "$(listing "$2")"
+    same "$2/ZKRT46-manual.pdf" "$(unix "$(value "$settings" ManualPath)")"
+    expect "folder of the manual" "$(realpath "$2")" \
+        "$(dirname "$(realpath "$(unix "$(value "$settings" ManualPath)")")")"
+}
+
+# expect_none VST2-FOLDER: neither library, nor entry, nor manual.
+expect_none() {
+    local left
+    for left in "$1/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$home" "$manual_link"; do
+        [ ! -e "$left" ] || fail "$left is left"
+    done
+    expect_value "$entry" DisplayName "(none)"
+    expect_value "$settings" ManualPath "(none)"
+}
+
+# expect_version FILE DESCRIPTION [ORIGINAL-NAME]: what the file tells of itself.
+expect_version() {
+    local told
+    told=$(python3 "$here/version_info.py" "$1")
+    expect "version of $1" "file number: $version
+product number: $version
+CompanyName: ZKR-soundworks
+FileDescription: $2
+FileVersion: $version
+${3:+InternalName: ZKRT46
+}LegalCopyright: Copyright 2026 ZKR-soundworks. Licensed under GPL-3.0.
+${3:+OriginalFilename: $3
+}ProductName: ZKR T46
+ProductVersion: $version
+icon: 16 24 32 48 64 128 256" "$told"
+}
+
+[ -f "$installer" ] || fail "$installer is missing; scripts/package.sh makes it"
+step "a new Windows"
+timeout 120 wine wineboot --init >/dev/null 2>&1
+win reg query 'HKCU\SOFTWARE' >/dev/null
+everything >"$work/before"
+
+step "install"
+code 0 install_silently
+expect_installed "$vst2" "$home"
+[ -f "$manual_link" ] || fail "no entry for the manual in the start menu"
+grep -aq "ZKRT46-manual.pdf" "$manual_link" || fail "the start menu's entry does not name the manual"
+expect_value "$entry" DisplayName "ZKR T46"
+expect_value "$entry" DisplayVersion "$version"
+expect_value "$entry" Publisher ZKR-soundworks
+icon=$(unix "$(value "$entry" DisplayIcon)")
+[ -f "$icon" ] || fail "DisplayIcon names no file"
+expect "icon of the entry" "icon: 16 24 32 48 64 128 256" "$(python3 "$here/version_info.py" "$icon" | tail -n 1)"
+expect_value "$entry" UninstallString '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe"'
+expect_value "$entry" QuietUninstallString '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe" /S'
+size=$(($(value "$entry" EstimatedSize | sed 's/^dword:/0x/')))
+real=$(du -cbk --apparent-size "$vst2/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$home" | tail -n 1 | cut -f 1)
+[ $((size * 10)) -gt $((real * 8)) ] && [ $((size * 10)) -lt $((real * 12)) ] ||
+    fail "EstimatedSize is $size KB, the files have $real KB"
+
+step "what the files tell of themselves"
+expect_version "$vst2/ZKRT46.dll" "ZKR T46 mastering equaliser (VST 2)" ZKRT46.dll
+expect_version "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" \
+    "ZKR T46 mastering equaliser (VST 3)" ZKRT46.vst3
+expect_version "$installer" "ZKR T46 installer"
+expect_version "$home/uninstall.exe" "ZKR T46 installer"
+expect "exports of the VST 2 library" "ExitDll InitDll VSTPluginMain main" \
+    "$(x86_64-w64-mingw32-objdump -p "$vst2/ZKRT46.dll" |
+        awk '/^\[Ordinal\/Name Pointer\]/ {on = 1; next} /^$/ {on = 0} on {print $NF}' | sort | xargs)"
+
+step "remove: nothing is left"
+uninstall_silently
+expect_none "$vst2"
+everything >"$work/after"
+diff "$work/before" "$work/after" >&2 || fail "the uninstaller leaves something (>) or takes too much (<)"
+
+step "in company: folders of others, settings of the user, the folder that hosts name"
+named=$drive/Audio/Plug-ins
+mkdir -p "$named" "$vst2" "$vst3/Other.vst3"
+foreign_files=("$named/Other.dll" "$vst2/ZKRT46.dll" "$vst3/Other.vst3/a" "$vst3/b.vst3")
+for foreign in "${foreign_files[@]}"; do
+    echo foreign >"$foreign"
+done
+win reg add "$settings" /v DefaultBank /t REG_BINARY /d 5a4b52 /f >/dev/null
+win reg add 'HKLM\SOFTWARE\VST' /v VSTPluginsPath /d 'C:\Audio\Plug-ins\' /f >/dev/null
+code 0 install_silently
+expect_installed "$named" "$home"
+
+step "the installed library at work"
+export ZKRT46_BRIDGE=$products/windows/zkrt46-bridge.exe
+tool=$products/linux/zkrt46
+timeout 60 "$tool" info --plugin "$named/ZKRT46.dll" >"$work/info"
+grep -q "Zt46" "$work/info" || fail "the tool does not know the installed library"
+noise "$work/in.wav"
+warm=(--set LFreqL=82 --set LGainL=+3.5 --set HFreqR=12000 --set HGainR=-2)
+timeout 60 "$tool" render --plugin "$named/ZKRT46.dll" "${warm[@]}" "$work/in.wav" "$work/out.wav"
+timeout 60 "$tool" render --plugin "$products/linux/ZKRT46.so" "${warm[@]}" "$work/in.wav" \
+    "$work/expected.wav"
+same "$work/expected.wav" "$work/out.wav"
+timeout 60 "$tool" render --plugin "$products/linux/ZKRT46.so" "$work/in.wav" "$work/flat.wav"
+if cmp -s "$work/flat.wav" "$work/out.wav"; then fail "the settings change nothing"; fi
+
+step "remove: what belongs to others stays"
+uninstall_silently
+expect_none "$named"
+everything >"$work/before"
+grep -q '"CurrBank"=' "$work/before" || fail "the uninstaller takes the settings that the library has left"
+grep -q '"DefaultBank"=hex:5a,4b,52' "$work/before" || fail "the uninstaller takes the default bank"
+for foreign in "${foreign_files[@]}"; do
+    expect "$foreign" foreign "$(cat "$foreign")"
+done
+code 0 install_silently
+
+step "over an older version, into a folder of long and foreign letters"
+win reg add "$entry" /v DisplayVersion /d 0.9.0.0 /f >/dev/null
+echo old >"$named/ZKRT46.dll"
+echo old >"$home/ZKRT46-manual.pdf"
+moved="$drive/Müsik 音/VST 2 $(printf 'ordner %.0s' {1..15})x"
+code 0 install_silently "/VST2DIR=C:\\Müsik 音\\${moved##*/}"
+expect_installed "$moved" "$home"
+expect_value "$entry" DisplayVersion "$version"
+expect_files "the folder of before" Other.dll "$(listing "$named")"
+
+step "again, and it stays in that folder"
+code 0 install_silently
+expect_installed "$moved" "$home"
+timeout 60 "$tool" info --plugin "$moved/ZKRT46.dll" >"$work/info-moved"
+diff <(grep -v '^Plug-in ' "$work/info") <(grep -v '^Plug-in ' "$work/info-moved") >&2 ||
+    fail "the library reports something else from there"
+
+# hold FILE: a program that has it loaded or open.
+makensis -V1 -DOUTPUT="$work/holder.exe" "$here/holder.nsi"
+hold() {
+    rm -f "$work/holding" "$work/release"
+    wine "$work/holder.exe" "$(winepath -w "$1")" 2>/dev/null &
+    local patience=100
+    until [ -e "$work/holding" ]; do
+        [ $((patience--)) -gt 0 ] || fail "the holder has not loaded $1 after 10 s"
+        sleep 0.1
+    done
+}
+release() {
+    touch "$work/release"
+    wait
+}
+
+step "in use: refused, and nothing changed"
+everything >"$work/installed"
+for held in "$moved/ZKRT46.dll" "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" \
+    "$home/ZKRT46-manual.pdf"; do
+    hold "$held"
+    : >"$work/stderr"
+    code 3 install_silently
+    grep -q "is in use" "$work/stderr" || fail "no word about $held being in use"
+    expect_installed "$moved" "$home"
+    code 3 typed '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe" /S _?=C:\Program Files\ZKR-soundworks\ZKR T46'
+    expect_installed "$moved" "$home"
+    release
+done
+cp "$products/windows/ZKRT46.dll" "$named"
+hold "$named/ZKRT46.dll"
+code 3 install_silently "/VST2DIR=C:\\Audio\\Plug-ins"
+expect_installed "$moved" "$home"
+release
+rm "$named/ZKRT46.dll"
+everything | diff "$work/installed" - >&2 || fail "a refused installation has changed something"
+
+step "a wrong command line: refused, and nothing changed"
+code 4 install_silently /NOVST2 /NOVST3
+code 4 install_silently /VST2DIR=plug-ins
+code 4 install_silently /VST2DIR=
+everything | diff "$work/installed" - >&2 || fail "a refused installation has changed something"
+
+step "one of the two, without the other"
+code 0 install_silently /NOVST3
+same "$products/windows/ZKRT46.dll" "$moved/ZKRT46.dll"
+[ ! -e "$vst3/ZKRT46.vst3" ] || fail "/NOVST3 leaves the VST 3 plug-in"
+code 0 install_silently /NOVST2
+same_tree "$products/windows/ZKRT46.vst3" "$vst3/ZKRT46.vst3"
+[ ! -e "$moved" ] || fail "/NOVST2 leaves the VST 2 plug-in or its folder"
+cp "$installer" "$drive/setup.exe"
+code 0 typed 'C:\setup.exe /S /NOVST3 /VST2DIR="C:\with spaces"'
+same "$products/windows/ZKRT46.dll" "$drive/with spaces/ZKRT46.dll"
+code 0 typed 'C:\setup.exe /S /VST2DIR=C:\no quotes /NOVST3'
+same "$products/windows/ZKRT46.dll" "$drive/no quotes/ZKRT46.dll"
+rm "$drive/setup.exe"
+code 0 install_silently "/VST2DIR=C:\\Audio\\Plug-ins\\"
+expect_installed "$named" "$home"
+
+step "remove: what others have put among our files stays"
+echo mine >"$vst3/ZKRT46.vst3/Contents/Resources/mine.txt"
+echo mine >"$home/mine.txt"
+uninstall_silently
+expect mine mine "$(cat "$vst3/ZKRT46.vst3/Contents/Resources/mine.txt" "$home/mine.txt" | uniq)"
+rm -r "$vst3/ZKRT46.vst3" "$drive/Program Files/ZKR-soundworks"
+everything >"$work/after"
+diff "$work/before" "$work/after" >&2 || fail "the uninstaller leaves something (>) or takes too much (<)"
+
+step "a file that cannot be written: taken back as a whole"
+mkdir "$named/ZKRT46.dll"
+everything >"$work/before"
+code 2 install_silently
+everything >"$work/after"
+diff "$work/before" "$work/after" >&2 || fail "half an installation is left"
+
+step "hosts name no folder; manual and uninstaller in a folder by command line"
+rmdir "$named/ZKRT46.dll"
+rm "$vst2/ZKRT46.dll"
+win reg add 'HKLM\SOFTWARE\VST' /v VSTPluginsPath /d 'somewhere' /f >/dev/null
+everything >"$work/before"
+code 0 install_silently '/D=C:\Zürich\ZKR-T46'
+expect_installed "$vst2" "$drive/Zürich/ZKR-T46"
+uninstall_silently "$drive/Zürich/ZKR-T46"
+everything >"$work/after"
+diff "$work/before" "$work/after" >&2 || fail "the uninstaller leaves something (>) or takes too much (<)"
+
+step "the archive"
+archive=$packages/ZKRT46-$version-windows-x64
+python3 -m zipfile -e "$archive.zip" "$work/zip"
+unpacked=$work/zip/${archive##*/}
+expect_files "$archive.zip" "$({
+    bundle_listing "$products/windows"
+    printf '%s\n' COPYRIGHT.txt LICENSE.txt README.txt ZKRT46-manual.pdf ZKRT46.dll
+} | sort)" "$(listing "$unpacked")"
+same "$products/windows/ZKRT46.dll" "$unpacked/ZKRT46.dll"
+same_tree "$products/windows/ZKRT46.vst3" "$unpacked/ZKRT46.vst3"
+same "$products/ZKRT46-manual.pdf" "$unpacked/ZKRT46-manual.pdf"
+same_text "$top/LICENSE" "$unpacked/LICENSE.txt"
+for holder in "Steinberg Media Technologies" "mingw-w64 project" "License: ZPL-2.1" \
+    "License: BSD-3-clause" "License: Expat"; do
+    grep -q "$holder" "$unpacked/COPYRIGHT.txt" || fail "COPYRIGHT.txt says nothing of $holder"
+done
+for word in "ZKR T46 $version" ZKRT46.dll ZKRT46.vst3 ZKRT46-manual.pdf ManualPath /VST2DIR= /NOVST2 /NOVST3; do
+    grep -qF -- "$word" "$unpacked/README.txt" || fail "README.txt says nothing of $word"
+done
+stop_wine
+rm -rf "$WINEPREFIX"
+echo "$test_name: passed in $SECONDS s"

@@ -1,0 +1,129 @@
+#!/usr/bin/env bash
+# Looks into the Linux archive and the Debian package: every file at its place with the right bytes,
+# the tool and the libraries at work from there, and the libraries they need declared.
+# Usage: linux_packages_test.sh [FOLDER]   FOLDER holds the products and packages/; default: dist
+# shellcheck source=checks.sh
+source "$(dirname "${BASH_SOURCE[0]}")/checks.sh"
+
+archive=$packages/ZKRT46-$version-linux-x86_64.tar.gz
+package=$packages/zkr-t46_${version}_amd64.deb
+export XDG_DATA_HOME=$work/settings
+
+# What is packed has no symbols for a debugger; the rest is as it was built.
+mkdir -p "$work/stripped"
+cp -r "$products"/linux/. "$work/stripped"
+find "$work/stripped" -type f \( -name '*.so' -o -name zkrt46 \) \
+    -exec strip --strip-unneeded --remove-section=.comment {} +
+
+# at_work TOOL: it finds its library by itself, and renders what the built one renders.
+at_work() {
+    expect "libraries missing for $1" "" "$(ldd "$1" | sed -n '/not found/p')"
+    [ -f "$work/expected.wav" ] || {
+        noise "$work/in.wav"
+        "$products/linux/zkrt46" render --set LFreqL=82 --set LGainL=+3.5 "$work/in.wav" \
+            "$work/expected.wav"
+    }
+    env -u ZKRT46_PLUGIN "$1" info | grep -q "Zt46" || fail "$1 does not find its library"
+    rm -f "$work/out.wav"
+    env -u ZKRT46_PLUGIN "$1" render --set LFreqL=82 --set LGainL=+3.5 "$work/in.wav" "$work/out.wav"
+    same "$work/expected.wav" "$work/out.wav"
+}
+
+step "the archive"
+mkdir "$work/tar"
+tar -xzf "$archive" -C "$work/tar"
+unpacked=$work/tar/$(basename "$archive" .tar.gz)
+expect_files "$archive" "$({
+    bundle_listing "$products/linux"
+    printf '%s\n' LICENSE README.txt ZKRT46-manual.pdf ZKRT46.so copyright zkrt46 zkrt46.1
+} | sort)" "$(listing "$unpacked")"
+same "$work/stripped/ZKRT46.so" "$unpacked/ZKRT46.so"
+same "$work/stripped/zkrt46" "$unpacked/zkrt46"
+same_tree "$work/stripped/ZKRT46.vst3" "$unpacked/ZKRT46.vst3"
+same "$products/ZKRT46-manual.pdf" "$unpacked/ZKRT46-manual.pdf"
+same "$top/LICENSE" "$unpacked/LICENSE"
+at_work "$unpacked/zkrt46"
+for word in "ZKR T46 $version" ZKRT46.so ZKRT46.vst3 zkrt46 ZKRT46-manual.pdf .vst3 ManualPath; do
+    grep -qF -- "$word" "$unpacked/README.txt" || fail "README.txt says nothing of $word"
+done
+
+step "what the README tells to type"
+mkdir "$work/user"
+sed -n 's/^  \(mkdir\|cp\|settings=\|printf\|\.\/zkrt46\)/\1/p' "$unpacked/README.txt" >"$work/typed"
+(cd "$unpacked" && env -u XDG_DATA_HOME HOME="$work/user" bash -e "$work/typed" >"$work/info")
+same "$work/stripped/ZKRT46.so" "$work/user/.vst/ZKRT46.so"
+same_tree "$work/stripped/ZKRT46.vst3" "$work/user/.vst3/ZKRT46.vst3"
+same "$products/ZKRT46-manual.pdf" "$(cat "$work/user/.local/share/ZKR-soundworks/ZKRT46/ManualPath")"
+grep -q "Zt46" "$work/info" || fail "./zkrt46 info does not show the plug-in"
+
+step "the Debian package"
+dpkg-deb --extract "$package" "$work/root"
+dpkg-deb --control "$package" "$work/control"
+root=$work/root
+documents=usr/share/doc/zkr-t46
+expect_files "$package" "$({
+    printf '%s/\n' usr usr/bin usr/lib usr/lib/vst usr/lib/vst3 usr/share \
+        usr/share/ZKR-soundworks usr/share/ZKR-soundworks/ZKRT46 usr/share/doc $documents \
+        usr/share/man usr/share/man/man1
+    printf '%s\n' usr/bin/zkrt46 usr/lib/vst/ZKRT46.so usr/share/ZKR-soundworks/ZKRT46/ManualPath \
+        $documents/ZKRT46-manual.pdf $documents/changelog.gz $documents/copyright \
+        usr/share/man/man1/zkrt46.1.gz
+    bundle_listing "$products/linux" | sed 's|^|usr/lib/vst3/|'
+} | sort)" "$(listing "$root")"
+same "$work/stripped/ZKRT46.so" "$root/usr/lib/vst/ZKRT46.so"
+same_tree "$work/stripped/ZKRT46.vst3" "$root/usr/lib/vst3/ZKRT46.vst3"
+same "$work/stripped/zkrt46" "$root/usr/bin/zkrt46"
+same "$products/ZKRT46-manual.pdf" "$root/$documents/ZKRT46-manual.pdf"
+same "$products/ZKRT46-manual.pdf" "$root$(cat "$root/usr/share/ZKR-soundworks/ZKRT46/ManualPath")"
+(cd "$root" && md5sum --check --quiet "$work/control/md5sums") || fail "md5sums do not fit"
+expect "files that are not root's" "" "$(dpkg-deb --contents "$package" | awk '$2 != "root/root"')"
+
+step "what the package tells of itself"
+field() { dpkg-deb --field "$package" "$1"; }
+expect Package zkr-t46 "$(field Package)"
+expect Version "$version" "$(field Version)"
+expect Architecture amd64 "$(field Architecture)"
+expect Section sound "$(field Section)"
+expect Maintainer "ZKR-soundworks <support@zkr-soundworks.example>" "$(field Maintainer)"
+listed=$(du -ck --apparent-size $(find "$root" -type f) | tail -n 1 | cut -f 1)
+size=$(field Installed-Size)
+[ $((size * 10)) -gt $((listed * 9)) ] && [ $((size * 10)) -lt $((listed * 11)) ] ||
+    fail "Installed-Size is $size KB, the files have $listed KB"
+zcat "$root/$documents/changelog.gz" | head -n 1 | grep -qF "zkr-t46 ($version)" ||
+    fail "the changelog does not begin with this version"
+# Every command of the tool is in its page, and the page has no mistakes.
+zcat "$root/usr/share/man/man1/zkrt46.1.gz" >"$work/zkrt46.1"
+"$root/usr/bin/zkrt46" --help | sed -n '/^Subcommands:/,$s/^  \([a-z]\+\) .*/\1/p' >"$work/commands"
+[ -s "$work/commands" ] || fail "the tool lists no commands"
+while read -r command; do
+    grep -q "^\.B $command\$" "$work/zkrt46.1" || fail "the page zkrt46(1) says nothing of $command"
+done <"$work/commands"
+lintian --no-cfg --fail-on error,warning "$package" >&2 || fail "lintian complains"
+
+step "the tool and the libraries at work, and what they need"
+at_work "$root/usr/bin/zkrt46"
+binaries=("$root/usr/bin/zkrt46" "$root/usr/lib/vst/ZKRT46.so"
+    "$root/usr/lib/vst3/ZKRT46.vst3/Contents/x86_64-linux/ZKRT46.so")
+for binary in "${binaries[@]}"; do
+    expect "libraries missing for $binary" "" "$(ldd -r "$binary" 2>&1 | sed -n '/not found\|undefined/p')"
+    if objdump -h "$binary" | grep -q '\.debug_\|\.symtab'; then fail "$binary is not stripped"; fi
+done
+needed=$(objdump -p "${binaries[@]}" | awk '$1 == "NEEDED" {print $2}' | sort -u | while read -r name; do
+    file=$(ldconfig -p | awk -v name="$name" '$1 == name && /x86-64/ {print $NF}')
+    { dpkg -S "$file" "$(realpath "$file")" 2>/dev/null || true; } | cut -d : -f 1
+done | sort -u)
+[ -n "$needed" ] || fail "the binaries need no library at all"
+expect "packages of the needed libraries" "$needed" \
+    "$(field Depends | tr ',' '\n' | sed 's/^ *//; s/[ (:].*//' | sort -u)"
+
+step "packed again: the same bytes"
+mkdir "$work/again"
+cp -r "$products/windows" "$products/linux" "$products/ZKRT46-manual.pdf" "$work/again"
+SOURCE_DATE_EPOCH=$(stat -c %Y "$unpacked/LICENSE") "$top/scripts/package.sh" "$work/again" >/dev/null
+same_tree "$packages" "$work/again/packages"
+
+step "the sums"
+(cd "$packages" && sha256sum --check --quiet SHA256SUMS) || fail "SHA256SUMS do not fit"
+expect "summed files" "$(cd "$packages" && find . -type f ! -name SHA256SUMS -printf '%P\n' | sort)" \
+    "$(awk '{print $2}' "$packages/SHA256SUMS" | sort)"
+echo "$test_name: passed in $SECONDS s"
