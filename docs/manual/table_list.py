@@ -1,0 +1,17 @@
+"""Tables in Markdown, and the list of all that the manual has."""
+
+TABLES = {}
+
+
+def table(name):
+    def keep(function):
+        TABLES[name] = function
+        return function
+    return keep
+
+
+def rows_of(head, rows, widths):
+    """A pipe table. Widths are shares of the line; right-aligned where negative."""
+    rule = ["-" * abs(w) + (":" if w < 0 else "-") for w in widths]
+    lines = [head, rule, *rows]
+    return "\n".join("| " + " | ".join(str(cell) for cell in line) + " |" for line in lines)

@@ -1,0 +1,218 @@
+"""Tables made from what the program lists and measures."""
+import math
+import re
+
+from names import GLOBAL, control, decibels, frequency, parts
+from table_list import rows_of, table
+from values import db, drive, level_at, require
+
+
+def short(text):
+    """120.00 becomes 120, and a minus a true minus."""
+    return re.sub(r"(\d+)\.00\b", r"\1", text).replace("-", "\u2212")
+
+
+def code(text):
+    return f"`{text}`"
+
+
+@table("parameters")
+def parameters(tool):
+    rows, pending = [], {}
+    for row in tool.parameters():
+        title, unit = row["title"], row["unit"]
+        values = short(row["values"]) + (f" {unit}" if unit else "")
+        if row["steps"] > 100:
+            values += f", {row['steps']} steps"
+        default = short(row["default"]) + (f" {unit}" if unit and row["default"] != "Off" else "")
+        entry = [f"{row['index']}", code(title), control(title), values, default]
+        if title in GLOBAL:
+            rows.append(entry)
+            continue
+        stem, channel, second = parts(title)
+        if channel == "L":
+            pending[stem, second] = entry
+            continue
+        first = pending.pop((stem, second))
+        require(first[2:] == entry[2:], f"{title} has the values of its left partner")
+        rows.append([f"{first[0]}, {entry[0]}", f"{first[1]}, {entry[1]}", *entry[2:]])
+    require(not pending, "every left parameter has a right one")
+    return rows_of(["No.", "Titles", "Control", "Values", "Default"], rows, [8, 24, 22, 50, 11])
+
+
+@table("frequencies")
+def frequencies(tool):
+    columns = [[frequency(v) for v in tool.values(title) if v != "Off"]
+               for title in ("LFreqL", "MFreqL", "HFreqL", "HpfL")]
+    shelf = shelving(tool)
+    rows = []
+    for step in range(max(map(len, columns))):
+        cells = [column[step] if step < len(column) else "" for column in columns]
+        low = tool.values("LFreqL")[step + 1] if step < len(columns[0]) else ""
+        rows.append([step + 1, cells[0], "yes" if low in shelf else "bell only" if low else "",
+                     *cells[1:]])
+    return rows_of(["Step", "LOW, Hz", "SHELF LOW", "MID, Hz", "HIGH, Hz", "HPF, Hz"], rows,
+                   [-6, -9, 12, -9, -9, -9])
+
+
+def shelving(tool):
+    """The low frequencies at which the shelf key changes the sound, found by measuring."""
+    found = []
+    for hertz in tool.values("LFreqL")[1:]:
+        bell = ["LFreqL=" + hertz, "LGainL=6"]
+        if abs(level_at(tool, bell, 10) - level_at(tool, bell + ["LShelfL=On"], 10)) > 0.1:
+            found.append(hertz)
+    require([float(f) for f in found] == [300, 200, 120, 82, 63],
+            "the low shelf works from 63 to 300 Hz")
+    return found
+
+
+@table("gain-steps")
+def gain_steps(tool):
+    """What the knob shows and what the band does, by measuring the MID band."""
+    tenths = range(0, 11)
+    _, found = tool.left([["MFreqL=1800", f"MGainL={t / 10}"] for t in tenths], points=2,
+                         first=1600, last=1601)
+    levels = [curve[0] for curve in found]
+    acting, quarter = [], 0.0
+    for before, after in zip([levels[0], *levels], levels):
+        if after - before > 0.01:
+            quarter += 0.25
+        acting.append(quarter)
+    require(acting[-1] == 1.0, "tenths act in quarters")
+    return rows_of(["Shown, dB", *(f"{t / 10:.1f}" for t in tenths)],
+                   [["Acts as, dB", *(f"{a:.2f}".rstrip("0").rstrip(".") for a in acting)]],
+                   [11] + [-5] * len(tenths))
+
+
+def width(hertz, levels):
+    """The peak, its place by a parabola through three points, and the octaves between the two
+    points at half the gain in dB."""
+    peak = max(range(len(levels)), key=lambda i: abs(levels[i]))
+    half = levels[peak] / 2
+
+    def crossing(order):
+        for a, b in zip(order, order[1:]):
+            if abs(levels[b]) < abs(half):
+                share = (levels[a] - half) / (levels[a] - levels[b])
+                return math.log2(hertz[a]) + share * (math.log2(hertz[b]) - math.log2(hertz[a]))
+        return None
+
+    low = crossing(list(range(peak, -1, -1)))
+    high = crossing(list(range(peak, len(levels))))
+    octaves = f"{high - low:.1f}" if low is not None and high is not None else "over 10"
+    before, top, after = levels[peak - 1:peak + 2]
+    offset = (before - after) / (before - 2 * top + after) / 2
+    return top, hertz[peak] * (hertz[peak + 1] / hertz[peak]) ** offset, octaves
+
+
+@table("widths")
+def widths(tool):
+    gains = [2, 4, 8, 12, 16, -2, -4, -8, -12, -16]
+    hertz, (flat, *found) = tool.left([[], *(["MFreqL=1800", f"MGainL={g}"] for g in gains)],
+                                      rate=96000, last=40000, points=80)
+    rows = []
+    for gain, levels in zip(gains, found):
+        top, where, octaves = width(hertz, [a - b for a, b in zip(levels, flat)])
+        rows.append([decibels(gain), db(top) + " dB", f"{where / 1000:.2f} kHz", octaves])
+    return rows_of(["MID 1k8 set to", "Extreme, measured", "at", "Width at half the gain, octaves"],
+                   rows, [-16, -18, -10, -30])
+
+
+@table("shelf-corners")
+def shelf_corners(tool):
+    gains = (1, 3, 6, 12, -3, -6, -12)
+    rows = []
+    for step in (6800, 10000, 14000, 20000, 28000):
+        hertz, (flat, *found) = tool.left(
+            [[], *(["HShelfL=On", f"HFreqL={step}", f"HGainL={g}"] for g in gains)],
+            rate=192000, first=500, last=40000, points=40)
+        cells = []
+        for gain, levels in zip(gains, found):
+            missing = [abs(gain) / 2 - abs(a - b) for a, b in zip(levels, flat)]
+            at = next(i for i, lack in enumerate(missing) if lack < 0)
+            share = missing[at - 1] / (missing[at - 1] - missing[at])
+            corner = hertz[at - 1] * (hertz[at] / hertz[at - 1]) ** share
+            cells.append(f"{corner / 1000:.1f}")
+        rows.append([frequency(step), *cells])
+    return rows_of(["HIGH", *(decibels(g) for g in gains)], rows, [-8] + [-10] * len(gains))
+
+
+@table("neighbours")
+def neighbours(tool):
+    """How far two bands together are from the sum of each alone."""
+    lows = tool.values("LFreqL")[1:][::-1]
+    pairs = ((8, 8), (-8, -8), (8, -8))
+
+    def low(hertz, gain):
+        return [f"LFreqL={hertz}", f"LGainL={gain}"]
+
+    def mid(gain):
+        return ["MFreqL=1200", f"MGainL={gain}"]
+
+    curves = [[], mid(8), mid(-8)]
+    for hertz in lows:
+        curves += [low(hertz, 8), low(hertz, -8), *(low(hertz, a) + mid(b) for a, b in pairs)]
+    _, found = tool.left(curves, points=32, first=20)
+    none, mids = found[0], {8: found[1], -8: found[2]}
+    rows = []
+    for number, hertz in enumerate(lows):
+        up, down, *both = found[3 + 5 * number:8 + 5 * number]
+        cells = []
+        for (a, b), together in zip(pairs, both):
+            apart = [t - (p + q - n) for t, p, q, n in
+                     zip(together, up if a > 0 else down, mids[b], none)]
+            cells.append(db(max(apart, key=abs)))
+        rows.append([frequency(hertz), *cells])
+    return rows_of(["LOW, Hz", "both +8 dB", "both \u22128 dB", "LOW +8, MID \u22128 dB"], rows,
+                   [-12, -18, -18, -24])
+
+
+@table("distortion")
+def distortion(tool):
+    levels = (-18, -12, -6, 0)
+    kinds = (("as it starts, 50 Hz", [], 50), ("as it starts, 1 kHz", [], 1000),
+             ("QB11, DRIVE \u221216 dB, 1 kHz", drive(-16), 1000),
+             ("QB11, DRIVE +8 dB, 1 kHz", drive(8), 1000),
+             ("QB11, DRIVE +16 dB, 1 kHz", drive(16), 1000),
+             ("QB11, TRAFO OFF, 50 Hz", drive(0, "TrfoDsL=On"), 50),
+             ("QB11, AMP OFF, 50 Hz", drive(0, "AmpDsbL=On"), 50))
+    rows = []
+    for name, settings, hertz in kinds:
+        found = tool.harmonics(settings, hertz, "-18:0:6")[0]
+        rows.append([name, *(f"{row['thd']:.4f}" if row["thd"] < 0.1 else f"{row['thd']:.3f}"
+                             if row["thd"] < 1 else f"{row['thd']:.1f}" for row in found)])
+    return rows_of(["THD in %", *(f"{db(level, 0)} dBFS" for level in levels)], rows,
+                   [30] + [-12] * len(levels))
+
+
+@table("latency")
+def latency(tool):
+    text = tool.run("latency")
+    require("All as reported" in text, "the delay is what the plug-in reports")
+    reported = {}
+    for line in text.splitlines():
+        found = re.match(r"\s*(\d+)\s+(Power on|Power off|bypassed)\s+(\d+)", line)
+        if found:
+            reported[int(found[1])] = int(found[3])
+    rows = []
+    for rate, samples in sorted(reported.items()):
+        times = 4 if rate < 88200 else 2 if rate < 176400 else 1
+        rows.append([f"{rate / 1000:g} kHz", f"{times}\u00d7" if times > 1 else "none",
+                     f"{rate * times / 1000:g} kHz", samples,
+                     f"{samples / rate * 1000:.2f} ms"])
+    require(len(rows) >= 6, "six rates are measured")
+    return rows_of(["Rate of the host", "Oversampling", "Stages run at", "Latency, samples",
+                    "Latency"], rows, [-14, -14, -14, -16, -12])
+
+
+@table("information")
+def information(tool):
+    rows = []
+    for line in tool.run("info").splitlines():
+        found = re.match(r"(\S.*?)\s{2,}(\S.*)", line)
+        if found and found[1] in ("Name", "Vendor", "Vendor's version", "Unique id", "Category",
+                                  "Channels taken", "Channels refused"):
+            rows.append([found[1], found[2]])
+    require(len(rows) == 7, "the plug-in tells seven things")
+    return rows_of(["What a host is told", ""], rows, [24, 60])
