@@ -85,11 +85,13 @@ tresult PLUGIN_API PitchNamesController::setState(IBStream* state)
 tresult PLUGIN_API PitchNamesController::setParamNormalized(ParamID id, ParamValue value)
 {
     const tresult result = ZKRPresetSystemController3::setParamNormalized(id, value);
+    // What the parameter took, which is between 0 and 1.
+    const ParamValue taken = id < kPresetParamCount ? getParamNormalized(id) : value;
     // An editor may be attached or removed by what it is told.
     const std::vector<AttachedEditor*> told = editors;
     for (AttachedEditor* editor : told)
         if (std::find(editors.begin(), editors.end(), editor) != editors.end())
-            editor->setParameter(id, value);
+            editor->setParameter(id, taken);
     return result;
 }
 

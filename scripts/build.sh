@@ -25,7 +25,8 @@ place() {
     mv "$2.new" "$2"
 }
 
-# gather BUILD SYSTEM FILES...: copies the files of a build and its VST 3 bundle to dist/SYSTEM.
+# gather BUILD SYSTEM FILES...: copies the files of a build to dist/SYSTEM, and its VST 3 bundle, of
+# which nothing older stays.
 gather() {
     local build=$1 target=dist/$2 file
     for file in "${@:3}"; do
@@ -33,6 +34,9 @@ gather() {
     done
     (cd "$build" && find ZKRT46.vst3 -type f) | while read -r file; do
         place "$build/$file" "$target/$file"
+    done
+    (cd "$target" && find ZKRT46.vst3 -type f) | while read -r file; do
+        [ -e "$build/$file" ] || rm "$target/$file"
     done
 }
 

@@ -56,7 +56,7 @@ void PitchNamesProcessor::readParameterChanges(IParameterChanges* changes)
             strip->holdUpdates();
     for (int32 i = 0; i < count; ++i) {
         IParamValueQueue* queue = changes->getParameterData(i);
-        if (!queue)
+        if (!queue || queue->getPointCount() < 1)
             continue;
         int32 sampleOffset = 0;
         ParamValue value = 0.0;

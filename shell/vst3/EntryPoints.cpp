@@ -15,14 +15,15 @@ namespace {
 
 std::atomic<int> openCount{0};
 
-FUnknown* createProcessor(void* /*context*/)
+// Null where memory ran out.
+template <typename Class, typename Interface>
+FUnknown* create(void* /*context*/)
 {
-    return static_cast<IAudioProcessor*>(new (std::nothrow) HostedProcessor);
-}
-
-FUnknown* createController(void* /*context*/)
-{
-    return static_cast<IEditController*>(new (std::nothrow) HostedController);
+    try {
+        return static_cast<Interface*>(new Class);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
 }
 
 }  // namespace
@@ -43,9 +44,15 @@ ZKR_EXPORT bool ModuleExit()
     return false;
 }
 
+// Null where memory ran out.
 ZKR_EXPORT IPluginFactory* PLUGIN_API GetPluginFactory()
 {
-    static const IPtr<CPluginFactory> own = owned(createFactory(createProcessor, createController));
-    own->addRef();
-    return own;
+    try {
+        static const IPtr<CPluginFactory> own = owned(createFactory(
+            create<HostedProcessor, IAudioProcessor>, create<HostedController, IEditController>));
+        own->addRef();
+        return own;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
 }

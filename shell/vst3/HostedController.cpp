@@ -1,12 +1,13 @@
 // HostedController: states in streams of any kind, the latency, and values for the processor.
 #include "HostedController.h"
 
-#include "ControllerValues.h"
 #include "HostedEditor.h"
+#include "Messages.h"
 #include "ParameterTable.h"
 
 #include "public.sdk/source/common/memorystream.h"
 
+#include <new>
 #include <vector>
 
 namespace Steinberg {
@@ -33,33 +34,45 @@ tresult PLUGIN_API HostedController::setState(IBStream* state)
 {
     if (!state)
         return kInvalidArgument;
-    std::vector<char> bytes(kStateBufferSize, 0);
-    int32 total = 0, count = 0;
-    while (total < kStateBufferSize
-           && state->read(bytes.data() + total, kStateBufferSize - total, &count) == kResultOk
-           && count > 0)
-        total += count;
-    if (total == 0)
-        return kResultFalse;
-    MemoryStream copy(bytes.data(), kStateBufferSize);
-    const tresult result = PitchNamesController::setState(&copy);
-    sendValues();
-    return result;
+    try {
+        std::vector<char> bytes(kStateBufferSize, 0);
+        int32 total = 0, count = 0;
+        while (total < kStateBufferSize
+               && state->read(bytes.data() + total, kStateBufferSize - total, &count) == kResultOk
+               && count > 0)
+            total += count;
+        if (total < kStateBufferSize)
+            return kResultFalse;
+        MemoryStream copy(bytes.data(), kStateBufferSize);
+        loading = true;
+        const tresult result = PitchNamesController::setState(&copy);
+        loading = false;
+        if (!sendValues())
+            reportValues();
+        return result;
+    } catch (const std::bad_alloc&) {
+        loading = false;
+        return kOutOfMemory;
+    }
 }
 
 tresult PLUGIN_API HostedController::getState(IBStream* state)
 {
     if (!state)
         return kInvalidArgument;
-    MemoryStream own;
-    const tresult result = PitchNamesController::getState(&own);
-    const auto size = static_cast<int32>(own.getSize());
-    if (result != kResultOk || size == 0)
-        return result;
-    int32 written = 0;
-    return state->write(own.getData(), size, &written) == kResultOk && written == size
-        ? kResultOk
-        : kResultFalse;
+    try {
+        MemoryStream own;
+        const tresult result = PitchNamesController::getState(&own);
+        const auto size = static_cast<int32>(own.getSize());
+        if (result != kResultOk || size == 0)
+            return result;
+        int32 written = 0;
+        return state->write(own.getData(), size, &written) == kResultOk && written == size
+            ? kResultOk
+            : kResultFalse;
+    } catch (const std::bad_alloc&) {
+        return kOutOfMemory;
+    }
 }
 
 tresult PLUGIN_API HostedController::initialize(FUnknown* initialContext)
@@ -75,7 +88,7 @@ tresult PLUGIN_API HostedController::setParamNormalized(ParamID id, ParamValue v
 {
     const bool hadLatency = getParamNormalized(kLatency) > 0.0;
     const tresult result = PitchNamesController::setParamNormalized(id, value);
-    if (id != kLatency)
+    if (id != kLatency || !(value >= 0.0 && value <= 1.0))
         return result;
     keepLatency(value);
     if (hadLatency != (value > 0.0))
@@ -113,17 +126,85 @@ tresult PLUGIN_API HostedController::connect(IConnectionPoint* other)
     return result;
 }
 
-void HostedController::sendValues()
+tresult PLUGIN_API HostedController::notify(IMessage* message)
+{
+    if (!message || !message->getMessageID()
+        || !FIDStringsEqual(message->getMessageID(), kActiveMessage))
+        return PitchNamesController::notify(message);
+    IAttributeList* const attributes = message->getAttributes();
+    double latency = 0.0;
+    int64 asks = 0;
+    if (!attributes || attributes->getFloat(kLatencyAttribute, latency) != kResultTrue
+        || attributes->getInt(kAsksAttribute, asks) != kResultTrue)
+        return kResultFalse;
+    keepLatency(latency);
+    if (asks)
+        sendValues();
+    return kResultOk;
+}
+
+void HostedController::setCurrentPreset(int32 index)
+{
+    startGroupEdit();
+    PitchNamesController::setCurrentPreset(index);
+    finishGroupEdit();
+}
+
+tresult HostedController::beginEdit(ParamID id)
+{
+    if (loading)
+        return kResultFalse;
+    if (id < kPresetParamCount)
+        inGesture.set(id);
+    return PitchNamesController::beginEdit(id);
+}
+
+tresult HostedController::endEdit(ParamID id)
+{
+    if (loading)
+        return kResultFalse;
+    if (id < kPresetParamCount)
+        inGesture.reset(id);
+    return PitchNamesController::endEdit(id);
+}
+
+tresult HostedController::performEdit(ParamID id, ParamValue value)
+{
+    if (loading)
+        return kResultFalse;
+    if (id >= kPresetParamCount || inGesture.test(id))
+        return PitchNamesController::performEdit(id, value);
+    beginEdit(id);
+    const tresult result = PitchNamesController::performEdit(id, value);
+    endEdit(id);
+    return result;
+}
+
+tresult HostedController::setDirty(TBool state)
+{
+    return loading ? kResultFalse : PitchNamesController::setDirty(state);
+}
+
+bool HostedController::sendValues()
 {
     const IPtr<IMessage> message = owned(allocateMessage());
     if (!message || !message->getAttributes())
-        return;
+        return false;
     double values[kPresetParamCount];
     for (ParamID id = 0; id < kPresetParamCount; ++id)
         values[id] = getParamNormalized(id);
-    message->setMessageID(kControllerValuesMessage);
-    message->getAttributes()->setBinary(kControllerValuesAttribute, values, sizeof values);
-    sendMessage(message);
+    message->setMessageID(kValuesMessage);
+    message->getAttributes()->setBinary(kValuesAttribute, values, sizeof values);
+    return sendMessage(message) == kResultOk;
+}
+
+// By way of the host, where the two are not connected.
+void HostedController::reportValues()
+{
+    startGroupEdit();
+    for (ParamID id = 0; id < kPresetParamCount; ++id)
+        performEdit(id, getParamNormalized(id));
+    finishGroupEdit();
 }
 
 }  // namespace Vst

@@ -2,7 +2,10 @@
 // it and what a host asks or hands over.
 #pragma once
 
+#include "ParameterIds.h"
 #include "PitchNamesController.h"
+
+#include <bitset>
 
 namespace Steinberg {
 namespace Vst {
@@ -15,13 +18,12 @@ public:
 
     // Any component state is taken: the component keeps none.
     tresult PLUGIN_API setComponentState(IBStream* state) SMTG_OVERRIDE;
-    // Both work from the stream's present position on, for hosts whose stream is part of a file. An
-    // empty state changes nothing and gives kResultFalse; of one that is cut short, the rest is
-    // taken as zeros.
+    // Both work from the stream's present position on, for hosts whose stream is part of a file. A
+    // state that is empty or cut short changes nothing and gives kResultFalse.
     tresult PLUGIN_API setState(IBStream* state) SMTG_OVERRIDE;
     tresult PLUGIN_API getState(IBStream* state) SMTG_OVERRIDE;
 
-    // A latency that comes or goes is reported to the host, once.
+    // A latency that comes or goes is reported to the host, once. One outside 0 to 1 s is ignored.
     tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) SMTG_OVERRIDE;
     // An index outside the table gives kInvalidArgument.
     tresult PLUGIN_API getParameterInfo(int32 index, ParameterInfo& info) SMTG_OVERRIDE;
@@ -29,10 +31,24 @@ public:
 
     // From here on the processor follows.
     tresult PLUGIN_API connect(IConnectionPoint* other) SMTG_OVERRIDE;
+    tresult PLUGIN_API notify(IMessage* message) SMTG_OVERRIDE;
+
+    // One change for the host, however many parameters it has.
+    void setCurrentPreset(int32 index) SMTG_OVERRIDE;
+    // The host hears of every edit as part of a gesture, and of none while it loads a state.
+    tresult beginEdit(ParamID id) SMTG_OVERRIDE;
+    tresult performEdit(ParamID id, ParamValue value) SMTG_OVERRIDE;
+    tresult endEdit(ParamID id) SMTG_OVERRIDE;
+    tresult setDirty(TBool state) SMTG_OVERRIDE;
 
 private:
-    void sendValues();
+    // False where nobody takes a message.
+    bool sendValues();
+    void reportValues();
     void keepLatency(ParamValue seconds);
+
+    bool loading = false;
+    std::bitset<kPresetParamCount> inGesture;
 };
 
 }  // namespace Vst

@@ -11,6 +11,13 @@ IPlugView* HostedEditor::create(ZKRPresetSystemController3& presetController)
     return new HostedEditor(&presetController);
 }
 
+HostedEditor::~HostedEditor()
+{
+    plugFrame = nullptr;
+    if (frame)
+        TemplateEditor::removed();
+}
+
 tresult PLUGIN_API HostedEditor::attached(void* parent, FIDString type)
 {
     if (frame || !parent || isPlatformTypeSupported(type) != kResultTrue

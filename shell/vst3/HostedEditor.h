@@ -9,6 +9,8 @@ namespace Vst {
 class HostedEditor : public TemplateEditor {
 public:
     static IPlugView* create(ZKRPresetSystemController3& controller);
+    // Ends what a host has left open.
+    ~HostedEditor() override;
 
     // Refuses another window while it has one, a null window, and on Linux a host that turns no
     // event loop for it (IPlugFrame without Linux::IRunLoop), where nothing would ever move: such

@@ -1,13 +1,15 @@
 // HostedProcessor: blocks of any shape, and the controller's values.
 #include "HostedProcessor.h"
 
-#include "ControllerValues.h"
+#include "Messages.h"
 
 #include "pluginterfaces/vst/ivstmessage.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
+#include <new>
 
 namespace Steinberg {
 namespace Vst {
@@ -16,6 +18,7 @@ namespace {
 
 constexpr int32 kSmallestScratch = 64;
 constexpr int32 kLargestScratch = 1 << 20;
+constexpr double kNoRate = 1e7;  // Hz, and beyond
 constexpr double kTailSeconds = 3.0;
 
 // The channels of the first bus, null for each one that the host leaves out.
@@ -31,11 +34,11 @@ struct HostChannels {
     }
 };
 
-// Left and right work one switch, and the last to arrive wins: a value that is there already may
-// still change it.
-bool sharesItsSwitch(ParamID id)
+// Left and right of these pairs work one switch, and the last to arrive wins: it goes by the left
+// one's id. Others go by their own.
+ParamID switchOf(ParamID id)
 {
-    return id == kTrfoDsL || id == kTrfoDsR || id == kAmpDsbL || id == kAmpDsbR;
+    return id == kTrfoDsR ? kTrfoDsL : id == kAmpDsbR ? kAmpDsbL : id;
 }
 
 // Outputs beyond those that the arrangement has.
@@ -74,12 +77,30 @@ tresult PLUGIN_API HostedProcessor::setState(IBStream* /*state*/)
 
 tresult PLUGIN_API HostedProcessor::setupProcessing(ProcessSetup& setup)
 {
-    if (!(setup.sampleRate > 0.0) || setup.maxSamplesPerBlock < 0)
+    if (!(setup.sampleRate > 0.0 && setup.sampleRate < kNoRate) || setup.maxSamplesPerBlock < 0)
         return kInvalidArgument;
     const int32 length = std::clamp(setup.maxSamplesPerBlock, kSmallestScratch, kLargestScratch);
-    for (std::vector<Sample32>& buffer : scratch)
-        buffer.assign(static_cast<std::size_t>(length), 0.0f);
+    try {
+        for (std::vector<Sample32>& buffer : scratch)
+            buffer.assign(static_cast<std::size_t>(length), 0.0f);
+    } catch (const std::bad_alloc&) {
+        return kOutOfMemory;
+    }
     return PitchNamesProcessor::setupProcessing(setup);
+}
+
+tresult PLUGIN_API HostedProcessor::setActive(TBool state)
+{
+    const tresult result = PitchNamesProcessor::setActive(state);
+    const IPtr<IMessage> message = owned(state ? allocateMessage() : nullptr);
+    if (!message || !message->getAttributes())
+        return result;
+    message->setMessageID(kActiveMessage);
+    message->getAttributes()->setFloat(kLatencyAttribute,
+                                       getLatencySamples() / processSetup.sampleRate);
+    message->getAttributes()->setInt(kAsksAttribute, knowsValues ? 0 : 1);
+    sendMessage(message);
+    return result;
 }
 
 tresult PLUGIN_API HostedProcessor::setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
@@ -155,7 +176,8 @@ void HostedProcessor::takeHostValues(IParameterChanges& changes)
         IParamValueQueue* const queue = changes.getParameterData(i);
         int32 offset = 0;
         ParamValue value = 0.0;
-        if (queue && queue->getPoint(queue->getPointCount() - 1, offset, value) == kResultTrue)
+        if (queue && queue->getPointCount() > 0
+            && queue->getPoint(queue->getPointCount() - 1, offset, value) == kResultTrue)
             addNews(queue->getParameterId(), value);
     }
     deliverNews();
@@ -165,11 +187,22 @@ void HostedProcessor::takeHostValues(IParameterChanges& changes)
 // the glide to it anew.
 void HostedProcessor::addNews(ParamID id, ParamValue value)
 {
-    if (id >= kPresetParamCount || (value == delivered[id] && !sharesItsSwitch(id)))
+    if (id >= kPresetParamCount || std::isnan(value))
         return;
-    delivered[id] = value;
+    const ParamValue held = std::clamp(value, 0.0, 1.0);
+    ParamValue& last = delivered[switchOf(id)];
+    if (held == last)
+        return;
+    last = held;
     int32 index = 0;
-    news.addParameterData(id, index)->addPoint(0, value, index);
+    const int32 before = news.getParameterCount();
+    IParamValueQueue* queue = news.addParameterData(id, index);
+    if (news.getParameterCount() == before) {
+        // A second time in one block: what came between keeps its place.
+        deliverNews();
+        queue = news.addParameterData(id, index);
+    }
+    queue->addPoint(0, held, index);
 }
 
 void HostedProcessor::deliverNews()
@@ -181,18 +214,19 @@ void HostedProcessor::deliverNews()
 tresult PLUGIN_API HostedProcessor::notify(IMessage* message)
 {
     if (!message || !message->getMessageID()
-        || !FIDStringsEqual(message->getMessageID(), kControllerValuesMessage))
+        || !FIDStringsEqual(message->getMessageID(), kValuesMessage))
         return PitchNamesProcessor::notify(message);
     IAttributeList* const attributes = message->getAttributes();
     const void* bytes = nullptr;
     uint32 size = 0;
     double values[kPresetParamCount];
-    if (!attributes || attributes->getBinary(kControllerValuesAttribute, bytes, size) != kResultTrue
-        || !bytes || size != sizeof values)
+    if (!attributes || attributes->getBinary(kValuesAttribute, bytes, size) != kResultTrue || !bytes
+        || size != sizeof values)
         return kResultFalse;
     std::memcpy(values, bytes, sizeof values);
     for (std::size_t id = 0; id < kPresetParamCount; ++id)
         controllerValues.set(id, values[id]);
+    knowsValues = true;
     return kResultOk;
 }
 

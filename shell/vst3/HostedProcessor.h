@@ -9,6 +9,7 @@
 #include "public.sdk/source/vst/vst2wrapper/parametertransfer.h"
 
 #include <array>
+#include <atomic>
 #include <vector>
 
 namespace Steinberg {
@@ -22,21 +23,24 @@ public:
     tresult PLUGIN_API getState(IBStream* state) SMTG_OVERRIDE;
     tresult PLUGIN_API setState(IBStream* state) SMTG_OVERRIDE;
 
+    // A rate that is no rate gives kInvalidArgument.
     tresult PLUGIN_API setupProcessing(ProcessSetup& setup) SMTG_OVERRIDE;
+    // Tells the controller the latency, ahead of the first block.
+    tresult PLUGIN_API setActive(TBool state) SMTG_OVERRIDE;
     tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
                                           SpeakerArrangement* outputs, int32 numOuts) SMTG_OVERRIDE;
     // How long the filters may be heard after the input has ended: 3 s.
     uint32 PLUGIN_API getTailSamples() SMTG_OVERRIDE;
 
-    // Of each parameter the last value of a block counts; one that is there already is no change,
-    // however often a host repeats it.
+    // Of each parameter the last value of a block counts, held to 0..1. One that is no number, or
+    // is there already, is no change, however often a host repeats it.
     //
     // Takes blocks of any length, also of 0 samples for parameters alone, and leaves the inputs as
     // they are. A bus or channel that is missing is silence at the input and nobody's at the
     // output; channels beyond those of the arrangement become silence. 64-bit blocks are refused.
     tresult PLUGIN_API process(ProcessData& data) SMTG_OVERRIDE;
 
-    // Takes the controller's values (ControllerValues.h) for the head of the next block.
+    // Takes the controller's values (Messages.h) for the head of the next block.
     tresult PLUGIN_API notify(IMessage* message) SMTG_OVERRIDE;
 
 private:
@@ -47,7 +51,8 @@ private:
     void processSlice(ProcessData& data, int32 offset, int32 count);
 
     ParameterTransfer controllerValues;
-    std::array<ParamValue, kPresetParamCount> delivered;
+    std::atomic<bool> knowsValues{false};
+    std::array<ParamValue, kPresetParamCount> delivered;  // by switchOf
     ParameterChanges news;
     std::vector<Sample32> scratch[2 * 2];  // two channels in, two out, for one slice
 };

@@ -2,6 +2,7 @@
 #include "Host.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace vst3 {
 
@@ -11,6 +12,13 @@ template <typename Function>
 Function find(const host::SharedLibrary& library, const char* name)
 {
     return reinterpret_cast<Function>(library.find(name));
+}
+
+// The built library, or the one that the variable names, such as an installed one.
+std::string libraryPath()
+{
+    const char* const named = std::getenv("ZKR_TEST_VST3_LIBRARY");
+    return named ? named : ZKR_VST3_LIBRARY;
 }
 
 template <typename Call>
@@ -38,7 +46,7 @@ Signal noise(std::size_t length, unsigned seed)
     return signal;
 }
 
-Module::Module() : library(ZKR_VST3_LIBRARY)
+Module::Module() : library(libraryPath())
 {
     // The names differ between systems; Windows gives no handle.
     open = find<bool (*)(void*)>(library, "ModuleEntry");
@@ -60,9 +68,32 @@ Module::~Module()
     EXPECT_TRUE(close());
 }
 
+tresult PLUGIN_API Handler::beginEdit(ParamID id)
+{
+    ++calls;
+    gestures.insert(id);
+    return kResultOk;
+}
+
 tresult PLUGIN_API Handler::performEdit(ParamID id, ParamValue value)
 {
-    edits.emplace_back(id, value);
+    ++calls;
+    EXPECT_TRUE(gestures.count(id)) << "an edit of " << id << " outside a gesture";
+    if (gestures.count(id))
+        edits.emplace_back(id, value);
+    return kResultOk;
+}
+
+tresult PLUGIN_API Handler::endEdit(ParamID id)
+{
+    ++calls;
+    EXPECT_EQ(gestures.erase(id), 1u);
+    return kResultOk;
+}
+
+tresult PLUGIN_API Handler::setDirty(TBool)
+{
+    ++calls;
     return kResultOk;
 }
 
@@ -98,8 +129,12 @@ Instance::~Instance()
 {
     deactivate();
     FUnknownPtr<IConnectionPoint> one(component), other(controller);
-    one->disconnect(other);
-    other->disconnect(one);
+    for (IConnectionPoint* peer : {static_cast<IConnectionPoint*>(other.getInterface()),
+                                   static_cast<IConnectionPoint*>(&toController)})
+        one->disconnect(peer);
+    for (IConnectionPoint* peer : {static_cast<IConnectionPoint*>(one.getInterface()),
+                                   static_cast<IConnectionPoint*>(&toComponent)})
+        other->disconnect(peer);
     controller->setComponentHandler(nullptr);
     EXPECT_EQ(controller->terminate(), kResultOk);
     EXPECT_EQ(component->terminate(), kResultOk);
@@ -110,6 +145,16 @@ void Instance::connect()
     FUnknownPtr<IConnectionPoint> one(component), other(controller);
     EXPECT_EQ(one->connect(other), kResultOk);
     EXPECT_EQ(other->connect(one), kResultOk);
+}
+
+void Instance::connectByProxies()
+{
+    toComponent.target = FUnknownPtr<IConnectionPoint>(component);
+    toController.target = FUnknownPtr<IConnectionPoint>(controller);
+    toComponent.open = toController.open = &proxiesOpen;
+    EXPECT_EQ(toController.target->connect(&toComponent), kResultOk);
+    EXPECT_EQ(toComponent.target->connect(&toController), kResultOk);
+    proxiesOpen = true;
 }
 
 bool Instance::arrange(SpeakerArrangement in, SpeakerArrangement out)
@@ -177,6 +222,12 @@ void Instance::automate(ParamID id, ParamValue value)
     int32 index = 0;
     waiting.addParameterData(id, index)->addPoint(0, value, index);
     controller->setParamNormalized(id, value);
+}
+
+void Instance::announceWithoutPoints(ParamID id)
+{
+    int32 index = 0;
+    static_cast<ParameterValueQueue*>(waiting.addParameterData(id, index))->clear();
 }
 
 tresult Instance::flush()

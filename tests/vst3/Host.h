@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -53,14 +54,15 @@ public:
     IPtr<IPluginFactory3> factory;
 };
 
-// What the controller tells; edits go on to the processor with the next block, unless `deaf`.
+// What the controller tells; edits go on to the processor with the next block, unless `deaf`. Edits
+// outside a gesture are lost.
 class Handler : public IComponentHandler, public IComponentHandler2 {
 public:
-    tresult PLUGIN_API beginEdit(ParamID) SMTG_OVERRIDE { return kResultOk; }
+    tresult PLUGIN_API beginEdit(ParamID id) SMTG_OVERRIDE;
     tresult PLUGIN_API performEdit(ParamID id, ParamValue value) SMTG_OVERRIDE;
-    tresult PLUGIN_API endEdit(ParamID) SMTG_OVERRIDE { return kResultOk; }
+    tresult PLUGIN_API endEdit(ParamID id) SMTG_OVERRIDE;
     tresult PLUGIN_API restartComponent(int32 flags) SMTG_OVERRIDE;
-    tresult PLUGIN_API setDirty(TBool) SMTG_OVERRIDE { return kResultOk; }
+    tresult PLUGIN_API setDirty(TBool) SMTG_OVERRIDE;
     tresult PLUGIN_API requestOpenEditor(FIDString) SMTG_OVERRIDE { return kNotImplemented; }
     tresult PLUGIN_API startGroupEdit() SMTG_OVERRIDE { return kResultOk; }
     tresult PLUGIN_API finishGroupEdit() SMTG_OVERRIDE { return kResultOk; }
@@ -70,7 +72,9 @@ public:
     tresult PLUGIN_API queryInterface(const TUID iid, void** object) SMTG_OVERRIDE;
 
     bool deaf = false;
-    std::vector<std::pair<ParamID, ParamValue>> edits;
+    std::vector<std::pair<ParamID, ParamValue>> edits;  // those inside a gesture
+    std::set<ParamID> gestures;                         // begun and not ended
+    int calls = 0;                                      // of any kind but restarts
     std::vector<int32> restarts;
 };
 
@@ -84,6 +88,9 @@ public:
 
     void setHandler() { EXPECT_EQ(controller->setComponentHandler(&handler), kResultOk); }
     void connect();
+    // By way of two proxies that let messages pass only when both are in place, as hosts have them
+    // whose processor and controller live apart.
+    void connectByProxies();
     bool arrange(SpeakerArrangement in, SpeakerArrangement out);
     void activate(double rate = 48000.0, int32 maxBlock = 512, int32 mode = kRealtime);
     void deactivate();
@@ -98,6 +105,8 @@ public:
 
     // For the next block; the controller hears of it too.
     void automate(ParamID id, ParamValue value);
+    // A queue that holds nothing, in the next block.
+    void announceWithoutPoints(ParamID id);
     // Hands on parameters alone.
     tresult flush();
     // One block with the changes that wait. Reported values go to the controller.
@@ -113,6 +122,21 @@ public:
     IPtr<IEditController> controller;
 
 private:
+    struct Proxy : IConnectionPoint {
+        tresult PLUGIN_API connect(IConnectionPoint*) SMTG_OVERRIDE { return kResultOk; }
+        tresult PLUGIN_API disconnect(IConnectionPoint*) SMTG_OVERRIDE { return kResultOk; }
+        tresult PLUGIN_API notify(IMessage* message) SMTG_OVERRIDE
+        {
+            return target && *open ? target->notify(message) : kResultFalse;
+        }
+        tresult PLUGIN_API queryInterface(const TUID, void**) SMTG_OVERRIDE { return kNoInterface; }
+        uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
+        uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
+        FUnknownPtr<IConnectionPoint> target;
+        const bool* open = nullptr;
+    };
+    Proxy toComponent, toController;
+    bool proxiesOpen = false;
     ParameterChanges waiting, reported;
     int32 mode = kRealtime;
     bool active = false;

@@ -32,6 +32,12 @@ void HostFrame::remove()
     }
 }
 
+void HostFrame::forget()
+{
+    attached = false;
+    view = nullptr;
+}
+
 bool HostFrame::soon(const std::function<bool()>& condition)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(3);

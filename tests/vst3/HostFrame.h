@@ -21,6 +21,8 @@ public:
     // What the view answers.
     tresult attach();
     void remove();
+    // Lets go of the view without removing it first, as hosts do that are in a hurry.
+    void forget();
     // Turns the loop until it holds; false after three seconds.
     bool soon(const std::function<bool()>& condition);
 
@@ -29,7 +31,7 @@ public:
     uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
     uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
 
-    const IPtr<IPlugView> view;
+    IPtr<IPlugView> view;
     const Place corner;
     ViewRect size;
     std::unique_ptr<HostWindow> window;

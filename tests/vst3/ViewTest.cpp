@@ -130,6 +130,19 @@ TEST_F(View, OneOfTwoGoesOnWhenTheOtherIsClosed)
     EXPECT_TRUE(other.soon([&] { return difference(picture(other), before) > 0.0; }));
 }
 
+TEST_F(View, LetGoWhileOpenItLeavesNothing)
+{
+    {
+        HostFrame frame(open(), {20, 10});
+        ASSERT_EQ(frame.attach(), kResultTrue);
+        frame.forget();
+    }
+    EXPECT_EQ(registrations(), 0u);
+    instance.automate(kLGainL, 0.9);
+    for (int turn = 0; turn < 20; ++turn)
+        turnLoop();
+}
+
 // The view keeps the controller alive.
 TEST_F(View, OutlivesWhatTheHostLetsGoFirst)
 {
