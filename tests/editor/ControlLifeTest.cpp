@@ -164,57 +164,6 @@ TEST_F(ControlLife, AReleaseThatGoesAstrayEndsTheGestureWithTheNextMove)
     }
 }
 
-TEST_F(ControlLife, TwoWindowsDoNotDisturbEachOther)
-{
-    for (const ControlKind& kind : everyControl()) {
-        SCOPED_TRACE(kind.name);
-        Window one(kind, bitmap), other(kind, bitmap);
-        one.host.mouseDown(one.press);
-        const Calls begun = one.listener.heard();
-        EXPECT_EQ(other.listener.heard(), Calls{});
-        useRoughly(other);
-        EXPECT_TRUE(balanced(other.listener.heard()));
-        EXPECT_EQ(one.listener.heard(), Calls{});
-        other.close();
-        one.host.mouseMove(one.press - CPoint(0, 20), kLButton);
-        one.host.mouseUp(one.press);
-        Calls all = begun;
-        for (const std::string& call : one.listener.heard())
-            all.push_back(call);
-        EXPECT_TRUE(balanced(all));
-    }
-}
-
-TEST_F(ControlLife, AHundredWindowsInARowLeaveNothingBehind)
-{
-    const std::vector<ControlKind> kinds = everyControl();
-    for (size_t i = 0; i < 100; ++i) {
-        Window window(kinds[i % kinds.size()], bitmap);
-        window.host.mouseMove(window.press);
-        if (i % 3 != 0)
-            window.host.mouseDown(window.press);
-        if (i % 3 == 2)
-            useRoughly(window);
-        window.close();
-        EXPECT_EQ(bitmap->getNbReference(), 1) << kinds[i % kinds.size()].name;
-    }
-}
-
-TEST_F(ControlLife, CopiesAreOfTheSameKindAndStandAlone)
-{
-    for (const ControlKind& kind : everyControl()) {
-        SCOPED_TRACE(kind.name);
-        Window window(kind, bitmap);
-        window.control->setValue(0.75f);
-        auto* const copy = dynamic_cast<CControl*>(window.control->newCopy());
-        ASSERT_NE(copy, nullptr);
-        EXPECT_EQ(typeid(*copy), typeid(*window.control));
-        EXPECT_EQ(copy->getValue(), window.control->getValue());
-        window.close();
-        copy->forget();
-    }
-}
-
 TEST_F(ControlLife, OnlyTheNameFieldWantsTheKeyboard)
 {
     for (const ControlKind& kind : everyControl()) {

@@ -85,18 +85,6 @@ TEST_F(KickButton, LosingTheMouseReleasesIt)
     EXPECT_EQ(listener.heard(), (Calls{"change 1"}));
 }
 
-TEST_F(KickButton, HoverMayBeToldTwiceAndByOthers)
-{
-    auto* const button = addButton();
-    drag(kInside, 0);
-    CPoint where(kInside);
-    button->onMouseEntered(where, kLButton);
-    EXPECT_EQ(shown(), 1);
-    button->onMouseExited(where, 0);
-    button->onMouseExited(where, 0);
-    EXPECT_EQ(shown(), 0);
-}
-
 TEST_F(KickButton, TheSecondKindShowsOnlyTheMouseOverIt)
 {
     addButton<CZKKickButton2>();
@@ -109,17 +97,6 @@ TEST_F(KickButton, TheSecondKindShowsOnlyTheMouseOverIt)
     EXPECT_EQ(shown(), 1);
     press(kInside);
     EXPECT_EQ(shown(), 1);
-}
-
-TEST_F(KickButton, KeysDoNotReachIt)
-{
-    auto* const button = addButton();
-    click(kInside);
-    listener.heard();
-    EXPECT_FALSE(button->wantsFocus());
-    host.keyDown({0, VKEY_RETURN, 0});
-    host.keyUp({0, VKEY_RETURN, 0});
-    EXPECT_EQ(listener.heard(), Calls{});
 }
 
 struct SaveLoadButton : KickButton {
@@ -218,11 +195,6 @@ TEST_F(Rocker, LightsUpOnTheSideUnderTheMouse)
     drag({200, 45}, 0);
     EXPECT_EQ(shown(), 0);
     EXPECT_EQ(listener.heard(), (Calls{"begin", "change 1", "end"}));
-    CPoint where(110, 45);  // as an editor may tell it, with the button down
-    EXPECT_EQ(rocker->onMouseEntered(where, kLButton), kMouseEventHandled);
-    EXPECT_EQ(shown(), 1);
-    EXPECT_EQ(rocker->onMouseExited(where, kLButton), kMouseEventHandled);
-    EXPECT_EQ(shown(), 0);
 }
 
 TEST_F(Rocker, EachNotchOfTheWheelIsHeardOnceAndItComesToRestSilently)

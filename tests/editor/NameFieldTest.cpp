@@ -7,7 +7,6 @@ using namespace VSTGUI;
 namespace {
 
 const CPoint kInside(60, 58);
-const CPoint kElsewhere(200, 200);
 
 struct NameField : ControlStage {
     NameField()
@@ -111,85 +110,6 @@ TEST_F(NameField, PressOpensTheBoxAndHidesTheText)
     EXPECT_STREQ(host.textBoxText(), "Default");
     EXPECT_TRUE(inkedColumns().empty());
     EXPECT_EQ(listener.heard(), Calls{});
-}
-
-TEST_F(NameField, ReturnAndAPressElsewhereTakeTheTextOver)
-{
-    field->setValue(0.5f);
-    click(kInside);
-    host.typeText("Größe");
-    EXPECT_STREQ(field->getText(), "Default");
-    host.pressReturnInTextBox();
-    EXPECT_FALSE(field->isEditingText());
-    EXPECT_EQ(host.textBoxText(), nullptr);
-    EXPECT_STREQ(field->getText(), "Größe");
-    EXPECT_EQ(listener.heard(), (Calls{"begin", "change 0.5", "end"}));
-    EXPECT_FALSE(inkedColumns().empty());
-
-    click(kInside);
-    host.typeText("Bright");
-    click(kElsewhere);
-    EXPECT_FALSE(field->isEditingText());
-    EXPECT_STREQ(field->getText(), "Bright");
-    EXPECT_EQ(listener.heard(), (Calls{"begin", "change 0.5", "end"}));
-    click(kInside);
-    host.pressReturnInTextBox();  // unchanged
-    EXPECT_EQ(listener.heard(), Calls{});
-}
-
-TEST_F(NameField, EscapeKeepsTheOldText)
-{
-    click(kInside);
-    host.typeText("Mistake");
-    host.pressEscapeInTextBox();
-    EXPECT_FALSE(field->isEditingText());
-    EXPECT_STREQ(field->getText(), "Default");
-    EXPECT_EQ(listener.heard(), Calls{});
-}
-
-TEST_F(NameField, BoxIsAskedForInTheFieldsColoursAndLimit)
-{
-    EXPECT_EQ(field->platformGetFontColor(), kBlackCColor);
-    EXPECT_EQ(field->platformGetBackColor(), kWhiteCColor);
-    field->setTextColor(kGreenCColor);  // of the drawn text alone
-    EXPECT_EQ(field->platformGetFontColor(), kBlackCColor);
-    field->setBoxTextColor(kRedCColor);
-    field->setBoxBackColor(kBlueCColor);
-    EXPECT_EQ(field->platformGetFontColor(), kRedCColor);
-    EXPECT_EQ(field->platformGetBackColor(), kBlueCColor);
-    field->setMaxCharacters(24);
-    EXPECT_EQ(field->platformGetMaxCharacters(), 24);
-}
-
-TEST_F(NameField, ClosingTheWindowWithAnOpenBoxTakesTheTextOver)
-{
-    std::string taken;
-    listener.onChange = [&](CControl*) { taken = field->getText(); };
-    click(kInside);
-    host.typeText("Last");
-    close();
-    EXPECT_EQ(taken, "Last");
-    EXPECT_EQ(listener.heard(), (Calls{"begin", "change 0", "end"}));
-}
-
-TEST_F(NameField, ListenerMayRemoveTheFieldOrCloseTheWindowWhenToldOfATextTyped)
-{
-    listener.onChange = [&](CControl*) { column->removeView(field); };
-    click(kInside);
-    host.typeText("Gone");
-    host.pressReturnInTextBox();
-    EXPECT_EQ(host.textBoxText(), nullptr);
-    EXPECT_EQ(listener.heard(), (Calls{"begin", "change 0", "end"}));
-
-    auto* const second =
-        add(new CZKRTextEdit({20, 50, 136, 66}, &listener, 1000, "Second", nullptr));
-    listener.onChange = [&](CControl*) { close(); };
-    click(kInside);
-    EXPECT_TRUE(second->isEditingText());
-    host.typeText("Gone");
-    click(kElsewhere);
-    EXPECT_FALSE(host.isOpen());
-    EXPECT_EQ(listener.heard(), (Calls{"begin", "change 0", "end"}));
 }
 
 }  // namespace

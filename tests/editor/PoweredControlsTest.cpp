@@ -1,6 +1,5 @@
-// Buttons, switch and lights with and without power.
+// Buttons and the switch with and without power.
 #include "CBlinkLEDButton.h"
-#include "CPowerLED.h"
 #include "CPoweredResizeButton.h"
 #include "CPoweredVerticalSwitch.h"
 #include "ControlStage.h"
@@ -72,23 +71,6 @@ TEST_F(PoweredControls, FrameFollowsValueAndPower)
     }
 }
 
-TEST_F(PoweredControls, ViewLowerOrNarrowerThanTheFrameCutsIt)
-{
-    auto* const bypass =
-        add(new CBlinkLEDButton({5, 5, 49, 27}, &listener, 1, filmstrip(44, 36, 2), false));
-    bypass->setPower(1);
-    click({10, 10});
-    EXPECT_EQ(shownFrame(6, 6), 1);  // the second frame begins at 36, not at 22
-    EXPECT_EQ(shownFrame(6, 26), 1);
-    EXPECT_EQ(shownFrame(6, 27), kNothing);
-    auto* const narrow =
-        add(new CPoweredButton({100, 5, 140, 39}, &listener, 18, filmstrip(42, 34, 3), true));
-    narrow->setValue(1);
-    narrow->setDirty();
-    EXPECT_EQ(shownFrame(139, 38), 2);
-    EXPECT_EQ(shownFrame(140, 20), kNothing);
-}
-
 TEST_F(PoweredControls, TwoFrameButtonIsLockedWithoutPowerAndForgetsNothing)
 {
     auto* const button = addButton(false);
@@ -102,27 +84,6 @@ TEST_F(PoweredControls, TwoFrameButtonIsLockedWithoutPowerAndForgetsNothing)
     EXPECT_EQ(shownFrame(40, 40), 1);
     click(kOnButton);
     EXPECT_EQ(listener.heard(), (Calls{"begin", "change 0", "end"}));
-}
-
-TEST_F(PoweredControls, ThreeFrameButtonWorksWithoutPower)
-{
-    addButton(true);
-    click(kOnButton);
-    EXPECT_EQ(shownFrame(40, 40), 2);
-    EXPECT_TRUE(wheel(kOnButton, 1));
-    EXPECT_EQ(shownFrame(40, 40), 0);
-    EXPECT_EQ(listener.heard(), (Calls{"begin", "change 1", "end", "begin", "change 0", "end"}));
-}
-
-TEST_F(PoweredControls, ButtonWithoutBitmapTakesClicks)
-{
-    auto* const both = add(new CPoweredButton({5, 60, 49, 75}, &listener, 61, nullptr, false));
-    both->setPower(1);
-    click({6, 74});
-    EXPECT_EQ(listener.heard(), (Calls{"begin", "change 1", "end"}));
-    EXPECT_EQ(shownFrame(6, 74), kNothing);
-    click({6, 75});
-    EXPECT_EQ(listener.heard(), Calls{});
 }
 
 TEST_F(PoweredControls, WheelTogglesBeyondATenthOfANotch)
@@ -142,33 +103,14 @@ TEST_F(PoweredControls, LatchingWheelTurnsOnOneWayAndOffTheOther)
 {
     auto* const button = add(new CZKROnOffButton(kButtonRect, &listener, 0, filmstrip(44, 36, 2)));
     button->setWheelLatching(true);
-    for (const bool inverted : {false, true}) {
-        SCOPED_TRACE(inverted);
-        button->setWheelInverted(inverted);
-        const float on = inverted ? 1.f : -1.f;
-        wheel(kOnButton, -on);
-        EXPECT_EQ(button->getValue(), 0);
-        wheel(kOnButton, on * 0.1f);
-        EXPECT_EQ(button->getValue(), 0);
-        wheel(kOnButton, on);
-        EXPECT_EQ(button->getValue(), 1);
-        wheel(kOnButton, on);
-        EXPECT_EQ(button->getValue(), 1);
-        wheel(kOnButton, -on);
-        EXPECT_EQ(button->getValue(), 0);
+    for (const float on : {-1.f, 1.f}) {
+        SCOPED_TRACE(on);
+        button->setWheelInverted(on > 0);
+        for (const auto& [turn, value] : {std::pair(-on, 0.f), {on, 1.f}, {on, 1.f}, {-on, 0.f}}) {
+            wheel(kOnButton, turn);
+            EXPECT_EQ(button->getValue(), value);
+        }
     }
-}
-
-TEST_F(PoweredControls, WheelNeverResizesTheWindow)
-{
-    auto* const module =
-        add(new CPoweredResizeButton(kButtonRect, &listener, 5, filmstrip(44, 36, 2), false));
-    module->setPower(1);
-    EXPECT_FALSE(wheel(kOnButton, 1));
-    EXPECT_FALSE(wheel(kOnButton, -1));
-    EXPECT_EQ(listener.heard(), Calls{});
-    click(kOnButton);
-    EXPECT_EQ(listener.heard(), (Calls{"begin", "change 1", "end"}));
 }
 
 TEST_F(PoweredControls, BlinkingButtonLaysItsLitFrameOverTheDarkOne)
@@ -195,21 +137,6 @@ TEST_F(PoweredControls, BlinkingButtonLaysItsLitFrameOverTheDarkOne)
         paintedBitmap(44, 72, [](int32_t, int32_t) { return CColor(255, 255, 255, 128); }));
     EXPECT_EQ(brightness(0, 1, 1.f), brightness(0, 0, 1.f));
     EXPECT_EQ(brightness(0, 1, 0.3f), brightness(0, 0, 1.f));
-}
-
-TEST_F(PoweredControls, LedShowsItsValueWithPowerOnly)
-{
-    auto* const led = add(new CPowerLED({0, 0, 21, 22}, nullptr, 0, 2, 22, filmstrip(21, 22, 2)));
-    const auto frameOf = [&](float value, int32_t power) {
-        led->setValue(value);
-        led->setPower(power);
-        led->setDirty();
-        return shownFrame(10, 10);
-    };
-    EXPECT_EQ(frameOf(1, 0), 0);
-    EXPECT_EQ(frameOf(1, 1), 1);
-    EXPECT_EQ(frameOf(0.5f, 1), 1);
-    EXPECT_EQ(frameOf(0.49f, 1), 0);
 }
 
 // Five positions of 20 pixels from y = 30 down; value 0 is the top.
@@ -242,16 +169,6 @@ TEST_F(VerticalSwitch, WheelStepsOnePositionAndSaysNothingOfAGesture)
     control->setValue(0.6f);  // between positions: (0.6 + 0.25) * 4 + 0.5 = 3.9
     wheel({10, 40}, -1);
     EXPECT_EQ(control->getValue(), 0.75f);
-}
-
-TEST_F(VerticalSwitch, DragPicksPositionsInOneGesture)
-{
-    control->setPower(1);
-    press({10, 31});
-    drag({10, 129});
-    drag({10, 500});
-    release({10, 500});
-    EXPECT_EQ(listener.heard(), (Calls{"begin", "change 0", "change 1", "end"}));
 }
 
 TEST_F(VerticalSwitch, WithoutPowerItIsOutOfSightAndTakesNothing)

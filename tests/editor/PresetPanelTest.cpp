@@ -131,6 +131,7 @@ TEST_F(Editor, FilesAreChosenInDialogs)
     expectAsked("Save bank", "zkb", true);
     EXPECT_EQ(fs::file_size(folder / "mine.zkb"), 48617u);
     set(kLGainL, 0.9);
+    controller.setSelectedName("Another");
     answer = {at("one.zkr")};
     window->click(kSavePreset);
     expectAsked("Save preset", "zkr", true);
@@ -141,6 +142,9 @@ TEST_F(Editor, FilesAreChosenInDialogs)
     expectAsked("Load bank", "zkb", false);
     EXPECT_EQ(asked.initialDirectory, at(""));
     EXPECT_EQ(controller.bank(), factory);
+    window->click(kName);
+    EXPECT_STREQ(window->screen.textBoxText(), "Default") << "the name was not read again";
+    window->screen.pressEscapeInTextBox();
     window->click(kNext);
     answer = {at("one.zkr")};
     window->click(kLoadPreset);

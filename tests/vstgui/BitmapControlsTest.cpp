@@ -26,17 +26,6 @@ TEST_F(BitmapControls, AMovieShowsTheFrameNearestToItsValue)
     }
 }
 
-TEST_F(BitmapControls, AFrameHeightThatIsNotTheViewsShowsWhatLiesThere)
-{
-    const auto strip = owned(filmstrip(9011, 4));
-    auto* movie = new CMovieBitmap(CRect(20, 20, 30, 40), nullptr, 0, 4, 10, strip, CPoint(0, 10));
-    frame->addView(movie);
-    EXPECT_EQ(shown(movie), 1);
-    EXPECT_EQ(frameShownAt(host.paint(), 20, 30), 2);
-    EXPECT_TRUE(movie->sizeToFit());
-    EXPECT_EQ(movie->getViewSize(), CRect(20, 20, 30, 30));
-}
-
 TEST_F(BitmapControls, AVerticalSwitchFollowsTheHeightOfTheMouse)
 {
     const auto strip = owned(filmstrip(9012, 5));

@@ -58,21 +58,6 @@ TEST_F(Dispatch, ResultsDecideAboutCapture)
     EXPECT_EQ(log, (Log{"v down 5,5", "v drag 90,90", "v move 90,90", "v exit 91,91"}));
 }
 
-TEST_F(Dispatch, ASecondButtonEndsTheFirstDragAndIsAPressOfItsOwn)
-{
-    auto* button = new CKickButton(CRect(0, 0, 20, 20), &listener, 1, nullptr);
-    auto* knob = new CKnob(CRect(50, 0, 90, 40), &listener, 2, nullptr, nullptr);
-    frame->addView(button);
-    frame->addView(knob);
-    host.mouseDown({55, 20});
-    host.mouseDown({5, 5}, kLButton | kRButton);
-    EXPECT_FALSE(knob->isEditing());
-    EXPECT_TRUE(button->isEditing());
-    host.mouseDown({150, 90}, kLButton | kRButton | kMButton);
-    EXPECT_FALSE(button->isEditing());
-    EXPECT_EQ(button->getValue(), 0.f);
-}
-
 TEST_F(Dispatch, AViewThatRemovesItselfInItsPressIsNotCapturedAndDiesAfterwards)
 {
     for (bool withForget : {true, false}) {
@@ -107,14 +92,6 @@ TEST_F(Dispatch, AContainerMayVanishInAPressInsideIt)
     EXPECT_EQ(log, (Log{"v down 5,5", "v dies", "new enter 6,6", "new move 6,6"}));
 }
 
-TEST_F(Dispatch, AViewMayRemoveItselfInItsWheel)
-{
-    auto* v = addProbe(CRect(0, 0, 50, 50), "v");
-    v->inWheel = [&] { frame->removeView(v); };
-    EXPECT_TRUE(host.wheel({5, 5}, 1.f));
-    EXPECT_EQ(log, (Log{"v wheel 5,5 up", "v dies"}));
-}
-
 TEST_F(Dispatch, TheFrameMayCloseInsideAPressOrADrag)
 {
     auto* v = addProbe(CRect(0, 0, 50, 50), "v");
@@ -123,24 +100,6 @@ TEST_F(Dispatch, TheFrameMayCloseInsideAPressOrADrag)
     EXPECT_EQ(log, (Log{"v down 5,5", "v dies"}));
     EXPECT_FALSE(host.isOpen());
     EXPECT_EQ(host.mouseMove({5, 5}, kLButton), kMouseEventNotHandled);
-}
-
-TEST_F(Dispatch, RemovalDuringADragEndsTheGestureWhileTheListenerIsThere)
-{
-    auto* box = new CViewContainer(CRect(0, 0, 100, 100));
-    frame->addView(box);
-    box->addView(new CKnob(CRect(0, 0, 40, 40), &listener, 7, nullptr, nullptr));
-    auto* knob = new CKnob(CRect(100, 0, 140, 40), &listener, 8, nullptr, nullptr);
-    frame->addView(knob);
-    for (CView* removed : {static_cast<CView*>(box), static_cast<CView*>(knob)}) {
-        host.mouseDown(removed->getViewSize().getTopLeft() + CPoint(20, 5));
-        listener.log.clear();
-        frame->removeView(removed);
-        EXPECT_EQ(listener.log, (Log{"end"}));
-        host.mouseMove({30, 30}, kLButton);
-        host.mouseUp({30, 30});
-        EXPECT_EQ(listener.log.size(), 1u);
-    }
 }
 
 TEST_F(Dispatch, LostMouseReleasesWhoeverHasNoCancelOfItsOwn)

@@ -63,13 +63,6 @@ TEST_F(Focus, WhateverTakesTheFocusAwayCommits)
     }
 }
 
-TEST_F(Focus, ActivationAloneOpensNoBox)
-{
-    host.activate(false);
-    host.activate(true);
-    EXPECT_EQ(host.textBoxText(), nullptr);
-}
-
 TEST_F(Focus, ClosingTheFrameCommitsWhileTheListenerIsThere)
 {
     host.mouseDown({20, 20});

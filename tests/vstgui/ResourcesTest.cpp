@@ -1,4 +1,4 @@
-// Pictures by number, damaged pictures, and rectangles.
+// Pictures by number, and damaged pictures.
 #include "Probe.h"
 
 namespace {
@@ -40,16 +40,6 @@ TEST(Resources, OnePictureIsSharedAndLetGoWithItsLastUser)
     const auto replaced = owned(filmstrip(4713, 3));
     EXPECT_EQ(replaced->getHeight(), 30);
     EXPECT_EQ(second->getHeight(), 20);
-}
-
-TEST(Rectangles, BoundingLeavesAnEmptyRectangleAtTheEdge)
-{
-    CRect r(0, 0, 10, 10);
-    EXPECT_TRUE(r.bound(CRect(20, 30, 40, 40)).isEmpty());
-    EXPECT_EQ(r.getTopLeft(), CPoint(20, 30));
-    EXPECT_EQ(CRect(5, 5, 1, 2).left, 5);
-    EXPECT_EQ(CRect()(5, 5, 1, 2), CRect(1, 2, 5, 5));
-    EXPECT_TRUE(CRect(0, 0, 5, 5).rectOverlap(CRect(5, 5, 6, 6)));
 }
 
 }  // namespace

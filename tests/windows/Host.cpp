@@ -15,6 +15,9 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kDoubleClickTime(520);
 constexpr std::chrono::seconds kPatience(3);
 constexpr int kSettling = 40;  // ms: a repaint and what follows
+// ms: where the pointer enters a window, Wine sets its keys and its place to those of the X server,
+// of which it hears a little later.
+constexpr int kEntering = 60;
 
 Host* beingOpened = nullptr;
 std::vector<Host*> hosts;
@@ -49,6 +52,8 @@ void User::doubleClick(Place where)
 void User::drag(Place from, int dx, int dy)
 {
     constexpr int kSteps = 4;
+    moveTo(from);
+    pause(kEntering);
     press(from);
     for (int step = 1; step <= kSteps; ++step)
         moveTo({from.x + dx * step / kSteps, from.y + dy * step / kSteps});
@@ -69,8 +74,6 @@ void User::tap(hands::Key which)
 
 void User::holdingControl(const std::function<void()>& action)
 {
-    // Where the pointer enters a window, Wine sets its keys to those of the X server.
-    constexpr int kEntering = 60;  // ms
     pause(kEntering);
     hands::key(hands::Key::Control, true);
     action();

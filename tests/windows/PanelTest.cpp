@@ -79,12 +79,10 @@ struct Panel : EditorOnScreen {
     const fs::path folder, start = fs::current_path();
     const std::string path = std::getenv("PATH") ? std::getenv("PATH") : "";
 
-    const Place saveBank = host->at(8, 496), defaultBank = host->at(33, 495),
-                loadBank = host->at(59, 496), savePreset = host->at(74, 496),
-                loadPreset = host->at(126, 496), field = host->at(197, 496),
-                menu = host->at(264, 494), previous = host->at(276, 496), next = host->at(297, 496),
-                storeA = host->at(310, 496), recallA = host->at(333, 496),
-                storeB = host->at(350, 496), recallB = host->at(372, 496),
+    const Place saveBank = host->at(8, 496), loadBank = host->at(59, 496),
+                savePreset = host->at(74, 496), loadPreset = host->at(126, 496),
+                field = host->at(197, 496), menu = host->at(264, 494),
+                previous = host->at(276, 496), next = host->at(297, 496),
                 manual = host->at(384, 496);
 };
 
@@ -171,26 +169,6 @@ TEST_F(Panel, FilesAreSavedAndLoadedThroughTheSystemsDialogs)
     host->heard();
     chooseFile(loadBank, "Load bank (endian-reversed)", bank, hands::Button::Right);
     EXPECT_NEAR(host->value(kLGainL), 0.9, 1e-6);
-}
-
-TEST_F(Panel, CompareSlotsAndDefaults)
-{
-    click(storeA);
-    host->automate(kLGainL, 0.9);
-    Host::idleFor(60);
-    click(storeB);
-    click(recallA);
-    EXPECT_EQ(host->value(kLGainL), 0.5f);
-    click(recallB);
-    EXPECT_NEAR(host->value(kLGainL), 0.9, 1e-6);
-    click(defaultBank);
-    EXPECT_FALSE(platform::userSettings().read("DefaultBank")) << "stored by a single click";
-    Host::user([&](User& user) { user.doubleClick(defaultBank); });
-    ASSERT_TRUE(platform::userSettings().read("DefaultBank"));
-    EXPECT_EQ(platform::userSettings().read("DefaultBank")->size(), 48617u);
-    EXPECT_NEAR(Host({500, 10}).value(kLGainL), 0.9, 1e-6) << "the next instance starts with it";
-    Host::user([&](User& user) { user.holdingControl([&] { user.doubleClick(defaultBank); }); });
-    EXPECT_FALSE(platform::userSettings().read("DefaultBank"));
 }
 
 TEST_F(Panel, TheManualOpensOrAMessageTellsWhyNot)

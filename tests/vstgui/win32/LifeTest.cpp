@@ -1,6 +1,6 @@
 // Opening and closing without a trace, and timers.
-#include "HostWindow.h"
 #include "RecordingFrame.h"
+#include "TestHost.h"
 #include "vstgui/vstgui.h"
 
 #include <gtest/gtest.h>
@@ -75,7 +75,7 @@ void openAndClose(HWND host)
 
 TEST(Life, HundredOpeningsLeaveNothingBehind)
 {
-    HostWindow host;
+    TestHost host;
     openAndClose(host.handle());
     pump(20);
     const int gdi = countGdiObjects();
@@ -91,7 +91,7 @@ TEST(Life, HundredOpeningsLeaveNothingBehind)
 
 TEST(Life, ClassOfTheWindowIsGoneWithTheLastFrame)
 {
-    HostWindow host;
+    TestHost host;
     wchar_t name[64]{};
     WNDCLASSW description;
     {
@@ -106,7 +106,7 @@ TEST(Life, ClassOfTheWindowIsGoneWithTheLastFrame)
 
 TEST(Life, WindowThatIsNoneIsRefused)
 {
-    HostWindow host;
+    TestHost host;
     RecordingFrame frame(reinterpret_cast<HWND>(static_cast<intptr_t>(0x1234567)));
     EXPECT_FALSE(frame.isOpen());
 }

@@ -1,6 +1,6 @@
 // Mouse and keyboard on a real window.
-#include "HostWindow.h"
 #include "RecordingFrame.h"
+#include "TestHost.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ struct Mouse : testing::Test {
         frame.events.clear();
     }
 
-    HostWindow host;
+    TestHost host;
     RecordingFrame frame{host.handle()};
 };
 
@@ -166,7 +166,7 @@ TEST_F(Mouse, HostThatDestroysTheWindowDuringADragCancelsIt)
 TEST_F(Mouse, CurrentPositionAndButtonsAreThoseOfTheMoment)
 {
     host.movePointer(250, -20);
-    host.pressButton(MOUSEEVENTF_RIGHTDOWN);
+    host.pressButton(hands::Button::Right);
     pump();
     CPoint where;
     CButtonState buttons(kShift);
@@ -174,7 +174,7 @@ TEST_F(Mouse, CurrentPositionAndButtonsAreThoseOfTheMoment)
     EXPECT_EQ(where, CPoint(250, -20));
     EXPECT_TRUE(frame->getCurrentMouseButtons(buttons));
     EXPECT_EQ(buttons(), kShift | kRButton);
-    host.releaseButton(MOUSEEVENTF_RIGHTUP);
+    host.releaseButton(hands::Button::Right);
     pump();
 }
 
@@ -191,7 +191,7 @@ TEST_F(Mouse, KeysArriveWithModifiersAfterAClickHasBroughtTheKeyboard)
     SendMessageW(frame.window(), WM_KEYDOWN, 'A', 0);  // no virtual key: left to the host
     keys[VK_SHIFT] = 0;
     SetKeyboardState(keys);
-    HostWindow::pressKey(VK_PRIOR);
+    TestHost::pressKey(VK_PRIOR);
     pump();
     EXPECT_EQ(frame.events, (Events{"key 51 1 0", "keyup 33 1 0", "key 15 0 0", "keyup 15 0 0"}));
 }
@@ -202,25 +202,4 @@ TEST_F(Mouse, KeyboardGoingToTheHostDeactivates)
     host.takeFocus();
     pump();
     EXPECT_EQ(frame.events, (Events{"active", "inactive"}));
-}
-
-TEST(TwoFrames, EachHasItsOwnEventsAndOutlivesTheOther)
-{
-    HostWindow host;
-    RecordingFrame first(host.handle(), {150, 150});
-    RecordingFrame second(host.handle(), {150, 150});
-    SetWindowPos(second.window(), nullptr, 200, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-    host.click(10, 20);
-    pump();
-    host.click(210, 20);
-    pump();
-    EXPECT_EQ(first.eventsButMoves().at(1), "down 10,20 L");
-    EXPECT_EQ(second.eventsButMoves().at(1), "down 10,20 L");
-    first.close();
-    second.events.clear();
-    host.click(230, 40);
-    second->invalidRect(CRect(0, 0, 5, 5));
-    pump();
-    EXPECT_TRUE(second.has("down 30,40 L"));
-    EXPECT_EQ(second.drawn.back(), CRect(0, 0, 5, 5));
 }

@@ -1,11 +1,10 @@
 // What the screen shows, and what is painted when.
-#include "HostWindow.h"
 #include "RecordingFrame.h"
+#include "TestHost.h"
 #include "vstgui/vstgui.h"
 
 #include "vstgui/platform/iplatformsurface.h"
 
-#include <cstdlib>
 #include <gtest/gtest.h>
 
 using namespace VSTGUI;
@@ -49,28 +48,19 @@ int differences(const Pixels& screen, const Pixels& expected)
     return count;
 }
 
-// For people to look at, where a folder is named.
-void keep(const std::string& name, const Pixels& picture)
-{
-    if (const char* folder = std::getenv("ZKR_SCREENSHOTS"))
-        writePng(std::string(folder) + "/" + name + ".png", picture);
-}
-
 }  // namespace
 
 TEST(Paint, ScreenShowsExactlyWhatTheOffscreenSurfaceHolds)
 {
-    HostWindow host;
+    TestHost host;
     RecordingFrame frame(host.handle());
     frame.onDraw = drawScene;
     frame->invalidRect(CRect(0, 0, 200, 150));
     pump(200);
     const Pixels screen = host.screenshot();
     const Pixels expected = offscreen(200, 150, drawScene);
-    keep("screen", screen);
-    keep("offscreen", expected);
     EXPECT_EQ(differences(screen, expected), 0);
-    EXPECT_EQ(screen.at(200, 100), CColor(128, 128, 128));  // the host's own grey
+    EXPECT_EQ(screen.at(200, 100), kWhiteCColor);  // the host's own
     EXPECT_EQ(expected.at(82, 10), kBlueCColor);
     // Text has left something of its colour.
     int white = 0;
@@ -81,7 +71,7 @@ TEST(Paint, ScreenShowsExactlyWhatTheOffscreenSurfaceHolds)
 
 TEST(Paint, OnlyRectanglesThatWaitArePaintedEachForItself)
 {
-    HostWindow host;
+    TestHost host;
     RecordingFrame frame(host.handle());
     pump();
     frame.drawn.clear();
@@ -97,7 +87,7 @@ TEST(Paint, OnlyRectanglesThatWaitArePaintedEachForItself)
 
 TEST(Paint, NewSizeIsPaintedWholeAndReported)
 {
-    HostWindow host;
+    TestHost host;
     RecordingFrame frame(host.handle());
     frame.onDraw = [](CDrawContext* context, const CRect& rect) {
         context->setFillColor(kGreenCColor);
@@ -119,7 +109,7 @@ TEST(Paint, NewSizeIsPaintedWholeAndReported)
 
 TEST(Paint, FrameMayCloseWhilePainting)
 {
-    HostWindow host;
+    TestHost host;
     RecordingFrame frame(host.handle());
     frame.onDraw = [&](CDrawContext*, const CRect&) { frame.close(); };
     pump();

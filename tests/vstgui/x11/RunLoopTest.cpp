@@ -74,20 +74,6 @@ TEST(IdleRunLoop, CallbacksMayTakeEachOtherAwayAndCannotTurnTheLoop)
     loop.unregisterTimer(&first);
 }
 
-TEST(IdleRunLoop, TimersOfTheToolkitRunOnItAndMayEndThemselves)
-{
-    int ticks = 0;
-    auto* timer = new CVSTGUITimer(
-        [&](CVSTGUITimer* t) {
-            if (++ticks == 2)
-                t->forget();
-        },
-        5);
-    ASSERT_NE(timer, nullptr);
-    pumpFor(60);
-    EXPECT_EQ(ticks, 2);
-}
-
 // A host's loop with one source of events and any number of timers.
 struct HostLoop : X11::IRunLoop {
     bool registerEventHandler(int, X11::IEventHandler* h) override
