@@ -111,16 +111,6 @@ TEST(ShelfSection, TheSkirtsMixAndFrequencyAreLimited)
     EXPECT_EQ(section.skirtRatio, -3.0);  // kept as it came
 }
 
-TEST(PeakSection, TheEdgesOfQ1AreTheGoldenRatioPair)
-{
-    PeakSection section(kRate, FilterType::BandPass);
-    section.setFrequency(1000.0);
-    section.setQ(1.0);
-    const double golden = (1.0 + std::sqrt(5.0)) / 2.0;
-    EXPECT_NEAR(section.highSkirt.frequency, 1000.0 * (golden - 1.0), 1e-9);  // 618.03...
-    EXPECT_NEAR(section.lowSkirt.frequency, 1000.0 * golden, 1e-9);           // 1618.03...
-}
-
 TEST(PeakSection, IsABandPassWithBlendedSkirtsScaledFromItsEdges)
 {
     PeakSection section(kRate, FilterType::BandPass);

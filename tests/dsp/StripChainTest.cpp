@@ -114,92 +114,57 @@ public:
         using T46 = StripProcessorT46;
         using QB9 = StripProcessorQB9;
         const double v = unit();
-        const double mostlyOff = v < 0.8 ? 0.0 : 1.0;
-        switch (below(22)) {
-        case 0:
-            return onPreamps([=](QB9& s) { s.setDrive(v); });
-        case 1:
-            return onPreamps([=](QB9& s) { s.setHpf(v < 0.5 ? 0.0 : v); });
-        case 2:
-            return onPreamps([=](QB9& s) { s.setOutput(v); });
-        case 3:
-            return onPreamps([=](QB9& s) { s.set28k(v); });
-        case 4:
-            return onStrips([=](T46& s) { s.setProcessOn(v < 0.8 ? 1.0F : 0.0F); });
-        case 5:
-            return onStrips([=](T46& s) { s.setLowShelf(v); });
-        case 6:
-        case 7:
-            return onStrips([=](T46& s) { s.setLowFrequency(v < 0.3 ? 0.0 : v); });
-        case 8:
-            return onStrips([=](T46& s) { s.setLowGain(v); });
-        case 9:
-        case 10:
-            return onStrips([=](T46& s) { s.setMidFrequency(v < 0.3 ? 0.0 : v); });
-        case 11:
-            return onStrips([=](T46& s) { s.setMidGain(v); });
-        case 12:
-            return onStrips([=](T46& s) { s.setHighShelf(v); });
-        case 13:
-        case 14:
-            return onStrips([=](T46& s) { s.setHighFrequency(v < 0.3 ? 0.0 : v); });
-        case 15:
-            return onStrips([=](T46& s) { s.setHighGain(v); });
-        case 16:
-            return onStrips([=](T46& s) { s.setInputTransformerDisable(mostlyOff); });
-        case 17:
-            return onStrips([=](T46& s) { s.setOutputTransformerDisable(mostlyOff); });
-        case 18:
-            return onStrips([=](T46& s) { s.setAmpDisable(mostlyOff); });
-        case 19: {  // at the lowest rates a gain glide is over within a block or a few
+        switch (below(20)) {
+        case 0: {  // at the lowest rates a gain glide is over within a block or a few
             const double rates[] = {250.0, 700.0, 3000.0, 44100.0, 192000.0};
             const double rate = rates[below(5)];
             onPreamps([=](QB9& s) { s.setSampleRate(rate); });
             return onStrips([=](T46& s) { s.setSampleRate(rate); });
         }
-        case 20:
+        case 1:
             return onPreamps([=](QB9& s) { s.stripActive = v < 0.9; });
-        default:
-            if (v < 0.3)  // until the next update of the band switches it off again
-                return onStrips([=](T46& s) { s.midBell.main.setLimitDrive(0.5); });
-            if (v < 0.6)
-                return onStrips([=](T46& s) {
-                    s.lowShelf.skirt.instant = s.highBell.main.instant = false;
-                    s.lowShelf.setFrequency(100.0 + v);
-                    s.highBell.setFrequency(7000.0 + v);
-                });
+        case 2:
+            return onStrips([=](T46& s) { s.setProcessOn(v < 0.8 ? 1.0F : 0.0F); });
+        case 3:  // until the next update of the band switches it off again
+            return onStrips([=](T46& s) { s.midBell.main.setLimitDrive(0.5); });
+        case 4:
             return onStrips([=](T46& s) {
-                s.lowShelf.setInstant();
-                s.highBell.setInstant();
+                s.lowShelf.skirt.instant = s.highBell.main.instant = v < 0.5;
+                s.lowShelf.setFrequency(100.0 + v);
+                s.highBell.setFrequency(7000.0 + v);
             });
+        case 5:
+        case 6: {
+            constexpr void (QB9::*kSetters[])(double) = {&QB9::setDrive, &QB9::setHpf,
+                                                         &QB9::setOutput, &QB9::set28k};
+            return onPreamps([=, set = kSetters[below(4)]](QB9& s) { (s.*set)(v); });
+        }
+        default: {
+            // Bands are out, and stages in circuit, more often than chance would have them.
+            constexpr struct {
+                void (T46::*set)(double);
+                double zeroBelow;
+            } kSetters[] = {
+                {&T46::setLowShelf, 0},     {&T46::setLowFrequency, 0.3},
+                {&T46::setLowGain, 0},      {&T46::setMidFrequency, 0.3},
+                {&T46::setMidGain, 0},      {&T46::setHighShelf, 0},
+                {&T46::setHighGain, 0},     {&T46::setHighFrequency, 0.3},
+                {&T46::setAmpDisable, 0.8}, {&T46::setInputTransformerDisable, 0.8},
+                {&T46::setLowFrequency, 0}, {&T46::setOutputTransformerDisable, 0.8},
+                {&T46::setMidFrequency, 0}, {&T46::setHighFrequency, 0},
+            };
+            const auto& knob = kSetters[below(14)];
+            return onStrips([=](T46& s) { (s.*knob.set)(v < knob.zeroBelow ? 0.0 : v); });
+        }
         }
     }
 
     double sample(int kind)
     {
-        const double x = std::normal_distribution<double>()(random);
-        switch (kind) {
-        case 0:
-            return 0.2 * x;
-        case 1:
-            return 3.0 * x;
-        case 2:
-            return 60.0 * x;
-        case 3:
-            return 0.0;
-        case 4:
-            return 1e-310 * x;
-        case 5:
-            return 1e-40 * x;
-        case 6:
-            return 1e30 * x;
-        case 7:
-            return below(2) ? 0.0 : -0.0;
-        case 8:
-            return below(40) ? -0.0 : 1e-30 * x;
-        default:
-            return 1e-5 * x;
-        }
+        constexpr double kSizes[] = {0.2, 3.0, 60.0, 0.0, 1e-310, 1e-40, 1e30, 1e-5};
+        if (kind < 8)
+            return kSizes[kind] * std::normal_distribution<double>()(random);
+        return below(kind == 8 ? 2 : 40) ? -0.0 : kind == 8 ? 0.0 : 1e-30;
     }
     static constexpr int kKinds = 10;
 

@@ -3,18 +3,14 @@
 // leads to as much room as its operation is owed, or is null; channels are as long as the block).
 // The rooms are as small as they may be, so that the sanitizer sees the first byte beyond.
 #include "Bytes.h"
-#include "EntryPoints.h"
-#include "Finding.h"
+#include "Effect.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <memory>
-#include <set>
 
 namespace {
 
 constexpr VstInt32 kParameters = 58;
-constexpr VstIntPtr kChunkSize = 16 + 48625;
 constexpr std::size_t kFirstValue = 16 + 8 + 41 + 168 + 24, kPresetSize = 168 + 58 * 32;
 
 // A text of an operation that writes one: what it may fill, terminator included.
@@ -49,18 +45,12 @@ class Host {
 public:
     explicit Host(Bytes& input) : bytes(input)
     {
-        current = this;
-        effect = VSTPluginMain(answer);
-        require(effect != nullptr, "no effect");
         const std::uint8_t whims = bytes.byte();
         asksBack = (whims & 1) != 0;
         setsBack = (whims & 2) != 0;
+        current = this;
     }
-    ~Host()
-    {
-        require(dispatch(effClose) == 1, "the effect did not close");
-        current = nullptr;
-    }
+    ~Host() { current = nullptr; }
 
     void callSomething()
     {
@@ -72,11 +62,11 @@ public:
             break;
         case 3: {
             const VstInt32 index = someIndex();
-            effect->setParameter(effect, index, bytes.take<float>());
+            effect.set(index, bytes.take<float>());
             break;
         }
         case 4:
-            requireValue(effect->getParameter(effect, someIndex()));
+            requireValue(effect.get(someIndex()));
             break;
         case 5:
             if (blocks++ < kMostBlocks)
@@ -86,7 +76,7 @@ public:
             restoreChanged();
             break;
         default:
-            dispatch(effEditIdle);
+            effect.dispatch(effEditIdle);
             break;
         }
     }
@@ -94,14 +84,15 @@ public:
     // Wherever the calls have led, the effect is sound and its state is one that it takes back.
     void requireSound()
     {
-        for (VstInt32 i = 0; i < effect->numParams; ++i)
-            requireValue(effect->getParameter(effect, i));
-        require(effect->numParams == kParameters && effect->numPrograms == 1, "other counts");
-        for (const VstInt32 channels : {effect->numInputs, effect->numOutputs})
+        for (VstInt32 i = 0; i < effect.raw->numParams; ++i)
+            requireValue(effect.get(i));
+        require(effect.raw->numParams == kParameters && effect.raw->numPrograms == 1,
+                "other counts");
+        for (const VstInt32 channels : {effect.raw->numInputs, effect.raw->numOutputs})
             require(channels == 1 || channels == 2, "neither mono nor stereo");
-        require(effect->initialDelay == 0 || effect->initialDelay == 96, "an odd latency");
+        require(effect.raw->initialDelay == 0 || effect.raw->initialDelay == 96, "an odd latency");
 
-        std::vector<std::uint8_t> state = chunk();
+        std::vector<std::uint8_t> state = effect.save();
         for (std::size_t preset = 0; preset < 24; ++preset)
             for (std::size_t id = 0; id < kParameters; ++id) {
                 float value = 0.0f;
@@ -109,8 +100,8 @@ public:
                             sizeof value);
                 requireValue(value);
             }
-        restore(state);
-        require(chunk() == state, "a saved state is another one when it is loaded");
+        effect.load(state);
+        require(effect.save() == state, "a saved state is another one when it is loaded");
     }
 
 private:
@@ -122,42 +113,21 @@ private:
         require(value >= 0.0f && value <= 1.0f, "a value outside 0 to 1");
     }
 
-    VstIntPtr dispatch(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0,
-                       void* ptr = nullptr, float opt = 0.0f)
-    {
-        return effect->dispatcher(effect, opcode, index, value, ptr, opt);
-    }
-
     VstInt32 someIndex()
     {
         const std::uint8_t small = bytes.byte();
         return small < 224 ? small % 64 - 2 : bytes.take<VstInt32>();
     }
 
-    std::vector<std::uint8_t> chunk()
-    {
-        void* data = nullptr;
-        const VstIntPtr size = dispatch(effGetChunk, 0, 0, &data);
-        require(size == kChunkSize && data, "a chunk of another size");
-        const auto* first = static_cast<const std::uint8_t*>(data);
-        return std::vector<std::uint8_t>(first, first + size);
-    }
-
-    void restore(std::vector<std::uint8_t>& state)
-    {
-        dispatch(effSetChunk, 0, static_cast<VstIntPtr>(state.size()), state.data());
-    }
-
     void restoreChanged()
     {
-        std::vector<std::uint8_t> state = chunk();
+        std::vector<std::uint8_t> state = effect.save();
         for (int changes = bytes.byte() % 4; changes > 0; --changes)
             state[bytes.take<std::uint16_t>() % state.size()] = bytes.byte();
         const std::uint8_t cut = bytes.byte();
         if (cut & 1)
             state.resize(bytes.take<std::uint16_t>() % state.size());
-        state.shrink_to_fit();
-        restore(state);
+        effect.load(state);
     }
 
     // An operation with what it is owed and whatever numbers.
@@ -171,14 +141,14 @@ private:
         case effEditOpen:  // there is no window
             return;
         case effSetSampleRate:
-            dispatch(opcode, index, 0, nullptr, someRate(how));
+            effect.dispatch(opcode, index, 0, nullptr, someRate(how));
             return;
         case effSetBlockSize: {
             // Sizes that are refused, and sizes that do not take long to clear.
             auto frames = how & 1 ? bytes.take<VstIntPtr>() : bytes.take<std::uint16_t>();
             if (frames > kMostAnnounced && frames <= 1 << 20)
                 frames %= kMostAnnounced;
-            dispatch(opcode, index, frames);
+            effect.dispatch(opcode, index, frames);
             return;
         }
         case effSetChunk: {
@@ -186,17 +156,17 @@ private:
             state.shrink_to_fit();
             const auto size =
                 how & 1 ? -bytes.take<std::uint16_t>() : static_cast<VstIntPtr>(state.size());
-            dispatch(opcode, index, size, how & 2 ? nullptr : state.data());
+            effect.dispatch(opcode, index, size, how & 2 ? nullptr : state.data());
             return;
         }
         case effGetChunk: {
             void* data = nullptr;
-            dispatch(opcode, index, bytes.take<VstIntPtr>(), how & 2 ? nullptr : &data);
+            effect.dispatch(opcode, index, bytes.take<VstIntPtr>(), how & 2 ? nullptr : &data);
             return;
         }
         case effEditGetRect: {
             ERect* rect = nullptr;
-            if (dispatch(opcode, index, 0, &rect))
+            if (effect.dispatch(opcode, index, 0, &rect))
                 require(rect && rect->right > rect->left && rect->bottom > rect->top, "no rect");
             return;
         }
@@ -206,7 +176,7 @@ private:
             const auto read = bytes.block(bytes.byte() % 64);
             const std::unique_ptr<char[]> text(new char[read.size() + 1]());
             std::copy(read.begin(), read.end(), text.get());
-            dispatch(opcode, index, bytes.take<VstIntPtr>(), how & 2 ? nullptr : text.get());
+            effect.dispatch(opcode, index, bytes.take<VstIntPtr>(), how & 2 ? nullptr : text.get());
             return;
         }
         case effSetSpeakerArrangement: {
@@ -217,16 +187,16 @@ private:
                 each->type = type < 240 ? type % 4 - 1 : bytes.take<VstInt32>();
                 each->numChannels = bytes.take<std::int8_t>();
             }
-            dispatch(opcode, index, how & 1 ? 0 : reinterpret_cast<VstIntPtr>(input.get()),
-                     how & 2 ? nullptr : output.get());
+            effect.dispatch(opcode, index, how & 1 ? 0 : reinterpret_cast<VstIntPtr>(input.get()),
+                            how & 2 ? nullptr : output.get());
             return;
         }
         case effGetSpeakerArrangement: {
             VstSpeakerArrangement *input = nullptr, *output = nullptr;
-            if (dispatch(opcode, index, how & 1 ? 0 : reinterpret_cast<VstIntPtr>(&input),
-                         how & 2 ? nullptr : &output))
-                require(input->numChannels == effect->numInputs
-                            && output->numChannels == effect->numOutputs,
+            if (effect.dispatch(opcode, index, how & 1 ? 0 : reinterpret_cast<VstIntPtr>(&input),
+                                how & 2 ? nullptr : &output))
+                require(input->numChannels == effect.raw->numInputs
+                            && output->numChannels == effect.raw->numOutputs,
                         "arrangements that differ from the counts");
             return;
         }
@@ -239,8 +209,8 @@ private:
                 value = 0x46554944;
             }
             const float opt = bytes.take<float>();
-            dispatch(opcode, opcode == effVendorSpecific ? vendorIndex : index, value,
-                     how & 2 ? nullptr : room.get(), opt);
+            effect.dispatch(opcode, opcode == effVendorSpecific ? vendorIndex : index, value,
+                            how & 2 ? nullptr : room.get(), opt);
             return;
         }
         }
@@ -264,8 +234,8 @@ private:
         const std::uint8_t how = bytes.byte();
         const VstInt32 frames = how & 1 ? bytes.byte() % kMostFrames : bytes.byte() % 40 - 2;
         const auto length = static_cast<std::size_t>(std::max(frames, 0));
-        const auto inputs = static_cast<std::size_t>(effect->numInputs);
-        const auto outputs = static_cast<std::size_t>(effect->numOutputs);
+        const auto inputs = static_cast<std::size_t>(effect.raw->numInputs);
+        const auto outputs = static_cast<std::size_t>(effect.raw->numOutputs);
 
         // Separate blocks of memory, each exactly as long as the block of samples.
         std::vector<std::unique_ptr<float[]>> memory;
@@ -295,8 +265,8 @@ private:
         if (how & 32)
             out[bytes.byte() % outputs] = nullptr;
         wasModerate = wasModerate && moderate;
-        effect->processReplacing(effect, how & 64 ? nullptr : in.data(),
-                                 how & 128 ? nullptr : out.data(), frames);
+        effect.raw->processReplacing(effect.raw, how & 64 ? nullptr : in.data(),
+                                     how & 128 ? nullptr : out.data(), frames);
         if (!wasModerate || !usualRate || how & 128)
             return;
         for (const float* channel : out)
@@ -308,7 +278,7 @@ private:
     {
         if (opcode == audioMasterVersion)
             return 2400;
-        if (!current || !current->effect || current->answering)
+        if (!current || current->answering)
             return 0;
         current->answering = true;
         current->comeBack(opcode, index, opt);
@@ -321,21 +291,22 @@ private:
     {
         if (opcode == audioMasterAutomate) {
             if (asksBack)
-                requireValue(effect->getParameter(effect, index));
+                requireValue(effect.get(index));
             if (setsBack)
-                effect->setParameter(effect, index, opt);
+                effect.set(index, opt);
         } else if (asksBack && opcode == audioMasterUpdateDisplay) {
-            chunk();
+            effect.save();
         } else if (asksBack && opcode == audioMasterIOChanged) {
             VstSpeakerArrangement *input = nullptr, *output = nullptr;
-            dispatch(effGetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&input), &output);
+            effect.dispatch(effGetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&input),
+                            &output);
         }
     }
 
     static Host* current;
 
     Bytes& bytes;
-    AEffect* effect = nullptr;
+    Effect effect{answer};
     bool asksBack = false, setsBack = false, answering = false;
     int blocks = 0;
     bool usualRate = true, wasModerate = true;
@@ -344,13 +315,6 @@ private:
 Host* Host::current = nullptr;
 
 }  // namespace
-
-extern "C" int LLVMFuzzerInitialize(int*, char***)
-{
-    // The settings of whoever runs this stay out of it, and as they are.
-    setenv("XDG_DATA_HOME", "/dev/null", 1);
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

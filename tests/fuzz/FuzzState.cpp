@@ -1,45 +1,20 @@
 // A host's project: the bytes go to the whole plug-in as a chunk, and the bank that its next chunk
 // tells of is what their records say or what it was.
-#include "EntryPoints.h"
+#include "Effect.h"
 #include "ExpectedBank.h"
-#include "Finding.h"
 
-#include <cstdlib>
 #include <cstring>
 
 namespace {
 
 using expected::Bytes;
 
-constexpr std::size_t kChunkHead = 16, kStateSize = 48625;
+constexpr std::size_t kChunkHead = 16;
 
 VstIntPtr answer(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, float)
 {
     return opcode == audioMasterVersion ? 2400 : 0;
 }
-
-class Project {
-public:
-    Project() : effect(VSTPluginMain(answer)) { require(effect != nullptr, "no effect"); }
-    ~Project() { effect->dispatcher(effect, effClose, 0, 0, nullptr, 0.0f); }
-
-    Bytes save()
-    {
-        void* data = nullptr;
-        const VstIntPtr size = effect->dispatcher(effect, effGetChunk, 0, 0, &data, 0.0f);
-        require(size == kChunkHead + kStateSize, "a chunk of another size");
-        const auto* first = static_cast<const std::uint8_t*>(data);
-        return Bytes(first, first + size);
-    }
-
-    void load(Bytes bytes)
-    {
-        effect->dispatcher(effect, effSetChunk, 0, static_cast<VstIntPtr>(bytes.size()),
-                           bytes.data(), 0.0f);
-    }
-
-    AEffect* effect;
-};
 
 // The controller's part of a chunk whose two sizes fit, else nothing; an empty part is not given
 // to the controller.
@@ -77,16 +52,9 @@ expected::Controller modelOf(const Bytes& chunk, const expected::Preset& reset)
 
 }  // namespace
 
-extern "C" int LLVMFuzzerInitialize(int*, char***)
-{
-    // The settings of whoever runs this stay out of it, and as they are.
-    setenv("XDG_DATA_HOME", "/dev/null", 1);
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static Project project;
+    static Effect project(answer);
     static const Bytes start = project.save();
     static const expected::Controller fresh = modelOf(start, {});
     static const expected::Preset reset = fresh.bank[0];
@@ -102,11 +70,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const expected::Controller now = modelOf(after, reset);
     require(now.bank == wanted.bank && now.selected == wanted.selected,
             "the bank is not what the records say");
-    for (VstInt32 id = 0; id < project.effect->numParams; ++id) {
+    for (VstInt32 id = 0; id < project.raw->numParams; ++id) {
         float stored = 0.0f;
         std::memcpy(&stored, now.bank[now.selected].data() + 24 + 4 * id, sizeof stored);
-        require(project.effect->getParameter(project.effect, id) == stored,
-                "the host is told of another value than the bank holds");
+        require(project.get(id) == stored, "the host is told of another value than the bank holds");
     }
     if (after == start)
         return 0;

@@ -1,13 +1,11 @@
 // The bytes of images as users' files hold them, and what becomes of a file that is not good.
 #include "ControllerProbe.h"
+#include "HandMadeImages.h"
 
 #include "Files.h"
 
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 
 namespace {
 
@@ -19,19 +17,6 @@ Bytes bytesAt(const Bytes& image, std::size_t offset, std::size_t count)
     return Bytes(first, first + static_cast<std::ptrdiff_t>(count));
 }
 
-void put32(Bytes& image, std::size_t offset, uint32 value)
-{
-    for (std::size_t i = 0; i < 4; ++i)
-        image.at(offset + i) = static_cast<uint8>(value >> (8 * i));
-}
-
-void putFloat(Bytes& image, std::size_t offset, float value)
-{
-    uint32 bits = 0;
-    std::memcpy(&bits, &value, 4);
-    put32(image, offset, bits);
-}
-
 // Where the records of a good image begin: name and 58 values for each preset.
 std::size_t nameRecordAt(int preset)
 {
@@ -40,28 +25,6 @@ std::size_t nameRecordAt(int preset)
 std::size_t valueRecordAt(int preset, unsigned id)
 {
     return nameRecordAt(preset) + 168 + id * 32;
-}
-
-// The same image as a big-endian machine would have written it: every field turned round.
-Bytes bigEndian(Bytes image)
-{
-    const auto turn = [&image](std::size_t offset) {
-        std::swap(image[offset], image[offset + 3]);
-        std::swap(image[offset + 1], image[offset + 2]);
-    };
-    turn(0);
-    for (std::size_t offset = 5; offset < 41; offset += 4)
-        turn(offset);
-    for (std::size_t record = 41; record < image.size();) {
-        const bool isName = image[record] == 0;
-        for (const std::size_t field : {0u, 4u, 8u})
-            turn(record + field);
-        if (!isName)
-            for (const std::size_t field : {12u, 24u})
-                turn(record + field);
-        record += isName ? 168 : 32;
-    }
-    return image;
 }
 
 struct BankFiles : testing::Test {
@@ -124,118 +87,56 @@ TEST_F(BankFiles, HoldHeaderAndRecordsAtTheirPlaces)
     EXPECT_EQ(bytesAt(preset, 41 + 8, 9), (Bytes{0, 0, 0, 0, 'O', 'd', 'd', ' ', '3'}));
 }
 
-TEST_F(BankFiles, GiveBackTheSameBankByEveryRoad)
+TEST_F(BankFiles, GiveBackTheSameBankAndPreset)
 {
     const Bytes saved = controller.bank();
     controller.saveBank(path("my.zkb").c_str());
     controller.setCurrentPreset(5);
     controller.savePreset(path("my.zkr").c_str());
     EXPECT_EQ(read("my.zkr").size(), 2065u);
-    Bytes reversedImage = bigEndian(controller.bankImage());
-
-    const auto expectSaved = [&](const char* road, auto load) {
-        SCOPED_TRACE(road);
-        platform::MemoryStore empty;
-        ControllerProbe other(empty);
-        load(other);
-        EXPECT_EQ(other.bank(), saved);
-    };
-    expectSaved("file", [&](auto& other) { other.loadBank(path("my.zkb").c_str(), false); });
-    expectSaved("big-endian file", [&](auto& other) {
-        other.loadBank(write(reversedImage).c_str(), false);
-        EXPECT_EQ(other.getCurrentPreset(), 0) << "a bank file always ends on preset 0";
-    });
-
     platform::MemoryStore empty;
     ControllerProbe other(empty);
+    other.setCurrentPreset(7);
+    other.loadBank(path("my.zkb").c_str(), false);
+    EXPECT_EQ(other.bank(), saved);
+    EXPECT_EQ(other.getCurrentPreset(), 0) << "a bank file always ends on preset 0";
     other.setCurrentPreset(7);
     other.loadPreset(path("my.zkr").c_str(), false);
     EXPECT_EQ(other.getCurrentPreset(), 7);
     EXPECT_EQ(std::memcmp(&other.preset(7), &controller.preset(5), 256), 0);
-    EXPECT_EQ(std::memcmp(&other.preset(5), &factoryBank()[5], 256), 0);
 }
 
-TEST_F(BankFiles, ThatAreNoBankHaveTheirFourOutcomes)
+TEST_F(BankFiles, OfABigEndianMachineAreReadAlikeUnlessTheyAreTurnedRoundOnceMore)
+{
+    const Bytes little = handmade::goodBank(1, 7), big = handmade::goodBank(1, 7, true);
+    const Bytes before = controller.bank();
+    for (const Bytes& image : {little, big}) {
+        controller.setCurrentPreset(3);
+        controller.loadBank(write(image).c_str(), true);
+        EXPECT_EQ(controller.bank(), before);
+        EXPECT_EQ(controller.getCurrentPreset(), 0);
+    }
+    controller.loadBank(write(little).c_str(), false);
+    const Bytes wanted = controller.bank();
+    EXPECT_NE(wanted, before);
+    platform::MemoryStore empty;
+    ControllerProbe other(empty);
+    other.loadBank(write(big).c_str(), false);
+    EXPECT_EQ(other.bank(), wanted);
+}
+
+TEST_F(BankFiles, OfTheOtherKindOrWithoutAFileChangeNothing)
 {
     const Bytes before = controller.bank();
-    const Bytes good = controller.bankImage();
-    const auto load = [&](const Bytes& bytes, bool reversed = false) {
-        controller.setCurrentPreset(3);
-        controller.host.calls.clear();
-        controller.loadBank(write(bytes).c_str(), reversed);
-        EXPECT_EQ(controller.bank(), before);
-        return controller.getCurrentPreset();
-    };
-    EXPECT_EQ(load({}), 3);
-    EXPECT_EQ(load(bytesAt(good, 0, 4)), 3) << "too short is ignored";
-    EXPECT_EQ(load(Bytes(5000, 'x')), 3) << "a wrong magic is ignored";
-    EXPECT_TRUE(controller.host.calls.empty());
-    EXPECT_EQ(load(controller.presetImage()), 0) << "a preset is read up to its kind";
-    EXPECT_EQ(load(bytesAt(good, 0, 30)), 0) << "half a header";
-    EXPECT_EQ(load(bytesAt(good, 0, good.size() - 1)), 0) << "a payload that is not all there";
-    EXPECT_EQ(load(good, true), 0) << "turned round against its magic";
-    EXPECT_EQ(load(bigEndian(good), true), 0);
-
-    for (const float value : {1.5f, -0.001f, std::numeric_limits<float>::quiet_NaN()}) {
-        Bytes bad = good;
-        put32(bad, 17, 9);
-        putFloat(bad, valueRecordAt(23, 57) + 24, value);
-        setName(controller.preset(8), "kept");
-        const Bytes kept = controller.bank();
-        controller.setCurrentPreset(3);
-        controller.loadBank(write(bad).c_str(), false);
-        EXPECT_EQ(controller.bank(), kept) << value;
-        setName(controller.preset(8), "Odd 8");
-    }
-
+    controller.host.calls.clear();
     controller.loadBank(path("missing.zkb").c_str(), false);
     controller.loadBank(nullptr, false);
-    controller.loadPreset(write(good, "in.zkr").c_str(), false);
-    EXPECT_EQ(controller.bank(), before) << "a bank is no preset";
-    EXPECT_EQ(controller.getCurrentPreset(), 0);
-}
-
-TEST_F(BankFiles, WithOtherRecordsAreTakenAsFarAsTheyMakeSense)
-{
-    // One record each: a kind of tomorrow, a preset and a parameter that do not exist, and then
-    // preset 3 with its name and one value.
-    Bytes image = bytesAt(controller.bankImage(), 0, 41);
-    const auto append = [&image](std::initializer_list<uint32> words) {
-        for (const uint32 word : words) {
-            image.resize(image.size() + 4);
-            put32(image, image.size() - 4, word);
-        }
-    };
-    append({7, 8, 3, 0xFFFFFFFF, 0xFFFFFFFF});
-    append({1, 20, 24, 0, 0, 0, 0x40000000, 0});
-    append({1, 20, 0xFFFFFFFF, 0, 0, 0, 0x40000000, 0});
-    append({1, 20, 3, 58, 0, 0, 0x40000000, 0});
-    append({0, 28, 3, 0x41414141, 0x41414141, 0x41414141, 0x41414141, 0x41414141, 0x41414141, 0});
-    append({1, 16, 3, 28, 0, 0, 0x3F400000});
-    put32(image, 13, 6);
-    put32(image, 17, 11);
-    put32(image, 21, static_cast<uint32>(image.size() - 41));
-
-    const Bytes before = controller.bank();
-    const FileHeader header = readHeader(image.data());
-    controller.deserializeBank({image.data() + 41, image.size() - 41}, header, false);
-    EXPECT_EQ(controller.getCurrentPreset(), 11);
-    EXPECT_EQ(controller.name(3), std::string(24, 'A')) << "a name may fill its field";
-    PresetSlot expected = factoryBank()[0];
-    std::memset(expected.name, 'A', 24);
-    expected.values[28] = 0.75f;
-    EXPECT_EQ(std::memcmp(&controller.preset(3), &expected, 256), 0);
-    Bytes after = controller.bank();
-    std::copy_n(before.begin() + 3 * 256, 256, after.begin() + 3 * 256);
-    EXPECT_EQ(after, before) << "a preset that no record names was touched";
-
-    FileHeader odd = header;
-    for (const int32 current : {-1, 24, std::numeric_limits<int32>::max()}) {
-        odd.currentPreset = current;
-        controller.setCurrentPreset(5);
-        controller.deserializeBank({image.data() + 41, image.size() - 41}, odd, false);
-        EXPECT_EQ(controller.getCurrentPreset(), 0) << current;
-    }
+    controller.loadPreset(write(controller.bankImage(), "in.zkr").c_str(), false);
+    EXPECT_EQ(controller.getCurrentPreset(), 3);
+    EXPECT_TRUE(controller.host.calls.empty());
+    controller.loadBank(write(controller.presetImage()).c_str(), false);
+    EXPECT_EQ(controller.getCurrentPreset(), 0) << "a preset is read up to its kind";
+    EXPECT_EQ(controller.bank(), before);
 }
 
 TEST_F(BankFiles, LieWhereTheirPathSaysAndTheFolderIsKept)

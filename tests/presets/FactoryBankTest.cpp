@@ -95,11 +95,4 @@ TEST(FactoryBank, ValuesAreNormalisedAndNoneLiesIdleBehindASwitchOrAnAbsentBand)
     }
 }
 
-TEST(FactoryBank, NoTwoNamedPresetsAreTheSame)
-{
-    for (std::size_t i = 0; i < 21; ++i)
-        for (std::size_t k = 0; k < i; ++k)
-            EXPECT_NE(valuesOf(i), valuesOf(k)) << i << " and " << k;
-}
-
 }  // namespace

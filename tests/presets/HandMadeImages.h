@@ -1,10 +1,8 @@
 // Images put together byte by byte, good ones and others.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -112,10 +110,11 @@ inline Bytes goodPreset(unsigned seed, bool bigEndian = false)
 // A host's state: an image of a bank behind 8 bytes.
 inline Bytes stateOf(const Bytes& bank)
 {
-    constexpr std::uint8_t kStart[] = {0x00, 0x00, 0x00, 0x02, 0x36, 0x34, 0x74, 0x5A};
-    Bytes state(bank.size() + sizeof kStart);
-    std::copy(std::begin(kStart), std::end(kStart), state.begin());
-    std::copy(bank.begin(), bank.end(), state.begin() + sizeof kStart);
+    Bytes state;
+    for (const unsigned byte : {0x00u, 0x00u, 0x00u, 0x02u, 0x36u, 0x34u, 0x74u, 0x5Au})
+        state.push_back(static_cast<std::uint8_t>(byte));
+    for (const std::uint8_t byte : bank)
+        state.push_back(byte);
     return state;
 }
 

@@ -2,44 +2,13 @@
 //
 //   store_process PLACE write NAME LETTER SIZE ROUNDS    that letter, so many times over
 //   store_process PLACE remove NAME
-//   store_process PLACE leave SEED     an instance with the values of that seed stores everything
 // PLACE is as in TestStore.h, or "user" for the store that the product uses.
 #include "HandMadeImages.h"
-#include "LeftByAnInstance.h"
-#include "OpenedController.h"
 #include "TestStore.h"
 
-#include "public.sdk/source/common/memorystream.h"
-
 #include <cstdlib>
-#include <cstring>
 
 using handmade::Bytes;
-
-namespace {
-
-void leave(platform::SettingsStore& store, unsigned seed)
-{
-    OpenedController controller(store);
-    const auto take = [&](Bytes state) {
-        Steinberg::MemoryStream stream(state.data(), static_cast<Steinberg::TSize>(state.size()));
-        controller.setState(&stream);
-    };
-    take(handmade::stateOf(handmade::goodBank(seed, 2)));
-    controller.storeDefaultBank();
-    take(handmade::stateOf(handmade::goodBank(seed + 1, 2)));
-    controller.setCurrentPreset(kMemoAPreset);
-    controller.storeMemoA();
-    controller.setCurrentPreset(kMemoBPreset);
-    controller.storeMemoB();
-    controller.setCurrentPreset(kDefaultPreset);
-    controller.storeDefaultPreset();
-    std::strcpy(controller.getCurrDir(), kLeftFolder);
-    std::strcpy(controller.getCurrBank(), kLeftBankFile);
-    std::strcpy(controller.getCurrPreset(), kLeftPresetFile);
-}
-
-}  // namespace
 
 int main(int argc, char** argv)
 {
@@ -56,8 +25,6 @@ int main(int argc, char** argv)
             store.write(argv[3], bytes);
     } else if (command == "remove" && argc == 4) {
         store.remove(argv[3]);
-    } else if (command == "leave" && argc == 4) {
-        leave(store, static_cast<unsigned>(std::atoi(argv[3])));
     } else {
         return 2;
     }

@@ -106,13 +106,4 @@ TEST_F(WrappedState, AStateThatEndsInAnExceptionDoesNotSilenceLaterEdits)
     EXPECT_EQ(host.timesAsked(audioMasterAutomate), 1);
 }
 
-TEST_F(WrappedState, TheHostHearsOfARestoredStateOnceEvenIfTheControllerAnnouncesItToo)
-{
-    plugin.whileStateIsSet = [this] {
-        host.controller->getComponentHandler()->restartComponent(kParamValuesChanged);
-    };
-    host.restore(good);
-    EXPECT_EQ(host.timesAsked(audioMasterUpdateDisplay), 1);
-}
-
 }  // namespace

@@ -142,18 +142,6 @@ TEST_P(FastOversamplingTest, GivesEveryBitOfThePlainForm)
             }
 }
 
-TEST_P(FastOversamplingTest, LeavesTheSignalAloneWithoutOversampling)
-{
-    FastOversampling fast(GetParam());
-    Random random(1);
-    Buffers ours;
-    ours.fill(kSignals[0], random, 64);
-    const Buffers before = ours;
-    EXPECT_EQ(fast.raiseRate(0, ours.subBlock(true), 16), 16);
-    EXPECT_EQ(fast.lowerRate(0, ours.subBlock(true), 16), 16);
-    EXPECT_TRUE(ours.equals(before, 64, true));
-}
-
 const ProcessingForms kForms;
 INSTANTIATE_TEST_SUITE_P(Forms, FastOversamplingTest,
                          testing::ValuesIn(kForms.begin(), kForms.end()),

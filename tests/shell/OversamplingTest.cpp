@@ -171,18 +171,3 @@ TEST(Decimator, TablesMeetTheirEdgesRippleAndSum)
     EXPECT_EQ(down4xCoeffs[126], 0.2264599339448374);
     EXPECT_EQ(down4xCoeffs[0], -4.8663899718994306e-05);
 }
-
-TEST(Oversampling, DesignAndClearStartOverFromTheSameBits)
-{
-    Oversampling used;
-    const std::vector<double> tapsBefore(used.upStage2Coeffs, used.upStage2Coeffs + 255);
-    std::vector<double> in = noise(300);
-    const auto up = [&](const SubBlock& from, const SubBlock& to, int count) {
-        used.firstDoubling(from, to, count);
-    };
-    const std::vector<double> fresh = inSubBlocks(in, 2, up);
-    used.clear();
-    used.designOversamplingFilters();
-    EXPECT_EQ(inSubBlocks(in, 2, up), fresh);
-    EXPECT_TRUE(std::equal(tapsBefore.begin(), tapsBefore.end(), used.upStage2Coeffs));
-}

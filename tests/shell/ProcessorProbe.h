@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <vector>
 
 namespace probe {
@@ -21,8 +20,7 @@ using Signal = std::vector<float>;
 
 class Processor : public PitchNamesProcessor {
 public:
-    explicit Processor(double rate = 44100.0, ProcessingForm form = bestProcessingForm())
-        : PitchNamesProcessor(form), changes(64), reports(64)
+    explicit Processor(double rate = 44100.0) : changes(64), reports(64)
     {
         initialize(nullptr);
         ProcessSetup setup{kRealtime, kSample32, 4096, rate};
@@ -132,20 +130,6 @@ inline Signal noise(std::size_t length, unsigned seed, float level = 0.25f)
         x = level * (static_cast<float>(seed >> 8) / 8388608.0f - 1.0f);
     }
     return signal;
-}
-
-inline Signal impulse(std::size_t length)
-{
-    Signal signal(length, 0.0f);
-    signal[0] = 1.0f;
-    return signal;
-}
-
-inline std::size_t indexOfPeak(const Signal& signal)
-{
-    const auto peak = std::max_element(signal.begin(), signal.end(),
-                                       [](float a, float b) { return std::abs(a) < std::abs(b); });
-    return static_cast<std::size_t>(peak - signal.begin());
 }
 
 }  // namespace probe

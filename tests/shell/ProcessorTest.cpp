@@ -79,34 +79,6 @@ TEST(Buses, AcceptedAndRefusedArrangementsLeaveTheBusesTheyShould)
     EXPECT_EQ(kept, kMono) << "another number of buses changes nothing";
 }
 
-TEST(Latency, ImpulseComesOut96HostSamplesLaterInBothOversamplingModes)
-{
-    for (const double rate : {44100.0, 48000.0, 88200.0, 96000.0, 176400.0, 192000.0}) {
-        SCOPED_TRACE(rate);
-        Processor processor(rate);
-        processor.set(kPower, 0.0);
-        const Signal out = processor.render({impulse(512), impulse(512)}, {512})[0];
-        ASSERT_EQ(indexOfPeak(out), processor.getLatencySamples());
-        if (processor.oversampleMode == 0) {
-            EXPECT_EQ(out, impulse(512)) << "nothing is filtered at this rate";
-            continue;
-        }
-        EXPECT_NEAR(out[96], processor.oversampleMode == 1 ? 0.985f : 0.984f, 0.0006f);
-        EXPECT_NEAR(std::abs(out[95]), 0.011f, 0.001f);
-        EXPECT_NEAR(std::abs(out[97]), 0.011f, 0.001f);
-    }
-}
-
-TEST(Latency, ASteadyInputLosesThreeHundredthsOfADecibel)
-{
-    for (const double rate : {44100.0, 96000.0}) {
-        Processor processor(rate);
-        processor.set(kPower, 0.0);
-        const Signal out = processor.render({Signal(1000, 0.5f), Signal(1000, 0.5f)}, {64})[0];
-        EXPECT_NEAR(out.back() / 0.5f, 0.9963f, 0.0004f) << rate;
-    }
-}
-
 TEST(Blocks, AnyCuttingOfTheStreamGivesTheSameBits)
 {
     const std::vector<Signal> in = stereoNoise(5000);
@@ -297,34 +269,6 @@ TEST(Channels, BypassTakesOneChannelsStripsOutAndInMidSideTheMidOrSide)
         ASSERT_NEAR(midOut[0][i] + midOut[1][i], dry[0][i] + dry[1][i], 1e-6);
         ASSERT_NEAR(midOut[0][i] - midOut[1][i], midSide[0][i] - midSide[1][i], 1e-6);
     }
-}
-
-TEST(Channels, MidSideCodingCancelsWithPowerOff)
-{
-    const std::vector<Signal> in = stereoNoise(600);
-    Processor plain, coded;
-    plain.set(kPower, 0.0);
-    coded.set(kPower, 0.0);
-    coded.set(kMS, 1.0);
-    const std::vector<Signal> a = plain.render(in, {64}), b = coded.render(in, {64});
-    for (std::size_t i = 0; i < in[0].size(); ++i)
-        ASSERT_NEAR(a[1][i], b[1][i], 1e-7f);
-}
-
-TEST(Channels, WithoutAnyStripTheFrameStillRuns)
-{
-    const std::vector<Signal> in = stereoNoise(600);
-    Processor bare, off;
-    for (auto* strip : {&bare.eqStripL, &bare.eqStripR, &bare.eqStripL2, &bare.eqStripR2})
-        strip->reset();
-    for (auto* strip : {&bare.preampStripL, &bare.preampStripR})
-        strip->reset();
-    for (ParamID id = 0; id < kPresetParamCount; ++id)
-        if (id != kChannel && id != kMS)
-            bare.set(id, 1.0);
-    off.set(kPower, 0.0);
-    EXPECT_EQ(bare.render(in, {64}), off.render(in, {64}));
-    bare.setActive(true);
 }
 
 TEST(Licence, ThePassPathLeavesTheSoundUntouchedAndUndelayed)

@@ -76,14 +76,6 @@ TEST_F(CommandLine, BadInputGetsOneLineCodeTwoAndNoFile)
         expectComplaint(arguments);
 }
 
-TEST_F(CommandLine, AFullDiskLeavesTheOldResult)
-{
-    writeContent(folder / "x.wav", "old");
-    EXPECT_EQ(run("render in.wav x.wav", "ulimit -f 8;"), 2);
-    EXPECT_EQ(contentOf(folder / "x.wav"), "old");
-    EXPECT_NE(err.find("File too large"), std::string::npos) << err;
-}
-
 TEST_F(CommandLine, AnInterruptionLeavesNoFile)
 {
     // A minute of silence in blocks of one sample gives time to interrupt.

@@ -1,5 +1,6 @@
 // The words for faulty images, and that they are never at odds with the readers of the plug-in.
 #include "ImageCheck.h"
+#include "HandMadeImages.h"
 #include "PresetFile.h"
 
 #include <algorithm>
@@ -40,15 +41,6 @@ Bytes goodPreset()
 Bytes goodBank()
 {
     return bankImage({factoryBank(), 0});
-}
-
-Bytes stateOf(const Bytes& bank)
-{
-    constexpr std::uint8_t kPrefix[]{0x00, 0x00, 0x00, 0x02, 0x36, 0x34, 0x74, 0x5A};
-    Bytes state(sizeof(kPrefix) + bank.size());
-    std::copy(std::begin(kPrefix), std::end(kPrefix), state.begin());
-    std::copy(bank.begin(), bank.end(), state.begin() + sizeof(kPrefix));
-    return state;
 }
 
 // A header is 41 bytes, a name record 168, a value record 32 with its value at 24; a preset in a
@@ -117,12 +109,13 @@ TEST(ImageCheck, NamesTheFaultTheByteAndTheConsequence)
         {goodBank,
          [](Bytes& b) { std::rotate(&b[kPreset5], &b[kPreset5 + 168], &b[kPreset5] + 2024); },
          Outcome::Partly, false, kPreset5 + 58 * 32, "58 values of preset 5 stand ahead"},
-        {[] { return stateOf(goodBank()); }, [](Bytes& b) { putFloat(b, 8 + kValueOf28, 2.0f); },
-         Outcome::Undone, true, 8 + 1129, "parameter 28 of preset 0 is 2"},
-        {[] { return stateOf(goodBank()); }, [](Bytes& b) { b.resize(40000); }, Outcome::Partly,
-         true, 40000, "instead of at byte 48625"},
-        {[] { return stateOf(goodBank()); }, [](Bytes& b) { b[3] = 1; }, Outcome::Taken, false, 3,
-         "prefix"},
+        {[] { return handmade::stateOf(goodBank()); },
+         [](Bytes& b) { putFloat(b, 8 + kValueOf28, 2.0f); }, Outcome::Undone, true, 8 + 1129,
+         "parameter 28 of preset 0 is 2"},
+        {[] { return handmade::stateOf(goodBank()); }, [](Bytes& b) { b.resize(40000); },
+         Outcome::Partly, true, 40000, "instead of at byte 48625"},
+        {[] { return handmade::stateOf(goodBank()); }, [](Bytes& b) { b[3] = 1; }, Outcome::Taken,
+         false, 3, "prefix"},
     };
     for (const Case& one : cases) {
         SCOPED_TRACE(one.words);
@@ -155,13 +148,7 @@ TEST(ImageCheck, CountsWhatIsTooMuchToList)
 
 TEST(ImageCheck, KnowsAnImageFromABigEndianMachine)
 {
-    Bytes bytes = goodPreset();
-    const auto reverse = [&](std::size_t at) { std::reverse(&bytes[at], &bytes[at] + 4); };
-    for (const std::size_t at : {0, 5, 9, 13, 17, 21, 41, 45, 49})
-        reverse(at);
-    for (std::size_t record = 41 + 168; record < bytes.size(); record += 32)
-        for (const std::size_t at : {0, 4, 8, 12, 24})
-            reverse(record + at);
+    Bytes bytes = handmade::goodPreset(1, true);
     ImageReport report = check(bytes);
     EXPECT_EQ(report.outcome, Outcome::Taken);
     ASSERT_EQ(report.findings.size(), 1u);
