@@ -1,0 +1,84 @@
+#!/usr/bin/env bash
+# Runs the built plug-in in hosts that others made, without a person, and checks what comes of it.
+# Usage: hosts.sh [ardour|ardour-window|qtractor]...          (default: all)
+#
+# Builds dist/linux first, or takes another folder of that shape, named in ZKR_DIST. The hosts get a home of their own under build/hosts; sessions, results and what the hosts
+# printed stay there until the next run.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+sections=("$@")
+[ ${#sections[@]} -gt 0 ] || sections=(qtractor ardour ardour-window)
+for section in "${sections[@]}"; do
+    case $section in
+    ardour | ardour-window | qtractor) ;;
+    *)
+        echo "usage: hosts.sh [ardour|ardour-window|qtractor]..." >&2
+        exit 2
+        ;;
+    esac
+done
+scripts/setup.sh hosts
+[ -n "${ZKR_DIST:-}" ] || scripts/build.sh
+
+root=$PWD/tests/hosts
+settings=$root/settings
+work=$PWD/build/hosts logs=$PWD/build/hosts/logs audio=$PWD/build/hosts/audio
+rm -rf "$work"
+mkdir -p "$work/home" "$logs" "$audio"
+cp -r "${ZKR_DIST:-dist/linux}" "$work/dist"
+dist=$work/dist
+export HOME=$work/home XDG_CONFIG_HOME=$work/home/config XDG_CACHE_HOME=$work/home/cache \
+    XDG_DATA_HOME=$work/home/data
+export PYTHONDONTWRITEBYTECODE=1  # nothing is left among the sources
+unset VST_PATH LXVST_PATH VST3_PATH LV2_PATH DISPLAY WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS
+
+say() { printf '\n== %s\n' "$*"; }
+faults=0
+fail() {
+    echo "  FAULT: $*"
+    faults=$((faults + 1))
+}
+
+# passes WORDS -- COMMAND...: a check, which prints its figures.
+passes() {
+    local words=$1 figures
+    if figures=$("${@:3}" 2>&1); then
+        echo "  $words: $figures"
+    else
+        fail "$words: $(tail -n 3 <<<"$figures")"
+    fi
+}
+
+compare_audio() { "$root/compare_audio.py" "$@"; }
+
+# silence RATE: samples, some seconds, in which the gain ramps of a start die away to the last bit.
+silence() { echo $(($1 > 96000 ? 1024000 : 256000)); }
+
+# shown_values SET: a file's settings without its automation, as options of our tool, one a line.
+shown_values() { awk '/^[^#]/ && !$4 { print "--set"; print $1 "=" $2 }' "$settings/$1.txt"; }
+
+# expect SET INPUT OUTPUT: what our own renderer makes of a file of settings, values as the plug-in
+# shows them. Lines with a sample number become automation.
+expect() {
+    local input=$2 output=$3 rate
+    local -a options
+    rate=$("$root/rate_of.py" "$input")
+    mapfile -t options < <(shown_values "$1")
+    awk -v rate="$rate" '/^[^#]/ && $4 { printf "%.9f %s %s\n", $4 / rate, $1, $2 }' \
+        "$settings/$1.txt" >"$output.automation"
+    [ ! -s "$output.automation" ] || options+=(--automate "$output.automation")
+    "$dist/zkrt46" render --plugin "$dist/ZKRT46.so" --bits 32f "${options[@]}" \
+        --pre-roll "$(awk "BEGIN { print $(silence "$rate") / $rate }")" "$input" "$output"
+}
+
+for section in "${sections[@]}"; do
+    . "$root/$section.sh"
+done
+
+echo
+if [ $faults -gt 0 ]; then
+    echo "$faults faults; what the hosts printed is in build/hosts/logs." >&2
+    exit 1
+fi
+echo "No faults."

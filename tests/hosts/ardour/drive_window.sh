@@ -1,0 +1,84 @@
+#!/usr/bin/env bash
+# Opens a session in Ardour's window on the present display, where the plug-in's editor opens with it,
+# and leaves pictures of the editor: FOLDER/before.png and, unless it is only to look, FOLDER/after.png
+# when QB11 has been clicked on and the left drive turned up. Saves and quits.
+# Usage: drive_window.sh FOLDER LOG look|edit
+set -euo pipefail
+folder=$1 log=$2 what=$3
+document=$folder/$(basename "$folder").ardour
+
+# The editor is the lower part of the plug-in's window: 505 high, below the host's own row of buttons.
+editor_height=505 host_row=34
+
+give_up() {
+    echo "drive_window: $*" >&2
+    import -window root "$folder/given-up.png"
+    kill "$host" 2>/dev/null || true
+    exit 1
+}
+
+# wait_for SECONDS WORDS COMMAND...
+wait_for() {
+    local ticks=$((10 * $1)) words=$2
+    shift 2
+    until "$@"; do
+        ticks=$((ticks - 1))
+        [ $ticks -gt 0 ] || give_up "waited in vain for $words"
+        sleep 0.1
+    done
+}
+
+# The plug-in's window as WIDTHxHEIGHT+X+Y, once it is WIDTH wide.
+window_is() {
+    geometry=$(xwininfo -root -tree 2>/dev/null | grep 'ZKR T46 (by ZKR-soundworks)' |
+        sed -n 's/.*) *\([0-9]*x[0-9]*\)+[0-9-]*+[0-9-]* *+\([0-9]*\)+\([0-9]*\)$/\1+\2+\3/p')
+    [[ $geometry == "$1"x* ]]
+}
+
+# picture WIDTH FILE
+picture() {
+    local x y
+    IFS=+ read -r _ x y <<<"$geometry"
+    xdotool mousemove 1020 760  # off the controls, which light up under the mouse
+    sleep 1.5
+    import -window root -crop "$1x$editor_height+$x+$((y + host_row))" +repage "$2"
+}
+
+# at X Y: the place in the editor as one on the display.
+at() {
+    local x y
+    IFS=+ read -r _ x y <<<"$geometry"
+    echo $((x + $1)) $((y + host_row + $2))
+}
+
+saved() { [ "$document" -nt "$folder/asked" ]; }
+ended() { ! kill -0 "$host" 2>/dev/null; }
+
+/usr/lib/ardour7/ardour-7.* --no-announcements --no-splash "$document" >"$log" 2>&1 &
+host=$!
+wait_for 40 "the editor" window_is "$(cat "$folder/width")"
+echo "report window $geometry"
+picture "${geometry%%x*}" "$folder/before.png"
+
+if [ "$what" = edit ]; then
+    # shellcheck disable=SC2046
+    xdotool mousemove $(at 582 96) sleep 0.3 click 1  # QB11
+    wait_for 10 "the editor to widen" window_is $((${geometry%%x*} + 250))
+    echo "report window $geometry"
+    # shellcheck disable=SC2046
+    xdotool mousemove $(at 105 91) sleep 0.3 mousedown 1  # the left drive
+    for _ in 1 2 3 4 5 6 7 8; do
+        xdotool mousemove_relative -- 0 -5 sleep 0.05
+    done
+    xdotool mouseup 1
+    picture "${geometry%%x*}" "$folder/after.png"
+fi
+
+main=$(xdotool search --name "$(basename "$folder") - Ardour" | tail -n 1)
+touch "$folder/asked"
+sleep 1
+xdotool key --window "$main" ctrl+s
+[ "$what" = look ] || wait_for 15 "the session to be saved" saved
+xdotool key --window "$main" ctrl+q
+wait_for 30 "the host to quit" ended
+wait "$host" || give_up "the host ended with exit code $?"

@@ -1,0 +1,58 @@
+#!/usr/bin/python3
+"""Compares what a host made of a file with the sum of what it should have made, and prints the largest
+difference. The exit code is 1 if that exceeds the tolerance, if rates or lengths differ, or if the
+result has no sound or numbers that are none."""
+import argparse
+import sys
+from pathlib import Path
+
+import numpy
+
+from audio import samples_of
+
+options = argparse.ArgumentParser(description=__doc__)
+# A float's step just below full scale: whether gains have been set or have glided to where they are
+# tells in the twelfth digit, and now and then decides which float is the nearer.
+options.add_argument("--tolerance", type=float, default=2.0**-24)
+options.add_argument("--skip", type=int, default=0, help="frames of silence before the result")
+options.add_argument("--result", nargs="+", type=Path, help="one file, or one a channel")
+options.add_argument("--expected", nargs="*", type=Path, help="none: the result is only looked at")
+options.add_argument("--changes", nargs="*", type=int, default=[],
+                     help="frames at which something changed, behind the silence")
+given = options.parse_args()
+
+# Hosts apply a change within a block of its time, and gains then glide for more than a second.
+EARLY, LATE = 9000, 80000
+
+parts = [samples_of(path) for path in given.result]
+rate = parts[0][0]
+result = numpy.concatenate([samples for _, samples in parts], axis=1)
+if not numpy.isfinite(result).all():
+    sys.exit("not all of it are numbers")
+# The oversampling's filters ring shortly before a sound.
+before = numpy.abs(result[:max(given.skip - 128, 0)]).max(initial=0)
+if before > 1e-6:
+    sys.exit(f"sound of {before:g} before the start")
+result = result[given.skip:]
+peak = numpy.abs(result).max()
+if peak < 1e-3:
+    sys.exit(f"no sound: peak {peak:g}")
+if not given.expected:
+    print(f"{len(result)} frames, peak {peak:.3f}")
+    sys.exit()
+
+expected = numpy.zeros(result.shape)
+for path in given.expected:
+    expected_rate, samples = samples_of(path)
+    if expected_rate != rate or samples.shape != result.shape:
+        sys.exit(f"{rate} Hz, {result.shape} instead of {expected_rate} Hz, {samples.shape}")
+    expected += samples
+difference = numpy.abs(result - expected)
+for change in given.changes:
+    difference[max(change - EARLY, 0):change + LATE] = 0
+largest, frame = difference.max(), int(difference.max(axis=1).argmax())
+unequal = int((difference > 0).any(axis=1).sum())
+outside = f" but {len(given.changes)} changes" if given.changes else ""
+where = f" at frame {frame}, {unequal} unequal" if largest > 0 else ""
+print(f"largest difference {largest:.3g}{where}, of {len(result)} frames{outside}, peak {peak:.3f}")
+sys.exit(1 if largest > given.tolerance else 0)
