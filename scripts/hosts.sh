@@ -2,8 +2,9 @@
 # Runs the built plug-in in hosts that others made, without a person, and checks what comes of it.
 # Usage: hosts.sh [ardour|ardour-window|qtractor]...          (default: all)
 #
-# Builds dist/linux first, or takes another folder of that shape, named in ZKR_DIST. The hosts get a home of their own under build/hosts; sessions, results and what the hosts
-# printed stay there until the next run.
+# Builds dist/linux first, or takes another folder of that shape, named in ZKR_DIST. The hosts get a
+# home of their own under build/hosts; sessions, results and what the hosts printed stay there until
+# the next run.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
