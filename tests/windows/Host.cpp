@@ -57,6 +57,8 @@ void User::drag(Place from, int dx, int dy)
     press(from);
     for (int step = 1; step <= kSteps; ++step)
         moveTo({from.x + dx * step / kSteps, from.y + dy * step / kSteps});
+    // A slow machine may otherwise hear of the button before the last step.
+    pause(kSettling);
     release();
 }
 

@@ -89,27 +89,30 @@ struct Panel : EditorOnScreen {
 TEST_F(Panel, TheMenuShowsThePresetsAndOneIsChosenByKeysAnotherByTheMouse)
 {
     const int firstDown = kOnWindows ? 1 : 0;  // Windows highlights nothing at first
+    const std::string picture = kOnWindows ? "menu-windows" : "menu-x11";
     VSTGUI::Pixels shown;
     Host::user([&](User& user) {
         user.click(menu);
-        user.pause(250);
-        shown = screenshot(host->at(250, 480), 380, 270);
+        user.waitFor([&] {
+            shown = screenshot(host->at(250, 480), 380, 270);
+            return looksLike(shown, picture);
+        });
         for (int i = 0; i < 3 + firstDown; ++i)
             user.tap(Key::Down);
         user.tap(Key::Return);
     });
-    expectPicture(shown, kOnWindows ? "menu-windows" : "menu-x11");
+    expectPicture(shown, picture);
     const std::string fourth = host->programName();
     EXPECT_NE(fourth, "Default");
     Host::user([&](User& user) {
         user.click(menu);
-        user.pause(150);
+        user.pause(400);
         user.tap(Key::Escape);
     });
     EXPECT_EQ(host->programName(), fourth);
     Host::user([&](User& user) {
         user.click(menu);
-        user.pause(150);
+        user.pause(400);
         user.click({menu.x + 60, menu.y + 12});
     });
     EXPECT_EQ(host->programName(), "Default") << "the first entry lies over the key";

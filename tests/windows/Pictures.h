@@ -51,10 +51,21 @@ inline double difference(const VSTGUI::Pixels& a, const VSTGUI::Pixels& b)
     return *std::max_element(different.begin(), different.end()) / double(kSide * kSide);
 }
 
+inline std::string picturePath(const std::string& name)
+{
+    return std::string(ZKR_PICTURES) + "/" + name + ".png";
+}
+
+inline bool looksLike(const VSTGUI::Pixels& shown, const std::string& name,
+                      double mostDifferent = 0.2)
+{
+    return difference(shown, readPng(picturePath(name))) <= mostDifferent;
+}
+
 inline void expectPicture(const VSTGUI::Pixels& shown, const std::string& name,
                           double mostDifferent = 0.2)
 {
-    const std::string reference = std::string(ZKR_PICTURES) + "/" + name + ".png";
+    const std::string reference = picturePath(name);
     if (std::getenv("ZKR_RENEW_PICTURES")) {
         ASSERT_TRUE(VSTGUI::writePng(reference, shown)) << reference;
     }
