@@ -36,9 +36,9 @@ if(failed)
 endif()
 string(REGEX REPLACE "^shlibs:Depends=" "" CPACK_DEBIAN_PACKAGE_DEPENDS "${needed}")
 
-# The installer names every file of the bundle, so that the uninstaller removes those and no others.
-set(bundle_files "")
-set(bundle_removal "")
+# The installer names every file of the bundle, so that it removes those and no others.
+set(installed "")
+set(files "")
 set(folders "")
 set(whole ${ZKR_PRODUCTS}/windows)
 file(GLOB_RECURSE entries RELATIVE ${whole} LIST_DIRECTORIES ON ${whole}/ZKRT46.vst3/*)
@@ -47,19 +47,21 @@ list(APPEND entries ZKRT46.vst3)
 foreach(entry ${entries})
   string(REPLACE "/" "\\" path ${entry})
   if(IS_DIRECTORY ${whole}/${entry})
-    string(APPEND bundle_removal "  RMDir \"$Vst3Folder\\${path}\"\n")
+    string(APPEND folders "  RMDir \"\${Place}\\${path}\"\n")
   else()
     get_filename_component(folder ${entry} DIRECTORY)
     string(REPLACE "/" "\\" folder ${folder})
-    string(APPEND bundle_files "  SetOutPath \"$Vst3Folder\\${folder}\"\n"
+    string(APPEND installed "  SetOutPath \"$Vst3Folder\\${folder}\"\n"
            "  File \"\${TREE}/${entry}\"\n")
-    string(APPEND bundle_removal "  Delete \"$Vst3Folder\\${path}\"\n")
+    string(APPEND files
+           "  !insertmacro CallWith \${Function} \"\${Place}\\${path}\"\n")
   endif()
 endforeach()
 set(CPACK_ZKR_BUNDLE_SCRIPT ${CMAKE_CURRENT_BINARY_DIR}/bundle.nsh)
 file(WRITE ${CPACK_ZKR_BUNDLE_SCRIPT}
-     "!macro InstallBundle\n${bundle_files}!macroend\n"
-     "!macro RemoveBundle\n${bundle_removal}!macroend\n")
+     "!macro InstallBundle\n${installed}!macroend\n"
+     "!macro ForEachBundleFile Function Place\n${files}!macroend\n"
+     "!macro RemoveBundleFolders Place\n${folders}!macroend\n")
 set(CPACK_ZKR_INSTALLER_SCRIPT ${CMAKE_CURRENT_SOURCE_DIR}/installer.nsi)
 set(CPACK_ZKR_RESOURCES ${top}/resources)
 

@@ -4,7 +4,8 @@
 ;   /VST2DIR=FOLDER   where the VST 2 library goes
 ;   /NOVST2  /NOVST3  leaves that one out
 ; Exit codes: 0 done, 1 cancelled by the user, and with nothing changed: 3 a file is in use,
-; 4 the command line is wrong. 2: a file could not be written; what was there is removed again.
+; 4 the command line is wrong. 2: a file could not be written. What had been written by then is
+; removed again, and a version that was installed before is back in its place.
 ;
 ; The numbers of the exit codes, shared with the uninstaller:
 !define EXIT_FAILED 2
@@ -18,6 +19,7 @@
 !define VENDOR_KEY "SOFTWARE\ZKR-soundworks"
 !define SETTINGS_KEY "${VENDOR_KEY}\ZKRT46"
 !define ENTRY_KEY "SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\ZKRT46"
+!define ASIDE ".zkr-aside"  ; ends the name of a file while another takes its place
 
 ; A 64-bit program: Windows of 32 bits refuses to start it, and the registry is seen as hosts see it.
 !pragma warning error all
@@ -50,8 +52,14 @@ VIAddVersionKey /LANG=1033 ProductVersion "${VERSION}"
 
 Var Vst2Folder
 Var Vst3Folder
+Var OldHome     ; where the version is that is there already; nothing for what it has not
+Var OldVst2
+Var OldVst3
+Var HomeCreated ; the uppermost folder that had to be made for each place
+Var Vst2Created
+Var Vst3Created
 Var Message
-Var Begun       ; something has been written
+Var Begun       ; what has to be undone: "aside" files of the old version, "written" new ones
 
 ; ---- Pages
 
@@ -140,6 +148,10 @@ Function ${un}RemoveCreated
     ${GetParent} "$0" $0
   ${LoopUntil} $0 == ""
 FunctionEnd
+
+Function ${un}DeleteFile
+  Delete "$0"
+FunctionEnd
 !macroend
 !insertmacro SharedFunctions ""
 !insertmacro SharedFunctions "un."
@@ -159,94 +171,170 @@ Function FirstMissing
   ${Loop}
 FunctionEnd
 
-; Makes the folder, and notes under which name the uninstaller finds what had to be made.
-!macro CreateFolder Folder Note
+; Makes the folder, and puts the uppermost that had to be made into the variable Created. What the
+; old version had to make around it, under Note in the registry, counts as well.
+!macro CreateFolder Folder Created Note
   StrCpy $0 "${Folder}"
   Call FirstMissing
   CreateDirectory "${Folder}"
-  WriteRegStr HKLM "${ENTRY_KEY}" "${Note}" "$1"
+  ReadRegStr $2 HKLM "${ENTRY_KEY}" "${Note}"
+  StrLen $3 "$2\"
+  StrCpy $3 "${Folder}\" $3
+  ${If} $2 != ""
+  ${AndIf} $3 == "$2\"
+    StrCpy $1 "$2"
+  ${EndIf}
+  StrCpy ${Created} "$1"
 !macroend
 
-; Runs the uninstaller in the folder $3 to its end, and removes what it then leaves: itself, and its
-; folders up to $6. Its exit code is in $7.
-Function RemoveInstalled
-  ExecWait '"$3\uninstall.exe" /S _?=$3' $7
-  ${If} $7 = 0
-    Delete "$3\uninstall.exe"
-    StrCpy $0 "$3"
-    StrCpy $1 "$6"
-    Call RemoveCreated
+!macro CallWith Function File
+  StrCpy $0 "${File}"
+  Call ${Function}
+!macroend
+
+; Calls the function with each file of the product in $0. A folder that is nothing is left out. A file
+; that the product gives up stays in this list, so that newer versions remove it.
+!macro ForEachFile Function Home Vst2 Vst3
+  ${If} "${Home}" != ""
+    !insertmacro CallWith ${Function} "${Home}\uninstall.exe"
+    !insertmacro CallWith ${Function} "${Home}\${MANUAL}"
+    !insertmacro CallWith ${Function} "${Home}\LICENSE.txt"
+    !insertmacro CallWith ${Function} "${Home}\COPYRIGHT.txt"
+    !insertmacro CallWith ${Function} "${SHORTCUT}"
+  ${EndIf}
+  ${If} "${Vst2}" != ""
+    !insertmacro CallWith ${Function} "${Vst2}\${LIBRARY}"
+  ${EndIf}
+  ${If} "${Vst3}" != ""
+    !insertmacro ForEachBundleFile ${Function} "${Vst3}"
+  ${EndIf}
+!macroend
+
+!macro ForEachOldFile Function
+  !insertmacro ForEachFile ${Function} "$OldHome" "$OldVst2" "$OldVst3"
+!macroend
+
+!macro ForEachNewFile Function
+  !insertmacro ForEachFile ${Function} "$INSTDIR" "$Vst2Folder" "$Vst3Folder"
+!macroend
+
+; The file $0 makes room for a new one. A folder of that name is not ours.
+Function SetAside
+  ${If} ${FileExists} "$0"
+  ${AndIfNot} ${FileExists} "$0\*.*"
+    Delete "$0${ASIDE}"
+    ClearErrors
+    Rename "$0" "$0${ASIDE}"
+    ${If} ${Errors}
+      !insertmacro Fail ${EXIT_FAILED} "$0 could not be replaced."
+    ${EndIf}
   ${EndIf}
 FunctionEnd
 
-; The version that is there goes first, with what is no longer part of the product.
-Section "-Replace"
-  ReadRegStr $3 HKLM "${ENTRY_KEY}" "InstallLocation"
-  ReadRegStr $4 HKLM "${ENTRY_KEY}" "Vst2Folder"
-  ReadRegStr $5 HKLM "${ENTRY_KEY}" "Vst3Folder"
-  ReadRegStr $6 HKLM "${ENTRY_KEY}" "HomeCreated"
-  StrCpy $0 "$4\${LIBRARY}"
+Function PutBack
+  ${If} ${FileExists} "$0${ASIDE}"
+    Rename "$0${ASIDE}" "$0"
+  ${EndIf}
+FunctionEnd
+
+Function DeleteAside
+  Delete "$0${ASIDE}"
+FunctionEnd
+
+; What is there, from an old version or copied there by hand, is only set aside until the new version
+; is complete. Until then the registry is left as it is.
+Section "-SetAside"
+  Call FindPlaces
+  StrCpy $0 "$OldVst2\${LIBRARY}"
   Call RefuseInUse
-  StrCpy $0 "$5\${BUNDLE_LIBRARY}"
+  StrCpy $0 "$OldVst3\${BUNDLE_LIBRARY}"
   Call RefuseInUse
   StrCpy $0 "$Vst2Folder\${LIBRARY}"
   Call RefuseInUse
   StrCpy $0 "$Vst3Folder\${BUNDLE_LIBRARY}"
   Call RefuseInUse
-  StrCpy $0 "$3\${MANUAL}"
+  StrCpy $0 "$OldHome\${MANUAL}"
   Call RefuseInUse
   StrCpy $0 "$INSTDIR\${MANUAL}"
   Call RefuseInUse
 
-  ${If} $3 != ""
-  ${AndIf} ${FileExists} "$3\uninstall.exe"
-    DetailPrint "Removing the installed version"
-    Call RemoveInstalled
-    ${If} $7 <> 0
-      !insertmacro Fail $7 "The installed version could not be removed."
-    ${EndIf}
-  ${EndIf}
+  StrCpy $Begun "aside"
+  !insertmacro ForEachOldFile SetAside
+  !insertmacro ForEachNewFile SetAside
+  StrCpy $Begun "written"
 SectionEnd
 
-; Comes before the libraries, so that whatever happens can be undone.
 Section "-Home" Home
-  StrCpy $Begun 1
-  !insertmacro CreateFolder "$INSTDIR" "HomeCreated"
+  !insertmacro CreateFolder "$INSTDIR" $HomeCreated "HomeCreated"
   SetOutPath "$INSTDIR"
+  ClearErrors
   WriteUninstaller "$INSTDIR\uninstall.exe"
+  ${If} ${Errors}
+    !insertmacro Fail ${EXIT_FAILED} "$INSTDIR\uninstall.exe could not be written."
+  ${EndIf}
+  File "${TREE}/${MANUAL}"
+  File "${TREE}/LICENSE.txt"
+  File "${TREE}/COPYRIGHT.txt"
+  CreateShortcut "${SHORTCUT}" "$INSTDIR\${MANUAL}"
+SectionEnd
+
+Section "VST 2 plug-in" Vst2
+  !insertmacro CreateFolder "$Vst2Folder" $Vst2Created "Vst2Created"
+  SetOutPath "$Vst2Folder"
+  File "${TREE}/${LIBRARY}"
+SectionEnd
+
+Section "VST 3 plug-in" Vst3
+  !insertmacro CreateFolder "$Vst3Folder" $Vst3Created "Vst3Created"
+  !insertmacro InstallBundle
+SectionEnd
+
+; Removes the folder, and those above it that were made for it, as long as they are empty.
+!macro RemoveFolder Folder Created
+  StrCpy $0 "${Folder}"
+  StrCpy $1 "${Created}"
+  Call RemoveCreated
+!macroend
+
+; The new version is complete: what was set aside goes, with the folders that nothing is left in.
+Section "-RemoveOld"
+  SetOutPath "$INSTDIR"
+  !insertmacro ForEachOldFile DeleteAside
+  !insertmacro ForEachNewFile DeleteAside
+  ReadRegStr $2 HKLM "${ENTRY_KEY}" "Vst2Created"
+  !insertmacro RemoveFolder "$OldVst2" $2
+  ${If} $OldVst3 != ""
+    !insertmacro RemoveBundleFolders "$OldVst3"
+  ${EndIf}
+  ReadRegStr $2 HKLM "${ENTRY_KEY}" "Vst3Created"
+  !insertmacro RemoveFolder "$OldVst3" $2
+  ReadRegStr $2 HKLM "${ENTRY_KEY}" "HomeCreated"
+  !insertmacro RemoveFolder "$OldHome" $2
+SectionEnd
+
+Section "-Register"
+  DeleteRegKey HKLM "${ENTRY_KEY}"
   WriteRegStr HKLM "${ENTRY_KEY}" "DisplayName" "ZKR T46"
   WriteRegStr HKLM "${ENTRY_KEY}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKLM "${ENTRY_KEY}" "DisplayIcon" "$INSTDIR\uninstall.exe"
   WriteRegStr HKLM "${ENTRY_KEY}" "Publisher" "ZKR-soundworks"
   WriteRegStr HKLM "${ENTRY_KEY}" "URLInfoAbout" "https://www.zkr-soundworks.example"
   WriteRegStr HKLM "${ENTRY_KEY}" "InstallLocation" "$INSTDIR"
+  WriteRegStr HKLM "${ENTRY_KEY}" "HomeCreated" "$HomeCreated"
   WriteRegStr HKLM "${ENTRY_KEY}" "UninstallString" '"$INSTDIR\uninstall.exe"'
   WriteRegStr HKLM "${ENTRY_KEY}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /S'
   WriteRegDWORD HKLM "${ENTRY_KEY}" "NoModify" 1
   WriteRegDWORD HKLM "${ENTRY_KEY}" "NoRepair" 1
-
-  File "${TREE}/${MANUAL}"
-  File "${TREE}/LICENSE.txt"
-  File "${TREE}/COPYRIGHT.txt"
-  CreateShortcut "${SHORTCUT}" "$INSTDIR\${MANUAL}"
   WriteRegStr HKCU "${SETTINGS_KEY}" "ManualPath" "$INSTDIR\${MANUAL}"
-SectionEnd
+  ${If} $Vst2Folder != ""
+    WriteRegStr HKLM "${ENTRY_KEY}" "Vst2Folder" "$Vst2Folder"
+    WriteRegStr HKLM "${ENTRY_KEY}" "Vst2Created" "$Vst2Created"
+  ${EndIf}
+  ${If} $Vst3Folder != ""
+    WriteRegStr HKLM "${ENTRY_KEY}" "Vst3Folder" "$Vst3Folder"
+    WriteRegStr HKLM "${ENTRY_KEY}" "Vst3Created" "$Vst3Created"
+  ${EndIf}
 
-Section "VST 2 plug-in" Vst2
-  !insertmacro CreateFolder "$Vst2Folder" "Vst2Created"
-  WriteRegStr HKLM "${ENTRY_KEY}" "Vst2Folder" "$Vst2Folder"
-  SetOutPath "$Vst2Folder"
-  File "${TREE}/${LIBRARY}"
-SectionEnd
-
-Section "VST 3 plug-in" Vst3
-  !insertmacro CreateFolder "$Vst3Folder" "Vst3Created"
-  WriteRegStr HKLM "${ENTRY_KEY}" "Vst3Folder" "$Vst3Folder"
-  !insertmacro InstallBundle
-SectionEnd
-
-Section "-Size"
-  SetOutPath "$INSTDIR"
   StrCpy $0 0
   ${ForEach} $1 ${Home} ${Vst3} + 1
     ${If} ${SectionIsSelected} $1
@@ -321,6 +409,20 @@ Function CheckVst2Folder
   ${EndIf}
 FunctionEnd
 
+; Puts the places of the old version into their variables, and takes those that nothing goes into out
+; of theirs.
+Function FindPlaces
+  ReadRegStr $OldHome HKLM "${ENTRY_KEY}" "InstallLocation"
+  ReadRegStr $OldVst2 HKLM "${ENTRY_KEY}" "Vst2Folder"
+  ReadRegStr $OldVst3 HKLM "${ENTRY_KEY}" "Vst3Folder"
+  ${IfNot} ${SectionIsSelected} ${Vst2}
+    StrCpy $Vst2Folder ""
+  ${EndIf}
+  ${IfNot} ${SectionIsSelected} ${Vst3}
+    StrCpy $Vst3Folder ""
+  ${EndIf}
+FunctionEnd
+
 Function .onInit
   SetShellVarContext all
   StrCpy $Vst3Folder "$COMMONFILES64\VST3"
@@ -361,15 +463,24 @@ Function .onInit
   ${EndIf}
 FunctionEnd
 
-; Half an installation is none.
+; Half an installation is none: what was there before is there again.
 Function .onInstFailed
-  ${If} $Begun == 1
-    SetOutPath "$TEMP"
-    ReadRegStr $6 HKLM "${ENTRY_KEY}" "HomeCreated"
-    StrCpy $3 "$INSTDIR"
-    Call RemoveInstalled
-    SetErrorLevel ${EXIT_FAILED}
+  ${If} $Begun == ""
+    Return
   ${EndIf}
+  SetOutPath "$TEMP"
+  ${If} $Begun == "written"
+    !insertmacro ForEachNewFile DeleteFile
+  ${EndIf}
+  !insertmacro ForEachOldFile PutBack
+  !insertmacro ForEachNewFile PutBack
+  !insertmacro RemoveFolder "$Vst2Folder" $Vst2Created
+  ${If} $Vst3Folder != ""
+    !insertmacro RemoveBundleFolders "$Vst3Folder"
+  ${EndIf}
+  !insertmacro RemoveFolder "$Vst3Folder" $Vst3Created
+  !insertmacro RemoveFolder "$INSTDIR" $HomeCreated
+  SetErrorLevel ${EXIT_FAILED}
 FunctionEnd
 
 Function LeaveComponents
@@ -413,7 +524,8 @@ Section "Uninstall"
     Call un.RemoveCreated
   ${EndIf}
   ${If} $Vst3Folder != ""
-    !insertmacro RemoveBundle
+    !insertmacro ForEachBundleFile un.DeleteFile "$Vst3Folder"
+    !insertmacro RemoveBundleFolders "$Vst3Folder"
     ${If} ${FileExists} "$Vst3Folder\${BUNDLE_LIBRARY}"
       !insertmacro Fail ${EXIT_FAILED} "$Vst3Folder\${BUNDLE_LIBRARY} could not be deleted."
     ${EndIf}

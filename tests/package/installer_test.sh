@@ -3,6 +3,8 @@
 # file and registry value at its place, the installed library at work, and afterwards nothing left
 # but what belongs to the user and to others. Looks into the Windows archive too.
 # Usage: installer_test.sh [FOLDER]   FOLDER holds the products and packages/; default: dist
+# The variable ZKR_VST3_TEST names the program that tries the VST 3 library; default: the one that
+# scripts/test.sh builds. Without ZKR_EXPECT_WINDOWS it may be missing.
 # shellcheck source=checks.sh
 source "$(dirname "${BASH_SOURCE[0]}")/checks.sh"
 
@@ -10,6 +12,7 @@ export WINEPREFIX=$work/wine WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 unset DISPLAY
 installer=$packages/ZKRT46-$version-windows-x64.exe
+vst3_test=${ZKR_VST3_TEST:-$top/build/win64/tests/vst3/vst3_test.exe}
 drive=$WINEPREFIX/drive_c
 home="$drive/Program Files/ZKR-soundworks/ZKR T46"
 vst2="$drive/Program Files/VSTPlugins"
@@ -71,10 +74,11 @@ unix() {
     echo "$drive${path//\\//}"
 }
 
-# everything: what there is in the prefix, but for the system's own and temporary files; and what is
-# in the registry where products leave things.
+# everything: what there is in the prefix, with its sum, but for the system's own and temporary files;
+# and what is in the registry where products leave things.
 everything() {
-    (cd "$drive" && find . \( -path ./windows -o -path '*/Temp' \) -prune -o -print | sort)
+    (cd "$drive" && find . \( -path ./windows -o -path '*/Temp' \) -prune -o \
+        \( -type f -exec sha256sum {} + , -print \) | sort -k 2)
     local key
     for key in 'HKCU\SOFTWARE' 'HKLM\SOFTWARE' "${entry%\\*}" "${entry%\\*\\*}"; do
         win reg query "$key" | tr -d '\r'
@@ -189,6 +193,21 @@ timeout 60 "$tool" render --plugin "$products/linux/ZKRT46.so" "${warm[@]}" "$wo
 same "$work/expected.wav" "$work/out.wav"
 timeout 60 "$tool" render --plugin "$products/linux/ZKRT46.so" "$work/in.wav" "$work/flat.wav"
 if cmp -s "$work/flat.wav" "$work/out.wav"; then fail "the settings change nothing"; fi
+if [ -f "$vst3_test" ]; then
+    # try_vst3 LIBRARY: plays through it and through the VST 2 library.
+    try_vst3() {
+        ZKR_TEST_VST3_LIBRARY=$(winepath -w "$1") win "$vst3_test" \
+            --gtest_filter=Bundle.SoundsAsTheVst2LibraryDoesToTheBit >"$work/vst3-test"
+    }
+    try_vst3 "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" ||
+        fail "the installed VST 3 library: $(cat "$work/vst3-test")"
+    grep -q '\[  PASSED  \] 1 test\.' "$work/vst3-test" || fail "no test of the VST 3 library has run"
+    if try_vst3 "$vst3/Other.vst3/a"; then fail "$vst3_test tries another library than it is told"; fi
+elif [ -n "${ZKR_EXPECT_WINDOWS:-}" ]; then
+    fail "$vst3_test is missing"
+else
+    step "left out, without $vst3_test: the installed VST 3 library"
+fi
 
 step "remove: what belongs to others stays"
 uninstall_silently
@@ -292,9 +311,55 @@ everything >"$work/before"
 code 2 install_silently
 everything >"$work/after"
 diff "$work/before" "$work/after" >&2 || fail "half an installation is left"
+rmdir "$named/ZKRT46.dll"
+
+step "an older version, and a new one that cannot be written: the older is there again"
+# older [ARGUMENTS...]: installs it; each of its bytes and values tells it from the new one.
+older() {
+    code 0 install_silently "$@"
+    local file
+    while read -r file; do
+        echo older >>"$file"
+    done < <(find "$home" "$named/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$manual_link" -type f)
+    win reg add "$entry" /v DisplayVersion /d 0.9.0.0 /f >/dev/null
+    win reg add "$entry" /v EstimatedSize /t REG_DWORD /d 46 /f >/dev/null
+    everything >"$work/older"
+}
+# upgrade_fails [ARGUMENTS...]: the older version is as it was, byte for byte.
+upgrade_fails() {
+    code 2 install_silently "$@"
+    everything | diff "$work/older" - >&2 || fail "the older version is not there as before"
+}
+everything >"$work/before"
+
+# In other places, where the VST 2 library cannot be written.
+mkdir -p "$drive/Blocked/ZKRT46.dll"
+older
+upgrade_fails '/VST2DIR=C:\Blocked' '/D=C:\Elsewhere'
+rm -r "$drive/Blocked"
+
+# In the same places, where a program has one of the old files open.
+older
+hold "$home/LICENSE.txt"
+upgrade_fails
+release
+
+# In the same places, where the last file of all cannot be written.
+code 0 install_silently /NOVST3
+mkdir -p "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" "$vst3/ZKRT46.vst3/Contents/Resources"
+echo mine >"$vst3/ZKRT46.vst3/Contents/Resources/mine.txt"
+older /NOVST3
+upgrade_fails
+rm -r "$vst3/ZKRT46.vst3"
+
+# Nothing is in the way any more.
+code 0 install_silently
+expect_installed "$named" "$home"
+uninstall_silently
+everything >"$work/after"
+diff "$work/before" "$work/after" >&2 || fail "the uninstaller leaves something (>) or takes too much (<)"
 
 step "hosts name no folder; manual and uninstaller in a folder by command line"
-rmdir "$named/ZKRT46.dll"
 rm "$vst2/ZKRT46.dll"
 win reg add 'HKLM\SOFTWARE\VST' /v VSTPluginsPath /d 'somewhere' /f >/dev/null
 everything >"$work/before"
