@@ -45,7 +45,7 @@ def steps(tool, path):
         panels.append(Panel([Line(x, y, frequency(hz), i) for i, (hz, y) in
                              enumerate(zip(steps_of_band, levels))], (-2, 8, 2), name,
                             x=(10, 40000)))
-    draw(path, panels, height=560)
+    draw(path, panels, height=530)
 
 
 @figure("gains")
@@ -54,7 +54,7 @@ def gains(tool, path):
     x, levels = tool.left([["MFreqL=1800", f"MGainL={g}"] for g in steps_up])
     lines = [Line(x, y, decibels(g), i % 5 if g > 0 else 4 - i % 5) for i, (g, y) in
              enumerate(zip(steps_up, levels))]
-    draw(path, [Panel(lines, (-18, 20, 4))], height=230)
+    draw(path, [Panel(lines, (-18, 20, 4))], height=215)
 
 
 @figure("shapes")
@@ -66,11 +66,11 @@ def shapes(tool, path):
             curves = [[f"{band}ShelfL={shelf}", f"{band}FreqL={hz}", f"{band}GainL={g}"]
                       for g in gains_drawn]
             x, levels = tool.left(curves, rate=96000, last=40000, points=60)
-            lines = [Line(x, y, "", i % 3 if g > 0 else 2 - i % 3) for i, (g, y) in
-                     enumerate(zip(gains_drawn, levels))]
+            lines = [Line(x, y, f"\u00b1{g} dB" if g > 0 else "", i % 3 if g > 0 else 2 - i % 3)
+                     for i, (g, y) in enumerate(zip(gains_drawn, levels))]
             kind = "shelf" if shelf == "On" else "bell"
-            panels.append(Panel(lines, (-14, 14, 4), f"{name}, {kind}", x=(10, 40000)))
-    draw(path, panels, columns=2, height=430, key="none")
+            panels.append(Panel(lines, (-16, 16, 4), f"{name}, {kind}", x=(10, 40000)))
+    draw(path, panels, columns=2, height=405, key="below")
 
 
 @figure("signs")
@@ -86,7 +86,7 @@ def signs(tool, path):
                  Line(x, plus(alone_a, alone_b, none), "sum of the two alone", 1, True)]
         panels.append(Panel(lines, (-16, 16, 4),
                             f"LOW 300 {decibels(first)}, MID 1k2 {decibels(second)}"))
-    draw(path, panels, columns=2, height=440, key="below")
+    draw(path, panels, columns=2, height=400, key="below")
 
 
 @figure("idle-neighbour")
@@ -96,7 +96,7 @@ def idle_neighbour(tool, path):
     low, high = ["LFreqL=300"], ["HFreqL=6800"]
     x, levels = tool.left([mid, mid + low, mid + high, mid + low + high])
     draw(path, [Panel([Line(x, y, n, i) for i, (n, y) in enumerate(zip(names, levels))],
-                      (-2, 10, 2), "MID 1k2 +8 dB")], height=230)
+                      (-2, 10, 2), "MID 1k2 +8 dB")], height=200)
 
 
 @figure("three-bands")
@@ -112,7 +112,7 @@ def three_bands(tool, path):
         title = "LOW 120 {}, MID 1k2 {}, HIGH 8k2 {}".format(*map(decibels, gains_set))
         panels.append(Panel([Line(x, all_three, "all three, measured", 0, width=2.4),
                              Line(x, total, "sum of the three alone", 1, True)], (-8, 16, 4), title))
-    draw(path, panels, columns=2, height=250, key="below")
+    draw(path, panels, columns=2, height=220, key="below")
 
 
 @figure("high-pass")
@@ -120,14 +120,14 @@ def high_pass(tool, path):
     steps_up = frequencies(tool, "HpfL")
     x, levels = tool.left([["QB11=On", f"HpfL={hz}"] for hz in steps_up])
     lines = [Line(x, y, frequency(hz), i) for i, (hz, y) in enumerate(zip(steps_up, levels))]
-    draw(path, [Panel(lines, (-36, 3, 6), x=(10, 5000))], height=250)
+    draw(path, [Panel(lines, (-36, 3, 6), x=(10, 5000))], height=195)
 
 
 @figure("28k")
 def boost_28k(tool, path):
     x, levels = tool.left([["QB11=On"], ["QB11=On", "28kL=On"]], rate=192000, last=80000)
     lines = [Line(x, levels[1], "28k on", 0), Line(x, levels[0], "28k off", 4)]
-    draw(path, [Panel(lines, (-4, 8, 2), x=(100, 80000))], height=250)
+    draw(path, [Panel(lines, (-4, 8, 2), x=(100, 80000))], height=200)
 
 
 @figure("no-bands")
@@ -144,7 +144,7 @@ def distortion(tool, path):
     lines = by_drive(tool, (16, 8, 0, -16), 1000, "-40:18:2", lambda row: row["thd"])
     draw(path, [Panel(lines, (0.001, 100, 0), x=(-40, 18), decades=False,
                       xlabel="Level of a 1 kHz tone, dBFS", ylabel="THD, %", log_y=True)],
-         height=250)
+         height=200)
 
 
 @figure("harmonics")
@@ -158,7 +158,7 @@ def harmonics(tool, path):
     found = found[:len(drives)]
     lines = [Line(list(drives), [row[n] for row in found], f"H{n}", n - 2) for n in (2, 3, 4, 5)]
     draw(path, [Panel(lines, (-120, -20, 20), x=(-16, 16), decades=False, xticks=4,
-                      xlabel="DRIVE, dB", ylabel="dB relative to the tone")], height=230)
+                      xlabel="DRIVE, dB", ylabel="dB relative to the tone")], height=190)
 
 
 @figure("peaks")
@@ -166,7 +166,7 @@ def peaks(tool, path):
     lines = by_drive(tool, (16, 12, 8, 0), 1000, "-30:6:1.5", lambda row: row["out"] - row["in"])
     draw(path, [Panel(lines, (-6, 1, 1), x=(-30, 6), decades=False,
                       xlabel="Level of a 1 kHz tone, dBFS", ylabel="Output over input, dB")],
-         height=230)
+         height=195)
 
 
 @figure("stages")
@@ -179,7 +179,7 @@ def stages(tool, path):
                           dashed=number == 1))
     draw(path, [Panel(lines, (0.001, 100, 0), x=(-30, 6), decades=False,
                       xlabel="Level of a 40 Hz tone, dBFS", ylabel="THD, %", log_y=True)],
-         height=230)
+         height=190)
 
 
 @figure("two-in-series")
@@ -188,14 +188,14 @@ def two_in_series(tool, path):
     split = ["2x=On", *low, "MFreqL2=1200", "MGainL2=8"]
     x, levels = tool.left([low + mid, split])
     draw(path, [Panel([Line(x, levels[0], "in one T46", 0), Line(x, levels[1], "in two T46s", 1)],
-                      (-2, 18, 4), "LOW 300 +8 dB, MID 1k2 +8 dB")], height=230)
+                      (-2, 18, 4), "LOW 300 +8 dB, MID 1k2 +8 dB")], height=200)
 
 
 @figure("mid-side")
 def mid_side(tool, path):
     x, [(mid, side)] = tool.response([[]], "--preset", "Mastering loudness")
     draw(path, [Panel([Line(x, mid, "MID", 0), Line(x, side, "SIDE", 1)], (-2, 6, 1),
-                      "Preset \u201cMastering loudness\u201d")], height=230)
+                      "Preset \u201cMastering loudness\u201d")], height=205)
 
 
 def situation(name):
@@ -204,7 +204,7 @@ def situation(name):
         x, [(first, second)] = tool.response([settings], "--view", view)
         lines = [Line(x, first, "MID" if view == "ms" else "L and R", 0)]
         lines += [Line(x, second, "SIDE", 1)] if view == "ms" else []
-        draw(path, [Panel(lines, (-6 if view == "ms" else -4, 4, 2))], height=270,
+        draw(path, [Panel(lines, (-6 if view == "ms" else -4, 4, 2))], height=240,
              key="inside" if view == "ms" else "none", width=460)
     return draw_situation
 

@@ -14,6 +14,7 @@ from pathlib import Path
 import check
 import preset_tables  # for its entries in TABLES
 import tables  # likewise
+from facts import FACTS
 from figures import FIGURES
 from pictures import PICTURES
 from table_list import TABLES
@@ -152,9 +153,9 @@ def run_examples(text, program, folder):
 
 
 def make_content(tool, folder):
-    """Draws all pictures, and returns the tables and numbers by name."""
+    """Draws all pictures and tests all facts, and returns the tables and numbers by name."""
     jobs = [(draw, (tool, folder / f"{name}.svg")) for name, draw in FIGURES.items()]
-    jobs += [(draw, (tool, folder)) for draw in PICTURES.values()]
+    jobs += [(work, (tool, folder)) for work in (*PICTURES.values(), *FACTS)]
     with ThreadPoolExecutor(os.cpu_count()) as workers:
         made = [workers.submit(function, *arguments) for function, arguments in jobs]
         content = {name: workers.submit(make, tool) for name, make in TABLES.items()}

@@ -93,12 +93,16 @@ def layouts(tool, folder):
     plain, one, both = (screenshot(tool, folder, f"layout{i}", *settings) for i, settings in
                         enumerate(([], ["--set", "QB11=On"],
                                    ["--set", "QB11=On", "--set", "2x=On"])))
-    gap = 24
-    page = Image.new("RGB", (plain.width + gap + one.width, plain.height + gap + both.height),
-                     PAPER)
-    page.paste(plain, (0, 0))
-    page.paste(one, (plain.width + gap, 0))
-    page.paste(both, (0, plain.height + gap))
+    if [image.size for image in (plain, one, both)] != [(394, 505), (644, 505), (894, 505)]:
+        raise SystemExit("the manual says other sizes of the editor")
+    gap, head = 24, 34
+    page = Image.new("RGB", (plain.width + gap + one.width, 2 * (head + 505) + gap), PAPER)
+    drawing, font = ImageDraw.Draw(page), ImageFont.truetype(FONT, 24)
+    for image, name, x, y in ((plain, "T46 alone", 0, 0),
+                              (one, "QB11 and T46", plain.width + gap, 0),
+                              (both, "QB11, T46 and 2\u00d7T46", 0, head + 505 + gap)):
+        drawing.text((x, y), name, fill=(11, 95, 165), font=font)
+        page.paste(image, (x, y + head))
     page.save(folder / "layouts.png", optimize=True)
 
 

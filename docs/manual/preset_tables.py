@@ -16,6 +16,7 @@ def presets(tool):
         index, name = re.match(r"(\d+)\s+(.*\S)\s+\S+$", line).groups()
         rows.append([index, name, summary(tool, index)])
     require(len(rows) == 24, "there are 24 presets")
+    require([name for _, name, _ in rows].count("Init") == 3, "three places are named Init")
     return rows_of(["No.", "Name", "What differs from the defaults"], rows, [5, 24, 80])
 
 

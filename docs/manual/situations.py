@@ -5,7 +5,7 @@ SITUATIONS = {
     "weight-and-air": (
         ["LShelfL=On", "LShelfR=On", "LFreqL=63", "LFreqR=63", "LGainL=1.5", "LGainR=1.5",
          "HShelfL=On", "HShelfR=On", "HFreqL=20000", "HFreqR=20000", "HGainL=2.5", "HGainR=2.5",
-         "MFreqL=3000", "MFreqR=3000", "MGainL=-0.8", "MGainR=-0.8"], "lr"),
+         "MFreqL=3000", "MFreqR=3000", "MGainL=-1", "MGainR=-1"], "lr"),
     "mud": (
         ["LFreqL=300", "LFreqR=300", "LGainL=-1.5", "LGainR=-1.5",
          "HFreqL=12000", "HFreqR=12000", "HGainL=1.5", "HGainR=1.5"], "lr"),

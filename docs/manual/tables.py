@@ -45,14 +45,12 @@ def frequencies(tool):
     columns = [[frequency(v) for v in tool.values(title) if v != "Off"]
                for title in ("LFreqL", "MFreqL", "HFreqL", "HpfL")]
     shelf = shelving(tool)
-    rows = []
-    for step in range(max(map(len, columns))):
-        cells = [column[step] if step < len(column) else "" for column in columns]
-        low = tool.values("LFreqL")[step + 1] if step < len(columns[0]) else ""
-        rows.append([step + 1, cells[0], "yes" if low in shelf else "bell only" if low else "",
-                     *cells[1:]])
-    return rows_of(["Step", "LOW, Hz", "SHELF LOW", "MID, Hz", "HIGH, Hz", "HPF, Hz"], rows,
-                   [-6, -9, 12, -9, -9, -9])
+    lows = tool.values("LFreqL")[1:]
+    columns.insert(1, ["yes" if low in shelf else "no" for low in lows])
+    steps = max(map(len, columns))
+    rows = [[name, *column, *[""] * (steps - len(column))] for name, column in
+            zip(("LOW, Hz", "SHELF LOW", "MID, Hz", "HIGH, Hz", "HPF, Hz"), columns)]
+    return rows_of(["Step", *range(1, steps + 1)], rows, [14] + [-8] * steps)
 
 
 def shelving(tool):
@@ -111,12 +109,18 @@ def widths(tool):
     gains = [2, 4, 8, 12, 16, -2, -4, -8, -12, -16]
     hertz, (flat, *found) = tool.left([[], *(["MFreqL=1800", f"MGainL={g}"] for g in gains)],
                                       rate=96000, last=40000, points=80)
-    rows = []
-    for gain, levels in zip(gains, found):
-        top, where, octaves = width(hertz, [a - b for a, b in zip(levels, flat)])
-        rows.append([decibels(gain), db(top) + " dB", f"{where / 1000:.2f} kHz", octaves])
-    return rows_of(["MID 1k8 set to", "Extreme, measured", "at", "Width at half the gain, octaves"],
-                   rows, [-16, -18, -10, -30])
+    tops, places, octaves = zip(*(width(hertz, [a - b for a, b in zip(levels, flat)])
+                                  for levels in found))
+    require(max(places[5:]) < min(places[:5]), "a cut of MID at 1k8 lies below a boost")
+    boosts, cuts = (list(map(float, octaves[half])) for half in (slice(5), slice(5, None)))
+    require(max(boosts) == boosts[1] and boosts[1:] == sorted(boosts[1:], reverse=True),
+            "a boost is broadest around 4 dB")
+    require(cuts == sorted(cuts, reverse=True), "a cut narrows with its amount")
+    rows = [["Extreme, dB", *map(db, tops)],
+            ["at, kHz", *(f"{place / 1000:.2f}" for place in places)],
+            ["Width, octaves", *octaves]]
+    return rows_of(["MID 1k8, dB", *(decibels(gain).removesuffix(" dB") for gain in gains)], rows,
+                   [18] + [-8] * len(gains))
 
 
 @table("shelf-corners")
@@ -158,14 +162,19 @@ def neighbours(tool):
     rows = []
     for number, hertz in enumerate(lows):
         up, down, *both = found[3 + 5 * number:8 + 5 * number]
-        cells = []
+        cells, apart_most = [], []
         for (a, b), together in zip(pairs, both):
             apart = [t - (p + q - n) for t, p, q, n in
                      zip(together, up if a > 0 else down, mids[b], none)]
-            cells.append(db(max(apart, key=abs)))
+            apart_most.append(max(apart, key=abs))
+            cells.append(db(apart_most[-1]))
+        require(0.09 < abs(apart_most[2] / apart_most[0]) < 0.27,
+                "beside a cut a boost is held back a quarter to a tenth as much")
         rows.append([frequency(hertz), *cells])
-    return rows_of(["LOW, Hz", "both +8 dB", "both \u22128 dB", "LOW +8, MID \u22128 dB"], rows,
-                   [-12, -18, -18, -24])
+    marks, *kinds = zip(*rows)
+    names = ("both +8 dB", "both \u22128 dB", "LOW +8, MID \u22128 dB")
+    return rows_of(["LOW, Hz", *marks], [[name, *kind] for name, kind in zip(names, kinds)],
+                   [24] + [-8] * len(marks))
 
 
 @table("distortion")
@@ -194,14 +203,17 @@ def latency(tool):
     for line in text.splitlines():
         found = re.match(r"\s*(\d+)\s+(Power on|Power off|bypassed)\s+(\d+)", line)
         if found:
-            reported[int(found[1])] = int(found[3])
+            samples = reported.setdefault(int(found[1]), int(found[3]))
+            require(samples == int(found[3]), "switches do not change the delay")
     rows = []
     for rate, samples in sorted(reported.items()):
         times = 4 if rate < 88200 else 2 if rate < 176400 else 1
         rows.append([f"{rate / 1000:g} kHz", f"{times}\u00d7" if times > 1 else "none",
                      f"{rate * times / 1000:g} kHz", samples,
                      f"{samples / rate * 1000:.2f} ms"])
+        require(samples == (96 if rate < 176400 else 0), "the delay is 96 samples below 176.4 kHz")
     require(len(rows) >= 6, "six rates are measured")
+    require(rows[0][3:] == [96, "2.18 ms"], "the delay is 2.18 ms at 44.1 kHz")
     return rows_of(["Rate of the host", "Oversampling", "Stages run at", "Latency, samples",
                     "Latency"], rows, [-14, -14, -14, -16, -12])
 
