@@ -328,6 +328,9 @@ TEST_F(Bundle, TakesBusesAndChannelsThatAreNotThere)
         SCOPED_TRACE(c.what);
         Instance instance(module);
         instance.start(48000.0, 64);
+        if (!c.leftIn) {
+            EXPECT_EQ(instance.component->activateBus(kAudio, kInput, 0, false), kResultTrue);
+        }
         std::vector<Signal> out(8, Signal(kBlock, 99.0f));
         Sample32* inputs[2] = {left.data(), nullptr};
         Sample32* outputs[2][4] = {};
