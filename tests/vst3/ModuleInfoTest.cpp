@@ -1,5 +1,4 @@
-// The description in the bundle, which hosts read instead of loading the library; and its
-// unloading.
+// The description in the bundle, which hosts read instead of loading the library.
 #include "Host.h"
 
 #include <nlohmann/json.hpp>
