@@ -82,25 +82,27 @@ TEST_F(Store, NobodyReadsHalfAValue)
             return runProcess(place + " write DefaultBank " + value + " 400");
         });
     };
-    std::future<int> writers[] = {start("l 48617"), start("s 2065")};
     const auto isOver = [](std::future<int>& writer) {
         return writer.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
     };
-    std::map<std::uint8_t, int> seen;
     std::uint8_t last = 'l';
     int changes = 0;
-    while (!isOver(writers[0]) || !isOver(writers[1])) {
-        const auto value = store->read("DefaultBank");
-        ASSERT_TRUE(value) << "the value was away after " << changes << " changes";
-        ASSERT_FALSE(value->empty());
-        const std::uint8_t letter = value->front();
-        ASSERT_EQ(written.count(letter), 1u);
-        ASSERT_EQ(*value, Bytes(written.at(letter), letter));
-        changes += letter == last ? 0 : 1;
-        last = letter;
+    // Now and then one writer is done before the other begins.
+    for (int round = 0; round < 20 && changes < 5; ++round) {
+        std::future<int> writers[] = {start("l 48617"), start("s 2065")};
+        while (!isOver(writers[0]) || !isOver(writers[1])) {
+            const auto value = store->read("DefaultBank");
+            ASSERT_TRUE(value) << "the value was away after " << changes << " changes";
+            ASSERT_FALSE(value->empty());
+            const std::uint8_t letter = value->front();
+            ASSERT_EQ(written.count(letter), 1u);
+            ASSERT_EQ(*value, Bytes(written.at(letter), letter));
+            changes += letter == last ? 0 : 1;
+            last = letter;
+        }
+        EXPECT_EQ(writers[0].get(), 0);
+        EXPECT_EQ(writers[1].get(), 0);
     }
-    EXPECT_EQ(writers[0].get(), 0);
-    EXPECT_EQ(writers[1].get(), 0);
     EXPECT_GE(changes, 5) << "the writers never met, so this shows nothing";
     EXPECT_EQ(countEntries(place), 1u) << "a writer has left something behind";
 }
