@@ -66,6 +66,7 @@ private:
     void follow(Seat& seat);
 
     void give(Seat& seat, const Bytes& state);
+    bool givenWhilePlaying(Seat& seat, const Bytes& state);
     Bytes damaged(const Bytes& state);
     void checkValues(Seat& seat);
     void idle();

@@ -28,6 +28,17 @@ void User::give(Seat& seat, const Bytes& state)
     }
 }
 
+// Half the time, to those that are no twins; false where the player must stop first.
+bool User::givenWhilePlaying(Seat& seat, const Bytes& state)
+{
+    if (seat.twins || !dice.oneIn(2))
+        return false;
+    seat.touch();
+    give(seat, state);
+    seat.touch();
+    return true;
+}
+
 // One of the factory's: its name and its values must be there at once.
 void User::choosePreset(Seat& seat)
 {
@@ -35,12 +46,8 @@ void User::choosePreset(Seat& seat)
     Bytes state = factory;
     state[kCurrentPresetAt] = static_cast<std::uint8_t>(index);
     run.tally.add(Deed::Preset);
-    if (!seat.twins && dice.oneIn(2)) {
-        seat.touch();
-        give(seat, state);
-        seat.touch();
+    if (givenWhilePlaying(seat, state))
         return;
-    }
     const Seat::Stopped stopped(seat);
     give(seat, state);
     seat.note("preset", static_cast<double>(index));
@@ -68,12 +75,8 @@ void User::load(Seat& seat)
 {
     const Bytes& state = dice.of(saved);
     run.tally.add(Deed::Load);
-    if (!seat.twins && dice.oneIn(2)) {
-        seat.touch();
-        give(seat, state);
-        seat.touch();
+    if (givenWhilePlaying(seat, state))
         return;
-    }
     const Seat::Stopped stopped(seat);
     give(seat, state);
     seat.note("state");

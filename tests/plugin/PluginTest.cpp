@@ -1,4 +1,5 @@
 // The built library, loaded and driven as a host does it, through the entry a host uses.
+#include "../Noise.h"
 #include "NativePlugin.h"
 
 #include <gtest/gtest.h>
@@ -52,16 +53,6 @@ Signal impulse(std::size_t length)
 {
     Signal signal(length, 0.0f);
     signal[0] = 1.0f;
-    return signal;
-}
-
-Signal noise(std::size_t length, unsigned seed)
-{
-    Signal signal(length);
-    for (float& x : signal) {
-        seed = seed * 1664525u + 1013904223u;
-        x = 0.5f * (static_cast<float>(seed >> 8) / 8388608.0f - 1.0f);
-    }
     return signal;
 }
 

@@ -36,16 +36,6 @@ MemoryStream streamOf(const Bytes& bytes)
 
 }  // namespace
 
-Signal noise(std::size_t length, unsigned seed)
-{
-    Signal signal(length);
-    for (float& x : signal) {
-        seed = seed * 1664525u + 1013904223u;
-        x = 0.5f * (static_cast<float>(seed >> 8) / 8388608.0f - 1.0f);
-    }
-    return signal;
-}
-
 Module::Module() : library(libraryPath())
 {
     // The names differ between systems; Windows gives no handle.

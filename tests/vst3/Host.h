@@ -2,6 +2,7 @@
 // interfaces. It does one step at a time, so that a test can take them in any order.
 #pragma once
 
+#include "../Noise.h"
 #include "SharedLibrary.h"
 
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
@@ -25,9 +26,6 @@ using namespace Steinberg::Vst;
 
 using Signal = std::vector<float>;
 using Bytes = std::vector<char>;
-
-// Between -0.5 and 0.5.
-Signal noise(std::size_t length, unsigned seed);
 
 // The library inside the bundle.
 class Module {
