@@ -1,10 +1,13 @@
 // Timer on Linux: made by the event loop that was injected, if any.
 #include "base/source/timer.h"
 
+#include <atomic>
+
 namespace Steinberg {
 
 namespace {
-CreateTimerFunc createTimer = nullptr;
+// Hosts make instances on several threads.
+std::atomic<CreateTimerFunc> createTimer{nullptr};
 }
 
 void InjectCreateTimerFunction(CreateTimerFunc create)
@@ -14,7 +17,8 @@ void InjectCreateTimerFunction(CreateTimerFunc create)
 
 Timer* Timer::create(ITimerCallback* callback, uint32 milliseconds)
 {
-    return createTimer ? createTimer(callback, milliseconds) : nullptr;
+    const CreateTimerFunc create = createTimer;
+    return create ? create(callback, milliseconds) : nullptr;
 }
 
 }  // namespace Steinberg

@@ -2,6 +2,7 @@
 #include "base/source/timer.h"
 
 #include <algorithm>
+#include <condition_variable>
 #include <mutex>
 #include <vector>
 #include <windows.h>
@@ -16,6 +17,7 @@ class Win32Timer;
 // ended finds nothing here and is dropped. Never destroyed, since a tick may outlive static data.
 struct LiveTimers {
     std::mutex mutex;
+    std::condition_variable tickEnded;
     std::vector<Win32Timer*> timers;
 };
 
@@ -30,7 +32,8 @@ void CALLBACK onTick(HWND, UINT, UINT_PTR id, DWORD);
 class Win32Timer : public Timer {
 public:
     Win32Timer(ITimerCallback* receiver, uint32 milliseconds)
-        : callback(receiver), id(SetTimer(nullptr, 0, milliseconds, onTick))
+        : callback(receiver), id(SetTimer(nullptr, 0, milliseconds, onTick)),
+          thread(GetCurrentThreadId())
     {
         if (!id)
             return;
@@ -47,9 +50,12 @@ public:
             return;
         {
             LiveTimers& live = liveTimers();
-            const std::lock_guard<std::mutex> lock(live.mutex);
+            std::unique_lock<std::mutex> lock(live.mutex);
             live.timers.erase(std::remove(live.timers.begin(), live.timers.end(), this),
                               live.timers.end());
+            // On another thread than the ticks', the one under way is waited for.
+            if (thread != GetCurrentThreadId())
+                live.tickEnded.wait(lock, [this] { return ticks == 0; });
         }
         // Only the creating thread can end the ticks. Ended from another one they go on into this
         // library, which therefore has to stay loaded.
@@ -64,20 +70,27 @@ public:
 
     ITimerCallback* callback;
     UINT_PTR id;
+    const DWORD thread;
+    int ticks = 0;  // under way, one inside the other
 };
 
 void CALLBACK onTick(HWND, UINT, UINT_PTR id, DWORD)
 {
+    LiveTimers& live = liveTimers();
+    std::unique_lock<std::mutex> lock(live.mutex);
     IPtr<Win32Timer> timer;
-    {
-        LiveTimers& live = liveTimers();
-        const std::lock_guard<std::mutex> lock(live.mutex);
-        for (Win32Timer* candidate : live.timers)
-            if (candidate->id == id)
-                timer = candidate;
-    }
-    if (timer)
-        timer->callback->onTimer(timer);
+    for (Win32Timer* candidate : live.timers)
+        if (candidate->id == id && candidate->thread == GetCurrentThreadId())
+            timer = candidate;
+    if (!timer)
+        return;
+    ++timer->ticks;
+    lock.unlock();
+    timer->callback->onTimer(timer);
+    lock.lock();
+    --timer->ticks;
+    lock.unlock();
+    live.tickEnded.notify_all();
 }
 
 }  // namespace

@@ -16,44 +16,71 @@ IdleRunLoop& IdleRunLoop::instance()
     return only;
 }
 
-bool IdleRunLoop::mayPump() const
+bool IdleRunLoop::startTurn(std::vector<IEventHandler*>& handlers)
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    return !pumping && (events.empty() || owner == std::this_thread::get_id());
+    if (pumping || !(events.empty() || owner == std::this_thread::get_id()))
+        return false;
+    pumping = true;
+    handlers = events;
+    return true;
 }
 
 void IdleRunLoop::pump()
 {
-    if (!mayPump())
-        return;
-    pumping = true;
     std::vector<IEventHandler*> handlers;
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        handlers = events;
-    }
-    for (IEventHandler* handler : handlers) {
-        std::unique_lock<std::mutex> lock(mutex);
-        const bool registered = std::find(events.begin(), events.end(), handler) != events.end();
-        lock.unlock();
-        if (registered)
-            handler->onEvent();
-    }
+    if (!startTurn(handlers))
+        return;
+    for (IEventHandler* handler : handlers)
+        callEvent(handler);
     fireTimers();
+    const std::lock_guard<std::mutex> lock(mutex);
     pumping = false;
 }
 
-bool IdleRunLoop::takeDue(ITimerHandler* handler)
+template <typename Callback>
+void IdleRunLoop::call(std::unique_lock<std::mutex>& lock, const void* handler, Callback callback)
 {
-    const std::lock_guard<std::mutex> lock(mutex);
+    const Call entry{handler, std::this_thread::get_id()};
+    calls.push_back(entry);
+    lock.unlock();
+    callback();
+    lock.lock();
+    // The latest one like it, since callbacks may contain others.
+    const auto ended = std::find_if(calls.rbegin(), calls.rend(), [&](const Call& other) {
+        return other.handler == entry.handler && other.thread == entry.thread;
+    });
+    calls.erase(std::next(ended).base());
+    callEnded.notify_all();
+}
+
+void IdleRunLoop::waitForCall(std::unique_lock<std::mutex>& lock, const void* handler)
+{
+    callEnded.wait(lock, [&] {
+        return std::none_of(calls.begin(), calls.end(), [&](const Call& other) {
+            return other.handler == handler && other.thread != std::this_thread::get_id();
+        });
+    });
+}
+
+void IdleRunLoop::callEvent(IEventHandler* handler)
+{
+    std::unique_lock<std::mutex> lock(mutex);
+    if (std::find(events.begin(), events.end(), handler) != events.end())
+        call(lock, handler, [handler] { handler->onEvent(); });
+}
+
+void IdleRunLoop::callTimer(ITimerHandler* handler)
+{
+    std::unique_lock<std::mutex> lock(mutex);
     const uint64_t now = steadyMilliseconds();
-    for (TimerSource& timer : timers) {
-        if (timer.handler == handler && timer.due <= now) {
-            timer.due = now + timer.period;
-            return true;
-        }
-    }
-    return false;
+    const auto due = std::find_if(timers.begin(), timers.end(), [&](const TimerSource& timer) {
+        return timer.handler == handler && timer.due <= now;
+    });
+    if (due == timers.end())
+        return;
+    due->due = now + due->period;
+    call(lock, handler, [handler] { handler->onTimer(); });
 }
 
 void IdleRunLoop::fireTimers()
@@ -64,10 +91,8 @@ void IdleRunLoop::fireTimers()
         for (const TimerSource& timer : timers)
             handlers.push_back(timer.handler);
     }
-    for (ITimerHandler* handler : handlers) {
-        if (takeDue(handler))
-            handler->onTimer();
-    }
+    for (ITimerHandler* handler : handlers)
+        callTimer(handler);
 }
 
 int IdleRunLoop::millisecondsToNextTimer(int limit) const
@@ -93,11 +118,12 @@ bool IdleRunLoop::registerEventHandler(int, IEventHandler* handler)
 
 bool IdleRunLoop::unregisterEventHandler(IEventHandler* handler)
 {
-    const std::lock_guard<std::mutex> lock(mutex);
+    std::unique_lock<std::mutex> lock(mutex);
     const auto it = std::find(events.begin(), events.end(), handler);
     if (it == events.end())
         return false;
     events.erase(it);
+    waitForCall(lock, handler);
     return true;
 }
 
@@ -112,13 +138,14 @@ bool IdleRunLoop::registerTimer(uint64_t milliseconds, ITimerHandler* handler)
 
 bool IdleRunLoop::unregisterTimer(ITimerHandler* handler)
 {
-    const std::lock_guard<std::mutex> lock(mutex);
+    std::unique_lock<std::mutex> lock(mutex);
     const auto it = std::find_if(timers.begin(), timers.end(), [&](const TimerSource& timer) {
         return timer.handler == handler;
     });
     if (it == timers.end())
         return false;
     timers.erase(it);
+    waitForCall(lock, handler);
     return true;
 }
 

@@ -3,6 +3,7 @@
 
 #include "vstgui/platform/x11/irunloop.h"
 
+#include <condition_variable>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -10,7 +11,9 @@
 namespace VSTGUI {
 namespace X11 {
 
-// Registrations may come from any thread, as hosts make instances on any; callbacks come from pump.
+// Registrations may come from any thread, as hosts make and end instances on any; callbacks come
+// from pump. Whoever unregisters a handler on another thread waits for the callback that it is in:
+// after that it is never called again.
 class IdleRunLoop : public IRunLoop {
 public:
     // One for the whole library.
@@ -39,12 +42,25 @@ private:
 
     static IdleRunLoop only;
 
+    // A callback under way.
+    struct Call {
+        const void* handler;
+        std::thread::id thread;
+    };
+
     IdleRunLoop() = default;
-    bool mayPump() const;
-    // Re-arms a timer that is due. False when it is not, or gone.
-    bool takeDue(ITimerHandler* handler);
+    // Takes the event handlers for one turn. False where this call may not turn the loop.
+    bool startTurn(std::vector<IEventHandler*>& handlers);
+    // Calls the handler unless it is gone, or a timer that is not due.
+    void callEvent(IEventHandler* handler);
+    void callTimer(ITimerHandler* handler);
+    template <typename Callback>
+    void call(std::unique_lock<std::mutex>& lock, const void* handler, Callback callback);
+    void waitForCall(std::unique_lock<std::mutex>& lock, const void* handler);
 
     mutable std::mutex mutex;  // never held during a callback
+    std::condition_variable callEnded;
+    std::vector<Call> calls;
     std::vector<IEventHandler*> events;
     std::vector<TimerSource> timers;
     std::thread::id owner;
