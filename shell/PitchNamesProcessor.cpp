@@ -53,6 +53,12 @@ tresult PLUGIN_API PitchNamesProcessor::initialize(FUnknown* context)
     return kResultOk;
 }
 
+tresult PLUGIN_API PitchNamesProcessor::setupProcessing(ProcessSetup& setup)
+{
+    processMode = setup.processMode;
+    return AudioEffect::setupProcessing(setup);
+}
+
 tresult PLUGIN_API PitchNamesProcessor::setActive(TBool state)
 {
     const double rate = processSetup.sampleRate;

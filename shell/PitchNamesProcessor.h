@@ -30,6 +30,7 @@ public:
                                           SpeakerArrangement* outputs, int32 numOuts) SMTG_OVERRIDE;
     // 96 below a host rate of 176400 Hz, 0 from there up; 96 until the first setActive.
     uint32 PLUGIN_API getLatencySamples() SMTG_OVERRIDE;
+    tresult PLUGIN_API setupProcessing(ProcessSetup& setup) SMTG_OVERRIDE;
     tresult PLUGIN_API process(ProcessData& data) SMTG_OVERRIDE;
 
 protected:
@@ -56,6 +57,7 @@ protected:
     void writeStereo(Sample32* outL, Sample32* outR, int count) const;
     void writeMono(Sample32* out, int count) const;
 
+    int32 processMode = -1;  // of the last setup; the sound does not depend on it
     bool stereoIn = true;
     bool stereoOut = true;
 
