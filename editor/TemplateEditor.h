@@ -39,6 +39,7 @@ public:
 
     // AttachedEditor
     void setParameter(ParamID id, ParamValue value) override;
+    bool isOnOwnThread() const override { return VSTGUIEditor::isOnOwnThread(); }
 
     // CControlListener
     void valueChanged(VSTGUI::CControl* control) override;
@@ -48,6 +49,10 @@ public:
 
 protected:
     VSTGUI::CRect hoverRect(int32 tag) const;
+    ParamValue currentValue(ParamID id) const override
+    {
+        return controller->getParamNormalized(id);
+    }
 
 private:
     // The hovered targets; none of them has this tag.

@@ -33,6 +33,7 @@ void TemplateEditor::refreshHoverRects()
 CMessageResult TemplateEditor::notify(CBaseObject* sender, IdStringPtr message)
 {
     if (message == CVSTGUITimer::kMsgTimer && frame) {
+        takeUpPostponed();
         if (mainPanel)
             mainPanel->idle();
         followMouse();

@@ -40,18 +40,22 @@ tresult PLUGIN_API PitchNamesController::initialize(FUnknown* initialContext)
 
 tresult PLUGIN_API PitchNamesController::terminate()
 {
-    editors.clear();
+    {
+        const std::lock_guard<std::mutex> lock(editorsMutex);
+        editors.clear();
+    }
     return ZKRPresetSystemController3::terminate();
 }
 
 tresult PLUGIN_API PitchNamesController::getState(IBStream* state)
 {
+    std::vector<uint8> image;
+    const int32 size = serializeBank(image);
+    const std::lock_guard<std::mutex> lock(stateMutex);
     if (!stateBuffer)
         return kInternalError;
     std::fill_n(stateBuffer.get(), kStateBufferSize, uint8{0});
     std::copy(std::begin(kStateStart), std::end(kStateStart), stateBuffer.get());
-    std::vector<uint8> image;
-    const int32 size = serializeBank(image);
     if (size == 0)
         return kResultOk;
     std::copy(image.begin(), image.end(), stateBuffer.get() + kStatePrefix);
@@ -68,18 +72,38 @@ tresult PLUGIN_API PitchNamesController::setState(IBStream* state)
 {
     if (!state)
         return kResultFalse;
-    if (!stateBuffer)
-        return kInternalError;
-    int64 position = 0;
-    int32 count = 0;
-    state->seek(0, IBStream::kIBSeekSet, &position);
-    const tresult result = state->read(stateBuffer.get(), kStateBufferSize, &count);
-    if (result == kResultOk) {
-        constexpr std::size_t kRecordsAt = kStatePrefix + kFileHeaderSize;
-        deserializeBank({stateBuffer.get() + kRecordsAt, kStateBufferSize - kRecordsAt},
-                        readHeader(stateBuffer.get() + kStatePrefix), false);
+    std::vector<uint8> bytes;
+    {
+        const std::lock_guard<std::mutex> lock(stateMutex);
+        if (!stateBuffer)
+            return kInternalError;
+        int64 position = 0;
+        int32 count = 0;
+        state->seek(0, IBStream::kIBSeekSet, &position);
+        const tresult result = state->read(stateBuffer.get(), kStateBufferSize, &count);
+        if (result != kResultOk)
+            return result;
+        bytes.assign(stateBuffer.get(), stateBuffer.get() + kStateBufferSize);
     }
-    return result;
+    constexpr std::size_t kRecordsAt = kStatePrefix + kFileHeaderSize;
+    deserializeBank({bytes.data() + kRecordsAt, bytes.size() - kRecordsAt},
+                    readHeader(bytes.data() + kStatePrefix), false);
+    return kResultOk;
+}
+
+template <typename Condition>
+std::vector<AttachedEditor*> PitchNamesController::editorsWhere(Condition condition)
+{
+    std::vector<AttachedEditor*> chosen;
+    const std::lock_guard<std::mutex> lock(editorsMutex);
+    std::copy_if(editors.begin(), editors.end(), std::back_inserter(chosen), condition);
+    return chosen;
+}
+
+bool PitchNamesController::isAttached(AttachedEditor* editor)
+{
+    const std::lock_guard<std::mutex> lock(editorsMutex);
+    return std::find(editors.begin(), editors.end(), editor) != editors.end();
 }
 
 tresult PLUGIN_API PitchNamesController::setParamNormalized(ParamID id, ParamValue value)
@@ -87,12 +111,35 @@ tresult PLUGIN_API PitchNamesController::setParamNormalized(ParamID id, ParamVal
     const tresult result = ZKRPresetSystemController3::setParamNormalized(id, value);
     // What the parameter took, which is between 0 and 1.
     const ParamValue taken = id < kPresetParamCount ? getParamNormalized(id) : value;
+    const auto told = editorsWhere([&](AttachedEditor* editor) {
+        const bool now = holds == 0 && editor->isOnOwnThread();
+        now ? editor->forgetPostponed(id) : editor->postpone(id, taken);
+        return now;
+    });
     // An editor may be attached or removed by what it is told.
-    const std::vector<AttachedEditor*> told = editors;
     for (AttachedEditor* editor : told)
-        if (std::find(editors.begin(), editors.end(), editor) != editors.end())
+        if (isAttached(editor))
             editor->setParameter(id, taken);
     return result;
+}
+
+void PLUGIN_API PitchNamesController::holdEditors()
+{
+    const std::lock_guard<std::mutex> lock(editorsMutex);
+    ++holds;
+}
+
+void PLUGIN_API PitchNamesController::releaseEditors()
+{
+    {
+        const std::lock_guard<std::mutex> lock(editorsMutex);
+        if (--holds > 0)
+            return;
+    }
+    for (AttachedEditor* editor :
+         editorsWhere([](AttachedEditor* editor) { return editor->isOnOwnThread(); }))
+        if (isAttached(editor))
+            editor->takeUpPostponed();
 }
 
 IPlugView* PLUGIN_API PitchNamesController::createView(FIDString name)
@@ -102,12 +149,14 @@ IPlugView* PLUGIN_API PitchNamesController::createView(FIDString name)
 
 void PitchNamesController::editorAttached(EditorView* view)
 {
+    const std::lock_guard<std::mutex> lock(editorsMutex);
     if (auto* const editor = dynamic_cast<AttachedEditor*>(view))
         editors.push_back(editor);
 }
 
 void PitchNamesController::editorRemoved(EditorView* view)
 {
+    const std::lock_guard<std::mutex> lock(editorsMutex);
     const auto found =
         std::find(editors.begin(), editors.end(), dynamic_cast<AttachedEditor*>(view));
     if (found != editors.end())

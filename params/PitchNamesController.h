@@ -10,7 +10,7 @@
 namespace Steinberg {
 namespace Vst {
 
-class PitchNamesController : public ZKRPresetSystemController3 {
+class PitchNamesController : public ZKRPresetSystemController3, public IEditorUpdates {
 public:
     // Makes the editor view of a controller, with one reference for the caller.
     using ViewFactory = IPlugView* (*)(ZKRPresetSystemController3& controller);
@@ -29,7 +29,7 @@ public:
     tresult PLUGIN_API getState(IBStream* state) SMTG_OVERRIDE;
 
     // Also tells every open editor, whatever the id: editors and presets talk through ids of 1000
-    // and above.
+    // and above. An editor that is held, or lives on another thread, hears of it later.
     tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) SMTG_OVERRIDE;
 
     // A new view for "editor"; null for any other name.
@@ -37,15 +37,32 @@ public:
     void editorAttached(EditorView* editor) SMTG_OVERRIDE;
     void editorRemoved(EditorView* editor) SMTG_OVERRIDE;
 
+    // IEditorUpdates
+    void PLUGIN_API holdEditors() SMTG_OVERRIDE;
+    void PLUGIN_API releaseEditors() SMTG_OVERRIDE;
+
     // Every bus belongs to the root unit.
     tresult PLUGIN_API getUnitByBus(MediaType type, BusDirection dir, int32 busIndex, int32 channel,
                                     UnitID& unitId) SMTG_OVERRIDE;
 
     void fillFactoryBank() SMTG_OVERRIDE;
 
+    DEFINE_INTERFACES
+    DEF_INTERFACE(IEditorUpdates)
+    END_DEFINE_INTERFACES(ZKRPresetSystemController3)
+    DELEGATE_REFCOUNT(ZKRPresetSystemController3)
+
 private:
+    // The attached editors for which the condition holds.
+    template <typename Condition>
+    std::vector<AttachedEditor*> editorsWhere(Condition condition);
+    bool isAttached(AttachedEditor* editor);
+
     ViewFactory makeView;
+    std::mutex stateMutex;    // of stateBuffer
+    std::mutex editorsMutex;  // of the two below; never held while an editor is told
     std::vector<AttachedEditor*> editors;
+    int holds = 0;
 };
 
 }  // namespace Vst

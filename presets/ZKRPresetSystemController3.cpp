@@ -54,11 +54,14 @@ tresult PLUGIN_API ZKRPresetSystemController3::initialize(FUnknown* initialConte
 tresult PLUGIN_API ZKRPresetSystemController3::terminate()
 {
     storePaths();
-    currDir.reset();
-    currBank.reset();
-    currPreset.reset();
-    presetBank.reset();
-    stateBuffer.reset();
+    {
+        const std::lock_guard<std::mutex> lock(dataMutex);
+        currDir.reset();
+        currBank.reset();
+        currPreset.reset();
+        presetBank.reset();
+        stateBuffer.reset();
+    }
     return EditControllerEx1::terminate();
 }
 
@@ -67,10 +70,44 @@ tresult PLUGIN_API ZKRPresetSystemController3::setParamNormalized(ParamID id, Pa
     // A value out of range would make the whole bank unreadable the next time.
     if (id >= kPresetParamCount || value != value)
         return kResultOk;
-    const ParamValue held = std::clamp(value, 0.0, 1.0);
-    if (presetBank)
+    const std::thread::id caller = std::this_thread::get_id();
+    const std::lock_guard<std::mutex> lock(dataMutex);
+    ParamValue held = std::clamp(value, 0.0, 1.0);
+    const auto publisher = std::find(publishers.begin(), publishers.end(), caller);
+    if (publisher != publishers.end()) {
+        publishers.erase(publisher);
+        if (presetBank)
+            held = static_cast<ParamValue>(presetAt(currentPreset)->values[id]);
+    } else if (presetBank) {
         setValue(*presetAt(currentPreset), id, static_cast<float>(held));
+    }
+    setBy[id] = caller;
     return EditControllerEx1::setParamNormalized(id, held);
+}
+
+ParamValue PLUGIN_API ZKRPresetSystemController3::getParamNormalized(ParamID id)
+{
+    const std::lock_guard<std::mutex> lock(dataMutex);
+    return EditControllerEx1::getParamNormalized(id);
+}
+
+std::optional<ParamValue> ZKRPresetSystemController3::newerValue(ParamID id, ParamValue value)
+{
+    const std::lock_guard<std::mutex> lock(dataMutex);
+    if (id >= kPresetParamCount || setBy[id] == std::this_thread::get_id())
+        return std::nullopt;
+    const ParamValue present = EditControllerEx1::getParamNormalized(id);
+    return present == value ? std::nullopt : std::optional<ParamValue>(present);
+}
+
+// Another thread may have set the parameter, and told the host, between this thread's setting and
+// telling: the host would end with the older value.
+tresult ZKRPresetSystemController3::performEdit(ParamID id, ParamValue value)
+{
+    const tresult result = EditControllerEx1::performEdit(id, value);
+    for (auto newer = newerValue(id, value); newer; newer = newerValue(id, *newer))
+        EditControllerEx1::performEdit(id, *newer);
+    return result;
 }
 
 tresult PLUGIN_API ZKRPresetSystemController3::getSelectedName(char* name)
@@ -87,7 +124,7 @@ tresult PLUGIN_API ZKRPresetSystemController3::setSelectedName(const char* name)
         return kResultFalse;
     setCurrentPresetName(name);
     setDirty(true);
-    setParamNormalized(kNameTag, (currentPreset + 1.0) / kPresetCount);
+    setParamNormalized(kNameTag, (getCurrentPreset() + 1.0) / kPresetCount);
     return kResultOk;
 }
 
@@ -95,8 +132,11 @@ void ZKRPresetSystemController3::startPresetSystem()
 {
     if (!presetBank)
         return;
-    // Taken before the user's default bank arrives: what presets are reset to is the factory's.
-    resetImage = presetBank[0];
+    {
+        // Taken before the user's default bank arrives: what presets are reset to is the factory's.
+        const std::lock_guard<std::mutex> lock(dataMutex);
+        resetImage = presetBank[0];
+    }
     loadDefaultBank();
     setCurrentPreset(0);
     loadDefaultPreset();
@@ -105,6 +145,7 @@ void ZKRPresetSystemController3::startPresetSystem()
 
 int32 ZKRPresetSystemController3::getCurrentPreset()
 {
+    const std::lock_guard<std::mutex> lock(dataMutex);
     return currentPreset;
 }
 
@@ -115,15 +156,31 @@ PresetSlot* ZKRPresetSystemController3::presetAt(int32 index)
 
 void ZKRPresetSystemController3::setCurrentPreset(int32 index)
 {
-    const PresetSlot* const selected = presetAt(index);
-    if (!selected)
-        return;
     takePendingValues();
-    currentPreset = index;
+    {
+        const std::lock_guard<std::mutex> lock(dataMutex);
+        if (!presetAt(index))
+            return;
+        currentPreset = index;
+    }
+    publishPreset();
+}
+
+// Two threads may be here at the same time: each passes on what the preset holds that is selected
+// by then, so that both end with the same values.
+void ZKRPresetSystemController3::publishPreset()
+{
     for (ParamID id = 0; id < kPresetParamCount; ++id) {
-        const double value = static_cast<double>(selected->values[id]);
+        ParamValue value = 0.0;
+        {
+            const std::lock_guard<std::mutex> lock(dataMutex);
+            if (!presetBank)
+                return;
+            publishers.push_back(std::this_thread::get_id());
+            value = static_cast<ParamValue>(presetAt(currentPreset)->values[id]);
+        }
         setParamNormalized(id, value);
-        performEdit(id, value);
+        performEdit(id, getParamNormalized(id));
     }
     setDirty(true);
     // An empty gesture after the values; hosts take it as the end of the change.
@@ -139,12 +196,14 @@ void ZKRPresetSystemController3::takePendingValues()
 
 void ZKRPresetSystemController3::setCurrentPresetName(const char* text)
 {
+    const std::lock_guard<std::mutex> lock(dataMutex);
     if (presetBank && text)
         setName(*presetAt(currentPreset), text);
 }
 
 void ZKRPresetSystemController3::getPresetName(char* destination, int32 index)
 {
+    const std::lock_guard<std::mutex> lock(dataMutex);
     const PresetSlot* const preset = presetAt(index);
     if (!preset)
         return;
@@ -154,11 +213,12 @@ void ZKRPresetSystemController3::getPresetName(char* destination, int32 index)
 
 void ZKRPresetSystemController3::getCurrentPresetName(char* destination)
 {
-    getPresetName(destination, currentPreset);
+    getPresetName(destination, getCurrentPreset());
 }
 
 void ZKRPresetSystemController3::resetPreset(int32 index)
 {
+    const std::lock_guard<std::mutex> lock(dataMutex);
     if (PresetSlot* const preset = presetAt(index))
         *preset = resetImage;
 }

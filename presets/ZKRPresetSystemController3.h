@@ -2,8 +2,13 @@
 // presets travel: to the parameters, to files, to the per-user store and to a host's project.
 //
 // There is no edit buffer. The selected preset in the bank is the live state: every change of a
-// parameter is written into it as it happens. Everything here runs on the user-interface thread,
-// and nothing tells the user of a failure: what cannot be read or written changes nothing.
+// parameter is written into it as it happens. Nothing tells the user of a failure: what cannot be
+// read or written changes nothing.
+//
+// Threads: the user's actions come on the user-interface thread; a host may read and set states,
+// names and parameters on any other meanwhile. A lock guards bank, selection and parameters, each
+// step for itself, and is never held while the host, an editor, a file or the store is called.
+// Whoever comes last wins, and parameters, selected preset and host agree in the end.
 #pragma once
 
 #include "BankFormat.h"
@@ -12,7 +17,10 @@
 #include "public.sdk/source/vst/vst2wrapper/ivst2bridge.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"
 
+#include <array>
 #include <memory>
+#include <mutex>
+#include <thread>
 
 namespace Steinberg {
 namespace Vst {
@@ -28,6 +36,9 @@ public:
     // Passes ids below 58 to the parameter, held to 0..1, and writes them into the selected preset.
     // Other ids and values that are not numbers change nothing; the result is kResultOk for them.
     tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) SMTG_OVERRIDE;
+    ParamValue PLUGIN_API getParamNormalized(ParamID id) SMTG_OVERRIDE;
+    // Also tells the host of a newer value that another thread has set since.
+    tresult performEdit(ParamID id, ParamValue value) SMTG_OVERRIDE;
 
     // IProgramName: the selected preset's name, for hosts that know one program. Editors are told
     // of a new one.
@@ -121,6 +132,7 @@ protected:
     static_assert(kStateBufferSize == 48625, "projects of users hold states of this size");
 
     platform::SettingsStore& store;
+    mutable std::mutex dataMutex;  // of the bank, the selection, the parameters and what is private
     Path currDir, currBank, currPreset;
     std::unique_ptr<PresetSlot[]> presetBank;  // kPresetCount of them
     PresetSlot resetImage{};
@@ -128,11 +140,20 @@ protected:
     std::unique_ptr<uint8[]> stateBuffer;  // kStateBufferSize bytes
 
 private:
-    PresetSlot* presetAt(int32 index);
+    std::array<std::thread::id, kPresetParamCount> setBy;  // who set a parameter last
+    // Threads whose next call of setParamNormalized passes on what the selected preset holds.
+    std::vector<std::thread::id> publishers;
+
+    // The parameter's value, if another thread has set it to something else than `value`.
+    std::optional<ParamValue> newerValue(ParamID id, ParamValue value);
+    // Passes the selected preset on, value by value: to the parameter and the editors, then to the
+    // host.
+    void publishPreset();
+    PresetSlot* presetAt(int32 index);  // with the lock held
     // What a host has set and the controller has not heard of yet belongs to the selected preset.
     void takePendingValues();
 
-    int32 serializeImage(uint8 kind, int32 first, int32 count, std::vector<uint8>& image);
+    int32 serializeImage(uint8 kind, std::vector<uint8>& image);
     // False when the bytes are no image. One of another kind, or with a cut-off header or payload,
     // changes nothing.
     bool takeImage(ByteView image, bool reversed, uint8 kind, Payload payload,

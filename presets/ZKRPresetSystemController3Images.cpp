@@ -5,17 +5,21 @@
 namespace Steinberg {
 namespace Vst {
 
-int32 ZKRPresetSystemController3::serializeImage(uint8 kind, int32 first, int32 count,
-                                                 std::vector<uint8>& image)
+int32 ZKRPresetSystemController3::serializeImage(uint8 kind, std::vector<uint8>& image)
 {
-    if (!presetBank)
-        return 0;
+    const bool wholeBank = kind == kBankKind;
+    const int32 count = wholeBank ? kPresetCount : 1;
     int32 values = 0;
     for (ParamID id = 0; id < kPresetParamCount; ++id)
         values += isParameterHidden(id) ? 0 : 1;
     const auto payload = static_cast<std::size_t>(count)
         * (kNameRecordSize + static_cast<std::size_t>(values) * kValueRecordSize);
-    ImageWriter writer(kind, kind == kBankKind ? currentPreset : 0, count * (1 + values), payload);
+    const std::lock_guard<std::mutex> lock(dataMutex);
+    if (!presetBank)
+        return 0;
+    // A preset is stored under index 0, wherever it lies in the bank.
+    const int32 first = wholeBank ? 0 : currentPreset;
+    ImageWriter writer(kind, wholeBank ? currentPreset : 0, count * (1 + values), payload);
     for (int32 index = 0; index < count; ++index) {
         const PresetSlot& preset = *presetAt(first + index);
         writer.appendName(index, preset);
@@ -29,13 +33,12 @@ int32 ZKRPresetSystemController3::serializeImage(uint8 kind, int32 first, int32 
 
 int32 ZKRPresetSystemController3::serializeBank(std::vector<uint8>& image)
 {
-    return serializeImage(kBankKind, 0, kPresetCount, image);
+    return serializeImage(kBankKind, image);
 }
 
-// The preset is stored under index 0, wherever it lies in the bank.
 int32 ZKRPresetSystemController3::serializePreset(std::vector<uint8>& image)
 {
-    return serializeImage(kPresetKind, currentPreset, 1, image);
+    return serializeImage(kPresetKind, image);
 }
 
 bool ZKRPresetSystemController3::takeImage(ByteView image, bool reversed, uint8 kind,
@@ -63,13 +66,20 @@ bool ZKRPresetSystemController3::takeImage(ByteView image, bool reversed, uint8 
 void ZKRPresetSystemController3::deserializeBank(ByteView records, const FileHeader& header,
                                                  bool swap)
 {
-    if (!presetBank || header.recordCount < 0)
+    if (header.recordCount < 0)
         return;
     takePendingValues();
-    if (!readBankRecords(records, header.recordCount, swap, resetImage, presetBank.get()))
-        return;
     const bool inBank = header.currentPreset >= 0 && header.currentPreset < kPresetCount;
-    setCurrentPreset(inBank ? header.currentPreset : 0);
+    const int32 selected = inBank ? header.currentPreset : 0;
+    {
+        const std::lock_guard<std::mutex> lock(dataMutex);
+        if (!presetBank
+            || !readBankRecords(records, header.recordCount, swap, resetImage, presetBank.get()))
+            return;
+        // At once, or what the user turns now would go into another preset of the new bank.
+        currentPreset = selected;
+    }
+    setCurrentPreset(selected);
     // Makes every open editor read the names again.
     setParamNormalized(kLoadBankTag, 0.0);
 }
@@ -77,16 +87,19 @@ void ZKRPresetSystemController3::deserializeBank(ByteView records, const FileHea
 void ZKRPresetSystemController3::deserializePreset(ByteView records, const FileHeader& header,
                                                    bool swap)
 {
-    if (!presetBank)
-        return;
     takePendingValues();
-    if (header.recordCount < 0) {
-        resetPreset(currentPreset);
-        return;
+    {
+        const std::lock_guard<std::mutex> lock(dataMutex);
+        if (!presetBank)
+            return;
+        PresetSlot& preset = *presetAt(currentPreset);
+        if (header.recordCount < 0)
+            preset = resetImage;
+        if (header.recordCount < 0
+            || !readPresetRecords(records, header.recordCount, swap, resetImage, preset))
+            return;
     }
-    if (readPresetRecords(records, header.recordCount, swap, resetImage,
-                          *presetAt(currentPreset)))
-        setCurrentPreset(currentPreset);
+    setCurrentPreset(getCurrentPreset());
 }
 
 }  // namespace Vst

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <random>
 
 namespace {
 
@@ -90,6 +91,39 @@ TEST_F(StoredSettings, AProjectKeepsTheWholeBankAndSoundsAsItDidFromTheFirstBloc
     Bytes cut(chunk.begin(), chunk.end() - 1);
     reopened.setBankChunk(cut);
     EXPECT_EQ(reopened.bankChunk(), chunk);
+}
+
+TEST_F(StoredSettings, ARestoredProjectShowsItsValuesAtEveryPointWhereAHostMayRead)
+{
+    NativePlugin plugin(ZKR_PLUGIN);
+    const auto read = [&] {
+        Signal values;
+        for (VstInt32 id = 0; id < 58; ++id)
+            values.push_back(plugin.parameter(id));
+        return values;
+    };
+    for (unsigned seed = 0; seed < 50; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        std::uniform_real_distribution<float> value(0.0f, 1.0f);
+        const auto setSome = [&] {
+            for (VstInt32 id = 0; id < 58; ++id)
+                plugin.setParameter(id, value(random));
+            if (seed % 2)
+                firstBlock(plugin);
+        };
+        setSome();
+        const Bytes chunk = plugin.bankChunk();
+        const Signal saved = read();
+        setSome();
+        ASSERT_NE(read(), saved);
+        plugin.setBankChunk(chunk);
+        ASSERT_EQ(read(), saved);
+        firstBlock(plugin);
+        ASSERT_EQ(read(), saved);
+        ASSERT_EQ(plugin.bankChunk(), chunk);
+        ASSERT_EQ(read(), saved);
+    }
 }
 
 TEST_F(StoredSettings, AUsersDefaultPresetIsShownAndHeardFromTheFirstBlock)

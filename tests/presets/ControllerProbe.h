@@ -58,8 +58,14 @@ class EditorProbe : public EditorView, public AttachedEditor {
 public:
     explicit EditorProbe(EditController* owner) : EditorView(owner) { }
     void setParameter(ParamID id, ParamValue value) override { told.emplace_back(id, value); }
+    bool isOnOwnThread() const override { return std::this_thread::get_id() == thread; }
+    ParamValue currentValue(ParamID id) const override
+    {
+        return controller->getParamNormalized(id);
+    }
 
     Values told;
+    std::thread::id thread = std::this_thread::get_id();
 };
 
 class ControllerProbe : public PitchNamesController {

@@ -10,7 +10,9 @@
 #include "public.sdk/source/vst/vsteditcontroller.h"
 
 #include <algorithm>
+#include <atomic>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -47,7 +49,9 @@ struct Plan {
     std::optional<std::string> controllerState;   // instead of the values
     std::function<void()> whileControllerStarts;  // at the end of its initialisation
     std::function<void()> whileStateIsSet;
-    std::function<IPlugView*()> makeView;  // without one there is no editor
+    std::function<void()> whileSetUp;  // while the component is inactive for a new setup
+    std::function<void(ParamID)> whileValueIsRead;  // of the controller
+    std::function<IPlugView*()> makeView;           // without one there is no editor
 };
 
 inline std::string readAll(IBStream* stream)
@@ -90,6 +94,7 @@ public:
 
     tresult PLUGIN_API setActive(TBool state) override
     {
+        const Visit visit(*this);
         calls.push_back("active " + std::to_string(state));
         if (state)
             latency = processSetup.sampleRate < 176000.0 ? 96 : 0;
@@ -104,6 +109,9 @@ public:
 
     tresult PLUGIN_API setupProcessing(ProcessSetup& setup) override
     {
+        const Visit visit(*this);
+        if (plan.whileSetUp)
+            plan.whileSetUp();
         calls.push_back("rate " + std::to_string(static_cast<int>(setup.sampleRate)));
         calls.push_back("frames " + std::to_string(setup.maxSamplesPerBlock));
         return AudioEffect::setupProcessing(setup);
@@ -113,6 +121,7 @@ public:
     tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
                                           SpeakerArrangement* outputs, int32 numOuts) override
     {
+        const Visit visit(*this);
         const bool fits = numIns == 1 && numOuts == 1 && inputs[0] == outputs[0];
         SpeakerArrangement taken = fits ? inputs[0] : SpeakerArr::kStereo;
         AudioEffect::setBusArrangements(&taken, 1, &taken, 1);
@@ -123,6 +132,7 @@ public:
 
     tresult PLUGIN_API process(ProcessData& data) override
     {
+        const Visit visit(*this);
         Block block;
         block.frames = data.numSamples;
         for (int32 i = 0; i < data.inputParameterChanges->getParameterCount(); ++i) {
@@ -131,6 +141,7 @@ public:
             ParamValue value = 0.0;
             queue->getPoint(queue->getPointCount() - 1, offset, value);
             block.changes.emplace_back(queue->getParameterId(), value);
+            heard[queue->getParameterId()] = value;
         }
         const AudioBusBuffers &in = data.inputs[0], &out = data.outputs[0];
         block.inputs.assign(in.channelBuffers32, in.channelBuffers32 + in.numChannels);
@@ -163,11 +174,24 @@ public:
 
     Calls calls;
     std::vector<Block> blocks;
-    std::optional<double> meter;  // reported with the next block
+    std::map<ParamID, double> heard;  // the last change of each parameter
+    std::optional<double> meter;      // reported with the next block
     std::string restored;
+    std::atomic<int> collisions{0};  // calls that met another one inside
 
 private:
+    // A stay in one of the calls that hosts have to keep apart.
+    struct Visit {
+        explicit Visit(FakeComponent& visited) : component(visited)
+        {
+            component.collisions += component.visitors.fetch_add(1);
+        }
+        ~Visit() { --component.visitors; }
+        FakeComponent& component;
+    };
+
     Plan& plan;
+    std::atomic<int> visitors{0};
     uint32 latency = 96;  // of the last activation; above 176 kHz none
 };
 
@@ -215,6 +239,14 @@ public:
         for (const ParamID id : kWritableIds)
             bytes += static_cast<char>(static_cast<int>(getParamNormalized(id) * 255.0 + 0.5));
         return writeAll(state, plan.controllerState.value_or(bytes));
+    }
+
+    ParamValue PLUGIN_API getParamNormalized(ParamID id) override
+    {
+        const ParamValue value = EditController::getParamNormalized(id);
+        if (plan.whileValueIsRead)
+            plan.whileValueIsRead(id);
+        return value;
     }
 
     IPlugView* PLUGIN_API createView(FIDString name) override

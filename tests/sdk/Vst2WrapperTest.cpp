@@ -1,4 +1,5 @@
 // Vst2Wrapper as a host meets it: creation, the C border, parameters, rates, buses and blocks.
+#include "../Times.h"
 #include "FakePlugin.h"
 
 #include <gtest/gtest.h>
@@ -275,7 +276,103 @@ TEST_F(WrappedEffect, ARateOrBlockLengthSetWhileRunningComesBetweenTwoActivation
     host.mains(false);
     host.component->calls.clear();
     host.setRate(48000.0f);
-    EXPECT_EQ(host.component->calls, (Calls{"rate 48000", "frames 512"}));
+    // For a moment, since the latency of a rate is told only then.
+    EXPECT_EQ(host.component->calls, (Calls{"rate 48000", "frames 512", "active 1", "active 0"}));
+    EXPECT_EQ(host.effect->initialDelay, 96);
+}
+
+TEST_F(WrappedEffect, AHostThatNeverTurnsTheMainsOnLearnsTheLatencyAndIsHeard)
+{
+    host.setRate(192000.0f);
+    EXPECT_EQ(host.effect->initialDelay, 0);
+    EXPECT_EQ(host.timesAsked(audioMasterIOChanged), 1);
+    host.component->calls.clear();
+    host.block();
+    host.mains(false);
+    host.block();
+    host.block();
+    EXPECT_EQ(host.component->calls,
+              (Calls{"active 1", "processing 1", "processing 0", "active 0"}))
+        << "a block after mains-off activates nothing";
+    EXPECT_EQ(host.component->blocks.size(), 3u);
+}
+
+TEST_F(WrappedEffect, ABlockThatMeetsASetupIsSilentAndTheSetupWaitsForABlock)
+{
+    host.mains(true);
+    std::vector<float> ones(16, 1.0f), out(32, 7.0f);
+    float* inputs[] = {ones.data(), ones.data()};
+    float* outputs[] = {out.data(), nullptr};
+    plugin.whileSetUp = [&] {
+        std::thread audio([&] { host.effect->processReplacing(host.effect, inputs, outputs, 16); });
+        audio.join();
+    };
+    host.setRate(96000.0f);
+    EXPECT_EQ(std::count(out.begin(), out.end(), 0.0f), 16);
+    EXPECT_EQ(std::count(out.begin(), out.end(), 7.0f), 16);
+    plugin.whileSetUp = nullptr;
+    host.effect->processReplacing(host.effect, inputs, outputs, 16);
+    EXPECT_EQ(out[15], 1.0f);
+
+    std::atomic<bool> stop{false};
+    std::thread audio([&] {
+        while (!stop) {
+            host.block();
+            host.component->blocks.clear();
+        }
+    });
+    VstSpeakerArrangement mono{}, stereo{};
+    mono.type = kSpeakerArrMono;
+    stereo.type = kSpeakerArrStereo;
+    for (int i = 0; i < times(); i += 4) {
+        host.setRate(i % 8 ? 48000.0f : 192000.0f);
+        host.call(effSetBlockSize, 0, i % 8 ? 64 : 128);
+        host.call(effMainsChanged, 0, i % 8 == 0);
+        VstSpeakerArrangement* const wanted = i % 8 ? &stereo : &mono;
+        // The component has no channels more than the host's pointers.
+        host.call(effSetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(wanted), wanted);
+    }
+    stop = true;
+    audio.join();
+    EXPECT_EQ(host.component->collisions, 0);
+}
+
+TEST_F(WrappedEffect, AValueThatIsSetWhileTheStateIsTakenOverIsNotLost)
+{
+    const std::string state = host.chunk();
+    const auto expectSettled = [&](double value) {
+        host.call(effEditIdle);
+        host.block();
+        EXPECT_EQ(static_cast<double>(host.get(0)), value);
+        EXPECT_EQ(host.controller->getParamNormalized(kLevelId), value);
+        EXPECT_EQ(host.component->heard[kLevelId], value);
+    };
+    // As the wrapper reads what the controller has now, on the audio thread.
+    plugin.whileValueIsRead = [&, count = 0](ParamID id) mutable {
+        if (id == kLevelId && count++ == 0)
+            std::thread([&] { host.set(0, 0.125f); }).join();
+    };
+    host.restore(state);
+    plugin.whileValueIsRead = nullptr;
+    expectSettled(0.125);
+
+    std::atomic<int> round{0};
+    std::thread setter([&] {
+        for (int seen = 0; seen < times();)
+            if (round != seen)
+                host.set(0, static_cast<float>(++seen % 1024) / 1024.0f);
+    });
+    for (int i = 1; i <= times(); ++i) {
+        round = i;
+        host.restore(state);
+        if (i % 64 == 0)
+            host.component->blocks.clear();
+    }
+    setter.join();
+    // Which of the two came last is not known; but all agree on it.
+    host.call(effEditIdle);
+    host.block();
+    expectSettled(static_cast<double>(host.get(0)));
 }
 
 TEST_F(WrappedEffect, ABlockBeforeTheMainsAreOnFindsTheComponentActive)

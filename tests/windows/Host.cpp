@@ -221,6 +221,8 @@ VstIntPtr Host::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value)
         note("end", index);
         return 1;
     case audioMasterSizeWindow:
+        // Hosts wait there for their interface thread, which may wait for the one that asks.
+        EXPECT_EQ(std::this_thread::get_id(), ownThread);
         ++resizes;
         width = index;
         height = static_cast<int>(value);

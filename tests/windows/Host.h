@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 // The user's actions, in the order of a script. Two clicks on one place are never taken for a
@@ -83,6 +84,7 @@ private:
     host::SharedLibrary library;
     const Place corner;
     std::vector<std::string> told;
+    const std::thread::id ownThread = std::this_thread::get_id();
 };
 
 // A gesture that changed these parameters, as Host::heard tells it.

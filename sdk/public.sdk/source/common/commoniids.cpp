@@ -22,6 +22,7 @@ DEF_CLASS_IID(IRunLoop)
 namespace Vst {
 
 DEF_CLASS_IID(IProgramName)
+DEF_CLASS_IID(IEditorUpdates)
 DEF_CLASS_IID(IPendingValues)
 
 }  // namespace Vst

@@ -53,7 +53,7 @@ VSTGUIEditor::VSTGUIEditor(void* ownController, ViewRect* size)
     : EditorView(static_cast<EditController*>(ownController), size)
 {
     startToolkit();
-    timer = new VSTGUI::CVSTGUITimer(static_cast<VSTGUI::CBaseObject*>(this), kIdleRateMs);
+    timer = new VSTGUI::CVSTGUITimer([this](VSTGUI::CVSTGUITimer*) { tick(); }, kIdleRateMs);
 }
 
 VSTGUIEditor::~VSTGUIEditor()
@@ -90,7 +90,7 @@ bool VSTGUIEditor::setEditorSizeConstrains(const VSTGUI::CPoint& min, const VSTG
 
 bool VSTGUIEditor::requestResize(const VSTGUI::CPoint& size)
 {
-    if (!plugFrame || size.x < minSize.x || size.y < minSize.y || size.x > maxSize.x
+    if (hostGone || !plugFrame || size.x < minSize.x || size.y < minSize.y || size.x > maxSize.x
         || size.y > maxSize.y)
         return false;
     ViewRect wanted = rectOf(size);
@@ -102,8 +102,24 @@ tresult PLUGIN_API VSTGUIEditor::isPlatformTypeSupported(FIDString type)
     return type && FIDStringsEqual(type, windowType()) ? kResultTrue : kInvalidArgument;
 }
 
+bool VSTGUIEditor::isOnOwnThread() const
+{
+    const std::thread::id own = ownThread;
+    return own == std::thread::id() || own == std::this_thread::get_id();
+}
+
+tresult PLUGIN_API VSTGUIEditor::setFrame(IPlugFrame* newFrame)
+{
+    if (isOnOwnThread())
+        return EditorView::setFrame(newFrame);
+    hostGone = true;
+    return kResultTrue;
+}
+
 tresult PLUGIN_API VSTGUIEditor::attached(void* parent, FIDString type)
 {
+    ownThread = std::this_thread::get_id();
+    hostGone = false;
     config = makeFrameConfig(plugFrame);
     if (open(parent, VSTGUI::kDefaultNative) && frame) {
         ViewRect size = rectOf({frame->getWidth(), frame->getHeight()});
@@ -117,10 +133,36 @@ tresult PLUGIN_API VSTGUIEditor::attached(void* parent, FIDString type)
 
 tresult PLUGIN_API VSTGUIEditor::removed()
 {
+    if (!isOnOwnThread() && frame) {
+        hostGone = true;
+        // Lives until the window has ended, and so does the code.
+        addRef();
+        keepLibraryLoaded();
+        removalPostponed = true;
+        return EditorView::removed();
+    }
+    endWindow();
+    return EditorView::removed();
+}
+
+void VSTGUIEditor::endWindow()
+{
     timer->stop();
     close();
     config.reset();
-    return EditorView::removed();
+    ownThread = std::thread::id();
+}
+
+void VSTGUIEditor::tick()
+{
+    if (removalPostponed.exchange(false)) {
+        endWindow();
+        forget();
+        return;
+    }
+    // Hosts may open an editor on one thread and turn its loop on another.
+    ownThread = std::this_thread::get_id();
+    notify(timer, VSTGUI::CVSTGUITimer::kMsgTimer);
 }
 
 tresult PLUGIN_API VSTGUIEditor::onSize(ViewRect* newSize)

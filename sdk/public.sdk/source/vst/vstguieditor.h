@@ -5,7 +5,9 @@
 
 #include "vstgui/vstgui.h"
 
+#include <atomic>
 #include <memory>
+#include <thread>
 
 namespace Steinberg {
 namespace Vst {
@@ -35,7 +37,13 @@ public:
     // when the host refuses.
     bool requestResize(const VSTGUI::CPoint& size);
 
-    // IPlugView
+    // Whether the caller runs on the thread that the window and the timer live on. Before the view
+    // is attached, any thread is.
+    bool isOnOwnThread() const;
+
+    // IPlugView. A host that takes the view away on another thread than its own is answered at
+    // once: the view asks nothing more of the host, and ends its window with its next tick.
+    tresult PLUGIN_API setFrame(IPlugFrame* frame) SMTG_OVERRIDE;
     tresult PLUGIN_API isPlatformTypeSupported(FIDString type) SMTG_OVERRIDE;
     tresult PLUGIN_API attached(void* parent, FIDString type) SMTG_OVERRIDE;
     tresult PLUGIN_API removed() SMTG_OVERRIDE;
@@ -61,7 +69,13 @@ protected:
     VSTGUI::IPlatformFrameConfig* frameConfig() const { return config.get(); }
 
 private:
+    void tick();
+    void endWindow();
+
     std::unique_ptr<VSTGUI::IPlatformFrameConfig> config;
+    std::atomic<std::thread::id> ownThread{std::thread::id()};  // none while not attached
+    std::atomic<bool> hostGone{false};                          // plugFrame is not to be used
+    std::atomic<bool> removalPostponed{false};
     VSTGUI::CVSTGUITimer* timer;
     VSTGUI::CPoint minSize{0, 0}, maxSize{32767, 32767};
 };

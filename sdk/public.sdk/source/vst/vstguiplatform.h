@@ -19,6 +19,9 @@ std::unique_ptr<VSTGUI::IPlatformFrameConfig> makeFrameConfig(IPlugFrame* host);
 // Whether this host turns an event loop for its views, or the system does.
 bool hasEventLoop(IPlugFrame* host);
 
+// For what cannot end before the host may unload the library.
+void keepLibraryLoaded();
+
 // The kind of window that a view opens in.
 FIDString windowType();
 

@@ -28,6 +28,13 @@ bool hasEventLoop(IPlugFrame* /*host*/)
     return true;
 }
 
+void keepLibraryLoaded()
+{
+    HMODULE self = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                       reinterpret_cast<LPCWSTR>(&keepLibraryLoaded), &self);
+}
+
 FIDString windowType()
 {
     return kPlatformTypeHWND;

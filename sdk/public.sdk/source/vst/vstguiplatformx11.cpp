@@ -160,6 +160,10 @@ bool hasEventLoop(IPlugFrame* host)
     return FUnknownPtr<Linux::IRunLoop>(host) != nullptr;
 }
 
+// Nothing outside calls into a library that has gone: the loop is the library's own, and the
+// window ends with its parent.
+void keepLibraryLoaded() { }
+
 FIDString windowType()
 {
     return kPlatformTypeX11EmbedWindowID;

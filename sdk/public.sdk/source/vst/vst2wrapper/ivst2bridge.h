@@ -24,5 +24,16 @@ public:
 };
 DECLARE_CLASS_IID(IPendingValues, 0x6B3D91C4, 0x27F84E0A, 0xB5D20C9F, 0xE8134A76)
 
+// Of the controller: while editors are held, changes of parameters wait; with the last release, the
+// editors of the releasing thread follow, others with their next tick. Nobody who holds them calls
+// into a view, and so into the host. Calls come in pairs, from any thread.
+class IEditorUpdates : public FUnknown {
+public:
+    virtual void PLUGIN_API holdEditors() = 0;
+    virtual void PLUGIN_API releaseEditors() = 0;
+    static const FUID iid;
+};
+DECLARE_CLASS_IID(IEditorUpdates, 0x3C5A7E90, 0x41D64B8F, 0xA27B6D13, 0x0F92C5E8)
+
 }  // namespace Vst
 }  // namespace Steinberg

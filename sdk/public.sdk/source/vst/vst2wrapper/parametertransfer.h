@@ -40,6 +40,12 @@ public:
         published.fetch_add(1, std::memory_order_release);
     }
 
+    // Whether a slot has been written since its last change was taken. By the reader.
+    bool hasChange(std::size_t slot) const
+    {
+        return slots[slot].stamp.load(std::memory_order_acquire) != delivered[slot];
+    }
+
     // The changes since the last call, oldest first. Valid until the next call.
     const std::vector<Change>& takeChanges()
     {

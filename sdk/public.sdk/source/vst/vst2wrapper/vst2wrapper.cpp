@@ -36,7 +36,7 @@ IPtr<Interface> createInstance(IPluginFactory& factory, const TUID classId)
     return IPtr<Interface>(static_cast<Interface*>(made), false);
 }
 
-Vst2Wrapper::IdleFunction idleFunction = nullptr;
+std::atomic<Vst2Wrapper::IdleFunction> idleFunction{nullptr};
 
 // "1.0.1.0" as one byte for each number, the first one highest.
 VstInt32 packVersion(const char* text)
@@ -77,8 +77,8 @@ void Vst2Wrapper::setIdleFunction(IdleFunction function)
 void Vst2Wrapper::idle()
 {
     updateController();
-    if (idleFunction)
-        idleFunction();
+    if (const IdleFunction function = idleFunction)
+        function();
 }
 
 ::AudioEffect* Vst2Wrapper::create(IPluginFactory* givenFactory, const TUID vst3ComponentID,
@@ -159,6 +159,7 @@ bool Vst2Wrapper::init()
         controller->setComponentHandler(this);
         unitInfo = query<IUnitInfo>(controller);
         programName = query<IProgramName>(controller);
+        editorUpdates = query<IEditorUpdates>(controller);
         connectHalves(true);
 
         MemoryStream state;
@@ -198,6 +199,7 @@ Vst2Wrapper::~Vst2Wrapper()
         controller->setComponentHandler(nullptr);
         unitInfo = nullptr;
         programName = nullptr;
+        editorUpdates = nullptr;
         if (controllerInitialised)
             controller->terminate();
     }

@@ -1,8 +1,10 @@
 // Vst2Wrapper: shows a VST 3 component and its controller to a host as a VST 2 effect.
 //
-// Threads: `processReplacing` runs on the host's audio thread, `setParameter` and `getParameter`
-// on any thread, everything else on the host's user-interface or loading thread. Parameter values
-// cross between them in three tables of latest values and are never held back or lost.
+// Threads: `processReplacing` runs on the host's audio thread, the editor's calls and `idle` on its
+// user-interface thread; parameters, states, names and the setup (rate, block size, arrangement,
+// mains) may come on any thread at any time. Parameter values cross in one table of latest values,
+// whose changes each reader takes up when it can, so that all of them end with the same. A setup
+// waits for the block that is being processed; a block that meets a setup is silent.
 #pragma once
 
 #include "base/source/timer.h"
@@ -13,6 +15,7 @@
 #include "pluginterfaces/vst/ivsthostapplication.h"
 #include "pluginterfaces/vst/ivstmessage.h"
 #include "pluginterfaces/vst/ivstunits.h"
+#include "processgate.h"
 #include "public.sdk/source/main/pluginfactory.h"
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 #include "public.sdk/source/vst/hosting/pluginterfacesupport.h"
@@ -22,7 +25,9 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace Steinberg {
@@ -130,6 +135,26 @@ private:
         VstInt32 index;  // its VST 2 index, or -1 for one that hosts do not see
     };
 
+    // Keeps views and their host out of what is done while it lives. Null: nothing to hold.
+    class HeldEditors {
+    public:
+        explicit HeldEditors(IEditorUpdates* updates) : editors(updates)
+        {
+            if (editors)
+                editors->holdEditors();
+        }
+        ~HeldEditors()
+        {
+            if (editors)
+                editors->releaseEditors();
+        }
+        HeldEditors(const HeldEditors&) = delete;
+        HeldEditors& operator=(const HeldEditors&) = delete;
+
+    private:
+        IEditorUpdates* editors;
+    };
+
     // The channel pointers of one direction, bus by bus, as a processor wants them.
     struct BusBuffers {
         std::vector<AudioBusBuffers> buses;
@@ -153,9 +178,11 @@ private:
     bool applySetup();
     void activate();
     void deactivate();
+    void setProcessing(bool state);
     bool updateLatency();
     template <typename Change>
-    void changeSetup(Change change);
+    bool changeSetup(Change change);
+    void processBlock(float** inputs, float** outputs, int32 frames);
 
     bool pinProperties(BusDirection direction, VstInt32 pin, VstPinProperties* properties);
     bool fillArrangement(BusDirection direction, VstSpeakerArrangement& arrangement);
@@ -163,8 +190,11 @@ private:
     const ExportedParameter* parameterAt(VstInt32 index) const;
     const ExportedParameter* parameterOf(ParamID id) const;
     std::size_t slotOf(const ExportedParameter& parameter) const;
+    void setCurrentValue(std::size_t slot, double value);
     void readValuesFromController();
     void updateController();
+    void takeUpChanges();
+    bool isRestoringState() const { return restoring == std::this_thread::get_id(); }
     void restoreState(char* bytes, int64 componentSize, int64 controllerSize);
 
     void processSlice(Sample32** inputs, Sample32** outputs, int32 offset, int32 frames);
@@ -175,6 +205,7 @@ private:
     IPtr<IEditController> controller;
     IPtr<IUnitInfo> unitInfo;
     IPtr<IProgramName> programName;
+    IPtr<IEditorUpdates> editorUpdates;
     IPtr<PlugInterfaceSupport> interfaceSupport;
     IPtr<Timer> timer;
     std::unique_ptr<Vst2EditorWrapper> editor;
@@ -182,10 +213,17 @@ private:
 
     bool componentInitialised = false;
     bool controllerInitialised = false;
+    // Guarded by the gate: what a setup changes and a block uses.
+    ProcessGate gate;
     bool active = false;
-    bool processing = false;
-    bool restoringState = false;
-    std::atomic_flag updatingController = ATOMIC_FLAG_INIT;
+    bool suspended = false;  // by the host, since it was active last
+    std::atomic<bool> processing{false};
+    std::atomic<VstInt32> outputCount{0};  // for a block that is not admitted
+
+    std::mutex stateMutex;  // one state at a time is read or set
+    std::atomic<std::thread::id> restoring{std::thread::id()};  // the thread that sets one
+    std::mutex changesMutex;                                    // of the controller's tables
+    std::atomic<std::thread::id> takingUp{std::thread::id()};   // the thread that holds it
 
     ProcessSetup setup;
     std::string effectName, vendor, subCategories;
@@ -195,7 +233,8 @@ private:
     std::vector<std::size_t> slotByIndex;       // by VST 2 index
     std::vector<std::size_t> slotById;          // slots in ascending order of id
 
-    // What the host is told of each parameter, by slot.
+    // The value of each parameter, by slot: what the host is told, and what goes to the processor
+    // and the controller when the transfers tell them that it has changed.
     std::unique_ptr<std::atomic<double>[]> currentValues;
 
     std::unique_ptr<ParameterTransfer> toProcessor;    // from any thread to the audio thread

@@ -77,6 +77,7 @@ void Vst2Wrapper::setupBuses()
     outputBuses.prepare(*component, kOutput);
     cEffect.numInputs = static_cast<VstInt32>(inputBuses.channels.size());
     cEffect.numOutputs = static_cast<VstInt32>(outputBuses.channels.size());
+    outputCount = cEffect.numOutputs;
     scratch.resize(inputBuses.channels.size() + outputBuses.channels.size());
     const int32 frames = std::max(kSmallestScratch, setup.maxSamplesPerBlock);
     for (std::vector<Sample32>& buffer : scratch)
@@ -100,6 +101,7 @@ bool Vst2Wrapper::updateLatency()
 
 void Vst2Wrapper::activate()
 {
+    suspended = false;
     if (active)
         return;
     component->setActive(true);
@@ -108,7 +110,7 @@ void Vst2Wrapper::activate()
 
 void Vst2Wrapper::deactivate()
 {
-    stopProcess();
+    setProcessing(false);
     if (!active)
         return;
     component->setActive(false);
@@ -117,54 +119,79 @@ void Vst2Wrapper::deactivate()
 
 void Vst2Wrapper::resume()
 {
-    activate();
-    if (updateLatency())
+    bool newLatency = false;
+    {
+        const ProcessGate::Setup inside(gate);
+        activate();
+        newLatency = updateLatency();
+    }
+    if (newLatency)
         askHost(audioMasterIOChanged);
 }
 
 void Vst2Wrapper::suspend()
 {
+    const ProcessGate::Setup inside(gate);
     deactivate();
+    suspended = true;
 }
 
 void Vst2Wrapper::startProcess()
 {
-    if (processing)
-        return;
-    processor->setProcessing(true);
-    processing = true;
+    const ProcessGate::Setup inside(gate);
+    setProcessing(true);
 }
 
 void Vst2Wrapper::stopProcess()
 {
-    if (!processing)
-        return;
-    processor->setProcessing(false);
-    processing = false;
+    const ProcessGate::Setup inside(gate);
+    setProcessing(false);
 }
 
-// A running component takes a new rate, block size or bus layout only between two activations.
+void Vst2Wrapper::setProcessing(bool state)
+{
+    if (processing == state)
+        return;
+    processor->setProcessing(state);
+    processing = state;
+}
+
+// A component takes a new rate, block size or bus layout only between two activations, and tells
+// the latency that goes with it only after the next one: it is activated for a moment where the
+// host has not done so, or a host that never does would not learn of it. True if the latency is
+// another one now, which the host is told when the gate is open again.
 template <typename Change>
-void Vst2Wrapper::changeSetup(Change change)
+bool Vst2Wrapper::changeSetup(Change change)
 {
     const bool wasActive = active;
     deactivate();
     change();
     applySetup();
-    if (wasActive)
-        resume();
+    component->setActive(true);
+    if (!wasActive)
+        component->setActive(false);
+    active = wasActive;
+    return updateLatency();
 }
 
 void Vst2Wrapper::setSampleRate(float hz)
 {
     const auto rate = static_cast<double>(hz);
-    if (!(rate > 0.0) || !(rate < 1e7) || rate == setup.sampleRate)
+    if (!(rate > 0.0) || !(rate < 1e7))
         return;
-    changeSetup([this, rate] { setup.sampleRate = rate; });
+    bool newLatency = false;
+    {
+        const ProcessGate::Setup inside(gate);
+        if (rate != setup.sampleRate)
+            newLatency = changeSetup([this, rate] { setup.sampleRate = rate; });
+    }
+    if (newLatency)
+        askHost(audioMasterIOChanged);
 }
 
 void Vst2Wrapper::setBlockSize(VstInt32 frames)
 {
+    const ProcessGate::Setup inside(gate);
     if (frames > kLargestBlock || frames == setup.maxSamplesPerBlock)
         return;
     changeSetup([this, frames] {
@@ -181,23 +208,28 @@ bool Vst2Wrapper::setProcessPrecision(VstInt32 precision)
 bool Vst2Wrapper::setSpeakerArrangement(const VstSpeakerArrangement* input,
                                         const VstSpeakerArrangement* output)
 {
-    SpeakerArrangement present[2] = {SpeakerArr::kEmpty, SpeakerArr::kEmpty};
-    processor->getBusArrangement(kInput, 0, present[0]);
-    processor->getBusArrangement(kOutput, 0, present[1]);
-    SpeakerArrangement wanted[2] = {present[0], present[1]};
-    if ((input && !toVst3(input->type, wanted[0])) || (output && !toVst3(output->type, wanted[1])))
-        return false;
-    if (wanted[0] == present[0] && wanted[1] == present[1])
-        return true;
+    bool accepted = false, news = false;
+    {
+        const ProcessGate::Setup inside(gate);
+        SpeakerArrangement present[2] = {SpeakerArr::kEmpty, SpeakerArr::kEmpty};
+        processor->getBusArrangement(kInput, 0, present[0]);
+        processor->getBusArrangement(kOutput, 0, present[1]);
+        SpeakerArrangement wanted[2] = {present[0], present[1]};
+        if ((input && !toVst3(input->type, wanted[0]))
+            || (output && !toVst3(output->type, wanted[1])))
+            return false;
+        if (wanted[0] == present[0] && wanted[1] == present[1])
+            return true;
 
-    // A refusal too may leave the component with other buses than before.
-    bool accepted = false;
-    const VstInt32 inputsBefore = cEffect.numInputs, outputsBefore = cEffect.numOutputs;
-    changeSetup([&] {
-        accepted = processor->setBusArrangements(&wanted[0], 1, &wanted[1], 1) == kResultTrue;
-        setupBuses();
-    });
-    if (accepted || cEffect.numInputs != inputsBefore || cEffect.numOutputs != outputsBefore)
+        // A refusal too may leave the component with other buses than before.
+        const VstInt32 inputsBefore = cEffect.numInputs, outputsBefore = cEffect.numOutputs;
+        changeSetup([&] {
+            accepted = processor->setBusArrangements(&wanted[0], 1, &wanted[1], 1) == kResultTrue;
+            setupBuses();
+        });
+        news = accepted || cEffect.numInputs != inputsBefore || cEffect.numOutputs != outputsBefore;
+    }
+    if (news)
         askHost(audioMasterIOChanged);
     return accepted;
 }
@@ -267,19 +299,35 @@ bool Vst2Wrapper::getOutputProperties(VstInt32 pin, VstPinProperties* properties
     return pinProperties(kOutput, pin, properties);
 }
 
-// Runs on the audio thread. Parameters travel with the block's first slice; there is more than one
-// slice only where scratch has to stand in for channels and the block is longer than the scratch.
+// Runs on the audio thread, and never waits for another.
 //
 // The host is asked nothing here: the processor looks neither at the time nor at the process mode.
 void Vst2Wrapper::processReplacing(float** inputs, float** outputs, VstInt32 frames)
 {
-    activate();
-    startProcess();
+    const ProcessGate::Block inside(gate);
+    if (inside)
+        return processBlock(inputs, outputs, frames);
+    for (VstInt32 i = 0; outputs && i < outputCount; ++i)
+        if (outputs[i])
+            std::fill_n(outputs[i], frames, 0.0f);
+}
+
+// Parameters travel with the block's first slice; there is more than one slice only where scratch
+// has to stand in for channels and the block is longer than the scratch.
+void Vst2Wrapper::processBlock(float** inputs, float** outputs, int32 frames)
+{
+    // A host that never turns the mains on means the same by its first block. One that comes after
+    // they were turned off is late, or the host does not turn them on again: it is processed, since
+    // the component is ready, and the next activation starts from silence as ever.
+    if (!active && !suspended)
+        activate();
+    if (active)
+        setProcessing(true);
     for (const ParameterTransfer::Change& change : toProcessor->takeChanges()) {
         int32 index = 0;
         IParamValueQueue* queue =
             inputChanges.addParameterData(parameters[change.slot].info.id, index);
-        queue->addPoint(0, change.value, index);
+        queue->addPoint(0, currentValues[change.slot].load(), index);
     }
 
     const std::size_t inputCount = inputBuses.channels.size();

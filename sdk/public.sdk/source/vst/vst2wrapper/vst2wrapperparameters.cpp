@@ -65,11 +65,17 @@ void Vst2Wrapper::sendStartValues()
         toProcessor->set(slot, currentValues[slot].load());
 }
 
+// A value that the host sets meanwhile is newer than what is read.
 void Vst2Wrapper::readValuesFromController()
 {
     updateController();
-    for (std::size_t slot = 0; slot < parameters.size(); ++slot)
-        currentValues[slot].store(controller->getParamNormalized(parameters[slot].info.id));
+    const std::lock_guard<std::mutex> lock(changesMutex);
+    for (std::size_t slot = 0; slot < parameters.size(); ++slot) {
+        double before = currentValues[slot].load();
+        const double value = controller->getParamNormalized(parameters[slot].info.id);
+        if (!toController->hasChange(slot))
+            currentValues[slot].compare_exchange_strong(before, value);
+    }
 }
 
 const Vst2Wrapper::ExportedParameter* Vst2Wrapper::parameterAt(VstInt32 index) const
@@ -101,9 +107,15 @@ void Vst2Wrapper::setParameter(VstInt32 index, float value)
         return;
     const double clamped = std::clamp(static_cast<double>(value), 0.0, 1.0);
     const std::size_t slot = slotOf(*parameter);
-    currentValues[slot].store(clamped);
-    toProcessor->set(slot, clamped);
+    setCurrentValue(slot, clamped);
     toController->set(slot, clamped);
+}
+
+// The table first: whoever learns of the change finds this value in it, or a newer one.
+void Vst2Wrapper::setCurrentValue(std::size_t slot, double value)
+{
+    currentValues[slot].store(value);
+    toProcessor->set(slot, value);
 }
 
 float Vst2Wrapper::getParameter(VstInt32 index)
@@ -182,7 +194,7 @@ bool Vst2Wrapper::getParameterProperties(VstInt32 index, VstParameterProperties*
 tresult PLUGIN_API Vst2Wrapper::beginEdit(ParamID id)
 {
     const ExportedParameter* parameter = parameterOf(id);
-    if (parameter && parameter->index >= 0 && !restoringState)
+    if (parameter && parameter->index >= 0 && !isRestoringState())
         askHost(audioMasterBeginEdit, parameter->index);
     return kResultTrue;
 }
@@ -193,10 +205,8 @@ tresult PLUGIN_API Vst2Wrapper::performEdit(ParamID id, ParamValue valueNormaliz
     if (!parameter || valueNormalized != valueNormalized)
         return kResultTrue;
     const double value = std::clamp(valueNormalized, 0.0, 1.0);
-    const std::size_t slot = slotOf(*parameter);
-    currentValues[slot].store(value);
-    toProcessor->set(slot, value);
-    if (parameter->index >= 0 && !restoringState)
+    setCurrentValue(slotOf(*parameter), value);
+    if (parameter->index >= 0 && !isRestoringState())
         askHost(audioMasterAutomate, parameter->index, 0, nullptr, static_cast<float>(value));
     return kResultTrue;
 }
@@ -204,7 +214,7 @@ tresult PLUGIN_API Vst2Wrapper::performEdit(ParamID id, ParamValue valueNormaliz
 tresult PLUGIN_API Vst2Wrapper::endEdit(ParamID id)
 {
     const ExportedParameter* parameter = parameterOf(id);
-    if (parameter && parameter->index >= 0 && !restoringState)
+    if (parameter && parameter->index >= 0 && !isRestoringState())
         askHost(audioMasterEndEdit, parameter->index);
     return kResultTrue;
 }
@@ -213,14 +223,17 @@ tresult PLUGIN_API Vst2Wrapper::restartComponent(int32 flags)
 {
     tresult result = kResultFalse;
     if (flags & kIoChanged) {
-        setupBuses();
+        {
+            const ProcessGate::Setup inside(gate);
+            setupBuses();
+        }
         askHost(audioMasterIOChanged);
         result = kResultTrue;
     }
     if (flags & (kParamValuesChanged | kParamTitlesChanged)) {
         if (flags & kParamValuesChanged)
             readValuesFromController();
-        if (!restoringState)  // which ends with the same message
+        if (!isRestoringState())  // which ends with the same message
             askHost(audioMasterUpdateDisplay);
         result = kResultTrue;
     }
@@ -234,21 +247,33 @@ tresult PLUGIN_API Vst2Wrapper::restartComponent(int32 flags)
 
 tresult PLUGIN_API Vst2Wrapper::setDirty(TBool state)
 {
-    if (state && !restoringState)  // which ends with the same message
+    if (state && !isRestoringState())  // which ends with the same message
         askHost(audioMasterUpdateDisplay);
     return kResultTrue;
 }
 
-// Brings the controller up to date with host and processor. The flag keeps a call that comes back
-// from inside (a host that asks for the state while it is told of a value) from running it twice.
+// Brings the controller up to date with host and processor. Editors follow when the lock is free
+// again, since what they ask of the host may wait for the thread that waits for the lock.
 void Vst2Wrapper::updateController()
 {
-    if (!controller || !fromProcessor || updatingController.test_and_set(std::memory_order_acquire))
+    if (!controller || !fromProcessor)
         return;
-    const struct Updating {
-        ~Updating() { flag.clear(std::memory_order_release); }
-        std::atomic_flag& flag;
-    } updating{updatingController};
+    const HeldEditors held(editorUpdates);
+    takeUpChanges();
+}
+
+// A call that comes back from inside finds the work under way.
+void Vst2Wrapper::takeUpChanges()
+{
+    const std::thread::id caller = std::this_thread::get_id();
+    if (takingUp == caller)
+        return;
+    const std::lock_guard<std::mutex> lock(changesMutex);
+    takingUp = caller;
+    const struct TakingUp {
+        ~TakingUp() { thread = std::thread::id(); }
+        std::atomic<std::thread::id>& thread;
+    } guard{takingUp};
     for (const ParameterTransfer::Change& change : fromProcessor->takeChanges())
         controller->setParamNormalized(parameters[change.slot].info.id, change.value);
     // Of a parameter that the controller has edited since, the newer value counts.

@@ -36,6 +36,7 @@ int64 readLittleEndian(const char* source)
 VstInt32 Vst2Wrapper::getChunk(void** data, bool /*isProgram*/)
 {
     updateController();
+    const std::lock_guard<std::mutex> lock(stateMutex);
     MemoryStream componentState, controllerState;
     const bool hasComponentState = component->getState(&componentState) == kResultTrue;
     const bool hasControllerState =
@@ -59,11 +60,11 @@ VstInt32 Vst2Wrapper::getChunk(void** data, bool /*isProgram*/)
 // automation calls would only be recorded.
 void Vst2Wrapper::restoreState(char* bytes, int64 componentSize, int64 controllerSize)
 {
-    restoringState = true;
+    restoring = std::this_thread::get_id();
     const struct Restoring {
-        ~Restoring() { flag = false; }
-        bool& flag;
-    } restoring{restoringState};
+        ~Restoring() { thread = std::thread::id(); }
+        std::atomic<std::thread::id>& thread;
+    } guard{restoring};
     if (componentSize > 0) {
         MemoryStream stream(bytes, componentSize);
         component->setState(&stream);
@@ -93,9 +94,13 @@ VstInt32 Vst2Wrapper::setChunk(const void* data, VstInt32 size, bool /*isProgram
     // What was set before belongs to the old state.
     updateController();
 
-    restoreState(bytes.data() + kHeadSize, componentSize, controllerSize);
-    if (controller)
-        readValuesFromController();
+    {
+        const HeldEditors held(editorUpdates);
+        const std::lock_guard<std::mutex> lock(stateMutex);
+        restoreState(bytes.data() + kHeadSize, componentSize, controllerSize);
+        if (controller)
+            readValuesFromController();
+    }
     askHost(audioMasterUpdateDisplay);
     return 0;
 }

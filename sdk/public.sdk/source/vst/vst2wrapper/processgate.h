@@ -1,0 +1,80 @@
+// ProcessGate: keeps a host's setup calls out of a running block, and blocks out of a running
+// setup.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <mutex>
+#include <thread>
+
+namespace Steinberg {
+namespace Vst {
+
+// Hosts may change rate, block size, buses or activity only between blocks; some do it while their
+// audio thread is inside one. A setup then waits for the end of the block; a block that meets a
+// setup does not wait, and is to be silent.
+class ProcessGate {
+public:
+    // A block's stay, from construction to destruction. Never waits. One block at a time.
+    class Block {
+    public:
+        explicit Block(ProcessGate& owner) : gate(owner)
+        {
+            State free = State::Free;
+            admitted =
+                gate.state.compare_exchange_strong(free, State::Block, std::memory_order_acquire);
+        }
+        ~Block()
+        {
+            if (admitted)
+                gate.state.store(State::Free, std::memory_order_release);
+        }
+        Block(const Block&) = delete;
+        Block& operator=(const Block&) = delete;
+
+        // False: there is a setup inside, and nothing may be touched.
+        explicit operator bool() const { return admitted; }
+
+    private:
+        ProcessGate& gate;
+        bool admitted;
+    };
+
+    // A setup's stay. Waits for the block that is inside. A setup may contain others of its thread;
+    // those of other threads wait for one another.
+    class Setup {
+    public:
+        explicit Setup(ProcessGate& owner) : gate(owner), lock(owner.setups)
+        {
+            if (gate.depth++ > 0)
+                return;
+            State free = State::Free;
+            while (
+                !gate.state.compare_exchange_weak(free, State::Setup, std::memory_order_acquire)) {
+                free = State::Free;
+                std::this_thread::sleep_for(std::chrono::microseconds(50));
+            }
+        }
+        ~Setup()
+        {
+            if (--gate.depth == 0)
+                gate.state.store(State::Free, std::memory_order_release);
+        }
+        Setup(const Setup&) = delete;
+        Setup& operator=(const Setup&) = delete;
+
+    private:
+        ProcessGate& gate;
+        std::lock_guard<std::recursive_mutex> lock;
+    };
+
+private:
+    enum class State { Free, Block, Setup };
+
+    std::atomic<State> state{State::Free};
+    std::recursive_mutex setups;
+    int depth = 0;
+};
+
+}  // namespace Vst
+}  // namespace Steinberg

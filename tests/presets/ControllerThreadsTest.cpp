@@ -1,0 +1,127 @@
+// The controller between the user's thread and another one on which the host sets states.
+#include "../Times.h"
+#include "ControllerProbe.h"
+
+#include "public.sdk/source/common/memorystream.h"
+
+#include <array>
+#include <functional>
+#include <mutex>
+#include <random>
+
+namespace {
+
+// Keeps the last value of each parameter, when `meanwhile` has returned.
+class LastValues : public HostProbe {
+public:
+    tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override
+    {
+        if (meanwhile)
+            std::exchange(meanwhile, nullptr)();
+        const std::lock_guard<std::mutex> lock(mutex);
+        last[id] = value;
+        return kResultOk;
+    }
+    tresult PLUGIN_API beginEdit(ParamID) override { return kResultOk; }
+    tresult PLUGIN_API endEdit(ParamID) override { return kResultOk; }
+    tresult PLUGIN_API setDirty(TBool) override { return kResultOk; }
+
+    std::mutex mutex;
+    std::array<ParamValue, kPresetParamCount> last{};
+    std::function<void()> meanwhile;
+};
+
+struct ControllerThreads : testing::Test {
+    ControllerThreads() { controller.setComponentHandler(&host); }
+    ~ControllerThreads() override { controller.setComponentHandler(nullptr); }
+
+    // As an editor's control does.
+    void edit(ParamID id, ParamValue value)
+    {
+        controller.setParamNormalized(id, value);
+        controller.performEdit(id, value);
+    }
+    void expectAgreement()
+    {
+        const PresetSlot& preset = controller.preset(controller.getCurrentPreset());
+        for (ParamID id = 0; id < kPresetParamCount; ++id) {
+            ASSERT_EQ(static_cast<float>(controller.getParamNormalized(id)), preset.values[id])
+                << id;
+            ASSERT_EQ(controller.getParamNormalized(id), host.last[id]) << id;
+        }
+    }
+
+    platform::MemoryStore store;
+    ControllerProbe controller{store};
+    LastValues host;
+};
+
+TEST_F(ControllerThreads, AnEditorHearsOnItsOwnThreadAloneAndOfTheLastValueInTheEnd)
+{
+    EditorProbe editor(&controller);
+    controller.editorAttached(&editor);
+    const auto elsewhere = [](const std::function<void()>& call) { std::thread(call).join(); };
+    elsewhere([&] {
+        for (const double value : {0.25, 0.75})
+            for (const ParamID id : {kHGainL, kLGainR})
+                controller.setParamNormalized(id, value);
+        controller.setParamNormalized(kLatency, 0.002);
+        controller.setParamNormalized(1002, 0.0);
+    });
+    EXPECT_TRUE(editor.told.empty());
+    controller.setParamNormalized(kLatency, 0.0);
+    controller.setParamNormalized(kHGainL, 0.5);
+    EXPECT_EQ(std::exchange(editor.told, {}), (Values{{kLatency, 0.0}, {kHGainL, 0.5}}));
+    controller.holdEditors();
+    controller.holdEditors();
+    controller.setParamNormalized(kMS, 1.0);
+    elsewhere([&] { controller.releaseEditors(); });
+    EXPECT_TRUE(editor.told.empty());
+    controller.releaseEditors();
+    EXPECT_EQ(std::exchange(editor.told, {}), (Values{{kMS, 1.0}, {kLGainR, 0.75}, {1002, 0.0}}));
+    elsewhere([&] { controller.setParamNormalized(kMS, 0.0); });
+    editor.takeUpPostponed();
+    editor.takeUpPostponed();
+    EXPECT_EQ(editor.told, (Values{{kMS, 0.0}}));
+    controller.editorRemoved(&editor);
+}
+
+TEST_F(ControllerThreads, TheHostEndsWithTheNewerOfTwoValues)
+{
+    host.meanwhile = [&] { std::thread([&] { edit(kLGainL, 0.75); }).join(); };
+    edit(kLGainL, 0.25);
+    EXPECT_EQ(controller.getParamNormalized(kLGainL), 0.75);
+    EXPECT_EQ(host.last[kLGainL], 0.75);
+}
+
+TEST_F(ControllerThreads, AgreeInTheEndHoweverTheyMeet)
+{
+    MemoryStream states[2];
+    for (MemoryStream& state : states) {
+        fillWithOddValues(controller);
+        controller.setCurrentPreset(&state == states ? 3 : 17);
+        controller.getState(&state);
+    }
+    std::mt19937 random(7);
+    for (int round = 0; round < times() / 10; ++round) {
+        std::thread other([&] {
+            MemoryStream written;
+            controller.setState(&states[round % 2]);
+            controller.getState(&written);
+        });
+        for (int i = 0; i < 8; ++i) {
+            edit(static_cast<ParamID>(random() % kPresetParamCount),
+                 static_cast<double>(random() % 100) / 128.0);
+            if (i % 4 == 3)
+                controller.setCurrentPreset(static_cast<int32>(random() % 24));
+            controller.setCurrentPresetName("Name");
+            controller.name(5);
+        }
+        other.join();
+        expectAgreement();
+        if (HasFatalFailure())
+            FAIL() << "round " << round;
+    }
+}
+
+}  // namespace
