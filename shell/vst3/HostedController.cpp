@@ -1,6 +1,7 @@
 // HostedController: states in streams of any kind, the latency, and values for the processor.
 #include "HostedController.h"
 
+#include "ComponentState.h"
 #include "HostedEditor.h"
 #include "Messages.h"
 #include "ParameterTable.h"
@@ -18,6 +19,11 @@ namespace {
 // 96 samples, as the processor delays before it knows the rate.
 constexpr ParamValue kLatencyAtStart = 96.0 / 44100.0;
 
+constexpr uint64 bitOf(ParamID id)
+{
+    return uint64(1) << id;
+}
+
 }  // namespace
 
 HostedController::HostedController(platform::SettingsStore& settings)
@@ -25,9 +31,33 @@ HostedController::HostedController(platform::SettingsStore& settings)
 {
 }
 
-tresult PLUGIN_API HostedController::setComponentState(IBStream* /*state*/)
+tresult PLUGIN_API HostedController::setComponentState(IBStream* state)
 {
-    return kResultOk;
+    if (!state)
+        return kInvalidArgument;
+    try {
+        const StateValues values = readComponentState(*state);
+        for (ParamID id = 0; id < values.size(); ++id)
+            if (values[id])
+                setParamNormalized(id, *values[id]);
+        return kResultOk;
+    } catch (const std::bad_alloc&) {
+        return kOutOfMemory;
+    }
+}
+
+// `size` is what a stream gave of the bytes. One of full length may hold anything; a shorter one is
+// whole if it is a bank with fewer records, as its header tells.
+bool HostedController::isWholeState(const std::vector<char>& bytes, int32 size)
+{
+    if (size == kStateBufferSize)
+        return true;
+    constexpr auto kHead = kStatePrefix + static_cast<int32>(kFileHeaderSize);
+    if (size < kHead)
+        return false;
+    const FileHeader header =
+        readHeader(reinterpret_cast<const uint8*>(bytes.data()) + kStatePrefix);
+    return header.magic == kMagic && header.payloadSize >= 0 && header.payloadSize <= size - kHead;
 }
 
 tresult PLUGIN_API HostedController::setState(IBStream* state)
@@ -41,17 +71,17 @@ tresult PLUGIN_API HostedController::setState(IBStream* state)
                && state->read(bytes.data() + total, kStateBufferSize - total, &count) == kResultOk
                && count > 0)
             total += count;
-        if (total < kStateBufferSize)
+        if (!isWholeState(bytes, total))
             return kResultFalse;
         MemoryStream copy(bytes.data(), kStateBufferSize);
-        loading = true;
+        loading = std::this_thread::get_id();
         const tresult result = PitchNamesController::setState(&copy);
-        loading = false;
-        if (!sendValues())
+        loading = std::thread::id();
+        if (!sendValues(kValuesMessage))
             reportValues();
         return result;
     } catch (const std::bad_alloc&) {
-        loading = false;
+        loading = std::thread::id();
         return kOutOfMemory;
     }
 }
@@ -100,6 +130,7 @@ tresult PLUGIN_API HostedController::setParamNormalized(ParamID id, ParamValue v
 // For the parameter lists of hosts, which ask for its value.
 void HostedController::keepLatency(ParamValue seconds)
 {
+    const std::lock_guard<std::mutex> lock(dataMutex);
     if (Parameter* const latency = getParameterObject(kLatency))
         latency->setNormalized(seconds);
 }
@@ -122,14 +153,18 @@ tresult PLUGIN_API HostedController::connect(IConnectionPoint* other)
 {
     const tresult result = PitchNamesController::connect(other);
     if (result == kResultOk)
-        sendValues();
+        sendValues(kValuesMessage);
     return result;
 }
 
 tresult PLUGIN_API HostedController::notify(IMessage* message)
 {
-    if (!message || !message->getMessageID()
-        || !FIDStringsEqual(message->getMessageID(), kActiveMessage))
+    const FIDString name = message ? message->getMessageID() : nullptr;
+    if (name && FIDStringsEqual(name, kStateAskedMessage)) {
+        sendValues(kStateValuesMessage);
+        return kResultOk;
+    }
+    if (!name || !FIDStringsEqual(name, kActiveMessage))
         return PitchNamesController::notify(message);
     IAttributeList* const attributes = message->getAttributes();
     double latency = 0.0;
@@ -139,7 +174,7 @@ tresult PLUGIN_API HostedController::notify(IMessage* message)
         return kResultFalse;
     keepLatency(latency);
     if (asks)
-        sendValues();
+        sendValues(kValuesMessage);
     return kResultOk;
 }
 
@@ -152,27 +187,27 @@ void HostedController::setCurrentPreset(int32 index)
 
 tresult HostedController::beginEdit(ParamID id)
 {
-    if (loading)
+    if (isLoading())
         return kResultFalse;
     if (id < kPresetParamCount)
-        inGesture.set(id);
+        inGesture |= bitOf(id);
     return PitchNamesController::beginEdit(id);
 }
 
 tresult HostedController::endEdit(ParamID id)
 {
-    if (loading)
+    if (isLoading())
         return kResultFalse;
     if (id < kPresetParamCount)
-        inGesture.reset(id);
+        inGesture &= ~bitOf(id);
     return PitchNamesController::endEdit(id);
 }
 
 tresult HostedController::performEdit(ParamID id, ParamValue value)
 {
-    if (loading)
+    if (isLoading())
         return kResultFalse;
-    if (id >= kPresetParamCount || inGesture.test(id))
+    if (id >= kPresetParamCount || (inGesture & bitOf(id)))
         return PitchNamesController::performEdit(id, value);
     beginEdit(id);
     const tresult result = PitchNamesController::performEdit(id, value);
@@ -182,10 +217,10 @@ tresult HostedController::performEdit(ParamID id, ParamValue value)
 
 tresult HostedController::setDirty(TBool state)
 {
-    return loading ? kResultFalse : PitchNamesController::setDirty(state);
+    return isLoading() ? kResultFalse : PitchNamesController::setDirty(state);
 }
 
-bool HostedController::sendValues()
+bool HostedController::sendValues(FIDString messageName)
 {
     const IPtr<IMessage> message = owned(allocateMessage());
     if (!message || !message->getAttributes())
@@ -193,7 +228,7 @@ bool HostedController::sendValues()
     double values[kPresetParamCount];
     for (ParamID id = 0; id < kPresetParamCount; ++id)
         values[id] = getParamNormalized(id);
-    message->setMessageID(kValuesMessage);
+    message->setMessageID(messageName);
     message->getAttributes()->setBinary(kValuesAttribute, values, sizeof values);
     return sendMessage(message) == kResultOk;
 }

@@ -5,7 +5,9 @@
 #include "ParameterIds.h"
 #include "PitchNamesController.h"
 
-#include <bitset>
+#include <atomic>
+#include <thread>
+#include <vector>
 
 namespace Steinberg {
 namespace Vst {
@@ -16,10 +18,13 @@ public:
 
     tresult PLUGIN_API initialize(FUnknown* context) SMTG_OVERRIDE;
 
-    // Any component state is taken: the component keeps none.
+    // Takes the values that a component's state tells (ComponentState.h), so that hosts that read
+    // the parameters before they load the controller's own state find them. Any state is taken; one
+    // that tells nothing changes nothing.
     tresult PLUGIN_API setComponentState(IBStream* state) SMTG_OVERRIDE;
     // Both work from the stream's present position on, for hosts whose stream is part of a file. A
-    // state that is empty or cut short changes nothing and gives kResultFalse.
+    // state that is empty or cut short changes nothing and gives kResultFalse; one that holds fewer
+    // records than this build writes is whole.
     tresult PLUGIN_API setState(IBStream* state) SMTG_OVERRIDE;
     tresult PLUGIN_API getState(IBStream* state) SMTG_OVERRIDE;
 
@@ -43,12 +48,17 @@ public:
 
 private:
     // False where nobody takes a message.
-    bool sendValues();
+    bool sendValues(FIDString messageName);
     void reportValues();
+    static bool isWholeState(const std::vector<char>& bytes, int32 size);
     void keepLatency(ParamValue seconds);
 
-    bool loading = false;
-    std::bitset<kPresetParamCount> inGesture;
+    // The thread that loads a state; what the user does on another one is reported.
+    std::atomic<std::thread::id> loading{std::thread::id()};
+    bool isLoading() const { return loading == std::this_thread::get_id(); }
+
+    static_assert(kPresetParamCount <= 64, "one bit for each parameter");
+    std::atomic<uint64> inGesture{0};
 };
 
 }  // namespace Vst

@@ -1,6 +1,7 @@
 // HostedProcessor: blocks of any shape, and the controller's values.
 #include "HostedProcessor.h"
 
+#include "ComponentState.h"
 #include "Messages.h"
 
 #include "pluginterfaces/vst/ivstmessage.h"
@@ -10,6 +11,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <optional>
 
 namespace Steinberg {
 namespace Vst {
@@ -41,6 +43,23 @@ ParamID switchOf(ParamID id)
     return id == kTrfoDsR ? kTrfoDsL : id == kAmpDsbR ? kAmpDsbL : id;
 }
 
+struct HostValue {
+    ParamID id;
+    ParamValue value;  // a number
+};
+
+// What a queue says of a parameter that presets hold.
+std::optional<HostValue> lastPoint(IParamValueQueue* queue)
+{
+    int32 offset = 0;
+    ParamValue value = 0.0;
+    if (!queue || queue->getPointCount() < 1 || queue->getParameterId() >= kPresetParamCount
+        || queue->getPoint(queue->getPointCount() - 1, offset, value) != kResultTrue
+        || std::isnan(value))
+        return std::nullopt;
+    return HostValue{queue->getParameterId(), value};
+}
+
 // Outputs beyond those that the arrangement has.
 void silenceRest(const ProcessData& data, int32 used)
 {
@@ -65,20 +84,54 @@ HostedProcessor::HostedProcessor() : controllerValues(kPresetParamCount), news(k
         buffer.assign(kSmallestScratch, 0.0f);
 }
 
-tresult PLUGIN_API HostedProcessor::getState(IBStream* /*state*/)
+tresult PLUGIN_API HostedProcessor::getState(IBStream* state)
 {
-    return kResultOk;
+    if (!state)
+        return kInvalidArgument;
+    if (const IPtr<IMessage> message = owned(allocateMessage())) {
+        message->setMessageID(kStateAskedMessage);
+        sendMessage(message);
+    }
+    if (!knowsValues)
+        return kResultOk;
+    StateValues values;
+    std::copy(stateValues.begin(), stateValues.end(), values.begin());
+    try {
+        std::vector<char> bytes = writeComponentState(values);
+        const auto size = static_cast<int32>(bytes.size());
+        int32 written = 0;
+        return state->write(bytes.data(), size, &written) == kResultOk && written == size
+            ? kResultOk
+            : kResultFalse;
+    } catch (const std::bad_alloc&) {
+        return kOutOfMemory;
+    }
 }
 
-tresult PLUGIN_API HostedProcessor::setState(IBStream* /*state*/)
+tresult PLUGIN_API HostedProcessor::setState(IBStream* state)
 {
-    return kResultOk;
+    if (!state)
+        return kInvalidArgument;
+    try {
+        const StateValues values = readComponentState(*state);
+        for (std::size_t id = 0; id < values.size(); ++id)
+            if (values[id]) {
+                controllerValues.set(id, *values[id]);
+                stateValues[id] = *values[id];
+            }
+        if (std::all_of(values.begin(), values.end(), [](const auto& value) { return !!value; }))
+            knowsValues = true;
+        return kResultOk;
+    } catch (const std::bad_alloc&) {
+        return kOutOfMemory;
+    }
 }
 
 tresult PLUGIN_API HostedProcessor::setupProcessing(ProcessSetup& setup)
 {
     if (!(setup.sampleRate > 0.0 && setup.sampleRate < kNoRate) || setup.maxSamplesPerBlock < 0)
         return kInvalidArgument;
+    const ProcessGate::Setup inside(gate);
     const int32 length = std::clamp(setup.maxSamplesPerBlock, kSmallestScratch, kLargestScratch);
     try {
         for (std::vector<Sample32>& buffer : scratch)
@@ -91,7 +144,11 @@ tresult PLUGIN_API HostedProcessor::setupProcessing(ProcessSetup& setup)
 
 tresult PLUGIN_API HostedProcessor::setActive(TBool state)
 {
-    const tresult result = PitchNamesProcessor::setActive(state);
+    tresult result = kResultOk;
+    {
+        const ProcessGate::Setup inside(gate);
+        result = PitchNamesProcessor::setActive(state);
+    }
     const IPtr<IMessage> message = owned(state ? allocateMessage() : nullptr);
     if (!message || !message->getAttributes())
         return result;
@@ -108,6 +165,7 @@ tresult PLUGIN_API HostedProcessor::setBusArrangements(SpeakerArrangement* input
 {
     if (!inputs || !outputs)
         return kInvalidArgument;
+    const ProcessGate::Setup inside(gate);
     return PitchNamesProcessor::setBusArrangements(inputs, numIns, outputs, numOuts);
 }
 
@@ -120,6 +178,13 @@ tresult PLUGIN_API HostedProcessor::process(ProcessData& data)
 {
     if (data.symbolicSampleSize != kSample32)
         return kResultFalse;
+    const ProcessGate::Block inside(gate);
+    if (!inside) {
+        if (data.inputParameterChanges)
+            keepHostValues(*data.inputParameterChanges);
+        silenceRest(data, 0);
+        return kResultOk;
+    }
     takeControllerValues();
     if (data.inputParameterChanges)
         takeHostValues(*data.inputParameterChanges);
@@ -172,28 +237,31 @@ void HostedProcessor::takeControllerValues()
 void HostedProcessor::takeHostValues(IParameterChanges& changes)
 {
     const int32 count = changes.getParameterCount();
-    for (int32 i = 0; i < count; ++i) {
-        IParamValueQueue* const queue = changes.getParameterData(i);
-        int32 offset = 0;
-        ParamValue value = 0.0;
-        if (queue && queue->getPointCount() > 0
-            && queue->getPoint(queue->getPointCount() - 1, offset, value) == kResultTrue)
-            addNews(queue->getParameterId(), value);
-    }
+    for (int32 i = 0; i < count; ++i)
+        if (const auto change = lastPoint(changes.getParameterData(i)))
+            addNews(change->id, change->value);
     deliverNews();
+}
+
+// For the next block that is admitted.
+void HostedProcessor::keepHostValues(IParameterChanges& changes)
+{
+    const int32 count = changes.getParameterCount();
+    for (int32 i = 0; i < count; ++i)
+        if (const auto change = lastPoint(changes.getParameterData(i)))
+            controllerValues.set(change->id, change->value);
 }
 
 // Some hosts repeat the value of an automated parameter with every block. Each arrival would start
 // the glide to it anew.
 void HostedProcessor::addNews(ParamID id, ParamValue value)
 {
-    if (id >= kPresetParamCount || std::isnan(value))
-        return;
     const ParamValue held = std::clamp(value, 0.0, 1.0);
     ParamValue& last = delivered[switchOf(id)];
     if (held == last)
         return;
     last = held;
+    stateValues[id] = held;
     int32 index = 0;
     const int32 before = news.getParameterCount();
     IParamValueQueue* queue = news.addParameterData(id, index);
@@ -213,8 +281,9 @@ void HostedProcessor::deliverNews()
 
 tresult PLUGIN_API HostedProcessor::notify(IMessage* message)
 {
-    if (!message || !message->getMessageID()
-        || !FIDStringsEqual(message->getMessageID(), kValuesMessage))
+    const FIDString name = message ? message->getMessageID() : nullptr;
+    const bool forState = name && FIDStringsEqual(name, kStateValuesMessage);
+    if (!name || (!forState && !FIDStringsEqual(name, kValuesMessage)))
         return PitchNamesProcessor::notify(message);
     IAttributeList* const attributes = message->getAttributes();
     const void* bytes = nullptr;
@@ -224,8 +293,11 @@ tresult PLUGIN_API HostedProcessor::notify(IMessage* message)
         || size != sizeof values)
         return kResultFalse;
     std::memcpy(values, bytes, sizeof values);
-    for (std::size_t id = 0; id < kPresetParamCount; ++id)
-        controllerValues.set(id, values[id]);
+    for (std::size_t id = 0; id < kPresetParamCount; ++id) {
+        stateValues[id] = values[id];
+        if (!forState)
+            controllerValues.set(id, values[id]);
+    }
     knowsValues = true;
     return kResultOk;
 }

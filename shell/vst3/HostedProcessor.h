@@ -7,6 +7,7 @@
 
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 #include "public.sdk/source/vst/vst2wrapper/parametertransfer.h"
+#include "public.sdk/source/vst/vst2wrapper/processgate.h"
 
 #include <array>
 #include <atomic>
@@ -19,16 +20,20 @@ class HostedProcessor : public PitchNamesProcessor {
 public:
     HostedProcessor();
 
-    // The settings are the controller's to keep: the component's state is empty, and any is taken.
+    // The selected preset's values (ComponentState.h), those that the controller has where one is
+    // connected. Empty while they are not known: then the controller's start values stand. Any
+    // state is taken; one that tells nothing changes nothing.
     tresult PLUGIN_API getState(IBStream* state) SMTG_OVERRIDE;
     tresult PLUGIN_API setState(IBStream* state) SMTG_OVERRIDE;
 
-    // A rate that is no rate gives kInvalidArgument.
+    // Setup, arrangement and activity wait for the block that another thread is inside; a block
+    // that meets one of them is silent. A rate that is no rate gives kInvalidArgument.
     tresult PLUGIN_API setupProcessing(ProcessSetup& setup) SMTG_OVERRIDE;
     // Tells the controller the latency, ahead of the first block.
     tresult PLUGIN_API setActive(TBool state) SMTG_OVERRIDE;
     tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
                                           SpeakerArrangement* outputs, int32 numOuts) SMTG_OVERRIDE;
+    tresult PLUGIN_API setProcessing(TBool) SMTG_OVERRIDE { return kResultOk; }
     // How long the filters may be heard after the input has ended: 3 s.
     uint32 PLUGIN_API getTailSamples() SMTG_OVERRIDE;
 
@@ -40,18 +45,22 @@ public:
     // output; channels beyond those of the arrangement become silence. 64-bit blocks are refused.
     tresult PLUGIN_API process(ProcessData& data) SMTG_OVERRIDE;
 
-    // Takes the controller's values (Messages.h) for the head of the next block.
+    // Takes the controller's values (Messages.h) for the head of the next block or for a state.
     tresult PLUGIN_API notify(IMessage* message) SMTG_OVERRIDE;
 
 private:
     void takeControllerValues();
     void takeHostValues(IParameterChanges& changes);
+    void keepHostValues(IParameterChanges& changes);
     void addNews(ParamID id, ParamValue value);
     void deliverNews();
     void processSlice(ProcessData& data, int32 offset, int32 count);
 
+    ProcessGate gate;
     ParameterTransfer controllerValues;
     std::atomic<bool> knowsValues{false};
+    // What a state tells, by id.
+    std::array<std::atomic<ParamValue>, kPresetParamCount> stateValues{};
     std::array<ParamValue, kPresetParamCount> delivered;  // by switchOf
     ParameterChanges news;
     std::vector<Sample32> scratch[2 * 2];  // two channels in, two out, for one slice

@@ -15,5 +15,10 @@ constexpr const char* kActiveMessage = "ProcessorActive";
 constexpr const char* kLatencyAttribute = "Latency";  // seconds
 constexpr const char* kAsksAttribute = "Asks";        // 1: it has not heard of the values yet
 
+// From the processor, when the host reads its state; and the controller's answer, with the values,
+// which are for the state alone.
+constexpr const char* kStateAskedMessage = "StateAsked";
+constexpr const char* kStateValuesMessage = "StateValues";
+
 }  // namespace Vst
 }  // namespace Steinberg

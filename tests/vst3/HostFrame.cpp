@@ -52,6 +52,7 @@ bool HostFrame::soon(const std::function<bool()>& condition)
 tresult PLUGIN_API HostFrame::resizeView(IPlugView* asking, ViewRect* wanted)
 {
     EXPECT_EQ(asking, view.get());
+    EXPECT_EQ(std::this_thread::get_id(), ownThread);
     size = *wanted;
     window->resize(size.getWidth(), size.getHeight());
     return view->onSize(wanted);

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <thread>
 
 namespace vst3 {
 
@@ -38,6 +39,7 @@ public:
     bool offersLoop = true;
 
 private:
+    const std::thread::id ownThread = std::this_thread::get_id();
     bool attached = false;
 };
 

@@ -29,6 +29,8 @@ TEST(ModuleInfo, DescribesTheClassesAsTheFactoryDoes)
         FUID::fromTUID(info.cid).toString(id);
         EXPECT_EQ(one["CID"], id);
         EXPECT_EQ(one["Name"], info.name);
+        // Readers take the factory's for a class that names none.
+        EXPECT_EQ(one["Vendor"], *info.vendor ? info.vendor : maker.vendor);
         EXPECT_EQ(one["Category"], info.category);
         EXPECT_EQ(one["Version"], info.version);
         EXPECT_EQ(described["Version"], info.version);

@@ -1,9 +1,11 @@
 // The bundle's editor in windows of VST 3 hosts.
+#include "../Times.h"
 #include "HostFrame.h"
 #include "ParameterIds.h"
 #include "Pictures.h"
 
 #include <algorithm>
+#include <atomic>
 #include <thread>
 
 using namespace vst3;
@@ -128,6 +130,35 @@ TEST_F(View, OneOfTwoGoesOnWhenTheOtherIsClosed)
     const Pixels before = picture(other);
     second.automate(kLGainL, 0.9);
     EXPECT_TRUE(other.soon([&] { return difference(picture(other), before) > 0.0; }));
+}
+
+TEST_F(View, FollowsStatesThatAnotherThreadLoads)
+{
+    const Bytes narrow = instance.controllerState();
+    instance.automate(kQB11, 1.0);
+    const Bytes wide = instance.controllerState(), component = instance.componentState();
+    HostFrame frame(open(), {20, 10});
+    ASSERT_EQ(frame.attach(), kResultTrue);
+    for (int round = 0; round < std::max(times() / 200, 10); ++round) {
+        std::atomic<bool> done{false};
+        std::thread worker([&] {
+            for (const Bytes& state : {narrow, wide, narrow}) {
+                instance.loadComponentState(component);
+                instance.tellComponentState(component);
+                instance.loadControllerState(state);
+                instance.controllerState();
+                instance.componentState();
+            }
+            if (round % 2)
+                instance.loadControllerState(wide);
+            done = true;
+        });
+        EXPECT_TRUE(frame.soon([&] { return done.load(); }));
+        worker.join();
+        const int32 width = round % 2 ? 644 : 394;
+        EXPECT_TRUE(frame.soon([&] { return frame.window->childWidth() == width; })) << round;
+        EXPECT_EQ(frame.size.getWidth(), width);
+    }
 }
 
 TEST_F(View, LetGoWhileOpenItLeavesNothing)
