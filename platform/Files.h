@@ -16,9 +16,13 @@ extern const char kPathSeparator;
 std::string workingDirectory();
 bool setWorkingDirectory(const std::string& path);
 
-// All bytes of a file that may be read and written; nothing if it cannot be opened, is not an
-// ordinary file, or holds more than `limit` bytes.
-std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::size_t limit);
+// What a file has to permit to be opened.
+enum class Access { Read, ReadAndWrite };
+
+// All bytes of a file; nothing if it cannot be opened with that access, is not an ordinary file, or
+// holds more than `limit` bytes.
+std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::size_t limit,
+                                                  Access access = Access::Read);
 
 // Writes a new file beside the old one and renames it over that, so that a crash or a full disk
 // leaves the old one whole. A link is followed. False, and nothing changed, if that fails or the

@@ -45,7 +45,10 @@ bool ZKRPresetSystemController3::loadFile(const char* path, bool reversed, uint8
                                           Path& lastFile, Deserialize deserialize)
 {
     const auto name = goToFile(path, lastFile);
-    const auto bytes = name ? platform::readFile(*name, kMaxFileSize) : std::nullopt;
+    // A file that may not be written is not loaded either.
+    const auto bytes = name
+        ? platform::readFile(*name, kMaxFileSize, platform::Access::ReadAndWrite)
+        : std::nullopt;
     return bytes
         && takeImage({bytes->data(), bytes->size()}, reversed, kind, Payload::AsHeaderTells,
                      deserialize);

@@ -81,9 +81,11 @@ bool setWorkingDirectory(const std::string& path)
     return chdir(path.c_str()) == 0;
 }
 
-std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::size_t limit)
+std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::size_t limit,
+                                                  Access access)
 {
-    const Descriptor file(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+    const int mode = access == Access::Read ? O_RDONLY : O_RDWR;
+    const Descriptor file(open(path.c_str(), mode | O_CLOEXEC | O_NONBLOCK));
     struct stat status;
     if (file < 0 || fstat(file, &status) != 0 || !S_ISREG(status.st_mode)
         || static_cast<std::uint64_t>(status.st_size) > limit)

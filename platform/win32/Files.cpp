@@ -64,9 +64,11 @@ bool setWorkingDirectory(const std::string& path)
     return SetCurrentDirectoryW(toWide(path).c_str()) != 0;
 }
 
-std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::size_t limit)
+std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::size_t limit,
+                                                  Access access)
 {
-    const FileHandle file(CreateFileW(toWide(path).c_str(), GENERIC_READ | GENERIC_WRITE,
+    const DWORD mode = access == Access::Read ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
+    const FileHandle file(CreateFileW(toWide(path).c_str(), mode,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     LARGE_INTEGER size;

@@ -124,12 +124,17 @@ TEST_F(PosixFile, WhatTheUserHasNotIsReadFromTheSystemsFolders)
     ASSERT_TRUE(platform::replaceFile(second / kOwnFolder / "ManualPath", Bytes{'/', 'b'}));
     const auto manual = [&](const std::string& expected) {
         return inChild([&] {
+            if (!becomeOrdinaryUser())
+                return kCannotTry;
             setenv("XDG_DATA_HOME", own.c_str(), 1);
             setenv("XDG_DATA_DIRS", ("relative::" + first.string() + ':' + second.string()).c_str(),
                    1);
             return platform::userSettings().readText("ManualPath") == expected ? 0 : 1;
         });
     };
+    EXPECT_EQ(manual("/b"), 0);
+    // As a package installs it: the user of the plug-in may read it and no more.
+    fs::permissions(second / kOwnFolder / "ManualPath", fs::perms(0444));
     EXPECT_EQ(manual("/b"), 0);
     ASSERT_TRUE(platform::replaceFile(first / kOwnFolder / "ManualPath", Bytes{'/', 'a'}));
     EXPECT_EQ(manual("/a"), 0);
@@ -169,14 +174,24 @@ TEST_F(PosixFile, TheRightsStay)
     EXPECT_EQ(modeOf(folder / "new"), 0640u);
 }
 
-TEST_F(PosixFile, AReadOnlyFileIsNeitherReplacedNorRead)
+TEST_F(PosixFile, AReadOnlyFileIsNeitherReplacedNorLoaded)
 {
+    const auto nameAfterLoading = [this] {
+        platform::MemoryStore settings;
+        OpenedController controller(settings);
+        controller.loadBank(path.c_str(), false);
+        char name[25] = {};
+        controller.getPresetName(name, 0);
+        return std::string(name);
+    };
+    const std::string loaded = nameAfterLoading();
+    ASSERT_NE(loaded, "Default");
     ASSERT_EQ(chmod(path.c_str(), 0444), 0);
-    EXPECT_EQ(inChild([this] {
+    EXPECT_EQ(inChild([&] {
                   if (!becomeOrdinaryUser())
                       return kCannotTry;
-                  return platform::replaceFile(path, next) || platform::readFile(path, 1 << 20) ? 1
-                                                                                                : 0;
+                  return platform::replaceFile(path, next) || nameAfterLoading() != "Default" ? 1
+                                                                                              : 0;
               }),
               0);
     ASSERT_EQ(chmod(path.c_str(), 0666), 0);
