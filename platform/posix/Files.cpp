@@ -52,13 +52,16 @@ bool writeAll(int file, const std::vector<std::uint8_t>& bytes)
     return true;
 }
 
-// A new file beside the target, under a name that no other process or thread uses now.
+// A new file beside the target, under a name that no other process or thread uses now. It is short:
+// the target's own may be as long as the file system allows.
 int createBeside(const std::string& target, std::string& name)
 {
     static std::atomic<unsigned> count{0};
     constexpr int kAttempts = 100;
+    const std::string folder = target.substr(0, target.rfind('/') + 1);
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        name = target + '.' + std::to_string(getpid()) + '-' + std::to_string(++count) + ".tmp";
+        name =
+            folder + ".zkrt46-" + std::to_string(getpid()) + '-' + std::to_string(++count) + ".tmp";
         const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (file >= 0 || errno != EEXIST)
             return file;

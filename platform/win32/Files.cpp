@@ -32,13 +32,15 @@ private:
     HANDLE handle;
 };
 
-// Beside the target, and like no other that this or another process uses now.
+// Beside the target, and like no other that this or another process uses now. It is short: the
+// target's own name may be as long as the file system allows.
 std::wstring temporaryName(const std::wstring& target)
 {
     static std::atomic<unsigned> count{0};
-    wchar_t ending[64];
-    std::swprintf(ending, 64, L".%lx-%x.tmp", GetCurrentProcessId(), ++count);
-    return target + ending;
+    wchar_t name[32];
+    std::swprintf(name, 32, L"~zk%lx-%x.tmp", GetCurrentProcessId(), ++count);
+    // No separator at all gives 0: the working directory.
+    return target.substr(0, target.find_last_of(L"\\/:") + 1) + name;
 }
 
 bool writeAll(const FileHandle& file, const std::vector<std::uint8_t>& bytes)
