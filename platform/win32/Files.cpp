@@ -50,6 +50,48 @@ bool writeAll(const FileHandle& file, const std::vector<std::uint8_t>& bytes)
         && written == bytes.size() && FlushFileBuffers(file.get());
 }
 
+// While somebody else has the target open, the system refuses; for a short reader it is tried
+// again.
+bool renameOver(const std::wstring& temporary, const std::wstring& target)
+{
+    constexpr int kAttempts = 10;
+    constexpr DWORD kPause = 20;  // ms
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        if (attempt > 0)
+            Sleep(kPause);
+        if (MoveFileExW(temporary.c_str(), target.c_str(),
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+            return true;
+        const DWORD error = GetLastError();
+        if (error != ERROR_SHARING_VIOLATION && error != ERROR_ACCESS_DENIED)
+            return false;
+    }
+    return false;
+}
+
+bool setEnd(const FileHandle& file, std::size_t position)
+{
+    LARGE_INTEGER end;
+    end.QuadPart = static_cast<LONGLONG>(position);
+    return SetFilePointerEx(file.get(), end, nullptr, FILE_BEGIN) && SetEndOfFile(file.get());
+}
+
+// For a target that is held open by somebody who lets others write. Nothing has changed when the
+// file cannot be opened so or the disk has no room for it.
+bool writeInPlace(const std::wstring& target, const std::vector<std::uint8_t>& bytes)
+{
+    const FileHandle file(CreateFileW(target.c_str(), GENERIC_WRITE,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    LARGE_INTEGER size;
+    if (!file || !GetFileSizeEx(file.get(), &size)
+        || (size.QuadPart < static_cast<LONGLONG>(bytes.size()) && !setEnd(file, bytes.size())))
+        return false;
+    const LARGE_INTEGER start{};
+    return SetFilePointerEx(file.get(), start, nullptr, FILE_BEGIN) && writeAll(file, bytes)
+        && setEnd(file, bytes.size());
+}
+
 }  // namespace
 
 const char kPathSeparator = '\\';
@@ -98,13 +140,13 @@ bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file)
         return false;
-    if (writeAll(file, bytes) && file.close()
-        && MoveFileExW(temporary.c_str(), target.c_str(),
-                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+    const bool written = writeAll(file, bytes) && file.close();
+    if (written && renameOver(temporary, target))
         return true;
+    const bool replaced = written && writeInPlace(target, bytes);
     file.close();
     DeleteFileW(temporary.c_str());
-    return false;
+    return replaced;
 }
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 // that may not be replaced.
 #include "Files.h"
 #include "HandMadeImages.h"
+#include "OpenedController.h"
 #include "RegistryStore.h"
 #include "TestStore.h"
 #include "WideText.h"
@@ -11,6 +12,7 @@
 #include <windows.h>
 
 #include <filesystem>
+#include <thread>
 
 using namespace handmade;
 
@@ -142,13 +144,67 @@ TEST(WindowsFile, ThatMayNotBeReplacedStays)
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
     EXPECT_EQ(platform::readFile(path.u8string(), 1 << 20), old);
 
-    // Somebody else has it open and shares it with nobody.
+    EXPECT_EQ(filesInFolder(), 1) << "a save that failed has left something behind";
+    std::filesystem::remove_all(folder);
+}
+
+// What another program permits while it reads the file decides what a save can do.
+TEST(WindowsFile, ThatAnotherProgramReadsIsSavedWhereverThatIsPermitted)
+{
+    const auto start = std::filesystem::current_path();
+    const auto folder = std::filesystem::temp_directory_path() / L"zkrt46-held-\u00FC\u4E2D";
+    const auto path = folder / L"bank.zkb";
+    std::filesystem::create_directories(folder);
+    platform::MemoryStore settings;
+    OpenedController controller(settings);
+    const Bytes longer(60000, 'x'), shorter(100, 'y');
+    struct Case {
+        DWORD share;
+        bool saved;
+    };
+    const Case cases[] = {
+        {0, false},
+        {FILE_SHARE_READ, false},
+        {FILE_SHARE_READ | FILE_SHARE_WRITE, true},
+        {FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, true},
+    };
+    for (const Case& now : cases)
+        for (const Bytes& old : {longer, shorter}) {
+            SCOPED_TRACE(testing::Message() << "share mode " << now.share << ", " << old.size());
+            ASSERT_TRUE(platform::replaceFile(path.u8string(), old));
+            const HANDLE held = CreateFileW(path.c_str(), GENERIC_READ, now.share, nullptr,
+                                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+            ASSERT_NE(held, INVALID_HANDLE_VALUE);
+            const ULONGLONG begun = GetTickCount64();
+            controller.saveBank(path.u8string().c_str());
+            EXPECT_LT(GetTickCount64() - begun, 1000u);
+            CloseHandle(held);
+            Bytes saved;
+            controller.serializeBank(saved);
+            EXPECT_EQ(platform::readFile(path.u8string(), 1 << 20), now.saved ? saved : old);
+            EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder),
+                                    std::filesystem::directory_iterator()),
+                      1);
+        }
+    // Where the saves have gone.
+    std::filesystem::current_path(start);
+    std::filesystem::remove_all(folder);
+}
+
+// A reader that is done soon costs the save no more than a moment, and the file is replaced whole.
+TEST(WindowsFile, IsReplacedWhenTheOtherProgramHasClosedIt)
+{
+    const auto path = std::filesystem::temp_directory_path() / L"zkrt46-held-a-moment.zkb";
+    ASSERT_TRUE(platform::replaceFile(path.u8string(), Bytes(3, 'x')));
     const HANDLE held = CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
                                     FILE_ATTRIBUTE_NORMAL, nullptr);
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
-    EXPECT_FALSE(platform::replaceFile(path.u8string(), next));
-    CloseHandle(held);
-    EXPECT_EQ(platform::readFile(path.u8string(), 1 << 20), old);
-    EXPECT_EQ(filesInFolder(), 1) << "a save that failed has left something behind";
-    std::filesystem::remove_all(folder);
+    std::thread reader([held] {
+        Sleep(60);
+        CloseHandle(held);
+    });
+    EXPECT_TRUE(platform::replaceFile(path.u8string(), Bytes(5, 'y')));
+    reader.join();
+    EXPECT_EQ(platform::readFile(path.u8string(), 100), Bytes(5, 'y'));
+    std::filesystem::remove(path);
 }
