@@ -19,5 +19,6 @@ static_assert(sizeof(PresetSlot) == 256, "a bank is addressed by this stride");
 // Stores the value; an id without a slot is ignored.
 void setValue(PresetSlot& slot, unsigned id, float value);
 
-// Keeps the first 23 bytes of `text`; the rest is cut.
+// Keeps at most 23 bytes of `text`; the rest is cut, in front of a UTF-8 character that does not
+// fit as a whole.
 void setName(PresetSlot& slot, const char* text);

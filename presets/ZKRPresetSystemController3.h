@@ -51,7 +51,7 @@ public:
     // Publishes the preset: each value goes to its parameter and to the host, in order of id. Also
     // when it is the selected one already.
     virtual void setCurrentPreset(int32 index);
-    // Cut to 23 bytes.
+    // Cut to 23 bytes, between two characters.
     virtual void setCurrentPresetName(const char* text);
     // The destination holds 25 bytes: 24 of the name and a terminator.
     virtual void getPresetName(char* destination, int32 index);

@@ -98,6 +98,25 @@ TEST_F(Presets, NamesHold23Characters)
     controller.setCurrentPresetName(nullptr);
     EXPECT_EQ(controller.name(5), "short");
 
+    // Characters of two, three and four bytes around the 23rd, and what is no UTF-8.
+    const auto repeated = [](const std::string& text, int count) {
+        std::string all;
+        for (int i = 0; i < count; ++i)
+            all += text;
+        return all;
+    };
+    const std::pair<std::string, std::size_t> cuts[] = {
+        {repeated(u8"ä", 12), 22},           {"x" + repeated(u8"ä", 12), 23},
+        {repeated(u8"音", 8), 21},           {"x" + repeated(u8"音", 8), 22},
+        {"xx" + repeated(u8"音", 8), 23},    {repeated(u8"🎚", 6), 20},
+        {"xxx" + repeated(u8"🎚", 6), 23}, {std::string(23, 'x') + u8"ä", 23},
+        {repeated("\xE4", 30), 23},          {repeated("\x84", 30), 23},
+    };
+    for (const auto& [text, kept] : cuts) {
+        controller.setCurrentPresetName(text.c_str());
+        EXPECT_EQ(controller.name(5), text.substr(0, kept)) << text;
+    }
+
     std::memset(controller.preset(5).name, 'x', 24);
     char text[25];
     std::memset(text, '?', sizeof text);
