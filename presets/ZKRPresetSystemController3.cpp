@@ -41,9 +41,7 @@ tresult PLUGIN_API ZKRPresetSystemController3::initialize(FUnknown* initialConte
     if (!currDir || !currBank || !currPreset || !stateBuffer || !presetBank)
         return kOutOfMemory;
 
-    const std::string here = platform::workingDirectory();
-    if (here.size() < kPathBufferSize)
-        std::strcpy(currDir.get(), here.c_str());
+    keepPath(currDir, platform::workingDirectory());
     fillFactoryBank();
     resetImage = presetBank[0];
     for (ParamID id = 0; id < kPresetParamCount; ++id)

@@ -63,8 +63,9 @@ public:
 
     // --- Files. Paths are UTF-8. ---
 
-    // The folder, the bank file and the preset file that were used last, in buffers of
-    // kPathBufferSize bytes; null before initialize and after terminate.
+    // The folder, the bank file and the preset file that were used last, each of at most
+    // kMaxPathLength characters, in buffers of kPathBufferSize bytes; null before initialize and
+    // after terminate. A folder that is too long is used but not remembered, nor is the file in it.
     virtual char* getCurrDir();
     virtual char* getCurrBank();
     virtual char* getCurrPreset();
@@ -112,7 +113,9 @@ public:
     // The document that the installation brings; empty without one.
     std::string getManualPath() const;
 
-    static constexpr int32 kPathBufferSize = 257;
+    // In 16-bit characters, as the registry stores them; each takes up to three bytes in UTF-8.
+    static constexpr std::size_t kMaxPathLength = 256;
+    static constexpr std::size_t kPathBufferSize = 3 * kMaxPathLength + 1;
 
     DEFINE_INTERFACES
     DEF_INTERFACE(IProgramName)
@@ -163,6 +166,8 @@ private:
     bool loadFile(const char* path, bool reversed, uint8 kind, Path& lastFile,
                   Deserialize deserialize);
     void saveFile(const char* path, Path& lastFile, Serialize serialize);
+    // False, and nothing copied, when the text is too long.
+    static bool keepPath(Path& path, const std::string& text);
 
     void storeValue(const char* name, Serialize serialize);
     void loadValue(const char* name, uint8 kind, Deserialize deserialize);

@@ -13,14 +13,33 @@ namespace {
 // No image of this or a later version comes near it.
 constexpr std::size_t kMaxFileSize = 1 << 24;
 
-void keepPath(char* buffer, const std::string& text)
+// In 16-bit characters. Two of them make up what takes four bytes in UTF-8.
+std::size_t lengthInUtf16(const std::string& text)
 {
-    // One that does not fit is used but not remembered.
-    if (buffer && text.size() < ZKRPresetSystemController3::kPathBufferSize)
-        std::strcpy(buffer, text.c_str());
+    std::size_t length = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        length += (byte & 0xC0u) == 0x80u ? 0 : byte >= 0xF0u ? 2 : 1;
+    }
+    return length;
+}
+
+bool fits(const std::string& text)
+{
+    // Text that is not UTF-8 may have more bytes to a character.
+    return lengthInUtf16(text) <= ZKRPresetSystemController3::kMaxPathLength
+        && text.size() < ZKRPresetSystemController3::kPathBufferSize;
 }
 
 }  // namespace
+
+bool ZKRPresetSystemController3::keepPath(Path& path, const std::string& text)
+{
+    if (!fits(text))
+        return false;
+    std::memcpy(path.get(), text.c_str(), text.size() + 1);
+    return true;
+}
 
 // Goes to the folder of `path`, or to the one used last if the path names none, and returns the
 // name of the file in it. Nothing when the folder cannot be entered.
@@ -32,8 +51,9 @@ std::optional<std::string> ZKRPresetSystemController3::goToFile(const char* path
     if (const char* separator = std::strrchr(path, platform::kPathSeparator)) {
         folder.assign(path, separator + 1);
         name = separator + 1;
-        keepPath(currDir.get(), folder);
-        keepPath(lastFile.get(), name);
+        // Only together do they tell where the file is.
+        if (fits(name) && keepPath(currDir, folder))
+            keepPath(lastFile, name);
     }
     if (!folder.empty() && !platform::setWorkingDirectory(folder))
         return std::nullopt;

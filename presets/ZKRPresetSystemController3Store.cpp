@@ -1,8 +1,6 @@
 // ZKRPresetSystemController3: the settings of the user that every instance shares.
 #include "ZKRPresetSystemController3.h"
 
-#include <cstring>
-
 namespace Steinberg {
 namespace Vst {
 
@@ -96,8 +94,8 @@ void ZKRPresetSystemController3::loadPaths()
     if (!currDir || !currBank || !currPreset)
         return;
     const auto load = [this](const char* name, Path& path) {
-        const std::string text = store.readText(name).value_or("");
-        std::strcpy(path.get(), text.size() < kPathBufferSize ? text.c_str() : "");
+        if (!keepPath(path, store.readText(name).value_or("")))
+            keepPath(path, "");
     };
     load(kCurrDir, currDir);
     load(kCurrBank, currBank);

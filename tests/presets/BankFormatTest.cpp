@@ -166,4 +166,24 @@ TEST_F(BankFiles, LieWhereTheirPathSaysAndTheFolderIsKept)
         << "something was left behind";
 }
 
+TEST_F(BankFiles, InAFolderTooLongToBeRememberedLeaveTheFolderAndFileOfBefore)
+{
+    if (platform::kPathSeparator == '\\')
+        GTEST_SKIP() << "Windows enters no such folder";
+    controller.saveBank(path("first.zkb").c_str());
+    std::string far = path(std::string(120, 'f'));
+    for (int i = 0; i < 2; ++i)
+        far += platform::kPathSeparator + std::string(120, 'f');
+    fs::create_directories(fs::u8path(far));
+    far += platform::kPathSeparator + std::string("far.zkb");
+    controller.preset(0).values[0] = 0.125f;
+    controller.saveBank(far.c_str());
+    EXPECT_EQ(fs::file_size(fs::u8path(far)), 48617u);
+    EXPECT_EQ(std::string(controller.getCurrDir()) + controller.getCurrBank(), path("first.zkb"));
+    controller.loadBank(path("first.zkb").c_str(), false);
+    controller.loadBank(far.c_str(), false);
+    EXPECT_EQ(controller.preset(0).values[0], 0.125f);
+    EXPECT_EQ(std::string(controller.getCurrDir()) + controller.getCurrBank(), path("first.zkb"));
+}
+
 }  // namespace

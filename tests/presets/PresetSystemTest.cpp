@@ -8,6 +8,14 @@
 
 namespace {
 
+std::string repeated(const std::string& text, int count)
+{
+    std::string all;
+    for (int i = 0; i < count; ++i)
+        all += text;
+    return all;
+}
+
 struct Presets : testing::Test {
     platform::MemoryStore store;
     ControllerProbe controller{store};
@@ -99,12 +107,6 @@ TEST_F(Presets, NamesHold23Characters)
     EXPECT_EQ(controller.name(5), "short");
 
     // Characters of two, three and four bytes around the 23rd, and what is no UTF-8.
-    const auto repeated = [](const std::string& text, int count) {
-        std::string all;
-        for (int i = 0; i < count; ++i)
-            all += text;
-        return all;
-    };
     const std::pair<std::string, std::size_t> cuts[] = {
         {repeated(u8"ä", 12), 22},           {"x" + repeated(u8"ä", 12), 23},
         {repeated(u8"音", 8), 21},           {"x" + repeated(u8"音", 8), 22},
@@ -169,6 +171,16 @@ TEST_F(Presets, CompareSlotsAreSharedByAllInstancesAndEmptyOnesDoNothing)
 
 TEST_F(Presets, PathsAreStoredAtTheEndAndReadAtTheStart)
 {
+    // 256 characters of 16 bits fit, whatever they take in UTF-8.
+    for (const auto& [text, most] :
+         {std::pair{std::string("b"), 256}, std::pair{std::string(u8"ä"), 256},
+          std::pair{std::string(u8"音"), 256}, std::pair{std::string(u8"🎚"), 128}}) {
+        store.writeText("CurrDir", repeated(text, most));
+        store.writeText("CurrBank", repeated(text, most) + "x");
+        ControllerProbe other(store);
+        EXPECT_EQ(other.getCurrDir(), repeated(text, most));
+        EXPECT_STREQ(other.getCurrBank(), "") << text << " that does not fit was cut";
+    }
     store.writeText("CurrDir", u8"/Müller/音/");
     store.writeText("CurrBank", std::string(256, 'b'));
     store.writeText("CurrPreset", std::string(257, 'p'));
