@@ -19,8 +19,8 @@ bool setWorkingDirectory(const std::string& path);
 // What a file has to permit to be opened.
 enum class Access { Read, ReadAndWrite };
 
-// All bytes of a file; nothing if it cannot be opened with that access, is not an ordinary file, or
-// holds more than `limit` bytes.
+// The bytes of a file, of a large one the first `limit`; nothing if it cannot be opened with that
+// access or is not an ordinary file.
 std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::size_t limit,
                                                   Access access = Access::Read);
 

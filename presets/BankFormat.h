@@ -28,6 +28,8 @@ constexpr std::size_t kPresetImageSize =
 constexpr std::size_t kBankImageSize =
     kFileHeaderSize + kPresetCount * (kNameRecordSize + kPresetParamCount * kValueRecordSize);
 static_assert(kPresetImageSize == 2065 && kBankImageSize == 48617, "files of users have this size");
+// Of a file, no more is read. No image of this or a later version comes near it.
+constexpr std::size_t kMostOfFile = 1 << 24;
 
 // Bytes that belong to somebody else.
 struct ByteView {

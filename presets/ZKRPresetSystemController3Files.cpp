@@ -10,9 +10,6 @@ namespace Vst {
 
 namespace {
 
-// No image of this or a later version comes near it.
-constexpr std::size_t kMaxFileSize = 1 << 24;
-
 // In 16-bit characters. Two of them make up what takes four bytes in UTF-8.
 std::size_t lengthInUtf16(const std::string& text)
 {
@@ -66,9 +63,8 @@ bool ZKRPresetSystemController3::loadFile(const char* path, bool reversed, uint8
 {
     const auto name = goToFile(path, lastFile);
     // A file that may not be written is not loaded either.
-    const auto bytes = name
-        ? platform::readFile(*name, kMaxFileSize, platform::Access::ReadAndWrite)
-        : std::nullopt;
+    const auto bytes = name ? platform::readFile(*name, kMostOfFile, platform::Access::ReadAndWrite)
+                            : std::nullopt;
     return bytes
         && takeImage({bytes->data(), bytes->size()}, reversed, kind, Payload::AsHeaderTells,
                      deserialize);

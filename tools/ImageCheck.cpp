@@ -71,6 +71,7 @@ void checkQuietFields(const ImageParts& parts, const std::uint8_t* image, std::s
 bool takePayload(ImageParts& parts, ByteView image, ImageReport& report)
 {
     const std::size_t left = image.size - kFileHeaderSize;
+    const std::size_t readable = std::min(image.size, kMostOfFile) - kFileHeaderSize;
     const std::int32_t size = parts.header.payloadSize;
     const std::string apart = " (a stored default or memory slot is read to its end instead)";
     if (size < 0) {
@@ -83,6 +84,13 @@ bool takePayload(ImageParts& parts, ByteView image, ImageReport& report)
         report.fault("payload sizes", kPayloadAt,
                      "the payload size is " + std::to_string(size) + ", but only "
                          + std::to_string(left) + " bytes follow the header" + apart,
+                     Outcome::NoEffect);
+        return false;
+    }
+    if (static_cast<std::size_t>(size) > readable) {
+        report.fault("payload sizes", kPayloadAt,
+                     "the payload size is " + std::to_string(size)
+                         + ", but of a file the first 16 MiB are read",
                      Outcome::NoEffect);
         return false;
     }

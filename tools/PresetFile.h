@@ -26,7 +26,7 @@ private:
     std::optional<ParameterText> opened;
 };
 
-// The whole of an ordinary file of 16 MiB at most. Throws ToolError.
+// The whole of an ordinary file of 1 GiB at most. Throws ToolError.
 std::vector<std::uint8_t> readFile(const std::string& path);
 bool isJson(const std::vector<std::uint8_t>& bytes);
 

@@ -1,6 +1,7 @@
 // Files and folders on POSIX systems.
 #include "Files.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdlib>
@@ -90,10 +91,9 @@ std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::
     const int mode = access == Access::Read ? O_RDONLY : O_RDWR;
     const Descriptor file(open(path.c_str(), mode | O_CLOEXEC | O_NONBLOCK));
     struct stat status;
-    if (file < 0 || fstat(file, &status) != 0 || !S_ISREG(status.st_mode)
-        || static_cast<std::uint64_t>(status.st_size) > limit)
+    if (file < 0 || fstat(file, &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
-    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(status.st_size));
+    std::vector<std::uint8_t> bytes(std::min(static_cast<std::size_t>(status.st_size), limit));
     std::size_t done = 0;
     while (done < bytes.size()) {
         const ssize_t count = read(file, bytes.data() + done, bytes.size() - done);

@@ -125,6 +125,21 @@ TEST_F(BankFiles, OfABigEndianMachineAreReadAlikeUnlessTheyAreTurnedRoundOnceMor
     EXPECT_EQ(other.bank(), wanted);
 }
 
+// What follows the payload does not matter, be it more than is ever read of a file.
+TEST_F(BankFiles, AreLoadedWhateverFollowsTheBank)
+{
+    Bytes image = handmade::goodBank(1, 7);
+    controller.loadBank(write(image).c_str(), false);
+    const Bytes wanted = controller.bank();
+    for (const std::size_t size : {image.size() + 1, kMostOfFile + 1}) {
+        image.resize(size);
+        platform::MemoryStore empty;
+        ControllerProbe other(empty);
+        other.loadBank(write(image).c_str(), false);
+        EXPECT_EQ(other.bank(), wanted) << size;
+    }
+}
+
 TEST_F(BankFiles, OfTheOtherKindOrWithoutAFileChangeNothing)
 {
     const Bytes before = controller.bank();

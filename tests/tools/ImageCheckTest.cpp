@@ -69,6 +69,14 @@ TEST(ImageCheck, NamesTheFaultTheByteAndTheConsequence)
          "negative, -1"},
         {goodPreset, [](Bytes& b) { put(b, 21, 2025); }, Outcome::NoEffect, true, 21,
          "is 2025, but only 2024 bytes"},
+        {goodPreset,
+         [](Bytes& b) {
+             b.resize(kMostOfFile + 2);
+             put(b, 21, kMostOfFile - 41 + 1);
+         },
+         Outcome::NoEffect, true, 21, "first 16 MiB"},
+        {goodPreset, [](Bytes& b) { b.resize(kMostOfFile + 2); }, Outcome::Partly, false, 2065,
+         "16775153 bytes follow"},
         {goodBank, [](Bytes& b) { put(b, 13, 0x80000000); }, Outcome::NoEffect, true, 13,
          "record count is negative"},
         {goodPreset, [](Bytes& b) { put(b, 13, 0x80000000); }, Outcome::Partly, true, 13, "resets"},
