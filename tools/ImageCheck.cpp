@@ -31,8 +31,7 @@ bool isState(ByteView file)
     if (file.size < prefix)
         return false;
     return std::equal(kStatePrefix, kStatePrefix + prefix, file.data)
-        || (file.size == kStateSize && !readImageStart(file)
-            && readImageStart({file.data + prefix, file.size - prefix}));
+        || (file.size == kStateSize && !readImageStart(file));
 }
 
 // Fields that the plug-in does not look at, or puts right by itself.
@@ -123,12 +122,6 @@ std::optional<ImageParts> takeStateApart(ByteView file, ImageReport& report)
     const std::size_t base = sizeof(kStatePrefix);
     report.kind = ImageKind::State;
     std::vector<std::uint8_t> buffer(file.data, file.data + std::min(file.size, kStateSize));
-    if (file.size < kStateSize)
-        report.fault("state sizes", file.size,
-                     "the state ends here instead of at byte " + std::to_string(kStateSize)
-                         + "; the rest is what the plug-in's buffer held before, in a new "
-                           "instance zeros",
-                     Outcome::Partly);
     if (file.size > kStateSize)
         report.note("state sizes", kStateSize,
                     std::to_string(file.size - kStateSize)
@@ -142,6 +135,15 @@ std::optional<ImageParts> takeStateApart(ByteView file, ImageReport& report)
     const std::uint8_t* image = buffer.data() + base;
     ImageParts parts{ImageKind::State,       false,     readHeader(image),
                      base + kFileHeaderSize, file.size, {}};
+    const std::int32_t payload = parts.header.payloadSize;
+    const bool whole =
+        payload >= 0 && file.size >= parts.recordsAt + static_cast<std::size_t>(payload);
+    if (file.size < kStateSize && !whole)
+        report.fault("state sizes", file.size,
+                     "the state ends here instead of at byte " + std::to_string(kStateSize)
+                         + "; VST 3 refuses it, and in VST 2 the rest is what the plug-in's buffer "
+                           "held before, in a new instance zeros",
+                     Outcome::Partly);
     if (parts.header.magic != kMagic)
         report.note("magics", base, "the magic is not \"64tZ\"; in a state it is not looked at");
     if (parts.header.kind != kBankKind)
@@ -204,11 +206,32 @@ std::optional<ImageParts> takeApart(ByteView file, ImageReport& report)
     return takePayload(parts, file, report) && counted ? std::optional(parts) : std::nullopt;
 }
 
+// What does not begin as an image does may still be a project's state: of that, the start is not
+// looked at. An empty one is not handed over.
+void noteState(ByteView file, const std::vector<std::string>& titles, ImageReport& report)
+{
+    ImageReport state;
+    const auto parts = takeStateApart(file, state);
+    if (parts)
+        RecordCheck(*parts, titles, state).run();
+    std::string text = "as a project's state, whose start is not looked at: ";
+    if (file.size < kStateSize)
+        text += "VST 3 refuses one that is cut short, and in VST 2 the rest of it is what the "
+                "plug-in's buffer held before, in a new instance zeros; then ";
+    if (parts && parts->header.recordCount == 0)
+        text += "there are no records, and the plug-in keeps its bank and selects a preset";
+    else
+        text += outcomeText(state);
+    report.note("states", std::nullopt, text);
+}
+
 ImageReport checkImage(ByteView file, const std::vector<std::string>& titles)
 {
     ImageReport report;
     if (const auto parts = takeApart(file, report))
         RecordCheck(*parts, titles, report).run();
+    else if (report.outcome == Outcome::Ignored && file.size > 0)
+        noteState(file, titles, report);
     report.close();
     return report;
 }

@@ -50,7 +50,7 @@ std::string outcomeText(const ImageReport& report)
     const std::string what = preset ? "the preset" : "the bank";
     switch (report.outcome) {
     case Outcome::Ignored:
-        return "the plug-in ignores it";
+        return "the plug-in ignores the file";
     case Outcome::NoEffect:
         return "the plug-in reads it without effect";
     case Outcome::Undone:

@@ -124,6 +124,16 @@ TEST(ImageCheck, NamesTheFaultTheByteAndTheConsequence)
          Outcome::Partly, true, 40000, "instead of at byte 48625"},
         {[] { return handmade::stateOf(goodBank()); }, [](Bytes& b) { b[3] = 1; }, Outcome::Taken,
          false, 3, "prefix"},
+        {[] { return handmade::stateOf(goodBank()); },
+         [](Bytes& b) { std::fill(b.begin(), b.end(), std::uint8_t{0}); }, Outcome::Partly, false,
+         8, "magic is not \"64tZ\"; in a state it is not looked at"},
+        {[] { return handmade::stateOf(goodBank()); },
+         [](Bytes& b) {
+             put(b, 8 + 13, 59);
+             put(b, 8 + 21, 2024);
+             b.resize(8 + 41 + 2024);
+         },
+         Outcome::Partly, false, 8 + 21, "payload size is 2024"},
     };
     for (const Case& one : cases) {
         SCOPED_TRACE(one.words);
@@ -141,6 +151,26 @@ TEST(ImageCheck, NamesTheFaultTheByteAndTheConsequence)
         EXPECT_NE(found, report.findings.end())
             << (report.findings.empty() ? "nothing" : report.findings.front().text) << " "
             << (report.findings.empty() ? 0 : report.findings.front().offset.value_or(0));
+    }
+}
+
+// Of a state neither start nor size is looked at, so that one may be in any file but an empty one.
+TEST(ImageCheck, TellsWhatAFileThatIsNoImageDoesAsAState)
+{
+    EXPECT_EQ(check({}).findings.size(), 1u);
+    Bytes refused(48625 + 1, 0), undone(48625 + 1, 0);
+    put(refused, 8 + 13, 0xFFFFFFFF);
+    put(undone, 8 + 13, 5000);
+    const std::pair<Bytes, const char*> cases[]{
+        {Bytes(1, 0), "no records, and the plug-in keeps its bank"},
+        {refused, "reads it without effect"},
+        {undone, "undoes the load as a whole"},
+    };
+    for (const auto& [bytes, words] : cases) {
+        const ImageReport report = check(bytes);
+        EXPECT_EQ(report.outcome, Outcome::Ignored) << words;
+        EXPECT_NE(report.findings.back().text.find(words), std::string::npos)
+            << report.findings.back().text;
     }
 }
 
