@@ -11,7 +11,8 @@ namespace platform {
 
 // Values are replaced whole: whoever reads meanwhile, in this process or another, gets the old
 // value or the new one. What cannot be read is absent; what cannot be written stays as it was.
-// Names are plain file names in ASCII.
+// Binary values outlive a loss of power right after they were written; texts may not. Names are
+// plain file names in ASCII.
 class SettingsStore {
 public:
     virtual ~SettingsStore() = default;

@@ -1,8 +1,6 @@
 // A store in a folder; and where the folder of this user lies.
 #include "FileStore.h"
 
-#include "Files.h"
-
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
@@ -73,12 +71,17 @@ std::optional<std::vector<std::uint8_t>> FileStore::read(const char* name) const
 
 void FileStore::write(const char* name, const std::vector<std::uint8_t>& bytes)
 {
+    save(name, bytes, Sync::Wait);
+}
+
+void FileStore::save(const char* name, const std::vector<std::uint8_t>& bytes, Sync sync)
+{
     if (folder.empty())
         return;
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (!error)
-        replaceFile(folder + '/' + name, bytes);
+        replaceFile(folder + '/' + name, bytes, sync);
 }
 
 void FileStore::remove(const char* name)
@@ -95,9 +98,10 @@ std::optional<std::string> FileStore::readText(const char* name) const
     return std::string(bytes->begin(), bytes->end());
 }
 
+// Texts are small conveniences that every instance writes at its end, while the host waits.
 void FileStore::writeText(const char* name, const std::string& text)
 {
-    write(name, {text.begin(), text.end()});
+    save(name, {text.begin(), text.end()}, Sync::None);
 }
 
 SettingsStore& userSettings()

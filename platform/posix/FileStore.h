@@ -1,6 +1,7 @@
 // A store in a folder, one file for each value.
 #pragma once
 
+#include "Files.h"
 #include "SettingsStore.h"
 
 namespace platform {
@@ -18,6 +19,8 @@ public:
     void writeText(const char* name, const std::string& text) override;
 
 private:
+    void save(const char* name, const std::vector<std::uint8_t>& bytes, Sync sync);
+
     std::string folder;
     std::vector<std::string> sharedFolders;
 };

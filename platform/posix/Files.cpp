@@ -109,7 +109,7 @@ std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::
     return bytes;
 }
 
-bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes)
+bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes, Sync sync)
 {
     const std::string target = resolved(path);
     struct stat status;
@@ -124,7 +124,7 @@ bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes
     if (exists && fchmod(file, status.st_mode & 07777) != 0) {
         // A file system without rights is no reason to lose the file.
     }
-    if (writeAll(file, bytes) && fsync(file) == 0 && file.close()
+    if (writeAll(file, bytes) && (sync == Sync::None || fsync(file) == 0) && file.close()
         && rename(temporary.c_str(), target.c_str()) == 0)
         return true;
     unlink(temporary.c_str());

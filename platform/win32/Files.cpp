@@ -44,11 +44,11 @@ std::wstring temporaryName(const std::wstring& target)
     return target.substr(0, target.find_last_of(L"\\/:") + 1) + name;
 }
 
-bool writeAll(const FileHandle& file, const std::vector<std::uint8_t>& bytes)
+bool writeAll(const FileHandle& file, const std::vector<std::uint8_t>& bytes, Sync sync)
 {
     DWORD written = 0;
     return WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)
-        && written == bytes.size() && FlushFileBuffers(file.get());
+        && written == bytes.size() && (sync == Sync::None || FlushFileBuffers(file.get()));
 }
 
 // While somebody else has the target open, the system refuses; for a short reader it is tried
@@ -79,7 +79,7 @@ bool setEnd(const FileHandle& file, std::size_t position)
 
 // For a target that is held open by somebody who lets others write. Nothing has changed when the
 // file cannot be opened so or the disk has no room for it.
-bool writeInPlace(const std::wstring& target, const std::vector<std::uint8_t>& bytes)
+bool writeInPlace(const std::wstring& target, const std::vector<std::uint8_t>& bytes, Sync sync)
 {
     const FileHandle file(CreateFileW(target.c_str(), GENERIC_WRITE,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
@@ -89,7 +89,7 @@ bool writeInPlace(const std::wstring& target, const std::vector<std::uint8_t>& b
         || (size.QuadPart < static_cast<LONGLONG>(bytes.size()) && !setEnd(file, bytes.size())))
         return false;
     const LARGE_INTEGER start{};
-    return SetFilePointerEx(file.get(), start, nullptr, FILE_BEGIN) && writeAll(file, bytes)
+    return SetFilePointerEx(file.get(), start, nullptr, FILE_BEGIN) && writeAll(file, bytes, sync)
         && setEnd(file, bytes.size());
 }
 
@@ -127,7 +127,7 @@ std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::
     return bytes;
 }
 
-bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes)
+bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes, Sync sync)
 {
     const std::wstring target = toWide(path);
     const DWORD attributes = GetFileAttributesW(target.c_str());
@@ -140,10 +140,10 @@ bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file)
         return false;
-    const bool written = writeAll(file, bytes) && file.close();
+    const bool written = writeAll(file, bytes, sync) && file.close();
     if (written && renameOver(temporary, target))
         return true;
-    const bool replaced = written && writeInPlace(target, bytes);
+    const bool replaced = written && writeInPlace(target, bytes, sync);
     file.close();
     DeleteFileW(temporary.c_str());
     return replaced;

@@ -14,6 +14,7 @@
 
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -21,6 +22,8 @@ using namespace handmade;
 namespace fs = std::filesystem;
 
 namespace {
+
+int syncs = 0;  // calls of fsync
 
 constexpr int kCannotTry = 77;
 
@@ -96,6 +99,35 @@ int runProcess(const std::string& environment, const std::string& arguments)
 constexpr const char* kOwnFolder = "ZKR-soundworks/ZKRT46";
 
 }  // namespace
+
+// In place of the system's, which it calls.
+extern "C" int fsync(int file)
+{
+    ++syncs;
+    return static_cast<int>(syscall(SYS_fsync, file));
+}
+
+TEST_F(PosixFile, WhatTheUserStoresWaitsForTheDiskAndPathsDoNot)
+{
+    platform::FileStore store(folder / "values");
+    const fs::path start = fs::current_path();
+    {
+        OpenedController controller(store);
+        const auto syncsOf = [](const std::function<void()>& action) {
+            syncs = 0;
+            action();
+            return syncs;
+        };
+        EXPECT_EQ(syncsOf([&] { controller.saveBank(path.c_str()); }), 1);
+        EXPECT_EQ(syncsOf([&] { controller.storeDefaultBank(); }), 1);
+        EXPECT_EQ(syncsOf([&] { controller.storeMemoA(); }), 1);
+        syncs = 0;
+    }
+    EXPECT_EQ(syncs, 0) << "the end of an instance waits for the disk";
+    EXPECT_EQ(store.readText("CurrBank"), "bank.zkb");
+    // Where the save has gone.
+    fs::current_path(start);
+}
 
 TEST_F(PosixFile, TheStoreLiesInTheDataFolderOfTheUser)
 {
