@@ -20,7 +20,8 @@ using Signal = std::vector<float>;
 
 class Processor : public PitchNamesProcessor {
 public:
-    explicit Processor(double rate = 44100.0) : changes(64), reports(64)
+    explicit Processor(double rate = 44100.0, ProcessingForm form = bestProcessingForm())
+        : PitchNamesProcessor(form), changes(64), reports(64)
     {
         initialize(nullptr);
         ProcessSetup setup{kRealtime, kSample32, 4096, rate};
