@@ -145,6 +145,22 @@ TEST(StripProcessorQB9, LevelsHaveTheirRangeAndTheDriveLeaves31PerMilleOfItsDeci
     EXPECT_NEAR(decibels(strip.driveMakeupTarget), 0.496, 1e-12);
 }
 
+TEST(StripProcessorQB9, WhatLiesFarBelowHearingIsCutOffInEverySmoother)
+{
+    StripProcessorQB9 strip;
+    const double tiny = 1e-20, cut = flushed(tiny, 1e-14);
+    ASSERT_NE(cut, tiny);
+    strip.driveGainCurrent = strip.driveGainTarget = tiny;
+    strip.driveMakeupCurrent = strip.driveMakeupTarget = tiny;
+    strip.outputGainCurrent = strip.outputGainTarget = tiny;
+    double x = 1.0;
+    strip.processInputStage(&x, 1);
+    strip.processOutputStage(&x, 1);
+    EXPECT_EQ(strip.driveGainCurrent, cut);
+    EXPECT_EQ(strip.driveMakeupCurrent, cut);
+    EXPECT_EQ(strip.outputGainCurrent, cut);
+}
+
 TEST(StripProcessorQB9, DriveAndCompensationCancelToTheMakeUpAtEverySampleOfAGlide)
 {
     StripProcessorQB9 strip;

@@ -13,10 +13,15 @@ namespace {
 int callsBeforeReturn = 0;
 
 template <VstIntPtr version>
-VstIntPtr hostOfVersion(AEffect* effect, VstInt32 opcode, VstInt32, VstIntPtr, void*, float)
+VstIntPtr hostOfVersion(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
+                        void* pointer, float option)
 {
     if (opcode == audioMasterVersion) {
         EXPECT_EQ(effect, nullptr);
+        EXPECT_EQ(index, 0);
+        EXPECT_EQ(value, 0);
+        EXPECT_EQ(pointer, nullptr);
+        EXPECT_EQ(option, 0.0f);
         return version;
     }
     ++callsBeforeReturn;

@@ -7,11 +7,34 @@ using namespace probe;
 
 namespace {
 
-void emptyBlock(Processor& processor)
-{
-    float nothing = 0.0f;
-    processor.run({&nothing, &nothing}, {&nothing, &nothing}, 0);
-}
+// A queue whose points cannot be had, for all that it leaves behind.
+struct BrokenQueue : ParameterValueQueue {
+    using ParameterValueQueue::ParameterValueQueue;
+    int32 PLUGIN_API getPointCount() override { return 1; }
+    tresult PLUGIN_API getPoint(int32, int32&, ParamValue& value) override
+    {
+        value = 0.0;
+        return kResultFalse;
+    }
+};
+
+// Changes with no queue, a broken one and a good one.
+struct BrokenChanges : ParameterChanges {
+    int32 PLUGIN_API getParameterCount() override { return 3; }
+    IParamValueQueue* PLUGIN_API getParameterData(int32 index) override
+    {
+        return index == 0 ? nullptr : index == 1 ? &broken : ParameterChanges::getParameterData(0);
+    }
+    BrokenQueue broken{kPower};
+};
+
+// A host that wants no reports.
+struct NoReports : ParameterChanges {
+    IParamValueQueue* PLUGIN_API addParameterData(const ParamID&, int32&) override
+    {
+        return nullptr;
+    }
+};
 
 }  // namespace
 
@@ -21,7 +44,7 @@ TEST(Intake, OnlyTheLastPointOfABlockCountsWhateverItsOffset)
     processor.set(kChannel, 0.0, 10);
     processor.set(kChannel, 1.0, 20);
     processor.set(kChannel, 0.25, 100);
-    emptyBlock(processor);
+    processor.flush();
     EXPECT_EQ(processor.channelMode, 1);
 
     int32 index = 0;
@@ -29,7 +52,7 @@ TEST(Intake, OnlyTheLastPointOfABlockCountsWhateverItsOffset)
     processor.set(58, 1.0);
     processor.set(1000, 1.0);
     processor.set(kLatency, 1.0);
-    emptyBlock(processor);
+    processor.flush();
     EXPECT_EQ(processor.channelMode, 1);
 }
 
@@ -39,149 +62,76 @@ TEST(Intake, SwitchesTurnOnAtExactlyOneHalf)
     processor.set(kPower, 0.49999);
     processor.set(kBpsCh1, 0.5);
     processor.set(kBpsCh2, 0.49999);
-    emptyBlock(processor);
+    processor.flush();
     EXPECT_EQ(processor.powerOn, 0);
     EXPECT_EQ(processor.channel1Active, 0);
     EXPECT_EQ(processor.channel2Active, 1);
     processor.set(kPower, 0.5);
-    emptyBlock(processor);
+    processor.flush();
     EXPECT_EQ(processor.powerOn, 1);
 }
 
-TEST(Intake, EveryStripParameterReachesItsOwnStripAndNoOther)
+TEST(Intake, ChangesThatCannotBeReadAreSkippedOneByOne)
 {
-    // High gain up by 4 dB: 0.625 x 32 - 16 = 4.
-    struct Row {
-        ParameterId gain, frequency;
-        std::unique_ptr<StripProcessorT46> Processor::*strip;
-    };
-    const Row rows[] = {{kHGainL, kHFreqL, &Processor::eqStripL},
-                        {kHGainR, kHFreqR, &Processor::eqStripR},
-                        {kHGainL2, kHFreqL2, &Processor::eqStripL2},
-                        {kHGainR2, kHFreqR2, &Processor::eqStripR2}};
-    for (const Row& target : rows) {
+    Processor processor;
+    BrokenChanges changes;
+    int32 index = 0;
+    changes.addParameterData(kChannel, index)->addPoint(0, 0.25, index);
+    ProcessData data;
+    data.inputParameterChanges = &changes;
+    processor.process(data);
+    EXPECT_EQ(processor.powerOn, 1);
+    EXPECT_EQ(processor.channelMode, 1);
+}
+
+// Also where the value is the one in force.
+TEST(Intake, EveryArrivalOfAStageSwitchStartsTheGainGlidesAnew)
+{
+    for (const ParamID id : {kQB11, k2x, kTrfoDsL, kTrfoDsR, kAmpDsbL, kAmpDsbR}) {
         Processor processor;
-        processor.set(target.gain, 0.625);
-        processor.set(target.frequency, 1.0);
-        emptyBlock(processor);
-        for (const Row& row : rows) {
-            const StripProcessorT46& strip = *(processor.*row.strip);
-            const bool isTarget = row.gain == target.gain;
-            EXPECT_EQ(strip.highGainDb, isTarget ? 4.0 : 0.0);
-            EXPECT_EQ(strip.highOn, isTarget ? 1 : 0);
-            EXPECT_EQ(strip.highFrequency, isTarget ? 6800.0 : 1000.0);
-        }
+        std::vector<Signal> in(2, Signal(64));
+        processor.block(in, 2);
+        processor.set(id, 0.0);
+        processor.flush();
+        for (const auto* strip :
+             {&processor.eqStripL, &processor.eqStripR, &processor.eqStripL2, &processor.eqStripR2})
+            EXPECT_EQ((*strip)->gainRampCount, (*strip)->gainRampLength) << id;
     }
 }
 
-TEST(Intake, EveryParameterOfAStripGoesToItsOwnSetter)
+TEST(Intake, DisableSwitchesCountOnlyWithThePreamplifier)
 {
-    Processor processor;
-    processor.set(kProcR, 0.0);
-    processor.set(kLShelfR, 1.0);
-    processor.set(kLFreqR, 7.0 / 9);  // 82 Hz
-    processor.set(kLGainR, 0.75);     // +8 dB
-    processor.set(kMFreqR, 4.0 / 9);  // 3000 Hz
-    processor.set(kMGainR, 0.25);     // -8 dB
-    processor.set(kHShelfR, 1.0);
-    processor.set(kHFreqR, 5.0 / 9);  // 14000 Hz
-    processor.set(kHGainR, 1.0);      // +16 dB
-    emptyBlock(processor);
-    const StripProcessorT46& strip = *processor.eqStripR;
-    EXPECT_EQ(strip.processOn, 0);
-    EXPECT_EQ(strip.lowShelfActive, 1);
-    EXPECT_EQ(strip.lowFrequency, 82.0);
-    EXPECT_EQ(strip.lowGainDb, 8.0);
-    EXPECT_EQ(strip.midFrequency, 3000.0);
-    EXPECT_EQ(strip.midGainDb, -8.0);
-    EXPECT_EQ(strip.highShelfOn, 1);
-    EXPECT_EQ(strip.highFrequency, 14000.0);
-    EXPECT_EQ(strip.highGainDb, 16.0);
-}
-
-TEST(Intake, PreampParametersGoToTheirOwnChannel)
-{
-    Processor processor;
-    processor.set(kDriveL, 1.0);
-    processor.set(kOutputR, 0.0);
-    processor.set(kHpfR, 1.0);
-    processor.set(k28kL, 1.0);
-    processor.set(kPhaseR, 1.0);
-    emptyBlock(processor);
-    // 16 dB is a factor of 6.3096.
-    EXPECT_NEAR(processor.preampStripL->driveGainTarget, 6.30957, 1e-5);
-    EXPECT_EQ(processor.preampStripR->driveGainTarget, 1.0);
-    EXPECT_EQ(processor.preampStripL->outputGainTarget, 1.0);
-    EXPECT_NEAR(processor.preampStripR->outputGainTarget, 0.158489, 1e-6);
-    EXPECT_EQ(processor.preampStripL->highPass.enabled, 0);
-    EXPECT_EQ(processor.preampStripR->highPass.frequency, 800.0);
-    EXPECT_EQ(processor.preampStripL->boostOn, 1);
-    EXPECT_EQ(processor.preampStripR->boostOn, 0);
-    EXPECT_EQ(processor.preampStripL->phaseChangePending, 0);
-    EXPECT_EQ(processor.preampStripR->phaseChangePending, 1);
-}
-
-TEST(Intake, ThePairsOfDisableSwitchesAreOneSwitchAndTheLastToArriveWins)
-{
-    Processor processor;
-    processor.set(kQB11, 1.0);
-    processor.set(kTrfoDsL, 1.0);
-    processor.set(kTrfoDsR, 0.0);
-    emptyBlock(processor);
-    EXPECT_EQ(processor.transformerDisable, 0);
-    processor.set(kTrfoDsR, 0.0);
-    processor.set(kTrfoDsL, 1.0);
-    emptyBlock(processor);
-    EXPECT_EQ(processor.transformerDisable, 1);
-}
-
-// Where a transformer or the amplifier runs: one input and one output transformer in the whole
-// chain, and both to be switched off only while the pre-amplifier is on.
-TEST(Intake, StageSwitchesFollowPreampAndSecondStrip)
-{
-    for (const int preamp : {0, 1})
-        for (const int secondary : {0, 1})
-            for (const int disable : {0, 1}) {
-                SCOPED_TRACE(testing::Message()
-                             << "QB11 " << preamp << " 2x " << secondary << " disable " << disable);
-                Processor processor;
-                processor.set(kTrfoDsL, disable);
-                processor.set(kAmpDsbR, disable);
-                processor.set(k2x, secondary);
-                processor.set(kQB11, preamp);
-                emptyBlock(processor);
-                const int runs = preamp && disable ? 0 : 1;
-                const int outputAtFirst = secondary ? 0 : runs;
-                const int outputAtSecond = secondary ? runs : 0;
-                for (const auto& strip : {&processor.eqStripL, &processor.eqStripR}) {
-                    EXPECT_EQ((*strip)->inputTransformerOn, runs);
-                    EXPECT_EQ((*strip)->outputTransformerOn, outputAtFirst);
-                    EXPECT_EQ((*strip)->ampOn, runs);
-                }
-                for (const auto& strip : {&processor.eqStripL2, &processor.eqStripR2}) {
-                    EXPECT_EQ((*strip)->inputTransformerOn, 0);
-                    EXPECT_EQ((*strip)->outputTransformerOn, outputAtSecond);
-                    EXPECT_EQ((*strip)->ampOn, runs);
-                }
-            }
+    const auto render = [](double preamp, ParamID disable, double value) {
+        Processor processor;
+        processor.set(kQB11, preamp);
+        processor.set(disable, value);
+        return processor.render({noise(500, 7), noise(500, 8)}, {64});
+    };
+    for (const ParamID id : {kTrfoDsL, kTrfoDsR, kAmpDsbL, kAmpDsbR}) {
+        EXPECT_EQ(render(0.0, id, 1.0), render(0.0, id, 0.0)) << id;
+        EXPECT_NE(render(1.0, id, 1.0), render(1.0, id, 0.0)) << id;
+    }
 }
 
 TEST(LatencyReport, GoesOutNineTimesAndThenOnlyAfterANewRate)
 {
     Processor processor(48000.0);
     const auto reported = [&] {
-        emptyBlock(processor);
+        processor.flush();
         if (processor.reports.getParameterCount() == 0)
             return -1.0;
-        int32 offset = 0;
+        int32 offset = 99;
         ParamValue value = 0.0;
         IParamValueQueue* queue = processor.reports.getParameterData(0);
         EXPECT_EQ(queue->getParameterId(), static_cast<ParamID>(kLatency));
-        queue->getPoint(0, offset, value);
+        EXPECT_EQ(queue->getPoint(0, offset, value), kResultTrue);
+        EXPECT_EQ(offset, 0);
         return value;
     };
-    for (int block = 1; block <= 9; ++block)
+    for (int block = 1; block <= 9; ++block) {
+        processor.licensed = block % 2;
         EXPECT_NEAR(reported(), 0.002, 1e-9) << block;  // 2 ms
+    }
     EXPECT_EQ(reported(), -1.0);
 
     ProcessSetup setup{kRealtime, kSample32, 4096, 192000.0};
@@ -191,17 +141,22 @@ TEST(LatencyReport, GoesOutNineTimesAndThenOnlyAfterANewRate)
         EXPECT_EQ(reported(), 0.0) << block;
 }
 
-TEST(LatencyReport, WaitsForAHostThatListens)
+TEST(LatencyReport, WaitsForAHostThatListensAndCountsWhereItsListIsFull)
 {
     Processor processor;
-    ProcessData deaf;
+    NoReports full;
+    ProcessData data;
     AudioBusBuffers bus;
     float* channels[2] = {};
     bus.numChannels = 2;
     bus.channelBuffers32 = channels;
-    deaf.numInputs = deaf.numOutputs = 1;
-    deaf.inputs = deaf.outputs = &bus;
+    data.numInputs = data.numOutputs = 1;
+    data.inputs = data.outputs = &bus;
     for (int block = 0; block < 20; ++block)
-        processor.process(deaf);
+        processor.process(data);
     EXPECT_EQ(processor.reportedLatencyMs, -1.0f);
+    data.outputParameterChanges = &full;
+    for (int block = 0; block < 9; ++block)
+        processor.process(data);
+    EXPECT_EQ(processor.reportedLatencyMs, processor.latencyMs);
 }

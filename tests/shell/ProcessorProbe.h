@@ -7,6 +7,8 @@
 #include "pluginterfaces/vst/vstspeaker.h"
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -40,13 +42,11 @@ public:
     using PitchNamesProcessor::latencyMs;
     using PitchNamesProcessor::oversampledRate;
     using PitchNamesProcessor::oversampleMode;
-    using PitchNamesProcessor::phaseDoneForBlock;
     using PitchNamesProcessor::powerOn;
     using PitchNamesProcessor::preampStripL;
     using PitchNamesProcessor::preampStripR;
     using PitchNamesProcessor::process;
     using PitchNamesProcessor::reportedLatencyMs;
-    using PitchNamesProcessor::transformerDisable;
 
     bool mayProcess() const override { return licensed; }
     bool licensed = true;
@@ -78,6 +78,8 @@ public:
         AudioBusBuffers inBus, outBus;
         inBus.numChannels = static_cast<int32>(in.size());
         inBus.channelBuffers32 = in.data();
+        // Silence is neither heeded nor announced.
+        inBus.silenceFlags = outBus.silenceFlags = 3;
         outBus.numChannels = static_cast<int32>(out.size());
         outBus.channelBuffers32 = out.data();
         ProcessData data;
@@ -88,8 +90,16 @@ public:
         data.inputParameterChanges = &changes;
         data.outputParameterChanges = &reports;
         reports.clearQueue();
-        process(data);
+        EXPECT_EQ(process(data), kResultOk);
+        EXPECT_EQ(outBus.silenceFlags, 3u);
         changes.clearQueue();
+    }
+
+    // Hands over the changes with a block of no samples.
+    void flush()
+    {
+        float none = 0.0f;
+        run({&none, &none}, {&none, &none}, 0);
     }
 
     // Runs a whole signal in blocks of the given lengths, over and over.

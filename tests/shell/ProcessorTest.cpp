@@ -45,7 +45,26 @@ TEST(Rates, TheModeChangesAtExactly88200And176400)
     }
 }
 
-TEST(Buses, AcceptedAndRefusedArrangementsLeaveTheBusesTheyShould)
+namespace {
+
+void expectBus(Processor& processor, BusDirection direction, const char* name,
+               SpeakerArrangement arrangement)
+{
+    SCOPED_TRACE(name);
+    BusInfo info;
+    SpeakerArrangement found = 0;
+    ASSERT_EQ(processor.getBusCount(kAudio, direction), 1);
+    ASSERT_EQ(processor.getBusInfo(kAudio, direction, 0, info), kResultTrue);
+    ASSERT_EQ(processor.getBusArrangement(direction, 0, found), kResultTrue);
+    EXPECT_EQ(std::string(info.name, std::find(info.name, info.name + 128, 0)), name);
+    EXPECT_EQ(found, arrangement);
+    EXPECT_EQ(info.busType, static_cast<BusType>(kMain));
+    EXPECT_EQ(info.flags, static_cast<uint32>(BusInfo::kDefaultActive));
+}
+
+}  // namespace
+
+TEST(Buses, AreAsRequestedWhereAcceptedAndStereoWhereRefused)
 {
     struct Row {
         SpeakerArrangement in, out;
@@ -53,30 +72,43 @@ TEST(Buses, AcceptedAndRefusedArrangementsLeaveTheBusesTheyShould)
         const char *inName, *outName;
     };
     Processor processor;
-    for (const Row& row :
-         {Row{kMono, kMono, true, "Mono In", "Mono Out"},
-          Row{kStereo, kMono, false, "Stereo In", "Stereo Out"},
-          Row{kMono, kStereo, true, "Mono In", "Stereo Out"},
-          Row{kStereo, SpeakerArr::k30Cine, false, "Stereo In", "Stereo Out"},
-          Row{SpeakerArr::kEmpty, SpeakerArr::kEmpty, false, "Stereo In", "Stereo Out"},
-          Row{kStereo, kStereo, true, "Stereo In", "Stereo Out"}}) {
-        SCOPED_TRACE(std::string(row.inName) + "/" + row.outName);
+    expectBus(processor, kInput, "Stereo In", kStereo);
+    expectBus(processor, kOutput, "Stereo Out", kStereo);
+    const SpeakerArrangement centre = kSpeakerC, sides = SpeakerArr::kStereoSide;
+    for (const Row& row : {Row{kMono, kMono, true, "Mono In", "Mono Out"},
+                           Row{kStereo, kMono, false, "Stereo In", "Stereo Out"},
+                           Row{kMono, kStereo, true, "Mono In", "Stereo Out"},
+                           Row{kStereo, SpeakerArr::k30Cine, false, "Stereo In", "Stereo Out"},
+                           Row{centre, sides, true, "Mono In", "Stereo Out"},
+                           Row{SpeakerArr::kEmpty, kStereo, false, "Stereo In", "Stereo Out"},
+                           Row{sides, kStereo, true, "Stereo In", "Stereo Out"},
+                           Row{centre, centre, true, "Mono In", "Mono Out"}}) {
         EXPECT_EQ(processor.arrange(row.in, row.out), row.accepted);
-        for (const BusDirection direction : {kInput, kOutput}) {
-            BusInfo info;
-            ASSERT_EQ(processor.getBusCount(kAudio, direction), 1);
-            ASSERT_EQ(processor.getBusInfo(kAudio, direction, 0, info), kResultTrue);
-            const std::string wanted = direction == kInput ? row.inName : row.outName;
-            EXPECT_TRUE(std::equal(wanted.begin(), wanted.end(), info.name));
-            EXPECT_EQ(info.channelCount, wanted[0] == 'M' ? 1 : 2);
-        }
+        expectBus(processor, kInput, row.inName, row.accepted ? row.in : kStereo);
+        expectBus(processor, kOutput, row.outName, row.accepted ? row.out : kStereo);
     }
-    ASSERT_TRUE(processor.arrange(kMono, kStereo));
     SpeakerArrangement two[2] = {kStereo, kStereo};
     EXPECT_EQ(processor.setBusArrangements(two, 2, two, 1), kResultFalse);
-    SpeakerArrangement kept = 0;
-    processor.getBusArrangement(kInput, 0, kept);
-    EXPECT_EQ(kept, kMono) << "another number of buses changes nothing";
+    EXPECT_EQ(processor.setBusArrangements(two, 1, two, 2), kResultFalse);
+    expectBus(processor, kInput, "Mono In", centre);
+    expectBus(processor, kOutput, "Mono Out", centre);
+}
+
+TEST(Life, AFailedStartAddsNoBusesAndWhatIsNotImplementedSaysSo)
+{
+    Processor processor;
+    processor.terminate();
+    EXPECT_EQ(processor.initialize(processor.unknownCast()), kResultOk);
+    EXPECT_EQ(processor.initialize(processor.unknownCast()), kResultFalse);
+    EXPECT_EQ(processor.getBusCount(kAudio, kInput), 1);
+    EXPECT_EQ(processor.getBusCount(kAudio, kOutput), 1);
+
+    for (const TBool state : {true, false})
+        EXPECT_EQ(processor.setProcessing(state), kNotImplemented);
+    EXPECT_EQ(processor.setState(nullptr), kNotImplemented);
+    EXPECT_EQ(processor.getState(nullptr), kNotImplemented);
+    EXPECT_EQ(processor.canProcessSampleSize(kSample64), kResultFalse);
+    EXPECT_EQ(processor.getTailSamples(), 0u);
 }
 
 TEST(Blocks, AnyCuttingOfTheStreamGivesTheSameBits)
@@ -115,14 +147,28 @@ TEST(Blocks, AnEmptyBlockTakesParametersAndTouchesNoSample)
     EXPECT_EQ(guard[0], -7.0f);
     EXPECT_EQ(processor.reports.getParameterCount(), 1) << "the latency goes out all the same";
 
-    processor.set(kPower, 1.0);
-    ProcessData noBuses;
-    noBuses.inputParameterChanges = &processor.changes;
-    noBuses.outputParameterChanges = &processor.reports;
-    processor.reports.clearQueue();
-    EXPECT_EQ(processor.process(noBuses), kResultOk);
-    EXPECT_EQ(processor.powerOn, 1);
-    EXPECT_EQ(processor.reports.getParameterCount(), 0) << "without buses nothing is reported";
+    // Without an input or an output bus the parameters are all there is.
+    AudioBusBuffers bus;
+    float* channels[] = {guard, guard + 1};
+    bus.channelBuffers32 = channels;
+    for (const auto& [inputs, outputs] : {std::pair{0, 0}, {1, 0}, {0, 1}}) {
+        SCOPED_TRACE(testing::Message() << inputs << " and " << outputs << " buses");
+        const int power = 1 - processor.powerOn;
+        processor.set(kPower, power);
+        ProcessData data;
+        data.numSamples = 1;
+        data.numInputs = inputs;
+        data.numOutputs = outputs;
+        data.inputs = data.outputs = &bus;
+        data.inputParameterChanges = &processor.changes;
+        data.outputParameterChanges = &processor.reports;
+        processor.reports.clearQueue();
+        EXPECT_EQ(processor.process(data), kResultOk);
+        processor.changes.clearQueue();
+        EXPECT_EQ(processor.powerOn, power);
+        EXPECT_EQ(guard[0], -7.0f);
+        EXPECT_EQ(processor.reports.getParameterCount(), 0) << "nothing is reported";
+    }
 }
 
 TEST(Blocks, InputAndOutputMayBeTheSameMemoryAlsoCrosswise)
@@ -172,102 +218,79 @@ TEST(Blocks, ASampleThatIsNotFiniteCountsAsSilence)
     }
 }
 
-// The signal paths below are told apart with `Power` off or by comparing whole renders, so that
-// the strips' colour does not matter.
-TEST(Channels, SelectionPicksSumsAndDifferencesWithoutScaling)
+namespace {
+
+struct Layout {
+    SpeakerArrangement in, out;
+};
+constexpr Layout kLayouts[] = {{kStereo, kStereo}, {kMono, kStereo}, {kMono, kMono}};
+
+using Settings = std::vector<std::pair<ParamID, double>>;
+
+std::vector<Signal> render(const Layout& layout, const Settings& settings)
 {
-    const std::vector<Signal> in = stereoNoise(600);
-    const auto render = [&](double channel, bool power) {
-        Processor processor;
-        processor.set(kChannel, channel);
-        processor.set(kPower, power);
-        return processor.render(in, {64});
-    };
-    const std::vector<Signal> stereo = render(0.5, true);
-    const auto expectPair = [&](double channel, float l, float r) {
-        SCOPED_TRACE(channel);
-        const std::vector<Signal> out = render(channel, true);
-        EXPECT_EQ(out[0], out[1]);
-        for (std::size_t i = 0; i < in[0].size(); ++i)
-            ASSERT_NEAR(out[0][i], l * stereo[0][i] + r * stereo[1][i], 1e-6f) << i;
-    };
-    expectPair(0.0, 1, 1);    // Middle
-    expectPair(0.125, 1, 0);  // 0.125 x 4 + 0.5 is 1: Left
-    expectPair(0.75, 0, 1);   // Right
-    expectPair(1.0, 1, -1);   // Side
-    EXPECT_EQ(render(1.0, false), render(0.5, false)) << "Power off ignores the selection";
+    Processor processor;
+    processor.arrange(layout.in, layout.out);
+    for (const auto& [id, value] : settings)
+        processor.set(id, value);
+    std::vector<Signal> in = stereoNoise(600);
+    in.resize(layout.in == kMono ? 1 : 2);
+    return processor.render(in, {64}, layout.out == kMono ? 1 : 2);
 }
 
-TEST(Channels, MonoHearsMiddleTwiceAndNothingOfTheSide)
+}  // namespace
+
+TEST(Channels, SelectionTakesTheNearestPositionAndStereoBeyondTheLast)
 {
-    const std::vector<Signal> in = {noise(600, 3)};
-    const auto render = [&](double channel, double power) {
-        Processor processor;
-        processor.arrange(kMono, kMono);
-        processor.set(kChannel, channel);
-        processor.set(kPower, power);
-        return processor.render(in, {64}, 1)[0];
-    };
-    const Signal normal = render(0.5, 1.0);
-    const Signal middle = render(0.0, 1.0);
-    for (std::size_t i = 0; i < normal.size(); ++i)
-        ASSERT_EQ(middle[i], 2.0f * normal[i]);
-    EXPECT_EQ(render(1.0, 1.0), Signal(600, 0.0f));
-    EXPECT_EQ(render(1.0, 0.0), render(0.5, 0.0));
-    EXPECT_EQ(render(0.25, 1.0), normal);
+    const struct {
+        double position, same;
+    } rows[] = {{0.124, 0.0}, {0.125, 0.25}, {0.374, 0.25}, {0.625, 0.75}, {0.875, 1.0},
+                {1.124, 1.0}, {1.125, 0.5},  {3.0, 0.5},    {-0.3, 0.0},   {-1.0, 0.5}};
+    for (const Layout& layout : kLayouts)
+        for (const auto& row : rows)
+            EXPECT_EQ(render(layout, {{kChannel, row.position}}),
+                      render(layout, {{kChannel, row.same}}))
+                << row.position;
 }
 
-TEST(Channels, MonoEqualsEitherChannelOfAnEqualStereoSignal)
+// A mono track sounds as a stereo one with the same signal in both channels.
+TEST(Channels, MonoSoundsAsTwoEqualChannelsDo)
 {
-    const Signal in = noise(2000, 4, 0.9f);
-    for (const double midSide : {0.0, 1.0}) {
-        SCOPED_TRACE(midSide);
-        const auto prepare = [&](Processor& processor) {
-            processor.set(kMS, midSide);
-            for (const ParamID id : {kQB11, kLShelfL, kLShelfR})
-                processor.set(id, 1.0);
-            for (const ParamID id : {kDriveL, kDriveR, kLGainL, kLGainR})
-                processor.set(id, 0.75);
-            for (const ParamID id : {kLFreqL, kLFreqR})
-                processor.set(id, 6.0 / 9);
-        };
-        Processor mono, stereo, widened;
-        mono.arrange(kMono, kMono);
-        widened.arrange(kMono, kStereo);
-        for (Processor* processor : {&mono, &stereo, &widened})
-            prepare(*processor);
-        const Signal wanted = mono.render({in}, {64}, 1)[0];
-        for (const std::vector<Signal>& out :
-             {stereo.render({in, in}, {64}), widened.render({in}, {64}, 2)})
-            for (const Signal& channel : out)
-                for (std::size_t i = 0; i < in.size(); ++i)
-                    ASSERT_NEAR(channel[i], wanted[i], 1e-6f) << i;
-    }
+    const Signal in = noise(600, 4, 0.9f);
+    for (const double channel : {0.0, 0.25, 0.5, 0.75, 1.0})
+        for (const double midSide : {0.0, 1.0}) {
+            SCOPED_TRACE(testing::Message() << "Channel " << channel << ", M/S " << midSide);
+            Processor mono, widened, stereo;
+            mono.arrange(kMono, kMono);
+            widened.arrange(kMono, kStereo);
+            for (Processor* processor : {&mono, &widened, &stereo}) {
+                processor->set(kChannel, channel);
+                processor->set(kMS, midSide);
+                processor->set(kQB11, 1.0);
+                for (const ParamID id : {kDriveL, kDriveR, kLFreqL, kLFreqR})
+                    processor->set(id, 0.75);
+            }
+            const Signal wanted = mono.render({in}, {64}, 1)[0];
+            for (const std::vector<Signal>& out :
+                 {stereo.render({in, in}, {64}), widened.render({in}, {64}, 2)})
+                for (const Signal& heard : out)
+                    for (std::size_t i = 0; i < in.size(); ++i)
+                        ASSERT_NEAR(heard[i], wanted[i], 1e-6f) << i;
+        }
 }
 
-TEST(Channels, BypassTakesOneChannelsStripsOutAndInMidSideTheMidOrSide)
+TEST(Channels, WithoutPowerNeitherSelectionNorCodingNorAnyStripIsHeard)
 {
-    const std::vector<Signal> in = stereoNoise(1500);
-    const auto render = [&](std::vector<std::pair<ParamID, double>> settings) {
-        Processor processor;
-        for (const auto& [id, value] : settings)
-            processor.set(id, value);
-        return processor.render(in, {64});
-    };
-    const std::vector<Signal> dry = render({{kPower, 0.0}});
-    const std::vector<Signal> wet = render({});
-    const std::vector<Signal> leftOut = render({{kBpsCh1, 0.5}});
-    EXPECT_EQ(leftOut[0], dry[0]) << "exactly 0.5 turns the channel off";
-    EXPECT_EQ(leftOut[1], wet[1]);
-    const std::vector<Signal> rightOut = render({{kBpsCh2, 1.0}});
-    EXPECT_EQ(rightOut[0], wet[0]);
-    EXPECT_EQ(rightOut[1], dry[1]);
-
-    const std::vector<Signal> midOut = render({{kMS, 1.0}, {kBpsCh1, 1.0}});
-    const std::vector<Signal> midSide = render({{kMS, 1.0}});
-    for (std::size_t i = 0; i < in[0].size(); ++i) {
-        ASSERT_NEAR(midOut[0][i] + midOut[1][i], dry[0][i] + dry[1][i], 1e-6);
-        ASSERT_NEAR(midOut[0][i] - midOut[1][i], midSide[0][i] - midSide[1][i], 1e-6);
+    for (const Layout& layout : kLayouts) {
+        const std::vector<Signal> wanted = render(layout, {{kPower, 0.0}});
+        for (const auto& [id, value] : Settings{
+                 {kChannel, 0.0}, {kChannel, 1.0}, {kMS, 1.0}, {kBpsCh1, 1.0}, {kLFreqL, 1.0}}) {
+            const std::vector<Signal> out =
+                render(layout, {{kPower, 0.0}, {kQB11, 1.0}, {kOutputL, 0.9}, {id, value}});
+            for (std::size_t c = 0; c < out.size(); ++c)
+                for (std::size_t i = 0; i < out[c].size(); ++i)
+                    ASSERT_NEAR(out[c][i], wanted[c][i], 1e-6f) << "with parameter " << id;
+        }
     }
 }
 
