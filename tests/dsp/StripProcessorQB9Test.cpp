@@ -196,16 +196,11 @@ TEST(StripProcessorQB9, DriveAndCompensationCancelToTheMakeUpAtEverySampleOfAGli
     EXPECT_GT(drive, 0.9 * driveTo);
 }
 
-TEST(StripProcessorQB9, TheHighPassFollowsItsStepsAndRunsOnTheDrivenSignal)
+TEST(StripProcessorQB9, TheHighPassRunsOnTheDrivenSignalAndKeepsItsStepWhenOff)
 {
     StripProcessorQB9 strip;
     strip.setSampleRate(96000.0);
-    const double steps[] = {20, 30, 50, 70, 100, 140, 200, 280, 400, 560, 800};
-    for (int i = 1; i <= 11; ++i) {
-        strip.setHpf(i / 11.0);
-        EXPECT_EQ(strip.highPass.enabled, 1);
-        EXPECT_EQ(strip.highPass.frequency, steps[i - 1]);
-    }
+    strip.setHpf(1.0);
     const auto h = impulseResponse(
         [&](double* x, int n) {
             for (int at = 0; at < n; at += 64)

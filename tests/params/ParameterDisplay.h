@@ -1,0 +1,27 @@
+// The parameters as a host shows them.
+#pragma once
+
+#include "ParameterClasses.h"
+#include "ParameterIds.h"
+#include "ParameterTable.h"
+
+#include "pluginterfaces/base/ustring.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+struct ParameterDisplay : testing::Test {
+    ParameterDisplay() { addParameters(parameters); }
+
+    std::string shown(Steinberg::Vst::ParamID id, double value)
+    {
+        Steinberg::Vst::String128 wide = {};
+        parameters.getParameter(id)->toString(value, wide);
+        char narrow[129] = {};
+        Steinberg::UString(wide, 128).toAscii(narrow, 128);
+        return narrow;
+    }
+
+    Steinberg::Vst::ParameterContainer parameters;
+};
