@@ -40,6 +40,25 @@ TEST_F(Dispatch, OnlyTransparentOrDisabledViewsLetAnUnhandledPressThrough)
     EXPECT_EQ(after, (Log{"high down 5,5", "low down 5,5", "low up 5,5", "low down 6,6"}));
 }
 
+TEST_F(Dispatch, AMultipleClickIsNotForAViewThatItsFirstPressHasUncovered)
+{
+    addProbe(CRect(0, 0, 50, 50), "low");
+    auto* high = addProbe(CRect(0, 0, 50, 50), "high");
+    high->onPress = [&] { frame->removeView(high); };
+    const auto click = [&](CPoint where, int32_t buttons) {
+        host.mouseDown(where, buttons);
+        host.mouseUp(where, buttons);
+    };
+    // The third press of a triple click is a single one again.
+    for (const int32_t buttons : {+kLButton, kLButton | kDoubleClick, +kLButton})
+        click({5, 5}, buttons);
+    EXPECT_EQ(log, (Log{"high down 5,5", "high dies", "low enter 5,5"}));
+    log.clear();
+    click({15, 5}, kLButton);
+    click({15, 5}, kLButton | kDoubleClick);
+    EXPECT_EQ(log, (Log{"low down 15,5", "low up 15,5", "low down 15,5", "low up 15,5"}));
+}
+
 TEST_F(Dispatch, ResultsDecideAboutCapture)
 {
     auto* v = addProbe(CRect(0, 0, 50, 50), "v");

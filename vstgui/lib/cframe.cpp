@@ -183,6 +183,10 @@ void CFrame::onViewRemoved(CView* view)
 {
     const auto it = std::find(hovered.begin(), hovered.end(), view);
     hovered.erase(it, hovered.end());
+    for (Press* const each : {&press, &pressBefore}) {
+        auto& views = each->views;
+        views.erase(std::remove(views.begin(), views.end(), view), views.end());
+    }
     if (focusOnActivate == view)
         focusOnActivate = nullptr;
     if (focusView != view)

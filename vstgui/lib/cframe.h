@@ -59,6 +59,10 @@ public:
     // Called by views that come and go.
     void onViewAdded(CView* view);
     void onViewRemoved(CView* view);
+    // Called by containers before they hand a press to a view. False for the further presses of a
+    // double or triple click whose first press that view did not get, for instance because what got
+    // it went away and the view lay beneath.
+    bool mayGetPress(CView* view);
 
     void draw(CDrawContext* context) override;
     void drawRect(CDrawContext* context, const CRect& updateRect) override;
@@ -100,6 +104,7 @@ private:
     friend class InvalidRectCollector;
     enum class KeyHandler { down, up };
 
+    void notePress(const CPoint& where, const CButtonState& buttons);
     void updateHover(const CPoint& where, const CButtonState& buttons);
     void leaveHoveredViews(const CPoint& where, const CButtonState& buttons);
     int32_t dispatchKey(VstKeyCode& keyCode, KeyHandler handler);
@@ -110,6 +115,14 @@ private:
     CView* focusOnActivate{nullptr};
     std::vector<SharedPointer<CView>> hovered;  // outermost first
     InvalidRectCollector* collector{nullptr};   // of the running event
+    struct Press {
+        CPoint where;
+        uint32_t time{0};           // ms
+        bool repeated{false};       // the second or third of a multiple click
+        bool keptBack{false};       // from a view that did not get the first
+        std::vector<CView*> views;  // that got it, as long as they are attached
+    };
+    Press press, pressBefore;  // the latest ones
     bool active{true};
     bool settingFocus{false};
     bool closed{false};

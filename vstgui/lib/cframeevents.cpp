@@ -5,10 +5,16 @@
 #include "vstgui/lib/invalidrectcollector.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace VSTGUI {
 
 namespace {
+
+// For the third press of a triple click, which systems tell as a single one.
+constexpr uint32_t kRepeatTime = 500;  // ms
+constexpr CCoord kRepeatWay = 4;       // pixels in each direction
 
 bool holds(const std::vector<SharedPointer<CView>>& chain, CView* view)
 {
@@ -17,8 +23,28 @@ bool holds(const std::vector<SharedPointer<CView>>& chain, CView* view)
 
 }  // namespace
 
+void CFrame::notePress(const CPoint& where, const CButtonState& buttons)
+{
+    pressBefore = std::exchange(press, {where, IPlatformFrame::getTicks(), false, false, {}});
+    const CPoint way = where - pressBefore.where;
+    press.repeated = buttons.isDoubleClick()
+        || (pressBefore.keptBack && press.time - pressBefore.time <= kRepeatTime
+            && std::fabs(way.x) <= kRepeatWay && std::fabs(way.y) <= kRepeatWay);
+}
+
+bool CFrame::mayGetPress(CView* view)
+{
+    const auto& before = pressBefore.views;
+    press.keptBack =
+        press.repeated && std::find(before.begin(), before.end(), view) == before.end();
+    if (!press.keptBack)
+        press.views.push_back(view);
+    return !press.keptBack;
+}
+
 CMouseEventResult CFrame::onMouseDown(CPoint& where, const CButtonState& buttons)
 {
+    notePress(where, buttons);
     // A further button during a drag: that drag ends here, for its release would go astray.
     if (getMouseDownView())
         onMouseCancel();

@@ -33,6 +33,9 @@ CMouseEventResult CViewContainer::onMouseDown(CPoint& where, const CButtonState&
         if (!isChild(child) || !child->isVisible() || !child->getMouseEnabled()
             || !child->hitTest(inside, buttons))
             continue;
+        // A container asks for its children.
+        if (getFrame() && !child.cast<CViewContainer>() && !getFrame()->mayGetPress(child))
+            return kMouseDownEventHandledButDontNeedMovedOrUpEvents;
         if (takenByListener(child, buttons))
             return kMouseEventHandled;
         if (child->wantsFocus() && getFrame())
