@@ -9,7 +9,7 @@
 #include <cwchar>
 #include <olectl.h>
 
-using namespace VSTGUI;
+namespace VSTGUI {
 
 namespace {
 
@@ -214,3 +214,5 @@ LRESULT ZKRSystemBoxWin32::chooseColors(HDC device)
     SetBkColor(device, toWindows(textEdit->platformGetBackColor()));
     return reinterpret_cast<LRESULT>(paper);
 }
+
+}  // namespace VSTGUI

@@ -7,18 +7,20 @@
 #include <string>
 #include <windows.h>
 
-class ZKRSystemBoxWin32 : public VSTGUI::IPlatformTextEdit {
+namespace VSTGUI {
+
+class ZKRSystemBoxWin32 : public IPlatformTextEdit {
 public:
     // Null when the parent is no window, or gives no child. The caller owns it.
-    static ZKRSystemBoxWin32* create(HWND parent, VSTGUI::IPlatformTextEditCallback* textEdit);
+    static ZKRSystemBoxWin32* create(HWND parent, IPlatformTextEditCallback* textEdit);
 
     // UTF-8, at most the first 100 16-bit characters; empty without a window.
-    VSTGUI::UTF8StringPtr getText() override;
-    bool setText(VSTGUI::UTF8StringPtr newText) override;
+    UTF8StringPtr getText() override;
+    bool setText(UTF8StringPtr newText) override;
     bool updateSize() override;
 
 private:
-    explicit ZKRSystemBoxWin32(VSTGUI::IPlatformTextEditCallback* textEdit);
+    explicit ZKRSystemBoxWin32(IPlatformTextEditCallback* textEdit);
     ~ZKRSystemBoxWin32() override;
 
     bool open(HWND parent);
@@ -38,3 +40,5 @@ private:
     HBRUSH paper{nullptr};
     std::string text;  // what getText gave last
 };
+
+}  // namespace VSTGUI
