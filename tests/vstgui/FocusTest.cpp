@@ -122,19 +122,41 @@ TEST_F(Focus, TheDoubleClickStyleOpensOnADoubleClickOnly)
     EXPECT_NE(host.textBoxText(), nullptr);
 }
 
-TEST_F(Focus, TabMovesOnAndRoundAndBackWithShift)
+TEST_F(Focus, APressIsEnoughToWorkInAFrameWhoseWindowHasNotTheKeyboard)
+{
+    host.mouseDown({20, 20});
+    host.typeText("one");
+    host.activate(false);
+    host.mouseDown({150, 90});
+    host.activate(true);
+    EXPECT_EQ(host.textBoxText(), nullptr) << "a field that was left opens again";
+    host.activate(false);
+    host.mouseDown({20, 20});
+    host.typeText("two");
+    EXPECT_EQ(frame->getFocusView(), edit);
+    host.mouseDown({150, 90});
+    EXPECT_EQ(host.textBoxText(), nullptr);
+    EXPECT_STREQ(edit->getText(), "two");
+}
+
+TEST_F(Focus, TabMovesOnFromAFocusAndRoundAndBackWithShift)
 {
     auto* second = new CKnob(CRect(10, 50, 30, 70), &listener, 1, nullptr, nullptr);
     auto* third = new CKnob(CRect(40, 50, 60, 70), &listener, 2, nullptr, nullptr);
     frame->addView(second);
     frame->addView(third);
-    host.keyDown({0, VKEY_TAB, 0});
+    EXPECT_FALSE(host.keyDown({0, VKEY_TAB, 0})) << "without a focus it is the host's";
+    EXPECT_EQ(frame->getFocusView(), nullptr);
+    host.mouseDown({20, 60});
+    EXPECT_TRUE(host.keyDown({0, VKEY_TAB, MODIFIER_SHIFT}));
     EXPECT_EQ(frame->getFocusView(), edit);
     host.keyDown({0, VKEY_TAB, MODIFIER_SHIFT});
     EXPECT_EQ(frame->getFocusView(), third);
-    second->setWantsFocus(false);
-    host.keyDown({0, VKEY_TAB, MODIFIER_SHIFT});
+    host.keyDown({0, VKEY_TAB, 0});
     EXPECT_EQ(frame->getFocusView(), edit);
+    second->setWantsFocus(false);
+    host.keyDown({0, VKEY_TAB, 0});
+    EXPECT_EQ(frame->getFocusView(), third);
 }
 
 TEST_F(Focus, TheRectangleOfTheBoxIsInFrameCoordinatesAndCutByParents)

@@ -26,6 +26,10 @@ public:
     void destroy();
     // The same in the midst of whatever the host's thread is doing; from any other one.
     void destroyFromOutside();
+    // As hosts have it while their window is in front.
+    void takeKeyboard();
+    // Key presses that came here since the last question.
+    int keysHeard();
     // Of the window that stands in this one; 0 when there is none.
     int childWidth() const;
     // Paints over the window that stands in this one, without its knowing.
@@ -57,7 +61,7 @@ double processorSeconds();
 namespace hands {
 
 enum class Button { Left, Right };
-enum class Key { Control, Return, Escape, Down };
+enum class Key { Control, Return, Escape, Tab, Down };
 
 void movePointer(Place where);
 void button(Button which, bool down);

@@ -19,6 +19,14 @@ HWND asWindow(void* handle)
     return static_cast<HWND>(handle);
 }
 
+// Counts key presses in the window's user data.
+LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_KEYDOWN)
+        SetWindowLongPtrW(window, GWLP_USERDATA, GetWindowLongPtrW(window, GWLP_USERDATA) + 1);
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
 void sendMouse(DWORD flags, LONG dx, LONG dy, DWORD data)
 {
     INPUT input{};
@@ -40,7 +48,7 @@ void sendKey(WORD virtualKey, WORD unit, DWORD flags)
 HostWindow::HostWindow(Place corner, int width, int height) : window(nullptr)
 {
     WNDCLASSW description{};
-    description.lpfnWndProc = DefWindowProcW;
+    description.lpfnWndProc = procedure;
     description.hInstance = GetModuleHandleW(nullptr);
     description.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
     description.lpszClassName = kClass;
@@ -75,6 +83,16 @@ void HostWindow::destroy()
 void HostWindow::destroyFromOutside()
 {
     PostMessageW(asWindow(std::exchange(window, nullptr)), WM_CLOSE, 0, 0);
+}
+
+void HostWindow::takeKeyboard()
+{
+    SetFocus(asWindow(window));
+}
+
+int HostWindow::keysHeard()
+{
+    return static_cast<int>(SetWindowLongPtrW(asWindow(window), GWLP_USERDATA, 0));
 }
 
 int HostWindow::childWidth() const
@@ -198,7 +216,7 @@ void wheel(bool up)
 
 void key(Key which, bool down)
 {
-    constexpr WORD kKeys[] = {VK_CONTROL, VK_RETURN, VK_ESCAPE, VK_DOWN};
+    constexpr WORD kKeys[] = {VK_CONTROL, VK_RETURN, VK_ESCAPE, VK_TAB, VK_DOWN};
     sendKey(kKeys[static_cast<int>(which)], 0, down ? 0 : KEYEVENTF_KEYUP);
 }
 

@@ -73,6 +73,7 @@ HostWindow::HostWindow(Place corner, int width, int height) : window(nullptr)
         display, DefaultRootWindow(display), corner.x, corner.y, static_cast<unsigned>(width),
         static_cast<unsigned>(height), 0, 0, WhitePixel(display, DefaultScreen(display)));
     window = reinterpret_cast<void*>(static_cast<uintptr_t>(created));
+    XSelectInput(display, created, KeyPressMask);
     XMapWindow(display, created);
     XSync(display, False);
 }
@@ -101,6 +102,22 @@ void HostWindow::destroyFromOutside()
 {
     XDestroyWindow(usersDisplay(), asWindow(std::exchange(window, nullptr)));
     XSync(usersDisplay(), False);
+}
+
+void HostWindow::takeKeyboard()
+{
+    XSetInputFocus(hostsDisplay(), asWindow(window), RevertToParent, CurrentTime);
+    XSync(hostsDisplay(), False);
+}
+
+int HostWindow::keysHeard()
+{
+    XEvent event;
+    int count = 0;
+    XSync(hostsDisplay(), False);
+    while (XCheckTypedWindowEvent(hostsDisplay(), asWindow(window), KeyPress, &event))
+        ++count;
+    return count;
 }
 
 int HostWindow::childWidth() const
@@ -189,7 +206,7 @@ void wheel(bool up)
 
 void key(Key which, bool down)
 {
-    constexpr KeySym kSymbols[] = {XK_Control_L, XK_Return, XK_Escape, XK_Down};
+    constexpr KeySym kSymbols[] = {XK_Control_L, XK_Return, XK_Escape, XK_Tab, XK_Down};
     pressKey(kSymbols[static_cast<int>(which)], down);
 }
 

@@ -155,6 +155,50 @@ TEST_F(Panel, ANameIsTypedTakenOverAndGivenUp)
     EXPECT_EQ(host->programName(), "Elsewhere") << "a press beside the box takes the name over";
 }
 
+TEST_F(Panel, KeysAreTheHostsUnlessANameIsTyped)
+{
+    const Place knob = host->at(42 + 62.5, 7 + 287.5);
+    const auto heardAfter = [&](const std::function<void(User&)>& script) {
+        host->window->keysHeard();
+        Host::user(script);
+        return host->window->keysHeard();
+    };
+    host->window->takeKeyboard();
+    const auto typeAfterAClick = [&](User& user) {
+        user.click(knob);
+        user.pause(100);
+        user.tap(Key::Tab);
+        user.type("a");
+    };
+    EXPECT_EQ(heardAfter(typeAfterAClick), 2);
+    EXPECT_EQ(heardAfter([&](User& user) {
+                  user.click(field);
+                  user.pause(100);
+                  user.type("mine");
+                  user.pause(100);
+              }),
+              0);
+    const std::function<void(User&)> ends[] = {
+        [](User& user) { user.tap(Key::Return); },
+        [](User& user) { user.tap(Key::Tab); },
+        [](User& user) { user.tap(Key::Escape); },
+        [&](User& user) { user.click(knob); },
+    };
+    for (const auto& end : ends)
+        EXPECT_EQ(heardAfter([&](User& user) {
+                      user.click(field);
+                      user.pause(100);
+                      user.type("mine");
+                      end(user);
+                      user.pause(100);
+                      user.type("b");
+                  }),
+                  1)
+            << &end - ends;
+    EXPECT_EQ(heardAfter(typeAfterAClick), 2);
+    EXPECT_EQ(host->programName(), "mine") << "keys of the host's have renamed the preset";
+}
+
 TEST_F(Panel, FilesAreSavedAndLoadedThroughTheSystemsDialogs)
 {
     const fs::path bank = folder / "mine.zkb", preset = folder / "one.zkr";

@@ -45,6 +45,9 @@ bool CFrame::mayGetPress(CView* view)
 CMouseEventResult CFrame::onMouseDown(CPoint& where, const CButtonState& buttons)
 {
     notePress(where, buttons);
+    // Whoever presses works here, with or without the keyboard; what was being typed is over.
+    active = true;
+    focusOnActivate = nullptr;
     // A further button during a drag: that drag ends here, for its release would go astray.
     if (getMouseDownView())
         onMouseCancel();
@@ -150,11 +153,11 @@ int32_t CFrame::onKeyDown(VstKeyCode& keyCode)
     const CBaseObjectGuard guard(this);
     if (dispatchKey(keyCode, KeyHandler::down) == 1)
         return 1;
-    if (keyCode.virt != VKEY_TAB || (keyCode.modifier & ~MODIFIER_SHIFT) != 0)
+    // It goes on from a view that has the focus; otherwise it is the host's.
+    if (!focusView || keyCode.virt != VKEY_TAB || (keyCode.modifier & ~MODIFIER_SHIFT) != 0)
         return -1;
-    const bool reverse = (keyCode.modifier & MODIFIER_SHIFT) != 0;
-    const bool hadFocus = focusView != nullptr;
-    return advanceNextFocusView(focusView, reverse) || hadFocus ? 1 : -1;
+    advanceNextFocusView(focusView, (keyCode.modifier & MODIFIER_SHIFT) != 0);
+    return 1;
 }
 
 int32_t CFrame::onKeyUp(VstKeyCode& keyCode)

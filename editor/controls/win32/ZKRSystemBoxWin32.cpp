@@ -58,9 +58,7 @@ ZKRSystemBoxWin32::~ZKRSystemBoxWin32()
 {
     if (window) {
         RemoveWindowSubclass(window, procedure, kSubclassId);
-        const HWND parent = GetParent(window);
-        if (GetFocus() == window)
-            SetFocus(parent);
+        keyboard.giveBack(window);
         DestroyWindow(window);
     }
     if (font)
@@ -95,7 +93,7 @@ bool ZKRSystemBoxWin32::open(HWND parent)
     setText(textEdit->platformGetText());
     SendMessageW(window, EM_SETSEL, 0, -1);
     SetWindowSubclass(window, procedure, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
-    SetFocus(window);
+    keyboard.take(window);
     return true;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "vstgui/platform/iplatformtextedit.h"
+#include "vstgui/platform/win32/win32keyboardloan.h"
 
 #include <string>
 #include <windows.h>
@@ -36,6 +37,7 @@ private:
                                       UINT_PTR id, DWORD_PTR box);
 
     HWND window{nullptr};  // null when there is none, or no longer
+    Win32KeyboardLoan keyboard;
     HFONT font{nullptr};
     HBRUSH paper{nullptr};
     std::string text;  // what getText gave last

@@ -130,7 +130,15 @@ TEST_P(TextBox, TypedTextReplacesTheSelectedOneAndIsTakenOverWithReturn)
     pressAndWait(VK_RETURN);
     expectCommitted(u8"Gr\u00fc\u00dfe \u4f60 \U0001F600");
     EXPECT_TRUE(field->bWasReturnPressed);
-    EXPECT_EQ(GetFocus(), frameWindow());
+    EXPECT_EQ(GetFocus(), host.handle()) << "who had the keyboard before has it again";
+    // The one who had it is gone: it goes to the host's window.
+    const HWND passing = CreateWindowExW(0, L"BUTTON", L"", WS_CHILD | WS_VISIBLE, 0, 200, 20, 20,
+                                         host.handle(), nullptr, nullptr, nullptr);
+    SetFocus(passing);
+    openBox();
+    DestroyWindow(passing);
+    pressAndWait(VK_ESCAPE);
+    EXPECT_EQ(GetFocus(), host.handle());
 }
 
 TEST_P(TextBox, EscapeKeepsTheOldText)

@@ -59,6 +59,19 @@ public:
         XSync(display, False);
     }
 
+    void takeKeyboard()
+    {
+        XSetInputFocus(display, window, RevertToParent, CurrentTime);
+        XSync(display, False);
+    }
+    bool hasKeyboard()
+    {
+        Window holder = None;
+        int revert = 0;
+        XGetInputFocus(display, &holder, &revert);
+        return holder == window;
+    }
+
     // Puts characters on keys that have none, so that xdotool need not change keys while it types.
     void addKeys(const std::vector<KeySym>& symbols)
     {

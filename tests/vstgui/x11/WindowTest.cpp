@@ -233,14 +233,41 @@ TEST_F(OpenFrame, LosingTheKeyboardCommits)
 {
     auto* edit = addEdit();
     HostWindow other(600, 80, 100, 100);
+    host.takeKeyboard();
     user(host.move(100, 70) + " click 1 type done");
-    Display* display = XOpenDisplay(nullptr);
-    XSetInputFocus(display, static_cast<Window>(reinterpret_cast<uintptr_t>(other.handle())),
-                   RevertToParent, CurrentTime);
-    XCloseDisplay(display);
+    other.takeKeyboard();
     pumpFor(60);
     EXPECT_EQ(edit->getPlatformTextEdit(), nullptr);
     EXPECT_STREQ(edit->getText(), "done");
+    EXPECT_TRUE(other.hasKeyboard()) << "it was taken back";
+}
+
+TEST_F(OpenFrame, TheKeyboardGoesBackToWhoeverHadItOrElseToTheHost)
+{
+    auto* edit = addEdit();
+    auto* next = new CTextEdit(CRect(20, 100, 180, 120), &listener, 10, "next");
+    frame->addView(next);
+    auto other = std::make_unique<HostWindow>(600, 80, 100, 100);
+    other->takeKeyboard();
+    user(host.move(100, 70) + " click 1");
+    EXPECT_FALSE(other->hasKeyboard());
+    user("key Tab type x");
+    EXPECT_NE(next->getPlatformTextEdit(), nullptr) << "it stays for the next field";
+    user("key Return");
+    EXPECT_STREQ(next->getText(), "x");
+    EXPECT_TRUE(other->hasKeyboard());
+    user(host.move(100, 70) + " click 1");
+    closeFrame();
+    EXPECT_TRUE(other->hasKeyboard());
+
+    frame = new CFrame(CRect(0, 0, 300, 200), nullptr);
+    frame->open(host.handle());
+    edit = addEdit();
+    user(host.move(100, 70) + " click 1");
+    ASSERT_NE(edit->getPlatformTextEdit(), nullptr);
+    other.reset();
+    user("key Escape");
+    EXPECT_TRUE(host.hasKeyboard());
 }
 
 TEST_F(OpenFrame, AMenuIsChosenFromByClickDragAndKeysAndCancelledOtherwise)

@@ -72,8 +72,7 @@ bool Win32Frame::handleMouse(UINT message, WPARAM wParam, LPARAM lParam, LRESULT
 void Win32Frame::press(int32_t button, CPoint where, CButtonState buttons)
 {
     const bool heldBefore = isHeld(button);
-    SetFocus(window);
-    if (!callback || !window)
+    if (!callback)
         return;
     const CMouseEventResult answer = callback->platformOnMouseDown(where, buttons);
     if (answer != kMouseEventHandled || !callback || !window)

@@ -102,7 +102,7 @@ Win32TextEdit::Win32TextEdit(void* frameWindow, IPlatformTextEditCallback* callb
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     SendMessageW(window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
     SendMessageW(window, EM_SETSEL, 0, -1);
-    SetFocus(window);
+    keyboard.take(window);
 }
 
 Win32TextEdit::~Win32TextEdit()
@@ -119,8 +119,7 @@ void Win32TextEdit::closeWindow()
     const HWND closing = std::exchange(window, nullptr);
     // The window's own procedure first: nothing of what follows may come here again.
     RemoveWindowSubclass(closing, procedure, kSubclass);
-    if (GetFocus() == closing)
-        SetFocus(GetParent(closing));
+    keyboard.giveBack(closing);
     DestroyWindow(closing);
 }
 

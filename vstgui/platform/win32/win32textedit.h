@@ -2,6 +2,7 @@
 #pragma once
 
 #include "vstgui/platform/iplatformtextedit.h"
+#include "vstgui/platform/win32/win32keyboardloan.h"
 
 #include <string>
 #include <windows.h>
@@ -11,7 +12,7 @@ namespace VSTGUI {
 class Win32TextEdit : public IPlatformTextEdit {
 public:
     // Inside the window of a frame, which sends its notifications back; opens with all text
-    // selected and takes the keyboard.
+    // selected and takes the keyboard until it ends.
     Win32TextEdit(void* frameWindow, IPlatformTextEditCallback* callback);
 
     // False when the window could not be made, or is gone.
@@ -42,6 +43,7 @@ private:
     void closeWindow();
 
     HWND window{nullptr};
+    Win32KeyboardLoan keyboard;
     HFONT font{nullptr};
     HBRUSH backBrush{nullptr};
     int fontHeight{0};

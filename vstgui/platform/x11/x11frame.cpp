@@ -32,6 +32,13 @@ namespace {
 constexpr uint32_t kPaintPeriod = 16;  // ms
 constexpr size_t kMostRects = 16;      // beyond that one rectangle round all is cheaper
 
+constexpr long kEvents = ExposureMask | ButtonPressMask | ButtonReleaseMask | PointerMotionMask
+    | EnterWindowMask | LeaveWindowMask | FocusChangeMask | StructureNotifyMask
+    | PropertyChangeMask;
+// Only while there is a text box: the server gives keys to the window under the pointer, if that
+// asks for them and lies in the window that has the keyboard. All others are the host's.
+constexpr long kKeyEvents = KeyPressMask | KeyReleaseMask;
+
 unsigned int windowLength(CCoord length)
 {
     return static_cast<unsigned int>(std::max(length, 1.));
@@ -69,9 +76,7 @@ bool X11Frame::openWindow(Window parent)
         return false;
     XSetWindowAttributes wanted{};
     wanted.background_pixmap = None;
-    wanted.event_mask = ExposureMask | KeyPressMask | KeyReleaseMask | ButtonPressMask
-        | ButtonReleaseMask | PointerMotionMask | EnterWindowMask | LeaveWindowMask
-        | FocusChangeMask | StructureNotifyMask | PropertyChangeMask;
+    wanted.event_mask = kEvents;
     window =
         XCreateWindow(display, parent, 0, 0, windowLength(size.getWidth()),
                       windowLength(size.getHeight()), 0, CopyFromParent, InputOutput,
@@ -89,6 +94,7 @@ bool X11Frame::openWindow(Window parent)
     connection->addWindow(window, this);
     // It takes the window out of sight without telling it.
     hostWindow = parent;
+    keyboardBefore = parent;
     XSelectInput(display, hostWindow, StructureNotifyMask);
     connection->addWindow(hostWindow, this);
     XFlush(display);
@@ -263,18 +269,52 @@ void X11Frame::copyToWindow(const std::vector<CRect>& rects)
 
 void X11Frame::setTextBox(X11TextEdit* box)
 {
-    textBox = box;
+    const bool hadOne = std::exchange(textBox, box) != nullptr;
     draggingInTextBox = false;
     if (box)
         takeKeyboard();
+    else if (hadOne)
+        giveKeyboardBack();
+}
+
+bool X11Frame::hasKeyboard() const
+{
+    const X11ErrorGuard guard(connection->getDisplay());
+    Window holder = None;
+    int revert = 0;
+    XGetInputFocus(connection->getDisplay(), &holder, &revert);
+    return holder == window;
 }
 
 void X11Frame::takeKeyboard()
 {
     if (!isAlive())
         return;
-    const X11ErrorGuard guard(connection->getDisplay());
-    XSetInputFocus(connection->getDisplay(), window, RevertToParent, CurrentTime);
+    Display* display = connection->getDisplay();
+    const X11ErrorGuard guard(display);
+    if (!hasKeyboard())
+        XGetInputFocus(display, &keyboardBefore, &revertBefore);
+    XSelectInput(display, window, kEvents | kKeyEvents);
+    XSetInputFocus(display, window, RevertToParent, CurrentTime);
+    XSync(display, False);
+}
+
+void X11Frame::giveKeyboardBack()
+{
+    if (windowGone)
+        return;
+    Display* display = connection->getDisplay();
+    const X11ErrorGuard guard(display);
+    XSelectInput(display, window, kEvents);
+    if (hasKeyboard()) {
+        XWindowAttributes attributes;
+        const bool isWindow = keyboardBefore != None && keyboardBefore != PointerRoot;
+        const bool canTake = !isWindow
+            || (XGetWindowAttributes(display, keyboardBefore, &attributes)
+                && attributes.map_state == IsViewable);
+        XSetInputFocus(display, canTake ? keyboardBefore : hostWindow, revertBefore, CurrentTime);
+    }
+    XSync(display, False);
 }
 
 IPlatformTextEdit* X11Frame::createPlatformTextEdit(IPlatformTextEditCallback* edit)

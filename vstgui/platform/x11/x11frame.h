@@ -29,10 +29,10 @@ public:
     // False once closed or when the host has destroyed the window.
     bool isAlive() const { return callback && !windowGone; }
 
-    // Keys go to the box, and so does the mouse inside it. Null: none.
+    // Keys go to the box, and so does the mouse inside it. Null: none; the keyboard goes back to
+    // whoever had it before.
     void setTextBox(X11TextEdit* box);
     X11TextEdit* getTextBox() const { return textBox; }
-    void takeKeyboard();
     // The menu that is open, to be ended with the window; null: none.
     void setMenu(X11OptionMenu* openMenu) { menu = openMenu; }
     // Their release went to a menu or dialog.
@@ -70,6 +70,9 @@ private:
     void onFocus(XFocusChangeEvent& event);
     void onXembed(XClientMessageEvent& event);
     void looseMouse();
+    bool hasKeyboard() const;
+    void takeKeyboard();
+    void giveKeyboardBack();
     void paint();
     void copyToWindow(const std::vector<CRect>& rects);
     XIC getInputContext();
@@ -89,6 +92,8 @@ private:
     XIC inputContext{nullptr};
     X11TextEdit* textBox{nullptr};
     bool draggingInTextBox{false};
+    Window keyboardBefore{0};  // the last one that had it when a text box opened
+    int revertBefore{RevertToParent};
     X11OptionMenu* menu{nullptr};
     X11FileDialog* dialog{nullptr};
     ClickCounter clicks;

@@ -17,11 +17,6 @@ constexpr long kXembedEmbedded = 0;
 constexpr long kXembedFocusIn = 4;
 constexpr long kXembedFocusOut = 5;
 
-bool consumed(CMouseEventResult result)
-{
-    return result != kMouseEventNotHandled && result != kMouseEventNotImplemented;
-}
-
 }  // namespace
 
 void X11Frame::handleEvent(XEvent& event)
@@ -101,9 +96,7 @@ void X11Frame::onButtonPress(XButtonEvent& event)
     int32_t word = buttonsOfState(event.state) | pressed;
     if (clicks.press(event.button, event.time, where))
         word |= kDoubleClick;
-    const CMouseEventResult result = callback->platformOnMouseDown(where, word);
-    if (consumed(result))
-        takeKeyboard();
+    callback->platformOnMouseDown(where, word);
 }
 
 void X11Frame::onButtonRelease(XButtonEvent& event)
@@ -172,6 +165,9 @@ void X11Frame::onFocus(XFocusChangeEvent& event)
     if (!ordinary || event.detail == NotifyInferior || event.detail >= NotifyPointer)
         return;
     const bool in = event.type == FocusIn;
+    // It may have come back since, for the next text box.
+    if (!in && hasKeyboard())
+        return;
     if (inputContext && in)
         XSetICFocus(inputContext);
     else if (inputContext)

@@ -11,7 +11,7 @@ namespace X11 {
 
 class X11TextEdit : public IPlatformTextEdit {
 public:
-    // Opens with everything selected.
+    // Opens with everything selected, and has the keyboard until it ends.
     X11TextEdit(X11Frame& frame, IPlatformTextEditCallback* callback);
 
     UTF8StringPtr getText() override { return line.getText().c_str(); }
