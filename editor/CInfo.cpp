@@ -20,7 +20,6 @@ constexpr CCoord kLineHeight = 240;  // of the rectangle that a line is centred 
 CInfo::CInfo(const CRect& rect, CControlListener* controlListener, int32_t controlTag)
     : CControl(rect, controlListener, controlTag), latency("Latency: 2.18 ms, 96 samples")
 {
-    setTransparency(true);
 }
 
 void CInfo::setLatency(double seconds)

@@ -1,4 +1,5 @@
-// CInfo: the panel about the product, which covers the editor while it is shown; a click closes it.
+// CInfo: the panel about the product, which covers the editor while it is shown; a click closes it,
+// and no other mouse event has an effect or reaches what is below.
 #pragma once
 
 #include "vstgui/vstgui.h"

@@ -309,6 +309,64 @@ TEST_F(Editor, InfoPanelTellsTheLatencyAndClosesAtAClickOrANewSize)
     EXPECT_EQ(window->screen.paint().rgba, shown) << "a new size did not close the panel";
 }
 
+// All over the widest layout.
+TEST_F(Editor, TheMouseReachesNothingUnderTheInfoPanel)
+{
+    showEverything();
+    window->screen.onMenu = [](VSTGUI::COptionMenu&) {
+        ADD_FAILURE() << "the menu opened";
+        return 3;
+    };
+    window->screen.onFileDialog = [](const VSTGUI::FileDialogRequest&) {
+        ADD_FAILURE() << "a dialog opened";
+        return std::vector<std::string>{};
+    };
+    const CPoint info = window->panel(27, 471);
+    window->click(info);
+    const auto shown = window->screen.paint().rgba;
+    heard();
+    int turned = 0;
+    for (double y = 4; y < 505; y += 8)
+        for (double x = 4; x < 894; x += 8) {
+            for (const float distance : {1.0f, -1.0f})
+                turned += window->screen.wheel({x, y}, distance);
+            for (const int32_t button : {VSTGUI::kRButton, VSTGUI::kMButton}) {
+                window->screen.mouseDown({x, y}, button);
+                window->screen.mouseMove({x + 3, y - 9}, button);
+                window->screen.mouseUp({x + 3, y - 9}, button);
+            }
+        }
+    EXPECT_EQ(turned, 0);
+    EXPECT_EQ(heard(), Calls{});
+    EXPECT_EQ(window->screen.paint().rgba, shown);
+
+    // A double or triple click closes it and does no more.
+    const CPoint places[] = {{167 + 62.5, kTop + 287.5},  // knob
+                             {167 + 90.5, kTop + 287.5},  // ring
+                             {167 + 112, kTop + 288},     // label of a step
+                             {167 + 98, kTop + 399},      // EQ IN
+                             {42 + 63, kTop + 85},        // DRIVE
+                             window->panel(27, 425),      // POWER
+                             window->panel(27, 104),      // QB11
+                             {200, 470},                  // channel label
+                             {197, 496},                  // name
+                             {264, 494},                  // menu
+                             {297, 496},                  // rocker
+                             {59, 496},                   // load bank
+                             {310, 496}};                 // store A
+    for (const CPoint& place : places) {
+        SCOPED_TRACE(testing::Message() << place.x << ", " << place.y);
+        window->doubleClick(place);
+        window->click(place);
+        EXPECT_NE(window->screen.paint().rgba, shown);
+        EXPECT_EQ(window->screen.textBoxText(), nullptr);
+        EXPECT_EQ(heard(), Calls{});
+        window->click(info);
+        EXPECT_EQ(window->screen.paint().rgba, shown);
+    }
+    EXPECT_EQ(controller.getCurrentPreset(), 0);
+}
+
 TEST_F(Editor, OpensAndClosesAHundredTimesInTheMiddleOfThings)
 {
     for (int round = 0; round < 100; ++round) {

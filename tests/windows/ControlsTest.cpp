@@ -95,6 +95,34 @@ TEST_F(EditorOnScreen, LinkedChannelsKeepTheirDistanceUntilControlClearsIt)
     EXPECT_EQ(host->value(kLGainL), host->value(kLGainR)) << "the distance stays gone";
 }
 
+TEST_F(EditorOnScreen, TheMouseReachesNothingUnderTheInfoPanel)
+{
+    host->automate(kLGainL, 0.8);
+    Host::idleFor(60);
+    const Place knob = host->at(42 + kKnobX, kKnobY), power = host->panel(27, 425);
+    const VSTGUI::Pixels without = host->picture();
+    host->heard();
+    for (const Place under : {knob, power}) {
+        Host::user([&](User& user) { user.click(host->panel(27, 471)); });
+        EXPECT_GT(difference(host->picture(), without), 0.5);
+        Host::user([&](User& user) {
+            for (const bool up : {false, true}) {
+                user.wheel(knob, up);
+                user.wheel(power, up);
+            }
+            user.click(knob, hands::Button::Right);
+            // A triple click closes it.
+            user.doubleClick(under);
+            hands::button(hands::Button::Left, true);
+            user.release();
+        });
+        parkPointer();
+        Host::idleFor(150);
+        EXPECT_EQ(difference(host->picture(), without), 0.0);
+    }
+    EXPECT_EQ(host->heard(), Calls{});
+}
+
 TEST_F(EditorOnScreen, ModuleButtonsResizeTheHostsWindowAndBack)
 {
     struct Step {
