@@ -47,6 +47,7 @@ void CChannelLabel::setLayoutMode(int32_t mode)
     CRect rect = getViewSize();
     rect.right = layout.right;
     setViewSize(rect, true);
+    setMouseableArea(rect);
     setDirty();
 }
 

@@ -367,6 +367,25 @@ TEST_F(Editor, TheMouseReachesNothingUnderTheInfoPanel)
     EXPECT_EQ(controller.getCurrentPreset(), 0);
 }
 
+TEST_F(Editor, TheChannelLabelTakesClicksWhereItIsDrawn)
+{
+    const std::pair<double, double> layouts[] = {{0, 304}, {1, 554}, {2, 554}, {3, 804}};
+    for (const auto& [mode, right] : layouts) {
+        SCOPED_TRACE(mode);
+        set(kQB11, mode == 1 || mode == 3);
+        set(k2x, mode > 1);
+        heard();
+        for (const double x : {33.0, right - 1}) {
+            window->click({x, 470});
+            EXPECT_EQ(heard(), gesture(kMS, {kMS})) << x;
+        }
+        for (const double x : {32.0, right}) {
+            window->click({x, 470});
+            EXPECT_EQ(heard(), Calls{}) << x;
+        }
+    }
+}
+
 TEST_F(Editor, OpensAndClosesAHundredTimesInTheMiddleOfThings)
 {
     for (int round = 0; round < 100; ++round) {
