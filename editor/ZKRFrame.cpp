@@ -3,6 +3,13 @@
 
 using namespace VSTGUI;
 
+void ZKRFrame::setMouseView(CView* view)
+{
+    // The release of a drag that goes on would go astray.
+    CFrame::onMouseCancel();
+    mouseView = view;
+}
+
 CMouseEventResult ZKRFrame::onMouseDown(CPoint& where, const CButtonState& buttons)
 {
     return mouseView ? mouseView->onMouseDown(where, buttons) : CFrame::onMouseDown(where, buttons);
@@ -17,4 +24,34 @@ CMouseEventResult ZKRFrame::onMouseMoved(CPoint& where, const CButtonState& butt
 {
     return mouseView ? mouseView->onMouseMoved(where, buttons)
                      : CFrame::onMouseMoved(where, buttons);
+}
+
+CMouseEventResult ZKRFrame::onMouseCancel()
+{
+    if (!mouseView)
+        return CFrame::onMouseCancel();
+    // As in a container, a view without a cancel of its own gets the release.
+    CPoint where;
+    if (mouseView->onMouseCancel() == kMouseEventNotImplemented && getCurrentMouseLocation(where))
+        mouseView->onMouseUp(where, getCurrentMouseButtons());
+    return kMouseEventHandled;
+}
+
+CMouseEventResult ZKRFrame::onMouseEntered(CPoint& where, const CButtonState& buttons)
+{
+    return mouseView ? mouseView->onMouseEntered(where, buttons)
+                     : CFrame::onMouseEntered(where, buttons);
+}
+
+CMouseEventResult ZKRFrame::onMouseExited(CPoint& where, const CButtonState& buttons)
+{
+    return mouseView ? mouseView->onMouseExited(where, buttons)
+                     : CFrame::onMouseExited(where, buttons);
+}
+
+bool ZKRFrame::onWheel(const CPoint& where, const CMouseWheelAxis& axis, const float& distance,
+                       const CButtonState& buttons)
+{
+    return mouseView ? mouseView->onWheel(where, axis, distance, buttons)
+                     : CFrame::onWheel(where, axis, distance, buttons);
 }

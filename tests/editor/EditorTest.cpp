@@ -386,6 +386,51 @@ TEST_F(Editor, TheChannelLabelTakesClicksWhereItIsDrawn)
     }
 }
 
+TEST_F(Editor, AllMouseEventsGoToTheFramesMouseViewWhileThereIsOne)
+{
+    struct MouseLog : VSTGUI::CView {
+        using CView::CView;
+        VSTGUI::CMouseEventResult note(const char* event)
+        {
+            log.push_back(event);
+            return VSTGUI::kMouseEventHandled;
+        }
+        using Buttons = const VSTGUI::CButtonState;
+        VSTGUI::CMouseEventResult onMouseDown(CPoint&, Buttons&) override { return note("down"); }
+        VSTGUI::CMouseEventResult onMouseUp(CPoint&, Buttons&) override { return note("up"); }
+        VSTGUI::CMouseEventResult onMouseMoved(CPoint&, Buttons&) override { return note("move"); }
+        VSTGUI::CMouseEventResult onMouseEntered(CPoint&, Buttons&) override
+        {
+            return note("enter");
+        }
+        VSTGUI::CMouseEventResult onMouseExited(CPoint&, Buttons&) override { return note("exit"); }
+        using CView::onWheel;
+        bool onWheel(const CPoint&, const float&, Buttons&) override { return note("wheel") == 0; }
+        Calls log;
+    };
+    const auto view = VSTGUI::owned(new MouseLog(VSTGUI::CRect(0, 0, 1, 1)));
+    auto* const frame = dynamic_cast<ZKRFrame*>(window->frame());
+    CPoint knob(42 + 62.5, kTop + 287.5);
+    set(kLink, 0);
+    heard();
+    window->screen.mouseDown(knob);
+    frame->setMouseView(view);
+    EXPECT_EQ(heard(), gesture(kLGainL, {kLGainL})) << "the drag ends";
+    window->drag(knob, {0, -4});
+    window->screen.wheel(knob, 1);
+    window->screen.mouseExit(knob);
+    frame->onMouseEntered(knob, VSTGUI::CButtonState());
+    window->screen.mouseDown(knob);
+    window->screen.mouseCancel();
+    EXPECT_EQ(view->log,
+              (Calls{"down", "move", "move", "move", "move", "up", "wheel", "exit", "enter", "down",
+                     "up"}));
+    EXPECT_EQ(heard(), Calls{});
+    frame->setMouseView(nullptr);
+    window->screen.wheel(knob, 1);
+    EXPECT_EQ(heard(), gesture(kLGainL, {kLGainL}));
+}
+
 TEST_F(Editor, OpensAndClosesAHundredTimesInTheMiddleOfThings)
 {
     for (int round = 0; round < 100; ++round) {
