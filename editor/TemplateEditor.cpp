@@ -25,9 +25,6 @@ const CColor kHintColor(223, 222, 223, 255);
 TemplateEditor::TemplateEditor(ZKRPresetSystemController3* presetController)
     : ZKRPresetSystemEditor3(presetController)
 {
-    // What hosts see before they open the editor.
-    rect = ViewRect(0, 0, editorWidth(layoutModeOf(roundedParameter(kQB11), roundedParameter(k2x))),
-                    kEditorHeight);
 }
 
 IPlugView* TemplateEditor::create(ZKRPresetSystemController3& presetController)
@@ -38,6 +35,15 @@ IPlugView* TemplateEditor::create(ZKRPresetSystemController3& presetController)
 int32 TemplateEditor::roundedParameter(ParamID id) const
 {
     return switchValue(controller->getParamNormalized(id));
+}
+
+tresult PLUGIN_API TemplateEditor::getSize(ViewRect* size)
+{
+    if (!frame)
+        rect = ViewRect(0, 0,
+                        editorWidth(layoutModeOf(roundedParameter(kQB11), roundedParameter(k2x))),
+                        kEditorHeight);
+    return ZKRPresetSystemEditor3::getSize(size);
 }
 
 bool PLUGIN_API TemplateEditor::open(void* parent, const PlatformType& type)

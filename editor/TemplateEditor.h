@@ -33,6 +33,8 @@ public:
     void PLUGIN_API close() SMTG_OVERRIDE;
     VSTGUI::CMessageResult notify(VSTGUI::CBaseObject* sender,
                                   VSTGUI::IdStringPtr message) override;
+    // Before it is opened, the size that it would open with now.
+    tresult PLUGIN_API getSize(ViewRect* size) SMTG_OVERRIDE;
     // Gestures are told by the listener's calls alone, once each.
     void beginEdit(int32_t) override { }
     void endEdit(int32_t) override { }

@@ -116,14 +116,26 @@ Host::~Host()
     effect->dispatcher(effect, effClose, 0, 0, nullptr, 0.0f);
 }
 
-void Host::openEditor()
+ERect Host::toldRect()
 {
     ERect* rect = nullptr;
     effect->dispatcher(effect, effEditGetRect, 0, 0, &rect, 0.0f);
     if (!rect)
         throw std::runtime_error("the editor has no size");
-    width = rect->right - rect->left;
-    height = rect->bottom - rect->top;
+    return *rect;
+}
+
+int Host::toldWidth()
+{
+    const ERect rect = toldRect();
+    return rect.right - rect.left;
+}
+
+void Host::openEditor()
+{
+    const ERect rect = toldRect();
+    width = rect.right - rect.left;
+    height = rect.bottom - rect.top;
     window = std::make_unique<HostWindow>(corner, width, height);
     EXPECT_EQ(effect->dispatcher(effect, effEditOpen, 0, 0, window->handle(), 0.0f), 1);
 }

@@ -44,6 +44,8 @@ public:
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
 
+    // What the library says when it is asked for the editor's size.
+    int toldWidth();
     void openEditor();
     // The window goes after the editor, or before it.
     void closeEditor(bool windowFirst = false);
@@ -80,6 +82,7 @@ private:
     VstIntPtr answer(VstInt32 opcode, VstInt32 index, VstIntPtr value);
     void note(const char* what, VstInt32 index);
     static void idleAll();
+    ERect toldRect();
 
     host::SharedLibrary library;
     const Place corner;

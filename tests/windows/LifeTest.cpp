@@ -126,6 +126,24 @@ TEST_F(EditorOnScreen, ClosesInTheMiddleOfThingsAndOpensAgain)
     EXPECT_EQ(host->heard(), gesture(kLGainL, {kLGainL}));
 }
 
+TEST_F(EditorOnScreen, TheSizeToldBeforeOpeningIsThatOfTheProjectAsItIsNow)
+{
+    host->closeEditor();
+    host->automate(kQB11, 1);
+    Host::idleFor(60);
+    void* bytes = nullptr;
+    const VstIntPtr size = host->effect->dispatcher(host->effect, effGetChunk, 0, 0, &bytes, 0.0f);
+    std::vector<char> project(static_cast<char*>(bytes), static_cast<char*>(bytes) + size);
+    host->automate(kQB11, 0);
+    Host::idleFor(60);
+    EXPECT_EQ(host->toldWidth(), 394);
+    host->effect->dispatcher(host->effect, effSetChunk, 0, size, project.data(), 0.0f);
+    EXPECT_EQ(host->toldWidth(), 644);
+    host->openEditor();
+    EXPECT_EQ(host->window->childWidth(), 644);
+    EXPECT_EQ(host->resizes, 0) << "the window had the wrong size";
+}
+
 TEST_F(EditorOnScreen, OpensQuicklyFiftyTimes)
 {
     std::vector<double> times;  // ms, until all is painted
