@@ -191,7 +191,7 @@ TEST_F(Editor, LinkedChannelsKeepTheirDistanceAndSwitchesTheirDifference)
     EXPECT_EQ(value(kLShelfL), 0.0);
     EXPECT_EQ(value(kLShelfR), 0.0) << "the partner's step down was held at its limit";
 
-    // A distance that a preset or the host brings is the one that counts.
+    // The distance is taken when LINK goes on.
     set(kLink, 0.0);
     set(kDriveL, 0.4);
     set(kDriveR, 0.9);
