@@ -1,7 +1,11 @@
 // The loop that hosts' idle calls turn.
+#include "../../Times.h"
 #include "HostWindow.h"
 
 #include "vstgui/vstgui.h"
+
+#include <atomic>
+#include <thread>
 
 using namespace VSTGUI;
 using X11::IdleRunLoop;
@@ -72,6 +76,39 @@ TEST(IdleRunLoop, CallbacksMayTakeEachOtherAwayAndCannotTurnTheLoop)
     EXPECT_EQ(first.events, 1);
     loop.unregisterEventHandler(&first);
     loop.unregisterTimer(&first);
+}
+
+// Hosts end instances, and with them their timers, on threads of their own.
+TEST(IdleRunLoop, NothingIsCalledAfterAnotherThreadHasTakenItAway)
+{
+    struct Guarded : X11::IEventHandler, X11::ITimerHandler {
+        std::atomic<int> inside{0};
+        void onEvent() override { onTimer(); }
+        void onTimer() override
+        {
+            ++inside;
+            std::this_thread::yield();
+            --inside;
+        }
+    };
+    auto& loop = IdleRunLoop::instance();
+    std::atomic<bool> stop{false};
+    std::thread turning([&] {
+        while (!stop)
+            loop.pump();
+    });
+    int found = 0;
+    for (int i = 0; i < times(); ++i) {
+        Guarded handler;
+        loop.registerTimer(0, &handler);
+        if (i % 2)
+            std::this_thread::yield();
+        loop.unregisterTimer(&handler);
+        found += handler.inside;
+    }
+    stop = true;
+    turning.join();
+    EXPECT_EQ(found, 0);
 }
 
 // A host's loop with one source of events and any number of timers.
