@@ -65,6 +65,9 @@ public:
     virtual bool runFileDialog(const FileDialogRequest& request,
                                std::vector<std::string>& chosen) = 0;
     virtual void cancelFileDialog() = 0;
+    // A text, its lines parted by line feeds, with a key to close it; it ends with the frame.
+    // Windows waits until the user has closed it, X11 does not.
+    virtual void showMessage(const std::string& text, const std::string& caption) = 0;
 
     // The frame closes: no callback from now on; menu, dialog, text box and capture end. The window
     // goes away.

@@ -57,6 +57,8 @@ public:
     // index, or -1. A function may do anything, also close the frame.
     std::function<int32_t(COptionMenu& menu)> onMenu;
     std::function<std::vector<std::string>(const FileDialogRequest& request)> onFileDialog;
+    // A message is shown, and closed when the function returns.
+    std::function<void(const std::string& text, const std::string& caption)> onMessage;
 
     // The open text box: null text when there is none.
     UTF8StringPtr textBoxText() const;

@@ -107,6 +107,13 @@ bool OffscreenFrame::runFileDialog(const FileDialogRequest& request,
     return host && !chosen.empty();
 }
 
+void OffscreenFrame::showMessage(const std::string& text, const std::string& caption)
+{
+    const CBaseObjectGuard guard(this);
+    if (const auto seen = host ? host->onMessage : nullptr)
+        seen(text, caption);
+}
+
 void OffscreenFrame::close()
 {
     if (!host)

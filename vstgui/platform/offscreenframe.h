@@ -49,6 +49,7 @@ public:
     IPlatformOptionMenu* createPlatformOptionMenu() override;
     bool runFileDialog(const FileDialogRequest& request, std::vector<std::string>& chosen) override;
     void cancelFileDialog() override { }
+    void showMessage(const std::string& text, const std::string& caption) override;
     void close() override;
 
 protected:

@@ -93,7 +93,9 @@ TEST_F(Dialog, KdialogComesFirstAndSavesUnderTheGivenName)
 
 TEST_F(Dialog, ACancelNoHelperAndNonsenseAreNoChoice)
 {
+    const auto started = X11::steadyMilliseconds();
     EXPECT_FALSE(loadSelector()->runModal());
+    EXPECT_LT(X11::steadyMilliseconds() - started, 1000u) << "the message was waited for";
     installHelper("zenity", "exit 1");
     EXPECT_FALSE(loadSelector()->runModal());
     installHelper("zenity", "echo relative/path");

@@ -128,6 +128,39 @@ public:
         return pixels;
     }
 
+    // What a window manager does: the titles of the windows that belong in front of this one, the
+    // keyboard for each of them, and the request to close.
+    std::vector<std::string> titlesInFront(bool close = false)
+    {
+        Window ignored = 0;
+        Window* children = nullptr;
+        unsigned int count = 0;
+        XQueryTree(display, DefaultRootWindow(display), &ignored, &ignored, &children, &count);
+        std::vector<std::string> titles;
+        for (unsigned int i = 0; i < count; ++i) {
+            Window owner = 0;
+            char* title = nullptr;
+            if (!XGetTransientForHint(display, children[i], &owner) || owner != window)
+                continue;
+            XFetchName(display, children[i], &title);
+            titles.emplace_back(title ? title : "");
+            XFree(title);
+            XSetInputFocus(display, children[i], RevertToPointerRoot, CurrentTime);
+            XEvent event{};
+            event.xclient.type = ClientMessage;
+            event.xclient.window = children[i];
+            event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
+            event.xclient.format = 32;
+            event.xclient.data.l[0] =
+                static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
+            if (close)
+                XSendEvent(display, children[i], False, NoEventMask, &event);
+        }
+        XFree(children);
+        XSync(display, False);
+        return titles;
+    }
+
     // xdotool's words for moving the pointer inside this window.
     std::string move(int x, int y) const
     {

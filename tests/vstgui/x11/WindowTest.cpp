@@ -319,6 +319,33 @@ TEST_F(OpenFrame, AMenuEndsWithItsFrame)
     EXPECT_EQ(host.countChildren(), 0u);
 }
 
+TEST_F(OpenFrame, AMessageStaysInFrontOfTheHostUntilTheUserClosesItOrTheFrameGoes)
+{
+    using Titles = std::vector<std::string>;
+    const auto show = [this](const char* caption) {
+        frame->getPlatformFrame()->showMessage("One line,\nand another one.", caption);
+        pumpFor(60);
+    };
+    // Over the text, the button and the text once more; the frame has 300 by 200 pixels.
+    const std::string text = host.move(150, 70), button = host.move(150, 129);
+    for (const std::string& closing :
+         {text + " key Return", text + " key Escape", text + " key space", button + " click 1"}) {
+        show("Load bank");
+        user(text + " click 1 key a" + button + " mousedown 1" + text + " mouseup 1");
+        EXPECT_EQ(host.titlesInFront(), Titles{"Load bank"});
+        user(closing);
+        EXPECT_EQ(host.titlesInFront(), Titles{}) << closing;
+    }
+    show("First");
+    show("Second");
+    EXPECT_EQ(host.titlesInFront(true), Titles{"Second"});
+    pumpFor(30);
+    EXPECT_EQ(host.titlesInFront(), Titles{});
+    show("Third");
+    closeFrame();
+    EXPECT_EQ(host.titlesInFront(), Titles{});
+}
+
 TEST_F(OpenFrame, TheFrameMayCloseInItsOwnPress)
 {
     auto* view = new Recorder(CRect(10, 10, 50, 50), log);

@@ -1,6 +1,8 @@
 // The window's life, its size and what the frame asks of it.
 #include "vstgui/platform/win32/win32frame.h"
 
+#include "WideText.h"
+
 #include "vstgui/platform/win32/win32filedialog.h"
 #include "vstgui/platform/win32/win32keys.h"
 #include "vstgui/platform/win32/win32module.h"
@@ -174,6 +176,12 @@ void Win32Frame::cancelFileDialog()
 {
     if (fileDialog)
         fileDialog->cancel();
+}
+
+void Win32Frame::showMessage(const std::string& text, const std::string& caption)
+{
+    const CBaseObjectGuard guard(this);
+    MessageBoxW(window, platform::toWide(text).c_str(), platform::toWide(caption).c_str(), MB_OK);
 }
 
 uint32_t IPlatformFrame::getTicks()

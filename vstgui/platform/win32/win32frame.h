@@ -26,6 +26,7 @@ public:
     IPlatformOptionMenu* createPlatformOptionMenu() override;
     bool runFileDialog(const FileDialogRequest& request, std::vector<std::string>& chosen) override;
     void cancelFileDialog() override;
+    void showMessage(const std::string& text, const std::string& caption) override;
     void close() override;
 
     // Shows the menu at that point of the frame. The command chosen; 0 when cancelled or when the

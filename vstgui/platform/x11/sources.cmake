@@ -17,6 +17,7 @@ set(ZKR_VSTGUI_PLATFORM_SOURCES
   platform/x11/x11frame.cpp
   platform/x11/x11frameevents.cpp
   platform/x11/x11keys.cpp
+  platform/x11/x11message.cpp
   platform/x11/x11optionmenu.cpp
   platform/x11/x11textedit.cpp
   platform/x11/x11timer.cpp)

@@ -114,8 +114,13 @@ std::vector<std::string> X11FileDialog::run(const FileDialogRequest& request)
         if (helper.empty() && programExists(name))
             helper = name;
     }
-    if (helper.empty())
+    if (helper.empty()) {
+        frame->showMessage("Files are chosen with the program zenity or kdialog,\n"
+                           "and neither of them is installed.\n"
+                           "Install one of the two to load and save files.",
+                           request.title);
         return {};
+    }
     ChildProcess process(fileDialogCommand(helper, request));
     if (!process.isRunning())
         return {};

@@ -21,7 +21,8 @@ class X11FileDialog : private X11Modal {
 public:
     explicit X11FileDialog(X11Frame& f) : frame(&f) { }
 
-    // Waits for the user; empty when nothing was chosen or no helper is installed.
+    // Waits for the user; empty when nothing was chosen. Without a helper a message names those
+    // that there are.
     std::vector<std::string> run(const FileDialogRequest& request);
     void cancel();
 

@@ -7,6 +7,7 @@
 #include "vstgui/platform/x11/x11errors.h"
 #include "vstgui/platform/x11/x11filedialog.h"
 #include "vstgui/platform/x11/x11keys.h"
+#include "vstgui/platform/x11/x11message.h"
 #include "vstgui/platform/x11/x11optionmenu.h"
 #include "vstgui/platform/x11/x11textedit.h"
 
@@ -111,6 +112,7 @@ void X11Frame::close()
     if (menu)
         menu->cancel();
     cancelFileDialog();
+    message.reset();
     setTextBox(nullptr);
     connection->removeWindow(window);
     connection->removeWindow(hostWindow);
@@ -344,6 +346,12 @@ void X11Frame::cancelFileDialog()
 {
     if (dialog)
         dialog->cancel();
+}
+
+void X11Frame::showMessage(const std::string& text, const std::string& caption)
+{
+    if (isAlive())
+        message = std::make_unique<X11Message>(*connection, window, text, caption);
 }
 
 }  // namespace X11

@@ -15,6 +15,7 @@ namespace VSTGUI {
 namespace X11 {
 
 class X11FileDialog;
+class X11Message;
 class X11OptionMenu;
 class X11TextEdit;
 
@@ -50,6 +51,7 @@ public:
     IPlatformOptionMenu* createPlatformOptionMenu() override;
     bool runFileDialog(const FileDialogRequest& request, std::vector<std::string>& chosen) override;
     void cancelFileDialog() override;
+    void showMessage(const std::string& text, const std::string& caption) override;
     void close() override;
 
 protected:
@@ -96,6 +98,7 @@ private:
     int revertBefore{RevertToParent};
     X11OptionMenu* menu{nullptr};
     X11FileDialog* dialog{nullptr};
+    std::unique_ptr<X11Message> message;  // the last one, open or closed
     ClickCounter clicks;
     int32_t pressed{0};  // buttons whose press came here
 };
