@@ -1,6 +1,7 @@
 // ZKRPresetSystemEditor3: the panel's controls, and how they follow the presets.
 #include "ZKRPresetSystemEditor3.h"
 
+#include "Documents.h"
 #include "IdleUpdate_ZKR_Handler.h"
 #include "ZKRPresetSystemController3.h"
 
@@ -62,6 +63,8 @@ ZKRPresetSystemEditor3::ZKRPresetSystemEditor3(ZKRPresetSystemController3* prese
     rect = ViewRect(0, 0, 312, 487);
     IdleUpdate_ZKR_Handler::instance();
 }
+
+ZKRPresetSystemEditor3::~ZKRPresetSystemEditor3() = default;
 
 void ZKRPresetSystemEditor3::createPresetPanel(CFrame* panelFrame)
 {
@@ -126,6 +129,9 @@ void ZKRPresetSystemEditor3::closePresetPanel()
     nameField = nullptr;
     menu = nullptr;
     buttons.fill(nullptr);
+    if (manualTimer)
+        manualTimer->stop();
+    manual.reset();
 }
 
 CControl* ZKRPresetSystemEditor3::presetControl(int32 tag) const

@@ -13,6 +13,11 @@
 #include "vstgui/vstgui.h"
 
 #include <array>
+#include <memory>
+
+namespace platform {
+class DocumentOpening;
+}
 
 class CSaveLoadButton;
 class CZKKickButton;
@@ -27,6 +32,7 @@ class ZKRPresetSystemController3;
 class ZKRPresetSystemEditor3 : public VSTGUIEditor, public CControlListener {
 public:
     explicit ZKRPresetSystemEditor3(ZKRPresetSystemController3* presetController);
+    ~ZKRPresetSystemEditor3() override;
 
     // Ask for a file and hand it to the controller. Nothing without a frame.
     virtual void chooseBankToLoad(bool reversed);
@@ -66,11 +72,15 @@ private:
     void notifyPanels(int32 tag, double value = 0.0);
     void chooseFile(const FileDialog& dialog, bool reversed);
     void openManual();
+    // Tells the user of a manual that did not open, once the desktop has answered.
+    void reportManual();
 
     CZKRTextEdit* nameField = nullptr;
     VSTGUI::COptionMenu* menu = nullptr;
     // The buttons and the rocker, in the order of the table that makes them.
     std::array<VSTGUI::CControl*, 12> buttons{};
+    std::unique_ptr<platform::DocumentOpening> manual;  // until the desktop has answered
+    VSTGUI::SharedPointer<VSTGUI::CVSTGUITimer> manualTimer;
 };
 
 }  // namespace Vst

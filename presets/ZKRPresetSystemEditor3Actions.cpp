@@ -217,16 +217,35 @@ void ZKRPresetSystemEditor3::choosePresetToSave()
 
 void ZKRPresetSystemEditor3::openManual()
 {
+    constexpr uint32_t kPeriodMs = 50;
     IPlatformFrame* const window = frame ? frame->getPlatformFrame() : nullptr;
-    void* const handle = window ? window->getPlatformRepresentation() : nullptr;
-    const platform::OpenResult result = platform::openDocument(handle, presets->getManualPath());
-    if (result == platform::OpenResult::Opened)
+    manual = platform::openDocument(window ? window->getPlatformRepresentation() : nullptr,
+                                    presets->getManualPath());
+    if (!manualTimer)
+        manualTimer = VSTGUI::owned(
+            new CVSTGUITimer([this](CVSTGUITimer*) { reportManual(); }, kPeriodMs, false));
+    manualTimer->start();
+    reportManual();
+}
+
+void ZKRPresetSystemEditor3::reportManual()
+{
+    const auto result = manual ? manual->result() : std::nullopt;
+    if (!result)
         return;
-    if (result == platform::OpenResult::NoViewer)
-        platform::showMessage(handle, "Make sure Acrobat Reader is installed",
-                              "Could not open manual file");
+    manualTimer->stop();
+    manual.reset();
+    if (*result == platform::OpenResult::Opened)
+        return;
+    IPlatformFrame* const window = frame ? frame->getPlatformFrame() : nullptr;
+    if (!window)
+        return;
+    // The message may wait for the user, and the host may close the editor meanwhile.
+    const IPtr<ZKRPresetSystemEditor3> alive(this);
+    if (*result == platform::OpenResult::NoViewer)
+        window->showMessage("Make sure Acrobat Reader is installed", "Could not open manual file");
     else
-        platform::showMessage(handle, "Could not open user manual", "");
+        window->showMessage("Could not open user manual", "");
     // The message has swallowed the button's release.
     if (auto* const button = static_cast<CZKKickButton*>(presetControl(kManualTag)))
         button->release();

@@ -1,4 +1,4 @@
-// Documents and messages on Windows.
+// Documents on Windows, which answers at once.
 #include "Documents.h"
 
 #include "WideText.h"
@@ -9,20 +9,28 @@
 
 namespace platform {
 
-OpenResult openDocument(void* window, const std::string& path)
+namespace {
+
+class Answered : public DocumentOpening {
+public:
+    explicit Answered(OpenResult given) : answer(given) { }
+    std::optional<OpenResult> result() override { return answer; }
+
+private:
+    const OpenResult answer;
+};
+
+}  // namespace
+
+std::unique_ptr<DocumentOpening> openDocument(void* window, const std::string& path)
 {
     // Success is any number above 32.
     constexpr INT_PTR kLastError = 32;
     const auto result = reinterpret_cast<INT_PTR>(ShellExecuteW(
         static_cast<HWND>(window), L"open", toWide(path).c_str(), nullptr, nullptr, SW_SHOW));
-    if (result > kLastError)
-        return OpenResult::Opened;
-    return result == SE_ERR_NOASSOC ? OpenResult::NoViewer : OpenResult::Failed;
-}
-
-void showMessage(void* window, const std::string& text, const std::string& caption)
-{
-    MessageBoxW(static_cast<HWND>(window), toWide(text).c_str(), toWide(caption).c_str(), MB_OK);
+    return std::make_unique<Answered>(result > kLastError            ? OpenResult::Opened
+                                          : result == SE_ERR_NOASSOC ? OpenResult::NoViewer
+                                                                     : OpenResult::Failed);
 }
 
 }  // namespace platform
