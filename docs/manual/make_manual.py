@@ -175,7 +175,7 @@ def write_text(tool, folder, content):
     """Joins the chapters with their content into manual.md, checked."""
     chapters = sorted(HERE.glob("[0-9][0-9]-*.md"))
     source = "\n\n".join(chapter.read_text() for chapter in chapters)
-    check.pictures(source, [*(f"{name}.svg" for name in FIGURES), *PICTURES, "signal-road.svg"])
+    check.pictures(source, [*(f"{name}.svg" for name in FIGURES), *PICTURES, "signal-path.svg"])
     text = run_examples(keep_units(fill(source, content)), tool.program, folder / "examples")
     check.names(text, tool)
     text = link_chapters(number_figures(text))

@@ -53,8 +53,8 @@ def column_t46(tool, folder):
 def column_qb11(tool, folder):
     settings = ["--set", "QB11=On", "--set", "DriveL=4", "--set", "HpfL=30", "--set", "28kL=On"]
     column(tool, folder, "column-qb11", settings, 42,
-           {"1": (13, 54), "2": (13, 152), "3": (13, 255), "4": (16, 352), "5": (108, 352),
-            "6": (16, 424), "7": (108, 424)})
+           {"1": (48, 36), "2": (36, 135), "3": (38, 239), "4": (10, 362), "5": (115, 362),
+            "6": (10, 398), "7": (115, 398)})
 
 
 @picture("panel.png")
@@ -72,7 +72,7 @@ def row(tool, folder):
     large = enlarged(image, 5)
     page = Image.new("RGB", (large.width, large.height + 64), PAPER)
     page.paste(large, (0, 0))
-    places = (8, 33, 59, 74, 100, 126, 197, 264, 287, 310, 333, 350, 372, 384)
+    places = (8, 33, 59, 74, 100, 126, 197, 264, 287, 310, 333, 350, 370, 386)
     marks = {str(n): (5 * x, large.height + 36) for n, x in enumerate(places, start=1)}
     drawing = ImageDraw.Draw(page)
     for x, _ in marks.values():
@@ -83,7 +83,7 @@ def row(tool, folder):
 @picture("front.png")
 def front(tool, folder):
     large = enlarged(screenshot(tool, folder, "front", "--preset", "R101"), 2)
-    marks = {"A": (110, 46), "B": (360, 46), "C": (610, 46), "D": (560, 942), "E": (1768, 24),
+    marks = {"A": (110, 46), "B": (360, 46), "C": (610, 46), "D": (560, 942), "E": (1698, 318),
              "F": (790, 990)}
     numbered(large, marks, 20).save(folder / "front.png", optimize=True)
 
