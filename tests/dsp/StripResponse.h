@@ -74,15 +74,3 @@ inline Complex stripAt(const UpdateCase& c, double hz, double rate)
                 * (1.0 - gain(c.high.gainDb));
     return h;
 }
-
-// The same with transformers and amplifier in circuit, for a signal so small that their curves are
-// straight lines.
-inline Complex smallSignalAt(const UpdateCase& c, double hz, double rate)
-{
-    constexpr double kCurveSlope = 0.998081;
-    const auto transformer = [&](double split) {
-        return kCurveSlope * lowPass1At(split, hz, rate) + highPass1At(split, hz, rate);
-    };
-    const double amplifier = 1.0 / (1.0 + 0.0030506097302936833 * 0.25);
-    return transformer(50.0) * stripAt(c, hz, rate) * amplifier * transformer(30.0);
-}
