@@ -178,7 +178,13 @@ void ZKRPresetSystemController3::publishPreset()
             value = static_cast<ParamValue>(presetAt(currentPreset)->values[id]);
         }
         setParamNormalized(id, value);
-        performEdit(id, getParamNormalized(id));
+        {
+            const std::lock_guard<std::mutex> lock(dataMutex);
+            if (!presetBank)
+                return;
+            value = static_cast<ParamValue>(presetAt(currentPreset)->values[id]);
+        }
+        performEdit(id, value);
     }
     setDirty(true);
     // An empty gesture after the values; hosts take it as the end of the change.
