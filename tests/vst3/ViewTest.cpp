@@ -83,6 +83,17 @@ TEST_F(View, OpensInAWindowFollowsTheHostAndLeavesNothing)
     }
 }
 
+TEST_F(View, TellsBeforeItIsOpenedTheSizeThatItWouldOpenWith)
+{
+    const IPtr<IPlugView> view = open();
+    ViewRect size;
+    for (const int32 width : {644, 394}) {
+        instance.automate(kQB11, width == 644);
+        EXPECT_EQ(view->getSize(&size), kResultTrue);
+        EXPECT_EQ(size.getWidth(), width);
+    }
+}
+
 TEST_F(View, TellsTheHostOfTheUsersHands)
 {
     HostFrame frame(open(), {20, 10});
