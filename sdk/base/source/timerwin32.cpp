@@ -1,10 +1,8 @@
 // Timer on Windows: a thread timer without a window.
 #include "base/source/timer.h"
 
-#include <algorithm>
-#include <condition_variable>
-#include <mutex>
-#include <vector>
+#include <list>
+#include <new>
 #include <windows.h>
 
 namespace Steinberg {
@@ -14,18 +12,36 @@ namespace {
 class Win32Timer;
 
 // Timers by the number that Windows gave them. A tick that was already on its way when its timer
-// ended finds nothing here and is dropped. Never destroyed, since a tick may outlive static data.
+// ended finds nothing here and is dropped. Never destroyed, since a tick may outlive static data;
+// empty, it holds no memory that an unloaded library would leave behind.
 struct LiveTimers {
-    std::mutex mutex;
-    std::condition_variable tickEnded;
-    std::vector<Win32Timer*> timers;
+    SRWLOCK lock = SRWLOCK_INIT;
+    CONDITION_VARIABLE tickEnded = CONDITION_VARIABLE_INIT;
+    std::list<Win32Timer*> timers;
 };
 
 LiveTimers& liveTimers()
 {
-    static LiveTimers* const live = new LiveTimers;
+    alignas(LiveTimers) static unsigned char place[sizeof(LiveTimers)];
+    static LiveTimers* const live = new (place) LiveTimers;
     return *live;
 }
+
+class Locked {
+public:
+    explicit Locked(LiveTimers& timers) : live(timers) { AcquireSRWLockExclusive(&live.lock); }
+    ~Locked() { ReleaseSRWLockExclusive(&live.lock); }
+    Locked(const Locked&) = delete;
+    Locked& operator=(const Locked&) = delete;
+
+    void waitForTick() const
+    {
+        SleepConditionVariableSRW(&live.tickEnded, &live.lock, INFINITE, 0);
+    }
+
+private:
+    LiveTimers& live;
+};
 
 void CALLBACK onTick(HWND, UINT, UINT_PTR id, DWORD);
 
@@ -38,7 +54,7 @@ public:
         if (!id)
             return;
         LiveTimers& live = liveTimers();
-        const std::lock_guard<std::mutex> lock(live.mutex);
+        const Locked locked(live);
         live.timers.push_back(this);
     }
 
@@ -50,12 +66,11 @@ public:
             return;
         {
             LiveTimers& live = liveTimers();
-            std::unique_lock<std::mutex> lock(live.mutex);
-            live.timers.erase(std::remove(live.timers.begin(), live.timers.end(), this),
-                              live.timers.end());
+            const Locked locked(live);
+            live.timers.remove(this);
             // On another thread than the ticks', the one under way is waited for.
-            if (thread != GetCurrentThreadId())
-                live.tickEnded.wait(lock, [this] { return ticks == 0; });
+            while (ticks > 0 && thread != GetCurrentThreadId())
+                locked.waitForTick();
         }
         // Only the creating thread can end the ticks. Ended from another one they go on into this
         // library, which therefore has to stay loaded.
@@ -77,20 +92,22 @@ public:
 void CALLBACK onTick(HWND, UINT, UINT_PTR id, DWORD)
 {
     LiveTimers& live = liveTimers();
-    std::unique_lock<std::mutex> lock(live.mutex);
     IPtr<Win32Timer> timer;
-    for (Win32Timer* candidate : live.timers)
-        if (candidate->id == id && candidate->thread == GetCurrentThreadId())
-            timer = candidate;
-    if (!timer)
-        return;
-    ++timer->ticks;
-    lock.unlock();
+    {
+        const Locked locked(live);
+        for (Win32Timer* candidate : live.timers)
+            if (candidate->id == id && candidate->thread == GetCurrentThreadId())
+                timer = candidate;
+        if (!timer)
+            return;
+        ++timer->ticks;
+    }
     timer->callback->onTimer(timer);
-    lock.lock();
-    --timer->ticks;
-    lock.unlock();
-    live.tickEnded.notify_all();
+    {
+        const Locked locked(live);
+        --timer->ticks;
+    }
+    WakeAllConditionVariable(&live.tickEnded);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <mutex>
+#include <new>
 #include <windows.h>
 
 namespace VSTGUI {
@@ -13,7 +14,7 @@ class Win32Timer;
 
 // By thread and by the number that Windows gave: numbers are not unique across threads. A tick that
 // was on its way when its timer ended finds nothing here. Never destroyed, since a tick may outlive
-// static data.
+// static data; empty, it holds no memory that an unloaded library would leave behind.
 struct RunningTimers {
     using Key = std::pair<DWORD, UINT_PTR>;
     std::mutex mutex;
@@ -22,7 +23,8 @@ struct RunningTimers {
 
 RunningTimers& running()
 {
-    static RunningTimers* const timers = new RunningTimers;
+    alignas(RunningTimers) static unsigned char place[sizeof(RunningTimers)];
+    static RunningTimers* const timers = new (place) RunningTimers;
     return *timers;
 }
 
