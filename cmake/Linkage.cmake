@@ -21,7 +21,8 @@ function(zkr_exports target)
   target_link_options(${target} PRIVATE -Wl,--version-script=${exports})
   set_target_properties(${target} PROPERTIES LINK_DEPENDS ${exports})
   if(NOT ZKR_SANITIZE)
-    target_link_options(${target} PRIVATE -s -Wl,-z,defs -static-libstdc++
-      -static-libgcc)
+    # What of the runtime nobody calls stays out, and with it the need for a newer C library.
+    target_link_options(${target} PRIVATE -s -Wl,-z,defs -static-libstdc++ -static-libgcc
+      -Wl,--gc-sections)
   endif()
 endfunction()

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Checks what a built library shows to the world: exactly these names, and no library needed beyond
-# the system's own. Usage: check_exports.sh LIBRARY NAME...
+# the system's own, nor a C library newer than 2.35. Usage: check_exports.sh LIBRARY NAME...
 set -euo pipefail
 library=$1
 wanted=$(printf '%s\n' "${@:2}" | LC_ALL=C sort)
@@ -16,6 +16,8 @@ case $library in
     exports=$(nm -D --defined-only "$library" | awk '{print $3}' | LC_ALL=C sort)
     needed=$(objdump -p "$library" | awk '$1 == "NEEDED" {print $2}')
     allowed='^(libc|libm|libX11|libcairo|ld-linux-x86-64)\.so\.[0-9]+$'
+    newer=$(objdump -T "$library" | awk 'match($0, /GLIBC_2\.[0-9]+/) {
+        if (substr($0, RSTART + 8, RLENGTH - 8) + 0 > 35) print $NF }')
     ;;
 esac
 
@@ -25,6 +27,10 @@ if [ "$exports" != "$wanted" ]; then
 fi
 if foreign=$(grep -viE "$allowed" <<<"$needed"); then
     printf '%s needs %s, which is not part of the system\n' "$library" "$foreign" >&2
+    exit 1
+fi
+if [ -n "${newer:-}" ]; then
+    printf '%s wants of a newer C library: %s\n' "$library" "$newer" >&2
     exit 1
 fi
 echo "$library: $(($# - 1)) exports; needs $(tr '\n' ' ' <<<"$needed")"
