@@ -13,16 +13,30 @@ endif()
 function(zkr_exports target)
   if(WIN32)
     target_sources(${target} PRIVATE exports.def)
-    set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
+  else()
+    set(exports ${CMAKE_CURRENT_SOURCE_DIR}/exports.map)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${exports})
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS ${exports})
+  endif()
+  zkr_own_runtime(${target})
+endfunction()
+
+# zkr_own_runtime(TARGET): the library has a C++ runtime of its own inside, which goes without a
+# trace when the library is unloaded.
+function(zkr_own_runtime target)
+  set(runtime ${CMAKE_SOURCE_DIR}/shell/runtime)
+  set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
+  if(WIN32)
+    target_sources(${target} PRIVATE ${runtime}/ExceptionMemory.cpp ${runtime}/WindowsThreads.cpp)
     target_link_options(${target} PRIVATE -s)
     return()
   endif()
-  set(exports ${CMAKE_CURRENT_SOURCE_DIR}/exports.map)
-  target_link_options(${target} PRIVATE -Wl,--version-script=${exports})
-  set_target_properties(${target} PROPERTIES LINK_DEPENDS ${exports})
+  target_sources(${target} PRIVATE ${runtime}/ResidentLibraries.cpp)
   if(NOT ZKR_SANITIZE)
-    # What of the runtime nobody calls stays out, and with it the need for a newer C library.
+    target_sources(${target} PRIVATE ${runtime}/ExceptionMemory.cpp)
+    # Hidden, the runtime is not mixed up with the host's. What of it nobody calls stays out, and
+    # with it the need for a newer C library.
     target_link_options(${target} PRIVATE -s -Wl,-z,defs -static-libstdc++ -static-libgcc
-      -Wl,--gc-sections)
+      -Wl,--exclude-libs,libstdc++.a:libgcc.a:libgcc_eh.a -Wl,--gc-sections)
   endif()
 endfunction()

@@ -25,16 +25,13 @@ HoldingsWatch::HoldingsWatch(Run& shared) : run(shared)
 void HoldingsWatch::atRest()
 {
     rests.push_back(holdingsAtRest());
-    const auto unloadings = static_cast<std::int64_t>(rests.size() - 1);
-    if (unloadings == 0)
+    if (rests.size() == 1)
         return;
     const Holdings &first = rests.front(), &last = rests.back();
-    compare("descriptors or handles", first.descriptors, last.descriptors,
-            kHandleSlack + kLostByUnloading.descriptors * unloadings);
+    compare("descriptors or handles", first.descriptors, last.descriptors, kHandleSlack);
     compare("threads", first.threads, last.threads, 0);
     compare("GDI objects", first.drawing, last.drawing, kDrawingSlack);
-    compare("bytes on the heap", first.heap, last.heap,
-            kHeapSlack + kLostByUnloading.heap * unloadings);
+    compare("bytes on the heap", first.heap, last.heap, kHeapSlack);
 }
 
 void HoldingsWatch::compare(const char* what, std::int64_t before, std::int64_t now,
@@ -82,9 +79,7 @@ void HoldingsWatch::judgeGrowth()
     if (kSanitized)
         return;
     const Line fitted = line();
-    const double unloadings = rests.empty() ? 0.0 : static_cast<double>(rests.size() - 1);
-    const double lost = unloadings * static_cast<double>(kLostByUnloading.heap);
-    const double growth = (fitted.bytesPerMinute * fitted.minutes - lost) / kMiB;
+    const double growth = fitted.bytesPerMinute * fitted.minutes / kMiB;
     if (growth > run.options.growthMiB)
         run.findings.add("the end",
                          textOf("the process has grown by %.1f MiB in the last %.1f "
@@ -115,9 +110,6 @@ std::string HoldingsWatch::report() const
         text += row("descriptors or handles", &Holdings::descriptors);
         text += row("threads", &Holdings::threads);
         text += row("GDI objects", &Holdings::drawing);
-        text += textOf("  (of which each unloading itself leaves %lld bytes and %lld handles)\n",
-                       static_cast<long long>(kLostByUnloading.heap),
-                       static_cast<long long>(kLostByUnloading.descriptors));
     }
     if (!samples.empty()) {
         const auto [least, most] =

@@ -96,11 +96,11 @@ bool Soak::run()
 void Soak::soak()
 {
     // What anything takes for good at its first use, it takes now.
+    loadHostsLibraries();
     while (Clock::now() - begun < kWarmUp && !mustEnd())
         user->turn();
     if (options.editors)
         user->tryOneEditor();
-    keepSystemLibraries(options.library);
     reload();
 
     begun = Clock::now();

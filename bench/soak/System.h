@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool kSanitized = true;
@@ -24,16 +23,9 @@ std::int64_t memoryHeld();
 // Everything. Other threads may run, but not allocate.
 Holdings holdingsAtRest();
 
-// What is not the plug-in's own and yet stays behind at each unloading of it.
-struct Loss {
-    std::int64_t heap;         // bytes
-    std::int64_t descriptors;  // or handles
-};
-extern const Loss kLostByUnloading;
-
-// With the plug-in loaded: keeps all other libraries loaded for good where they would go with it,
-// and leave something behind.
-void keepSystemLibraries(const std::string& plugin);
+// Loads the libraries of the system that hosts have by themselves and that leave something behind
+// when they go with the plug-in.
+void loadHostsLibraries();
 
 // The longest that any block may take beyond its own real time, in seconds. It is long, for the
 // time in which a virtual machine stands still may count as the thread's.

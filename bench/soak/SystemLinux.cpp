@@ -3,17 +3,12 @@
 
 #include <chrono>
 #include <cstdio>
-#include <dlfcn.h>
 #include <filesystem>
-#include <link.h>
 #include <malloc.h>
 #include <sys/resource.h>
 #include <time.h>
 #include <unistd.h>
 
-// The memory in which the library's own static C++ runtime would throw when there is none, and the
-// allocator's head in front of it.
-const Loss kLostByUnloading{72704 + 16, 0};
 const double kBlockPatience = kSanitized ? 2.0 : 0.25;
 const bool kProcessorTimeIsExact = true;
 
@@ -78,19 +73,7 @@ Holdings holdingsAtRest()
     return held;
 }
 
-// Pixel routines, fonts and others lose what they have set up once when they are unloaded with the
-// plug-in that brought them: some kilobytes to some hundred of them, each time.
-void keepSystemLibraries(const std::string& plugin)
-{
-    const auto keep = [](dl_phdr_info* library, std::size_t, void* notThis) {
-        std::error_code error;
-        const auto* const own = static_cast<const std::string*>(notThis);
-        if (*library->dlpi_name && !std::filesystem::equivalent(library->dlpi_name, *own, error))
-            dlopen(library->dlpi_name, RTLD_NOW | RTLD_NOLOAD);
-        return 0;
-    };
-    dl_iterate_phdr(keep, const_cast<std::string*>(&plugin));
-}
+void loadHostsLibraries() { }
 
 Effortmeter::Effortmeter()
     : clockBefore(clockSeconds()), processorBefore(processorSeconds()), waitsBefore(waits())

@@ -11,10 +11,6 @@
 #include <tlhelp32.h>
 #include <winternl.h>
 
-// The memory in which the library's own static C++ runtime would throw when there is none, and what
-// its thread runtime keeps of the thread that first used it: an event, a handle and their record.
-// A third handle is a mutex of Wine's print spooler, which comes and goes with the file dialogs.
-const Loss kLostByUnloading{72704 + 2904, 3};
 const double kBlockPatience = 0.5;
 const bool kProcessorTimeIsExact = false;
 
@@ -151,7 +147,12 @@ Holdings holdingsAtRest()
     return held;
 }
 
-void keepSystemLibraries(const std::string&) { }
+// With Wine's file dialogs its print spooler comes and goes, and each time leaves a mutex.
+void loadHostsLibraries()
+{
+    LoadLibraryW(L"comctl32.dll");
+    LoadLibraryW(L"comdlg32.dll");
+}
 
 Effortmeter::Effortmeter()
     : clockBefore(clockSeconds()), processorBefore(processorSecondsOfLate(clockBefore)),

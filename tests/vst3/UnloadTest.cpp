@@ -1,19 +1,120 @@
-// The end of the library in a process that goes on.
-#include "Host.h"
+// Both libraries come and go in a process that goes on, as in a host that scans or reloads.
+#include "HostFrame.h"
+#include "NativePlugin.h"
+#include "System.h"
 
-#include <dlfcn.h>
+#include <atomic>
+#include <filesystem>
+#include <thread>
 
 using namespace vst3;
 
-TEST(Module, LeavesTheProcessAndComesBack)
+namespace {
+
+void runVst2(bool withEditor)
 {
-    for (int round = 0; round < 3; ++round) {
-        {
-            const Module module;
-            Instance instance(module);
-            instance.start();
-            instance.render({Signal(512, 0.1f), Signal(512, 0.1f)}, {512});
-        }
-        EXPECT_EQ(dlopen(ZKR_VST3_LIBRARY, RTLD_LAZY | RTLD_NOLOAD), nullptr) << round;
+    host::NativePlugin plugin(ZKR_VST2_LIBRARY);
+    plugin.mainsOn();
+    Signal left(64, 0.1f), right(64, 0.1f);
+    float* channels[] = {left.data(), right.data()};
+    plugin.process(channels, channels, 64);
+    if (!withEditor)
+        return;
+    AEffect* const effect = plugin.effect();
+    const HostWindow window({20, 10}, 394, 590);
+    EXPECT_EQ(effect->dispatcher(effect, effEditOpen, 0, 0, window.handle(), 0.0f), 1);
+    for (int turn = 0; turn < 10; ++turn) {
+        turnMessageLoop();
+        plugin.idle();
     }
+    effect->dispatcher(effect, effEditClose, 0, 0, nullptr, 0.0f);
+}
+
+void runVst3(bool withEditor)
+{
+    const Module module;
+    Instance instance(module);
+    instance.start();
+    instance.render({Signal(64, 0.1f), Signal(64, 0.1f)}, {64});
+    if (!withEditor)
+        return;
+    HostFrame frame(owned(instance.controller->createView(ViewType::kEditor)), {20, 10});
+    EXPECT_EQ(frame.attach(), kResultTrue);
+    for (int turn = 0; turn < 10; ++turn)
+        turnLoop();
+}
+
+// Loads, uses and unloads a library many times by `run`, which is told the number of the turn.
+template <typename Run>
+void expectNothingLeft(int turns, const Run& run)
+{
+    // Fonts and the like are taken for good by the first turns.
+    constexpr int kFirst = 9;
+    Holdings first;
+    for (int turn = 0; turn < turns; ++turn) {
+        run(turn);
+        if (turn == kFirst)
+            first = holdingsAtRest();
+    }
+    const Holdings last = holdingsAtRest();
+    EXPECT_LT(last.heap - first.heap, turns) << "a byte each turn";
+    EXPECT_LT(last.memory - first.memory, 1 << 20);
+    EXPECT_EQ(last.descriptors, first.descriptors);
+    EXPECT_EQ(last.drawing, first.drawing);
+    // The system may still count some that have just ended.
+    EXPECT_LT(last.threads - first.threads, 10);
+}
+
+}  // namespace
+
+TEST(Unloading, GivesBackWhatLoadingTook)
+{
+    constexpr int kTurns = 1000, kTurnsPerEditor = 100;
+    loadHostsLibraries();
+    for (const auto run : {runVst2, runVst3}) {
+        SCOPED_TRACE(run == runVst2 ? "VST 2" : "VST 3");
+        expectNothingLeft(kTurns, [&](int turn) { run(turn % kTurnsPerEditor == 0); });
+    }
+}
+
+TEST(Unloading, GivesBackWhatItTookForThreadsThatLiveOn)
+{
+    constexpr int kTurns = 100, kThreads = 4;
+    expectNothingLeft(kTurns, [](int) {
+        auto library = std::make_unique<host::SharedLibrary>(ZKR_RUNTIME_MODULE);
+        auto* const use = reinterpret_cast<void (*)()>(library->find("useRuntime"));
+        auto* const counted = reinterpret_cast<int (*)()>(library->find("countedByRuntime"));
+        std::atomic<int> done{0};
+        std::atomic<bool> unloaded{false};
+        std::vector<std::thread> threads;
+        for (int i = 0; i < kThreads; ++i)
+            threads.emplace_back([&, livesOn = i % 2 == 0] {
+                use();
+                ++done;
+                while (livesOn && !unloaded)
+                    std::this_thread::yield();
+            });
+        while (done < kThreads)
+            std::this_thread::yield();
+        EXPECT_EQ(counted(), 100 * kThreads);
+        library.reset();
+        unloaded = true;
+        for (std::thread& thread : threads)
+            thread.join();
+    });
+}
+
+TEST(Unloading, LetsANewerFileTakeTheLibrarysPlace)
+{
+    namespace fs = std::filesystem;
+    const fs::path place = ZKR_VST2_LIBRARY "-replaced", newer = ZKR_VST2_LIBRARY "-newer";
+    const auto put = [&](const char* library) {
+        fs::copy_file(library, newer, fs::copy_options::overwrite_existing);
+        fs::rename(newer, place);
+    };
+    put(ZKR_VST2_LIBRARY);
+    host::NativePlugin(place.string());
+    put(ZKR_VST3_LIBRARY);
+    EXPECT_TRUE(host::SharedLibrary(place.string()).find("GetPluginFactory"));
+    fs::remove(place);
 }
