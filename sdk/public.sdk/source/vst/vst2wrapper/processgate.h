@@ -3,8 +3,6 @@
 #pragma once
 
 #include <atomic>
-#include <chrono>
-#include <mutex>
 #include <thread>
 
 namespace Steinberg {
@@ -40,40 +38,44 @@ public:
         bool admitted;
     };
 
-    // A setup's stay. Waits for the block that is inside. A setup may contain others of its thread;
-    // those of other threads wait for one another.
+    // A setup's stay. Waits for the block that is inside, and for setups of other threads; a setup
+    // may contain others of its own thread.
     class Setup {
     public:
-        explicit Setup(ProcessGate& owner) : gate(owner), lock(owner.setups)
+        explicit Setup(ProcessGate& owner) : gate(owner)
         {
-            if (gate.depth++ > 0)
-                return;
-            State free = State::Free;
-            while (
-                !gate.state.compare_exchange_weak(free, State::Setup, std::memory_order_acquire)) {
-                free = State::Free;
-                std::this_thread::sleep_for(std::chrono::microseconds(50));
+            const std::thread::id caller = std::this_thread::get_id();
+            if (gate.setupThread != caller) {
+                State free = State::Free;
+                while (!gate.state.compare_exchange_weak(free, State::Setup,
+                                                         std::memory_order_acquire)) {
+                    free = State::Free;
+                    std::this_thread::yield();
+                }
+                gate.setupThread = caller;
             }
+            ++gate.depth;
         }
         ~Setup()
         {
-            if (--gate.depth == 0)
-                gate.state.store(State::Free, std::memory_order_release);
+            if (--gate.depth > 0)
+                return;
+            gate.setupThread = std::thread::id();
+            gate.state.store(State::Free, std::memory_order_release);
         }
         Setup(const Setup&) = delete;
         Setup& operator=(const Setup&) = delete;
 
     private:
         ProcessGate& gate;
-        std::lock_guard<std::recursive_mutex> lock;
     };
 
 private:
     enum class State { Free, Block, Setup };
 
     std::atomic<State> state{State::Free};
-    std::recursive_mutex setups;
-    int depth = 0;
+    std::atomic<std::thread::id> setupThread{std::thread::id()};
+    int depth = 0;  // of the setup inside
 };
 
 }  // namespace Vst
