@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <pthread.h>
+#include <sched.h>
 #include <windows.h>
 
 namespace {
@@ -96,6 +97,17 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID)
     if (reason == DLL_THREAD_DETACH)
         endValues(GetCurrentThreadId());
     return TRUE;
+}
+
+pthread_t pthread_self()
+{
+    return GetCurrentThreadId();
+}
+
+int sched_yield()
+{
+    Sleep(0);
+    return 0;
 }
 
 int pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t*)
