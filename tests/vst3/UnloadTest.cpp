@@ -44,9 +44,10 @@ void runVst3(bool withEditor)
         turnLoop();
 }
 
-// Loads, uses and unloads a library many times by `run`, which is told the number of the turn.
+// Loads, uses and unloads a library many times by `run`, which is told the number of the turn. At
+// the end a few bytes may be missing.
 template <typename Run>
-void expectNothingLeft(int turns, const Run& run)
+void expectNothingLeft(int turns, int bytes, const Run& run)
 {
     // Fonts and the like are taken for good by the first turns.
     constexpr int kFirst = 9;
@@ -57,10 +58,10 @@ void expectNothingLeft(int turns, const Run& run)
             first = holdingsAtRest();
     }
     const Holdings last = holdingsAtRest();
-    EXPECT_LT(last.heap - first.heap, turns) << "a byte each turn";
-    EXPECT_LT(last.memory - first.memory, 1 << 20);
     EXPECT_EQ(last.descriptors, first.descriptors);
     EXPECT_EQ(last.drawing, first.drawing);
+    EXPECT_LE(last.heap - first.heap, bytes);
+    EXPECT_LT(last.memory - first.memory, 1 << 20);
     // The system may still count some that have just ended.
     EXPECT_LT(last.threads - first.threads, 10);
 }
@@ -69,18 +70,19 @@ void expectNothingLeft(int turns, const Run& run)
 
 TEST(Unloading, GivesBackWhatLoadingTook)
 {
-    constexpr int kTurns = 1000, kTurnsPerEditor = 100;
+    constexpr int kTurns = 1000, kTurnsPerEditor = 100, kBytes = 200;
     loadHostsLibraries();
     for (const auto run : {runVst2, runVst3}) {
         SCOPED_TRACE(run == runVst2 ? "VST 2" : "VST 3");
-        expectNothingLeft(kTurns, [&](int turn) { run(turn % kTurnsPerEditor == 0); });
+        expectNothingLeft(kTurns, kBytes, [&](int turn) { run(turn % kTurnsPerEditor == 0); });
     }
 }
 
 TEST(Unloading, GivesBackWhatItTookForThreadsThatLiveOn)
 {
-    constexpr int kTurns = 100, kThreads = 4;
-    expectNothingLeft(kTurns, [](int) {
+    // The system keeps some for new threads.
+    constexpr int kTurns = 100, kThreads = 4, kBytes = 10000;
+    expectNothingLeft(kTurns, kBytes, [](int) {
         auto library = std::make_unique<host::SharedLibrary>(ZKR_RUNTIME_MODULE);
         auto* const use = reinterpret_cast<void (*)()>(library->find("useRuntime"));
         auto* const counted = reinterpret_cast<int (*)()>(library->find("countedByRuntime"));
