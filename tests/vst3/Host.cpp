@@ -160,7 +160,7 @@ void Instance::activate(double rate, int32 maxBlock, int32 processMode)
     for (const BusDirection direction : {kInput, kOutput})
         EXPECT_EQ(component->activateBus(kAudio, direction, 0, true), kResultOk);
     EXPECT_EQ(component->setActive(true), kResultOk);
-    processor->setProcessing(true);
+    EXPECT_EQ(processor->setProcessing(true), kResultOk);
     active = true;
 }
 
