@@ -74,7 +74,9 @@ TEST(Unloading, GivesBackWhatLoadingTook)
     loadHostsLibraries();
     for (const auto run : {runVst2, runVst3}) {
         SCOPED_TRACE(run == runVst2 ? "VST 2" : "VST 3");
-        expectNothingLeft(kTurns, kBytes, [&](int turn) { run(turn % kTurnsPerEditor == 0); });
+        // The window system's library grows once more with the second editor.
+        expectNothingLeft(kTurns, kBytes,
+                          [&](int turn) { run(turn < 5 || turn % kTurnsPerEditor == 0); });
     }
 }
 
