@@ -317,7 +317,7 @@ TEST_F(WrappedEffect, ABlockThatMeetsASetupIsSilentAndTheSetupWaitsForABlock)
     std::atomic<bool> stop{false};
     std::thread audio([&] {
         while (!stop) {
-            host.block();
+            host.effect->processReplacing(host.effect, inputs, outputs, 16);
             host.component->blocks.clear();
         }
     });
