@@ -120,7 +120,8 @@ TEST_F(Threads, TheEditorFollowsWhatAnotherThreadSetsAndNobodyHangs)
     std::atomic<bool> stop{false};
     std::thread worker([&] {
         std::mt19937 random(1);
-        while (!stop) {
+        // The pause lets the interface thread have the lock.
+        for (; !stop; std::this_thread::sleep_for(1ms)) {
             const std::lock_guard<std::mutex> lock(hostsLock);
             plugin.load(random() % 2 ? narrow : wide);
             EXPECT_GT(plugin.state().size(), 48000u);
