@@ -340,12 +340,12 @@ TEST_F(WrappedEffect, ABlockThatMeetsASetupIsSilentAndTheSetupWaitsForABlock)
 TEST_F(WrappedEffect, AValueThatIsSetWhileTheStateIsTakenOverIsNotLost)
 {
     const std::string state = host.chunk();
-    const auto expectSettled = [&](double value) {
+    const auto expectSettled = [&](float value) {
         host.call(effEditIdle);
         host.block();
-        EXPECT_EQ(static_cast<double>(host.get(0)), value);
-        EXPECT_EQ(host.controller->getParamNormalized(kLevelId), value);
-        EXPECT_EQ(host.component->heard[kLevelId], value);
+        EXPECT_EQ(host.get(0), value);
+        EXPECT_EQ(static_cast<float>(host.controller->getParamNormalized(kLevelId)), value);
+        EXPECT_EQ(static_cast<float>(host.component->heard[kLevelId]), value);
     };
     // As the wrapper reads what the controller has now, on the audio thread.
     plugin.whileValueIsRead = [&, count = 0](ParamID id) mutable {
@@ -354,7 +354,7 @@ TEST_F(WrappedEffect, AValueThatIsSetWhileTheStateIsTakenOverIsNotLost)
     };
     host.restore(state);
     plugin.whileValueIsRead = nullptr;
-    expectSettled(0.125);
+    expectSettled(0.125f);
 
     std::atomic<int> round{0};
     std::thread setter([&] {
@@ -372,7 +372,7 @@ TEST_F(WrappedEffect, AValueThatIsSetWhileTheStateIsTakenOverIsNotLost)
     // Which of the two came last is not known; but all agree on it.
     host.call(effEditIdle);
     host.block();
-    expectSettled(static_cast<double>(host.get(0)));
+    expectSettled(host.get(0));
 }
 
 TEST_F(WrappedEffect, ABlockBeforeTheMainsAreOnFindsTheComponentActive)

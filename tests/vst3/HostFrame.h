@@ -24,7 +24,7 @@ public:
     void remove();
     // Lets go of the view without removing it first, as hosts do that are in a hurry.
     void forget();
-    // Turns the loop until it holds; false after three seconds.
+    // Turns the loop until it holds; false after half a minute.
     bool soon(const std::function<bool()>& condition);
 
     tresult PLUGIN_API resizeView(IPlugView* asking, ViewRect* size) SMTG_OVERRIDE;

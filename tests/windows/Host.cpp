@@ -13,7 +13,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds kDoubleClickTime(520);
-constexpr std::chrono::seconds kPatience(3);
+constexpr std::chrono::seconds kPatience(30);
 constexpr int kSettling = 40;  // ms: a repaint and what follows
 // ms: where the pointer enters a window, Wine sets its keys and its place to those of the X server,
 // of which it hears a little later.

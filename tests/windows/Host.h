@@ -31,7 +31,7 @@ public:
     void holdingControl(const std::function<void()>& action);
     void type(const std::string& text) { hands::type(text); }
     void pause(int milliseconds);
-    // False after three seconds.
+    // False after half a minute.
     bool waitFor(const std::function<bool()>& condition);
 };
 
@@ -66,7 +66,7 @@ public:
     // Lets the user act while all hosts' idle calls go on, and some time longer.
     static void user(const std::function<void(User&)>& script);
     static void idleFor(int milliseconds);
-    // Whether it holds within three seconds.
+    // Whether it holds within half a minute.
     static bool soon(const std::function<bool()>& condition);
 
     AEffect* effect;
