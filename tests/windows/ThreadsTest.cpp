@@ -169,6 +169,9 @@ TEST_F(Threads, TheEditorFollowsWhatAnotherThreadSetsAndNobodyHangs)
     audio.join();
     hands.join();
 
+    // Left and right of these work one switch, and the last to arrive wins, which no project tells.
+    for (const unsigned id : {kTrfoDsL, kTrfoDsR, kAmpDsbL, kAmpDsbR})
+        host->automate(id, 0.0);
     // All agree in the end: host, editor, what a project would keep, and what is heard.
     const bool preamp = host->value(kQB11) >= 0.5f, secondary = host->value(k2x) >= 0.5f;
     EXPECT_TRUE(Host::soon(
