@@ -1,4 +1,4 @@
-// CInfo: its lines.
+// CInfo: draws the lines of the panel, and closes it at a click.
 #include "CInfo.h"
 
 #include "Makers.h"

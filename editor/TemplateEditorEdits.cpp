@@ -175,7 +175,7 @@ void TemplateEditor::setLinkedByOffset(ParamID id, double value, ParamID partner
         write(partner, std::clamp(value - offset, 0.0, 1.0));
 }
 
-// Of two switches that differ, the partner keeps its distance and so its own way.
+// The partner moves by the same amount, within 0 to 1: two switches that differ become alike.
 void TemplateEditor::setLinkedByDelta(ParamID id, double value, ParamID partner)
 {
     const double moved = value - controller->getParamNormalized(id);

@@ -1,4 +1,4 @@
-// The processor with its inside open, and a host small enough to drive it by hand.
+// The processor with its protected members open to tests, and the host calls that drive it.
 #pragma once
 
 #include "ParameterIds.h"

@@ -1,4 +1,4 @@
-// The window that is none.
+// A platform frame that draws into memory, for tests and pictures.
 #include "vstgui/platform/offscreenframe.h"
 
 namespace VSTGUI {
