@@ -1,5 +1,5 @@
 // The four layouts, the info panel and the editor without power, compared with reference pictures.
-#include "../windows/Pictures.h"
+#include "Pictures.h"
 #include "EditorStage.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // The built library, loaded and driven as a host does it, through the entry a host uses.
-#include "../Noise.h"
+#include "Noise.h"
 #include "NativePlugin.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The controller between the user's thread and another one on which the host sets states.
-#include "../Times.h"
+#include "Times.h"
 #include "ControllerProbe.h"
 
 #include "public.sdk/source/common/memorystream.h"

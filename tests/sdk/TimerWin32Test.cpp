@@ -1,5 +1,5 @@
 // The timer on Windows, which ticks on the thread that made it and may be ended on any.
-#include "../Times.h"
+#include "Times.h"
 
 #include "base/source/timer.h"
 

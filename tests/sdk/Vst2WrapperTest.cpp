@@ -1,5 +1,5 @@
 // Vst2Wrapper as a host meets it: creation, the C border, parameters, rates, buses and blocks.
-#include "../Times.h"
+#include "Times.h"
 #include "FakePlugin.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // interfaces. It does one step at a time, so that a test can take them in any order.
 #pragma once
 
-#include "../Noise.h"
+#include "Noise.h"
 #include "SharedLibrary.h"
 
 #include "pluginterfaces/vst/ivstaudioprocessor.h"

@@ -1,5 +1,5 @@
 // The bundle's editor in windows of VST 3 hosts.
-#include "../Times.h"
+#include "Times.h"
 #include "HostFrame.h"
 #include "ParameterIds.h"
 #include "Pictures.h"

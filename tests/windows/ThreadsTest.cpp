@@ -1,7 +1,7 @@
 // An open editor while other threads set states and parameters, process, and end instances. Run
 // under the thread sanitizer as well.
-#include "../Noise.h"
-#include "../Times.h"
+#include "Noise.h"
+#include "Times.h"
 #include "BankFormat.h"
 #include "EditorOnScreen.h"
 

@@ -2,7 +2,7 @@
 // the message loop between them.
 #pragma once
 
-#include "../../windows/HostWindow.h"
+#include "HostWindow.h"
 
 #include <functional>
 #include <string>

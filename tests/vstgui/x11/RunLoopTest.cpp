@@ -1,5 +1,5 @@
 // The loop that hosts' idle calls turn.
-#include "../../Times.h"
+#include "Times.h"
 #include "HostWindow.h"
 
 #include "vstgui/vstgui.h"
