@@ -35,7 +35,6 @@ bool stateIn(const Bytes& chunk, Bytes& state)
 expected::Controller modelOf(const Bytes& chunk, const expected::Preset& reset)
 {
     expected::Controller model;
-    model.state.assign(chunk.begin() + kChunkHead, chunk.end());
     for (std::size_t i = 0; i < model.bank.size(); ++i) {
         // Behind prefix, header and the presets before: a name of 168 bytes, values of 32 each.
         const std::size_t at = kChunkHead + 8 + 41 + i * (168 + 58 * 32);
@@ -62,9 +61,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Bytes given(data, data + size);
     expected::Controller wanted = modelOf(start, reset);
     project.load(given);
-    Bytes state;
+    Bytes state, buffer(start.begin() + kChunkHead, start.end());
     if (stateIn(given, state))
-        wanted.loadState(state);
+        wanted.loadState(state, buffer);
 
     const Bytes after = project.save();
     const expected::Controller now = modelOf(after, reset);

@@ -1,41 +1,12 @@
-// A controller with its bank laid open, the host that listens to it, and images to feed it.
+// A controller with its bank laid open, next to what is expected of it.
 #pragma once
 
 #include "ExpectedBank.h"
 #include "MemoryStore.h"
 #include "PitchNamesController.h"
+#include "TemporaryFolder.h"
 
 #include <cstring>
-
-struct ListeningHost : Steinberg::Vst::IComponentHandler {
-    Steinberg::tresult PLUGIN_API beginEdit(Steinberg::Vst::ParamID) override { return 0; }
-    Steinberg::tresult PLUGIN_API performEdit(Steinberg::Vst::ParamID id, double value) override
-    {
-        inOrder = inOrder && id == edits % 58;
-        last[id % 58] = static_cast<float>(value);
-        ++edits;
-        return 0;
-    }
-    Steinberg::tresult PLUGIN_API endEdit(Steinberg::Vst::ParamID) override { return 0; }
-    Steinberg::tresult PLUGIN_API restartComponent(Steinberg::int32) override { return 0; }
-    Steinberg::tresult PLUGIN_API queryInterface(const Steinberg::TUID, void** object) override
-    {
-        *object = nullptr;
-        return Steinberg::kNoInterface;
-    }
-    Steinberg::uint32 PLUGIN_API addRef() override { return 1; }
-    Steinberg::uint32 PLUGIN_API release() override { return 1; }
-
-    void forget()
-    {
-        edits = 0;
-        inOrder = true;
-    }
-
-    unsigned edits = 0;
-    bool inOrder = true;  // ids ran from 0 to 57, again and again
-    std::array<float, 58> last{};
-};
 
 class OpenedController : public Steinberg::Vst::PitchNamesController {
 public:
@@ -43,12 +14,15 @@ public:
         : Steinberg::Vst::PitchNamesController(settings)
     {
         initialize(nullptr);
-        setComponentHandler(&host);
     }
-    ~OpenedController() override
+    ~OpenedController() override { terminate(); }
+
+    Steinberg::tresult performEdit(Steinberg::Vst::ParamID id, double value) override
     {
-        setComponentHandler(nullptr);
-        terminate();
+        inOrder = inOrder && id == edits % 58;
+        last[id % 58] = static_cast<float>(value);
+        ++edits;
+        return Steinberg::kResultOk;
     }
 
     // What the expectations start from.
@@ -58,7 +32,6 @@ public:
         std::memcpy(copy.bank.data(), presetBank.get(), sizeof copy.bank);
         std::memcpy(copy.reset.data(), &resetImage, sizeof copy.reset);
         copy.selected = static_cast<std::size_t>(currentPreset);
-        copy.state.assign(stateBuffer.get(), stateBuffer.get() + kStateBufferSize);
         return copy;
     }
     // Back to that, with no word to anybody.
@@ -67,8 +40,12 @@ public:
         std::memcpy(presetBank.get(), wanted.bank.data(), sizeof wanted.bank);
         std::memcpy(&resetImage, wanted.reset.data(), sizeof wanted.reset);
         currentPreset = static_cast<Steinberg::int32>(wanted.selected);
-        std::memcpy(stateBuffer.get(), wanted.state.data(), wanted.state.size());
-        host.forget();
+        edits = 0;
+        inOrder = true;
+    }
+    void setStateBuffer(const expected::Bytes& state)
+    {
+        std::memcpy(stateBuffer.get(), state.data(), kStateBufferSize);
     }
 
     // That bank and selection are as wanted, and that the host has heard of `selections` of them,
@@ -78,10 +55,59 @@ public:
         const PresetSlot& selected = *(presetBank.get() + currentPreset);
         return static_cast<std::size_t>(currentPreset) == wanted.selected
             && std::memcmp(presetBank.get(), wanted.bank.data(), sizeof wanted.bank) == 0
-            && host.edits == 58u * static_cast<unsigned>(selections) && host.inOrder
+            && edits == 58u * static_cast<unsigned>(selections) && inOrder
             && (selections == 0
-                || std::memcmp(host.last.data(), selected.values, sizeof selected.values) == 0);
+                || std::memcmp(last.data(), selected.values, sizeof selected.values) == 0);
     }
 
-    ListeningHost host;
+private:
+    unsigned edits = 0;
+    bool inOrder = true;  // ids ran from 0 to 57, again and again
+    std::array<float, 58> last{};
+};
+
+enum class Road { BankFile, PresetFile, StoredBank, StoredPreset };
+
+// Gives the same images to the controller and to what is expected of it, always from `start` on.
+struct CheckedController {
+    CheckedController() : start(controller.now()) { }
+
+    // Whether the controller holds afterwards what the image's records say. Leaves that in
+    // `wanted`.
+    bool loads(Road road, const expected::Bytes& image, bool reversed = false)
+    {
+        const bool isFile = road == Road::BankFile || road == Road::PresetFile;
+        const bool isBank = road == Road::BankFile || road == Road::StoredBank;
+        if (isFile) {
+            // Some systems wait for the disk when a file is truncated.
+            std::filesystem::remove(path);
+            writeContent(path, std::string(image.begin(), image.end()));
+        } else
+            store.values[isBank ? "DefaultBank" : "MemoB"] = image;
+        controller.become(wanted = start);
+        switch (road) {
+        case Road::BankFile:
+            controller.loadBank(path.c_str(), reversed);
+            break;
+        case Road::PresetFile:
+            controller.loadPreset(path.c_str(), reversed);
+            break;
+        case Road::StoredBank:
+            controller.loadDefaultBank();
+            break;
+        case Road::StoredPreset:
+            controller.loadMemoB();
+            break;
+        }
+        return controller.is(wanted,
+                             wanted.loadImage(image, isBank ? 0x38 : 0x22, isFile, reversed));
+    }
+
+    platform::MemoryStore store;
+    OpenedController controller{store};
+    expected::Controller start, wanted;
+
+private:
+    TemporaryFolder folder;
+    const std::string path = folder / "image";
 };

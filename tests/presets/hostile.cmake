@@ -2,7 +2,7 @@
 find_package(Threads REQUIRED)
 zkr_test(corruption_test SOURCES CorruptionTest.cpp LINK zkr_params)
 # The code under test is in libraries and keeps its sanitizers; what is expected of it is worked out
-# millions of times.
+# some hundred thousand times.
 set_source_files_properties(CorruptionTest.cpp PROPERTIES
   COMPILE_OPTIONS "-O2;-fno-sanitize=all")
 
