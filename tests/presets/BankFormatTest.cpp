@@ -1,192 +1,124 @@
-// The bytes of images as users' files hold them, and what becomes of a file that is not good.
+// The bytes of images as users' files hold them, and where the files lie.
 #include "ControllerProbe.h"
-#include "HandMadeImages.h"
-
 #include "Files.h"
-
-#include <filesystem>
-#include <fstream>
+#include "HandMadeImages.h"
+#include "TemporaryFolder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-Bytes bytesAt(const Bytes& image, std::size_t offset, std::size_t count)
-{
-    const auto first = image.begin() + static_cast<std::ptrdiff_t>(offset);
-    return Bytes(first, first + static_cast<std::ptrdiff_t>(count));
-}
-
-// Where the records of a good image begin: name and 58 values for each preset.
-std::size_t nameRecordAt(int preset)
-{
-    return 41 + static_cast<std::size_t>(preset) * (168 + 58 * 32);
-}
-std::size_t valueRecordAt(int preset, unsigned id)
-{
-    return nameRecordAt(preset) + 168 + id * 32;
-}
-
 struct BankFiles : testing::Test {
-    BankFiles() : folder(fs::temp_directory_path() / ("zkrt46-" + std::to_string(std::rand())))
+    BankFiles()
     {
-        fs::create_directories(folder / fs::u8path(u8"Größe 音"));
         fillWithOddValues(controller);
         controller.setCurrentPreset(3);
     }
-    ~BankFiles() override
+
+    std::string lastFile()
     {
-        fs::current_path(fs::temp_directory_path());
-        fs::remove_all(folder);
+        return std::string(controller.getCurrDir()) + controller.getCurrBank();
     }
 
-    std::string path(const std::string& name) const
-    {
-        return ((folder / fs::u8path(u8"Größe 音")) / fs::u8path(name)).u8string();
-    }
-    std::string write(const Bytes& bytes, const std::string& name = "in.zkb")
-    {
-        std::ofstream(fs::u8path(path(name)), std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()),
-                   static_cast<std::streamsize>(bytes.size()));
-        return path(name);
-    }
-    Bytes read(const std::string& name)
-    {
-        std::ifstream file(fs::u8path(path(name)), std::ios::binary);
-        return Bytes(std::istreambuf_iterator<char>(file), {});
-    }
-
-    fs::path folder;
+    TemporaryFolder folder{u8" Größe 音"};
     platform::MemoryStore store;
     ControllerProbe controller{store};
 };
 
 TEST_F(BankFiles, HoldHeaderAndRecordsAtTheirPlaces)
 {
-    controller.preset(2).values[26] = 0.25f;
-    const Bytes image = controller.bankImage();
-    ASSERT_EQ(image.size(), 48617u);
-    EXPECT_EQ(bytesAt(image, 0, 25),
-              (Bytes{0x36, 0x34, 0x74, 0x5A, 0x38,                 // magic, kind
-                     0x00, 0x01, 0x00, 0x01,                       // format word
-                     58,   0,    0,    0,    0x88, 0x05, 0, 0,     // parameters, 1416 records
-                     3,    0,    0,    0,    0xC0, 0xBD, 0, 0}));  // current preset, 48576 bytes
-    EXPECT_EQ(bytesAt(image, 25, 16), Bytes(16, 0));
-    EXPECT_EQ(bytesAt(image, nameRecordAt(2), 18),
-              (Bytes{0, 0, 0, 0, 0x9C, 0, 0, 0, 2, 0, 0, 0, 'O', 'd', 'd', ' ', '2', 0}));
-    EXPECT_EQ(bytesAt(image, valueRecordAt(2, 26), 32),
-              (Bytes{1, 0, 0, 0, 0x14, 0, 0, 0, 2, 0, 0,    0,    26, 0, 0, 0,
-                     0, 0, 0, 0, 0,    0, 0, 0, 0, 0, 0x80, 0x3E, 0,  0, 0, 0}));
+    handmade::Image bank, preset;
+    for (unsigned index = 0; index < 24; ++index) {
+        const std::string name = "Odd " + std::to_string(index);
+        const float* const values = controller.preset(static_cast<int32>(index)).values;
+        bank.name(index, name);
+        for (unsigned id = 0; id < 58; ++id)
+            bank.value(index, id, values[id]);
+        // A preset's image bears index 0 wherever the preset lies.
+        if (index == 3)
+            preset.name(0, name);
+        for (unsigned id = 0; index == 3 && id < 58; ++id)
+            preset.value(0, id, values[id]);
+    }
+    EXPECT_EQ(controller.bankImage(), bank.finish(handmade::kBank, 3));
+    EXPECT_EQ(controller.presetImage(), preset.finish(handmade::kPreset));
+}
 
-    const Bytes preset = controller.presetImage();
-    ASSERT_EQ(preset.size(), 2065u);
-    EXPECT_EQ(bytesAt(preset, 4, 21), (Bytes{0x22, 0x00, 0x01, 0x00, 0x01, 58, 0,    0,    0, 59, 0,
-                                             0,    0,    0,    0,    0,    0,  0xE8, 0x07, 0, 0}))
-        << "a preset's image bears index 0 wherever the preset lies";
-    EXPECT_EQ(bytesAt(preset, 41 + 8, 9), (Bytes{0, 0, 0, 0, 'O', 'd', 'd', ' ', '3'}));
+struct HidingController : ControllerProbe {
+    using ControllerProbe::ControllerProbe;
+    bool isParameterHidden(ParamID id) override { return id == kChannel || id == kHGainR2; }
+};
+
+TEST_F(BankFiles, LeaveHiddenParametersOutOfRecordsAndCounts)
+{
+    HidingController hiding(store);
+    fillWithOddValues(hiding);
+    Bytes bank, preset;
+    EXPECT_EQ(hiding.serializeBank(bank), 41 + 24 * (168 + 56 * 32));
+    EXPECT_EQ(hiding.serializePreset(preset), 41 + 168 + 56 * 32);
+    EXPECT_EQ(readHeader(bank.data()).recordCount, 24 * 57);
+    EXPECT_EQ(readHeader(preset.data()).recordCount, 57);
+    EXPECT_EQ(static_cast<std::size_t>(readHeader(bank.data()).payloadSize), bank.size() - 41);
+    hiding.storeDefaultBank();
+    ControllerProbe next(store);
+    for (ParamID id = 0; id < kPresetParamCount; ++id)
+        EXPECT_EQ(next.preset(9).values[id],
+                  (hiding.isParameterHidden(id) ? factoryBank()[0] : hiding.preset(9)).values[id]);
 }
 
 TEST_F(BankFiles, GiveBackTheSameBankAndPreset)
 {
     const Bytes saved = controller.bank();
-    controller.saveBank(path("my.zkb").c_str());
+    controller.saveBank((folder / "my.zkb").c_str());
     controller.setCurrentPreset(5);
-    controller.savePreset(path("my.zkr").c_str());
-    EXPECT_EQ(read("my.zkr").size(), 2065u);
+    controller.savePreset((folder / "my.zkr").c_str());
     platform::MemoryStore empty;
     ControllerProbe other(empty);
     other.setCurrentPreset(7);
-    other.loadBank(path("my.zkb").c_str(), false);
+    other.loadBank((folder / "my.zkb").c_str(), false);
     EXPECT_EQ(other.bank(), saved);
     EXPECT_EQ(other.getCurrentPreset(), 0) << "a bank file always ends on preset 0";
     other.setCurrentPreset(7);
-    other.loadPreset(path("my.zkr").c_str(), false);
+    other.loadPreset((folder / "my.zkr").c_str(), false);
     EXPECT_EQ(other.getCurrentPreset(), 7);
     EXPECT_EQ(std::memcmp(&other.preset(7), &controller.preset(5), 256), 0);
-}
 
-TEST_F(BankFiles, OfABigEndianMachineAreReadAlikeUnlessTheyAreTurnedRoundOnceMore)
-{
-    const Bytes little = handmade::goodBank(1, 7), big = handmade::goodBank(1, 7, true);
-    const Bytes before = controller.bank();
-    for (const Bytes& image : {little, big}) {
-        controller.setCurrentPreset(3);
-        controller.loadBank(write(image).c_str(), true);
-        EXPECT_EQ(controller.bank(), before);
-        EXPECT_EQ(controller.getCurrentPreset(), 0);
-    }
-    controller.loadBank(write(little).c_str(), false);
-    const Bytes wanted = controller.bank();
-    EXPECT_NE(wanted, before);
-    platform::MemoryStore empty;
-    ControllerProbe other(empty);
-    other.loadBank(write(big).c_str(), false);
-    EXPECT_EQ(other.bank(), wanted);
-}
-
-// What follows the payload does not matter, be it more than is ever read of a file.
-TEST_F(BankFiles, AreLoadedWhateverFollowsTheBank)
-{
-    Bytes image = handmade::goodBank(1, 7);
-    controller.loadBank(write(image).c_str(), false);
-    const Bytes wanted = controller.bank();
-    for (const std::size_t size : {image.size() + 1, kMostOfFile + 1}) {
-        image.resize(size);
-        platform::MemoryStore empty;
-        ControllerProbe other(empty);
-        other.loadBank(write(image).c_str(), false);
-        EXPECT_EQ(other.bank(), wanted) << size;
-    }
-}
-
-TEST_F(BankFiles, OfTheOtherKindOrWithoutAFileChangeNothing)
-{
-    const Bytes before = controller.bank();
-    controller.host.calls.clear();
-    controller.loadBank(path("missing.zkb").c_str(), false);
-    controller.loadBank(nullptr, false);
-    controller.loadPreset(write(controller.bankImage(), "in.zkr").c_str(), false);
-    EXPECT_EQ(controller.getCurrentPreset(), 3);
-    EXPECT_TRUE(controller.host.calls.empty());
-    controller.loadBank(write(controller.presetImage()).c_str(), false);
-    EXPECT_EQ(controller.getCurrentPreset(), 0) << "a preset is read up to its kind";
-    EXPECT_EQ(controller.bank(), before);
+    other.host.calls.clear();
+    other.loadBank((folder / "missing.zkb").c_str(), false);
+    other.loadBank(nullptr, false);
+    EXPECT_TRUE(other.host.calls.empty());
 }
 
 TEST_F(BankFiles, LieWhereTheirPathSaysAndTheFolderIsKept)
 {
-    controller.saveBank(path("first.zkb").c_str());
-    EXPECT_STREQ(controller.getCurrBank(), "first.zkb");
-    EXPECT_EQ(std::string(controller.getCurrDir()) + "first.zkb", path("first.zkb"));
-    fs::current_path(folder);
-    controller.savePreset(path("one.zkr").c_str());
+    const auto sizeOf = [this](const std::string& name) { return contentOf(folder / name).size(); };
+    controller.saveBank((folder / "first.zkb").c_str());
+    EXPECT_EQ(lastFile(), folder / "first.zkb");
+    fs::current_path(fs::temp_directory_path());
+    controller.savePreset((folder / "one.zkr").c_str());
     EXPECT_STREQ(controller.getCurrPreset(), "one.zkr");
-    EXPECT_TRUE(fs::equivalent(fs::current_path(), folder / fs::u8path(u8"Größe 音")))
+    EXPECT_TRUE(fs::equivalent(fs::current_path(), folder.path()))
         << "files are opened from their folder";
 
     // Without a separator the name used last is opened.
-    fs::remove(fs::u8path(path("first.zkb")));
+    fs::remove(fs::u8path(folder / "first.zkb"));
     controller.saveBank("ignored.zkb");
-    EXPECT_EQ(read("first.zkb").size(), 48617u);
-    EXPECT_FALSE(fs::exists(fs::u8path(path("ignored.zkb"))));
-
+    EXPECT_EQ(sizeOf("first.zkb"), 48617u);
     // As long as file systems allow.
-    const std::string longName = path(std::string(251, 'n') + ".zkb");
-    controller.saveBank(longName.c_str());
-    EXPECT_EQ(fs::file_size(fs::u8path(longName)), 48617u);
-    controller.saveBank((path("no such folder") + platform::kPathSeparator + "x.zkb").c_str());
-    EXPECT_EQ(fs::file_size(fs::u8path(longName)), 48617u);
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder / fs::u8path(u8"Größe 音")), {}), 3)
-        << "something was left behind";
+    const std::string longName = std::string(251, 'n') + ".zkb";
+    controller.saveBank((folder / longName).c_str());
+    EXPECT_EQ(sizeOf(longName), 48617u);
+    controller.saveBank((folder / "no such folder" + platform::kPathSeparator + "x.zkb").c_str());
+    EXPECT_EQ(folder.count(), 3) << "something was left behind";
 }
 
 TEST_F(BankFiles, InAFolderTooLongToBeRememberedLeaveTheFolderAndFileOfBefore)
 {
     if (platform::kPathSeparator == '\\')
         GTEST_SKIP() << "Windows enters no such folder";
-    controller.saveBank(path("first.zkb").c_str());
-    std::string far = path(std::string(120, 'f'));
+    const std::string first = folder / "first.zkb";
+    controller.saveBank(first.c_str());
+    std::string far = folder / std::string(120, 'f');
     for (int i = 0; i < 2; ++i)
         far += platform::kPathSeparator + std::string(120, 'f');
     fs::create_directories(fs::u8path(far));
@@ -194,11 +126,11 @@ TEST_F(BankFiles, InAFolderTooLongToBeRememberedLeaveTheFolderAndFileOfBefore)
     controller.preset(0).values[0] = 0.125f;
     controller.saveBank(far.c_str());
     EXPECT_EQ(fs::file_size(fs::u8path(far)), 48617u);
-    EXPECT_EQ(std::string(controller.getCurrDir()) + controller.getCurrBank(), path("first.zkb"));
-    controller.loadBank(path("first.zkb").c_str(), false);
+    EXPECT_EQ(lastFile(), first);
+    controller.loadBank(first.c_str(), false);
     controller.loadBank(far.c_str(), false);
     EXPECT_EQ(controller.preset(0).values[0], 0.125f);
-    EXPECT_EQ(std::string(controller.getCurrDir()) + controller.getCurrBank(), path("first.zkb"));
+    EXPECT_EQ(lastFile(), first);
 }
 
 }  // namespace

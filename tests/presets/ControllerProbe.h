@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,6 +24,8 @@ public:
     tresult PLUGIN_API beginEdit(ParamID id) override { return note("begin", id); }
     tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override
     {
+        if (onEdit)
+            onEdit(id);
         edits.emplace_back(id, value);
         return note("perform", id);
     }
@@ -45,6 +48,7 @@ public:
 
     Values edits;
     std::vector<std::string> calls;
+    std::function<void(ParamID)> onEdit;
 
 private:
     tresult note(const char* call, ParamID id)

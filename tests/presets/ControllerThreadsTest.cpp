@@ -1,23 +1,22 @@
 // The controller between the user's thread and another one on which the host sets states.
-#include "Times.h"
 #include "ControllerProbe.h"
+#include "Times.h"
 
 #include "public.sdk/source/common/memorystream.h"
 
 #include <array>
-#include <functional>
 #include <mutex>
 #include <random>
 
 namespace {
 
-// Keeps the last value of each parameter, when `meanwhile` has returned.
+// Keeps the last value of each parameter, when `onEdit` has returned, which is called once.
 class LastValues : public HostProbe {
 public:
     tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override
     {
-        if (meanwhile)
-            std::exchange(meanwhile, nullptr)();
+        if (onEdit)
+            std::exchange(onEdit, nullptr)(id);
         const std::lock_guard<std::mutex> lock(mutex);
         last[id] = value;
         return kResultOk;
@@ -28,7 +27,6 @@ public:
 
     std::mutex mutex;
     std::array<ParamValue, kPresetParamCount> last{};
-    std::function<void()> meanwhile;
 };
 
 struct ControllerThreads : testing::Test {
@@ -88,7 +86,7 @@ TEST_F(ControllerThreads, AnEditorHearsOnItsOwnThreadAloneAndOfTheLastValueInThe
 
 TEST_F(ControllerThreads, TheHostEndsWithTheNewerOfTwoValues)
 {
-    host.meanwhile = [&] { std::thread([&] { edit(kLGainL, 0.75); }).join(); };
+    host.onEdit = [&](ParamID) { std::thread([&] { edit(kLGainL, 0.75); }).join(); };
     edit(kLGainL, 0.25);
     EXPECT_EQ(controller.getParamNormalized(kLGainL), 0.75);
     EXPECT_EQ(host.last[kLGainL], 0.75);

@@ -50,6 +50,40 @@ struct Row {
     unsigned every;
 };
 
+// In either order of bytes, also turned round once more, of the kind that is asked for or the
+// other, and with whatever behind the records, be it more than is ever read of a file.
+TEST_F(Corruption, AGoodImageIsTakenUnlessItsKindOrOrderIsAnother)
+{
+    for (const bool bigEndian : {false, true})
+        for (const bool reversed : {false, true})
+            for (const Road road : {Road::BankFile, Road::PresetFile}) {
+                const bool isBank = road == Road::BankFile;
+                Bytes images[] = {goodBank(1, 7, bigEndian), goodPreset(1, bigEndian)};
+                Bytes& own = images[isBank ? 0 : 1];
+                const Bytes& other = images[isBank ? 1 : 0];
+                EXPECT_TRUE(checked.loads(road, own, reversed)) << bigEndian << reversed;
+                EXPECT_EQ(changedNothing(), reversed);
+                EXPECT_TRUE(checked.loads(road, other, reversed)) << bigEndian << reversed;
+                EXPECT_TRUE(changedNothing());
+                for (const std::size_t size : {own.size() + 1, kMostOfFile + 1}) {
+                    own.resize(size);
+                    EXPECT_TRUE(checked.loads(road, own, reversed)) << size;
+                    EXPECT_EQ(changedNothing(), reversed);
+                }
+            }
+}
+
+TEST_F(Corruption, WhatIsNotKnownIsPassedOver)
+{
+    Image image;
+    image.name(2, "Named").value(2, 58, 2.0f).value(24, 1, 2.0f).head(7, 5, 2).zeros(5);
+    image.head(0, 23, 2).zeros(23).head(1, 15, 2).zeros(15).value(2, 57, 0.25f);
+    EXPECT_TRUE(checked.loads(Road::StoredBank, image.finish(kBank)));
+    EXPECT_FALSE(changedNothing());
+    EXPECT_TRUE(checked.loads(Road::StoredPreset, Image().value(0, 58, 2.0f).finish(kPreset)));
+    EXPECT_FALSE(changedNothing());
+}
+
 // Every length up to the middle of the second value record, then every so many.
 void cutOff(const Row& row, const std::function<bool(Bytes&)>& loads)
 {

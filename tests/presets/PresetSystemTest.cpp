@@ -3,8 +3,8 @@
 
 #include "public.sdk/source/common/memorystream.h"
 
+#include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace {
 
@@ -29,27 +29,32 @@ TEST_F(Presets, StartWithTheFactoryBankAndItsFirstPresetInTheParameters)
         EXPECT_EQ(controller.getParamNormalized(id),
                   static_cast<double>(factoryBank()[0].values[id]))
             << id;
-    EXPECT_STREQ(controller.getCurrDir(), "") << "an empty store empties the paths";
-    EXPECT_STREQ(controller.getCurrBank(), "");
-    EXPECT_STREQ(controller.getCurrPreset(), "");
 }
 
-TEST_F(Presets, SelectedOneGoesToParametersAndHostOneByOneAndIsFollowedByAnEmptyGesture)
+TEST_F(Presets, SelectedOneGoesToParametersAndHostByTurnsAndIsFollowedByAnEmptyGesture)
 {
     fillWithOddValues(controller);
+    const float* const values = controller.preset(12).values;
+    controller.host.onEdit = [&](ParamID id) {
+        const ParamID next = std::min<ParamID>(id + 1, 57);
+        EXPECT_EQ(static_cast<float>(controller.getParamNormalized(next)) == values[next],
+                  next == id)
+            << "the host heard of " << id << " after the next parameter was set";
+    };
     for (int round = 0; round < 2; ++round) {  // also when it is selected already
         controller.host.calls.clear();
         controller.host.edits.clear();
         controller.setCurrentPreset(12);
         ASSERT_EQ(controller.host.edits.size(), 58u);
         for (ParamID id = 0; id < 58; ++id) {
-            const double value = static_cast<double>(controller.preset(12).values[id]);
+            const auto value = static_cast<double>(values[id]);
             EXPECT_EQ(controller.host.edits[id], std::make_pair(id, value));
             EXPECT_EQ(controller.getParamNormalized(id), value);
         }
         const std::vector<std::string> end(controller.host.calls.begin() + 58,
                                            controller.host.calls.end());
         EXPECT_EQ(end, (std::vector<std::string>{"dirty 1", "begin 0", "end 0"}));
+        controller.host.onEdit = nullptr;
     }
     controller.setCurrentPreset(24);
     controller.setCurrentPreset(-1);
@@ -73,52 +78,29 @@ TEST_F(Presets, TakeEveryChangeOfAParameterIntoTheSelectedOneAtOnce)
     EXPECT_EQ(controller.preset(2).values[28], 1.0f) << "a bank with 7.0 could not be read again";
 }
 
-TEST_F(Presets, TellOpenEditorsToReadTheNamesAgainAfterABank)
+TEST_F(Presets, NamesHold23Bytes)
 {
-    auto* editor = new EditorProbe(&controller);
-    EditorView stranger(&controller);
-    controller.editorAttached(editor);
-    controller.editorAttached(&stranger);
-    const Bytes image = controller.bankImage();
-    controller.deserializeBank({image.data() + 41, image.size() - 41}, readHeader(image.data()),
-                               false);
-    ASSERT_EQ(editor->told.size(), 59u);
-    EXPECT_EQ(editor->told.back(), (std::pair<ParamID, double>{1002, 0.0}));
-    controller.editorRemoved(&stranger);
-    controller.editorRemoved(editor);
-    controller.setParamNormalized(1015, 1.0);
-    EXPECT_EQ(editor->told.size(), 59u);
-    editor->release();
-}
-
-TEST_F(Presets, NamesHold23Characters)
-{
-    controller.setCurrentPreset(5);
-    controller.setCurrentPresetName("12345678901234567890123");
-    EXPECT_EQ(controller.name(5), "12345678901234567890123");
-    controller.setCurrentPresetName("123456789012345678901234");
-    EXPECT_EQ(controller.name(5), "12345678901234567890123");
-    controller.setCurrentPresetName("short");
-    EXPECT_EQ(
-        std::memcmp(controller.preset(5).name, "short\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 24),
-        0)
-        << "the rest of a longer name stayed behind the new one";
-    controller.setCurrentPresetName(nullptr);
-    EXPECT_EQ(controller.name(5), "short");
-
     // Characters of two, three and four bytes around the 23rd, and what is no UTF-8.
     const std::pair<std::string, std::size_t> cuts[] = {
+        {std::string(23, 'x'), 23},          {std::string(24, 'x'), 23},
         {repeated(u8"ä", 12), 22},           {"x" + repeated(u8"ä", 12), 23},
         {repeated(u8"音", 8), 21},           {"x" + repeated(u8"音", 8), 22},
         {"xx" + repeated(u8"音", 8), 23},    {repeated(u8"🎚", 6), 20},
         {"xxx" + repeated(u8"🎚", 6), 23}, {std::string(23, 'x') + u8"ä", 23},
         {repeated("\xE4", 30), 23},          {repeated("\x84", 30), 23},
+        {"nothing of a longer name", 23},    {"short", 5},
     };
+    controller.setCurrentPreset(5);
     for (const auto& [text, kept] : cuts) {
         controller.setCurrentPresetName(text.c_str());
-        EXPECT_EQ(controller.name(5), text.substr(0, kept)) << text;
+        std::string whole = text.substr(0, kept);
+        whole.resize(24);
+        EXPECT_EQ(std::string(controller.preset(5).name, 24), whole);
     }
+    controller.setCurrentPresetName(nullptr);
+    EXPECT_EQ(controller.name(5), "short");
 
+    // One from a file may have no terminator.
     std::memset(controller.preset(5).name, 'x', 24);
     char text[25];
     std::memset(text, '?', sizeof text);
@@ -126,6 +108,20 @@ TEST_F(Presets, NamesHold23Characters)
     EXPECT_EQ(std::string(text), std::string(24, 'x'));
     controller.resetPreset(5);
     EXPECT_EQ(std::memcmp(&controller.preset(5), &factoryBank()[0], 256), 0);
+}
+
+TEST_F(Presets, ANameFromTheHostMarksTheProjectAsChangedAndIsToldToEditors)
+{
+    controller.setCurrentPreset(5);
+    EditorProbe editor(&controller);
+    controller.editorAttached(&editor);
+    controller.host.calls.clear();
+    EXPECT_EQ(controller.setSelectedName("By the host"), kResultOk);
+    EXPECT_EQ(controller.name(5), "By the host");
+    EXPECT_EQ(controller.host.calls, (std::vector<std::string>{"dirty 1"}));
+    EXPECT_EQ(editor.told, (Values{{1000, 6.0 / 24.0}}));
+    EXPECT_EQ(controller.setSelectedName(nullptr), kResultFalse);
+    controller.editorRemoved(&editor);
 }
 
 TEST_F(Presets, DefaultsOfTheUserComeWithTheNextInstance)
@@ -136,9 +132,6 @@ TEST_F(Presets, DefaultsOfTheUserComeWithTheNextInstance)
     controller.setParamNormalized(28, 0.125);
     controller.setCurrentPresetName("Mine");
     controller.storeDefaultPreset();
-    EXPECT_EQ(store.values["DefaultBank"].size(), 48617u);
-    EXPECT_EQ(store.values["DefaultPreset"].size(), 2065u);
-
     {
         ControllerProbe next(store);
         EXPECT_EQ(next.getCurrentPreset(), 0);
@@ -169,9 +162,32 @@ TEST_F(Presets, CompareSlotsAreSharedByAllInstancesAndEmptyOnesDoNothing)
     EXPECT_EQ(other.name(0), controller.name(6));
 }
 
+TEST_F(Presets, WhatIsTheUsersLiesUnderTheNamesThatEveryVersionKnows)
+{
+    {
+        ControllerProbe instance(store);
+        instance.storeDefaultBank();
+        instance.storeDefaultPreset();
+        instance.storeMemoA();
+        instance.storeMemoB();
+    }
+    std::map<std::string, std::size_t> sizes;
+    for (const auto& [name, bytes] : store.values)
+        sizes[name] = bytes.size();
+    // With no folder used, empty paths too.
+    EXPECT_EQ(sizes,
+              (decltype(sizes){{"CurrBank", 0},
+                               {"CurrDir", 0},
+                               {"CurrPreset", 0},
+                               {"DefaultBank", 48617},
+                               {"DefaultPreset", 2065},
+                               {"MemoA", 2065},
+                               {"MemoB", 2065}}));
+}
+
 TEST_F(Presets, PathsAreStoredAtTheEndAndReadAtTheStart)
 {
-    // 256 characters of 16 bits fit, whatever they take in UTF-8.
+    // 256 characters of 16 bits fit, whatever they take in UTF-8. What does not fit is not cut.
     for (const auto& [text, most] :
          {std::pair{std::string("b"), 256}, std::pair{std::string(u8"ä"), 256},
           std::pair{std::string(u8"音"), 256}, std::pair{std::string(u8"🎚"), 128}}) {
@@ -179,20 +195,16 @@ TEST_F(Presets, PathsAreStoredAtTheEndAndReadAtTheStart)
         store.writeText("CurrBank", repeated(text, most) + "x");
         ControllerProbe other(store);
         EXPECT_EQ(other.getCurrDir(), repeated(text, most));
-        EXPECT_STREQ(other.getCurrBank(), "") << text << " that does not fit was cut";
-    }
-    store.writeText("CurrDir", u8"/Müller/音/");
-    store.writeText("CurrBank", std::string(256, 'b'));
-    store.writeText("CurrPreset", std::string(257, 'p'));
-    {
-        ControllerProbe other(store);
-        EXPECT_STREQ(other.getCurrDir(), u8"/Müller/音/");
-        EXPECT_EQ(other.getCurrBank(), std::string(256, 'b'));
-        EXPECT_STREQ(other.getCurrPreset(), "") << "a text that does not fit was cut";
+        EXPECT_STREQ(other.getCurrBank(), "");
+        EXPECT_STREQ(other.getCurrPreset(), "") << "nothing is stored";
+        std::strcpy(other.getCurrBank(), "two.zkb");
         std::strcpy(other.getCurrPreset(), "one.zkr");
+        other.storePaths();
+        EXPECT_EQ(store.readText("CurrDir"), repeated(text, most));
+        EXPECT_EQ(store.readText("CurrBank"), "two.zkb");
+        EXPECT_EQ(store.readText("CurrPreset"), "one.zkr");
+        other.getCurrPreset()[0] = '\0';
     }
-    EXPECT_EQ(store.readText("CurrDir"), u8"/Müller/音/");
-    EXPECT_EQ(store.readText("CurrPreset"), "one.zkr");
 }
 
 TEST_F(Presets, StateIsTheWholeBankBehindEightBytes)
@@ -200,15 +212,27 @@ TEST_F(Presets, StateIsTheWholeBankBehindEightBytes)
     fillWithOddValues(controller);
     controller.setCurrentPreset(17);
     MemoryStream state;
-    EXPECT_EQ(controller.getState(&state), kResultOk);
-    ASSERT_EQ(state.getSize(), 48625);
+    for (int round = 0; round < 2; ++round) {  // whatever the stream holds and wherever it stands
+        EXPECT_EQ(controller.getState(&state), kResultOk);
+        ASSERT_EQ(state.getSize(), 48625);
+    }
     EXPECT_EQ(std::memcmp(state.getData(), "\0\0\0\2\x36\x34\x74\x5A\x36\x34\x74\x5A\x38", 13), 0);
 
     ControllerProbe other(store);
+    EditorProbe editor(&other);
+    EditorView stranger(&other);
+    other.editorAttached(&editor);
+    other.editorAttached(&stranger);
     EXPECT_EQ(other.setState(&state), kResultOk) << "the stream stands at its end";
     EXPECT_EQ(other.bank(), controller.bank());
     EXPECT_EQ(other.getCurrentPreset(), 17);
     EXPECT_EQ(other.host.edits.size(), 58u);
+    ASSERT_EQ(editor.told.size(), 59u);
+    EXPECT_EQ(editor.told.back(), (Values::value_type{1002, 0.0}));
+    other.editorRemoved(&stranger);
+    other.editorRemoved(&editor);
+    other.setParamNormalized(1015, 1.0);
+    EXPECT_EQ(editor.told.size(), 59u);
 
     EXPECT_EQ(other.setState(nullptr), kResultFalse);
     EXPECT_EQ(other.getState(nullptr), kResultOk);
