@@ -1,12 +1,12 @@
-// The per-user store and its files: between processes, among processes, and when a save fails.
+// The per-user store and its files: between processes, among processes, and as a whole.
 #include "Files.h"
 #include "HandMadeImages.h"
+#include "TemporaryFolder.h"
 #include "TestStore.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <future>
 #include <map>
 
@@ -14,61 +14,44 @@ using namespace handmade;
 
 namespace {
 
-// Runs store_process to its end.
-int runProcess(const std::string& arguments)
-{
-    const auto program = std::filesystem::path(ZKR_STORE_PROCESS).make_preferred().string();
-    return std::system((program + ' ' + arguments).c_str());
-}
+struct Store : testing::Test {
+    // To its end.
+    int runProcess(const std::string& arguments) const
+    {
+        const auto program = std::filesystem::path(ZKR_STORE_PROCESS).make_preferred().string();
+        return std::system((program + ' ' + place.name + ' ' + arguments).c_str());
+    }
 
-class Store : public testing::Test {
-protected:
-    void TearDown() override { discardPlace(place); }
-
-    const std::string place = newPlace();
-    const std::unique_ptr<platform::SettingsStore> store = openStore(place);
+    const StorePlace place;
+    SystemStore store = openStore(place.name);
 };
-
-}  // namespace
 
 TEST_F(Store, HoldsWhatAnotherProcessHasWritten)
 {
-    ASSERT_EQ(runProcess(place + " write MemoA x 2065 1"), 0);
-    EXPECT_EQ(store->read("MemoA"), Bytes(2065, 'x'));
-    ASSERT_EQ(runProcess(place + " write MemoA y 3 2"), 0);
-    EXPECT_EQ(store->read("MemoA"), Bytes(3, 'y')) << "a shorter value replaces the whole";
-    ASSERT_EQ(runProcess(place + " remove MemoA"), 0);
-    EXPECT_FALSE(store->read("MemoA"));
-    ASSERT_EQ(runProcess(place + " remove MemoA"), 0) << "what is absent may be removed";
-    EXPECT_EQ(countEntries(place), 0u);
+    ASSERT_EQ(runProcess("write MemoA x 2065 1"), 0);
+    EXPECT_EQ(store.read("MemoA"), Bytes(2065, 'x'));
+    ASSERT_EQ(runProcess("write MemoA y 3 2"), 0);
+    EXPECT_EQ(store.read("MemoA"), Bytes(3, 'y')) << "a shorter value replaces the whole";
+    ASSERT_EQ(runProcess("remove MemoA"), 0);
+    EXPECT_FALSE(store.read("MemoA"));
+    ASSERT_EQ(runProcess("remove MemoA"), 0) << "what is absent may be removed";
+    EXPECT_FALSE(store.readText("CurrDir"));
+    EXPECT_EQ(place.count(), 0);
+    store.write("Empty", {});
+    EXPECT_EQ(store.read("Empty"), Bytes());
 }
 
-TEST_F(Store, WhatIsAbsentIsReadAsNothingAndMakesNothing)
-{
-    EXPECT_FALSE(store->read("DefaultBank"));
-    EXPECT_FALSE(store->readText("CurrDir"));
-    store->remove("DefaultBank");
-    EXPECT_EQ(countEntries(place), 0u);
-    store->write("Empty", {});
-    EXPECT_EQ(store->read("Empty"), Bytes());
-}
-
-TEST_F(Store, TextsKeepUmlautsAndChinese)
-{
-    for (const char* text : {"", "a", "/tmp/ab/", u8"/Musik/Größer als 中文/", u8"音.zkr",
-                             "\xF0\x9F\x8E\x9A beyond 16 bits"}) {
-        store->writeText("CurrDir", text);
-        EXPECT_EQ(openStore(place)->readText("CurrDir"), text);
-    }
-}
-
-TEST_F(Store, ATextIsAbsentWhenItIsTooLong)
+TEST_F(Store, TextsKeepUmlautsAndChineseAndAreAbsentWhenTheyAreTooLong)
 {
     // In 16-bit characters with their terminator, 1023 of them are within 2050 bytes.
-    store->writeText("ManualPath", std::string(1023, 'm'));
-    EXPECT_EQ(store->readText("ManualPath"), std::string(1023, 'm'));
-    store->writeText("ManualPath", std::string(2051, 'm'));
-    EXPECT_FALSE(store->readText("ManualPath"));
+    for (const std::string& text :
+         {std::string(), std::string("/tmp/ab/"), std::string(u8"/Musik/Größer als 中文/"),
+          std::string("\xF0\x9F\x8E\x9A beyond 16 bits"), std::string(1023, 'm')}) {
+        store.writeText("CurrDir", text);
+        EXPECT_EQ(openStore(place.name).readText("CurrDir"), text);
+    }
+    store.writeText("CurrDir", std::string(2051, 'm'));
+    EXPECT_FALSE(store.readText("CurrDir"));
 }
 
 // Two processes write long and short values by turns as fast as they can; whoever reads meanwhile
@@ -76,10 +59,10 @@ TEST_F(Store, ATextIsAbsentWhenItIsTooLong)
 TEST_F(Store, NobodyReadsHalfAValue)
 {
     const std::map<std::uint8_t, std::size_t> written{{'l', 48617}, {'s', 2065}};
-    store->write("DefaultBank", Bytes(48617, 'l'));
+    store.write("DefaultBank", Bytes(48617, 'l'));
     const auto start = [this](const std::string& value) {
         return std::async(std::launch::async, [this, value] {
-            return runProcess(place + " write DefaultBank " + value + " 400");
+            return runProcess("write DefaultBank " + value + " 400");
         });
     };
     const auto isOver = [](std::future<int>& writer) {
@@ -91,7 +74,7 @@ TEST_F(Store, NobodyReadsHalfAValue)
     for (int round = 0; round < 20 && changes < 5; ++round) {
         std::future<int> writers[] = {start("l 48617"), start("s 2065")};
         while (!isOver(writers[0]) || !isOver(writers[1])) {
-            const auto value = store->read("DefaultBank");
+            const auto value = store.read("DefaultBank");
             ASSERT_TRUE(value) << "the value was away after " << changes << " changes";
             ASSERT_FALSE(value->empty());
             const std::uint8_t letter = value->front();
@@ -100,62 +83,28 @@ TEST_F(Store, NobodyReadsHalfAValue)
             changes += letter == last ? 0 : 1;
             last = letter;
         }
-        EXPECT_EQ(writers[0].get(), 0);
-        EXPECT_EQ(writers[1].get(), 0);
+        EXPECT_EQ(writers[0].get() + writers[1].get(), 0);
     }
     EXPECT_GE(changes, 5) << "the writers never met, so this shows nothing";
-    EXPECT_EQ(countEntries(place), 1u) << "a writer has left something behind";
+    EXPECT_EQ(place.count(), 1) << "a writer has left something behind";
 }
 
-// --- Files ---
-
-class SavedFile : public testing::Test {
-protected:
-    SavedFile()
-    {
-        std::filesystem::create_directories(folder);
-        EXPECT_TRUE(platform::replaceFile(path.u8string(), old));
-    }
-    void TearDown() override { std::filesystem::remove_all(folder); }
-
-    Bytes contents() const
-    {
-        return platform::readFile(path.u8string(), 1 << 20).value_or(Bytes());
-    }
-    std::size_t filesInFolder() const
-    {
-        const std::filesystem::directory_iterator entries(folder);
-        return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
-    }
-
-    const std::filesystem::path folder = std::filesystem::temp_directory_path()
-        / std::filesystem::u8path("zkrt46 gespeichert \xC3\xBC\xE4\xB8\xAD");
-    const std::filesystem::path path = folder / std::filesystem::u8path("B\xC3\xA4nke.zkb");
-    const Bytes old = goodBank(1, 3), next = goodBank(2, 4);
-};
-
-TEST_F(SavedFile, IsReplacedWhole)
+TEST(SavedFile, IsReplacedWholeAndReadUpToALimit)
 {
-    EXPECT_TRUE(std::filesystem::exists(path));
-    EXPECT_TRUE(platform::replaceFile(path.u8string(), {1, 2, 3}));
-    EXPECT_EQ(contents(), (Bytes{1, 2, 3}));
-    EXPECT_TRUE(platform::replaceFile(path.u8string(), next));
-    EXPECT_EQ(contents(), next);
-    EXPECT_TRUE(platform::replaceFile(path.u8string(), {}));
-    EXPECT_EQ(std::filesystem::file_size(path), 0u);
-    EXPECT_EQ(filesInFolder(), 1u);
+    const TemporaryFolder folder(u8" gespeichert ü中");
+    const std::string path = folder / u8"Bänke.zkb";
+    for (const Bytes& bytes : {goodBank(1, 3), Bytes{1, 2, 3}, goodBank(2, 4), Bytes()}) {
+        EXPECT_TRUE(platform::replaceFile(path, bytes));
+        EXPECT_EQ(contentOf(path), std::string(bytes.begin(), bytes.end()));
+        EXPECT_EQ(platform::readFile(path, bytes.size()), bytes);
+    }
+    EXPECT_TRUE(platform::replaceFile(path, {1, 2, 3}));
+    EXPECT_EQ(platform::readFile(path, 2), (Bytes{1, 2}));
+    const std::string itself = folder.path().u8string();
+    EXPECT_FALSE(platform::replaceFile(itself, {1}));
+    EXPECT_FALSE(platform::readFile(itself, 9));
+    EXPECT_FALSE(platform::replaceFile(folder / "missing/file", {1}));
+    EXPECT_EQ(folder.count(), 1);
 }
 
-TEST_F(SavedFile, IsNoFolder)
-{
-    EXPECT_FALSE(platform::replaceFile(folder.u8string(), next));
-    EXPECT_FALSE(platform::readFile(folder.u8string(), 1 << 20));
-    EXPECT_FALSE(platform::replaceFile((folder / "missing" / "file").u8string(), next));
-    EXPECT_EQ(filesInFolder(), 1u);
-}
-
-TEST_F(SavedFile, IsReadUpToALimit)
-{
-    EXPECT_EQ(platform::readFile(path.u8string(), old.size()), old);
-    EXPECT_EQ(platform::readFile(path.u8string(), 5), Bytes(old.begin(), old.begin() + 5));
-}
+}  // namespace

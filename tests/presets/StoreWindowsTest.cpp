@@ -3,208 +3,138 @@
 #include "Files.h"
 #include "HandMadeImages.h"
 #include "OpenedController.h"
-#include "RegistryStore.h"
 #include "TestStore.h"
-#include "WideText.h"
 
 #include <gtest/gtest.h>
 
-#include <windows.h>
-
-#include <filesystem>
 #include <thread>
 
 using namespace handmade;
 
 namespace {
 
-struct RawValue {
-    DWORD type;
-    Bytes bytes;
-};
+struct RegistryValues : testing::Test {
+    ~RegistryValues() override { RegCloseKey(key); }
 
-class RegistryValues : public testing::Test {
-protected:
-    RegistryValues()
+    void set(const wchar_t* name, DWORD type, const void* data, DWORD size)
     {
-        EXPECT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, platform::toWide(place).c_str(), 0, nullptr, 0,
-                                  KEY_READ | KEY_WRITE, nullptr, &key, nullptr),
+        if (!key)
+            store.write("First", {1});
+        key = key ? key : place.open();
+        EXPECT_EQ(RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(data), size),
                   ERROR_SUCCESS);
     }
-    void TearDown() override
+    void expectRaw(const wchar_t* name, DWORD type, Bytes bytes)
     {
-        RegCloseKey(key);
-        discardPlace(place);
+        key = key ? key : place.open();
+        Bytes raw(1 << 16, 0xCD);
+        DWORD found = REG_NONE;
+        auto size = static_cast<DWORD>(raw.size());
+        EXPECT_EQ(RegQueryValueExW(key, name, nullptr, &found, raw.data(), &size), ERROR_SUCCESS);
+        EXPECT_EQ(found, type);
+        // Systems that care for terminators add a whole one to what ends with half of it.
+        EXPECT_TRUE(size == bytes.size() || (type == REG_SZ && size == bytes.size() + 2)) << size;
+        raw.resize(bytes.size());
+        EXPECT_EQ(raw, bytes);
     }
 
-    RawValue raw(const wchar_t* name) const
-    {
-        RawValue value{REG_NONE, Bytes(1 << 16, 0xCD)};
-        auto size = static_cast<DWORD>(value.bytes.size());
-        EXPECT_EQ(RegQueryValueExW(key, name, nullptr, &value.type, value.bytes.data(), &size),
-                  ERROR_SUCCESS);
-        value.bytes.resize(size);
-        return value;
-    }
-    void set(const wchar_t* name, DWORD type, const void* data, std::size_t size) const
-    {
-        EXPECT_EQ(RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(data),
-                                 static_cast<DWORD>(size)),
-                  ERROR_SUCCESS);
-    }
-
-    const std::string place = newPlace();
-    const std::unique_ptr<platform::SettingsStore> store = openStore(place);
+    const StorePlace place;
+    SystemStore store = openStore(place.name);
     HKEY key = nullptr;
 };
 
-}  // namespace
-
-TEST_F(RegistryValues, ImagesAreBinary)
+TEST_F(RegistryValues, ImagesAreBinaryAndTextsUtf16WithHalfATerminator)
 {
-    const Bytes image = goodBank(1, 3);
-    store->write("DefaultBank", image);
-    EXPECT_EQ(raw(L"DefaultBank").type, static_cast<DWORD>(REG_BINARY));
-    EXPECT_EQ(raw(L"DefaultBank").bytes, image);
+    EXPECT_FALSE(store.read("DefaultBank"));
+    EXPECT_FALSE(store.readText("CurrDir"));
+    store.remove("DefaultBank");
+    EXPECT_FALSE(place.open()) << "the key is made by reading";
+    store.write("DefaultBank", goodBank(1, 3));
+    expectRaw(L"DefaultBank", REG_BINARY, goodBank(1, 3));
+    store.writeText("CurrDir", u8"C:\\ü中");
+    expectRaw(L"CurrDir", REG_SZ, {'C', 0, ':', 0, '\\', 0, 0xFC, 0, 0x2D, 0x4E, 0});
 }
 
-// Given are two bytes a character and one more, half a terminator; systems that care for
-// terminators add a whole one.
-TEST_F(RegistryValues, TextsAreUtf16AndAtLeastHalfATerminator)
+TEST_F(RegistryValues, OfOtherProgramsAreReadWithOrWithoutTheirTerminatorIfTheTypeIsRight)
 {
-    store->writeText("CurrDir", "C:\\\xC3\xBC\xE4\xB8\xAD");
-    RawValue text = raw(L"CurrDir");
-    EXPECT_EQ(text.type, static_cast<DWORD>(REG_SZ));
-    EXPECT_TRUE(text.bytes.size() == 11 || text.bytes.size() == 13) << text.bytes.size();
-    text.bytes.resize(13);
-    EXPECT_EQ(text.bytes, (Bytes{'C', 0, ':', 0, '\\', 0, 0xFC, 0, 0x2D, 0x4E, 0, 0, 0}));
-}
-
-TEST_F(RegistryValues, TextsOfOtherProgramsAreReadWithOrWithoutTheirTerminator)
-{
-    set(L"ManualPath", REG_SZ, L"D:\\x", 5 * sizeof(wchar_t));
-    EXPECT_EQ(store->readText("ManualPath"), "D:\\x");
-    set(L"ManualPath", REG_SZ, L"D:\\x", 4 * sizeof(wchar_t));
-    EXPECT_EQ(store->readText("ManualPath"), "D:\\x");
-    // As long as may be: 1025 characters without a terminator.
     const std::wstring longest(1026, L'm');
-    set(L"ManualPath", REG_SZ, longest.data(), 2050);
-    EXPECT_EQ(store->readText("ManualPath"), std::string(1025, 'm'));
-    set(L"ManualPath", REG_SZ, L"", 0);
-    EXPECT_EQ(store->readText("ManualPath"), "");
-}
-
-TEST_F(RegistryValues, AValueOfAnotherTypeIsAbsent)
-{
-    set(L"MemoA", REG_SZ, L"text", 10);
-    EXPECT_FALSE(store->read("MemoA"));
-    set(L"CurrDir", REG_BINARY, "bytes", 5);
-    EXPECT_FALSE(store->readText("CurrDir"));
-    set(L"CurrBank", REG_DWORD, "four", 4);
-    EXPECT_FALSE(store->readText("CurrBank"));
-    EXPECT_FALSE(store->read("CurrBank"));
-}
-
-TEST(RegistryKey, IsMadeByTheFirstValueAndNotByReading)
-{
-    const std::string place = newPlace();
-    const auto exists = [&place] {
-        HKEY key = nullptr;
-        const LSTATUS status = RegOpenKeyExW(HKEY_CURRENT_USER, platform::toWide(place).c_str(), 0,
-                                             KEY_QUERY_VALUE, &key);
-        if (key)
-            RegCloseKey(key);
-        return status == ERROR_SUCCESS;
+    const struct {
+        DWORD type;
+        const void* data;
+        DWORD size;
+        std::optional<std::string> text;
+        std::optional<Bytes> bytes;
+    } rows[] = {
+        {REG_SZ, L"D:\\x", 10, "D:\\x", {}},
+        {REG_SZ, L"D:\\x", 8, "D:\\x", {}},
+        {REG_SZ, longest.data(), 2050, std::string(1025, 'm'), {}},
+        {REG_SZ, L"", 0, "", {}},
+        {REG_BINARY, "bytes", 5, {}, Bytes{'b', 'y', 't', 'e', 's'}},
+        {REG_DWORD, "four", 4, {}, {}},
     };
-    const auto store = openStore(place);
-    EXPECT_FALSE(store->read("DefaultBank"));
-    EXPECT_FALSE(store->readText("CurrDir"));
-    store->remove("DefaultBank");
-    EXPECT_FALSE(exists());
-    store->write("MemoA", {1});
-    EXPECT_TRUE(exists());
-    discardPlace(place);
-    EXPECT_FALSE(exists());
-}
-
-TEST(WindowsFile, ThatMayNotBeReplacedStays)
-{
-    const auto folder = std::filesystem::temp_directory_path() / L"zkrt46-\u00FC\u4E2D";
-    const auto path = folder / L"bank.zkb";
-    std::filesystem::create_directories(folder);
-    const Bytes old = goodBank(1, 3), next = goodBank(2, 4);
-    const auto filesInFolder = [&folder] {
-        return std::distance(std::filesystem::directory_iterator(folder),
-                             std::filesystem::directory_iterator());
-    };
-    ASSERT_TRUE(platform::replaceFile(path.u8string(), old));
-
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_FALSE(platform::replaceFile(path.u8string(), next));
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    EXPECT_EQ(platform::readFile(path.u8string(), 1 << 20), old);
-
-    EXPECT_EQ(filesInFolder(), 1) << "a save that failed has left something behind";
-    std::filesystem::remove_all(folder);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << "type " << row.type << ", " << row.size << " bytes");
+        set(L"Value", row.type, row.data, row.size);
+        EXPECT_EQ(store.readText("Value"), row.text);
+        EXPECT_EQ(store.read("Value"), row.bytes);
+    }
 }
 
 // What another program permits while it reads the file decides what a save can do.
-TEST(WindowsFile, ThatAnotherProgramReadsIsSavedWhereverThatIsPermitted)
+TEST(WindowsFile, IsSavedWhereverAttributesAndOtherProgramsPermitIt)
 {
-    const auto start = std::filesystem::current_path();
-    const auto folder = std::filesystem::temp_directory_path() / L"zkrt46-held-\u00FC\u4E2D";
-    const auto path = folder / L"bank.zkb";
-    std::filesystem::create_directories(folder);
+    const TemporaryFolder folder(u8"ü中");
+    const std::string path = folder / "bank.zkb";
+    const std::wstring wide = platform::toWide(path);
     platform::MemoryStore settings;
     OpenedController controller(settings);
-    const Bytes longer(60000, 'x'), shorter(100, 'y');
-    struct Case {
-        DWORD share;
+    Bytes image;
+    controller.serializeBank(image);
+    const struct {
+        DWORD attributes, share;
         bool saved;
+    } rows[] = {
+        {FILE_ATTRIBUTE_READONLY, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, false},
+        {FILE_ATTRIBUTE_NORMAL, 0, false},
+        {FILE_ATTRIBUTE_NORMAL, FILE_SHARE_READ, false},
+        {FILE_ATTRIBUTE_NORMAL, FILE_SHARE_READ | FILE_SHARE_WRITE, true},
+        {FILE_ATTRIBUTE_NORMAL, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, true},
     };
-    const Case cases[] = {
-        {0, false},
-        {FILE_SHARE_READ, false},
-        {FILE_SHARE_READ | FILE_SHARE_WRITE, true},
-        {FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, true},
-    };
-    for (const Case& now : cases)
-        for (const Bytes& old : {longer, shorter}) {
-            SCOPED_TRACE(testing::Message() << "share mode " << now.share << ", " << old.size());
-            ASSERT_TRUE(platform::replaceFile(path.u8string(), old));
-            const HANDLE held = CreateFileW(path.c_str(), GENERIC_READ, now.share, nullptr,
+    for (const auto& row : rows)
+        for (const Bytes& old : {Bytes(60000, 'x'), Bytes(100, 'y')}) {
+            SCOPED_TRACE(testing::Message() << "attributes " << row.attributes << ", share mode "
+                                            << row.share << ", " << old.size() << " bytes");
+            ASSERT_TRUE(platform::replaceFile(path, old));
+            SetFileAttributesW(wide.c_str(), row.attributes);
+            const HANDLE held = CreateFileW(wide.c_str(), GENERIC_READ, row.share, nullptr,
                                             OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
             ASSERT_NE(held, INVALID_HANDLE_VALUE);
             const ULONGLONG begun = GetTickCount64();
-            controller.saveBank(path.u8string().c_str());
+            controller.saveBank(path.c_str());
             EXPECT_LT(GetTickCount64() - begun, 1000u);
             CloseHandle(held);
-            Bytes saved;
-            controller.serializeBank(saved);
-            EXPECT_EQ(platform::readFile(path.u8string(), 1 << 20), now.saved ? saved : old);
-            EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder),
-                                    std::filesystem::directory_iterator()),
-                      1);
+            SetFileAttributesW(wide.c_str(), FILE_ATTRIBUTE_NORMAL);
+            EXPECT_EQ(platform::readFile(path, 1 << 20), row.saved ? image : old);
+            EXPECT_EQ(folder.count(), 1) << "a save that failed has left something behind";
         }
-    // Where the saves have gone.
-    std::filesystem::current_path(start);
-    std::filesystem::remove_all(folder);
 }
 
 // A reader that is done soon costs the save no more than a moment, and the file is replaced whole.
 TEST(WindowsFile, IsReplacedWhenTheOtherProgramHasClosedIt)
 {
-    const auto path = std::filesystem::temp_directory_path() / L"zkrt46-held-a-moment.zkb";
-    ASSERT_TRUE(platform::replaceFile(path.u8string(), Bytes(3, 'x')));
-    const HANDLE held = CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    const TemporaryFolder folder;
+    const std::string path = folder / "held a moment.zkb";
+    ASSERT_TRUE(platform::replaceFile(path, Bytes(3, 'x')));
+    const HANDLE held = CreateFileW(platform::toWide(path).c_str(), GENERIC_READ, 0, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
     std::thread reader([held] {
         Sleep(60);
         CloseHandle(held);
     });
-    EXPECT_TRUE(platform::replaceFile(path.u8string(), Bytes(5, 'y')));
+    EXPECT_TRUE(platform::replaceFile(path, Bytes(5, 'y')));
     reader.join();
-    EXPECT_EQ(platform::readFile(path.u8string(), 100), Bytes(5, 'y'));
-    std::filesystem::remove(path);
+    EXPECT_EQ(platform::readFile(path, 100), Bytes(5, 'y'));
 }
+
+}  // namespace

@@ -1,15 +1,71 @@
 // The per-user store of the system that the tests run on, in a place of its own.
 #pragma once
 
-#include "SettingsStore.h"
+#ifdef _WIN32
+#include "RegistryStore.h"
+#include "WideText.h"
 
-#include <memory>
+#include <random>
+#include <windows.h>
+#else
+#include "FileStore.h"
+#include "TemporaryFolder.h"
+#endif
+
 #include <string>
 
-// A place, in ASCII, that no store has used yet: a folder, or a key of the registry.
-std::string newPlace();
-std::unique_ptr<platform::SettingsStore> openStore(const std::string& place);
-// Ends the place with all that is in it.
-void discardPlace(const std::string& place);
-// How many entries of any kind there are in the place.
-std::size_t countEntries(const std::string& place);
+#ifdef _WIN32
+using SystemStore = platform::RegistryStore;
+
+// A key that no two tests on a machine share, which is made by the first value in it.
+class StorePlace {
+public:
+    ~StorePlace()
+    {
+        RegDeleteKeyW(HKEY_CURRENT_USER, key.c_str());
+        // Goes with the last of them.
+        RegDeleteKeyW(HKEY_CURRENT_USER, L"SOFTWARE\\ZKR-soundworks\\Tests");
+    }
+    HKEY open() const
+    {
+        HKEY opened = nullptr;
+        RegOpenKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, KEY_READ | KEY_WRITE, &opened);
+        return opened;
+    }
+    // How many values there are in the place.
+    int count() const
+    {
+        const HKEY opened = open();
+        DWORD values = 0;
+        RegQueryInfoKeyW(opened, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &values,
+                         nullptr, nullptr, nullptr, nullptr);
+        RegCloseKey(opened);
+        return static_cast<int>(values);
+    }
+
+    const std::string name =
+        "SOFTWARE\\ZKR-soundworks\\Tests\\Store-" + std::to_string(std::random_device()());
+
+private:
+    const std::wstring key = platform::toWide(name);
+};
+
+inline SystemStore openStore(const std::string& name)
+{
+    return SystemStore(platform::toWide(name));
+}
+#else
+using SystemStore = platform::FileStore;
+
+struct StorePlace {
+    int count() const { return folder.count(); }
+
+    TemporaryFolder folder;
+    const std::string name = folder.path().string();
+};
+
+inline SystemStore openStore(const std::string& name)
+{
+    return SystemStore(name);
+}
+#endif

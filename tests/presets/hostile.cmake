@@ -7,9 +7,9 @@ set_source_files_properties(CorruptionTest.cpp PROPERTIES
   COMPILE_OPTIONS "-O2;-fno-sanitize=all")
 
 set(system $<IF:$<BOOL:${WIN32}>,Windows,Posix>)
-add_executable(store_process StoreProcess.cpp TestStore${system}.cpp)
+add_executable(store_process StoreProcess.cpp)
 target_link_libraries(store_process PRIVATE zkr_params zkr_warnings)
-zkr_test(store_test SOURCES StoreTest.cpp Store${system}Test.cpp TestStore${system}.cpp
+zkr_test(store_test SOURCES StoreTest.cpp Store${system}Test.cpp
   LINK zkr_params Threads::Threads)
 target_compile_definitions(store_test PRIVATE ZKR_STORE_PROCESS="$<TARGET_FILE:store_process>")
 add_dependencies(store_test store_process)
