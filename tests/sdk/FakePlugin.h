@@ -10,7 +10,6 @@
 #include "public.sdk/source/vst/vsteditcontroller.h"
 
 #include <algorithm>
-#include <atomic>
 #include <functional>
 #include <map>
 #include <optional>
@@ -49,7 +48,7 @@ struct Plan {
     std::optional<std::string> controllerState;   // instead of the values
     std::function<void()> whileControllerStarts;  // at the end of its initialisation
     std::function<void()> whileStateIsSet;
-    std::function<void()> whileSetUp;  // while the component is inactive for a new setup
+    std::function<void()> whileInside;  // in the component's next call that hosts keep apart
     std::function<void(ParamID)> whileValueIsRead;  // of the controller
     std::function<IPlugView*()> makeView;           // without one there is no editor
 };
@@ -64,7 +63,7 @@ inline std::string readAll(IBStream* stream)
 
 inline tresult writeAll(IBStream* stream, std::string bytes)
 {
-    return stream->write(&bytes[0], static_cast<int32>(bytes.size()), nullptr);
+    return stream->write(bytes.data(), static_cast<int32>(bytes.size()), nullptr);
 }
 
 // Copies its input to its output, then turns the input's sign round in place.
@@ -94,7 +93,7 @@ public:
 
     tresult PLUGIN_API setActive(TBool state) override
     {
-        const Visit visit(*this);
+        enter();
         calls.push_back("active " + std::to_string(state));
         if (state)
             latency = processSetup.sampleRate < 176000.0 ? 96 : 0;
@@ -109,9 +108,7 @@ public:
 
     tresult PLUGIN_API setupProcessing(ProcessSetup& setup) override
     {
-        const Visit visit(*this);
-        if (plan.whileSetUp)
-            plan.whileSetUp();
+        enter();
         calls.push_back("rate " + std::to_string(static_cast<int>(setup.sampleRate)));
         calls.push_back("frames " + std::to_string(setup.maxSamplesPerBlock));
         return AudioEffect::setupProcessing(setup);
@@ -121,7 +118,8 @@ public:
     tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
                                           SpeakerArrangement* outputs, int32 numOuts) override
     {
-        const Visit visit(*this);
+        enter();
+        calls.push_back("buses");
         const bool fits = numIns == 1 && numOuts == 1 && inputs[0] == outputs[0];
         SpeakerArrangement taken = fits ? inputs[0] : SpeakerArr::kStereo;
         AudioEffect::setBusArrangements(&taken, 1, &taken, 1);
@@ -132,7 +130,7 @@ public:
 
     tresult PLUGIN_API process(ProcessData& data) override
     {
-        const Visit visit(*this);
+        enter();
         Block block;
         block.frames = data.numSamples;
         for (int32 i = 0; i < data.inputParameterChanges->getParameterCount(); ++i) {
@@ -177,21 +175,15 @@ public:
     std::map<ParamID, double> heard;  // the last change of each parameter
     std::optional<double> meter;      // reported with the next block
     std::string restored;
-    std::atomic<int> collisions{0};  // calls that met another one inside
 
 private:
-    // A stay in one of the calls that hosts have to keep apart.
-    struct Visit {
-        explicit Visit(FakeComponent& visited) : component(visited)
-        {
-            component.collisions += component.visitors.fetch_add(1);
-        }
-        ~Visit() { --component.visitors; }
-        FakeComponent& component;
-    };
+    void enter()
+    {
+        if (plan.whileInside)
+            std::exchange(plan.whileInside, nullptr)();
+    }
 
     Plan& plan;
-    std::atomic<int> visitors{0};
     uint32 latency = 96;  // of the last activation; above 176 kHz none
 };
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cmath>
 #include <thread>
 
 using Steinberg::Vst::ParameterTransfer;
@@ -55,27 +56,21 @@ TEST(ParameterTransfer, WritersThatNeverPauseLoseNoLastValueAndTheLastWrittenSlo
 
         double values[kShared + 1] = {};
         std::size_t arrival[kShared + 1] = {}, arrivals = 0;
-        const auto read = [&] {
+        for (bool last = false; !last; std::this_thread::yield()) {
+            last = finished == kWriters;
             for (const auto& [slot, value] : take(transfer)) {
                 values[slot] = value;
                 arrival[slot] = ++arrivals;
             }
-        };
-        while (finished < kWriters) {
-            read();
-            std::this_thread::yield();
         }
         for (std::thread& writer : writers)
             writer.join();
-        read();
-
         for (std::size_t w = 0; w < kWriters; ++w) {
             EXPECT_EQ(values[2 * w], 2000.0);
             EXPECT_EQ(values[2 * w + 1], 2000.0);
             EXPECT_LT(arrival[2 * w + (w & 1)], arrival[2 * w + 1 - (w & 1)]) << "writer " << w;
         }
-        const double shared = values[kShared];
-        EXPECT_TRUE(shared == 2000.0 || shared == 12000.0 || shared == 22000.0) << shared;
+        EXPECT_EQ(std::fmod(values[kShared], 10000.0), 2000.0);
     }
 }
 
@@ -83,45 +78,40 @@ TEST(ParameterTransfer, OfTwoSlotsWrittenOneAfterTheOtherTheSecondNeverArrivesFi
 {
     // Both ways round, since a reader that walks the table meets one pair in the order of writing
     // and the other against it, and far apart, so that the walk takes its time. The writer goes on
-    // once its pair has arrived; a value that got lost leaves it waiting.
-    const struct {
-        std::size_t first, second;
-    } pairs[] = {{0, 255}, {255, 0}};
-    for (const auto& pair : pairs) {
+    // once its pair has arrived.
+    for (const std::size_t first : {0u, 255u}) {
         ParameterTransfer transfer(256);
         std::atomic<bool> stop{false};
-        std::atomic<int> arrived{0};
-        int sent = 0;
+        std::atomic<int> written{0}, arrived{0};
         std::thread writer([&] {
-            while (!stop) {
-                ++sent;
-                transfer.set(pair.first, sent);
-                transfer.set(pair.second, sent);
-                while (arrived < sent && !stop)
+            for (int i = 1; !stop; ++i) {
+                transfer.set(first, i);
+                transfer.set(255 - first, i);
+                written = i;
+                while (arrived < i && !stop)
                     std::this_thread::yield();
             }
         });
 
-        int first = 0, second = 0, overtaken = 0;
-        const auto read = [&] {
-            for (const auto& [slot, value] : take(transfer)) {
-                (slot == pair.first ? first : second) = static_cast<int>(value);
-                overtaken += second > first;
-            }
-            arrived = second;
-        };
-        // A machine with other work to do gets the time that it needs.
+        int values[2] = {}, overtaken = 0, lost = 0;
+        // However long a busy machine takes for a hundred pairs: a lost value ends it.
         const auto start = Clock::now();
-        while (Clock::now() - start < std::chrono::milliseconds(500)
-               || (arrived <= 100 && Clock::now() - start < std::chrono::seconds(30)))
-            read();
+        while (lost == 0
+               && (Clock::now() - start < std::chrono::milliseconds(500) || arrived <= 100)) {
+            const int complete = written;
+            for (const auto& [slot, value] : take(transfer)) {
+                values[slot == first ? 0 : 1] = static_cast<int>(value);
+                overtaken += values[1] > values[0];
+            }
+            lost += values[0] < complete || values[1] < complete;
+            if (arrived == values[1])
+                std::this_thread::yield();
+            arrived = values[1];
+        }
         stop = true;
         writer.join();
-        read();
         EXPECT_EQ(overtaken, 0);
-        EXPECT_EQ(first, sent);
-        EXPECT_EQ(second, sent);
-        EXPECT_GT(sent, 100);
+        EXPECT_EQ(lost, 0) << "after " << arrived << " pairs";
     }
 }
 

@@ -1,6 +1,7 @@
 // Vst2Wrapper as a host meets it: creation, the C border, parameters, rates, buses and blocks.
-#include "Times.h"
 #include "FakePlugin.h"
+#include "Times.h"
+#include "Vst2Rooms.h"
 
 #include <gtest/gtest.h>
 
@@ -34,53 +35,19 @@ TEST(WrapperCreation, AnythingThatFailsOnTheWayGivesNullAndLeavesNothingAlive)
     EXPECT_EQ(create(plugin.componentId), nullptr);
     plugin.componentStarts = false;
     EXPECT_EQ(create(plugin.componentId), nullptr);
+    plugin.componentStarts = plugin.controllerStarts = true;
+    {
+        Host closing(plugin);
+        EXPECT_EQ(closing.call(effIdentify), 0x4E764566);
+        EXPECT_TRUE(closing.log.empty()) << "the host was asked before it holds the effect";
+    }
     EXPECT_EQ(plugin.alive, 0);
     plugin.factory->addRef();
     EXPECT_EQ(plugin.factory->release(), 1u) << "references of the factory were kept";
 }
 
-TEST_F(WrappedEffect, AsksTheHostNothingBeforeThatHoldsItAndClosesWithoutARest)
-{
-    EXPECT_EQ(host.effect->numParams, kWritable);
-    EXPECT_EQ(host.effect->flags, 16 + 32 + 512);
-    EXPECT_EQ(host.call(effIdentify), 0x4E764566);
-    EXPECT_TRUE(host.log.empty());
-    Plugin other;
-    {
-        Host closing(other);
-    }
-    EXPECT_EQ(other.alive, 0);
-    other.factory->addRef();
-    EXPECT_EQ(other.factory->release(), 1u);
-}
-
 TEST_F(WrappedEffect, NoCallWithNastyArgumentsWritesMoreThanAHostHasRoomFor)
 {
-    const auto roomFor = [](VstInt32 opcode) -> std::size_t {
-        switch (opcode) {
-        case effGetProgramName:
-        case effGetProgramNameIndexed:
-            return 24;
-        case effGetParamLabel:
-        case effGetParamDisplay:
-            return 9;
-        case effGetParamName:
-        case effGetEffectName:
-            return 32;
-        case effGetVendorString:
-        case effGetProductString:
-            return 64;
-        case effGetInputProperties:
-        case effGetOutputProperties:
-            return 128;
-        case effGetParameterProperties:
-            return 152;
-        case effGetChunk:
-            return sizeof(void*);
-        default:
-            return 0;
-        }
-    };
     const std::string untouched(1000, 'x');
     for (VstInt32 opcode = -1; opcode <= 100; ++opcode) {
         if (opcode == effClose)
@@ -95,8 +62,7 @@ TEST_F(WrappedEffect, NoCallWithNastyArgumentsWritesMoreThanAHostHasRoomFor)
                     std::string room = untouched;
                     host.call(opcode, index, hasPointer ? 0 : value, nullptr, opt);
                     host.call(opcode, index, hasPointer ? 0 : value, &room[0], opt);
-                    const std::size_t size = roomFor(opcode);
-                    ASSERT_EQ(room.find_first_not_of('x', size), std::string::npos)
+                    ASSERT_EQ(room.find_first_not_of('x', roomOf(opcode)), std::string::npos)
                         << "opcode " << opcode << ", index " << index;
                 }
     }
@@ -108,16 +74,6 @@ TEST_F(WrappedEffect, NoCallWithNastyArgumentsWritesMoreThanAHostHasRoomFor)
     host.effect->processReplacing(host.effect, nullptr, nullptr, -5);
     EXPECT_EQ(host.effect->dispatcher(nullptr, effGetVstVersion, 0, 0, nullptr, 0.0f), 0);
     EXPECT_EQ(host.block(), (Values{})) << "one of the calls changed a parameter";
-}
-
-TEST_F(WrappedEffect, AnAbsurdBlockLengthNeitherEndsTheEffectNorTakesItsMemory)
-{
-    host.mains(true);
-    host.call(effSetBlockSize, 0, 1 << 26);
-    host.block(100);
-    EXPECT_EQ(host.component->blocks.back().frames, 100);
-    const Calls& calls = host.component->calls;
-    EXPECT_EQ(std::count(calls.begin(), calls.end(), "frames 67108864"), 0);
 }
 
 TEST_F(WrappedEffect, NamesLabelsAndDisplaysAreThoseOfTheWritableParametersInOrder)
@@ -166,39 +122,26 @@ TEST_F(WrappedEffect, TheControllerGetsWaitingValuesWhenItAsksAndTheHostNewsOfIt
 
 TEST_F(WrappedEffect, TypedTextSetsAParameterOnlyIfItIsANumber)
 {
+    const struct {
+        std::string text;
+        double taken;  // below 0: none
+    } rows[] = {{"0.25", 0.25},
+                {"17", 1.0},
+                {"-3", 0.0},
+                {"abc", -1.0},
+                {"", -1.0},
+                {"nan", -1.0},
+                {std::string(5000, 'a'), -1.0}};
     host.block();
-    char number[] = "0.25", wild[] = "17", low[] = "-3";
-    EXPECT_EQ(host.call(effString2Parameter, 0, 0, number), 1);
-    EXPECT_EQ(host.get(0), 0.25f);
-    EXPECT_EQ(host.text(effGetParamDisplay, 0), "0.2500");
-    EXPECT_EQ(host.block(), (Values{{kLevelId, 0.25}}));
-    EXPECT_EQ(host.call(effString2Parameter, 0, 0, wild), 1);
-    EXPECT_EQ(host.block(), (Values{{kLevelId, 1.0}}));
-    EXPECT_EQ(host.call(effString2Parameter, 0, 0, low), 1);
-    EXPECT_EQ(host.block(), (Values{{kLevelId, 0.0}}));
-
-    std::string endless(5000, 'a');
-    for (std::string text : {std::string("abc"), std::string(), std::string("nan"), endless}) {
-        EXPECT_EQ(host.call(effString2Parameter, 1, 0, &text[0]), 0) << text.substr(0, 10);
-        EXPECT_EQ(host.get(1), 1.0f) << text.substr(0, 10);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text.substr(0, 10));
+        std::string text = row.text;
+        const bool isNumber = row.taken >= 0.0;
+        const float before = host.get(0);
+        EXPECT_EQ(host.call(effString2Parameter, 0, 0, &text[0]), isNumber);
+        EXPECT_EQ(host.get(0), isNumber ? static_cast<float>(row.taken) : before);
+        EXPECT_EQ(host.block(), isNumber ? Values({{kLevelId, row.taken}}) : Values());
     }
-    EXPECT_EQ(host.block(), Values());
-}
-
-TEST(WrapperStart, ValuesFoundByTheControllerWhenItStartsReachTheProcessorWithTheFirstBlock)
-{
-    Plugin plugin;
-    plugin.whileControllerStarts = [&plugin] {
-        plugin.controller->edit(kBeyondId, 0.875);
-        plugin.controller->edit(kMeterId, 0.5);
-    };
-    Host host(plugin);
-    EXPECT_EQ(host.get(3), 0.875f);
-    host.mains(true);
-    EXPECT_EQ(host.block(),
-              (Values{{kLevelId, 0.5}, {kSwitchId, 1.0}, {kLongId, 0.25}, {kBeyondId, 0.875}}));
-    EXPECT_EQ(host.block(), Values());
-    EXPECT_EQ(host.timesAsked(audioMasterAutomate), 0);
 }
 
 TEST_F(WrappedEffect, AThousandHostValuesBetweenTwoBlocksArriveAsTheLastOne)
@@ -230,17 +173,12 @@ TEST_F(WrappedEffect, AnEditOfThePluginsGoesToHostAndProcessorByTheHostsIndex)
     EXPECT_EQ(host.log[1].opt, 0.75f);
     EXPECT_EQ(host.get(3), 0.75f);
     EXPECT_EQ(host.block(), (Values{{kBeyondId, 0.75}, {kMeterId, 0.25}}));
-}
 
-TEST_F(WrappedEffect, AnEditThatIsNewerThanAHostValueIsNotUndoneWhenThatOneArrives)
-{
     host.set(0, 0.75f);
-    ParameterInfo info;
-    ASSERT_EQ(host.controller->getParameterInfo(0, info), kResultTrue);
-    host.controller->setParamNormalized(info.id, 0.25);
-    host.controller->edit(info.id, 0.25);
+    host.controller->edit(kLevelId, 0.25);
     host.call(effEditIdle);
-    EXPECT_EQ(host.controller->getParamNormalized(info.id), 0.25);
+    EXPECT_EQ(host.controller->getParamNormalized(kLevelId), 0.25)
+        << "an older value of the host's undid the edit";
     EXPECT_EQ(host.get(0), 0.25f);
 }
 
@@ -279,6 +217,13 @@ TEST_F(WrappedEffect, ARateOrBlockLengthSetWhileRunningComesBetweenTwoActivation
     // For a moment, since the latency of a rate is told only then.
     EXPECT_EQ(host.component->calls, (Calls{"rate 48000", "frames 512", "active 1", "active 0"}));
     EXPECT_EQ(host.effect->initialDelay, 96);
+
+    host.mains(true);
+    host.call(effSetBlockSize, 0, 1 << 26);
+    host.block(100);
+    EXPECT_EQ(host.component->blocks.back().frames, 100);
+    const Calls& calls = host.component->calls;
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "frames 67108864"), 0) << "an absurd length";
 }
 
 TEST_F(WrappedEffect, AHostThatNeverTurnsTheMainsOnLearnsTheLatencyAndIsHeard)
@@ -288,8 +233,11 @@ TEST_F(WrappedEffect, AHostThatNeverTurnsTheMainsOnLearnsTheLatencyAndIsHeard)
     EXPECT_EQ(host.timesAsked(audioMasterIOChanged), 1);
     host.component->calls.clear();
     host.block();
-    host.mains(false);
     host.block();
+    EXPECT_EQ(host.component->calls, (Calls{"active 1", "processing 1"}));
+    host.mains(true);
+    host.mains(false);
+    host.mains(false);
     host.block();
     EXPECT_EQ(host.component->calls,
               (Calls{"active 1", "processing 1", "processing 0", "active 0"}))
@@ -299,42 +247,53 @@ TEST_F(WrappedEffect, AHostThatNeverTurnsTheMainsOnLearnsTheLatencyAndIsHeard)
 
 TEST_F(WrappedEffect, ABlockThatMeetsASetupIsSilentAndTheSetupWaitsForABlock)
 {
-    host.mains(true);
-    std::vector<float> ones(16, 1.0f), out(32, 7.0f);
-    float* inputs[] = {ones.data(), ones.data()};
-    float* outputs[] = {out.data(), nullptr};
-    plugin.whileSetUp = [&] {
-        std::thread audio([&] { host.effect->processReplacing(host.effect, inputs, outputs, 16); });
-        audio.join();
-    };
-    host.setRate(96000.0f);
-    EXPECT_EQ(std::count(out.begin(), out.end(), 0.0f), 16);
-    EXPECT_EQ(std::count(out.begin(), out.end(), 7.0f), 16);
-    plugin.whileSetUp = nullptr;
-    host.effect->processReplacing(host.effect, inputs, outputs, 16);
-    EXPECT_EQ(out[15], 1.0f);
-
-    std::atomic<bool> stop{false};
-    std::thread audio([&] {
-        while (!stop) {
-            host.effect->processReplacing(host.effect, inputs, outputs, 16);
-            host.component->blocks.clear();
-        }
-    });
     VstSpeakerArrangement mono{}, stereo{};
     mono.type = kSpeakerArrMono;
     stereo.type = kSpeakerArrStereo;
-    for (int i = 0; i < times(); i += 4) {
-        host.setRate(i % 8 ? 48000.0f : 192000.0f);
-        host.call(effSetBlockSize, 0, i % 8 ? 64 : 128);
-        host.call(effMainsChanged, 0, i % 8 == 0);
-        VstSpeakerArrangement* const wanted = i % 8 ? &stereo : &mono;
-        // The component has no channels more than the host's pointers.
-        host.call(effSetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(wanted), wanted);
+    const struct {
+        const char* name;
+        std::function<void(bool)> setUp;  // in one way or the other
+    } rows[] = {
+        {"rate", [&](bool other) { host.setRate(other ? 48000.0f : 96000.0f); }},
+        {"block", [&](bool other) { host.call(effSetBlockSize, 0, other ? 256 : 512); }},
+        {"mains", [&](bool other) { host.mains(other); }},
+        {"arrangement",
+         [&](bool other) {
+             VstSpeakerArrangement& wanted = other ? stereo : mono;
+             host.call(effSetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&wanted), &wanted);
+         }},
+    };
+    std::vector<float> in(32, 1.0f), out(32);
+    float* inputs[] = {in.data(), in.data() + 16};
+    float* outputs[] = {out.data(), nullptr};
+    host.mains(true);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        host.component->calls.clear();
+        in.assign(32, 1.0f);
+        out.assign(32, 7.0f);
+        plugin.whileInside = [&] {
+            std::thread([&] {
+                host.effect->processReplacing(host.effect, inputs, outputs, 16);
+            }).join();
+        };
+        row.setUp(false);
+        EXPECT_NE(host.component->calls, Calls());
+        EXPECT_EQ(std::count(out.begin(), out.end(), 0.0f), 16);
+        EXPECT_EQ(std::count(out.begin(), out.end(), 7.0f), 16);
+
+        std::thread other;
+        plugin.whileInside = [&] {
+            host.component->calls.clear();
+            other = std::thread([&row] { row.setUp(true); });
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            EXPECT_EQ(host.component->calls, Calls());
+        };
+        host.effect->processReplacing(host.effect, inputs, outputs, 16);
+        EXPECT_EQ(out[15], 1.0f);
+        other.join();
+        EXPECT_NE(host.component->calls, Calls());
     }
-    stop = true;
-    audio.join();
-    EXPECT_EQ(host.component->collisions, 0);
 }
 
 TEST_F(WrappedEffect, AValueThatIsSetWhileTheStateIsTakenOverIsNotLost)
@@ -375,55 +334,46 @@ TEST_F(WrappedEffect, AValueThatIsSetWhileTheStateIsTakenOverIsNotLost)
     expectSettled(host.get(0));
 }
 
-TEST_F(WrappedEffect, ABlockBeforeTheMainsAreOnFindsTheComponentActive)
-{
-    host.component->calls.clear();
-    host.block();
-    host.block();
-    EXPECT_EQ(host.component->calls, (Calls{"active 1", "processing 1"}));
-    host.mains(true);
-    host.mains(false);
-    host.mains(false);
-    EXPECT_EQ(host.component->calls,
-              (Calls{"active 1", "processing 1", "processing 0", "active 0"}));
-}
-
 TEST_F(WrappedEffect, ARefusedArrangementLeavesAsManyChannelsAsTheComponentHas)
 {
-    VstSpeakerArrangement mono{}, stereo{}, odd{};
-    mono.type = kSpeakerArrMono;
-    stereo.type = kSpeakerArrStereo;
-    odd.type = kSpeakerArrUserDefined;
-    const auto arrange = [this](VstSpeakerArrangement* in, VstSpeakerArrangement* out) {
-        return host.call(effSetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(in), out);
+    constexpr VstInt32 kNone = -9, kOdd = kSpeakerArrUserDefined;
+    const struct {
+        VstInt32 in, out;
+        int taken, channels, timesChanged;
+    } rows[] = {
+        {kSpeakerArrStereo, kSpeakerArrStereo, 1, 2, 0},
+        {kNone, kNone, 1, 2, 0},
+        {kOdd, kSpeakerArrStereo, 0, 2, 0},
+        {kSpeakerArrMono, kSpeakerArrMono, 1, 1, 1},
+        {kSpeakerArrStereo, kSpeakerArrMono, 0, 2, 2},
     };
-    EXPECT_EQ(arrange(&stereo, &stereo), 1);
-    EXPECT_EQ(arrange(nullptr, nullptr), 1);
-    EXPECT_EQ(arrange(&odd, &stereo), 0);
-    EXPECT_EQ(host.timesAsked(audioMasterIOChanged), 0);
-
-    EXPECT_EQ(arrange(&mono, &mono), 1);
-    EXPECT_EQ(host.effect->numInputs, 1);
-    EXPECT_EQ(host.effect->numOutputs, 1);
-    EXPECT_EQ(host.timesAsked(audioMasterIOChanged), 1);
-    VstSpeakerArrangement *in = nullptr, *out = nullptr;
-    ASSERT_EQ(host.call(effGetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&in), &out), 1);
-    EXPECT_EQ(in->type, kSpeakerArrMono);
-    EXPECT_EQ(out->numChannels, 1);
-    VstPinProperties pin{};
-    EXPECT_EQ(host.call(effGetInputProperties, 1, 0, &pin), 0);
-
-    EXPECT_EQ(arrange(&stereo, &mono), 0);
-    EXPECT_EQ(host.effect->numInputs, 2);
-    EXPECT_EQ(host.effect->numOutputs, 2);
-    EXPECT_EQ(host.timesAsked(audioMasterIOChanged), 2);
-    host.mains(true);
-    host.block();
-    EXPECT_EQ(host.component->blocks.back().inputs.size(), 2u);
-    EXPECT_EQ(host.component->blocks.back().outputs.size(), 2u);
-    ASSERT_EQ(host.call(effGetOutputProperties, 1, 0, &pin), 1);
-    EXPECT_STREQ(pin.label, "Stereo Out");
-    EXPECT_EQ(pin.flags, 1 + 2 + 4);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << "from " << row.in << " to " << row.out);
+        VstSpeakerArrangement in{}, out{}, *inNow = nullptr, *outNow = nullptr;
+        in.type = row.in;
+        out.type = row.out;
+        EXPECT_EQ(host.call(effSetSpeakerArrangement, 0,
+                            row.in == kNone ? 0 : reinterpret_cast<VstIntPtr>(&in),
+                            row.out == kNone ? nullptr : &out),
+                  row.taken);
+        EXPECT_EQ(host.effect->numInputs, row.channels);
+        EXPECT_EQ(host.effect->numOutputs, row.channels);
+        EXPECT_EQ(host.timesAsked(audioMasterIOChanged), row.timesChanged);
+        ASSERT_EQ(
+            host.call(effGetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&inNow), &outNow),
+            1);
+        EXPECT_EQ(inNow->type, row.channels == 1 ? kSpeakerArrMono : kSpeakerArrStereo);
+        EXPECT_EQ(outNow->numChannels, row.channels);
+        VstPinProperties pin{};
+        EXPECT_EQ(host.call(effGetOutputProperties, row.channels, 0, &pin), 0);
+        ASSERT_EQ(host.call(effGetOutputProperties, row.channels - 1, 0, &pin), 1);
+        EXPECT_STREQ(pin.label, "Stereo Out");
+        EXPECT_EQ(pin.flags, row.channels == 1 ? 1 + 4 : 1 + 2 + 4);
+        host.block();
+        const FakeComponent::Block& block = host.component->blocks.back();
+        EXPECT_EQ(static_cast<int>(block.inputs.size()), row.channels);
+        EXPECT_EQ(static_cast<int>(block.outputs.size()), row.channels);
+    }
 }
 
 TEST_F(WrappedEffect, WholeBlocksPassTheHostsOwnBuffersOn)
@@ -443,75 +393,42 @@ TEST_F(WrappedEffect, WholeBlocksPassTheHostsOwnBuffersOn)
 TEST_F(WrappedEffect, MissingAndSharedChannelsAreReplacedOverTheWholeOfALongBlock)
 {
     constexpr std::size_t kFrames = 1000;  // the host announced 256
-    std::vector<float> ramp(kFrames), silence(kFrames);
+    std::vector<float> ramp(kFrames), left(kFrames), right(kFrames);
+    const std::vector<float> silence(kFrames), untouched(kFrames, -7.0f);
     std::iota(ramp.begin(), ramp.end(), 1.0f);
     const std::vector<float> kept = ramp;
-    std::vector<float> left(kFrames), right(kFrames);
-    const auto run = [&](float** in, float** out) {
-        ramp = kept;
-        std::fill(left.begin(), left.end(), -7.0f);
-        std::fill(right.begin(), right.end(), -7.0f);
-        const std::size_t before = host.component->blocks.size();
-        host.set(0, 0.125f);
-        host.effect->processReplacing(host.effect, in, out, kFrames);
-        EXPECT_EQ(host.component->blocks[before].changes.back(),
-                  Values::value_type(kLevelId, 0.125));
-        for (std::size_t i = before + 1; i < host.component->blocks.size(); ++i)
-            EXPECT_EQ(host.component->blocks[i].changes, Values()) << "slice " << i - before;
-    };
     float* both[] = {left.data(), right.data()};
     float* oneOut[] = {nullptr, right.data()};
     float* same[] = {ramp.data(), ramp.data()};
     float* oneIn[] = {nullptr, ramp.data()};
     float* noneIn[] = {nullptr, nullptr};
-
-    run(same, both);
-    EXPECT_EQ(left, kept);
-    EXPECT_EQ(right, kept) << "the right channel heard what the left one had changed";
-    run(oneIn, both);
-    EXPECT_EQ(left, silence);
-    EXPECT_EQ(right, kept);
-    run(same, oneOut);
-    EXPECT_EQ(right, kept);
-    run(noneIn, both);
-    EXPECT_EQ(left, silence) << "silence was changed in place by the block before";
-    run(nullptr, both);
-    EXPECT_EQ(right, silence);
-    run(same, nullptr);
-}
-
-TEST_F(WrappedEffect, ValuesSetOnOneThreadWhileAnotherProcessesAllArriveInTheEnd)
-{
-    host.mains(true);
-    std::atomic<bool> stop{false};
-    std::thread writer([&] {
-        for (int i = 0; i <= 4096; ++i)
-            for (VstInt32 parameter = 0; parameter < kWritable; ++parameter)
-                host.set(parameter, static_cast<float>(i) / 8192.0f);
-        stop = true;
-    });
-    double heard[kWritable] = {};
-    std::thread audio([&] {
-        for (bool last = false; !last;) {
-            last = stop;
-            host.component->meter = 0.5;
-            for (const auto& [id, value] : host.block())
-                heard[std::find(kWritableIds, kWritableIds + kWritable, id) - kWritableIds] = value;
-            host.component->blocks.clear();
-        }
-    });
-    while (!stop) {
-        host.call(effEditIdle);
-        host.get(0);
-        std::this_thread::yield();
+    // Samples are changed in place, which neither the other channel nor later silence may hear.
+    const struct {
+        const char* name;
+        float **in, **out;
+        const std::vector<float>&left, &right;
+    } rows[] = {
+        {"shared inputs", same, both, kept, kept},
+        {"no left input", oneIn, both, silence, kept},
+        {"no left output", same, oneOut, untouched, kept},
+        {"no inputs", noneIn, both, silence, silence},
+        {"no list of inputs", nullptr, both, silence, silence},
+        {"no list of outputs", same, nullptr, untouched, untouched},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        ramp = kept;
+        left = right = untouched;
+        const std::size_t before = host.component->blocks.size();
+        host.set(0, 0.125f);
+        host.effect->processReplacing(host.effect, row.in, row.out, kFrames);
+        EXPECT_EQ(left, row.left);
+        EXPECT_EQ(right, row.right);
+        const auto& blocks = host.component->blocks;
+        EXPECT_EQ(blocks[before].changes.back(), Values::value_type(kLevelId, 0.125));
+        for (std::size_t i = before + 1; i < blocks.size(); ++i)
+            EXPECT_EQ(blocks[i].changes, Values()) << "slice " << i - before;
     }
-    writer.join();
-    audio.join();
-    host.call(effEditIdle);
-    for (const double value : heard)
-        EXPECT_EQ(value, 0.5);
-    for (const ParamID id : {kLevelId, kSwitchId, kLongId, kBeyondId, kMeterId})
-        EXPECT_EQ(host.controller->getParamNormalized(id), 0.5) << id;
 }
 
 }  // namespace

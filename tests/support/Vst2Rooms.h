@@ -1,0 +1,32 @@
+// How much of a host's memory each operation of VST 2 may fill.
+#pragma once
+
+#include "vst2interface.h"
+
+#include <cstddef>
+
+// Bytes, terminators included; 0 for an operation that writes nothing.
+inline std::size_t roomOf(VstInt32 opcode)
+{
+    constexpr struct {
+        VstInt32 opcode;
+        std::size_t room;
+    } kRooms[] = {
+        {effGetParamLabel, 9},
+        {effGetParamDisplay, 9},
+        {effGetProgramName, 24},
+        {effGetProgramNameIndexed, 24},
+        {effGetParamName, 32},
+        {effGetEffectName, 32},
+        {effGetVendorString, 64},
+        {effGetProductString, 64},
+        {effGetInputProperties, sizeof(VstPinProperties)},
+        {effGetOutputProperties, sizeof(VstPinProperties)},
+        {effGetParameterProperties, sizeof(VstParameterProperties)},
+        {effGetChunk, sizeof(void*)},
+    };
+    for (const auto& row : kRooms)
+        if (row.opcode == opcode)
+            return row.room;
+    return 0;
+}
