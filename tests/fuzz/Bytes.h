@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <string>
 #include <vector>
 
 class Bytes {
@@ -14,32 +13,26 @@ public:
 
     bool empty() const { return left == 0; }
 
+    std::vector<std::uint8_t> block(std::size_t count)
+    {
+        count = std::min(left, count);
+        const std::uint8_t* const first = next;
+        next += count;
+        left -= count;
+        return {first, next};
+    }
     template <typename Number>
     Number take()
     {
+        std::vector<std::uint8_t> bytes = block(sizeof(Number));
+        bytes.resize(sizeof(Number));
         Number number{};
-        const std::size_t count = std::min(left, sizeof number);
-        std::memcpy(&number, next, count);
-        skip(count);
+        std::memcpy(&number, bytes.data(), sizeof number);
         return number;
     }
     std::uint8_t byte() { return take<std::uint8_t>(); }
 
-    std::vector<std::uint8_t> block(std::size_t count)
-    {
-        count = std::min(left, count);
-        std::vector<std::uint8_t> bytes(next, next + count);
-        skip(count);
-        return bytes;
-    }
-
 private:
-    void skip(std::size_t count)
-    {
-        next += count;
-        left -= count;
-    }
-
     const std::uint8_t* next;
     std::size_t left;
 };

@@ -4,41 +4,19 @@
 // The rooms are as small as they may be, so that the sanitizer sees the first byte beyond.
 #include "Bytes.h"
 #include "Effect.h"
+#include "Vst2Rooms.h"
 
 #include <cmath>
-#include <memory>
+#include <utility>
 
 namespace {
 
 constexpr VstInt32 kParameters = 58;
 constexpr std::size_t kFirstValue = 16 + 8 + 41 + 168 + 24, kPresetSize = 168 + 58 * 32;
 
-// A text of an operation that writes one: what it may fill, terminator included.
-std::size_t roomOf(VstInt32 opcode)
+void requireValue(float value)
 {
-    switch (opcode) {
-    case effGetParamLabel:
-    case effGetParamDisplay:
-        return 9;
-    case effGetProgramName:
-    case effGetProgramNameIndexed:
-        return 24;
-    case effGetParamName:
-    case effGetEffectName:
-        return 32;
-    case effGetVendorString:
-    case effGetProductString:
-        return 64;
-    case effGetParameterProperties:
-        return sizeof(VstParameterProperties);
-    case effGetInputProperties:
-    case effGetOutputProperties:
-        return sizeof(VstPinProperties);
-    case effVendorSpecific:
-        return 16;
-    default:
-        return 256;
-    }
+    require(value >= 0.0f && value <= 1.0f, "a value outside 0 to 1");
 }
 
 class Host {
@@ -55,11 +33,6 @@ public:
     void callSomething()
     {
         switch (bytes.byte() % 8) {
-        case 0:
-        case 1:
-        case 2:
-            callOperation();
-            break;
         case 3: {
             const VstInt32 index = someIndex();
             effect.set(index, bytes.take<float>());
@@ -75,8 +48,11 @@ public:
         case 6:
             restoreChanged();
             break;
-        default:
+        case 7:
             effect.dispatch(effEditIdle);
+            break;
+        default:
+            callOperation();
             break;
         }
     }
@@ -84,15 +60,15 @@ public:
     // Wherever the calls have led, the effect is sound and its state is one that it takes back.
     void requireSound()
     {
-        for (VstInt32 i = 0; i < effect.raw->numParams; ++i)
+        const AEffect& raw = *effect.raw;
+        require(raw.numParams == kParameters && raw.numPrograms == 1, "other counts");
+        require(raw.numInputs == 1 || raw.numInputs == 2, "inputs neither mono nor stereo");
+        require(raw.numOutputs == 1 || raw.numOutputs == 2, "outputs neither mono nor stereo");
+        require(raw.initialDelay == 0 || raw.initialDelay == 96, "an odd latency");
+        for (VstInt32 i = 0; i < kParameters; ++i)
             requireValue(effect.get(i));
-        require(effect.raw->numParams == kParameters && effect.raw->numPrograms == 1,
-                "other counts");
-        for (const VstInt32 channels : {effect.raw->numInputs, effect.raw->numOutputs})
-            require(channels == 1 || channels == 2, "neither mono nor stereo");
-        require(effect.raw->initialDelay == 0 || effect.raw->initialDelay == 96, "an odd latency");
 
-        std::vector<std::uint8_t> state = effect.save();
+        const std::vector<std::uint8_t> state = effect.save();
         for (std::size_t preset = 0; preset < 24; ++preset)
             for (std::size_t id = 0; id < kParameters; ++id) {
                 float value = 0.0f;
@@ -108,11 +84,6 @@ private:
     static constexpr int kMostBlocks = 6;
     static constexpr VstInt32 kMostFrames = 200, kMostAnnounced = 8192;
 
-    static void requireValue(float value)
-    {
-        require(value >= 0.0f && value <= 1.0f, "a value outside 0 to 1");
-    }
-
     VstInt32 someIndex()
     {
         const std::uint8_t small = bytes.byte();
@@ -124,96 +95,96 @@ private:
         std::vector<std::uint8_t> state = effect.save();
         for (int changes = bytes.byte() % 4; changes > 0; --changes)
             state[bytes.take<std::uint16_t>() % state.size()] = bytes.byte();
-        const std::uint8_t cut = bytes.byte();
-        if (cut & 1)
+        if (bytes.byte() & 1)
             state.resize(bytes.take<std::uint16_t>() % state.size());
         effect.load(state);
     }
 
-    // An operation with what it is owed and whatever numbers.
+    // An operation with what it is owed, or with less of it, and whatever numbers.
     void callOperation()
     {
         const VstInt32 opcode = bytes.byte() % 103 - 2;
         const std::uint8_t how = bytes.byte();
         const VstInt32 index = someIndex();
+        const auto call = [&](VstIntPtr value, void* ptr, float opt = 0.0f) {
+            return effect.dispatch(opcode, index, value, how & 2 ? nullptr : ptr, opt);
+        };
         switch (opcode) {
         case effClose:     // comes last
         case effEditOpen:  // there is no window
-            return;
+            break;
         case effSetSampleRate:
-            effect.dispatch(opcode, index, 0, nullptr, someRate(how));
-            return;
+            call(0, nullptr, someRate(how));
+            break;
         case effSetBlockSize: {
             // Sizes that are refused, and sizes that do not take long to clear.
             auto frames = how & 1 ? bytes.take<VstIntPtr>() : bytes.take<std::uint16_t>();
             if (frames > kMostAnnounced && frames <= 1 << 20)
                 frames %= kMostAnnounced;
-            effect.dispatch(opcode, index, frames);
-            return;
+            call(frames, nullptr);
+            break;
         }
         case effSetChunk: {
             std::vector<std::uint8_t> state = bytes.block(bytes.byte());
-            state.shrink_to_fit();
-            const auto size =
-                how & 1 ? -bytes.take<std::uint16_t>() : static_cast<VstIntPtr>(state.size());
-            effect.dispatch(opcode, index, size, how & 2 ? nullptr : state.data());
-            return;
-        }
-        case effGetChunk: {
-            void* data = nullptr;
-            effect.dispatch(opcode, index, bytes.take<VstIntPtr>(), how & 2 ? nullptr : &data);
-            return;
+            const auto size = static_cast<VstIntPtr>(state.size());
+            call(how & 1 ? -bytes.take<std::uint16_t>() : size, state.data());
+            break;
         }
         case effEditGetRect: {
             ERect* rect = nullptr;
-            if (effect.dispatch(opcode, index, 0, &rect))
+            if (call(0, &rect))
                 require(rect && rect->right > rect->left && rect->bottom > rect->top, "no rect");
-            return;
+            break;
         }
         case effSetProgramName:
         case effString2Parameter:
         case effCanDo: {
-            const auto read = bytes.block(bytes.byte() % 64);
-            const std::unique_ptr<char[]> text(new char[read.size() + 1]());
-            std::copy(read.begin(), read.end(), text.get());
-            effect.dispatch(opcode, index, bytes.take<VstIntPtr>(), how & 2 ? nullptr : text.get());
-            return;
+            std::vector<std::uint8_t> text = bytes.block(bytes.byte() % 64);
+            text.push_back(0);
+            text.shrink_to_fit();
+            call(bytes.take<VstIntPtr>(), text.data());
+            break;
         }
         case effSetSpeakerArrangement: {
-            auto input = std::make_unique<VstSpeakerArrangement>();
-            auto output = std::make_unique<VstSpeakerArrangement>();
-            for (VstSpeakerArrangement* each : {input.get(), output.get()}) {
+            VstSpeakerArrangement arrangements[2] = {};
+            for (VstSpeakerArrangement& each : arrangements) {
                 const std::uint8_t type = bytes.byte();
-                each->type = type < 240 ? type % 4 - 1 : bytes.take<VstInt32>();
-                each->numChannels = bytes.take<std::int8_t>();
+                each.type = type < 240 ? type % 4 - 1 : bytes.take<VstInt32>();
+                each.numChannels = bytes.take<std::int8_t>();
             }
-            effect.dispatch(opcode, index, how & 1 ? 0 : reinterpret_cast<VstIntPtr>(input.get()),
-                            how & 2 ? nullptr : output.get());
-            return;
+            call(how & 1 ? 0 : reinterpret_cast<VstIntPtr>(&arrangements[0]), &arrangements[1]);
+            break;
         }
-        case effGetSpeakerArrangement: {
-            VstSpeakerArrangement *input = nullptr, *output = nullptr;
-            if (effect.dispatch(opcode, index, how & 1 ? 0 : reinterpret_cast<VstIntPtr>(&input),
-                                how & 2 ? nullptr : &output))
-                require(input->numChannels == effect.raw->numInputs
-                            && output->numChannels == effect.raw->numOutputs,
-                        "arrangements that differ from the counts");
-            return;
+        case effGetSpeakerArrangement:
+            requireArrangements(!(how & 1), !(how & 2));
+            break;
+        case effVendorSpecific: {
+            // The question for a class's identifier of 16 bytes among any others.
+            std::vector<char> room(16);
+            const VstInt32 question = how & 4 ? 0x73744341 : 0x73744361;
+            effect.dispatch(opcode, how & 1 ? question : index,
+                            how & 1 ? 0x46554944 : bytes.take<VstIntPtr>(),
+                            how & 2 ? nullptr : room.data(), bytes.take<float>());
+            break;
         }
         default: {
-            const std::unique_ptr<char[]> room(new char[roomOf(opcode)]());
-            VstIntPtr value = bytes.take<VstIntPtr>();
-            VstInt32 vendorIndex = index;
-            if (opcode == effVendorSpecific && how & 1) {
-                vendorIndex = how & 4 ? 0x73744341 : 0x73744361;
-                value = 0x46554944;
-            }
-            const float opt = bytes.take<float>();
-            effect.dispatch(opcode, opcode == effVendorSpecific ? vendorIndex : index, value,
-                            how & 2 ? nullptr : room.get(), opt);
-            return;
+            std::vector<char> room(roomOf(opcode));
+            const auto value = bytes.take<VstIntPtr>();
+            call(value, room.data(), bytes.take<float>());
+            break;
         }
         }
+    }
+
+    void requireArrangements(bool wantsInput, bool wantsOutput)
+    {
+        VstSpeakerArrangement *input = nullptr, *output = nullptr;
+        if (effect.dispatch(effGetSpeakerArrangement, 0,
+                            wantsInput ? reinterpret_cast<VstIntPtr>(&input) : 0,
+                            wantsOutput ? &output : nullptr))
+            require(input->numChannels == effect.raw->numInputs
+                        && output->numChannels == effect.raw->numOutputs,
+                    "arrangements that differ from the counts");
     }
 
     float someRate(std::uint8_t how)
@@ -222,36 +193,32 @@ private:
         if (how & 1)
             return kRates[how / 2 % 6];
         const auto rate = bytes.take<float>();
-        if (rate > 0.0f && rate < 1e7f)
-            usualRate = false;
+        moderate = moderate && !(rate > 0.0f && rate < 1e7f);
         return rate;
     }
 
     // One block with channels that may be missing, shared or used for both directions, and samples
-    // of any kind.
+    // of any kind. Moderate ones at usual rates come out as numbers.
     void process()
     {
         const std::uint8_t how = bytes.byte();
         const VstInt32 frames = how & 1 ? bytes.byte() % kMostFrames : bytes.byte() % 40 - 2;
         const auto length = static_cast<std::size_t>(std::max(frames, 0));
-        const auto inputs = static_cast<std::size_t>(effect.raw->numInputs);
-        const auto outputs = static_cast<std::size_t>(effect.raw->numOutputs);
-
-        // Separate blocks of memory, each exactly as long as the block of samples.
-        std::vector<std::unique_ptr<float[]>> memory;
-        std::vector<float*> in, out;
-        for (std::size_t i = 0; i < inputs + outputs; ++i) {
-            memory.emplace_back(new float[length]);
-            (i < inputs ? in : out).push_back(memory.back().get());
-        }
-        bool moderate = true;
         const auto few = bytes.take<std::uint32_t>();
-        for (std::size_t i = 0; i < inputs; ++i)
-            for (std::size_t k = 0; k < length; ++k)
-                in[i][k] = static_cast<float>((few >> (k % 13)) % 200) / 100.0f - 1.0f;
+        // Separate blocks of memory, each exactly as long as the block of samples.
+        std::vector<std::vector<float>> samples(
+            static_cast<std::size_t>(effect.raw->numInputs + effect.raw->numOutputs),
+            std::vector<float>(length));
+        std::vector<float*> in, out;
+        for (std::vector<float>& channel : samples) {
+            const bool isInput = static_cast<VstInt32>(in.size()) < effect.raw->numInputs;
+            (isInput ? in : out).push_back(channel.data());
+            for (std::size_t k = 0; isInput && k < length; ++k)
+                channel[k] = static_cast<float>((few >> (k % 13)) % 200) / 100.0f - 1.0f;
+        }
         if (how & 2 && length > 0)
             for (int i = bytes.byte() % 4; i > 0; --i) {
-                float& sample = in[bytes.byte() % inputs][bytes.byte() % length];
+                float& sample = in[bytes.byte() % in.size()][bytes.byte() % length];
                 sample = bytes.take<float>();
                 // What is no number at all is taken for silence.
                 moderate = moderate && (!std::isfinite(sample) || std::abs(sample) <= 16.0f);
@@ -261,58 +228,46 @@ private:
         if (how & 8)
             in.back() = in.front();
         if (how & 16)
-            in[bytes.byte() % inputs] = nullptr;
+            in[bytes.byte() % in.size()] = nullptr;
         if (how & 32)
-            out[bytes.byte() % outputs] = nullptr;
-        wasModerate = wasModerate && moderate;
+            out[bytes.byte() % out.size()] = nullptr;
         effect.raw->processReplacing(effect.raw, how & 64 ? nullptr : in.data(),
                                      how & 128 ? nullptr : out.data(), frames);
-        if (!wasModerate || !usualRate || how & 128)
+        if (!moderate || how & 128)
             return;
         for (const float* channel : out)
             for (std::size_t k = 0; channel && k < length; ++k)
                 require(std::isfinite(channel[k]), "an output that is no number");
     }
 
+    // Hosts ask and set from inside what they are told.
     static VstIntPtr answer(AEffect*, VstInt32 opcode, VstInt32 index, VstIntPtr, void*, float opt)
     {
         if (opcode == audioMasterVersion)
             return 2400;
-        if (!current || current->answering)
+        Host* const host = std::exchange(current, nullptr);
+        if (!host)
             return 0;
-        current->answering = true;
-        current->comeBack(opcode, index, opt);
-        current->answering = false;
+        if (host->asksBack && opcode == audioMasterAutomate)
+            requireValue(host->effect.get(index));
+        if (host->setsBack && opcode == audioMasterAutomate)
+            host->effect.set(index, opt);
+        if (host->asksBack && opcode == audioMasterUpdateDisplay)
+            host->effect.save();
+        if (host->asksBack && opcode == audioMasterIOChanged)
+            host->requireArrangements(true, true);
+        current = host;
         return 0;
     }
 
-    // Hosts ask and set from inside what they are told.
-    void comeBack(VstInt32 opcode, VstInt32 index, float opt)
-    {
-        if (opcode == audioMasterAutomate) {
-            if (asksBack)
-                requireValue(effect.get(index));
-            if (setsBack)
-                effect.set(index, opt);
-        } else if (asksBack && opcode == audioMasterUpdateDisplay) {
-            effect.save();
-        } else if (asksBack && opcode == audioMasterIOChanged) {
-            VstSpeakerArrangement *input = nullptr, *output = nullptr;
-            effect.dispatch(effGetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&input),
-                            &output);
-        }
-    }
-
-    static Host* current;
+    static inline Host* current = nullptr;  // who may answer
 
     Bytes& bytes;
     Effect effect{answer};
-    bool asksBack = false, setsBack = false, answering = false;
+    bool asksBack = false, setsBack = false;
     int blocks = 0;
-    bool usualRate = true, wasModerate = true;
+    bool moderate = true;  // all samples so far, and the rates
 };
-
-Host* Host::current = nullptr;
 
 }  // namespace
 

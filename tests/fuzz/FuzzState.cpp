@@ -32,20 +32,13 @@ bool stateIn(const Bytes& chunk, Bytes& state)
     return !state.empty();
 }
 
+// What is in the bank of an effect that gives out this chunk.
 expected::Controller modelOf(const Bytes& chunk, const expected::Preset& reset)
 {
     expected::Controller model;
-    for (std::size_t i = 0; i < model.bank.size(); ++i) {
-        // Behind prefix, header and the presets before: a name of 168 bytes, values of 32 each.
-        const std::size_t at = kChunkHead + 8 + 41 + i * (168 + 58 * 32);
-        std::copy_n(chunk.begin() + static_cast<std::ptrdiff_t>(at + 12), 24,
-                    model.bank[i].begin());
-        for (std::size_t id = 0; id < 58; ++id)
-            std::copy_n(chunk.begin() + static_cast<std::ptrdiff_t>(at + 168 + 32 * id + 24), 4,
-                        model.bank[i].begin() + static_cast<std::ptrdiff_t>(24 + 4 * id));
-    }
+    Bytes state(chunk.begin() + kChunkHead, chunk.end()), buffer(state.size());
+    require(model.loadState(state, buffer) == 1, "a saved state that cannot be read");
     model.reset = reset;
-    model.selected = expected::word(chunk, kChunkHead + 8 + 17, false);
     return model;
 }
 
@@ -55,8 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     static Effect project(answer);
     static const Bytes start = project.save();
-    static const expected::Controller fresh = modelOf(start, {});
-    static const expected::Preset reset = fresh.bank[0];
+    static const expected::Preset reset = modelOf(start, {}).bank[0];
 
     const Bytes given(data, data + size);
     expected::Controller wanted = modelOf(start, reset);

@@ -43,13 +43,13 @@ Bytes chunkOf(const Bytes& state)
 
 // An image as it comes from the store, from a file, and from a file with its order reversed by
 // hand; a bank also as a host's state.
-void writeImage(const std::string& name, const Bytes& image)
+void writeImage(std::uint8_t kind, const std::string& name, const Bytes& image)
 {
-    const std::string target = image[4] == kBank ? "bank" : "preset";
+    const std::string target = kind == kBank ? "bank" : "preset";
     write(target, name + ".store", behind({0}, image));
     write(target, name + ".file", behind({1}, image));
     write(target, name + ".reversed", behind({3}, image));
-    if (image[4] == kBank)
+    if (kind == kBank)
         write("state", name, chunkOf(stateOf(image)));
 }
 
@@ -65,7 +65,9 @@ Image shortRecords(std::uint32_t preset, bool bigEndian = false)
 
 void writeImages(std::uint8_t kind)
 {
-    const auto put = [](const char* name, const Bytes& image) { writeImage(name, image); };
+    const auto put = [kind](const std::string& name, const Bytes& image) {
+        writeImage(kind, name, image);
+    };
     constexpr std::uint32_t kMinusOne = 0xFFFFFFFF;
     put("short", shortRecords(3).finish(kind, 3));
     put("short-big", shortRecords(3, true).finish(kind, 3));
@@ -95,9 +97,18 @@ void writeImages(std::uint8_t kind)
          {0.0f, -0.0f, 1.0f, 1.0000001f, 1.5f, -1e-30f, 1e-40f,
           std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity(),
           std::numeric_limits<float>::quiet_NaN()})
-        put(("value " + std::to_string(x) + (x < 0.5f && x > 0.0f ? " small" : "")).c_str(),
+        put("value " + std::to_string(x) + (x < 0.5f && x > 0.0f ? " small" : ""),
             Image().value(0, 4, 0.25f).value(0, 5, x).finish(kind));
     put("wrong-kind", shortRecords(0).finish(0x39));
+    for (const bool bigEndian : {false, true})
+        put(bigEndian ? "good-big" : "good",
+            kind == kBank ? goodBank(1, 7, bigEndian) : goodPreset(1, bigEndian));
+    for (const std::size_t size : {0u, 4u, 5u, 40u, 41u}) {
+        Bytes image = goodPreset(3);
+        image[4] = kind;
+        image.resize(size);
+        put("cut " + std::to_string(size), image);
+    }
 }
 
 void writeCalls()
@@ -130,19 +141,6 @@ int main(int argc, char** argv)
     folder = argv[1];
     writeImages(kBank);
     writeImages(kPreset);
-    writeImage("good", goodBank(1, 7));
-    writeImage("good-big", goodBank(2, 7, true));
-    writeImage("good", goodPreset(1));
-    writeImage("good-big", goodPreset(2, true));
-    for (const std::size_t size : {0u, 4u, 5u, 40u, 41u})
-        for (const bool bank : {true, false}) {
-            Bytes image = bank ? goodBank(3, 1) : goodPreset(3);
-            image.resize(size);
-            if (size > 4)
-                writeImage("cut " + std::to_string(size), image);
-            else
-                write(bank ? "bank" : "preset", "cut " + std::to_string(size), behind({1}, image));
-        }
     // Chunks whose sizes do not fit.
     write("state", "no-controller", Bytes(16));
     Bytes odd = chunkOf(stateOf(Image().finish(kBank)));
