@@ -11,6 +11,13 @@
 
 #include <string>
 
+inline std::string ascii(const Steinberg::Vst::TChar* text)
+{
+    char narrow[129] = {};
+    Steinberg::UString(const_cast<Steinberg::Vst::TChar*>(text), 128).toAscii(narrow, 128);
+    return narrow;
+}
+
 struct ParameterDisplay : testing::Test {
     ParameterDisplay() { addParameters(parameters); }
 
@@ -18,9 +25,7 @@ struct ParameterDisplay : testing::Test {
     {
         Steinberg::Vst::String128 wide = {};
         parameters.getParameter(id)->toString(value, wide);
-        char narrow[129] = {};
-        Steinberg::UString(wide, 128).toAscii(narrow, 128);
-        return narrow;
+        return ascii(wide);
     }
 
     Steinberg::Vst::ParameterContainer parameters;

@@ -1,65 +1,41 @@
 // The 59 parameters as projects and presets of users hold them.
+#include "ParameterDisplay.h"
 #include "PitchNamesController.h"
 
-#include "pluginterfaces/base/ustring.h"
 #include "pluginterfaces/vst/ivstcomponent.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 
 namespace {
 
-std::string ascii(const TChar* text)
-{
-    char narrow[129] = {};
-    UString(const_cast<TChar*>(text), 128).toAscii(narrow, 128);
-    return narrow;
-}
-
 struct Expected {
-    const char* title;
+    std::string title;  // an asterisk stands for two parameters, L and R
     int steps;
     double initial;
     const char *units, *display;
 };
 
-// By id. Written down by hand from what stored projects rely on.
+// In order of id. Written down by hand from what stored projects rely on.
 // clang-format off
-constexpr Expected kExpected[] = {
-    {"Power", 1, 1.0, "", "On"},          {"BpsCh1", 1, 0.0, "", "Off"},
-    {"BpsCh2", 1, 0.0, "", "Off"},        {"Channel", 4, 0.5, "", "Stereo"},
-    {"MS", 1, 0.0, "", "Stereo"},         {"QB11", 1, 0.0, "", "Off"},
-    {"2x", 1, 0.0, "", "Off"},            {"Link", 1, 1.0, "", "On"},
-    {"DriveL", 128, 0.5, "dB", "0.00"},   {"DriveR", 128, 0.5, "dB", "0.00"},
-    {"HpfL", 11, 0.0, "Hz", "Off"},       {"HpfR", 11, 0.0, "Hz", "Off"},
-    {"OutputL", 320, 0.5, "dB", "0.00"},  {"OutputR", 320, 0.5, "dB", "0.00"},
-    {"28kL", 1, 0.0, "", "Off"},          {"28kR", 1, 0.0, "", "Off"},
-    {"PhaseL", 1, 0.0, "", "Off"},        {"PhaseR", 1, 0.0, "", "Off"},
-    {"TrfoDsL", 1, 0.0, "", "Off"},       {"TrfoDsR", 1, 0.0, "", "Off"},
-    {"AmpDsbL", 1, 0.0, "", "Off"},       {"AmpDsbR", 1, 0.0, "", "Off"},
-    {"ProcL", 1, 1.0, "", "On"},          {"ProcR", 1, 1.0, "", "On"},
-    {"LShelfL", 1, 0.0, "", "Off"},       {"LShelfR", 1, 0.0, "", "Off"},
-    {"LFreqL", 9, 0.0, "Hz", "Off"},      {"LFreqR", 9, 0.0, "Hz", "Off"},
-    {"LGainL", 320, 0.5, "dB", "0.00"},   {"LGainR", 320, 0.5, "dB", "0.00"},
-    {"MFreqL", 9, 0.0, "Hz", "Off"},      {"MFreqR", 9, 0.0, "Hz", "Off"},
-    {"MGainL", 320, 0.5, "dB", "0.00"},   {"MGainR", 320, 0.5, "dB", "0.00"},
-    {"HShelfL", 1, 0.0, "", "Off"},       {"HShelfR", 1, 0.0, "", "Off"},
-    {"HFreqL", 9, 0.0, "Hz", "Off"},      {"HFreqR", 9, 0.0, "Hz", "Off"},
-    {"HGainL", 320, 0.5, "dB", "0.00"},   {"HGainR", 320, 0.5, "dB", "0.00"},
-    {"ProcL2", 1, 1.0, "", "On"},         {"ProcR2", 1, 1.0, "", "On"},
-    {"LShlfL2", 1, 0.0, "", "Off"},       {"LShlfR2", 1, 0.0, "", "Off"},
-    {"LFreqL2", 9, 0.0, "Hz", "Off"},     {"LFreqR2", 9, 0.0, "Hz", "Off"},
-    {"LGainL2", 320, 0.5, "dB", "0.00"},  {"LGainR2", 320, 0.5, "dB", "0.00"},
-    {"MFreqL2", 9, 0.0, "Hz", "Off"},     {"MFreqR2", 9, 0.0, "Hz", "Off"},
-    {"MGainL2", 320, 0.5, "dB", "0.00"},  {"MGainR2", 320, 0.5, "dB", "0.00"},
-    {"HShlfL2", 1, 0.0, "", "Off"},       {"HShlfR2", 1, 0.0, "", "Off"},
-    {"HFreqL2", 9, 0.0, "Hz", "Off"},     {"HFreqR2", 9, 0.0, "Hz", "Off"},
-    {"HGainL2", 320, 0.5, "dB", "0.00"},  {"HGainR2", 320, 0.5, "dB", "0.00"},
-    {nullptr, 0, 0.0, "", ""},            {"Latency", 0, 0.0, "ms", "0.00"},
+const Expected kExpected[] = {
+    {"Power", 1, 1.0, "", "On"},         {"BpsCh1", 1, 0.0, "", "Off"},
+    {"BpsCh2", 1, 0.0, "", "Off"},       {"Channel", 4, 0.5, "", "Stereo"},
+    {"MS", 1, 0.0, "", "Stereo"},        {"QB11", 1, 0.0, "", "Off"},
+    {"2x", 1, 0.0, "", "Off"},           {"Link", 1, 1.0, "", "On"},
+    {"Drive*", 128, 0.5, "dB", "0.00"},  {"Hpf*", 11, 0.0, "Hz", "Off"},
+    {"Output*", 320, 0.5, "dB", "0.00"}, {"28k*", 1, 0.0, "", "Off"},
+    {"Phase*", 1, 0.0, "", "Off"},       {"TrfoDs*", 1, 0.0, "", "Off"},
+    {"AmpDsb*", 1, 0.0, "", "Off"},      {"Proc*", 1, 1.0, "", "On"},
+    {"LShelf*", 1, 0.0, "", "Off"},      {"LFreq*", 9, 0.0, "Hz", "Off"},
+    {"LGain*", 320, 0.5, "dB", "0.00"},  {"MFreq*", 9, 0.0, "Hz", "Off"},
+    {"MGain*", 320, 0.5, "dB", "0.00"},  {"HShelf*", 1, 0.0, "", "Off"},
+    {"HFreq*", 9, 0.0, "Hz", "Off"},     {"HGain*", 320, 0.5, "dB", "0.00"},
+    {"Proc*2", 1, 1.0, "", "On"},        {"LShlf*2", 1, 0.0, "", "Off"},
+    {"LFreq*2", 9, 0.0, "Hz", "Off"},    {"LGain*2", 320, 0.5, "dB", "0.00"},
+    {"MFreq*2", 9, 0.0, "Hz", "Off"},    {"MGain*2", 320, 0.5, "dB", "0.00"},
+    {"HShlf*2", 1, 0.0, "", "Off"},      {"HFreq*2", 9, 0.0, "Hz", "Off"},
+    {"HGain*2", 320, 0.5, "dB", "0.00"}, {"Latency", 0, 0.0, "ms", "0.00"},
 };
 // clang-format on
 
@@ -68,25 +44,34 @@ TEST(ParameterTable, EveryParameterIsWhereStoredProjectsExpectItAndShowsItsDefau
     auto controller = owned(new PitchNamesController);
     ASSERT_EQ(controller->initialize(nullptr), kResultOk);
     ASSERT_EQ(controller->getParameterCount(), 59);
-    for (int32 i = 0; i < 59; ++i) {
-        const int32 id = i < 58 ? i : 59;
-        const Expected& expected = kExpected[id];
-        SCOPED_TRACE(expected.title);
-        ParameterInfo info{};
-        ASSERT_EQ(controller->getParameterInfo(i, info), kResultTrue);
-        EXPECT_EQ(info.id, static_cast<ParamID>(id));
-        EXPECT_EQ(ascii(info.title), expected.title);
-        EXPECT_EQ(ascii(info.shortTitle), "");
-        EXPECT_EQ(ascii(info.units), expected.units);
-        EXPECT_EQ(info.stepCount, expected.steps);
-        EXPECT_EQ(info.defaultNormalizedValue, expected.initial);
-        EXPECT_EQ(controller->getParamNormalized(info.id), expected.initial);
-        EXPECT_EQ(info.unitId, 0);
-        EXPECT_EQ(info.flags, id == 59 ? 2 : 1);
-        String128 text = {};
-        ASSERT_EQ(controller->getParamStringByValue(info.id, expected.initial, text), kResultTrue);
-        EXPECT_EQ(ascii(text), expected.display);
-    }
+    int32 index = 0;
+    for (const Expected& expected : kExpected)
+        for (const char side : {'L', 'R'}) {
+            std::string title = expected.title;
+            const std::size_t asterisk = title.find('*');
+            if (asterisk != title.npos)
+                title[asterisk] = side;
+            else if (side == 'R')
+                continue;
+            SCOPED_TRACE(title);
+            ParameterInfo info{};
+            ASSERT_EQ(controller->getParameterInfo(index, info), kResultTrue);
+            EXPECT_EQ(info.id, index == 58 ? 59u : static_cast<ParamID>(index));
+            EXPECT_EQ(info.flags, index == 58 ? 2 : 1);
+            EXPECT_EQ(ascii(info.title), title);
+            EXPECT_EQ(ascii(info.shortTitle), "");
+            EXPECT_EQ(ascii(info.units), expected.units);
+            EXPECT_EQ(info.stepCount, expected.steps);
+            EXPECT_EQ(info.defaultNormalizedValue, expected.initial);
+            EXPECT_EQ(controller->getParamNormalized(info.id), expected.initial);
+            EXPECT_EQ(info.unitId, 0);
+            String128 text = {};
+            ASSERT_EQ(controller->getParamStringByValue(info.id, expected.initial, text),
+                      kResultTrue);
+            EXPECT_EQ(ascii(text), expected.display);
+            ++index;
+        }
+    EXPECT_EQ(index, 59);
     EXPECT_EQ(controller->getParameterObject(58), nullptr);
     EXPECT_EQ(controller->terminate(), kResultOk);
 }
