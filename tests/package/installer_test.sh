@@ -8,7 +8,7 @@
 # shellcheck source=checks.sh
 source "$(dirname "${BASH_SOURCE[0]}")/checks.sh"
 
-export WINEPREFIX=$work/wine WINEDEBUG=-all
+export WINEPREFIX=$work/wine WINEDEBUG=-all,err+all
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 unset DISPLAY
 installer=$packages/ZKRT46-$version-windows-x64.exe
@@ -27,15 +27,20 @@ stop_wine() {
 }
 trap stop_wine EXIT
 
-# win PROGRAM ARGUMENTS...: a Windows program, which may take a minute.
+# win PROGRAM ARGUMENTS...: a Windows program, which may take two minutes.
 win() {
-    timeout 60 wine "$@" 2>>"$work/stderr"
+    timeout 120 wine "$@" >"$work/stdout" 2>"$work/stderr"
+}
+
+# windows PATH: the same path for a Windows program.
+windows() {
+    echo "Z:${1//\//\\}"
 }
 
 # typed LINE: a line as somebody types it, with its own quotes.
 typed() {
     printf '@%s\r\n@exit %%errorlevel%%\r\n' "start /wait \"\" $1" >"$work/typed.bat"
-    win cmd /c "$(winepath -w "$work/typed.bat")"
+    win cmd /c "$(windows "$work/typed.bat")"
 }
 
 install_silently() {
@@ -47,24 +52,54 @@ install_silently() {
 uninstall_silently() {
     local folder=${1:-$home} patience=100
     code 0 win "$folder/uninstall.exe" /S
-    while [ -e "$folder/uninstall.exe" ] || win reg query "$entry" >/dev/null; do
+    while [ -e "$folder/uninstall.exe" ] || ask query "$entry"; do
         [ $((patience--)) -gt 0 ] || fail "the uninstaller has left its entry or itself after 10 s"
         sleep 0.1
     done
 }
 
-# value KEY NAME: of the registry, as text; fails when there is none.
-value() {
-    win reg export "$1" "$(winepath -w "$work/export.reg")" /y >/dev/null || return 1
-    iconv -f UTF-16 -t UTF-8 "$work/export.reg" | tr -d '\r' | python3 -c '
-import re, sys
-found = re.search(r"^\"%s\"=(?:\"(.*)\"|(.*))$" % re.escape(sys.argv[1]), sys.stdin.read(), re.M)
-if not found: sys.exit(1)
-print(found[2] if found[1] is None else re.sub(r"\\(.)", r"\1", found[1]))' "$2"
+# ask VERB KEY ARGUMENTS...: of the registry; the answer is in $work/stdout. False when there is no such
+# key, for which no answer is not taken.
+ask() {
+    local found=0
+    win reg "$@" || found=$?
+    [ $found != 0 ] || return 0
+    grep -q "^reg: Unable to find the specified registry key" "$work/stdout" ||
+        fail "exit code $found of: reg $*
+$(cat "$work/stdout" "$work/stderr")"
+    return 1
 }
 
-expect_value() {
-    expect "$1, $2" "$3" "$(value "$1" "$2" || echo "(none)")"
+# read_key KEY: puts the text of the key into $work/key and its values into the table "value", nothing
+# when there is no such key.
+declare -A value
+read_key() {
+    local line text
+    value=()
+    : >"$work/key"
+    rm -f "$work/export.reg"
+    ask export "$1" "$(windows "$work/export.reg")" /y || return 0
+    iconv -f UTF-16 -t UTF-8 "$work/export.reg" | tr -d '\r' >"$work/key" || fail "no export of $1"
+    while IFS= read -r line; do
+        [[ $line =~ ^\"([^\"]+)\"=(.*)$ ]] || continue
+        text=${BASH_REMATCH[2]}
+        if [[ $text == \"*\" ]]; then
+            text=${text:1:-1}
+            printf -v text %b "${text//\\\"/\"}"
+        fi
+        value[${BASH_REMATCH[1]}]=$text
+    done <"$work/key"
+}
+
+# expect_values KEY NAME TEXT...: text by text of the key's values, "(none)" for one that must not be.
+expect_values() {
+    local key=$1
+    shift
+    read_key "$key"
+    while [ $# -gt 0 ]; do
+        expect "$key, $1" "$2" "${value[$1]-(none)}"
+        shift 2
+    done
 }
 
 # unix PATH: of a Windows path. The prefix has but one drive of its own.
@@ -81,12 +116,19 @@ everything() {
         \( -type f -exec sha256sum {} + , -print \) | sort -k 2)
     local key
     for key in 'HKCU\SOFTWARE' 'HKLM\SOFTWARE' "${entry%\\*}" "${entry%\\*\\*}"; do
-        win reg query "$key" | tr -d '\r'
+        ask query "$key" || fail "$key is missing"
+        tr -d '\r' <"$work/stdout"
     done
     for key in "${settings%\\*}" "$entry" 'HKLM\SOFTWARE\VST'; do
-        win reg export "$key" "$(winepath -w "$work/export.reg")" /y >/dev/null || continue
-        iconv -f UTF-16 -t UTF-8 "$work/export.reg" | tr -d '\r'
+        read_key "$key"
+        cat "$work/key"
     done
+}
+
+# expect_as FILE WHAT-IF-NOT: everything is as it was when that was written.
+expect_as() {
+    everything >"$work/now"
+    diff "$work/$1" "$work/now" >&2 || fail "$2 (< before, > now)"
 }
 
 # expect_installed VST2-FOLDER HOME: all files with their bytes, and what points at them.
@@ -96,9 +138,10 @@ expect_installed() {
     same "$products/ZKRT46-manual.pdf" "$2/ZKRT46-manual.pdf"
     same_text "$top/LICENSE" "$2/LICENSE.txt"
     expect_files "$2" $'COPYRIGHT.txt\nLICENSE.txt\nZKRT46-manual.pdf\nuninstall.exe' "$(listing "$2")"
-    same "$2/ZKRT46-manual.pdf" "$(unix "$(value "$settings" ManualPath)")"
+    read_key "$settings"
+    same "$2/ZKRT46-manual.pdf" "$(unix "${value[ManualPath]-}")"
     expect "folder of the manual" "$(realpath "$2")" \
-        "$(dirname "$(realpath "$(unix "$(value "$settings" ManualPath)")")")"
+        "$(dirname "$(realpath "$(unix "${value[ManualPath]}")")")"
 }
 
 # expect_none VST2-FOLDER: neither library, nor entry, nor manual.
@@ -107,8 +150,8 @@ expect_none() {
     for left in "$1/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$home" "$manual_link"; do
         [ ! -e "$left" ] || fail "$left is left"
     done
-    expect_value "$entry" DisplayName "(none)"
-    expect_value "$settings" ManualPath "(none)"
+    expect_values "$entry" DisplayName "(none)"
+    expect_values "$settings" ManualPath "(none)"
 }
 
 # expect_version FILE DESCRIPTION [ORIGINAL-NAME]: what the file tells of itself.
@@ -130,8 +173,10 @@ icon: 16 24 32 48 64 128 256" "$told"
 
 [ -f "$installer" ] || fail "$installer is missing; scripts/package.sh makes it"
 step "a new Windows"
-timeout 120 wine wineboot --init >/dev/null 2>&1
-win reg query 'HKCU\SOFTWARE' >/dev/null
+# One that goes on until the end, however long the pauses between two programs are.
+mkdir "$WINEPREFIX"
+wineserver -p600
+code 0 win wineboot --init
 everything >"$work/before"
 
 step "install"
@@ -139,15 +184,13 @@ code 0 install_silently
 expect_installed "$vst2" "$home"
 [ -f "$manual_link" ] || fail "no entry for the manual in the start menu"
 grep -aq "ZKRT46-manual.pdf" "$manual_link" || fail "the start menu's entry does not name the manual"
-expect_value "$entry" DisplayName "ZKR T46"
-expect_value "$entry" DisplayVersion "$version"
-expect_value "$entry" Publisher ZKR-soundworks
-icon=$(unix "$(value "$entry" DisplayIcon)")
+expect_values "$entry" DisplayName "ZKR T46" DisplayVersion "$version" Publisher ZKR-soundworks \
+    UninstallString '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe"' \
+    QuietUninstallString '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe" /S'
+icon=$(unix "${value[DisplayIcon]-}")
 [ -f "$icon" ] || fail "DisplayIcon names no file"
 expect "icon of the entry" "icon: 16 24 32 48 64 128 256" "$(python3 "$here/version_info.py" "$icon" | tail -n 1)"
-expect_value "$entry" UninstallString '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe"'
-expect_value "$entry" QuietUninstallString '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe" /S'
-size=$(($(value "$entry" EstimatedSize | sed 's/^dword:/0x/')))
+size=$((${value[EstimatedSize]/dword:/0x}))
 real=$(du -cbk --apparent-size "$vst2/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$home" | tail -n 1 | cut -f 1)
 [ $((size * 10)) -gt $((real * 8)) ] && [ $((size * 10)) -lt $((real * 12)) ] ||
     fail "EstimatedSize is $size KB, the files have $real KB"
@@ -165,8 +208,7 @@ expect "exports of the VST 2 library" "ExitDll InitDll VSTPluginMain main" \
 step "remove: nothing is left"
 uninstall_silently
 expect_none "$vst2"
-everything >"$work/after"
-diff "$work/before" "$work/after" >&2 || fail "the uninstaller leaves something (>) or takes too much (<)"
+expect_as before "the uninstaller leaves something or takes too much"
 
 step "in company: folders of others, settings of the user, the folder that hosts name"
 named=$drive/Audio/Plug-ins
@@ -175,8 +217,8 @@ foreign_files=("$named/Other.dll" "$vst2/ZKRT46.dll" "$vst3/Other.vst3/a" "$vst3
 for foreign in "${foreign_files[@]}"; do
     echo foreign >"$foreign"
 done
-win reg add "$settings" /v DefaultBank /t REG_BINARY /d 5a4b52 /f >/dev/null
-win reg add 'HKLM\SOFTWARE\VST' /v VSTPluginsPath /d 'C:\Audio\Plug-ins\' /f >/dev/null
+win reg add "$settings" /v DefaultBank /t REG_BINARY /d 5a4b52 /f
+win reg add 'HKLM\SOFTWARE\VST' /v VSTPluginsPath /d 'C:\Audio\Plug-ins\' /f
 code 0 install_silently
 expect_installed "$named" "$home"
 
@@ -196,12 +238,12 @@ if cmp -s "$work/flat.wav" "$work/out.wav"; then fail "the settings change nothi
 if [ -f "$vst3_test" ]; then
     # try_vst3 LIBRARY: plays through it and through the VST 2 library.
     try_vst3() {
-        ZKR_TEST_VST3_LIBRARY=$(winepath -w "$1") win "$vst3_test" \
-            --gtest_filter=Bundle.SoundsAsTheVst2LibraryDoesToTheBit >"$work/vst3-test"
+        ZKR_TEST_VST3_LIBRARY=$(windows "$1") win "$vst3_test" \
+            --gtest_filter=Bundle.SoundsAsTheVst2LibraryDoesToTheBit
     }
     try_vst3 "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" ||
-        fail "the installed VST 3 library: $(cat "$work/vst3-test")"
-    grep -q '\[  PASSED  \] 1 test\.' "$work/vst3-test" || fail "no test of the VST 3 library has run"
+        fail "the installed VST 3 library: $(cat "$work/stdout")"
+    grep -q '\[  PASSED  \] 1 test\.' "$work/stdout" || fail "no test of the VST 3 library has run"
     if try_vst3 "$vst3/Other.vst3/a"; then fail "$vst3_test tries another library than it is told"; fi
 elif [ -n "${ZKR_EXPECT_WINDOWS:-}" ]; then
     fail "$vst3_test is missing"
@@ -221,13 +263,13 @@ done
 code 0 install_silently
 
 step "over an older version, into a folder of long and foreign letters"
-win reg add "$entry" /v DisplayVersion /d 0.9.0.0 /f >/dev/null
+win reg add "$entry" /v DisplayVersion /d 0.9.0.0 /f
 echo old >"$named/ZKRT46.dll"
 echo old >"$home/ZKRT46-manual.pdf"
 moved="$drive/Müsik 音/VST 2 $(printf 'ordner %.0s' {1..15})x"
 code 0 install_silently "/VST2DIR=C:\\Müsik 音\\${moved##*/}"
 expect_installed "$moved" "$home"
-expect_value "$entry" DisplayVersion "$version"
+expect_values "$entry" DisplayVersion "$version"
 expect_files "the folder of before" Other.dll "$(listing "$named")"
 
 step "again, and it stays in that folder"
@@ -241,7 +283,7 @@ diff <(grep -v '^Plug-in ' "$work/info") <(grep -v '^Plug-in ' "$work/info-moved
 makensis -V1 -DOUTPUT="$work/holder.exe" "$here/holder.nsi"
 hold() {
     rm -f "$work/holding" "$work/release"
-    wine "$work/holder.exe" "$(winepath -w "$1")" 2>/dev/null &
+    wine "$work/holder.exe" "$(windows "$1")" 2>/dev/null &
     local patience=100
     until [ -e "$work/holding" ]; do
         [ $((patience--)) -gt 0 ] || fail "the holder has not loaded $1 after 10 s"
@@ -258,7 +300,6 @@ everything >"$work/installed"
 for held in "$moved/ZKRT46.dll" "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" \
     "$home/ZKRT46-manual.pdf"; do
     hold "$held"
-    : >"$work/stderr"
     code 3 install_silently
     grep -q "is in use" "$work/stderr" || fail "no word about $held being in use"
     expect_installed "$moved" "$home"
@@ -272,13 +313,13 @@ code 3 install_silently "/VST2DIR=C:\\Audio\\Plug-ins"
 expect_installed "$moved" "$home"
 release
 rm "$named/ZKRT46.dll"
-everything | diff "$work/installed" - >&2 || fail "a refused installation has changed something"
+expect_as installed "a refused installation has changed something"
 
 step "a wrong command line: refused, and nothing changed"
 code 4 install_silently /NOVST2 /NOVST3
 code 4 install_silently /VST2DIR=plug-ins
 code 4 install_silently /VST2DIR=
-everything | diff "$work/installed" - >&2 || fail "a refused installation has changed something"
+expect_as installed "a refused installation has changed something"
 
 step "one of the two, without the other"
 code 0 install_silently /NOVST3
@@ -302,15 +343,13 @@ echo mine >"$home/mine.txt"
 uninstall_silently
 expect mine mine "$(cat "$vst3/ZKRT46.vst3/Contents/Resources/mine.txt" "$home/mine.txt" | uniq)"
 rm -r "$vst3/ZKRT46.vst3" "$drive/Program Files/ZKR-soundworks"
-everything >"$work/after"
-diff "$work/before" "$work/after" >&2 || fail "the uninstaller leaves something (>) or takes too much (<)"
+expect_as before "the uninstaller leaves something or takes too much"
 
 step "a file that cannot be written: taken back as a whole"
 mkdir "$named/ZKRT46.dll"
 everything >"$work/before"
 code 2 install_silently
-everything >"$work/after"
-diff "$work/before" "$work/after" >&2 || fail "half an installation is left"
+expect_as before "half an installation is left"
 rmdir "$named/ZKRT46.dll"
 
 step "an older version, and a new one that cannot be written: the older is there again"
@@ -321,14 +360,14 @@ older() {
     while read -r file; do
         echo older >>"$file"
     done < <(find "$home" "$named/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$manual_link" -type f)
-    win reg add "$entry" /v DisplayVersion /d 0.9.0.0 /f >/dev/null
-    win reg add "$entry" /v EstimatedSize /t REG_DWORD /d 46 /f >/dev/null
+    win reg add "$entry" /v DisplayVersion /d 0.9.0.0 /f
+    win reg add "$entry" /v EstimatedSize /t REG_DWORD /d 46 /f
     everything >"$work/older"
 }
 # upgrade_fails [ARGUMENTS...]: the older version is as it was, byte for byte.
 upgrade_fails() {
     code 2 install_silently "$@"
-    everything | diff "$work/older" - >&2 || fail "the older version is not there as before"
+    expect_as older "the older version is not there as before"
 }
 everything >"$work/before"
 
@@ -356,18 +395,16 @@ rm -r "$vst3/ZKRT46.vst3"
 code 0 install_silently
 expect_installed "$named" "$home"
 uninstall_silently
-everything >"$work/after"
-diff "$work/before" "$work/after" >&2 || fail "the uninstaller leaves something (>) or takes too much (<)"
+expect_as before "the uninstaller leaves something or takes too much"
 
 step "hosts name no folder; manual and uninstaller in a folder by command line"
 rm "$vst2/ZKRT46.dll"
-win reg add 'HKLM\SOFTWARE\VST' /v VSTPluginsPath /d 'somewhere' /f >/dev/null
+win reg add 'HKLM\SOFTWARE\VST' /v VSTPluginsPath /d 'somewhere' /f
 everything >"$work/before"
 code 0 install_silently '/D=C:\Zürich\ZKR-T46'
 expect_installed "$vst2" "$drive/Zürich/ZKR-T46"
 uninstall_silently "$drive/Zürich/ZKR-T46"
-everything >"$work/after"
-diff "$work/before" "$work/after" >&2 || fail "the uninstaller leaves something (>) or takes too much (<)"
+expect_as before "the uninstaller leaves something or takes too much"
 
 step "the archive"
 archive=$packages/ZKRT46-$version-windows-x64
