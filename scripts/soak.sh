@@ -70,7 +70,7 @@ fi
 trap : INT
 result=0
 if [ -z "$windows" ]; then
-    build/release/bench/soak/zkrt46-soak dist/linux/ZKRT46.so "${options[@]}" || result=$?
+    build/release/tests/soak/zkrt46-soak dist/linux/ZKRT46.so "${options[@]}" || result=$?
 else
     # Wine's servers keep the display that they were started with, and there is no window manager
     # to wait for.
@@ -79,7 +79,7 @@ else
         wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
         wineserver --wait
     fi
-    scripts/wine.sh build/win64/bench/soak/zkrt46-soak.exe dist/windows/ZKRT46.dll \
+    scripts/wine.sh build/win64/tests/soak/zkrt46-soak.exe dist/windows/ZKRT46.dll \
         "${options[@]}" || result=$?
 fi
 exit "$result"

@@ -11,7 +11,7 @@
 #include <tlhelp32.h>
 #include <winternl.h>
 
-const double kBlockPatience = 0.5;
+const double kBlockPatience = 10.0;  // by the clock, in which neighbours have their turns
 const bool kProcessorTimeIsExact = false;
 
 namespace {
@@ -96,32 +96,6 @@ double clockSeconds()
         .count();
 }
 
-// In steps of some milliseconds.
-double processorSeconds()
-{
-    FILETIME ignored, kernel, user;
-    if (!GetThreadTimes(GetCurrentThread(), &ignored, &ignored, &kernel, &user))
-        return 0.0;
-    const auto seconds = [](const FILETIME& time) {
-        constexpr double kTick = 1e-7;
-        return kTick * (4294967296.0 * time.dwHighDateTime + time.dwLowDateTime);
-    };
-    return seconds(kernel) + seconds(user);
-}
-
-// Asking for it at every block would take longer than the block: what was known a moment ago will
-// do, since it can only make a block look longer.
-double processorSecondsOfLate(double clock)
-{
-    constexpr double kMoment = 0.05;
-    thread_local double asked = 0.0, answer = 0.0;
-    if (clock - asked > kMoment) {
-        answer = processorSeconds();
-        asked = clock;
-    }
-    return answer;
-}
-
 }  // namespace
 
 std::int64_t memoryHeld()
@@ -154,19 +128,12 @@ void loadHostsLibraries()
     LoadLibraryW(L"comdlg32.dll");
 }
 
-Effortmeter::Effortmeter()
-    : clockBefore(clockSeconds()), processorBefore(processorSecondsOfLate(clockBefore)),
-      waitsBefore(0)
-{
-}
+// A thread's processor time comes in steps of some milliseconds, and whether it has waited is not
+// told.
+Effortmeter::Effortmeter() : clockBefore(clockSeconds()), processorBefore(0.0), waitsBefore(0) { }
 
-// Only of a long block it is worth knowing how much of it was the thread's own. Whether the rest
-// was waiting or other threads' turns is not told; no neighbour takes turns as long as this.
 Effort Effortmeter::stop() const
 {
-    constexpr double kLongestTurn = 20.0;
     const double clock = clockSeconds() - clockBefore;
-    if (clock < kBlockPatience)
-        return {clock, clock, false};
-    return {clock, processorSeconds() - processorBefore, clock > kLongestTurn};
+    return {clock, clock, false};
 }

@@ -1,17 +1,19 @@
 // Printing of failures.
-#include "Findings.h"
+#include "Run.h"
 
 #include <cstdarg>
 #include <cstdio>
+#include <mutex>
 
-void Findings::add(const std::string& step, const std::string& seen)
+void Run::fail(const std::string& step, const std::string& seen)
 {
     constexpr int kMostPrinted = 12;
+    static std::mutex printing;
     const std::lock_guard<std::mutex> guard(printing);
-    if (++found > kMostPrinted)
+    if (++failures > kMostPrinted)
         return;
     std::fflush(stdout);
-    std::fprintf(stderr, "FAILURE seed %u, %s: %s\n", runSeed, step.c_str(), seen.c_str());
+    std::fprintf(stderr, "FAILURE seed %u, %s: %s\n", seed, step.c_str(), seen.c_str());
     std::fflush(stderr);
 }
 

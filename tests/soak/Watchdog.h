@@ -4,46 +4,36 @@
 #include "Run.h"
 
 #include <atomic>
-#include <condition_variable>
 #include <deque>
-#include <mutex>
 #include <thread>
 
 // Where a thread is, told by itself.
 struct Whereabouts {
-    explicit Whereabouts(const char* name) : thread(name) { }
-
     // `what` is a literal.
-    void now(const char* what, int seatNumber = -1)
+    void now(const char* what, int seatNumber)
     {
         doing = what;
         seat = seatNumber;
         ++steps;
     }
 
-    const char* const thread;
     std::atomic<const char*> doing{"starting"};
     std::atomic<int> seat{-1};
     std::atomic<long long> steps{0};
-    std::atomic<bool> over{false};
 };
 
 class Watchdog {
 public:
-    explicit Watchdog(Run& run);
+    // The last of the threads is the user's.
+    Watchdog(Run& run, int threads);
     ~Watchdog();
 
-    // Before `begin`; lives as long as the watchdog.
-    Whereabouts& add(const char* thread);
-    void begin();
+    std::deque<Whereabouts> watched;
 
 private:
     void watch();
 
     Run& run;
-    std::deque<Whereabouts> watched;
-    std::mutex mutex;
-    std::condition_variable ending;
-    bool ended = false;
+    std::atomic<bool> watching{true};
     std::thread thread;
 };

@@ -1,0 +1,62 @@
+// What every part of a run shares: what it is asked for, what was found, and chance.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+struct Run {
+    std::string library;
+    int instances = 8;
+    double minutes = 1.0;
+    std::uint32_t seed = std::random_device{}();
+    std::vector<int> blockSizes{16, 32, 64, 100, 128, 256, 441, 512, 1024, 2048, 4096};
+    int audioThreads = 2;
+    bool editors = false;
+    double growthMiB = 32.0;    // that the process may gain after its first third
+    double hangSeconds = 30.0;  // that a thread may stand still
+
+    std::atomic<int> failures{0};
+    std::atomic<bool> interrupted{false};
+
+    // From any thread: prints the seed, the step and what was seen there. The first ones only; a
+    // fault comes seldom alone.
+    void fail(const std::string& step, const std::string& seen);
+    bool mustEnd() const { return interrupted || failures > 0; }
+};
+
+// printf into a string.
+std::string textOf(const char* pattern, ...) __attribute__((format(printf, 1, 2)));
+
+// Chance that comes out the same for the same seed on every system.
+class Dice {
+public:
+    // Each stream of a seed is a row of its own.
+    Dice(std::uint32_t seed, std::uint32_t stream)
+    {
+        std::seed_seq sequence{seed, stream};
+        engine.seed(sequence);
+    }
+
+    std::uint32_t bits() { return static_cast<std::uint32_t>(engine()); }
+    // 0 to n - 1; n is above 0.
+    int below(std::size_t n) { return static_cast<int>(bits() % n); }
+    int between(int least, int most)
+    {
+        return least + below(static_cast<std::size_t>(most - least + 1));
+    }
+    bool oneIn(int n) { return between(1, n) == 1; }
+    // 0 to 1.
+    float position() { return static_cast<float>(bits() >> 8) / 16777215.0f; }
+    template <typename Things>
+    auto& of(Things& things)
+    {
+        return things[static_cast<std::size_t>(below(std::size(things)))];
+    }
+
+private:
+    std::mt19937 engine;
+};

@@ -1,0 +1,103 @@
+// A seat's instances, and the calls that a host makes only while it is stopped.
+#include "Seat.h"
+
+#include <algorithm>
+
+double Setup::anyRate(Dice& dice)
+{
+    constexpr std::array<double, 6> kRates{44100.0, 48000.0, 88200.0, 96000.0, 176400.0, 192000.0};
+    return dice.of(kRates);
+}
+
+std::array<int, 2> Setup::anyChannels(Dice& dice)
+{
+    constexpr std::array<std::array<int, 2>, 3> kChannels{{{2, 2}, {1, 2}, {1, 1}}};
+    return dice.of(kChannels);
+}
+
+Seat::Seat(int place, bool forTwins, Run& shared, Dice& usersDice)
+    : number(place), twins(forTwins), run(shared),
+      dice(shared.seed, static_cast<std::uint32_t>(1000 + place))
+{
+    const std::vector<int>& sizes = run.blockSizes;
+    const auto longest =
+        static_cast<std::size_t>(2 * *std::max_element(sizes.begin(), sizes.end()));
+    for (Stereo* const stereo : {&source, &inputs[0], &inputs[1], &outputs[0], &outputs[1]})
+        for (std::vector<float>& channel : *stereo)
+            channel.resize(longest);
+    const Stopped stopped(*this);
+    open(usersDice);
+}
+
+Seat::~Seat()
+{
+    const Stopped stopped(*this);
+    close();
+}
+
+Seat::Stopped::Stopped(Seat& seat) : stopped(seat)
+{
+    ++stopped.stopsWanted;
+    stopped.touch();
+    stopped.mutex.lock();
+}
+
+Seat::Stopped::~Stopped()
+{
+    stopped.mutex.unlock();
+    stopped.touch();
+    --stopped.stopsWanted;
+}
+
+void Seat::open(Dice& usersDice)
+{
+    for (int i = 0; i < (twins ? 2 : 1); ++i)
+        plugins.push_back(std::make_unique<host::NativePlugin>(run.library));
+    change(
+        {Setup::anyRate(usersDice), usersDice.of(run.blockSizes), Setup::anyChannels(usersDice)});
+}
+
+void Seat::close()
+{
+    editor.reset();
+    for (const auto& plugin : plugins)
+        plugin->mainsOff();
+    plugins.clear();
+}
+
+void Seat::change(const Setup& wanted)
+{
+    setup = wanted;
+    // From 176.4 kHz on nothing is oversampled.
+    const int latency = setup.rate < 176400.0 ? 96 : 0;
+    for (const auto& plugin : plugins) {
+        plugin->stopProcess();
+        plugin->mainsOff();
+        if (!plugin->setSpeakerArrangement(setup.channels[0], setup.channels[1]))
+            fail("the plug-in refuses an arrangement that it has");
+        plugin->setSampleRate(setup.rate);
+        plugin->setBlockSize(setup.blockSize);
+        plugin->mainsOn();
+        plugin->startProcess();
+        const host::EffectFields fields = plugin->fields();
+        if (fields.numInputs != setup.channels[0] || fields.numOutputs != setup.channels[1])
+            fail(textOf("there are %d inputs and %d outputs", fields.numInputs, fields.numOutputs));
+        if (fields.initialDelay != latency)
+            fail(textOf("a latency of %d samples, not %d", fields.initialDelay, latency));
+    }
+    compareTwins("a change of the setup");
+}
+
+void Seat::compareTwins(const char* after)
+{
+    if (twins && plugins[0]->bankChunk() != plugins[1]->bankChunk())
+        fail(textOf("twins differ in their state after %s", after));
+}
+
+std::string Seat::step() const
+{
+    return textOf(
+        "seat %d (%s, %.0f Hz, blocks of %d, %d to %d), stretch %lld of %s, last state: %s", number,
+        twins ? "twins" : "single", setup.rate, setup.blockSize, setup.channels[0],
+        setup.channels[1], stretch, kSignalNames[static_cast<int>(signal.kind)], lastState);
+}

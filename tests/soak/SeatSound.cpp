@@ -1,0 +1,178 @@
+// What is played to a seat, and the checks on its sound.
+#include "Seat.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+// With the amplifiers switched off, six bands of up to 17 dB, 16 dB of output gain and the 6 dB of
+// "Middle" can stand on top of each other: 124 dB. What grows without bound passes that soon.
+constexpr float kBound = 1.6e6f;
+
+// The slowest filter, at 5 Hz, falls by 1 / e in 32 ms: from the bound above to the level below
+// within a second.
+constexpr double kDecay = 3.0;  // seconds
+constexpr double kQuiet = 3.5;
+constexpr float kSilence = 1e-6f;
+
+constexpr auto kSignals = static_cast<std::size_t>(TestSignal::Kind::Count);
+
+}  // namespace
+
+bool Seat::play()
+{
+    if (stopsWanted > 0 || !mutex.try_lock())
+        return false;
+    const std::lock_guard<std::mutex> guard(mutex, std::adopt_lock);
+    if (plugins.empty())
+        return true;
+    ++stretch;
+    const int blockSize = setup.blockSize;
+    const int samples = dice.oneIn(3) ? blockSize : dice.between(1, 2 * blockSize);
+    chooseSignal(samples / setup.rate);
+    if (!quiet && dice.oneIn(2))
+        automate();
+    for (std::vector<float>& channel : source)
+        std::generate_n(channel.begin(), samples, [this] { return signal.sample(dice); });
+    // Changes take effect with a block: the first one after them is the same for twins.
+    const int firstPiece = std::min({samples, blockSize, dice.between(1, 60)});
+    for (std::size_t instance = 0; instance < plugins.size(); ++instance)
+        playTo(instance, samples, firstPiece);
+    judge(samples);
+    return true;
+}
+
+void Seat::chooseSignal(double seconds)
+{
+    if (signalLeft <= 0.0) {
+        // Ends of silences that were disturbed count as none.
+        quiet = dice.oneIn(6);
+        signal.kind =
+            quiet ? TestSignal::Kind::Silence : static_cast<TestSignal::Kind>(dice.below(kSignals));
+        signal.level = std::pow(10.0f, -3.0f * dice.position());  // -60 dB to full scale
+        signalLeft = quiet ? kQuiet : 2.0 * static_cast<double>(dice.position());
+        silenceJudged = false;
+        silentFor = 0.0;
+    }
+    signalLeft -= seconds;
+}
+
+// Both twins get the same, in the same order.
+void Seat::automate()
+{
+    const bool all = dice.oneIn(40);
+    for (VstInt32 i = 0, count = all ? kParameters : dice.between(1, 5); i < count; ++i) {
+        const VstInt32 id = all ? i : dice.below(kParameters);
+        float value = dice.position();
+        if (dice.oneIn(4))
+            value = std::round(value * 9.0f) / 9.0f;  // ends and steps included
+        // Left to themselves these would keep all else from being heard most of the time.
+        if (id == kPower)
+            value = dice.oneIn(12) ? 0.0f : 1.0f;
+        if (id == kBpsCh1 || id == kBpsCh2)
+            value = dice.oneIn(8) ? 1.0f : 0.0f;
+        if (twins && isPolarity(id))
+            value = 0.0f;
+        for (const auto& plugin : plugins)
+            plugin->setParameter(id, value);
+    }
+}
+
+void Seat::playTo(std::size_t instance, int samples, int firstPiece)
+{
+    for (std::size_t channel = 0; channel < 2; ++channel)
+        std::copy_n(source[channel].begin(), samples, inputs[instance][channel].begin());
+    for (int done = 0, piece = firstPiece; done < samples; done += piece) {
+        const int left = std::min(samples - done, setup.blockSize);
+        if (done > 0)
+            piece = dice.oneIn(4) ? left : dice.between(1, left);
+        playPiece(instance, done, piece);
+    }
+}
+
+void Seat::playPiece(std::size_t instance, int offset, int samples)
+{
+    host::NativePlugin& plugin = *plugins[instance];
+    Stereo& in = inputs[instance];
+    Stereo& out = outputs[instance];
+    float* from[2] = {in[0].data() + offset, in[1].data() + offset};
+    float* to[2] = {out[0].data() + offset, out[1].data() + offset};
+    // Where input and output are one memory, the sound must be the same.
+    const int shared = dice.oneIn(4) ? setup.channels[0] : 0;
+    std::copy_n(from, shared, to);
+    if (dice.oneIn(50))
+        plugin.process(from, to, 0);
+
+    const Effortmeter meter;
+    plugin.process(from, to, samples);
+    const Effort effort = meter.stop();
+
+    const double realTime = samples / setup.rate;
+    late += effort.processor > realTime + kLate ? 1 : 0;
+    longestShare = std::max(longestShare, effort.processor / realTime);
+    // A neighbour on the machine may hold a thread up at any moment; what the thread itself does,
+    // or waits for, is the plug-in's own.
+    if ((effort.waited ? effort.clock : effort.processor) > realTime + kBlockPatience)
+        fail(textOf("a block of %d samples took %.1f ms, %.1f ms of that on a processor%s; its "
+                    "real time is %.1f ms",
+                    samples, 1e3 * effort.clock, 1e3 * effort.processor,
+                    effort.waited ? ", and waited" : "", 1e3 * realTime));
+    for (std::size_t channel = 0; channel < static_cast<std::size_t>(shared); ++channel)
+        std::copy_n(from[channel], samples, out[channel].data() + offset);
+    ++blocks;
+}
+
+void Seat::judge(int samples)
+{
+    float peak = 0.0f;
+    for (std::size_t instance = 0; instance < plugins.size(); ++instance)
+        for (int channel = 0; channel < setup.channels[1]; ++channel)
+            for (int i = 0; i < samples; ++i) {
+                const float x = outputs[instance][static_cast<std::size_t>(channel)]
+                                       [static_cast<std::size_t>(i)];
+                if (!std::isfinite(x))
+                    return fail(
+                        textOf("sample %d of output %d is %g", i, channel, static_cast<double>(x)));
+                peak = std::max(peak, std::abs(x));
+            }
+    loudest = std::max(loudest, peak);
+    if (peak > kBound)
+        fail(textOf("an output of %g, where at most %g can be right", static_cast<double>(peak),
+                    static_cast<double>(kBound)));
+    judgeSilence(samples / setup.rate, peak);
+    if (twins)
+        compareSound(samples);
+}
+
+void Seat::judgeSilence(double seconds, float peak)
+{
+    const unsigned touchesNow = touches;
+    if (touchesNow != touchesSeen)
+        silentFor = 0.0;
+    touchesSeen = touchesNow;
+    if (quiet && silentFor > kDecay) {
+        if (peak > kSilence)
+            fail(textOf("%g comes out after %.1f s of silence", static_cast<double>(peak),
+                        silentFor));
+        silences += silenceJudged ? 0 : 1;
+        silenceJudged = true;
+    }
+    silentFor += seconds;
+}
+
+void Seat::compareSound(int samples)
+{
+    for (std::size_t channel = 0; channel < static_cast<std::size_t>(setup.channels[1]); ++channel)
+        for (int i = 0; i < samples; ++i) {
+            const float* const first = &outputs[0][channel][static_cast<std::size_t>(i)];
+            const float* const second = &outputs[1][channel][static_cast<std::size_t>(i)];
+            if (std::memcmp(first, second, sizeof(float)) != 0)
+                return fail(textOf("twins differ from sample %d of %d of output %d on: %.9g and "
+                                   "%.9g",
+                                   i, samples, static_cast<int>(channel),
+                                   static_cast<double>(*first), static_cast<double>(*second)));
+        }
+    twinSamples += samples;
+}

@@ -1,0 +1,36 @@
+// What is played to an instance: now this, now that.
+#pragma once
+
+#include "Run.h"
+
+#include <cmath>
+#include <limits>
+
+struct TestSignal {
+    enum class Kind { Noise, Bursts, Poison, Silence, Count };
+
+    // Within -1 to 1; of Poison some are no numbers at all.
+    float sample(Dice& dice)
+    {
+        using Limits = std::numeric_limits<float>;
+        constexpr float kPoison[]{Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(),
+                                  Limits::denorm_min(), 1000.0f * Limits::denorm_min()};
+        if (kind == Kind::Bursts && burstLeft == 0 && dice.oneIn(5000))
+            burstLeft = dice.between(1, 1200);
+        if (kind == Kind::Silence || (kind == Kind::Bursts && burstLeft == 0))
+            return 0.0f;
+        if (kind == Kind::Bursts) {
+            --burstLeft;
+            return dice.oneIn(2) ? 1.0f : -1.0f;
+        }
+        if (kind == Kind::Poison && dice.oneIn(12))
+            return dice.of(kPoison);
+        return level * (2.0f * dice.position() - 1.0f);
+    }
+
+    Kind kind = Kind::Noise;
+    float level = 0.25f;
+    int burstLeft = 0;  // samples
+};
+
+constexpr const char* kSignalNames[] = {"noise", "bursts", "noise with poison", "silence"};

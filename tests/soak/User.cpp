@@ -1,0 +1,319 @@
+// The user's turn, and what he does to an instance.
+#include "User.h"
+
+#include "BankFormat.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <thread>
+
+namespace {
+
+// In front of the bank's image: the sizes of two states, and what the controller puts first.
+constexpr std::size_t kImageAt = 16 + 8;
+constexpr std::size_t kHeadersEnd = kImageAt + kFileHeaderSize;
+// In the image's header, 32 bits, of which the lowest byte suffices.
+constexpr std::size_t kCurrentPresetAt = kImageAt + 17;
+
+// From here down the editor has the row of the presets, whose menu and file dialogs wait for
+// somebody to answer.
+constexpr int kSafeHeight = 450;
+
+constexpr std::ptrdiff_t kMostEditors = 4;
+
+}  // namespace
+
+User::User(Run& shared, Whereabouts& where) : run(shared), whereabouts(where), dice(shared.seed, 0)
+{
+    actions = {
+        {"parameters set", 30, &User::automate},
+        {"values, texts and names read", 13, &User::read},
+        {"states saved", 10, &User::save},
+        {"states loaded", 16, &User::load},
+        {"damaged states loaded", 6, &User::loadDamaged},
+        {"setups changed", 18, &User::change},
+        {"instances closed and made anew", 3, &User::reopen},
+    };
+    if (run.editors) {
+        actions.push_back({"editors opened or closed", 4, &User::openOrCloseEditor});
+        actions.push_back({"editors used", 16, &User::useEditor, true});
+    }
+    for (int left = run.instances; left > 0;) {
+        const bool twins = left >= 2 && seats.size() % 3 == 0;
+        seats.push_back(std::make_unique<Seat>(static_cast<int>(seats.size()), twins, run, dice));
+        left -= twins ? 2 : 1;
+    }
+    factory = seats.front()->plugins.front()->bankChunk();
+    saved.push_back(factory);
+}
+
+void User::turn()
+{
+    for (int deeds = dice.between(1, 5); deeds > 0; --deeds) {
+        Seat& seat = *dice.of(seats);
+        Action& action = choose();
+        // A seat that waits for the end of its silence is mostly left to it.
+        if ((seat.quiet && !dice.oneIn(12)) || (action.wantsEditor && (seat.twins || !seat.editor)))
+            continue;
+        whereabouts.now(action.name, seat.number);
+        (this->*action.act)(seat);
+        ++action.times;
+    }
+    idle();
+}
+
+User::Action& User::choose()
+{
+    std::size_t all = 0;
+    for (const Action& action : actions)
+        all += static_cast<std::size_t>(action.weight);
+    int drawn = dice.below(all);
+    auto chosen = actions.begin();
+    while (drawn >= chosen->weight)
+        drawn -= chosen++->weight;
+    return *chosen;
+}
+
+// What a host does between two events.
+void User::idle()
+{
+    // One idle call empties the thread's queue of messages, for all.
+    seats.front()->plugins.front()->idle();
+    for (const auto& seat : seats) {
+        whereabouts.now("idle", seat->number);
+        for (const auto& plugin : seat->plugins)
+            plugin->dispatch(effEditIdle);
+        if (seat->editor)
+            seat->editor->follow();
+        for (const auto& plugin : seat->plugins)
+            plugin->clearReports();
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+}
+
+void User::closeAll()
+{
+    // A host that ends a session stops it first.
+    std::vector<std::unique_ptr<Seat::Stopped>> stopped;
+    for (const auto& seat : seats)
+        stopped.push_back(std::make_unique<Seat::Stopped>(*seat));
+    for (const auto& seat : seats) {
+        whereabouts.now("close everything", seat->number);
+        seat->close();
+    }
+}
+
+void User::openAll()
+{
+    for (const auto& seat : seats) {
+        whereabouts.now("open everything", seat->number);
+        const Seat::Stopped stopped(*seat);
+        seat->open(dice);
+    }
+}
+
+void User::automate(Seat& seat)
+{
+    // Twins take their parameters at the head of one and the same stretch, on the audio thread.
+    if (seat.twins)
+        return;
+    seat.touch();
+    for (int count = dice.between(1, 8); count > 0; --count) {
+        const VstInt32 id = dice.below(kParameters);
+        seat.plugins.front()->setParameter(id, id == kPower ? 1.0f : dice.position());
+    }
+    seat.touch();
+}
+
+void User::read(Seat& seat)
+{
+    const std::string name = textOf("Soaked %d", dice.below(1000000));
+    for (const auto& plugin : seat.plugins) {
+        plugin->setProgramName(name);
+        if (plugin->programName() != name)
+            seat.fail("the preset is called '" + plugin->programName() + "', not '" + name + "'");
+        for (VstInt32 i = 0; i < kParameters; ++i) {
+            const float value = plugin->parameter(i);
+            if (!(value >= 0.0f && value <= 1.0f) || plugin->paramDisplay(i).empty())
+                seat.fail(textOf("parameter %d is %g, displayed as '%s'", i,
+                                 static_cast<double>(value), plugin->paramDisplay(i).c_str()));
+        }
+    }
+}
+
+void User::save(Seat& seat)
+{
+    constexpr std::size_t kKept = 6;
+    // While it plays; twins are compared when they stand still.
+    Bytes state = seat.plugins.front()->bankChunk();
+    if (state.size() != factory.size())
+        return seat.fail("a state of " + std::to_string(state.size()) + " bytes, at first it had "
+                         + std::to_string(factory.size()));
+    if (saved.size() < kKept)
+        saved.push_back(std::move(state));
+    else
+        dice.of(saved) = std::move(state);
+}
+
+// Twins turn their polarity back at once, before they play. With the seat stopped, or for a single
+// instance at any time.
+void User::give(Seat& seat, const Bytes& state)
+{
+    for (const auto& plugin : seat.plugins) {
+        plugin->setBankChunk(state);
+        if (seat.twins)
+            for (const VstInt32 id : {kPhaseL, kPhaseR})
+                plugin->setParameter(id, 0.0f);
+    }
+}
+
+// One that was saved, or the factory's with another preset. It must be there at once, whole.
+void User::load(Seat& seat)
+{
+    Bytes state = dice.of(saved);
+    if (dice.oneIn(2)) {
+        state = factory;
+        state[kCurrentPresetAt] = static_cast<std::uint8_t>(dice.below(kPresetCount));
+    }
+    if (!seat.twins && dice.oneIn(2)) {
+        // While it plays.
+        seat.touch();
+        give(seat, state);
+        return seat.touch();
+    }
+    const Seat::Stopped stopped(seat);
+    give(seat, state);
+    seat.lastState = "whole";
+    if (!seat.twins && seat.plugins.front()->bankChunk() != state)
+        seat.fail("a state that was loaded is another when saved again");
+    seat.compareTwins("loading a state");
+}
+
+// What makes no sense must change nothing; what does by chance must be as good as any.
+void User::loadDamaged(Seat& seat)
+{
+    const Seat::Stopped stopped(seat);
+    // Of a state that is too short, the rest is what the instance last had in its buffer: let twins
+    // have the same there.
+    Bytes before;
+    for (const auto& plugin : seat.plugins)
+        before = plugin->bankChunk();
+    const Bytes state = damaged(dice.of(saved));
+    give(seat, state);
+    seat.lastState = "damaged";
+    for (const auto& plugin : seat.plugins) {
+        const Bytes after = plugin->bankChunk();
+        if (state.size() < factory.size() && !seat.twins && after != before)
+            seat.fail("the first " + std::to_string(state.size())
+                      + " bytes of a state are taken for one");
+        if (after.size() != factory.size())
+            seat.fail("a state of " + std::to_string(after.size()) + " bytes after damaged ones");
+        plugin->setBankChunk(after);
+        if (plugin->bankChunk() != after)
+            seat.fail("after damaged bytes a state is another when saved again");
+    }
+    read(seat);
+    seat.compareTwins("loading a damaged state");
+}
+
+// Cut off, or other bits: everywhere, in the sizes and the header, or here and there.
+User::Bytes User::damaged(Bytes state)
+{
+    const int kind = dice.below(4);
+    if (kind == 0)
+        state.resize(static_cast<std::size_t>(dice.below(state.size())));
+    for (std::size_t i = 0; kind == 1 && i < state.size(); ++i)
+        state[i] = static_cast<std::uint8_t>(dice.bits());
+    if (kind == 2)
+        state[static_cast<std::size_t>(dice.below(kHeadersEnd))] =
+            static_cast<std::uint8_t>(dice.bits());
+    for (int count = dice.between(1, 20); kind == 3 && count > 0; --count)
+        dice.of(state) ^= static_cast<std::uint8_t>(1 << dice.below(8));
+    return state;
+}
+
+// Off and on, most often with something else about the setup.
+void User::change(Seat& seat)
+{
+    const Seat::Stopped stopped(seat);
+    Setup setup = seat.setup;
+    const int kind = dice.below(4);
+    if (kind == 0)
+        setup.rate = Setup::anyRate(dice);
+    if (kind == 1)
+        setup.blockSize = dice.of(run.blockSizes);
+    if (kind == 2)
+        setup.channels = Setup::anyChannels(dice);
+    seat.change(setup);
+}
+
+void User::reopen(Seat& seat)
+{
+    const Seat::Stopped stopped(seat);
+    seat.close();
+    seat.open(dice);
+}
+
+void User::openOrCloseEditor(Seat& seat)
+{
+    const auto open = std::count_if(seats.begin(), seats.end(),
+                                    [](const auto& each) { return each->editor != nullptr; });
+    seat.touch();
+    if (seat.editor)
+        seat.editor.reset();
+    else if (open < kMostEditors)
+        seat.editor = std::make_unique<EditorWindow>(*seat.plugins.front());
+    seat.touch();
+}
+
+// As automation of the two switches does it.
+void User::resizeEditor(Seat& seat)
+{
+    seat.plugins.front()->setParameter(dice.oneIn(2) ? kQB11 : k2x, dice.oneIn(2) ? 1.0f : 0.0f);
+}
+
+// Another size, or a drag, a click or a turn of the wheel somewhere over the controls.
+void User::useEditor(Seat& seat)
+{
+    using Act = EditorWindow::Act;
+    seat.touch();
+    EditorWindow& editor = *seat.editor;
+    const int x = dice.between(0, editor.width() - 1);
+    int y = dice.below(kSafeHeight);
+    editor.send(Act::Move, x, y);
+    if (dice.oneIn(4)) {
+        resizeEditor(seat);
+    } else if (dice.oneIn(3)) {
+        editor.send(dice.oneIn(2) ? Act::WheelUp : Act::WheelDown, x, y);
+    } else {
+        editor.send(Act::Press, x, y);
+        for (int moves = dice.below(4); moves > 0; --moves) {
+            y += dice.between(-20, 20);
+            editor.send(Act::Move, x, y);
+        }
+        editor.send(Act::Release, x, y);
+    }
+    // The plug-in hears of it on this thread.
+    seat.plugins.front()->idle();
+    seat.touch();
+}
+
+void User::tryOneEditor()
+{
+    // The last seat is a single one wherever there is one at all.
+    Seat& seat = *seats.back();
+    openOrCloseEditor(seat);
+    for (int turns = 0; turns < 120; ++turns) {
+        if (turns % 20 == 0 && !seat.twins)
+            resizeEditor(seat);
+        idle();
+    }
+    openOrCloseEditor(seat);
+}
+
+void User::print() const
+{
+    for (const Action& action : actions)
+        std::printf("  %-40s %14lld\n", action.name, action.times);
+}

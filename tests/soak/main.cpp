@@ -1,0 +1,224 @@
+// zkrt46-soak: lets instances of the built plug-in live for a while as they would in a host, and
+// watches them.
+#include "HoldingsWatch.h"
+#include "User.h"
+#include "Watchdog.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <thread>
+#include <vector>
+
+namespace {
+
+constexpr int kBadInput = 2;
+
+Run run;
+
+// The first wish to end is taken in order, the second one at once.
+void interrupt(int signal)
+{
+    std::signal(signal, SIG_DFL);
+    run.interrupted = true;
+}
+
+void tellCrash(int signal)
+{
+    std::signal(signal, SIG_DFL);
+    std::fprintf(stderr, "FAILURE seed %u: the process crashes with signal %d\n", run.seed, signal);
+    std::raise(signal);
+}
+
+class Soak {
+public:
+    ~Soak() { stopPlaying(); }
+
+    void live()
+    {
+        std::printf("%d instances on %zu seats, %d audio threads, editors %s, %.4g minutes, "
+                    "seed %u\n",
+                    run.instances, user.seats.size(), run.audioThreads, run.editors ? "on" : "off",
+                    run.minutes, run.seed);
+        std::fflush(stdout);
+        for (int i = 0; i < run.audioThreads; ++i)
+            audioThreads.emplace_back([this, i] { play(static_cast<std::size_t>(i)); });
+        soak();
+        stopPlaying();
+        holdings.judgeGrowth();
+        report();
+    }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    // The last one watched is the user's thread.
+    void play(std::size_t thread)
+    {
+        const auto step = static_cast<std::size_t>(run.audioThreads);
+        while (playing) {
+            bool played = false;
+            for (std::size_t i = thread; i < user.seats.size(); i += step) {
+                watchdog.watched[thread].now("play", static_cast<int>(i));
+                played = user.seats[i]->play() || played;
+            }
+            if (!played)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    }
+
+    void stopPlaying()
+    {
+        playing = false;
+        for (std::thread& thread : audioThreads)
+            thread.join();
+        audioThreads.clear();
+    }
+
+    void soak()
+    {
+        // What anything takes for good at its first use, it takes now.
+        loadHostsLibraries();
+        for (begun = Clock::now(); seconds() < 1.0 && !run.mustEnd();)
+            user.turn();
+        if (run.editors)
+            user.tryOneEditor();
+        reload();
+
+        const double reloadEvery = std::clamp(6.0 * run.minutes, 5.0, 60.0);
+        double nextReload = reloadEvery, nextProgress = 10.0, nextSample = 1.0;
+        for (begun = Clock::now(); seconds() < 60.0 * run.minutes && !run.mustEnd();) {
+            user.turn();
+            if (seconds() >= nextSample) {
+                holdings.sample();
+                nextSample += 1.0;
+            }
+            if (seconds() >= nextProgress) {
+                progress();
+                nextProgress += 10.0;
+            }
+            if (seconds() >= nextReload) {
+                reload();
+                nextReload = seconds() + reloadEvery;
+            }
+        }
+        user.closeAll();
+        holdings.atRest();
+    }
+
+    void reload()
+    {
+        user.closeAll();
+        holdings.atRest();
+        user.openAll();
+    }
+
+    double seconds() const { return std::chrono::duration<double>(Clock::now() - begun).count(); }
+
+    void progress() const
+    {
+        long long blocks = 0;
+        for (const auto& seat : user.seats)
+            blocks += seat->blocks;
+        std::printf("%6.2f min  %9lld blocks  %6.1f MiB\n", seconds() / 60.0, blocks,
+                    holdings.mebibytes());
+        std::fflush(stdout);
+    }
+
+    // Single blocks may be late for reasons outside the plug-in, but not one in a thousand.
+    void report() const
+    {
+        long long twinSamples = 0, silences = 0, blocks = 0, late = 0;
+        double loudest = 0.0, longest = 0.0;
+        for (const auto& seat : user.seats) {
+            twinSamples += seat->twinSamples;
+            silences += seat->silences;
+            blocks += seat->blocks;
+            late += seat->late;
+            loudest = std::max(loudest, static_cast<double>(seat->loudest));
+            longest = std::max(longest, seat->longestShare);
+        }
+        std::printf("\nDone in %.2f minutes\n", seconds() / 60.0);
+        user.print();
+        const std::pair<const char*, double> rows[]{
+            {"blocks played", static_cast<double>(blocks)},
+            {"samples in which twins were compared", static_cast<double>(twinSamples)},
+            {"times silence came out in the end", static_cast<double>(silences)},
+            {"loudest sample", loudest},
+            {"longest block / its real time", longest},
+            {"late blocks", static_cast<double>(late)},
+        };
+        for (const auto& [what, value] : rows)
+            std::printf("  %-40s %14.10g\n", what, value);
+        if (kProcessorTimeIsExact && late > 20 && late * 1000 > blocks)
+            run.fail("the end",
+                     textOf("%lld of %lld blocks took longer than their real time and %.0f ms",
+                            late, blocks, 1e3 * kLate));
+        holdings.print();
+        if (run.interrupted)
+            std::puts("Ended by hand.");
+        if (run.failures > 0)
+            std::printf("%d FAILURES, seed %u\n", run.failures.load(), run.seed);
+        else
+            std::puts("Nothing was found.");
+        std::fflush(stdout);
+    }
+
+    HoldingsWatch holdings{run};
+    Watchdog watchdog{run, run.audioThreads + 1};
+    User user{run, watchdog.watched.back()};
+    std::atomic<bool> playing{true};
+    std::vector<std::thread> audioThreads;
+    Clock::time_point begun;
+};
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    CLI::App app("Lets instances of the plug-in live as in a host, for as long as wanted, and "
+                 "watches them. It works with the settings of whoever runs it; scripts/soak.sh "
+                 "gives it settings of its own.",
+                 "zkrt46-soak");
+    app.allow_windows_style_options(false);  // a path may begin with a stroke
+    app.option_defaults()->always_capture_default();
+    app.add_option("library", run.library, "The built plug-in")->required();
+    app.add_option("--instances", run.instances, "How many live at once")
+        ->check(CLI::Range(1, 500));
+    app.add_option("--minutes", run.minutes, "For how long")->check(CLI::Range(0.01, 1e6));
+    app.add_option("--seed", run.seed,
+                   "Repeats the deeds of an earlier run, though not how its threads met");
+    app.add_option("--blocks", run.blockSizes, "The block sizes to choose from, in samples")
+        ->delimiter(',')
+        ->check(CLI::Range(1, 65536));
+    app.add_option("--threads", run.audioThreads, "Audio threads")->check(CLI::Range(1, 64));
+    app.add_flag("--editor", run.editors, "Open editors, too, in windows");
+    app.add_option("--growth", run.growthMiB,
+                   "MiB that the process may gain after its first third");
+    app.add_option("--hang", run.hangSeconds, "Seconds that a thread may stand still")
+        ->check(CLI::Range(1.0, 1e6));
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : kBadInput;
+    }
+    run.audioThreads = std::min(run.audioThreads, run.instances);
+
+    for (const int signal : {SIGINT, SIGTERM})
+        std::signal(signal, interrupt);
+    // Sanitizers tell crashes better themselves.
+    if (!kSanitized)
+        for (const int signal : {SIGSEGV, SIGABRT, SIGFPE, SIGILL})
+            std::signal(signal, tellCrash);
+    try {
+        Soak().live();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "zkrt46-soak: %s\n", error.what());
+        return kBadInput;
+    }
+    return run.failures > 0 ? 1 : 0;
+}
