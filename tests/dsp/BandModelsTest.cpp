@@ -11,26 +11,32 @@
 
 namespace {
 
-double position(double db)
-{
-    return (db + 16.0) / 32.0;
-}
-
-void expectSame(const BandModel& expected, const BandModel& actual)
-{
-    EXPECT_NEAR(actual.gainDb, expected.gainDb, 1e-8);
-    EXPECT_NEAR(actual.frequency / expected.frequency, 1.0, 1e-9);
-    EXPECT_NEAR(actual.q, expected.q, 1e-9);
-    EXPECT_NEAR(actual.outputGain, expected.outputGain, 2e-9);
-    EXPECT_NEAR(actual.damping, expected.damping, 2e-9);
-}
-
 TEST(BandModels, EveryStepGivesItsFilterGainAndDampingInCutAndBoost)
 {
-    for (const ModelCase& c : kModelCases) {
-        SCOPED_TRACE(testing::Message() << "row " << &c - kModelCases.data() << ", " << c.stepHz);
-        expectSame(c.cut, c.model(position(-10.0), c.stepHz));
-        expectSame(c.boost, c.model(position(10.0), c.stepHz));
+    const struct {
+        const char* name;
+        BandModel (*model)(double, double);
+        std::size_t steps;
+    } bands[] = {{"lowShelfModel", lowShelfModel, 5},
+                 {"highShelfModel", highShelfModel, 9},
+                 {"lowBellModel", lowBellModel, 9},
+                 {"midBellModel", midBellModel, 9},
+                 {"highBellModel", highBellModel, 9}};
+    for (const auto& band : bands) {
+        const std::vector<WorkedRow> rows = workedRows(band.name);
+        ASSERT_EQ(rows.size(), band.steps);
+        for (const WorkedRow& row : rows)
+            for (const bool boost : {false, true}) {
+                SCOPED_TRACE(testing::Message()
+                             << band.name << " of " << row[0] << " Hz, boost " << boost);
+                const double* const wanted = &row[boost ? 6 : 1];
+                const BandModel model = band.model(boost ? 26.0 / 32.0 : 6.0 / 32.0, row[0]);
+                EXPECT_NEAR(model.gainDb, wanted[0], 1e-8);
+                EXPECT_NEAR(model.frequency / wanted[1], 1.0, 1e-9);
+                EXPECT_NEAR(model.q, wanted[2], 1e-9);
+                EXPECT_NEAR(model.outputGain, wanted[3], 2e-9);
+                EXPECT_NEAR(model.damping, wanted[4], 2e-9);
+            }
     }
 }
 
@@ -57,48 +63,26 @@ TEST(BandModels, FiguresAtZeroAndAtTheEnds)
     EXPECT_NEAR(midBellModel(1.0, 5600.0).damping, 1.7, 1e-12);
 }
 
-TEST(BandInteractions, ShelfCurvesAndTheirWeights)
+// Also at 0 dB, which is a boost for a shelf and a cut for a bell, and beyond 16 dB, which count as
+// 16.
+TEST(BandInteractions, CurvesAndTheirWeights)
 {
-    for (const InteractionCase& c : kShelfCases) {
-        SCOPED_TRACE(testing::Message() << c.x << ", " << c.gainDb << ", " << c.otherGainDb);
-        const Skirt skirt = shelfInteraction(c.x, c.gainDb, c.otherGainDb);
-        EXPECT_NEAR(skirt.mix, c.mix, 1e-9);
-        EXPECT_NEAR(skirt.ratio, c.ratio, 1e-9);
-        EXPECT_NEAR(skirt.scale, c.scale, 1e-9);
-    }
-}
-
-TEST(BandInteractions, BellCurvesCorrectQAndGainInPlace)
-{
-    for (const InteractionCase& c : kBellCases) {
-        SCOPED_TRACE(testing::Message() << c.x << ", " << c.gainDb << ", " << c.otherGainDb);
-        double q = 0.7, gainDb = c.gainDb;
-        const Skirt skirt = bellInteraction(c.x, q, gainDb, c.otherGainDb);
-        EXPECT_NEAR(skirt.mix, c.mix, 1e-9);
-        EXPECT_NEAR(skirt.ratio, c.ratio, 1e-9);
-        EXPECT_EQ(skirt.scale, 1.0);
-        EXPECT_NEAR(q, 0.7 * c.qFactor, 1e-9);
-        EXPECT_NEAR(gainDb, c.newGainDb, 6e-9);
-    }
-}
-
-TEST(BandInteractions, ZeroDecibelsIsABoostForAShelfAndACutForABell)
-{
-    EXPECT_NEAR(shelfInteraction(0.1, 0.0, 16.0).ratio, -0.512777 * std::log(0.192941), 1e-12);
-    double q = 1.0, gainDb = 0.0;
-    EXPECT_NEAR(bellInteraction(0.5, q, gainDb, 16.0).mix,
-                1.29121 * 0.25 - 1.83502 * 0.5 + 0.665356, 1e-12);
-}
-
-TEST(BandInteractions, GainsBeyond16DecibelsCountAs16)
-{
-    // Opposed, since all that pushes together is limited once more.
-    for (const double sign : {1.0, -1.0}) {
-        EXPECT_EQ(shelfInteraction(0.1, sign * 17.0, sign * -8.0).mix,
-                  shelfInteraction(0.1, sign * 16.0, sign * -8.0).mix);
-        EXPECT_EQ(shelfInteraction(0.1, sign * -8.0, sign * 17.0).mix,
-                  shelfInteraction(0.1, sign * -8.0, sign * 16.0).mix);
-    }
+    ASSERT_EQ(workedRows("shelf").size(), 29u);
+    ASSERT_EQ(workedRows("bell").size(), 31u);
+    for (const char* const kind : {"shelf", "bell"})
+        for (const WorkedRow& row : workedRows(kind)) {
+            SCOPED_TRACE(testing::Message()
+                         << kind << " at " << row[0] << ", " << row[1] << " and " << row[2]);
+            const bool bell = row.size() > 6;
+            double q = 0.7, gainDb = row[1];
+            const Skirt skirt = bell ? bellInteraction(row[0], q, gainDb, row[2])
+                                     : shelfInteraction(row[0], row[1], row[2]);
+            EXPECT_NEAR(skirt.mix, row[3], 1e-9);
+            EXPECT_NEAR(skirt.ratio, row[4], 1e-9);
+            EXPECT_NEAR(skirt.scale, bell ? 1.0 : row[5], 1e-9);
+            EXPECT_NEAR(q, 0.7 * (bell ? row[5] : 1.0), 1e-9);
+            EXPECT_NEAR(gainDb, bell ? row[6] : row[1], 6e-9);
+        }
 }
 
 TEST(ControlLaws, BandGainsMoveInQuartersOfADecibelWithZeroInTheMiddle)

@@ -12,12 +12,12 @@ using Complex = std::complex<double>;
 
 constexpr double kPi = 3.14159265358979323846;
 
-template <class Process>
-std::vector<double> impulseResponse(Process process, int length, double height = 1.0)
+template <class Filter>
+std::vector<double> impulseResponse(Filter& filter, int length)
 {
     std::vector<double> h(static_cast<std::size_t>(length), 0.0);
-    h[0] = height;
-    process(h.data(), length);
+    h[0] = 1.0;
+    filter.process(h.data(), length);
     return h;
 }
 
@@ -30,11 +30,6 @@ inline Complex responseAt(const std::vector<double>& h, double hz, double rate)
         z *= turn;
     }
     return sum;
-}
-
-inline double decibels(Complex h)
-{
-    return 20.0 * std::log10(std::abs(h));
 }
 
 // The analogue frequency, in units of the corner, that the bilinear transform puts at hz.
@@ -57,23 +52,16 @@ inline Complex lowPass1At(double corner, double hz, double rate)
     return (1.0 - pole) / (1.0 - pole * std::polar(1.0, -2.0 * kPi * hz / rate));
 }
 
-// Q falls towards half the rate, at a pace of its own for each response.
+// Q falls towards half the rate, at a pace of its own for each response; not for an all-pass.
 inline double narrowedQ(FilterType type, double corner, double q, double rate)
 {
-    switch (type) {
-    case FilterType::HighPass2:
-        return q * (1.0 - std::pow(corner / rate / 0.5001, 6.0));
-    case FilterType::LowPass2:
-        return q * (1.0 - std::pow(corner / rate / 0.50001, 8.0));
-    case FilterType::LowShelf:
-        return q * (1.0 - std::pow(corner / rate / 0.5001, 3.5));
-    case FilterType::HighShelf:
-        return q * (1.0 - std::pow(corner / rate / 0.5001, 4.0));
-    case FilterType::AllPass:
-        return q;
-    default:
-        return q * (1.0 - std::pow(corner / rate / 0.5001, 2.8));
-    }
+    const double power = type == FilterType::HighPass2 ? 6.0
+        : type == FilterType::LowPass2                 ? 8.0
+        : type == FilterType::LowShelf                 ? 3.5
+        : type == FilterType::HighShelf                ? 4.0
+                                                       : 2.8;
+    const double edge = type == FilterType::LowPass2 ? 0.50001 : 0.5001;
+    return type == FilterType::AllPass ? q : q * (1.0 - std::pow(corner / rate / edge, power));
 }
 
 inline Complex analogueAt(FilterType type, double corner, double q, double db, double hz,

@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <new>
 #include <random>
@@ -19,25 +22,16 @@ constexpr int kMaxCount = StripProcessorQB9::kMaxCount;
 
 // In memory that was zero before, so that padding compares equal.
 template <class Strip>
-class Zeroed {
-public:
-    Zeroed() : memory(new unsigned char[sizeof(Strip)]()) { strip = new (memory.get()) Strip; }
-    ~Zeroed() { strip->~Strip(); }
-    Zeroed(const Zeroed&) = delete;
-    Zeroed& operator=(const Zeroed&) = delete;
+struct Zeroed {
+    std::unique_ptr<unsigned char[]> memory{new unsigned char[sizeof(Strip)]()};
+    Strip* const strip{new (memory.get()) Strip};
 
     Strip* operator->() const { return strip; }
-    Strip* get() const { return strip; }
-    bool sameBytesAs(const Zeroed& other) const
+    bool operator==(const Zeroed& other) const
     {
         return std::memcmp(memory.get(), other.memory.get(), sizeof(Strip)) == 0;
     }
-
-private:
-    std::unique_ptr<unsigned char[]> memory;
-    Strip* strip;
 };
-
 struct Channel {
     Zeroed<StripProcessorQB9> preamp;
     Zeroed<StripProcessorT46> first, second;
@@ -45,12 +39,11 @@ struct Channel {
 
     void expectSameAs(const Channel& plain, int count) const
     {
-        EXPECT_EQ(
-            0,
-            std::memcmp(samples, plain.samples, sizeof(double) * static_cast<std::size_t>(count)));
-        EXPECT_TRUE(preamp.sameBytesAs(plain.preamp));
-        EXPECT_TRUE(first.sameBytesAs(plain.first));
-        EXPECT_TRUE(second.sameBytesAs(plain.second));
+        const std::size_t size = sizeof(double) * static_cast<std::size_t>(count);
+        EXPECT_EQ(0, std::memcmp(samples, plain.samples, size));
+        EXPECT_TRUE(preamp == plain.preamp);
+        EXPECT_TRUE(first == plain.first);
+        EXPECT_TRUE(second == plain.second);
     }
 };
 
@@ -62,23 +55,38 @@ struct Rig {
 
 using Rigs = std::vector<std::unique_ptr<Rig>>;
 
-enum class Layout { Stereo, Mono, NoLeft, NoRight, NoPreamp, OneStrip, StripOnly, Uneven };
-constexpr Layout kLayouts[] = {Layout::Stereo,    Layout::Mono,     Layout::NoLeft,
-                               Layout::NoRight,   Layout::NoPreamp, Layout::OneStrip,
-                               Layout::StripOnly, Layout::Uneven};
+// What each channel's chain has: the pre-amplifier, the first and the second strip.
+struct Layout {
+    const char *name, *left, *right;  // without right: mono
+};
+constexpr Layout kLayouts[] = {
+    {"stereo", "P12", "P12"}, {"mono", "P12", nullptr},  {"no left", "", "P12"},
+    {"no right", "P12", ""},  {"no preamp", "12", "12"}, {"one strip", "P1", "P1"},
+    {"strip only", "1", "1"}, {"uneven", "P1", "P12"},
+};
 
-StripChain chainOf(const Channel& channel, Layout layout, bool isLeft)
+StripChain chainOf(const Channel& channel, const char* parts)
 {
-    StripChain chain{channel.preamp.get(), channel.first.get(), channel.second.get()};
-    if (layout == (isLeft ? Layout::NoLeft : Layout::NoRight))
-        return {};
-    if (layout == Layout::NoPreamp || layout == Layout::StripOnly)
-        chain.preamp = nullptr;
-    if (layout == Layout::OneStrip || layout == Layout::StripOnly
-        || (layout == Layout::Uneven && isLeft))
-        chain.second = nullptr;
-    return chain;
+    const auto has = [&](char part) { return parts && std::strchr(parts, part); };
+    return {has('P') ? channel.preamp.strip : nullptr, has('1') ? channel.first.strip : nullptr,
+            has('2') ? channel.second.strip : nullptr};
 }
+
+using T46 = StripProcessorT46;
+using QB9 = StripProcessorQB9;
+constexpr void (QB9::*kPreampSetters[])(double) = {&QB9::setDrive, &QB9::setHpf, &QB9::setOutput,
+                                                   &QB9::set28k};
+constexpr void (T46::*kStripSetters[])(double) = {&T46::setLowFrequency,
+                                                  &T46::setMidFrequency,
+                                                  &T46::setHighFrequency,
+                                                  &T46::setLowShelf,
+                                                  &T46::setLowGain,
+                                                  &T46::setMidGain,
+                                                  &T46::setHighShelf,
+                                                  &T46::setHighGain,
+                                                  &T46::setAmpDisable,
+                                                  &T46::setInputTransformerDisable,
+                                                  &T46::setOutputTransformerDisable};
 
 class Automation {
 public:
@@ -95,9 +103,9 @@ public:
         const auto onPreamps = [&](auto change) {
             for (const auto& rig : rigs) {
                 if (side != 0)
-                    change(*rig->left.preamp.get());
+                    change(*rig->left.preamp.strip);
                 if (side != 1)
-                    change(*rig->right.preamp.get());
+                    change(*rig->right.preamp.strip);
             }
         };
         const auto onStrips = [&](auto change) {
@@ -106,13 +114,11 @@ public:
                     if (side == (channel == &rig->left ? 0 : 1))
                         continue;
                     if (strip != 0)
-                        change(*channel->first.get());
+                        change(*channel->first.strip);
                     if (strip != 1)
-                        change(*channel->second.get());
+                        change(*channel->second.strip);
                 }
         };
-        using T46 = StripProcessorT46;
-        using QB9 = StripProcessorQB9;
         const double v = unit();
         switch (below(20)) {
         case 0: {  // at the lowest rates a gain glide is over within a block or a few
@@ -134,27 +140,14 @@ public:
                 s.highBell.setFrequency(7000.0 + v);
             });
         case 5:
-        case 6: {
-            constexpr void (QB9::*kSetters[])(double) = {&QB9::setDrive, &QB9::setHpf,
-                                                         &QB9::setOutput, &QB9::set28k};
-            return onPreamps([=, set = kSetters[below(4)]](QB9& s) { (s.*set)(v); });
-        }
+        case 6:
+            return onPreamps([=, set = kPreampSetters[below(4)]](QB9& s) { (s.*set)(v); });
         default: {
             // Bands are out, and stages in circuit, more often than chance would have them.
-            constexpr struct {
-                void (T46::*set)(double);
-                double zeroBelow;
-            } kSetters[] = {
-                {&T46::setLowShelf, 0},     {&T46::setLowFrequency, 0.3},
-                {&T46::setLowGain, 0},      {&T46::setMidFrequency, 0.3},
-                {&T46::setMidGain, 0},      {&T46::setHighShelf, 0},
-                {&T46::setHighGain, 0},     {&T46::setHighFrequency, 0.3},
-                {&T46::setAmpDisable, 0.8}, {&T46::setInputTransformerDisable, 0.8},
-                {&T46::setLowFrequency, 0}, {&T46::setOutputTransformerDisable, 0.8},
-                {&T46::setMidFrequency, 0}, {&T46::setHighFrequency, 0},
-            };
-            const auto& knob = kSetters[below(14)];
-            return onStrips([=](T46& s) { (s.*knob.set)(v < knob.zeroBelow ? 0.0 : v); });
+            const int index = below(14);
+            const bool zero = index >= 11 ? v < 0.3 : index >= 8 && v < 0.8;
+            const auto set = kStripSetters[index % 11];
+            return onStrips([=](T46& s) { (s.*set)(zero ? 0.0 : v); });
         }
         }
     }
@@ -188,7 +181,7 @@ Rigs makeRigs()
     return rigs;
 }
 
-void runSideBySide(unsigned seed, Layout layout, int blocks, std::set<int>& bandModes,
+void runSideBySide(unsigned seed, const Layout& layout, int blocks, std::set<int>& bandModes,
                    int& glidesEnded)
 {
     Automation automation(seed);
@@ -214,9 +207,9 @@ void runSideBySide(unsigned seed, Layout layout, int blocks, std::set<int>& band
             }
         const int glide = plain.left.first->gainRampCount;
         for (const auto& rig : rigs)
-            processStrips(rig->form(block), chainOf(rig->left, layout, true),
-                          chainOf(rig->right, layout, false), rig->left.samples,
-                          layout == Layout::Mono ? nullptr : rig->right.samples, count);
+            processStrips(rig->form(block), chainOf(rig->left, layout.left),
+                          chainOf(rig->right, layout.right), rig->left.samples,
+                          layout.right ? rig->right.samples : nullptr, count);
         if (glide > 0 && glide < count && plain.left.first->gainRampCount == 0)
             ++glidesEnded;
         bandModes.insert(plain.left.first->bandMode);
@@ -225,9 +218,9 @@ void runSideBySide(unsigned seed, Layout layout, int blocks, std::set<int>& band
             rig->right.expectSameAs(plain.right, count);
         }
         ASSERT_FALSE(::testing::Test::HasFailure())
-            << "seed " << seed << ", layout " << static_cast<int>(layout) << ", block " << block
-            << " of " << count << ", input " << kind << ", band mode " << plain.left.first->bandMode
-            << " and " << plain.right.first->bandMode;
+            << "seed " << seed << ", " << layout.name << ", block " << block << " of " << count
+            << ", input " << kind << ", band mode " << plain.left.first->bandMode << " and "
+            << plain.right.first->bandMode;
     }
 }
 
@@ -236,14 +229,48 @@ TEST(StripChain, EveryFormLeavesTheSameBitsInSamplesAndStrips)
     std::set<int> bandModes;
     int glidesEnded = 0;
     for (unsigned seed = 1; seed <= 3; ++seed)
-        for (const Layout layout : kLayouts) {
-            runSideBySide(seed, layout, layout == Layout::Stereo ? 3000 : 700, bandModes,
-                          glidesEnded);
+        for (const Layout& layout : kLayouts) {
+            runSideBySide(seed, layout, &layout == kLayouts ? 3000 : 700, bandModes, glidesEnded);
             if (HasFatalFailure())
                 return;
         }
     EXPECT_EQ(bandModes.size(), 19U);  // all there are, and the process switch
     EXPECT_GT(glidesEnded, 20);
+}
+
+TEST(StripChain, BadNumbersInItsSettersLeaveTheSignalFinite)
+{
+    const double inf = std::numeric_limits<double>::infinity();
+    for (const double bad : {std::nan(""), inf, -inf, 1e300, -1e300, 7.0})
+        for (const auto& rig : makeRigs()) {
+            Channel& channel = rig->left;
+            const auto expectFinite = [&] {
+                for (int block = 0; block < 100; ++block) {
+                    std::fill_n(channel.samples, kMaxCount, 0.5);
+                    channel.preamp->applyPhase(channel.samples, kMaxCount);
+                    processStrips(rig->form(block), chainOf(channel, "P12"), {}, channel.samples,
+                                  nullptr, kMaxCount);
+                    for (const double y : channel.samples)
+                        ASSERT_TRUE(std::isfinite(y)) << bad << " in block " << block;
+                }
+            };
+            channel.preamp->setSampleRate(96000.0);
+            channel.first->setSampleRate(96000.0);
+            channel.first->setProcessOn(static_cast<float>(bad));
+            channel.first->setProcessOn(1.0F);
+            for (const auto setter : kPreampSetters)
+                (channel.preamp.strip->*setter)(bad);
+            for (const double value : {1.0, bad})  // with the bands in circuit and as they fall
+                for (const auto setter : kStripSetters)
+                    (channel.first.strip->*setter)(value);
+            channel.preamp->setPhase(bad);
+            channel.first->setLowFrequency(1.0);
+            channel.first->setMidFrequency(1.0);
+            channel.first->setHighFrequency(1.0);
+            expectFinite();
+            channel.first->setSampleRate(bad);
+            expectFinite();
+        }
 }
 
 }  // namespace

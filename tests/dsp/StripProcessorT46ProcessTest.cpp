@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 
 namespace {
 
@@ -39,117 +40,60 @@ TEST(AmplifierCurve, BendsFoldsAt28AndIsStraightFrom7)
     EXPECT_NEAR(shapeAmplifier(-17.0, 0.0, 0.25), -(2.8 + 14.2 * straight), 1e-12);
 }
 
-// One-pole filters in the form y += (x - y) (1 - p) and its bilinear complement, and the stages one
-// after the other as they stand in the signal's road.
+// The stages one after the other as they stand in the signal's road; the colour stays without the
+// bands.
 TEST(T46Process, LoudSignalsMeetTransformersAndAmplifierInTheirOrder)
 {
     const double rate = 88200.0;
-    struct LowPass {
-        double pole, y = 0.0;
-        double operator()(double x) { return y = (1.0 - pole) * x + pole * y; }
+    const auto filter = [&](FilterType type, double hz) {
+        BiquadFilter made(rate, type, hz, 1.0, 0.0);
+        made.setEnabled(1);
+        return made;
     };
-    struct HighPass {
-        double k, x1 = 0.0, y = 0.0;
-        double operator()(double x)
-        {
-            y = (1.0 + k) / 2.0 * (x - x1) + k * y;
-            x1 = x;
-            return y;
-        }
-    };
-    const auto low = [&](double hz) {
-        return LowPass{std::exp(-2.0 * std::asinh(std::sin(kPi * hz / rate)))};
-    };
-    const auto high = [&](double hz) {
-        const double t = std::tan(kPi * hz / rate);
-        return HighPass{(1.0 - t) / (1.0 + t)};
-    };
-    const auto bend = [](double v) {
-        const double a = std::min(std::fabs(v), 20.37);
-        const double r = a * (0.998081 + a * (0.000705321 - 0.000824844 * a))
-            + 0.00333 * std::max(0.0, std::fabs(v) - 20.37);
-        return v < 0.0 ? -r : r;
-    };
+    auto inLow = filter(FilterType::LowPass1, 50.0), inHigh = filter(FilterType::HighPass1, 50.0);
+    auto outLow = filter(FilterType::LowPass1, 30.0), outHigh = filter(FilterType::HighPass1, 30.0);
+    auto dc = filter(FilterType::HighPass1, 5.0);
+    auto top1 = filter(FilterType::LowPass1, rate * 0.499), top2 = top1;
+    const double wet = static_cast<double>(0.9f) * 0.5;
     StripProcessorT46 strip;
     strip.setSampleRate(rate);
-    strip.setProcessOn(0.0f);  // the colour stays without the bands
-    auto inLow = low(50.0), outLow = low(30.0);
-    auto inHigh = high(50.0), outHigh = high(30.0), dc = high(5.0);
-    auto top1 = low(rate * 0.499), top2 = top1;
-    const double wet = static_cast<double>(0.9f) * 0.5;
+    strip.setProcessOn(0.0f);
     for (int n = 0; n < 20000; ++n) {
         const double in = 40.0 * std::sin(2.0 * kPi * 23.0 / rate * n) + 5.0 * std::sin(0.9 * n);
-        double x = bend(inLow(in)) + inHigh(in);
-        x = dc(x);
-        x = top1(x) * wet + x * (1.0 - wet);
-        x = top2(x) * wet + x * (1.0 - wet);
-        x = shapeAmplifier(x, kSlope, 0.25);
-        x *= 0.05;
-        x = (bend(outLow(x)) + outHigh(x)) * 20.0;
-        double block = in;
-        strip.process(&block, 1);
-        ASSERT_NEAR(block, x, 1e-8) << n;
+        double x = shapeTransformer(inLow.processSample(in)) + inHigh.processSample(in);
+        x = dc.processSample(x);
+        x = top1.processSample(x) * wet + x * (1.0 - wet);
+        x = top2.processSample(x) * wet + x * (1.0 - wet);
+        x = shapeAmplifier(x, kSlope, 0.25) * 0.05;
+        x = (shapeTransformer(outLow.processSample(x)) + outHigh.processSample(x)) * 20.0;
+        double y = in;
+        strip.process(&y, 1);
+        ASSERT_NEAR(y, x, 1e-8) << n;
     }
 }
 
-// At 0 dB a band is a wire, whatever its filters hold, so only the ramps of the band gain and of
-// the output gain can be heard from there on, sample by sample.
-TEST(T46Process, AGainChangeMovesNoFasterThanItsLinearRampOf150Milliseconds)
-{
-    const double rate = 48000.0;
-    StripProcessorT46 moved, still;
-    for (StripProcessorT46* strip : {&moved, &still}) {
-        strip->setInputTransformerDisable(1.0);
-        strip->setOutputTransformerDisable(1.0);
-        strip->setAmpDisable(1.0);
-        strip->setMidFrequency(4.0 / 9.0);
-        strip->setSampleRate(rate);
-        strip->damping.setAmount(0.0f);
-    }
-    const int warm = 4800, length = 7200;
-    std::vector<double> a(static_cast<std::size_t>(warm + length + 2400));
-    for (std::size_t n = 0; n < a.size(); ++n)
-        a[n] = std::sin(2.0 * kPi * 3000.0 / rate * static_cast<double>(n));
-    std::vector<double> b = a;
-    still.process(b.data(), static_cast<int>(b.size()));
-    moved.process(a.data(), warm);
-    moved.setMidGain(1.0);
-    moved.damping.setAmount(0.0f);  // the top end does change at once; it is not the subject here
-    const double bandRamp = (moved.midGainTarget - 1.0) / length;
-    const double outputRamp = (moved.outputGainTarget - 1.0) / length;
-    double last = 0.0;
-    for (int n = 0; n < length + 2400; ++n) {
-        const std::size_t i = static_cast<std::size_t>(warm + n);
-        moved.process(&a[i], 1);
-        const double k = std::min(n + 1, length);
-        ASSERT_NEAR(moved.midGain, 1.0 + bandRamp * k, 1e-10) << n;
-        ASSERT_NEAR(moved.outputGain, 1.0 + outputRamp * k, 1e-10) << n;
-        const double difference = a[i] - b[i];
-        // Band and output gain multiply; 5 % for the band-pass while it settles on its new Q.
-        const double reached = (1.0 + bandRamp * k) * (1.0 + outputRamp * k) - 1.0;
-        ASSERT_LE(std::fabs(difference), 1.05 * reached + 1e-9) << n;
-        last = std::max(last * 0.999, std::fabs(difference));
-    }
-    EXPECT_EQ(moved.gainRampCount, 0);
-    EXPECT_EQ(moved.midGain, moved.midGainTarget);
-    EXPECT_GT(last, 4.0);  // and it did move: 15.52 dB and 1.66 dB at the centre
-}
-
-TEST(T46Process, ProcessOffFreezesTheRampAndItGoesOnWhereItStood)
+TEST(T46Process, GainsMoveInLinearRampsOf150MillisecondsAndOnlyWithTheProcess)
 {
     StripProcessorT46 strip;
-    strip.setMidFrequency(1.0);
+    strip.setMidFrequency(4.0 / 9.0);
+    strip.setSampleRate(48000.0);
     strip.setMidGain(1.0);
+    const double bandRamp = (strip.midGainTarget - 1.0) / 7200.0;
+    const double outputRamp = (strip.outputGainTarget - 1.0) / 7200.0;
+    ASSERT_GT(bandRamp, 0.0);
+    ASSERT_GT(outputRamp, 0.0);
     double block[64] = {};
-    strip.process(block, 64);
     strip.processOn = 0;  // without an update, which would start the ramp anew
-    const double gainThen = strip.midGain;
     strip.process(block, 64);
-    EXPECT_EQ(strip.gainRampCount, 14400 - 64);
-    EXPECT_EQ(strip.midGain, gainThen);
     strip.processOn = 1;
-    strip.process(block, 1);
-    EXPECT_EQ(strip.midGain, gainThen + strip.midGainStep);
+    for (int n = 0; n <= 7200; ++n) {
+        ASSERT_NEAR(strip.midGain, 1.0 + bandRamp * n, 1e-10) << n;
+        ASSERT_NEAR(strip.outputGain, 1.0 + outputRamp * n, 1e-10) << n;
+        strip.process(block, 1);
+    }
+    EXPECT_EQ(strip.gainRampCount, 0);
+    EXPECT_EQ(strip.midGain, strip.midGainTarget);
+    EXPECT_EQ(strip.outputGain, strip.outputGainTarget);
 }
 
 TEST(T46Process, NoBandAppliesNoOutputGainButKeepsTheRampMoving)
@@ -157,28 +101,24 @@ TEST(T46Process, NoBandAppliesNoOutputGainButKeepsTheRampMoving)
     StripProcessorT46 plain, ramping;
     ramping.outputGain = 3.0;
     ramping.update();
-    double a[32] = {0.5, 0.25, -1.0}, b[32] = {0.5, 0.25, -1.0};
-    plain.process(a, 32);
-    ramping.process(b, 32);
-    EXPECT_TRUE(std::equal(a, a + 32, b));
-    EXPECT_EQ(ramping.gainRampCount, 14400 - 32);
+    double a = 0.5, b = 0.5;
+    plain.process(&a, 1);
+    ramping.process(&b, 1);
+    EXPECT_EQ(a, b);
     EXPECT_LT(ramping.outputGain, 3.0);
 }
 
 TEST(T46Process, OnlyTheNineteenPossibleCombinationsSoundAndAnyOtherMutes)
 {
-    const std::vector<int> possible{0,  1,  2,  3,  4,  6,  8,  9,  10, 11,
-                                    12, 14, 16, 17, 20, 24, 25, 28, 32};
+    const std::set<int> possible{0,  1,  2,  3,  4,  6,  8,  9,  10, 11,
+                                 12, 14, 16, 17, 20, 24, 25, 28, 32};
     for (int mode = -2; mode < 70; ++mode) {
         StripProcessorT46 strip;
-        strip.setInputTransformerDisable(1.0);
         strip.setOutputTransformerDisable(1.0);
         strip.bandMode = mode;
-        double block[3] = {0.5, 0.25, -1.0};
-        strip.process(block, 3);
-        const bool expected = std::count(possible.begin(), possible.end(), mode) > 0;
-        EXPECT_EQ(block[0] != 0.0, expected) << mode;
-        EXPECT_EQ(block[2] != 0.0, expected) << mode;
+        double x = 0.5;
+        strip.process(&x, 1);
+        EXPECT_EQ(x != 0.0, possible.count(mode) > 0) << mode;
     }
 }
 
