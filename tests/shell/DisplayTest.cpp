@@ -5,7 +5,6 @@
 #include "ProcessorProbe.h"
 
 #include <cstdio>
-#include <map>
 
 using namespace probe;
 
@@ -140,21 +139,22 @@ TEST_F(ParameterDisplay, SelectorsAreWhatIsHeard)
         return std::make_pair(out[0][0], out[1][0]);
     };
     // Channel 2 is inverted: right, or side.
-    const std::map<std::string, std::pair<float, float>> channels{{"Middle", {l - r, l - r}},
-                                                                  {"Left", {l, l}},
-                                                                  {"Stereo", {l, -r}},
-                                                                  {"Right", {-r, -r}},
-                                                                  {"Side", {l + r, l + r}}};
-    const char* const order[] = {"Middle", "Left", "Stereo", "Right", "Side"};
-    for (int step = 0; step < 5; ++step) {
-        const std::string text = shown(kChannel, step / 4.0);
-        EXPECT_EQ(text, order[step]);
-        EXPECT_EQ(heard(kChannel, step / 4.0), channels.at(text));
+    const struct {
+        ParamID id;
+        double position;
+        const char* text;
+        float left, right;
+    } rows[] = {{kChannel, 0.0, "Middle", l - r, l - r},
+                {kChannel, 0.25, "Left", l, l},
+                {kChannel, 0.5, "Stereo", l, -r},
+                {kChannel, 0.75, "Right", -r, -r},
+                {kChannel, 1.0, "Side", l + r, l + r},
+                {kMS, 0.0, "Stereo", l, -r},
+                {kMS, 1.0, "MidSide", r, l}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(shown(row.id, row.position), row.text);
+        EXPECT_EQ(heard(row.id, row.position), std::make_pair(row.left, row.right)) << row.text;
     }
-    EXPECT_EQ(shown(kMS, 0.0), "Stereo");
-    EXPECT_EQ(heard(kMS, 0.0), std::make_pair(l, -r));
-    EXPECT_EQ(shown(kMS, 1.0), "MidSide");
-    EXPECT_EQ(heard(kMS, 1.0), std::make_pair(r, l));
 }
 
 TEST_F(ParameterDisplay, LatencyIsWhatTheProcessorReports)

@@ -59,16 +59,14 @@ TEST(Intake, OnlyTheLastPointOfABlockCountsWhateverItsOffset)
 TEST(Intake, SwitchesTurnOnAtExactlyOneHalf)
 {
     Processor processor;
-    processor.set(kPower, 0.49999);
-    processor.set(kBpsCh1, 0.5);
-    processor.set(kBpsCh2, 0.49999);
-    processor.flush();
-    EXPECT_EQ(processor.powerOn, 0);
-    EXPECT_EQ(processor.channel1Active, 0);
-    EXPECT_EQ(processor.channel2Active, 1);
-    processor.set(kPower, 0.5);
-    processor.flush();
-    EXPECT_EQ(processor.powerOn, 1);
+    for (const double value : {0.49999, 0.5}) {
+        for (const ParamID id : {kPower, kBpsCh1, kBpsCh2})
+            processor.set(id, value);
+        processor.flush();
+        EXPECT_EQ(processor.powerOn, value == 0.5);
+        EXPECT_EQ(processor.channel1Active, value != 0.5);
+        EXPECT_EQ(processor.channel2Active, value != 0.5);
+    }
 }
 
 TEST(Intake, ChangesThatCannotBeReadAreSkippedOneByOne)

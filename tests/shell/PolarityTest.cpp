@@ -45,31 +45,25 @@ std::vector<Signal> sumAndDifference(const std::vector<Signal>& x, float factor)
 
 TEST(Polarity, FlipsWhereEachChannelIsQuietestAloneAndWhereTheirSumIsTogether)
 {
-    using Settings = std::vector<std::pair<ParamID, double>>;
     enum { kRight = 3, kBoth = 7, kLeft = 11, kNever = 99 };
-    struct Row {
+    using Settings = std::vector<std::pair<ParamID, double>>;
+    const struct {
         const char* name;
         Settings settings;  // a block each
         int left, right;
         int waitLeft, waitRight;
-    };
-    const Settings both{{kPhaseL, 1.0}, {kPhaseR, 1.0}};
-    const auto with = [](Settings settings, ParamID id, double value) {
-        settings.emplace_back(id, value);
-        return settings;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"nothing asked", {}, kNever, kNever, 0, 0},
         {"left", {{kPhaseL, 1.0}}, kLeft, kNever, 0, 0},
         {"right", {{kPhaseR, 1.0}}, kNever, kRight, 0, 0},
-        {"both", both, kBoth, kBoth, 0, 0},
-        {"left bypassed", with(both, kBpsCh1, 1.0), kNever, kRight, 1, 0},
-        {"right bypassed", with(both, kBpsCh2, 1.0), kLeft, kNever, 0, 1},
-        {"no power", with(both, kPower, 0.0), kNever, kNever, 1, 1},
-        {"no pre-amplifier", with(both, kQB11, 0.0), kNever, kNever, 1, 1},
-        {"left taken back", with(both, kPhaseL, 0.0), kNever, kRight, 0, 0},
+        {"both", {{kPhaseL, 1.0}, {kPhaseR, 1.0}}, kBoth, kBoth, 0, 0},
+        {"left bypassed", {{kPhaseL, 1.0}, {kPhaseR, 1.0}, {kBpsCh1, 1.0}}, kNever, kRight, 1, 0},
+        {"right bypassed", {{kPhaseL, 1.0}, {kPhaseR, 1.0}, {kBpsCh2, 1.0}}, kLeft, kNever, 0, 1},
+        {"no power", {{kPhaseL, 1.0}, {kPhaseR, 1.0}, {kPower, 0.0}}, kNever, kNever, 1, 1},
+        {"no pre-amplifier", {{kPhaseL, 1.0}, {kPhaseR, 1.0}, {kQB11, 0.0}}, kNever, kNever, 1, 1},
+        {"left taken back", {{kPhaseL, 1.0}, {kPhaseR, 1.0}, {kPhaseL, 0.0}}, kNever, kRight, 0, 0},
     };
-    for (const Row& row : rows)
+    for (const auto& row : rows)
         for (const bool midSide : {false, true})
             for (const std::size_t length : {std::size_t{16}, std::size_t{17}}) {
                 SCOPED_TRACE(testing::Message()

@@ -1,6 +1,7 @@
 // The processor with its protected members open to tests, and the host calls that drive it.
 #pragma once
 
+#include "Noise.h"
 #include "ParameterIds.h"
 #include "PitchNamesProcessor.h"
 
@@ -58,19 +59,17 @@ public:
         changes.addParameterData(id, index)->addPoint(offset, value, index);
     }
 
-    // Runs one block of any channel counts, in place of nothing: outputs are new, inputs may
-    // change.
+    // Runs one block of any channel counts; outputs are new, inputs may change.
     std::vector<Signal> block(std::vector<Signal>& in, std::size_t channelsOut)
     {
-        const std::size_t length = in.front().size();
-        std::vector<Signal> out(channelsOut, Signal(length, -99.0f));
-        std::vector<float*> inPointers, outPointers;
-        for (Signal& channel : in)
-            inPointers.push_back(channel.data());
-        for (Signal& channel : out)
-            outPointers.push_back(channel.data());
-        run(inPointers, outPointers, static_cast<int32>(length));
-        return out;
+        return inPieces(in, {static_cast<int>(in.front().size())}, channelsOut);
+    }
+
+    // Runs a whole signal in blocks of the given lengths, over and over.
+    std::vector<Signal> render(std::vector<Signal> in, const std::vector<int>& blockLengths,
+                               std::size_t channelsOut = 2)
+    {
+        return inPieces(in, blockLengths, channelsOut);
     }
 
     void run(std::vector<float*> in, std::vector<float*> out, int32 length)
@@ -102,45 +101,33 @@ public:
         run({&none, &none}, {&none, &none}, 0);
     }
 
-    // Runs a whole signal in blocks of the given lengths, over and over.
-    std::vector<Signal> render(const std::vector<Signal>& in, const std::vector<int>& blockLengths,
-                               std::size_t channelsOut = 2)
-    {
-        std::vector<Signal> out(channelsOut);
-        const std::size_t total = in.front().size();
-        std::size_t done = 0;
-        for (std::size_t turn = 0; done < total; ++turn) {
-            const auto wanted = static_cast<std::size_t>(blockLengths[turn % blockLengths.size()]);
-            const std::size_t length = std::min(wanted, total - done);
-            std::vector<Signal> piece;
-            for (const Signal& channel : in)
-                piece.emplace_back(channel.begin() + static_cast<std::ptrdiff_t>(done),
-                                   channel.begin() + static_cast<std::ptrdiff_t>(done + length));
-            const std::vector<Signal> result = block(piece, channelsOut);
-            for (std::size_t c = 0; c < channelsOut; ++c)
-                out[c].insert(out[c].end(), result[c].begin(), result[c].end());
-            done += length;
-        }
-        return out;
-    }
-
     bool arrange(SpeakerArrangement in, SpeakerArrangement out)
     {
         return setBusArrangements(&in, 1, &out, 1) == kResultTrue;
     }
 
     ParameterChanges changes, reports;
-};
 
-// Reproducible noise between -level and level.
-inline Signal noise(std::size_t length, unsigned seed, float level = 0.25f)
-{
-    Signal signal(length);
-    for (float& x : signal) {
-        seed = seed * 1664525u + 1013904223u;
-        x = level * (static_cast<float>(seed >> 8) / 8388608.0f - 1.0f);
+private:
+    std::vector<Signal> inPieces(std::vector<Signal>& in, const std::vector<int>& lengths,
+                                 std::size_t channelsOut)
+    {
+        const auto from = [](std::vector<Signal>& channels, int sample) {
+            std::vector<float*> pointers;
+            for (Signal& channel : channels)
+                pointers.push_back(channel.data() + sample);
+            return pointers;
+        };
+        std::vector<Signal> out(channelsOut, Signal(in.front().size(), -99.0f));
+        const int total = static_cast<int>(in.front().size());
+        int length = 0;
+        for (int done = 0, turn = 0; done < total; done += length, ++turn) {
+            length =
+                std::min(lengths[static_cast<std::size_t>(turn) % lengths.size()], total - done);
+            run(from(in, done), from(out, done), length);
+        }
+        return out;
     }
-    return signal;
-}
+};
 
 }  // namespace probe
