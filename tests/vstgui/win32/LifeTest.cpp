@@ -1,12 +1,9 @@
-// Opening and closing without a trace, and timers.
-#include "RecordingFrame.h"
-#include "TestHost.h"
-#include "vstgui/vstgui.h"
+// What stays behind, and timers.
+#include "OpenFrame.h"
+#include "Traces.h"
 
-#include <gtest/gtest.h>
+#include <windows.h>
 #include <winternl.h>
-
-using namespace VSTGUI;
 
 namespace {
 
@@ -57,73 +54,27 @@ int countWindows()
     return count;
 }
 
-// With text, a picture and an open text box.
-void openAndClose(HWND host)
-{
-    auto* frame = new CFrame(CRect(0, 0, 200, 150), nullptr);
-    auto* edit = new CTextEdit(CRect(20, 40, 180, 70), nullptr, 1, "text");
-    frame->addView(edit);
-    const auto picture = owned(new CBitmap(CResourceDescription(10016)));
-    frame->setBackground(picture);
-    frame->open(host);
-    UpdateWindow(static_cast<HWND>(frame->getPlatformFrame()->getPlatformRepresentation()));
-    edit->takeFocus();
-    frame->close();
-}
-
 }  // namespace
 
-TEST(Life, HundredOpeningsLeaveNothingBehind)
+Traces traces()
 {
-    TestHost host;
-    openAndClose(host.handle());
-    pump(20);
-    const int gdi = countGdiObjects();
-    const int windows = countWindows();
-    ASSERT_GT(gdi, 0);
-    ASSERT_GT(windows, 0);
-    for (int i = 0; i < 100; ++i)
-        openAndClose(host.handle());
-    pump(20);
-    EXPECT_EQ(countGdiObjects(), gdi);
-    EXPECT_EQ(countWindows(), windows);
+    return {countGdiObjects(), countWindows()};
 }
 
-TEST(Life, ClassOfTheWindowIsGoneWithTheLastFrame)
+TEST_F(OpenFrame, TheClassOfItsWindowIsGoneWithTheLastOne)
 {
-    TestHost host;
+    EXPECT_GT(countGdiObjects(), 0);
+    EXPECT_GT(countWindows(), 0);
     wchar_t name[64]{};
     WNDCLASSW description;
-    {
-        RecordingFrame first(host.handle());
-        RecordingFrame second(host.handle());
-        GetClassNameW(first.window(), name, 64);
-        first.close();
-        EXPECT_TRUE(GetClassInfoW(GetModuleHandleW(nullptr), name, &description));
-    }
+    GetClassNameW(static_cast<HWND>(frame->getPlatformFrame()->getPlatformRepresentation()), name,
+                  64);
+    auto* const second = new CFrame(CRect(0, 0, 50, 50), nullptr);
+    EXPECT_TRUE(second->open(host.handle()));
+    closeFrame();
+    EXPECT_TRUE(GetClassInfoW(GetModuleHandleW(nullptr), name, &description));
+    second->close();
     EXPECT_FALSE(GetClassInfoW(GetModuleHandleW(nullptr), name, &description));
-}
-
-TEST(Life, WindowThatIsNoneIsRefused)
-{
-    TestHost host;
-    RecordingFrame frame(reinterpret_cast<HWND>(static_cast<intptr_t>(0x1234567)));
-    EXPECT_FALSE(frame.isOpen());
-}
-
-TEST(Timer, TicksUntilStoppedAlsoFromInsideATick)
-{
-    int ticks = 0;
-    const auto timer = owned(new CVSTGUITimer(
-        [&](CVSTGUITimer* self) {
-            if (++ticks == 3)
-                self->stop();
-        },
-        15));
-    EXPECT_TRUE(pumpUntil([&] { return ticks == 3; }));
-    pump(100);
-    EXPECT_EQ(ticks, 3);
-    EXPECT_FALSE(timer->stop());
 }
 
 TEST(Timer, TickThatIsOnItsWayDoesNotArriveAfterTheStop)

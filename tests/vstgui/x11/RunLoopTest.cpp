@@ -1,13 +1,10 @@
 // The loop that hosts' idle calls turn.
+#include "OpenFrame.h"
 #include "Times.h"
-#include "HostWindow.h"
-
-#include "vstgui/vstgui.h"
 
 #include <atomic>
 #include <thread>
 
-using namespace VSTGUI;
 using X11::IdleRunLoop;
 
 namespace {
@@ -30,28 +27,21 @@ struct Handler : X11::IEventHandler, X11::ITimerHandler {
     }
 };
 
-void sleepFor(int milliseconds)
-{
-    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
-}
-
 TEST(IdleRunLoop, MissedTicksComeOnceAndAreCountedFromThen)
 {
     auto& loop = IdleRunLoop::instance();
     Handler h;
-    loop.registerTimer(10, &h);
+    constexpr int kPeriod = 400;
+    loop.registerTimer(kPeriod, &h);
     loop.pump();
     EXPECT_EQ(h.ticks, 0);
-    sleepFor(50);
+    std::this_thread::sleep_for(std::chrono::milliseconds(3 * kPeriod / 2));
     loop.pump();
     loop.pump();
     EXPECT_EQ(h.ticks, 1);
-    EXPECT_LE(loop.millisecondsToNextTimer(1000), 10);
+    EXPECT_LE(loop.millisecondsToNextTimer(10 * kPeriod), kPeriod);
     EXPECT_TRUE(loop.unregisterTimer(&h));
     EXPECT_FALSE(loop.unregisterTimer(&h));
-    sleepFor(20);
-    loop.pump();
-    EXPECT_EQ(h.ticks, 1);
 }
 
 TEST(IdleRunLoop, CallbacksMayTakeEachOtherAwayAndCannotTurnTheLoop)
@@ -139,7 +129,7 @@ struct HostLoop : X11::IRunLoop {
 
 TEST(HostsRunLoop, AFrameAndAllTimersLiveOnItUntilItsLastFrameCloses)
 {
-    HostWindow host(100, 80, 100, 100);
+    HostWindow host(kHost, 100, 100);
     const auto loop = owned(new HostLoop);
     int ticks = 0;
     const auto timer = owned(new CVSTGUITimer([&](CVSTGUITimer*) { ++ticks; }, 5));
@@ -149,19 +139,18 @@ TEST(HostsRunLoop, AFrameAndAllTimersLiveOnItUntilItsLastFrameCloses)
     frame->setBackgroundColor(kBlueCColor);
     ASSERT_TRUE(frame->open(host.handle(), kDefaultNative, &config));
     ASSERT_NE(loop->events, nullptr);
-    pumpFor(40);
+    pump(40);
     EXPECT_EQ(ticks, 0);
     for (auto* handler : std::vector<X11::ITimerHandler*>(loop->timers))
         handler->onTimer();
     loop->events->onEvent();
     EXPECT_EQ(ticks, 1);
-    EXPECT_EQ(host.screenshot(100, 100).at(99, 99), kBlueCColor);
+    EXPECT_EQ(screenshot(kHost, 100, 100).at(99, 99), kBlueCColor);
 
     frame->close();
     EXPECT_EQ(loop->events, nullptr);
     EXPECT_TRUE(loop->timers.empty());
-    pumpFor(40);
-    EXPECT_GT(ticks, 2);
+    EXPECT_TRUE(pumpUntil([&] { return ticks > 2; }));
 }
 
 }  // namespace

@@ -1,0 +1,253 @@
+// A frame in a host's window on the screen that notes down all that the system tells it, the loop
+// that the host turns, and what a user does in the middle of it.
+#pragma once
+
+#include "HostWindow.h"
+#ifndef _WIN32
+#include "vstgui/platform/x11/idlerunloop.h"
+#endif
+#include "vstgui/vstgui.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace VSTGUI;
+
+using Log = std::vector<std::string>;
+
+// Where the host's window stands on the screen.
+constexpr Place kHost{300, 200};
+
+// Turns the host's loop until the condition holds, or for so long. Returns whether it does.
+inline bool pumpUntil(const std::function<bool()>& condition, int milliseconds = 20000)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() >= end)
+            return false;
+#ifndef _WIN32
+        X11::IdleRunLoop::instance().pump();
+#endif
+        turnMessageLoop();
+    }
+    return true;
+}
+
+inline void pump(int milliseconds = 60)
+{
+    pumpUntil([] { return false; }, milliseconds);
+}
+
+// What happens to a frame, and how it answers.
+struct Record {
+    // For example "down 10,20 L", "move -3,5 L shift", "exit", "cancel", "wheel 5,6 y 0.5".
+    Log events;
+    std::vector<CRect> drawn;
+    std::function<CMouseEventResult()> onPress;  // in place of the views
+    std::function<void(CDrawContext&, const CRect&)> onDraw;
+
+    bool has(const std::string& event) const
+    {
+        return std::find(events.begin(), events.end(), event) != events.end();
+    }
+    // Without moves, of which systems send any number.
+    Log eventsButMoves() const
+    {
+        Log rest;
+        std::copy_if(events.begin(), events.end(), std::back_inserter(rest),
+                     [](const std::string& event) { return event.rfind("move", 0) != 0; });
+        return rest;
+    }
+};
+
+class RecordingFrame : public CFrame {
+public:
+    RecordingFrame(Record& r, CPoint frameSize) : CFrame(CRect({}, frameSize), nullptr), record(r)
+    {
+    }
+
+    void drawRect(CDrawContext* context, const CRect& rect) override
+    {
+        record.drawn.push_back(rect);
+        if (record.onDraw)
+            record.onDraw(*context, rect);
+        else
+            CFrame::drawRect(context, rect);
+    }
+    CMouseEventResult platformOnMouseDown(CPoint& where, const CButtonState& buttons) override
+    {
+        note("down", where, buttons);
+        return record.onPress ? record.onPress() : CFrame::platformOnMouseDown(where, buttons);
+    }
+    CMouseEventResult platformOnMouseMoved(CPoint& where, const CButtonState& buttons) override
+    {
+        note("move", where, buttons);
+        return CFrame::platformOnMouseMoved(where, buttons);
+    }
+    CMouseEventResult platformOnMouseUp(CPoint& where, const CButtonState& buttons) override
+    {
+        note("up", where, buttons);
+        return CFrame::platformOnMouseUp(where, buttons);
+    }
+    CMouseEventResult platformOnMouseExited(CPoint& where, const CButtonState& buttons) override
+    {
+        record.events.push_back("exit");
+        return CFrame::platformOnMouseExited(where, buttons);
+    }
+    void platformOnMouseCancel() override
+    {
+        record.events.push_back("cancel");
+        CFrame::platformOnMouseCancel();
+    }
+    bool platformOnMouseWheel(const CPoint& where, const CMouseWheelAxis& axis,
+                              const float& distance, const CButtonState& buttons) override
+    {
+        std::ostringstream text;
+        text << (axis == kMouseWheelAxisX ? " x " : " y ") << distance;
+        note("wheel", where, buttons, text.str());
+        return true;
+    }
+    bool platformOnKeyDown(VstKeyCode& key) override { return note("key", key); }
+    bool platformOnKeyUp(VstKeyCode& key) override { return note("keyup", key); }
+    void platformOnActivate(bool state) override
+    {
+        record.events.push_back(state ? "active" : "inactive");
+        CFrame::platformOnActivate(state);
+    }
+
+private:
+    void note(const char* event, const CPoint& where, const CButtonState& buttons,
+              const std::string& rest = "")
+    {
+        std::ostringstream text;
+        text << event << ' ' << where.x << ',' << where.y;
+        const std::pair<int32_t, const char*> words[] = {
+            {kLButton, "L"},   {kMButton, "M"},       {kRButton, "R"},
+            {kButton4, "4"},   {kButton5, "5"},       {kDoubleClick, "double"},
+            {kShift, "shift"}, {kControl, "control"}, {kAlt, "alt"}};
+        for (const auto& [bit, word] : words)
+            if (buttons & bit)
+                text << ' ' << word;
+        record.events.push_back(text.str() + rest);
+    }
+    bool note(const char* event, const VstKeyCode& key)
+    {
+        std::ostringstream text;
+        text << event << ' ' << int{key.virt} << ' ' << int{key.modifier} << ' ' << key.character;
+        record.events.push_back(text.str());
+        return true;
+    }
+
+    Record& record;
+};
+
+// Does the steps one after the other, one each 60 ms, from inside whatever loop is running.
+class Script {
+public:
+    explicit Script(std::vector<std::function<void()>> scriptSteps)
+        : steps(std::move(scriptSteps)), timer(owned(new CVSTGUITimer(
+                                             [this](CVSTGUITimer*) {
+                                                 if (!finished())
+                                                     steps[next++]();
+                                             },
+                                             60)))
+    {
+    }
+    ~Script() { timer->stop(); }
+    Script(const Script&) = delete;
+    Script& operator=(const Script&) = delete;
+
+    bool finished() const { return next == steps.size(); }
+
+private:
+    std::vector<std::function<void()>> steps;
+    std::size_t next{0};
+    SharedPointer<CVSTGUITimer> timer;
+};
+
+// A frame of 300 by 200 at the top left corner of a host's window of 400 by 300, the pointer beside
+// it.
+class OpenFrame : public testing::Test, public CControlListener {
+public:
+    void valueChanged(CControl* control) override { values.push_back(control->getValue()); }
+    void controlBeginEdit(CControl*) override { ++gestures; }
+    void controlEndEdit(CControl*) override { --gestures; }
+
+protected:
+    OpenFrame()
+    {
+        CView::kDirtyCallAlwaysOnMainThread = true;
+        open();
+        movePointer(350, 250);
+        pump();
+        record.events.clear();
+    }
+    ~OpenFrame() override
+    {
+        closeFrame();
+        CView::kDirtyCallAlwaysOnMainThread = false;
+        host.destroy();
+        pump(20);
+    }
+
+    void open()
+    {
+        frame = new RecordingFrame(record, {300, 200});
+        EXPECT_TRUE(frame->open(host.handle()));
+    }
+    void closeFrame()
+    {
+        if (frame)
+            std::exchange(frame, nullptr)->close();
+    }
+
+    // The user, in coordinates of the host's inside. Delivered by the system; pump afterwards.
+    static void movePointer(int x, int y) { hands::movePointer({kHost.x + x, kHost.y + y}); }
+    static void press() { hands::button(hands::Button::Left, true); }
+    static void release() { hands::button(hands::Button::Left, false); }
+    static void click(int x, int y)
+    {
+        movePointer(x, y);
+        press();
+        release();
+    }
+    static void tap(hands::Key key)
+    {
+        hands::key(key, true);
+        hands::key(key, false);
+    }
+    static Pixels picture() { return screenshot(kHost, 400, 300); }
+
+    COptionMenu* addMenu()
+    {
+        auto* menu = new COptionMenu(CRect(20, 30, 120, 50), this, 1, nullptr, nullptr,
+                                     kPopupStyle | kCheckStyle | kNoTextStyle | kNoDrawStyle);
+        for (const char* title : {"first & one", "second", "-", "third", "fourth", "fifth"})
+            menu->addEntry(title);
+        menu->setNbItemsPerColumn(3);
+        menu->setCurrent(1);
+        frame->addView(menu);
+        return menu;
+    }
+    CTextEdit* addEdit(double y = 60, const char* text = "name")
+    {
+        auto* edit = new CTextEdit(CRect(20, y, 180, y + 20), this, 9, text);
+        edit->setBackColor(kWhiteCColor);
+        edit->setFontColor(kBlackCColor);
+        frame->addView(edit);
+        return edit;
+    }
+
+    std::vector<float> values;
+    int gestures{0};
+    Record record;
+    HostWindow host{kHost, 400, 300};
+    RecordingFrame* frame{nullptr};
+};

@@ -1,0 +1,210 @@
+// Frames in a host's window, under a user's hands.
+#include "OpenFrame.h"
+#include "Traces.h"
+
+namespace {
+
+using Window = OpenFrame;
+
+CMouseEventResult takePress()
+{
+    return kMouseEventHandled;
+}
+
+std::function<void(CDrawContext&, const CRect&)> filling(CColor color)
+{
+    return [color](CDrawContext& context, const CRect& rect) {
+        context.setFillColor(color);
+        context.drawRect(rect, kDrawFilled);
+    };
+}
+
+TEST_F(Window, ShowsWhatIsDrawnAtOnceAndAfterChangesOfColourAndSize)
+{
+    EXPECT_EQ(host.childWidth(), 300);
+    EXPECT_EQ(picture().at(299, 199), kBlackCColor);
+    EXPECT_EQ(picture().at(300, 200), kWhiteCColor);
+    record.onDraw = filling(kBlueCColor);
+    record.drawn.clear();
+    frame->invalidRect(CRect(10, 10, 20, 20));
+    EXPECT_TRUE(pumpUntil([] { return picture().at(10, 10) == kBlueCColor; }));
+    EXPECT_EQ(picture().at(9, 10), kBlackCColor);
+    EXPECT_EQ(picture().at(20, 19), kBlackCColor);
+    EXPECT_EQ(record.drawn, std::vector<CRect>{CRect(10, 10, 20, 20)});
+
+    EXPECT_TRUE(frame->setSize(350, 250));
+    EXPECT_TRUE(pumpUntil([] { return picture().at(349, 249) == kBlueCColor; }));
+    EXPECT_EQ(picture().at(0, 0), kBlueCColor);
+    CRect size;
+    CPoint position;
+    EXPECT_TRUE(frame->getPlatformFrame()->getSize(size));
+    EXPECT_EQ(size, CRect(0, 0, 350, 250));
+    frame->getPosition(position.x, position.y);
+    EXPECT_EQ(position, CPoint(kHost.x, kHost.y));
+}
+
+TEST_F(Window, ADragGoesOnOutsideUntilItsRelease)
+{
+    record.onPress = takePress;
+    movePointer(20, 30);
+    press();
+    EXPECT_TRUE(pumpUntil([&] { return record.has("down 20,30 L"); }));
+    movePointer(-40, -50);
+    EXPECT_TRUE(pumpUntil([&] { return record.has("move -40,-50 L"); }));
+    release();
+    EXPECT_TRUE(pumpUntil([&] { return record.has("exit"); }));
+    pump();
+    EXPECT_EQ(record.eventsButMoves(), (Log{"down 20,30 L", "up -40,-50 L", "exit"}));
+    CPoint where;
+    EXPECT_TRUE(frame->getCurrentMouseLocation(where));
+    EXPECT_EQ(where, CPoint(-40, -50));
+}
+
+TEST_F(Window, TheSecondOfThreePressesIsADoubleClickAndControlAndWheelAreTold)
+{
+    record.onPress = [] { return kMouseDownEventHandledButDontNeedMovedOrUpEvents; };
+    for (int i = 0; i < 3; ++i)
+        click(60, 70);
+    hands::button(hands::Button::Right, true);
+    hands::button(hands::Button::Right, false);
+    hands::key(hands::Key::Control, true);
+    hands::wheel(true);
+    EXPECT_TRUE(pumpUntil([&] { return record.has("wheel 60,70 control y 1"); }));
+    hands::key(hands::Key::Control, false);
+    hands::wheel(false);
+    EXPECT_TRUE(pumpUntil([&] { return record.has("wheel 60,70 y -1"); }));
+    for (const char* const event : {"down 60,70 L double", "down 60,70 R"})
+        EXPECT_TRUE(record.has(event)) << event;
+    EXPECT_EQ(std::count(record.events.begin(), record.events.end(), "down 60,70 L"), 2);
+}
+
+TEST_F(Window, MayCloseInsideAPress)
+{
+    record.onPress = [&] {
+        closeFrame();
+        return kMouseEventHandled;
+    };
+    click(20, 30);
+    EXPECT_TRUE(pumpUntil([&] { return frame == nullptr; }));
+    pump();
+    EXPECT_EQ(host.childWidth(), 0);
+    EXPECT_EQ(record.eventsButMoves(), Log{"down 20,30 L"});
+}
+
+TEST_F(Window, AHostMayTakeItAwayDuringADrag)
+{
+    record.onPress = takePress;
+    movePointer(20, 30);
+    press();
+    ASSERT_TRUE(pumpUntil([&] { return record.has("down 20,30 L"); }));
+    void* const handle = host.handle();
+    host.destroy();
+    // Calls before and after the news has come.
+    for (int i = 0; i < 2; ++i) {
+        CPoint where;
+        frame->getCurrentMouseLocation(where);
+        frame->invalid();
+        frame->setSize(200, 150);
+        pump();
+    }
+    release();
+    EXPECT_TRUE(pumpUntil([&] { return record.has("cancel"); }));
+    EXPECT_EQ(frame->getPlatformFrame()->createPlatformOptionMenu(), nullptr);
+    auto* const late = new CFrame(CRect(0, 0, 50, 50), nullptr);
+    EXPECT_FALSE(late->open(handle));
+    late->close();
+}
+
+TEST_F(Window, AReleaseOfThePressThatOpensAMenuIsNoChoice)
+{
+    addMenu();
+    Script script({[&] { EXPECT_EQ(gestures, 1); }, [] { release(); },
+                   [&] { EXPECT_EQ(gestures, 1); }, [] { tap(hands::Key::Escape); }});
+    movePointer(40, 38);  // on what becomes the first entry
+    press();
+    EXPECT_TRUE(pumpUntil([&] { return script.finished() && gestures == 0; }));
+    EXPECT_TRUE(values.empty());
+}
+
+TEST_F(Window, AMenuIsChosenFromInOneDragFromThePressThatOpensIt)
+{
+    addMenu();
+    Script script({[] { movePointer(40, 65); }, [] { movePointer(42, 60); }, [] { release(); }});
+    movePointer(40, 38);
+    press();
+    EXPECT_TRUE(pumpUntil([&] { return script.finished() && gestures == 0; }));
+    EXPECT_EQ(values, std::vector<float>{1.f});
+}
+
+TEST_F(Window, TimersAndPaintingGoOnWhileAMenuIsOpenAndTheFrameMayClose)
+{
+    addMenu();
+    CColor shown;
+    Script script({[&] {
+                       record.onDraw = filling(kGreenCColor);
+                       frame->invalidRect(CRect(200, 150, 250, 190));
+                   },
+                   [] {}, [] {}, [] {}, [&] { shown = picture().at(240, 180); },
+                   [&] { closeFrame(); }});
+    click(60, 40);
+    EXPECT_TRUE(pumpUntil([&] { return script.finished() && gestures == 0; }));
+    EXPECT_EQ(shown, kGreenCColor);
+    EXPECT_EQ(host.childWidth(), 0);
+    EXPECT_TRUE(values.empty());
+}
+
+TEST_F(Window, LosingTheKeyboardCommitsTheTextBox)
+{
+    auto* const edit = addEdit();
+    host.takeKeyboard();
+    click(100, 70);
+    ASSERT_TRUE(pumpUntil([&] { return edit->getPlatformTextEdit(); }));
+    hands::type("done");
+    EXPECT_TRUE(
+        pumpUntil([&] { return std::string(edit->getPlatformTextEdit()->getText()) == "done"; }));
+    EXPECT_TRUE(values.empty());
+    host.takeKeyboard();
+    EXPECT_TRUE(pumpUntil([&] { return !edit->getPlatformTextEdit(); }));
+    EXPECT_STREQ(edit->getText(), "done");
+    EXPECT_EQ(values.size(), 1u);
+}
+
+TEST_F(Window, AHundredOpensAndClosesLeaveNothingBehind)
+{
+    const auto openAndClose = [&](bool typing) {
+        open();
+        CTextEdit* const edit = addEdit();
+        frame->invalid();
+        if (typing) {
+            edit->takeFocus();
+            pump(5);
+        }
+        closeFrame();
+    };
+    closeFrame();
+    openAndClose(true);
+    pump(20);
+    const Traces before = traces();
+    for (int i = 0; i < 100; ++i)
+        openAndClose(i % 3 == 0);
+    pump(20);
+    EXPECT_EQ(traces(), before);
+    EXPECT_EQ(host.childWidth(), 0);
+}
+
+TEST(Timer, TicksUntilStoppedAlsoFromInsideATick)
+{
+    int ticks = 0;
+    const auto timer = owned(new CVSTGUITimer(
+        [&](CVSTGUITimer* self) {
+            if (++ticks == 3)
+                self->stop();
+        },
+        15));
+    EXPECT_TRUE(pumpUntil([&] { return ticks == 3; }));
+    pump(100);
+    EXPECT_EQ(ticks, 3);
+    EXPECT_FALSE(timer->stop());
+}
+
+}  // namespace

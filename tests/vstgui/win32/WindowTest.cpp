@@ -1,0 +1,235 @@
+// What of a frame in a host's window is Windows': pixels, messages, capture, keys.
+#include "OpenFrame.h"
+#include "vstgui/platform/iplatformsurface.h"
+
+#include <windows.h>
+
+namespace {
+
+struct Win32Window : OpenFrame {
+    HWND window() const
+    {
+        return static_cast<HWND>(frame->getPlatformFrame()->getPlatformRepresentation());
+    }
+    HWND hostWindow() const { return static_cast<HWND>(host.handle()); }
+};
+
+void drawScene(CDrawContext& context, const CRect&)
+{
+    const auto picture = owned(new CBitmap(CResourceDescription(10016)));
+    context.resetClipRect();
+    context.setFillColor(CColor(40, 60, 80));
+    context.drawRect(CRect(0, 0, 200, 150), kDrawFilled);
+    context.setFrameColor(kYellowCColor);
+    context.drawRect(CRect(0, 0, 200, 150));
+    context.setFillColor(CColor(255, 0, 0, 128));
+    context.drawRect(CRect(10.5, 10, 60, 40), kDrawFilled);
+    for (int i = 0; i < 6; ++i)
+        picture->draw(&context, CRect(80, 10 + 4 * i, 84, 13 + 4 * i), CPoint(0, 0), 1.f);
+    context.setFont(kNormalFontBig);
+    context.setFontColor(kWhiteCColor);
+    context.drawString("H\303\266rt", CRect(0, 60, 200, 100));
+    context.drawString("sharp", CRect(0, 100, 200, 140), kCenterText, false);
+}
+
+Pixels offscreen(int width, int height,
+                 const std::function<void(CDrawContext&, const CRect&)>& draw)
+{
+    const auto surface = owned(IPlatformSurface::create(width, height));
+    const auto context = owned(new CDrawContext(surface));
+    draw(*context, CRect(0, 0, width, height));
+    return surface->readPixels();
+}
+
+}  // namespace
+
+TEST_F(Win32Window, ScreenShowsExactlyWhatTheOffscreenSurfaceHolds)
+{
+    record.onDraw = drawScene;
+    frame->invalid();
+    const Pixels expected = offscreen(200, 150, drawScene);
+    const auto shown = [&] {
+        const Pixels screen = picture();
+        for (int y = 0; y < 150; ++y)
+            for (int x = 0; x < 200; ++x)
+                if (screen.at(x, y) != expected.at(x, y))
+                    return false;
+        return true;
+    };
+    EXPECT_TRUE(pumpUntil(shown));
+    EXPECT_EQ(expected.at(82, 10), kBlueCColor);
+    // Text has left something of its colour.
+    int white = 0;
+    for (int x = 0; x < 200; ++x)
+        white += expected.at(x, 80) == kWhiteCColor;
+    EXPECT_GT(white, 0);
+}
+
+TEST_F(Win32Window, OnlyRectanglesThatWaitArePaintedEachForItself)
+{
+    IPlatformFrame& platform = *frame->getPlatformFrame();
+    record.drawn.clear();
+    EXPECT_TRUE(platform.invalidRect(CRect(10.2, 10.9, 20.1, 20.2)));
+    EXPECT_TRUE(platform.invalidRect(CRect(100, 100, 110, 110)));
+    EXPECT_FALSE(platform.invalidRect(CRect(50, 50, 50, 60)));
+    record.onDraw = [&](CDrawContext&, const CRect&) {
+        EXPECT_FALSE(platform.invalidRect(CRect(0, 0, 1, 1)));  // would never end
+    };
+    pump();
+    EXPECT_EQ(record.drawn, (std::vector<CRect>{{10, 10, 21, 21}, {100, 100, 110, 110}}));
+    record.drawn.clear();
+    record.onDraw = [&](CDrawContext&, const CRect&) { closeFrame(); };
+    frame->invalidRect(CRect(0, 0, 9, 9));
+    frame->invalidRect(CRect(100, 100, 110, 110));
+    EXPECT_TRUE(pumpUntil([&] { return !frame; }));
+    EXPECT_EQ(record.drawn.size(), 1u);
+}
+
+TEST(Picture, ComesFromTheModulesResourcesWhateverResolutionItClaims)
+{
+    const auto bitmap = owned(new CBitmap(CResourceDescription(10016)));
+    ASSERT_TRUE(bitmap->isLoaded());
+    EXPECT_EQ(bitmap->getWidth(), 4);
+    EXPECT_EQ(bitmap->getHeight(), 3);
+    const Pixels p = offscreen(10, 10, [&](CDrawContext& context, const CRect& all) {
+        context.setFillColor(kWhiteCColor);
+        context.drawRect(all, kDrawFilled);
+        bitmap->draw(&context, CRect(0, 0, 4, 3));
+        bitmap->draw(&context, CRect(5, 0, 7, 1), CPoint(1, 0), 0.5f);
+    });
+    // 200 * 128 / 255 + 255 * 127 / 255 = 100.4 + 127 and so on; green, half.
+    const std::pair<CPoint, CColor> pixels[] = {
+        {{0, 0}, kRedCColor},   {{3, 0}, kWhiteCColor}, {{0, 1}, CColor(227, 177, 152)},
+        {{0, 2}, kWhiteCColor}, {{4, 0}, kWhiteCColor}, {{5, 0}, CColor(127, 255, 127)},
+        {{7, 0}, kWhiteCColor}};
+    for (const auto& [at, colour] : pixels) {
+        const CColor seen = p.at(static_cast<int>(at.x), static_cast<int>(at.y));
+        EXPECT_NEAR(seen.red, colour.red, 1) << at.x << ',' << at.y;
+        EXPECT_NEAR(seen.green, colour.green, 1) << at.x << ',' << at.y;
+        EXPECT_NEAR(seen.blue, colour.blue, 1) << at.x << ',' << at.y;
+    }
+}
+
+TEST_F(Win32Window, MessagesTellAllButtonsAndModifiersAndNotchesAlsoLeftOfAndAboveTheScreen)
+{
+    // Positions of wheels are the screen's; 300 left and 200 above the host are off it.
+    const struct {
+        UINT message;
+        WPARAM what;
+        LPARAM where;
+        const char* event;
+    } rows[] = {
+        {WM_RBUTTONDOWN, MK_RBUTTON | MK_LBUTTON | MK_SHIFT | MK_CONTROL, MAKELPARAM(5, 6),
+         "down 5,6 L R shift control"},
+        {WM_XBUTTONUP, MAKEWPARAM(0, XBUTTON2), MAKELPARAM(-7, -8), "up -7,-8 5"},
+        {WM_MOUSEWHEEL, MAKEWPARAM(MK_SHIFT, 60), MAKELPARAM(-10, -20),
+         "wheel -310,-220 shift y 0.5"},
+        {WM_MOUSEHWHEEL, MAKEWPARAM(0, 120), MAKELPARAM(kHost.x + 3, kHost.y + 4),
+         "wheel 3,4 x -1"},
+    };
+    for (const auto& row : rows) {
+        SendMessageW(window(), row.message, row.what, row.where);
+        EXPECT_TRUE(record.has(row.event)) << row.event;
+    }
+}
+
+TEST_F(Win32Window, APressThatNobodyTakesIsNotCaptured)
+{
+    record.onPress = [] { return kMouseDownEventHandledButDontNeedMovedOrUpEvents; };
+    movePointer(20, 30);
+    press();
+    EXPECT_TRUE(pumpUntil([&] { return record.has("down 20,30 L"); }));
+    EXPECT_EQ(GetCapture(), nullptr);
+    movePointer(350, 250);
+    release();
+    pump();
+    EXPECT_FALSE(record.has("move 350,250 L"));
+    EXPECT_FALSE(record.has("up 350,250 L"));
+}
+
+TEST_F(Win32Window, CaptureOrReleaseTakenByOthersCancelsTheDrag)
+{
+    for (const bool byWindow : {true, false}) {
+        SCOPED_TRACE(byWindow);
+        record.onPress = [&] {
+            if (byWindow)
+                return kMouseEventHandled;
+            release();
+            MSG message;
+            while (!PeekMessageW(&message, window(), WM_LBUTTONUP, WM_LBUTTONUP, PM_REMOVE))
+                Sleep(1);
+            return kMouseEventHandled;
+        };
+        movePointer(byWindow ? 20 : 90, 30);  // no double click
+        pump();
+        record.events.clear();
+        press();
+        EXPECT_TRUE(pumpUntil([&] { return !record.events.empty(); }));
+        if (byWindow) {
+            EXPECT_EQ(GetCapture(), window());
+            SetCapture(hostWindow());
+            pump();
+            ReleaseCapture();
+            release();
+        }
+        EXPECT_TRUE(pumpUntil([&] { return record.has("cancel"); }));
+        pump();
+        EXPECT_EQ(GetCapture(), nullptr);
+        EXPECT_EQ(record.eventsButMoves(),
+                  byWindow ? (Log{"down 20,30 L", "cancel", "up 20,30 L"})
+                           : (Log{"down 90,30 L", "cancel"}));
+    }
+}
+
+TEST_F(Win32Window, WithoutItsWindowTheObjectAnswersNothing)
+{
+    host.destroy();
+    IPlatformFrame& platform = *frame->getPlatformFrame();
+    CRect size;
+    CPoint position;
+    EXPECT_EQ(platform.getPlatformRepresentation(), nullptr);
+    EXPECT_FALSE(platform.getSize(size));
+    EXPECT_FALSE(platform.setSize(CRect(0, 0, 10, 10)));
+    EXPECT_FALSE(platform.invalidRect(CRect(0, 0, 10, 10)));
+    EXPECT_FALSE(platform.getGlobalPosition(position));
+    EXPECT_FALSE(platform.getCurrentMousePosition(position));
+    EXPECT_EQ(platform.createPlatformTextEdit(nullptr), nullptr);
+}
+
+TEST_F(Win32Window, CurrentButtonsAreThoseOfTheMoment)
+{
+    movePointer(250, -20);
+    hands::button(hands::Button::Right, true);
+    pump();
+    CPoint where;
+    CButtonState buttons(kShift);
+    EXPECT_TRUE(frame->getPlatformFrame()->getCurrentMousePosition(where));
+    EXPECT_EQ(where, CPoint(250, -20));
+    EXPECT_TRUE(frame->getPlatformFrame()->getCurrentMouseButtons(buttons));
+    EXPECT_EQ(buttons(), kShift | kRButton);
+    hands::button(hands::Button::Right, false);
+    pump();
+}
+
+TEST_F(Win32Window, KeysArriveWithModifiersWhileItHasTheKeyboard)
+{
+    host.takeKeyboard();
+    pump();
+    record.events.clear();
+    SetFocus(window());
+    BYTE keys[256]{};
+    keys[VK_SHIFT] = 0x80;
+    SetKeyboardState(keys);
+    SendMessageW(window(), WM_KEYDOWN, VK_F12, 0);
+    SendMessageW(window(), WM_KEYUP, VK_NUMPAD9, 0);
+    SendMessageW(window(), WM_KEYDOWN, 'A', 0);  // no virtual key: left to the host
+    keys[VK_SHIFT] = 0;
+    SetKeyboardState(keys);
+    tap(hands::Key::Down);
+    EXPECT_TRUE(pumpUntil([&] { return record.has("keyup 14 0 0"); }));
+    host.takeKeyboard();
+    pump();
+    EXPECT_EQ(
+        record.events,
+        (Log{"active", "key 51 1 0", "keyup 33 1 0", "key 14 0 0", "keyup 14 0 0", "inactive"}));
+}

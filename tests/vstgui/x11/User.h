@@ -1,0 +1,128 @@
+// A user who works the keyboard through xdotool, and what a desktop knows of windows.
+#pragma once
+
+// Before the macros of Xlib.
+#include "OpenFrame.h"
+#include "vstgui/platform/x11/childprocess.h"
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+// Lets the user act while the host's loop turns; {} marks where a sentence to type stands.
+inline void user(const std::string& commands, const std::string& sentence = "")
+{
+    std::vector<std::string> words{"xdotool"};
+    std::istringstream stream(commands);
+    for (std::string word; stream >> word;)
+        words.push_back(word == "{}" ? sentence : word);
+    X11::ChildProcess tool(words);
+    ASSERT_TRUE(tool.isRunning());
+    std::string output;
+    while (tool.readOutput(output))
+        pump(5);
+    ASSERT_TRUE(tool.finish()) << commands;
+    pump();
+}
+
+// xdotool's words for moving the pointer inside the host's window.
+inline std::string to(int x, int y)
+{
+    return " mousemove " + std::to_string(kHost.x + x) + " " + std::to_string(kHost.y + y);
+}
+
+class Desktop {
+public:
+    Desktop() : display(XOpenDisplay(nullptr)) { }
+    ~Desktop() { XCloseDisplay(display); }
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    void unmap(const HostWindow& host)
+    {
+        XUnmapWindow(display, windowOf(host));
+        XSync(display, False);
+    }
+
+    bool hasKeyboard(const HostWindow& host)
+    {
+        ::Window holder = None;
+        int revert = 0;
+        XGetInputFocus(display, &holder, &revert);
+        return holder == windowOf(host);
+    }
+
+    // Puts characters on keys that have none, so that xdotool need not change keys while it types.
+    void addKeys(const std::vector<KeySym>& symbols)
+    {
+        int first = 0, last = 0, perKey = 0;
+        XDisplayKeycodes(display, &first, &last);
+        for (KeySym symbol : symbols)
+            for (int code = last; code >= first; --code) {
+                KeySym* present =
+                    XGetKeyboardMapping(display, static_cast<KeyCode>(code), 1, &perKey);
+                const bool spare =
+                    std::all_of(present, present + perKey, [](KeySym k) { return k == NoSymbol; });
+                XFree(present);
+                if (spare) {
+                    XChangeKeyboardMapping(display, code, 1, &symbol, 1);
+                    break;
+                }
+            }
+        XSync(display, False);
+    }
+
+    // Nobody else holds pointer or keyboard.
+    bool inputIsFree()
+    {
+        const ::Window root = DefaultRootWindow(display);
+        const int pointer = XGrabPointer(display, root, False, ButtonPressMask, GrabModeAsync,
+                                         GrabModeAsync, None, None, CurrentTime);
+        const int keyboard =
+            XGrabKeyboard(display, root, False, GrabModeAsync, GrabModeAsync, CurrentTime);
+        XUngrabPointer(display, CurrentTime);
+        XUngrabKeyboard(display, CurrentTime);
+        XSync(display, False);
+        return pointer == GrabSuccess && keyboard == GrabSuccess;
+    }
+
+    // What a window manager does: the titles of the windows that belong in front of this one, the
+    // keyboard for each of them, and the request to close.
+    std::vector<std::string> titlesInFront(const HostWindow& host, bool close = false)
+    {
+        ::Window ignored = 0;
+        ::Window* children = nullptr;
+        unsigned int count = 0;
+        XQueryTree(display, DefaultRootWindow(display), &ignored, &ignored, &children, &count);
+        std::vector<std::string> titles;
+        for (unsigned int i = 0; i < count; ++i) {
+            ::Window owner = 0;
+            char* title = nullptr;
+            if (!XGetTransientForHint(display, children[i], &owner) || owner != windowOf(host))
+                continue;
+            XFetchName(display, children[i], &title);
+            titles.emplace_back(title ? title : "");
+            XFree(title);
+            XSetInputFocus(display, children[i], RevertToPointerRoot, CurrentTime);
+            XEvent event{};
+            event.xclient.type = ClientMessage;
+            event.xclient.window = children[i];
+            event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
+            event.xclient.format = 32;
+            event.xclient.data.l[0] =
+                static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
+            if (close)
+                XSendEvent(display, children[i], False, NoEventMask, &event);
+        }
+        XFree(children);
+        XSync(display, False);
+        return titles;
+    }
+
+private:
+    static ::Window windowOf(const HostWindow& host)
+    {
+        return static_cast<::Window>(reinterpret_cast<uintptr_t>(host.handle()));
+    }
+
+    Display* display;
+};
