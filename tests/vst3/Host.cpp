@@ -21,12 +21,16 @@ std::string libraryPath()
     return named ? named : ZKR_VST3_LIBRARY;
 }
 
+// Files of hosts hold states behind other bytes.
 template <typename Call>
 Bytes stateOf(Call write)
 {
+    constexpr int32 kBefore = 5;
+    char before[kBefore] = {};
     MemoryStream stream;
+    stream.write(before, kBefore, nullptr);
     EXPECT_EQ(write(&stream), kResultOk);
-    return Bytes(stream.getData(), stream.getData() + stream.getSize());
+    return Bytes(stream.getData() + kBefore, stream.getData() + stream.getSize());
 }
 
 MemoryStream streamOf(const Bytes& bytes)
@@ -119,12 +123,10 @@ Instance::~Instance()
 {
     deactivate();
     FUnknownPtr<IConnectionPoint> one(component), other(controller);
-    for (IConnectionPoint* peer : {static_cast<IConnectionPoint*>(other.getInterface()),
-                                   static_cast<IConnectionPoint*>(&toController)})
-        one->disconnect(peer);
-    for (IConnectionPoint* peer : {static_cast<IConnectionPoint*>(one.getInterface()),
-                                   static_cast<IConnectionPoint*>(&toComponent)})
-        other->disconnect(peer);
+    one->disconnect(other);
+    one->disconnect(&toController);
+    other->disconnect(one);
+    other->disconnect(&toComponent);
     controller->setComponentHandler(nullptr);
     EXPECT_EQ(controller->terminate(), kResultOk);
     EXPECT_EQ(component->terminate(), kResultOk);
@@ -209,9 +211,14 @@ tresult Instance::loadControllerState(const Bytes& state)
 
 void Instance::automate(ParamID id, ParamValue value)
 {
+    wait(id, value);
+    controller->setParamNormalized(id, value);
+}
+
+void Instance::wait(ParamID id, ParamValue value)
+{
     int32 index = 0;
     waiting.addParameterData(id, index)->addPoint(0, value, index);
-    controller->setParamNormalized(id, value);
 }
 
 void Instance::announceWithoutPoints(ParamID id)
@@ -229,10 +236,8 @@ tresult Instance::flush()
 tresult Instance::process(ProcessData& data)
 {
     if (!handler.deaf)
-        for (const auto& [id, value] : std::exchange(handler.edits, {})) {
-            int32 index = 0;
-            waiting.addParameterData(id, index)->addPoint(0, value, index);
-        }
+        for (const auto& [id, value] : std::exchange(handler.edits, {}))
+            wait(id, value);
     data.processMode = mode;
     data.inputParameterChanges = &waiting;
     data.outputParameterChanges = &reported;

@@ -4,6 +4,7 @@
 
 #include "Noise.h"
 #include "SharedLibrary.h"
+#include "Stream.h"
 
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
 #include "pluginterfaces/vst/ivsteditcontroller.h"
@@ -24,7 +25,6 @@ namespace vst3 {
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 
-using Signal = std::vector<float>;
 using Bytes = std::vector<char>;
 
 // The library inside the bundle.
@@ -120,6 +120,8 @@ public:
     IPtr<IEditController> controller;
 
 private:
+    void wait(ParamID id, ParamValue value);
+
     struct Proxy : IConnectionPoint {
         tresult PLUGIN_API connect(IConnectionPoint*) SMTG_OVERRIDE { return kResultOk; }
         tresult PLUGIN_API disconnect(IConnectionPoint*) SMTG_OVERRIDE { return kResultOk; }

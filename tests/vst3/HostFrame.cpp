@@ -1,19 +1,12 @@
 // A view in its window.
 #include "HostFrame.h"
 
-#include <chrono>
-
 namespace vst3 {
 
 HostFrame::HostFrame(IPlugView* plugView, Place place) : view(plugView), corner(place)
 {
     EXPECT_EQ(view->getSize(&size), kResultTrue);
     window = std::make_unique<HostWindow>(corner, size.getWidth(), size.getHeight());
-}
-
-HostFrame::~HostFrame()
-{
-    remove();
 }
 
 tresult HostFrame::attach()
@@ -40,13 +33,7 @@ void HostFrame::forget()
 
 bool HostFrame::soon(const std::function<bool()>& condition)
 {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        turnLoop();
-    }
-    return true;
+    return turnUntil(condition, turnLoop);
 }
 
 tresult PLUGIN_API HostFrame::resizeView(IPlugView* asking, ViewRect* wanted)

@@ -2,13 +2,11 @@
 #pragma once
 
 #include "Host.h"
-#include "HostWindow.h"
+#include "User.h"
 
 #include "pluginterfaces/gui/iplugview.h"
 
-#include <functional>
 #include <memory>
-#include <thread>
 
 namespace vst3 {
 
@@ -17,7 +15,7 @@ public:
     // The view's left upper corner will be there; the window gets its size.
     HostFrame(IPlugView* view, Place corner);
     // Removes what is attached.
-    ~HostFrame();
+    ~HostFrame() { remove(); }
 
     // What the view answers.
     tresult attach();
@@ -25,7 +23,9 @@ public:
     // Lets go of the view without removing it first, as hosts do that are in a hurry.
     void forget();
     // Turns the loop until it holds; false after half a minute.
-    bool soon(const std::function<bool()>& condition);
+    static bool soon(const std::function<bool()>& condition);
+    Place at(Place inside) const { return {corner.x + inside.x, corner.y + inside.y}; }
+    VSTGUI::Pixels picture() const { return screenshot(corner, size.getWidth(), size.getHeight()); }
 
     tresult PLUGIN_API resizeView(IPlugView* asking, ViewRect* size) SMTG_OVERRIDE;
     tresult PLUGIN_API queryInterface(const TUID iid, void** object) SMTG_OVERRIDE;

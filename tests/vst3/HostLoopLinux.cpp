@@ -15,22 +15,23 @@ class Loop : public Linux::IRunLoop {
 public:
     tresult PLUGIN_API registerEventHandler(Linux::IEventHandler* handler, int fd) SMTG_OVERRIDE
     {
-        events.push_back({handler, fd});
+        registered.push_back({handler, [handler, fd] { handler->onFDIsSet(fd); }, fd, {}, {}});
         return kResultTrue;
     }
     tresult PLUGIN_API unregisterEventHandler(Linux::IEventHandler* handler) SMTG_OVERRIDE
     {
-        return take(events, handler);
+        return take(handler);
     }
     tresult PLUGIN_API registerTimer(Linux::ITimerHandler* handler, uint64 ms) SMTG_OVERRIDE
     {
         const std::chrono::milliseconds period(ms);
-        timers.push_back({handler, period, Clock::now() + period});
+        registered.push_back(
+            {handler, [handler] { handler->onTimer(); }, -1, period, Clock::now() + period});
         return kResultTrue;
     }
     tresult PLUGIN_API unregisterTimer(Linux::ITimerHandler* handler) SMTG_OVERRIDE
     {
-        return take(timers, handler);
+        return take(handler);
     }
     tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) SMTG_OVERRIDE
     {
@@ -45,54 +46,42 @@ public:
     void turn()
     {
         std::vector<pollfd> sources;
-        for (const Event& event : events)
-            sources.push_back({event.handler.get() ? event.fd : -1, POLLIN, 0});
+        for (const Registration& each : registered)
+            sources.push_back({each.fd, POLLIN, 0});
         poll(sources.data(), sources.size(), 3);
-        const std::vector<Event> ready = events;
-        for (std::size_t i = 0; i < ready.size(); ++i)
-            if (sources[i].revents && holds(events, ready[i].handler))
-                ready[i].handler->onFDIsSet(ready[i].fd);
-        const std::vector<Timer> all = timers;
-        for (const Timer& timer : all)
-            if (timer.due <= Clock::now() && holds(timers, timer.handler)) {
-                for (Timer& own : timers)
-                    if (own.handler == timer.handler)
-                        own.due = Clock::now() + own.period;
-                timer.handler->onTimer();
-            }
+        // Calls may register and take away.
+        const std::vector<Registration> all = registered;
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            const auto now = find(all[i].handler);
+            if (now == registered.end()
+                || (now->fd >= 0 ? !sources[i].revents : now->due > Clock::now()))
+                continue;
+            now->due = Clock::now() + now->period;
+            all[i].call();
+        }
     }
 
-    struct Event {
-        IPtr<Linux::IEventHandler> handler;
-        int fd;
-    };
-    struct Timer {
-        IPtr<Linux::ITimerHandler> handler;
+    struct Registration {
+        IPtr<FUnknown> handler;
+        std::function<void()> call;
+        int fd;  // -1 for a timer
         std::chrono::milliseconds period;
         Clock::time_point due;
     };
-    std::vector<Event> events;
-    std::vector<Timer> timers;
+    std::vector<Registration> registered;
 
 private:
-    template <typename List, typename Handler>
-    static auto find(List& list, const Handler& handler)
+    std::vector<Registration>::iterator find(FUnknown* handler)
     {
-        return std::find_if(list.begin(), list.end(),
-                            [&](const auto& item) { return item.handler == handler; });
+        return std::find_if(registered.begin(), registered.end(),
+                            [&](const Registration& each) { return each.handler == handler; });
     }
-    template <typename List, typename Handler>
-    static bool holds(List& list, const Handler& handler)
+    tresult take(FUnknown* handler)
     {
-        return find(list, handler) != list.end();
-    }
-    template <typename List, typename Handler>
-    static tresult take(List& list, Handler* handler)
-    {
-        const auto found = find(list, handler);
-        if (found == list.end())
+        const auto found = find(handler);
+        if (found == registered.end())
             return kResultFalse;
-        list.erase(found);
+        registered.erase(found);
         return kResultTrue;
     }
 };
@@ -113,7 +102,7 @@ FUnknown* eventLoop()
 
 std::size_t registrations()
 {
-    return loop.events.size() + loop.timers.size();
+    return loop.registered.size();
 }
 
 void turnLoop()

@@ -1,15 +1,12 @@
 // The bundle's editor in windows of VST 3 hosts.
-#include "Times.h"
 #include "HostFrame.h"
 #include "ParameterIds.h"
 #include "Pictures.h"
+#include "Times.h"
 
 #include <algorithm>
-#include <atomic>
-#include <thread>
 
 using namespace vst3;
-using VSTGUI::Pixels;
 
 namespace {
 
@@ -18,42 +15,19 @@ constexpr Place kKeyOfQB11{332, 104}, kKnob{104, 294};
 
 class View : public testing::Test {
 protected:
-    View() : instance(module) { instance.start(); }
+    View() : instance(module)
+    {
+        instance.start();
+        hands::movePointer({1000, 740});
+    }
     IPtr<IPlugView> open() { return owned(instance.controller->createView(ViewType::kEditor)); }
-    static Pixels picture(const HostFrame& frame)
+    // Once everything is painted.
+    static void expectReferencePicture(const HostFrame& frame)
     {
-        return screenshot(frame.corner, frame.size.getWidth(), frame.size.getHeight());
-    }
-    static std::size_t coloursOf(const HostFrame& frame)
-    {
-        const Pixels seen = picture(frame);
-        std::vector<int> colours;
-        for (int y = 0; y < seen.height; y += 3)
-            for (int x = 0; x < seen.width; x += 3) {
-                const auto colour = seen.at(x, y);
-                colours.push_back(colour.red << 16 | colour.green << 8 | colour.blue);
-            }
-        std::sort(colours.begin(), colours.end());
-        return static_cast<std::size_t>(std::unique(colours.begin(), colours.end())
-                                        - colours.begin());
-    }
-    // A user at work while the host's loop goes on.
-    static bool act(HostFrame& frame, Place place, bool wheel,
-                    const std::function<bool()>& condition)
-    {
-        std::thread user([=, corner = frame.corner] {
-            const auto wait = [] { std::this_thread::sleep_for(std::chrono::milliseconds(60)); };
-            hands::movePointer({corner.x + place.x, corner.y + place.y});
-            wait();
-            if (wheel)
-                return hands::wheel(true);
-            hands::button(hands::Button::Left, true);
-            wait();
-            hands::button(hands::Button::Left, false);
-        });
-        const bool held = frame.soon(condition);
-        user.join();
-        return held;
+        const VSTGUI::Pixels reference = readPng(picturePath("equalisers"));
+        const auto masks = textsOfEditor(frame.size.getWidth());
+        HostFrame::soon([&] { return difference(frame.picture(), reference, masks).pixels == 0; });
+        expectPicture(frame.picture(), "equalisers", masks);
     }
 
     Module module;
@@ -69,7 +43,7 @@ TEST_F(View, OpensInAWindowFollowsTheHostAndLeavesNothing)
         EXPECT_EQ(frame.size.getWidth(), 394);
         EXPECT_EQ(frame.view->canResize(), kResultFalse);
         ASSERT_EQ(frame.attach(), kResultTrue);
-        EXPECT_TRUE(frame.soon([&] { return coloursOf(frame) > 200; }));
+        expectReferencePicture(frame);
         instance.automate(kQB11, 1.0);
         EXPECT_TRUE(frame.soon([&] { return frame.window->childWidth() == 644; }));
         EXPECT_EQ(frame.size.getWidth(), 644);
@@ -104,8 +78,10 @@ TEST_F(View, TellsTheHostOfTheUsersHands)
         return std::any_of(edits.begin(), edits.end(),
                            [&](const auto& edit) { return edit.first == id; });
     };
-    EXPECT_TRUE(act(frame, kKnob, true, [&] { return edited(kLGainL); }));
-    EXPECT_TRUE(act(frame, kKeyOfQB11, false, [&] { return edited(kQB11); }));
+    User::act([&](User& user) { user.wheel(frame.at(kKnob), true); }, turnLoop);
+    EXPECT_TRUE(frame.soon([&] { return edited(kLGainL); }));
+    User::act([&](User& user) { user.click(frame.at(kKeyOfQB11)); }, turnLoop);
+    EXPECT_TRUE(frame.soon([&] { return edited(kQB11); }));
     EXPECT_TRUE(frame.soon([&] { return frame.window->childWidth() == 644; }));
 }
 
@@ -136,11 +112,11 @@ TEST_F(View, OneOfTwoGoesOnWhenTheOtherIsClosed)
     HostFrame other(owned(second.controller->createView(ViewType::kEditor)), {460, 10});
     ASSERT_EQ(frame.attach(), kResultTrue);
     ASSERT_EQ(other.attach(), kResultTrue);
-    EXPECT_TRUE(other.soon([&] { return coloursOf(frame) > 200 && coloursOf(other) > 200; }));
+    expectReferencePicture(frame);
     frame.remove();
-    const Pixels before = picture(other);
-    second.automate(kLGainL, 0.9);
-    EXPECT_TRUE(other.soon([&] { return difference(picture(other), before) > 0.0; }));
+    expectReferencePicture(other);
+    second.automate(kQB11, 1.0);
+    EXPECT_TRUE(other.soon([&] { return other.window->childWidth() == 644; }));
 }
 
 TEST_F(View, FollowsStatesThatAnotherThreadLoads)
@@ -151,8 +127,7 @@ TEST_F(View, FollowsStatesThatAnotherThreadLoads)
     HostFrame frame(open(), {20, 10});
     ASSERT_EQ(frame.attach(), kResultTrue);
     for (int round = 0; round < std::max(times() / 200, 10); ++round) {
-        std::atomic<bool> done{false};
-        std::thread worker([&] {
+        const auto load = [&](User&) {
             for (const Bytes& state : {narrow, wide, narrow}) {
                 instance.loadComponentState(component);
                 instance.tellComponentState(component);
@@ -162,10 +137,8 @@ TEST_F(View, FollowsStatesThatAnotherThreadLoads)
             }
             if (round % 2)
                 instance.loadControllerState(wide);
-            done = true;
-        });
-        EXPECT_TRUE(frame.soon([&] { return done.load(); }));
-        worker.join();
+        };
+        User::act(load, turnLoop);
         const int32 width = round % 2 ? 644 : 394;
         EXPECT_TRUE(frame.soon([&] { return frame.window->childWidth() == width; })) << round;
         EXPECT_EQ(frame.size.getWidth(), width);

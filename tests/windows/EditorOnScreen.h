@@ -11,6 +11,9 @@ constexpr bool kOnWindows = true;
 constexpr bool kOnWindows = false;
 #endif
 
+// The low band's knob in the smallest layout.
+constexpr double kKnobX = 42 + 62.5, kKnobY = 7 + 287.5;
+
 struct EditorOnScreen : testing::Test {
     EditorOnScreen()
     {
@@ -19,22 +22,8 @@ struct EditorOnScreen : testing::Test {
         host = std::make_unique<Host>();
         host->automate(kLink, 0);
         host->openEditor();
-        parkPointer();
-    }
-
-    // Beside all windows.
-    static void parkPointer()
-    {
+        // Beside all windows.
         Host::user([](User& user) { user.moveTo({1000, 740}); });
-    }
-    // All strips in a window of 894 pixels.
-    void showEverything()
-    {
-        host->automate(kQB11, 1);
-        host->automate(k2x, 1);
-        ASSERT_TRUE(Host::soon([this] { return host->width == 894; }));
-        Host::idleFor(60);
-        host->heard();
     }
 
     std::unique_ptr<Host> host;

@@ -1,69 +1,50 @@
 // The editor's window between host and user: automation, several instances, the end in the middle
-// of things, pictures of the layouts, and what it all costs.
+// of things, what it looks like, and what it all costs.
 #include "EditorOnScreen.h"
 #include "FactoryBank.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 
 namespace {
 
-using VSTGUI::Pixels;
-
-// The low band's knob in the smallest layout: its centre, and the view around it.
-constexpr double kKnobX = 42 + 62.5, kKnobY = 7 + 287.5;
-constexpr int kKnobLeft = 42 + 2, kKnobTop = 7 + 240, kKnobWidth = 121, kKnobHeight = 101;
-
-// What has been repainted since paintChildOver.
-struct Repainted {
-    int inside = 0, outside = 0;  // pixels, of the knob
-};
-Repainted repainted(const Host& host)
+// The pixels that have been repainted since paintChildOver, inside and outside of the knob.
+std::pair<int, int> repainted(const Host& host)
 {
-    const Pixels picture = host.picture();
-    Repainted count;
+    const VSTGUI::CRect knob(44, 247, 165, 348);
+    const VSTGUI::Pixels picture = host.picture();
+    int inside = 0, outside = 0;
     for (int y = 0; y < picture.height; ++y)
         for (int x = 0; x < picture.width; ++x)
-            if (picture.at(x, y) != kScribble) {
-                const bool inside = x >= kKnobLeft && x < kKnobLeft + kKnobWidth && y >= kKnobTop
-                    && y < kKnobTop + kKnobHeight;
-                ++(inside ? count.inside : count.outside);
-            }
-    return count;
+            if (picture.at(x, y) != kScribble)
+                ++(knob.pointInside(VSTGUI::CPoint(x, y)) ? inside : outside);
+    return {inside, outside};
 }
 
-TEST_F(EditorOnScreen, AnIdleEditorRepaintsNothingAndAKnobOnlyItself)
+TEST_F(EditorOnScreen, RepaintsNothingUnlessSomethingChangesAndAKnobAlone)
 {
     const Place knob = host->at(kKnobX, kKnobY);
+    const auto paintOver = [&] {
+        Host::idleFor(250);
+        host->window->paintChildOver();
+    };
+    const auto expectTheKnobAlone = [&](const char* after) {
+        Host::idleFor(200);
+        const auto [inside, outside] = repainted(*host);
+        EXPECT_GT(inside, 1000) << after;
+        EXPECT_EQ(outside, 0) << after;
+    };
     Host::user([&](User& user) { user.moveTo(knob); });
-    Host::idleFor(250);
-    host->window->paintChildOver();
+    paintOver();
     Host::idleFor(400);
-    EXPECT_EQ(repainted(*host).inside + repainted(*host).outside, 0);
+    EXPECT_EQ(repainted(*host), std::pair(0, 0));
     Host::user([&](User& user) { user.drag(knob, 0, -40); });
-    Host::idleFor(200);
-    const Repainted count = repainted(*host);
-    EXPECT_GT(count.inside, 1000);
-    EXPECT_EQ(count.outside, 0);
-    RecordProperty("pixels_of_a_drag", count.inside);
-}
-
-TEST_F(EditorOnScreen, AutomationMovesTheControlsAndRepaintsNothingElse)
-{
-    const Pixels before = host->picture();
+    expectTheKnobAlone("a drag");
+    paintOver();
+    host->heard();
     host->automate(kLGainL, 0.9);
-    EXPECT_TRUE(Host::soon([&] { return difference(host->picture(), before) > 0.0; }));
-    Host::idleFor(60);
-    host->window->paintChildOver();
-    host->automate(kLGainL, 0.5);
-    Host::idleFor(200);
-    EXPECT_GT(repainted(*host).inside, 1000);
-    EXPECT_EQ(repainted(*host).outside, 0);
+    expectTheKnobAlone("automation");
     EXPECT_TRUE(host->heard().empty()) << "the host hears its own automation";
-    host->automate(kQB11, 1);
-    EXPECT_TRUE(Host::soon([&] { return host->window->childWidth() == 644; }));
-    EXPECT_EQ(host->width, 644);
 }
 
 TEST_F(EditorOnScreen, TwoInstancesStandBesideEachOtherAndOneOutlivesTheOther)
@@ -71,17 +52,18 @@ TEST_F(EditorOnScreen, TwoInstancesStandBesideEachOtherAndOneOutlivesTheOther)
     Host second({430, 10});
     second.automate(kLink, 0);
     second.openEditor();
+    const Place knob = second.at(kKnobX, kKnobY);
     Host::user([&](User& user) {
-        user.drag(second.at(kKnobX, kKnobY), 0, -20);
+        user.drag(knob, 0, -20);
         user.drag(host->at(kKnobX, kKnobY), 0, 20);
     });
     EXPECT_NEAR(second.value(kLGainL), 0.6, 0.01);
     EXPECT_NEAR(host->value(kLGainL), 0.4, 0.01);
     host.reset();
     second.heard();
-    Host::user([&](User& user) { user.drag(second.at(kKnobX, kKnobY), 0, 20); });
+    Host::user([&](User& user) { user.drag(knob, 0, 20); });
     EXPECT_NEAR(second.value(kLGainL), 0.5, 0.01);
-    EXPECT_EQ(second.heard(), gesture(kLGainL, {kLGainL}));
+    EXPECT_EQ(second.heard(), gesture(kLGainL));
 }
 
 TEST_F(EditorOnScreen, ClosesInTheMiddleOfThingsAndOpensAgain)
@@ -96,7 +78,7 @@ TEST_F(EditorOnScreen, ClosesInTheMiddleOfThingsAndOpensAgain)
             user.moveTo({knob.x, knob.y - 20});
         });
         host->closeEditor(windowFirst);
-        EXPECT_EQ(host->heard(), gesture(kLGainL, {kLGainL})) << "the gesture was left open";
+        EXPECT_EQ(host->heard(), gesture(kLGainL)) << "the gesture was left open";
         Host::user([](User& user) { user.release(); });
         host->openEditor();
         // A name that is being typed.
@@ -123,40 +105,39 @@ TEST_F(EditorOnScreen, ClosesInTheMiddleOfThingsAndOpensAgain)
     host->openEditor();
     host->heard();
     Host::user([&](User& user) { user.drag(knob, 0, 10); });
-    EXPECT_EQ(host->heard(), gesture(kLGainL, {kLGainL}));
+    EXPECT_EQ(host->heard(), gesture(kLGainL));
 }
 
-TEST_F(EditorOnScreen, TheSizeToldBeforeOpeningIsThatOfTheProjectAsItIsNow)
+TEST_F(EditorOnScreen, TheSizeIsThatOfTheProjectAsItIsNow)
 {
-    host->closeEditor();
     host->automate(kQB11, 1);
-    Host::idleFor(60);
-    void* bytes = nullptr;
-    const VstIntPtr size = host->effect->dispatcher(host->effect, effGetChunk, 0, 0, &bytes, 0.0f);
-    std::vector<char> project(static_cast<char*>(bytes), static_cast<char*>(bytes) + size);
+    EXPECT_TRUE(Host::soon([&] { return host->window->childWidth() == 644; }));
+    EXPECT_EQ(host->width, 644);
+    host->closeEditor();
+    const auto project = host->bankChunk();
     host->automate(kQB11, 0);
     Host::idleFor(60);
     EXPECT_EQ(host->toldWidth(), 394);
-    host->effect->dispatcher(host->effect, effSetChunk, 0, size, project.data(), 0.0f);
+    host->setBankChunk(project);
     EXPECT_EQ(host->toldWidth(), 644);
+    host->resizes = 0;
     host->openEditor();
     EXPECT_EQ(host->window->childWidth(), 644);
     EXPECT_EQ(host->resizes, 0) << "the window had the wrong size";
 }
 
+// Processor time, which other programs' work does not count in.
 TEST_F(EditorOnScreen, OpensQuicklyFiftyTimes)
 {
     std::vector<double> times;  // ms, until all is painted
     for (int round = 0; round < 50; ++round) {
         host->closeEditor(round % 3 == 2);
-        const auto start = std::chrono::steady_clock::now();
+        const double before = processorSeconds();
         host->openEditor();
         ASSERT_TRUE(Host::soon([this] {
             return screenshot(host->at(kKnobX, kKnobY), 1, 1).at(0, 0) != VSTGUI::kWhiteCColor;
         }));
-        times.push_back(
-            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-                .count());
+        times.push_back(1000 * (processorSeconds() - before));
     }
     std::nth_element(times.begin(), times.begin() + 25, times.end());
     std::printf("opening: %.1f ms, median of 50\n", times[25]);
@@ -184,15 +165,11 @@ TEST_F(EditorOnScreen, IdlingCostsNextToNothing)
 
 TEST_F(EditorOnScreen, LooksLikeItsReferencePicture)
 {
-    const auto& preset = factoryBank()[19];
     for (unsigned id = 0; id < kPresetParamCount; ++id)
-        host->automate(id, static_cast<double>(preset.values[id]));
+        host->automate(id, static_cast<double>(factoryBank()[19].values[id]));
     host->automate(kQB11, 1);
-    char name[sizeof preset.name + 1] = {};
-    std::copy(std::begin(preset.name), std::end(preset.name), name);
-    host->effect->dispatcher(host->effect, effSetProgramName, 0, 0, name, 0.0f);
     Host::idleFor(300);
-    expectPicture(host->picture(), "everything");
+    expectPicture(host->picture(), "everything", textsOfEditor(host->width));
 }
 
 }  // namespace

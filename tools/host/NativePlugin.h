@@ -34,10 +34,14 @@ public:
     void clearReports() override;
     void idle() override;
 
+protected:
+    // What the host answers; also called while the constructor runs, as this class defines it.
+    virtual VstIntPtr answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
+                             float opt);
+
 private:
     static VstIntPtr callback(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
                               void* ptr, float opt);
-    VstIntPtr answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr, float opt);
 
     SharedLibrary library;
     AEffect* aeffect;

@@ -1,0 +1,113 @@
+// A user at work in a host's windows, on a thread beside the host's.
+#pragma once
+
+#include "HostWindow.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <thread>
+
+// Turns a loop until the condition holds; false after half a minute.
+inline bool turnUntil(const std::function<bool()>& condition, const std::function<void()>& turn)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    for (; !condition(); turn())
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+    return true;
+}
+
+// The actions, in the order of a script. Two clicks on one place are never taken for a double
+// click.
+class User {
+public:
+    using Button = hands::Button;
+
+    // Works through the script while the host's loop goes on.
+    static void act(const std::function<void(User&)>& script, const std::function<void()>& turn)
+    {
+        std::atomic<bool> done{false};
+        std::thread thread([&] {
+            User user;
+            script(user);
+            done = true;
+        });
+        while (!done)
+            turn();
+        thread.join();
+    }
+
+    void moveTo(Place where) { hands::movePointer(where); }
+    void press(Place where, Button which = Button::Left)
+    {
+        if (std::abs(where.x - lastPlace.x) < 8 && std::abs(where.y - lastPlace.y) < 8)
+            std::this_thread::sleep_until(lastTime + std::chrono::milliseconds(520));
+        moveTo(where);
+        hands::button(which, true);
+        lastPlace = where;
+        lastTime = std::chrono::steady_clock::now();
+    }
+    void release(Button which = Button::Left) { hands::button(which, false); }
+    void click(Place where, Button which = Button::Left)
+    {
+        press(where, which);
+        release(which);
+    }
+    void doubleClick(Place where)
+    {
+        click(where);
+        hands::button(Button::Left, true);
+        release();
+    }
+    void drag(Place from, int dx, int dy)
+    {
+        constexpr int kSteps = 4;
+        moveTo(from);
+        pause(kEntering);
+        press(from);
+        for (int step = 1; step <= kSteps; ++step)
+            moveTo({from.x + dx * step / kSteps, from.y + dy * step / kSteps});
+        // A slow machine may otherwise hear of the button before the last step.
+        pause(40);
+        release();
+    }
+    void wheel(Place where, bool up)
+    {
+        moveTo(where);
+        hands::wheel(up);
+    }
+    void tap(hands::Key which)
+    {
+        hands::key(which, true);
+        hands::key(which, false);
+    }
+    // With the pointer where it is to act already.
+    void holdingControl(const std::function<void()>& action)
+    {
+        pause(kEntering);
+        hands::key(hands::Key::Control, true);
+        action();
+        hands::key(hands::Key::Control, false);
+    }
+    void type(const std::string& text) { hands::type(text); }
+    void pause(int milliseconds)
+    {
+        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    }
+    // False after half a minute.
+    bool waitFor(const std::function<bool()>& condition)
+    {
+        return turnUntil(condition, [this] { pause(10); });
+    }
+
+private:
+    // ms: where the pointer enters a window, Wine sets its keys and its place to those of the X
+    // server, of which it hears a little later.
+    static constexpr int kEntering = 60;
+
+    static inline Place lastPlace{};
+    static inline std::chrono::steady_clock::time_point lastTime;
+};
