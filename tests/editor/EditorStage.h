@@ -1,39 +1,31 @@
 // The editor of a controller in a host that has no display: the mouse goes where a user would
-// move it, and what the host and the pictures show comes out.
+// move it, and what the host hears and the pictures show is held against controls.txt.
 #pragma once
 
 #include "../presets/ControllerProbe.h"
-#include "EditorBitmaps.h"
+#include "ControlTable.h"
 #include "TemplateEditor.h"
 
 #include "vstgui/platform/offscreen.h"
 
+#include <functional>
+#include <map>
 #include <memory>
 
 using VSTGUI::CPoint;
+using VSTGUI::CRect;
+using Calls = std::vector<std::string>;
+
+// What a host hears of a control that is used once.
+Calls gesture(ParamID tag, std::initializer_list<ParamID> edited);
 
 // The window of a host, which takes every size that the editor asks for.
 class Window : public IPlugFrame {
 public:
-    explicit Window(ControllerProbe& controller)
-        : view(Steinberg::owned(dynamic_cast<TemplateEditor*>(controller.createView("editor"))))
-    {
-        view->setFrame(this);
-        const FIDString type =
-            view->isPlatformTypeSupported("HWND") == kResultTrue ? "HWND" : "X11EmbedWindowID";
-        view->attached(screen.parentWindow(), type);
-    }
+    explicit Window(ControllerProbe& controller);
     ~Window() { close(); }
 
-    void close()
-    {
-        if (!view)
-            return;
-        view->setFrame(nullptr);
-        view->removed();
-        view = nullptr;
-    }
-
+    void close();
     tresult PLUGIN_API resizeView(IPlugView* resized, ViewRect* size) override
     {
         widths.push_back(size->getWidth());
@@ -63,27 +55,29 @@ public:
         click(where, VSTGUI::kLButton | modifiers);
         click(where, VSTGUI::kLButton | VSTGUI::kDoubleClick | modifiers);
     }
-    void drag(CPoint from, CPoint by, int32_t modifiers = 0)
-    {
-        constexpr int kSteps = 4;
-        screen.mouseDown(from, VSTGUI::kLButton | modifiers);
-        for (int step = 1; step <= kSteps; ++step)
-            screen.mouseMove({from.x + by.x * step / kSteps, from.y + by.y * step / kSteps},
-                             VSTGUI::kLButton | modifiers);
-        screen.mouseUp(from + by, VSTGUI::kLButton | modifiers);
-    }
-    std::string hint()
-    {
-        for (uint32_t i = 0; i < frame()->getNbViews(); ++i)
-            if (auto* label = dynamic_cast<VSTGUI::CTextLabel*>(frame()->getView(i));
-                label && !dynamic_cast<VSTGUI::CTextEdit*>(label))
-                return label->getText();
-        return "no hint label";
-    }
+    void drag(CPoint from, CPoint by, int32_t modifiers = 0);
 
     VSTGUI::OffscreenHost screen;
     IPtr<TemplateEditor> view;
     std::vector<int> widths;  // that the editor asked for
+};
+
+// A control in the window of a layout, and what its messages call it.
+struct Placed : ControlRow {
+    Placed(const ControlRow& row, const ColumnRow& in, CPoint origin);
+
+    // -1 for a lamp.
+    int id;
+    std::string title;
+};
+
+// What a window shows beside the parameters.
+struct Look {
+    // Of momentary buttons that are not at rest, by tag.
+    std::map<int, int> frames{};
+    std::string hint = "www.zkr-soundworks.example";
+    // Empty while the info panel is not shown.
+    std::string latency{};
 };
 
 struct Editor : testing::Test {
@@ -93,27 +87,39 @@ struct Editor : testing::Test {
 
     void openWindow() { window = std::make_unique<Window>(controller); }
 
-    double value(ParamID id) { return controller.getParamNormalized(id); }
-    void set(ParamID id, double value) { controller.setParamNormalized(id, value); }
+    double value(int id) { return controller.getParamNormalized(static_cast<ParamID>(id)); }
+    void set(int id, double value)
+    {
+        controller.setParamNormalized(static_cast<ParamID>(id), value);
+    }
     // What the host heard since the last question, without repeats.
-    std::vector<std::string> heard()
-    {
-        std::vector<std::string> calls = std::exchange(controller.host.calls, {});
-        controller.host.edits.clear();
-        calls.erase(std::unique(calls.begin(), calls.end()), calls.end());
-        return calls;
-    }
+    Calls heard();
     // All strips in a window of 894 pixels, unlinked.
-    void showEverything(bool linked = false)
-    {
-        set(kQB11, 1);
-        set(k2x, 1);
-        set(kLink, linked);
-        heard();
-    }
+    void showEverything();
+    void show(const LayoutRow& layout);
 
+    // Of the layout that is asked for, the later ones on top.
+    std::vector<Placed> controls();
+    Placed control(int tag);
+    // The middle of the control that edits the parameter, or of the ring on its right-hand side.
+    CPoint at(int id);
+    CPoint centreOfPicture(const Placed& knob);
+    // The text that stands there.
+    std::string hint();
+
+    // What the window should look like.
+    VSTGUI::Pixels expectedPicture(const Look& look = {});
+    // Says what else shows.
+    void expectShown(const Look& look = {});
+
+    static const ControlTable table;
     VSTGUI::ManualClock clock;
     platform::MemoryStore store;
     ControllerProbe controller{store, TemplateEditor::create};
     std::unique_ptr<Window> window;
+
+private:
+    std::size_t layout();
+    void drawControl(VSTGUI::CDrawContext& context, const Placed& placed, const Look& look);
+    int frameOf(const Placed& placed, const Look& look);
 };

@@ -1,31 +1,13 @@
-// The editor as a whole: layouts, edits and what the host hears of them, the link of the channels,
-// hints, the info panel, and several windows of one plug-in.
+// The editor as a whole: layouts, what the host hears of edits, the link of the channels, hints,
+// the info panel, and several windows of one plug-in.
 #include "EditorStage.h"
 
 #include <algorithm>
 #include <set>
 
+using VSTGUI::kControl;
+
 namespace {
-
-using Calls = std::vector<std::string>;
-
-Calls gesture(ParamID tag, std::initializer_list<ParamID> edited)
-{
-    Calls calls{"begin " + std::to_string(tag)};
-    for (const ParamID id : edited)
-        calls.push_back("perform " + std::to_string(id));
-    calls.push_back("end " + std::to_string(tag));
-    return calls;
-}
-
-// Strips of the widest layout: the id of the first parameter, and where the strip begins.
-struct Strip {
-    ParamID base;
-    double x;
-};
-constexpr Strip kPreamps[] = {{kDriveL, 42}, {kDriveR, 430}};
-constexpr Strip kEqualisers[] = {{kProcL, 167}, {kProcR, 555}, {kProcL2, 292}, {kProcR2, 680}};
-constexpr double kTop = 7;
 
 TEST_F(Editor, ModuleButtonsResizeTheWindowAndEverythingMovesAlong)
 {
@@ -33,171 +15,125 @@ TEST_F(Editor, ModuleButtonsResizeTheWindowAndEverythingMovesAlong)
     // A host makes room for the editor before it is opened.
     const auto unopened = Steinberg::owned(controller.createView("editor"));
     ViewRect told;
-    struct Step {
-        ParamID id;
-        double y;  // of its button
-        int width;
-    };
-    constexpr Step kSteps[] = {
-        {kQB11, 104, 644}, {k2x, 67, 894}, {kQB11, 104, 644}, {k2x, 67, 394}};
+    constexpr std::pair<ParamID, int> kSteps[] = {
+        {kQB11, 644}, {k2x, 894}, {kQB11, 644}, {k2x, 394}};
     for (int round = 0; round < 20; ++round)
-        for (const Step& step : kSteps) {
-            window->click(window->panel(27, step.y));
-            ASSERT_EQ(window->width(), step.width);
-            ASSERT_EQ(window->widths.back(), step.width);
-            ASSERT_EQ(heard(), gesture(step.id, {step.id}));
+        for (const auto& [id, width] : kSteps) {
+            window->click(at(id));
+            ASSERT_EQ(window->width(), width);
+            ASSERT_EQ(window->widths.back(), width);
+            ASSERT_EQ(heard(), gesture(id, {id}));
             unopened->getSize(&told);
-            ASSERT_EQ(told.getWidth(), step.width);
+            ASSERT_EQ(told.getWidth(), width);
         }
     controller.setCurrentPreset(19);
     EXPECT_EQ(window->width(), 894) << "a preset opens the strips that it uses";
-    window->screen.wheel(window->panel(27, 104), 1.0f);
-    EXPECT_EQ(window->width(), 894) << "the wheel resized the window";
     EXPECT_EQ(controller.createView("other"), nullptr);
 }
 
-TEST_F(Editor, EveryButtonTogglesItsParameterInOneGesture)
+// The two channels, linked in every way that there is.
+struct LinkedEditor : Editor {
+    LinkedEditor()
+    {
+        showEverything();
+        for (const Placed& placed : controls()) {
+            if (placed.id % 2 != 0 || placed.id < static_cast<int>(kDriveL)
+                || placed.id >= kTagInfo)
+                continue;
+            if (placed.use == "always")
+                switches.push_back(placed.id);
+            else
+                knobs.push_back(placed.id);
+            if (placed.use == "band")
+                knobs.push_back(placed.id - 2);
+        }
+    }
+    void link(int way)
+    {
+        SCOPED_TRACE("linked by click, host or before the window opens");
+        if (way == 0)
+            return window->click(at(kLink));
+        set(kLink, 1);
+        if (way == 2)
+            openWindow();
+    }
+    // Turns what edits the parameter, upwards or downwards.
+    void turn(int id, int direction, int32_t modifiers = 0)
+    {
+        if (id == kHpfL || id == kHpfR)
+            window->screen.wheel(at(id), static_cast<float>(direction), modifiers);
+        else
+            window->drag(at(id), {0, -20.0 * direction}, modifiers);
+    }
+
+    std::vector<int> knobs, switches;  // of the left channel
+};
+
+TEST_F(LinkedEditor, KnobsKeepTheirDistanceUntilControlTakesIt)
 {
-    showEverything();
-    struct Button {
-        ParamID id;
-        CPoint at;
-    };
-    std::vector<Button> buttons{
-        {kPower, window->panel(27, 425)},  {kBpsCh1, window->panel(27, 290)},
-        {kBpsCh2, window->panel(27, 318)}, {kMS, window->panel(27, 141)},
-        {kLink, window->panel(27, 30)},
-    };
-    for (const Strip& strip : kPreamps)
-        for (const Button& button : {Button{6, {41, 362}}, Button{10, {41, 398}},
-                                     Button{12, {82, 398}}, Button{8, {83, 362}}})
-            buttons.push_back({strip.base + button.id, button.at + CPoint(strip.x, kTop)});
-    for (const Strip& strip : kEqualisers)
-        for (const Button& button :
-             {Button{0, {98, 399}}, Button{2, {27, 399}}, Button{12, {62, 399}}})
-            buttons.push_back({strip.base + button.id, button.at + CPoint(strip.x, kTop)});
-    for (const Button& button : buttons) {
-        SCOPED_TRACE(button.id);
-        const double before = value(button.id);
-        window->click(button.at);
-        EXPECT_EQ(value(button.id), 1.0 - before);
-        EXPECT_EQ(heard(), gesture(button.id, {button.id}));
-        window->click(button.at);
-        EXPECT_EQ(value(button.id), before);
+    ASSERT_EQ(knobs.size(), 15u);
+    for (int round = 0; round < 6; ++round) {
+        const int way = round / 2, side = round % 2, direction = round % 4 < 2 ? -1 : 1;
+        set(kLink, 0);
+        for (const int left : knobs) {
+            set(left + side, (direction < 0 ? 5 : 6) / 11.0);
+            set(left + 1 - side, (direction < 0 ? 3 : 8) / 11.0);
+        }
+        link(way);
+        const double distance = -direction * 2 / 11.0;
+        for (const int left : knobs) {
+            SCOPED_TRACE(testing::Message() << "parameter " << left + side << ", round " << round);
+            bool limited = false;
+            for (int step = 0; step < 10; ++step) {
+                const double before = value(left + side);
+                turn(left + side, step < 5 ? direction : -direction);
+                const double partner = value(left + 1 - side);
+                EXPECT_NEAR(partner, std::clamp(value(left + side) - distance, 0.0, 1.0), 1e-6);
+                EXPECT_TRUE(step > 0 || value(left + side) != before) << "it did not move";
+                limited |= partner == (direction < 0 ? 0.0 : 1.0);
+            }
+            EXPECT_TRUE(limited) << "the partner never stood at its limit";
+        }
+        for (const int left : knobs) {
+            SCOPED_TRACE(testing::Message() << "Control, parameter " << left + side);
+            turn(left + side, direction);
+            EXPECT_NEAR(value(left + side) - value(left + 1 - side), distance, 1e-6);
+            turn(left + side, direction, kControl);
+            EXPECT_EQ(value(left + side), value(left + 1 - side));
+            turn(left + 1 - side, -direction);
+            EXPECT_EQ(value(left + side), value(left + 1 - side)) << "the distance is back";
+        }
+    }
+}
+
+TEST_F(LinkedEditor, SwitchesThatDifferBecomeAlike)
+{
+    ASSERT_EQ(switches.size(), 10u);
+    for (const int way : {0, 1, 2}) {
+        set(kLink, 0);
+        link(way);
+        for (const int left : switches)
+            for (const int moved : {left, left + 1})
+                for (const auto& [ofMoved, ofPartner] :
+                     {std::pair(0.0, 0.0), {1.0, 1.0}, {0.0, 1.0}, {1.0, 0.0}}) {
+                    SCOPED_TRACE(testing::Message()
+                                 << "parameter " << moved << ": " << ofMoved << ", " << ofPartner);
+                    const int partner = moved ^ 1;
+                    set(moved, ofMoved);
+                    set(partner, ofPartner);
+                    window->click(at(moved));
+                    EXPECT_EQ(value(moved), 1 - ofMoved);
+                    EXPECT_EQ(value(partner), 1 - ofMoved);
+                }
+        expectShown();
+    }
+    heard();
+    for (const ParamID id : {kPower, kBpsCh1, kBpsCh2, kMS}) {
+        window->click(at(static_cast<int>(id)));
+        EXPECT_EQ(heard(), gesture(id, {id})) << "of both channels";
+        set(kPower, 1);
         heard();
     }
-    window->click(window->panel(27, 336));  // both bypasses, which are no parameter
-    EXPECT_EQ(heard(), (Calls{"perform 1", "perform 2"}));
-    window->click(window->panel(27, 290));
-    EXPECT_EQ(value(kBpsCh1), 0.0);
-    window->click(window->panel(27, 336));
-    EXPECT_EQ(value(kBpsCh1) + value(kBpsCh2), 2.0) << "with one on, both go on";
-    window->click(window->panel(27, 336));
-    EXPECT_EQ(value(kBpsCh1) + value(kBpsCh2), 0.0);
-
-    window->click(window->panel(27, 180));
-    EXPECT_EQ(value(kChannel), 0.0);
-    set(kPower, 0);
-    heard();
-    window->click({200, 470});
-    EXPECT_EQ(heard(), gesture(kMS, {kMS})) << "the label works without power";
-    window->click(window->panel(27, 30));
-    EXPECT_TRUE(heard().empty()) << "a locked button was heard";
-}
-
-TEST_F(Editor, KnobsEditTheirGainOrTheRingsFrequency)
-{
-    showEverything();
-    for (const Strip& strip : kEqualisers)
-        for (const auto& [step, y] :
-             {std::pair<ParamID, double>{6, 287.5}, {10, 185.5}, {16, 83.5}}) {
-            const ParamID gain = strip.base + step, frequency = gain - 2;
-            SCOPED_TRACE(gain);
-            const CPoint centre(strip.x + 62.5, kTop + y);
-            window->drag(centre, {0, -20});
-            // 20 pixels of 200; the law is near the identity.
-            EXPECT_NEAR(value(gain), 0.6, 0.01);
-            EXPECT_EQ(heard(), gesture(gain, {gain}));
-            window->drag(centre + CPoint(28, 0), {0, -24});
-            EXPECT_NEAR(value(frequency), 24.0 / 96, 1e-6);
-            EXPECT_NEAR(value(gain), 0.6, 0.01);
-            EXPECT_EQ(heard(), gesture(gain, {frequency}));
-
-            // The label of step 3, then "off", then "off" again, which brings step 3 back.
-            const CPoint view(strip.x + 2, kTop + y - 47.5);
-            window->click(view + CPoint(110, 48));
-            EXPECT_NEAR(value(frequency), 3.0 / 9, 1e-6);
-            window->click(view + CPoint(60, 6));
-            EXPECT_EQ(value(frequency), 0.0);
-            window->click(view + CPoint(60, 6));
-            EXPECT_NEAR(value(frequency), 3.0 / 9, 1e-6);
-            window->screen.wheel(centre + CPoint(30, 0), 1.0f);
-            EXPECT_NEAR(value(frequency), 4.0 / 9, 1e-6);
-            window->screen.wheel(centre, -1.0f);
-            EXPECT_NEAR(value(gain), 0.6 - 1.0 / 32, 0.01);
-            heard();
-            window->doubleClick(centre);
-            EXPECT_NEAR(value(gain), 0.5, 1e-3);
-            window->doubleClick(centre + CPoint(0, 30));
-            EXPECT_EQ(value(frequency), 0.0);
-            heard();
-        }
-    for (const Strip& strip : kPreamps) {
-        const CPoint drive(strip.x + 63, kTop + 85), output(strip.x + 63, kTop + 286);
-        window->drag(drive, {0, -30});
-        EXPECT_GT(value(strip.base), 0.55);
-        window->drag(output, {0, 30});
-        EXPECT_LT(value(strip.base + 4), 0.45);
-        const CPoint highPass(strip.x + 63, kTop + 184);
-        window->screen.wheel(highPass, -1.0f);
-        EXPECT_NEAR(value(strip.base + 2), 1.0, 1e-6) << "below off comes the last step";
-        window->screen.wheel(highPass, 1.0f);
-        EXPECT_EQ(value(strip.base + 2), 0.0);
-        window->click({strip.x + 7 + 100, kTop + 128 + 60});  // its label of step 3
-        EXPECT_NEAR(value(strip.base + 2), 3.0 / 11, 1e-6);
-    }
-}
-
-TEST_F(Editor, LinkedChannelsKeepTheirDistanceAndSwitchesTheirDifference)
-{
-    showEverything();
-    set(kLGainL, 0.6);
-    set(kLGainR, 0.5);
-    window->click(window->panel(27, 30));
-    ASSERT_EQ(value(kLink), 1.0);
-    const CPoint left(167 + 62.5, kTop + 287.5), right(555 + 62.5, kTop + 287.5);
-    window->drag(left, {0, -20});
-    EXPECT_NEAR(value(kLGainL) - value(kLGainR), 0.1, 1e-6);
-    EXPECT_NEAR(value(kLGainR), 0.6, 0.01);
-    window->drag(right, {0, 140});
-    EXPECT_NEAR(value(kLGainR), 0.0, 0.002);
-    EXPECT_NEAR(value(kLGainL), 0.1, 0.002);
-    window->drag(left, {0, 30});
-    EXPECT_NEAR(value(kLGainL), 0.0, 0.01);
-    EXPECT_EQ(value(kLGainR), 0.0) << "the partner stands at its limit";
-    window->drag(left, {0, -40});
-    EXPECT_NEAR(value(kLGainL) - value(kLGainR), 0.1, 1e-6) << "the distance has come back";
-    window->drag(left, {0, -4}, VSTGUI::kControl);
-    EXPECT_EQ(value(kLGainL), value(kLGainR));
-    window->drag(right, {0, -4});
-    EXPECT_EQ(value(kLGainL), value(kLGainR)) << "the distance stays gone";
-
-    const CPoint shelf(167 + 27, kTop + 399);
-    window->click(shelf);
-    EXPECT_EQ(value(kLShelfR), 1.0);
-    controller.host.edits.clear();
-    set(kLShelfR, 0.0);
-    window->click(shelf);
-    EXPECT_EQ(value(kLShelfL), 0.0);
-    EXPECT_EQ(value(kLShelfR), 0.0) << "the partner's step down was held at its limit";
-
-    // The distance is taken when LINK goes on.
-    set(kLink, 0.0);
-    set(kDriveL, 0.4);
-    set(kDriveR, 0.9);
-    set(kLink, 1.0);
-    window->screen.wheel({42 + 63, kTop + 85}, 1.0f);
-    EXPECT_NEAR(value(kDriveR) - value(kDriveL), 0.5, 1e-6);
 }
 
 TEST_F(Editor, AHostsAutomationMovesTheControlsAndRepaintsNothingElse)
@@ -216,13 +152,13 @@ TEST_F(Editor, AHostsAutomationMovesTheControlsAndRepaintsNothingElse)
 TEST_F(Editor, TwoWindowsShowTheSameAndOneOutlivesTheOther)
 {
     Window second(controller);
-    window->click(window->panel(27, 104));
+    window->click(at(kQB11));
     EXPECT_EQ(second.width(), 644);
-    second.drag({167 + 62.5, kTop + 287.5}, {0, -30});
+    second.drag(at(kLGainL), {0, -30});
     EXPECT_EQ(window->screen.paint().rgba, second.screen.paint().rgba);
     window->close();
     window->close();
-    second.click(second.panel(27, 104));
+    second.click(at(kQB11));
     EXPECT_EQ(second.width(), 394);
     openWindow();
     second.close();
@@ -230,33 +166,50 @@ TEST_F(Editor, TwoWindowsShowTheSameAndOneOutlivesTheOther)
     window->screen.paint();
 }
 
-TEST_F(Editor, HintsFollowTheRestingMouse)
+TEST_F(Editor, TheRestingMouseLightsItsTargetOrGivesItsHint)
 {
-    showEverything();
     const auto rest = [this](CPoint where) {
         window->screen.setPointer(where);
         clock.advance(100);
-        return window->hint();
     };
-    EXPECT_EQ(rest({300, 300}), "www.zkr-soundworks.example");
-    EXPECT_EQ(rest(window->panel(27, 290)), "Turns off left channel processing.");
-    EXPECT_EQ(rest(window->panel(27, 318)), "Turns off right channel processing.");
-    EXPECT_EQ(rest(window->panel(27, 104)), "Click to disable and hide QB11s");
-    EXPECT_EQ(rest(window->panel(27, 67)), "Click to disable and hide secondary T46s");
-    EXPECT_EQ(rest({300, 300}), "www.zkr-soundworks.example");
-    rest(window->panel(27, 104));
-    set(kQB11, 0);
-    EXPECT_EQ(rest(window->panel(27, 104)), "Click to enable QB11s");
-
-    const auto shows = [this](CPoint where) {
-        window->screen.paint();
-        window->screen.setPointer(where);
-        clock.advance(100);
-        return !window->screen.invalidRects().empty();
-    };
-    EXPECT_TRUE(shows({8, 496})) << "the save key lights up under the mouse";
-    EXPECT_FALSE(shows({9, 497}));
-    EXPECT_TRUE(shows(window->panel(27, 471)));
+    for (const LayoutRow& row : table.layouts) {
+        show(row);
+        for (const HoverRow& target : table.hover) {
+            const CRect rect = control(target.tag).rect;
+            for (const CPoint& where :
+                 {rect.getTopLeft(), CPoint(rect.right - 1, rect.bottom - 1),
+                  CPoint(rect.right, rect.top), CPoint(rect.left, rect.bottom)}) {
+                SCOPED_TRACE(testing::Message() << row.name << ", tag " << target.tag << ", at "
+                                                << where.x << ", " << where.y);
+                Look look;
+                for (auto it = table.hover.rbegin(); it != table.hover.rend(); ++it) {
+                    const Placed placed = control(it->tag);
+                    if (!placed.rect.pointInside(where))
+                        continue;
+                    const bool right = where.x >= placed.rect.getCenter().x;
+                    look = {};
+                    if (it->hints[0].empty())
+                        look.frames[it->tag] = placed.use == "rocker" && right ? 2 : 1;
+                    else
+                        look.hint = it->hints[value(it->tag) > 0];
+                }
+                if (rect.pointInside(where))
+                    rest({200, 300});
+                rest(where);
+                EXPECT_EQ(hint(), look.hint);
+                expectShown(look);
+            }
+        }
+    }
+    // The text turns with the parameter, though the mouse rests where it was.
+    for (const HoverRow& target : table.hover)
+        for (const double on : {0.0, 1.0, 0.0}) {
+            if (target.hints[0] == target.hints[1])
+                continue;
+            set(target.tag, on);
+            rest(at(target.tag));
+            EXPECT_EQ(hint(), target.hints[on > 0]);
+        }
 }
 
 TEST_F(Editor, ALitBypassBreathes)
@@ -285,29 +238,38 @@ TEST_F(Editor, ALitBypassBreathes)
     EXPECT_EQ(brightness(), brightness());
 }
 
-TEST_F(Editor, InfoPanelTellsTheLatencyAndClosesAtAClickOrANewSize)
+TEST_F(Editor, InfoPanelCoversEveryLayoutAndClosesAtAClickOrANewSize)
 {
-    const auto background = window->screen.paint().rgba;
-    const auto toggle = [this] { window->click(window->panel(27, 471)); };
-    toggle();
-    const auto shown = window->screen.paint().rgba;
-    EXPECT_NE(shown, background);
-    set(kLatency, 0.0);
-    const auto withoutDelay = window->screen.paint().rgba;
-    EXPECT_NE(withoutDelay, shown);
-    set(kLatency, 96.0 / 44100.0);
-    EXPECT_EQ(window->screen.paint().rgba, shown) << "2.18 ms, 96 samples";
-    window->click({200, 200});
-    window->screen.mouseMove({200, 200});
-    window->screen.setPointer({200, 350});
-    clock.advance(100);
-    EXPECT_EQ(window->screen.paint().rgba, background);
-    EXPECT_TRUE(heard().empty()) << "a host heard of the info panel";
-    toggle();
-    set(kQB11, 1);
-    set(kQB11, 0);
-    toggle();
-    EXPECT_EQ(window->screen.paint().rgba, shown) << "a new size did not close the panel";
+    Look look;
+    const auto toggle = [&] {
+        window->click(at(kTagInfo));
+        window->screen.mouseMove({200, 300});
+    };
+    for (const LayoutRow& row : table.layouts) {
+        show(row);
+        for (const CPoint& corner : {CPoint(0, 0), CPoint(row.width - 1, 504)}) {
+            toggle();
+            for (const InfoRow& line : table.info)
+                if (line.milliseconds != "-") {
+                    look.latency = line.text;
+                    if (line.milliseconds != "2.18" || corner.x > 0 || row.width > 394)
+                        set(kLatency, std::stod(line.milliseconds) / 1000);
+                    expectShown(look);
+                }
+            window->click(corner);
+            window->screen.mouseMove({200, 300});
+            expectShown();
+        }
+        EXPECT_EQ(heard(), Calls{}) << "a host heard of the info panel";
+        toggle();
+        set(kQB11, 1 - row.preamps);
+        expectShown();
+        toggle();
+        expectShown(look);
+        window->click({200, 200});
+        window->screen.mouseMove({200, 300});
+        heard();
+    }
 }
 
 // All over the widest layout.
@@ -322,7 +284,7 @@ TEST_F(Editor, TheMouseReachesNothingUnderTheInfoPanel)
         ADD_FAILURE() << "a dialog opened";
         return std::vector<std::string>{};
     };
-    const CPoint info = window->panel(27, 471);
+    const CPoint info = at(kTagInfo);
     window->click(info);
     const auto shown = window->screen.paint().rgba;
     heard();
@@ -342,21 +304,11 @@ TEST_F(Editor, TheMouseReachesNothingUnderTheInfoPanel)
     EXPECT_EQ(window->screen.paint().rgba, shown);
 
     // A double or triple click closes it and does no more.
-    const CPoint places[] = {{167 + 62.5, kTop + 287.5},  // knob
-                             {167 + 90.5, kTop + 287.5},  // ring
-                             {167 + 112, kTop + 288},     // label of a step
-                             {167 + 98, kTop + 399},      // EQ IN
-                             {42 + 63, kTop + 85},        // DRIVE
-                             window->panel(27, 425),      // POWER
-                             window->panel(27, 104),      // QB11
-                             {200, 470},                  // channel label
-                             {197, 496},                  // name
-                             {264, 494},                  // menu
-                             {297, 496},                  // rocker
-                             {59, 496},                   // load bank
-                             {310, 496}};                 // store A
-    for (const CPoint& place : places) {
-        SCOPED_TRACE(testing::Message() << place.x << ", " << place.y);
+    for (const Placed& placed : controls()) {
+        SCOPED_TRACE(placed.title);
+        if (placed.id == kTagInfo)
+            continue;
+        const CPoint place = placed.rect.getCenter();
         window->doubleClick(place);
         window->click(place);
         EXPECT_NE(window->screen.paint().rgba, shown);
@@ -366,25 +318,6 @@ TEST_F(Editor, TheMouseReachesNothingUnderTheInfoPanel)
         EXPECT_EQ(window->screen.paint().rgba, shown);
     }
     EXPECT_EQ(controller.getCurrentPreset(), 0);
-}
-
-TEST_F(Editor, TheChannelLabelTakesClicksWhereItIsDrawn)
-{
-    const std::pair<double, double> layouts[] = {{0, 304}, {1, 554}, {2, 554}, {3, 804}};
-    for (const auto& [mode, right] : layouts) {
-        SCOPED_TRACE(mode);
-        set(kQB11, mode == 1 || mode == 3);
-        set(k2x, mode > 1);
-        heard();
-        for (const double x : {33.0, right - 1}) {
-            window->click({x, 470});
-            EXPECT_EQ(heard(), gesture(kMS, {kMS})) << x;
-        }
-        for (const double x : {32.0, right}) {
-            window->click({x, 470});
-            EXPECT_EQ(heard(), Calls{}) << x;
-        }
-    }
 }
 
 TEST_F(Editor, AllMouseEventsGoToTheFramesMouseViewWhileThereIsOne)
@@ -411,7 +344,7 @@ TEST_F(Editor, AllMouseEventsGoToTheFramesMouseViewWhileThereIsOne)
     };
     const auto view = VSTGUI::owned(new MouseLog(VSTGUI::CRect(0, 0, 1, 1)));
     auto* const frame = dynamic_cast<ZKRFrame*>(window->frame());
-    CPoint knob(42 + 62.5, kTop + 287.5);
+    CPoint knob = at(kLGainL);
     set(kLink, 0);
     heard();
     window->screen.mouseDown(knob);
@@ -437,10 +370,10 @@ TEST_F(Editor, OpensAndClosesAHundredTimesInTheMiddleOfThings)
     for (int round = 0; round < 100; ++round) {
         switch (round % 4) {
         case 0:
-            window->screen.mouseDown({42 + 62.5, kTop + 287.5});
+            window->screen.mouseDown(at(kLGainL));
             break;
         case 1:
-            window->click({200, 496});
+            window->click(at(kNameTag));
             window->screen.typeText(("Round " + std::to_string(round)).c_str());
             break;
         case 2:
@@ -448,10 +381,10 @@ TEST_F(Editor, OpensAndClosesAHundredTimesInTheMiddleOfThings)
                 window->close();
                 return 3;
             };
-            window->screen.mouseDown({264, 494});
+            window->screen.mouseDown(at(kMenuTag));
             break;
         default:
-            window->click(window->panel(27, 471));
+            window->click(at(kTagInfo));
         }
         openWindow();
     }
