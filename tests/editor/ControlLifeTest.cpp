@@ -1,175 +1,123 @@
-// What happens every day around a control: it disappears while it is dragged or in the middle of
-// its own handler, its window closes, and there is another window just like it.
-#include "ControlStage.h"
-#include "EveryControl.h"
+// What happens every day around a control: its host closes the window or changes the layout while
+// it is dragged or in the middle of its own handler.
+#include "EditorStage.h"
 
-#include <algorithm>
+#include <functional>
+#include <set>
 
 using namespace VSTGUI;
 
 namespace {
 
-// A window with one control in a column. Everything that is made is gone with it, which the
-// bitmap's count of references tells.
-struct Window {
-    Window(const ControlKind& kind, CBitmap* bitmap)
+struct RestlessHost : HostProbe {
+    tresult PLUGIN_API beginEdit(ParamID id) override { return after(HostProbe::beginEdit(id)); }
+    tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override
     {
-        frame = new CFrame(CRect(0, 0, 200, 200), nullptr);
-        frame->open(host.parentWindow());
-        column = new CViewContainer(CRect(5, 7, 200, 200));
-        frame->addView(column);
-        control = kind.make(&listener, bitmap);
-        column->addView(control);
-        press = kind.press + CPoint(5, 7);
-        host.paint();
+        return after(HostProbe::performEdit(id, value));
     }
-    ~Window() { close(); }
-    void close()
+    tresult PLUGIN_API endEdit(ParamID id) override { return after(HostProbe::endEdit(id)); }
+    tresult after(tresult result)
     {
-        if (frame)
-            std::exchange(frame, nullptr)->close();
-    }
-    void removeControl()
-    {
-        if (control)
-            column->removeView(std::exchange(control, nullptr));
+        if (--callsLeft == 0)
+            interrupt();
+        return result;
     }
 
-    OffscreenHost host;
-    Listener listener;
-    CFrame* frame{nullptr};
-    CViewContainer* column{nullptr};
-    CControl* control{nullptr};
-    CPoint press;
+    int callsLeft = 0;
+    std::function<void()> interrupt;
 };
 
-// As many ends as begins, and never more ends than begins.
-testing::AssertionResult balanced(const Calls& calls)
-{
-    int open = 0;
-    std::string all;
-    for (const std::string& call : calls) {
-        all += call + "; ";
-        open += call == "begin" ? 1 : call == "end" ? -1 : 0;
-        if (open < 0 || open > 1)
-            return testing::AssertionFailure() << "gestures nest or end twice: " << all;
-    }
-    return open == 0 ? testing::AssertionSuccess()
-                     : testing::AssertionFailure() << "one is open: " << all;
-}
-
-struct ControlLife : testing::Test {
-    ControlLife() { CView::kDirtyCallAlwaysOnMainThread = true; }
-    ~ControlLife() override { EXPECT_EQ(bitmap->getNbReference(), 1) << "a control is left over"; }
-
-    // Presses, drags, lets go, turns the wheel and types, as far as there is still a window.
-    static void useRoughly(Window& window)
+struct ControlLife : Editor {
+    ControlLife() { controller.setComponentHandler(&host); }
+    ~ControlLife() override
     {
-        window.host.mouseMove(window.press);
-        window.host.mouseDown(window.press);
-        window.host.mouseMove(window.press + CPoint(3, -300), kLButton);
-        window.host.mouseMove(window.press + CPoint(0, 400), kLButton | kShift);
-        window.host.mouseUp(window.press + CPoint(0, 400));
-        window.host.wheel(window.press, 1);
-        window.host.wheel(window.press, -1);
-        window.host.mouseDown(window.press);
-        window.host.typeText("Another");
-        window.host.pressReturnInTextBox();
-        window.host.mouseUp(window.press);
-        window.host.mouseMove({190, 190});
-        window.host.paint();
+        window.reset();
+        controller.setComponentHandler(&controller.host);
     }
 
-    const SharedPointer<CBitmap> bitmap = filmstrip(120, 24, 5);
+    // With the middle of one control of each class.
+    void forEachClass(const std::function<void(CPoint)>& use)
+    {
+        showEverything();
+        std::set<std::string> seen;
+        for (const Placed& placed : controls()) {
+            if (!seen.insert(placed.className).second)
+                continue;
+            SCOPED_TRACE(placed.title);
+            openWindow();
+            showEverything();
+            window->screen.onMenu = [](COptionMenu&) { return 3; };
+            host.calls.clear();
+            // The host lets go of a closed editor when it is out of its calls.
+            const IPtr<TemplateEditor> alive = window->view;
+            use(placed.isDisplay() ? placed.rect.getCenter() : at(placed.id));
+            expectBalanced();
+        }
+    }
+    // As many ends as begins, and never more ends than begins.
+    void expectBalanced() const
+    {
+        int open = 0;
+        for (const std::string& call : host.calls) {
+            open += call[0] == 'b' ? 1 : call[0] == 'e' ? -1 : 0;
+            EXPECT_TRUE(open == 0 || open == 1) << "gestures nest or end twice: " << call;
+        }
+        EXPECT_EQ(open, 0) << "a gesture is open";
+    }
+    void changeLayout() { set(kQB11, 1 - value(kQB11)); }
+
+    RestlessHost host;
+    const BitmapUser decoded;  // for all windows
 };
 
-TEST_F(ControlLife, GesturesAreBalancedHoweverAControlIsUsed)
+TEST_F(ControlLife, WindowMayCloseOrChangeAtAnyCallOfTheHost)
 {
-    for (const ControlKind& kind : everyControl()) {
-        SCOPED_TRACE(kind.name);
-        Window window(kind, bitmap);
-        useRoughly(window);
-        const Calls calls = window.listener.heard();
-        EXPECT_TRUE(balanced(calls));
-        const bool light = window.control->isTypeOf("CPowerLED");
-        EXPECT_EQ(calls.empty(), light);
-    }
-}
-
-TEST_F(ControlLife, ControlOrWindowMayVanishInAHandlerAtAnyOfItsCalls)
-{
-    for (const ControlKind& kind : everyControl()) {
-        for (const bool whole : {false, true}) {
-            for (size_t atCall = 1; atCall <= 12; ++atCall) {
-                SCOPED_TRACE(testing::Message() << kind.name << (whole ? ", window" : ", control")
-                                                << ", call " << atCall);
-                Window window(kind, bitmap);
-                size_t calls = 0;
-                window.listener.onChange = [&](CControl*) {
-                    if (++calls == atCall)
-                        whole ? window.close() : window.removeControl();
-                };
-                useRoughly(window);
-                EXPECT_TRUE(balanced(window.listener.heard()));
-            }
+    for (const int atCall : {1, 2, 3, 4, 6, 9})
+        for (const bool close : {false, true}) {
+            SCOPED_TRACE(testing::Message()
+                         << (close ? "closed" : "changed") << " at call " << atCall);
+            host.interrupt = [&] { close ? window->close() : changeLayout(); };
+            forEachClass([&](CPoint where) {
+                OffscreenHost& screen = window->screen;
+                host.callsLeft = atCall;
+                screen.mouseMove(where);
+                screen.mouseDown(where);
+                screen.mouseMove(where + CPoint(3, -300), kLButton);
+                screen.mouseMove(where + CPoint(0, 400), kLButton | kShift);
+                screen.mouseUp(where + CPoint(0, 400));
+                screen.wheel(where, 1);
+                screen.wheel(where, -1);
+                screen.mouseDown(where);
+                screen.typeText("Another");
+                screen.pressReturnInTextBox();
+                screen.mouseUp(where);
+                screen.paint();
+                window->close();
+            });
         }
-    }
 }
 
-TEST_F(ControlLife, RemovalOrClosingInTheMiddleOfADragEndsTheGesture)
+TEST_F(ControlLife, ADragThatIsCutOffEndsItsGesture)
 {
-    for (const ControlKind& kind : everyControl()) {
-        for (const bool whole : {false, true}) {
-            SCOPED_TRACE(testing::Message() << kind.name << (whole ? ", window" : ", control"));
-            Window window(kind, bitmap);
-            window.host.mouseDown(window.press);
-            window.host.mouseMove(window.press - CPoint(0, 900), kLButton);
-            if (whole)
-                window.close();
-            else
-                window.removeControl();
-            const Calls calls = window.listener.heard();
-            EXPECT_TRUE(balanced(calls));
-            window.host.mouseMove(window.press);
-            window.host.mouseUp(window.press);
-            EXPECT_EQ(window.listener.heard(), Calls{});
-        }
-    }
-}
-
-TEST_F(ControlLife, ASecondButtonEndsTheDragOfTheFirst)
-{
-    for (const ControlKind& kind : everyControl()) {
-        SCOPED_TRACE(kind.name);
-        Window window(kind, bitmap);
-        window.host.mouseDown(window.press);
-        window.host.mouseMove(window.press - CPoint(0, 4), kLButton);
-        window.host.mouseDown(window.press, kLButton | kRButton);
-        window.host.mouseMove(window.press, kLButton | kRButton);
-        window.host.mouseUp(window.press, kLButton);
-        window.host.mouseUp(window.press, kRButton);
-        EXPECT_TRUE(balanced(window.listener.heard()));
-    }
-}
-
-TEST_F(ControlLife, AReleaseThatGoesAstrayEndsTheGestureWithTheNextMove)
-{
-    for (const ControlKind& kind : everyControl()) {
-        SCOPED_TRACE(kind.name);
-        Window window(kind, bitmap);
-        window.host.mouseDown(window.press);
-        window.host.mouseMove(window.press, 0);
-        window.host.mouseUp({190, 190});
-        EXPECT_TRUE(balanced(window.listener.heard()));
-    }
-}
-
-TEST_F(ControlLife, OnlyTheNameFieldWantsTheKeyboard)
-{
-    for (const ControlKind& kind : everyControl()) {
-        Window window(kind, bitmap);
-        EXPECT_EQ(window.control->wantsFocus(), window.control->isTypeOf("CZKRTextEdit"))
-            << kind.name;
+    const std::function<void(CPoint)> cuts[] = {
+        [&](CPoint) { window->close(); },
+        [&](CPoint) { changeLayout(); },
+        // A second button.
+        [&](CPoint where) { window->screen.mouseDown(where, kLButton | kRButton); },
+        // The release has gone astray.
+        [&](CPoint where) { window->screen.mouseMove(where, 0); },
+    };
+    for (const auto& cut : cuts) {
+        SCOPED_TRACE(&cut - cuts);
+        forEachClass([&](CPoint where) {
+            window->screen.mouseDown(where);
+            window->screen.mouseMove(where - CPoint(0, 4), kLButton);
+            cut(where);
+            if (!window->view || &cut == &cuts[1])
+                expectBalanced();
+            window->screen.mouseUp(where, kLButton);
+            window->screen.mouseUp(where, kRButton);
+        });
     }
 }
 

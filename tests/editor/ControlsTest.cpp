@@ -49,8 +49,8 @@ void collect(CViewContainer* container, std::vector<CControl*>& found)
 bool answers(const Placed& row, CControl* control)
 {
     return isExactly(control, row.className)
-        && (row.id >= 0 ? control->getTag() == row.id
-                        : text(placeOf(control, control->getViewSize())) == text(row.rect));
+        && (!row.isDisplay() ? control->getTag() == row.id
+                             : text(placeOf(control, control->getViewSize())) == text(row.rect));
 }
 
 // The control at each point of a window that its mouse events go to; null for none.
@@ -63,15 +63,15 @@ CControl* underMouse(CFrame* frame, CPoint where)
 
 TEST_F(Editor, EveryControlIsWhatItsRowSaysAndStandsThere)
 {
-    for (const LayoutRow& row : table.layouts) {
-        SCOPED_TRACE(row.name);
+    for (const Row& row : rows("layout")) {
+        SCOPED_TRACE(row.at("name"));
         show(row);
-        EXPECT_EQ(window->width(), row.width);
+        EXPECT_EQ(window->width(), row.whole("width"));
         std::vector<CControl*> found;
         collect(window->frame(), found);
-        const std::vector<Placed> rows = controls();
+        const std::vector<Placed> all = controls();
         std::vector<CControl*> ofRow;
-        for (const Placed& placed : rows) {
+        for (const Placed& placed : all) {
             SCOPED_TRACE(placed.title);
             const auto it = std::find_if(found.begin(), found.end(), [&](CControl* control) {
                 return answers(placed, control);
@@ -95,14 +95,14 @@ TEST_F(Editor, EveryControlIsWhatItsRowSaysAndStandsThere)
                           << text(placeOf(control, control->getViewSize()));
         std::set<std::string> covered;
         for (int y = 0; y < 505; ++y)
-            for (int x = 0; x < row.width; ++x) {
-                std::size_t top = rows.size();
-                for (std::size_t i = 0; i < rows.size(); ++i)
-                    if (rows[i].rect.pointInside(CPoint(x, y)))
+            for (int x = 0; x < window->width(); ++x) {
+                std::size_t top = all.size();
+                for (std::size_t i = 0; i < all.size(); ++i)
+                    if (all[i].rect.pointInside(CPoint(x, y)))
                         top = i;
                 if (underMouse(window->frame(), CPoint(x, y))
-                    != (top < rows.size() ? ofRow[top] : nullptr))
-                    covered.insert(top < rows.size() ? rows[top].title : "nothing");
+                    != (top < all.size() ? ofRow[top] : nullptr))
+                    covered.insert(top < all.size() ? all[top].title : "nothing");
             }
         for (const std::string& title : covered)
             ADD_FAILURE() << "the mouse finds another control in the place of " << title;
@@ -111,8 +111,8 @@ TEST_F(Editor, EveryControlIsWhatItsRowSaysAndStandsThere)
 
 TEST_F(Editor, EveryControlShowsItsParameterAndThePower)
 {
-    for (const LayoutRow& row : table.layouts) {
-        SCOPED_TRACE(row.name);
+    for (const Row& row : rows("layout")) {
+        SCOPED_TRACE(row.at("name"));
         show(row);
         for (int round = 0; round < 12; ++round) {
             SCOPED_TRACE(round);
@@ -120,9 +120,10 @@ TEST_F(Editor, EveryControlShowsItsParameterAndThePower)
             int place = round;
             for (const Placed& placed : controls()) {
                 ++place;
-                const auto laws = ControlTable::of(table.laws, placed.use);
+                const auto laws = rows("law", placed.use);
                 if (!laws.empty()) {
-                    const double x = laws[static_cast<std::size_t>(place / 2) % laws.size()].value;
+                    const double x =
+                        laws[static_cast<std::size_t>(place / 2) % laws.size()].number("value");
                     set(placed.id, place % 2 ? x : 1 - x);
                 }
                 if (placed.use == "band")
@@ -154,12 +155,12 @@ TEST_F(Editor, LawsAgreeWithTheirFormulas)
             if (!knob)
                 return;
             SCOPED_TRACE(knob->getTag());
-            for (const LawRow& row : ControlTable::of(table.laws, kind)) {
-                const auto x = static_cast<float>(row.value);
-                EXPECT_NEAR(knob->positionFromValue(x), row.position, 5e-5) << x;
-                EXPECT_NEAR(knob->valueFromPosition(x), row.back, 5e-5) << x;
-                EXPECT_NEAR(knob->positionFromValue(1 - x), 1 - row.position, 5e-5) << x;
-                EXPECT_NEAR(knob->valueFromPosition(1 - x), 1 - row.back, 5e-5) << x;
+            for (const Row& row : rows("law", kind)) {
+                const auto x = static_cast<float>(row.number("value"));
+                EXPECT_NEAR(knob->positionFromValue(x), row.number("position"), 5e-5) << x;
+                EXPECT_NEAR(knob->valueFromPosition(x), row.number("back"), 5e-5) << x;
+                EXPECT_NEAR(knob->positionFromValue(1 - x), 1 - row.number("position"), 5e-5) << x;
+                EXPECT_NEAR(knob->valueFromPosition(1 - x), 1 - row.number("back"), 5e-5) << x;
             }
         };
         check(dynamic_cast<CAnimCoaxT46CustomKnob*>(control), "band");
@@ -168,10 +169,11 @@ TEST_F(Editor, LawsAgreeWithTheirFormulas)
 }
 
 // "3,20", "w-1", either with "s" behind it.
-void turn(Window& window, CPoint from, const std::vector<std::string>& moves)
+void turn(Window& window, CPoint from, const std::string& moves)
 {
     bool pressed = false;
-    for (const std::string& move : moves) {
+    std::istringstream words(moves);
+    for (std::string move; words >> move;) {
         const int32_t shift = move.back() == 's' ? kShift : 0;
         if (move[0] == 'w') {
             window.screen.wheel(from, std::stof(move.substr(1)), shift);
@@ -191,11 +193,11 @@ TEST_F(Editor, EveryKnobTurnsByItsRows)
 {
     showEverything();
     for (const Placed& knob : controls())
-        for (const TurnRow& row : ControlTable::of(table.turns, knob.use)) {
-            SCOPED_TRACE(testing::Message() << knob.title << " at " << row.from.x << ", "
-                                            << row.from.y << " by " << row.by.front());
+        for (const Row& row : rows("turn", knob.use)) {
+            SCOPED_TRACE(testing::Message() << knob.title << " at " << row.at("x") << ", "
+                                            << row.at("y") << " by " << row.at("by"));
             const bool band = knob.use == "band";
-            const CPoint centre = centreOfPicture(knob);
+            const CPoint centre = knob.face().getCenter();
             set(knob.id, 0.9);
             window->doubleClick(centre);
             EXPECT_NEAR(value(knob.id), knob.use == "dial" ? 0.0 : 0.5, 1e-5) << "its default";
@@ -207,9 +209,9 @@ TEST_F(Editor, EveryKnobTurnsByItsRows)
             }
             const double gain = value(knob.id);
             heard();
-            turn(*window, centre + row.from, row.by);
-            const int moved = row.turns == "gain" ? knob.id : ring;
-            EXPECT_NEAR(value(moved), row.to, 2e-5);
+            turn(*window, centre + CPoint(row.number("x"), row.number("y")), row.at("by"));
+            const int moved = row.at("turns") == "gain" ? knob.id : ring;
+            EXPECT_NEAR(value(moved), row.number("to"), 2e-5);
             if (moved != knob.id) {
                 EXPECT_EQ(value(knob.id), gain);
             } else if (band) {
@@ -227,11 +229,11 @@ TEST_F(Editor, EveryLabelSetsItsStepInOneGesture)
 {
     showEverything();
     for (const Placed& knob : controls()) {
-        const auto labels = ControlTable::of(table.labels, knob.use);
+        const auto labels = rows("label", knob.use);
         const int id = knob.use == "band" ? knob.id - 2 : knob.id;
         const double last = static_cast<double>(labels.size()) - 1;
         for (std::size_t step = 0; step < labels.size(); ++step) {
-            const CRect& rect = labels[step].rect;
+            const CRect rect = labels[step].rect();
             for (const CPoint& corner :
                  {rect.getTopLeft(), CPoint(rect.right - 1, rect.bottom - 1),
                   CPoint(rect.left - 1, rect.top), CPoint(rect.left, rect.top - 1),
@@ -243,7 +245,7 @@ TEST_F(Editor, EveryLabelSetsItsStepInOneGesture)
                                                 << corner.x << ", " << corner.y);
                 std::size_t before = step == 4 ? 5 : 4, hit = before;
                 for (std::size_t other = 0; other < labels.size(); ++other)
-                    if (labels[other].rect.pointInside(corner))
+                    if (labels[other].rect().pointInside(corner))
                         hit = other;
                 set(id, static_cast<double>(before) / last);
                 heard();
@@ -260,13 +262,13 @@ TEST_F(Editor, EveryLabelSetsItsStepInOneGesture)
 
 TEST_F(Editor, EveryButtonTurnsItsParameterOverAndIsLockedAsItsRowSays)
 {
-    for (const LayoutRow& row : table.layouts)
+    for (const Row& row : rows("layout"))
         for (const double power : {1.0, 0.0}) {
             show(row);
             set(kLink, 0);
             for (const Placed& button : controls()) {
                 SCOPED_TRACE(testing::Message()
-                             << row.name << ", " << button.title << ", power " << power);
+                             << row.at("name") << ", " << button.title << ", power " << power);
                 const std::set<std::string> kinds{"wheel", "always", "key", "label", "both"};
                 if (!kinds.count(button.use))
                     continue;

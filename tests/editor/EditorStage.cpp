@@ -6,31 +6,92 @@
 #include "vstgui/platform/iplatformsurface.h"
 
 #include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <iomanip>
 #include <set>
+#include <sstream>
 
 using namespace VSTGUI;
-
-const ControlTable Editor::table;
 
 namespace {
 
 constexpr int kHeight = 505;
 
-void drawPicture(CDrawContext& context, int number, const CRect& rect, CPoint from = {})
+void drawPicture(CDrawContext& context, int number, const CRect& rect, CPoint from = {},
+                 float alpha = 1.0f)
 {
     if (number)
-        editorBitmap(number)->draw(&context, rect, from);
+        editorBitmap(number)->draw(&context, rect, from, alpha);
 }
 
-void drawFrame(CDrawContext& context, int number, int frames, int frame, const CRect& rect)
+void drawFrame(CDrawContext& context, int number, int frames, int frame, const CRect& rect,
+               float alpha = 1.0f)
 {
     if (!number || frame < 0)
         return;
     const int height = static_cast<int>(editorBitmap(number)->getHeight()) / frames;
-    drawPicture(context, number, rect, CPoint(0, height * frame));
+    drawPicture(context, number, rect, CPoint(0, height * frame), alpha);
+}
+
+using Tables = std::map<std::string, std::vector<Row>>;
+
+Tables readTables()
+{
+    Tables tables;
+    std::map<std::string, std::vector<std::string>> columns;
+    std::ifstream file(ZKR_CONTROLS);
+    for (std::string line; std::getline(file, line);) {
+        std::istringstream words(line);
+        std::string table, word;
+        if (!(words >> table) || table[0] == '#')
+            continue;
+        if (table == "table") {
+            words >> table;
+            while (words >> word)
+                columns[table].push_back(word);
+            continue;
+        }
+        Row row;
+        for (const std::string& column : columns.at(table)) {
+            if (column != columns[table].back())
+                words >> std::quoted(row[column]);
+            else
+                std::getline(words >> std::ws, row[column]);
+        }
+        tables[table].push_back(row);
+    }
+    return tables;
+}
+
+// Where a knob shows a value that has a row, or whose mirror image has one.
+double position(const std::string& kind, double value)
+{
+    for (const Row& row : rows("law", kind))
+        for (const bool mirrored : {false, true}) {
+            const double x = row.number("value"), shown = row.number("position");
+            if (std::abs((mirrored ? 1 - x : x) - value) < 1e-6)
+                return mirrored ? 1 - shown : shown;
+        }
+    return value;
 }
 
 }  // namespace
+
+const std::vector<Row>& rows(const std::string& table)
+{
+    static const Tables tables = readTables();
+    return tables.at(table);
+}
+
+std::vector<Row> rows(const std::string& table, const std::string& knob)
+{
+    std::vector<Row> found;
+    for (const Row& row : rows(table))
+        if (row.at("knob") == knob)
+            found.push_back(row);
+    return found;
+}
 
 Calls gesture(ParamID tag, std::initializer_list<ParamID> edited)
 {
@@ -69,13 +130,6 @@ void Window::drag(CPoint from, CPoint by, int32_t modifiers)
     screen.mouseUp(from + by, kLButton | modifiers);
 }
 
-Placed::Placed(const ControlRow& row, const ColumnRow& in, CPoint origin)
-    : ControlRow(row), id(row.tag == "-" ? -1 : in.tag + std::stoi(row.tag)),
-      title(name + " of tag " + std::to_string(id))
-{
-    rect.offset(origin.x, origin.y);
-}
-
 Calls Editor::heard()
 {
     Calls calls = std::exchange(controller.host.calls, {});
@@ -84,38 +138,41 @@ Calls Editor::heard()
     return calls;
 }
 
-void Editor::show(const LayoutRow& row)
+void Editor::show(const Row& row)
 {
-    set(kQB11, row.preamps);
-    set(k2x, row.secondary);
+    set(kQB11, row.number("QB11"));
+    set(k2x, row.number("2x"));
     heard();
 }
 
 void Editor::showEverything()
 {
     set(kLink, 0);
-    show(table.layouts.back());
+    show(rows("layout").back());
 }
 
-std::size_t Editor::layout()
+const Row& Editor::layout()
 {
-    std::size_t index = 0;
-    while (table.layouts[index].preamps != value(kQB11)
-           || table.layouts[index].secondary != value(k2x))
-        ++index;
-    return index;
+    const auto& layouts = rows("layout");
+    return *std::find_if(layouts.begin(), layouts.end(), [this](const Row& row) {
+        return row.number("QB11") == value(kQB11) && row.number("2x") == value(k2x);
+    });
 }
 
 std::vector<Placed> Editor::controls()
 {
     std::vector<Placed> placed;
-    for (const ColumnRow& column : table.columns) {
-        const std::string& left = column.left[layout()];
-        if (left == "-")
-            continue;
-        for (const ControlRow& row : table.controls)
-            if (row.column == column.kind)
-                placed.emplace_back(row, column, CPoint(std::stod(left), column.top));
+    for (const Row& column : rows("column")) {
+        const std::string& left = column.at(layout().at("name"));
+        for (const Row& row : rows("control")) {
+            if (left == "-" || row.at("column") != column.at("kind"))
+                continue;
+            const int id = column.whole("tag") + row.whole("tag");
+            placed.push_back({row.at("name"), row.at("class"), row.at("use"),
+                              row.at("name") + " of tag " + std::to_string(id),
+                              row.rect().offset(std::stod(left), column.number("top")), id,
+                              row.whole("picture"), row.whole("frames"), row.whole("lit")});
+        }
     }
     return placed;
 }
@@ -123,30 +180,29 @@ std::vector<Placed> Editor::controls()
 Placed Editor::control(int tag)
 {
     for (const Placed& placed : controls())
-        if (placed.id == tag)
+        if (placed.id == tag && !placed.isDisplay())
             return placed;
     throw std::invalid_argument("no control has tag " + std::to_string(tag));
 }
 
 CPoint Editor::at(int id)
 {
-    for (const Placed& placed : controls()) {
-        const CPoint centre = placed.use == "band"    ? centreOfPicture(placed)
-            : placed.title == "bypass-right of tag 2" ? placed.rect.getCenter() + CPoint(0, 3)
-                                                      : placed.rect.getCenter();
-        if (placed.id == id)
-            return centre;
+    for (const Placed& placed : controls())
         if (placed.use == "band" && placed.id == id + 2)
-            return centre + CPoint(28, 0);
-    }
-    throw std::invalid_argument("no control edits " + std::to_string(id));
+            return placed.face().getCenter() + CPoint(28, 0);
+    const Placed found = control(id);
+    // The upper edge of the right bypass lies under the left one.
+    return found.face().getCenter() + CPoint(0, id == kBpsCh2 ? 3 : 0);
 }
 
-CPoint Editor::centreOfPicture(const Placed& knob)
+CRect Placed::face() const
 {
-    const CRect& inset = table.knob(knob.use).inset;
-    return {(knob.rect.left + inset.left + knob.rect.right - inset.right) / 2,
-            (knob.rect.top + inset.top + knob.rect.bottom - inset.bottom) / 2};
+    CRect inner = rect;
+    for (const Row& knob : rows("knob"))
+        if (knob.at("kind") == use)
+            inner = {rect.left + knob.number("left"), rect.top + knob.number("top"),
+                     rect.right - knob.number("right"), rect.bottom - knob.number("bottom")};
+    return inner;
 }
 
 std::string Editor::hint()
@@ -161,101 +217,91 @@ std::string Editor::hint()
 // Of its picture; -1 when it shows none.
 int Editor::frameOf(const Placed& placed, const Look& look)
 {
-    const bool power = value(kPower) >= 0.5;
-    const auto steps = [&](double position) {
-        return static_cast<int>(position * (placed.frames - 1) + 0.5);
-    };
     if (const auto other = look.frames.find(placed.id); other != look.frames.end())
         return other->second;
-    if (placed.id > kTagInfo)
+    if (placed.id >= kTagInfo)
         return 0;
-    if (placed.name == "power-lamp")
-        return power;
-    if (placed.name == "lamp")
-        return 0;
+    const bool power = value(kPower) >= 0.5;
     const double shown = value(placed.id);
-    if (placed.use == "switch")
-        return power ? steps(shown) : -1;
-    if (placed.use == "band" || placed.use == "level" || placed.use == "dial")
-        return steps(table.position(placed.use, shown));
+    if (placed.isKnob() || placed.use == "switch") {
+        const int step = static_cast<int>(position(placed.use, shown) * (placed.frames - 1) + 0.5);
+        return power || placed.isKnob() ? step : -1;
+    }
     if (shown < 0.5)
         return 0;
-    if (placed.frames == 3)
-        return power ? 1 : 2;
-    return power || placed.className == "CZKROnOffButton" ? 1 : 0;
+    return power ? 1 : placed.frames == 3 ? 2 : 0;
 }
 
-void Editor::drawControl(CDrawContext& context, const Placed& placed, const Look& look)
+void Editor::drawKnob(CDrawContext& context, const Placed& knob)
 {
-    const CRect& rect = placed.rect;
-    if (placed.use == "text" || placed.use == "hint") {
-        const bool name = placed.use == "text";
+    const auto labels = rows("label", knob.use);
+    const double stepped = value(knob.use == "band" ? knob.id - 2 : knob.id);
+    const auto step =
+        static_cast<std::size_t>(stepped * static_cast<double>(labels.size() - 1) + 0.5);
+    for (const Row& row : rows("knob"))
+        if (row.at("kind") == knob.use)
+            drawFrame(context, row.whole("picture"), row.whole("frames"),
+                      2 * static_cast<int>(step), knob.face());
+    drawFrame(context, knob.picture, knob.frames, frameOf(knob, {}), knob.face());
+    if (!labels.empty()) {
+        CRect lit = labels[step].rect();
+        const CPoint from = lit.getTopLeft();
+        drawPicture(context, knob.lit, lit.offset(knob.rect.left, knob.rect.top), from);
+    }
+}
+
+void Editor::draw(CDrawContext& context, const Placed& placed, const Look& look)
+{
+    if (placed.use == "text") {
         const auto font = VSTGUI::owned(new CFontDesc("Arial", 11));
-        context.setFont(name ? static_cast<CFontRef>(font) : kNormalFontSmall);
-        context.setFontColor(name ? CColor(0x24, 0x24, 0x20) : CColor(223, 222, 223));
-        const std::string shown = name ? controller.name(controller.getCurrentPreset()) : look.hint;
-        context.drawString(shown.c_str(), rect);
+        context.setFont(font);
+        context.setFontColor(CColor(0x24, 0x24, 0x20));
+        const std::string selected = controller.name(controller.getCurrentPreset());
+        context.drawString((look.name.empty() ? selected : look.name).c_str(), placed.rect);
+    } else if (placed.use == "hint") {
+        context.setFont(kNormalFontSmall);
+        context.setFontColor(CColor(223, 222, 223));
+        context.drawString(look.hint.c_str(), placed.rect);
     } else if (placed.use == "label") {
-        const int row = std::min(static_cast<int>(layout() + 1) / 2, 2);
-        drawFrame(context, placed.picture, placed.frames, row + (value(kMS) >= 0.5 ? 3 : 0), rect);
-    } else if (placed.use == "band" || placed.use == "level" || placed.use == "dial") {
-        const KnobRow& knob = table.knob(placed.use);
-        const CRect picture(rect.left + knob.inset.left, rect.top + knob.inset.top,
-                            rect.right - knob.inset.right, rect.bottom - knob.inset.bottom);
-        const auto labels = ControlTable::of(table.labels, placed.use);
-        const double stepped = value(placed.use == "band" ? placed.id - 2 : placed.id);
-        const int step = static_cast<int>(stepped * static_cast<double>(labels.size() - 1) + 0.5);
-        drawFrame(context, knob.ring, knob.ringFrames, 2 * step, picture);
-        drawFrame(context, placed.picture, placed.frames, frameOf(placed, look), picture);
-        if (placed.lit) {
-            CRect lit = labels[static_cast<std::size_t>(step)].rect;
-            const CPoint from = lit.getTopLeft();
-            drawPicture(context, placed.lit, lit.offset(rect.left, rect.top), from);
-        }
-    } else if (placed.use != "menu") {
+        const int strips = (placed.rect.getWidth() > 300) + (placed.rect.getWidth() > 600);
+        drawFrame(context, placed.picture, placed.frames, strips + (value(kMS) >= 0.5 ? 3 : 0),
+                  placed.rect);
+    } else if (placed.isKnob()) {
+        drawKnob(context, placed);
+    } else if (placed.className == "CBlinkLEDButton" && frameOf(placed, look) > 0) {
         // The light lies over the dark key.
-        if (placed.className == "CBlinkLEDButton" && frameOf(placed, look) > 0)
-            drawFrame(context, placed.picture, placed.frames, 0, rect);
-        drawFrame(context, placed.picture, placed.frames, frameOf(placed, look), rect);
+        drawFrame(context, placed.picture, placed.frames, 0, placed.rect);
+        drawFrame(context, placed.picture, placed.frames, 1, placed.rect, look.light);
+    } else if (placed.use != "menu") {
+        drawFrame(context, placed.picture, placed.frames, frameOf(placed, look), placed.rect);
     }
 }
 
 Pixels Editor::expectedPicture(const Look& look)
 {
-    const int width = table.layouts[layout()].width;
-    const auto surface = VSTGUI::owned(IPlatformSurface::create(width, kHeight));
+    const CRect all(0, 0, layout().number("width"), kHeight);
+    const auto surface = VSTGUI::owned(IPlatformSurface::create(all.right, kHeight));
     CDrawContext context(surface);
-    const CRect all(0, 0, width, kHeight);
-    double process = 0.0;
-    for (const ColumnRow& column : table.columns) {
-        const std::string& left = column.left[layout()];
-        if (left == "-")
-            continue;
-        const CPoint origin(std::stod(left), column.top);
-        drawPicture(context, column.picture,
-                    column.kind == "window" ? all : CRect(origin, column.size));
-        for (const ControlRow& row : table.controls)
-            if (row.column == column.kind) {
-                Look lit = look;
-                if (row.name == "process")
-                    process = value(column.tag);
-                if (row.name == "lamp")
-                    lit.frames[-1] = process >= 0.5 && value(kPower) >= 0.5;
-                drawControl(context, Placed(row, column, origin), lit);
-            }
-    }
-    if (!look.latency.empty()) {
-        context.setFillColor(CColor(10, 10, 10, 180));
-        context.drawRect(all, kDrawFilled);
-        context.setFontColor(CColor(223, 222, 223));
-        for (const InfoRow& line : table.info)
-            if (line.milliseconds == "-" || line.text == look.latency) {
-                context.setFont(line.font == "normal" ? kNormalFont : kNormalFontSmaller);
-                context.drawString(
-                    line.text.c_str(),
-                    CRect(line.right, line.down, line.right + width, line.down + 240));
-            }
-    }
+    for (const Row& column : rows("column"))
+        if (const std::string& left = column.at(layout().at("name")); left != "-") {
+            const CPoint size(column.number("width"), column.number("height"));
+            drawPicture(context, column.whole("picture"),
+                        CRect(CPoint(std::stod(left), column.number("top")), size));
+        }
+    for (const Placed& placed : controls())
+        draw(context, placed, look);
+    if (look.latency.empty())
+        return surface->readPixels();
+    context.setFillColor(CColor(10, 10, 10, 180));
+    context.drawRect(all, kDrawFilled);
+    context.setFontColor(CColor(223, 222, 223));
+    for (const Row& line : rows("info"))
+        if (line.at("milliseconds") == "-" || line.at("text") == look.latency) {
+            context.setFont(line.at("font") == "normal" ? kNormalFont : kNormalFontSmaller);
+            const double right = line.number("right"), down = line.number("down");
+            context.drawString(line.at("text").c_str(),
+                               CRect(right, down, right + all.right, down + 240));
+        }
     return surface->readPixels();
 }
 
@@ -263,10 +309,8 @@ void Editor::expectShown(const Look& look)
 {
     const Pixels shown = window->screen.paint(), expected = expectedPicture(look);
     ASSERT_EQ(shown.width, expected.width);
-    if (shown.rgba == expected.rgba)
-        return;
     std::set<std::string> different;
-    for (int y = 0; y < shown.height; ++y)
+    for (int y = 0; y < shown.height && shown.rgba != expected.rgba; ++y)
         for (int x = 0; x < shown.width; ++x)
             if (shown.at(x, y) != expected.at(x, y)) {
                 std::string where = "the background";
@@ -275,9 +319,11 @@ void Editor::expectShown(const Look& look)
                         where = placed.title;
                 different.insert(where);
             }
+    if (different.empty())
+        return;
     writePng("editor-shown.png", shown);
     writePng("editor-expected.png", expected);
     for (const std::string& where : different)
-        ADD_FAILURE() << table.layouts[layout()].name << ": the picture of " << where
+        ADD_FAILURE() << layout().at("name") << ": the picture of " << where
                       << " (editor-shown.png, editor-expected.png)";
 }

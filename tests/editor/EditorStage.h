@@ -3,7 +3,6 @@
 #pragma once
 
 #include "../presets/ControllerProbe.h"
-#include "ControlTable.h"
 #include "TemplateEditor.h"
 
 #include "vstgui/platform/offscreen.h"
@@ -62,20 +61,42 @@ public:
     std::vector<int> widths;  // that the editor asked for
 };
 
-// A control in the window of a layout, and what its messages call it.
-struct Placed : ControlRow {
-    Placed(const ControlRow& row, const ColumnRow& in, CPoint origin);
+// A row of controls.txt: words by the names of their columns.
+struct Row : std::map<std::string, std::string> {
+    double number(const std::string& column) const { return std::stod(at(column)); }
+    int whole(const std::string& column) const { return std::stoi(at(column)); }
+    CRect rect() const
+    {
+        return {number("left"), number("top"), number("right"), number("bottom")};
+    }
+};
 
-    // -1 for a lamp.
-    int id;
-    std::string title;
+const std::vector<Row>& rows(const std::string& table);
+// Those for a kind of knob.
+std::vector<Row> rows(const std::string& table, const std::string& knob);
+
+// A control in the window, and what messages call it.
+struct Placed {
+    std::string name, className, use, title;
+    CRect rect;
+    int id, picture, frames, lit;
+
+    // Where a knob's picture stands in its rectangle.
+    CRect face() const;
+    bool isKnob() const { return use == "band" || use == "level" || use == "dial"; }
+    // The others have a tag of their own.
+    bool isDisplay() const { return use == "lamp" || use == "hint"; }
 };
 
 // What a window shows beside the parameters.
 struct Look {
     // Of momentary buttons that are not at rest, by tag.
     std::map<int, int> frames{};
+    // Of a lit bypass.
+    float light = 1.0f;
     std::string hint = "www.zkr-soundworks.example";
+    // In its field, if not the selected preset's.
+    std::string name{};
     // Empty while the info panel is not shown.
     std::string latency{};
 };
@@ -96,14 +117,13 @@ struct Editor : testing::Test {
     Calls heard();
     // All strips in a window of 894 pixels, unlinked.
     void showEverything();
-    void show(const LayoutRow& layout);
+    void show(const Row& layout);
 
     // Of the layout that is asked for, the later ones on top.
     std::vector<Placed> controls();
     Placed control(int tag);
     // The middle of the control that edits the parameter, or of the ring on its right-hand side.
     CPoint at(int id);
-    CPoint centreOfPicture(const Placed& knob);
     // The text that stands there.
     std::string hint();
 
@@ -112,14 +132,14 @@ struct Editor : testing::Test {
     // Says what else shows.
     void expectShown(const Look& look = {});
 
-    static const ControlTable table;
     VSTGUI::ManualClock clock;
     platform::MemoryStore store;
     ControllerProbe controller{store, TemplateEditor::create};
     std::unique_ptr<Window> window;
 
 private:
-    std::size_t layout();
-    void drawControl(VSTGUI::CDrawContext& context, const Placed& placed, const Look& look);
+    const Row& layout();
     int frameOf(const Placed& placed, const Look& look);
+    void draw(VSTGUI::CDrawContext& context, const Placed& placed, const Look& look);
+    void drawKnob(VSTGUI::CDrawContext& context, const Placed& knob);
 };

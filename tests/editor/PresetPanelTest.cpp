@@ -2,29 +2,22 @@
 #include "EditorStage.h"
 
 #include "Files.h"
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include "TemporaryFolder.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-const CPoint kSaveBank(8, 496), kDefaultBank(33, 495), kLoadBank(59, 496), kSavePreset(74, 496),
-    kDefaultPreset(100, 495), kLoadPreset(126, 496), kName(197, 496), kMenu(264, 494),
-    kPrevious(276, 496), kNext(297, 496), kStoreA(310, 496), kRecallA(333, 496), kStoreB(350, 496),
-    kRecallB(372, 496);
+// The rocker's halves, from its middle.
+const CPoint kBack(-10, 0), kForth(10, 0);
 
 TEST_F(Editor, TheRockerStepsThroughThePresetsAndStopsAtTheEnds)
 {
-    window->click(kPrevious);
+    window->click(at(kRockerTag) + kBack);
     EXPECT_EQ(controller.getCurrentPreset(), 0);
     EXPECT_EQ(controller.host.edits.size(), 58u) << "the first preset is published all the same";
     for (int i = 1; i < 30; ++i)
-        window->click(kNext);
+        window->click(at(kRockerTag) + kForth);
     EXPECT_EQ(controller.getCurrentPreset(), 23);
-    window->click(kPrevious);
+    window->click(at(kRockerTag) + kBack);
     EXPECT_EQ(controller.getCurrentPreset(), 22);
     EXPECT_EQ(controller.bank(),
               Bytes(reinterpret_cast<const uint8*>(factoryBank().data()),
@@ -45,129 +38,142 @@ TEST_F(Editor, TheMenuListsAllPresetsWithTheSelectedOneChecked)
         EXPECT_EQ(menu.getNbItemsPerColumn(), 12);
         return 19;
     };
-    window->click(kMenu);
+    window->click(at(kMenuTag));
     EXPECT_EQ(controller.getCurrentPreset(), 19);
     EXPECT_EQ(window->width(), 894);
     window->screen.onMenu = [](VSTGUI::COptionMenu&) { return -1; };
     heard();
-    window->click(kMenu);
+    window->click(at(kMenuTag));
     EXPECT_TRUE(heard().empty());
     EXPECT_EQ(controller.getCurrentPreset(), 19);
 }
 
-TEST_F(Editor, ANameThatIsTypedIsThePresetsNameIn23Bytes)
+TEST_F(Editor, ANameThatIsTypedIsTheSelectedPresetsNameIn23Bytes)
 {
     Window second(controller);
-    window->click(kName);
-    EXPECT_STREQ(window->screen.textBoxText(), "Default");
-    window->screen.typeText("Zwölf Boxkämpfer jagen Viktor");
-    EXPECT_EQ(controller.name(0), "Default");
-    window->screen.pressReturnInTextBox();
     const std::string kept = std::string("Zwölf Boxkämpfer jagen Viktor").substr(0, 23);
-    EXPECT_EQ(controller.name(0), kept);
-    window->screen.setPointer({600, 600});
-    EXPECT_EQ(window->screen.paint().rgba, second.screen.paint().rgba);
-    window->click(kName);
-    EXPECT_EQ(window->screen.textBoxText(), kept);
-    window->screen.typeText("never");
-    window->screen.pressEscapeInTextBox();
-    EXPECT_EQ(controller.name(0), kept);
+    for (int preset = 0; preset < kPresetCount; ++preset) {
+        SCOPED_TRACE(preset);
+        window->click(at(kNameTag));
+        EXPECT_EQ(window->screen.textBoxText(), controller.name(preset));
+        window->screen.typeText("Zwölf Boxkämpfer jagen Viktor");
+        EXPECT_NE(controller.name(preset), kept);
+        window->screen.pressReturnInTextBox();
+        EXPECT_EQ(controller.getCurrentPreset(), preset);
+        EXPECT_EQ(controller.name(preset), kept);
+        window->click(at(kNameTag));
+        EXPECT_EQ(window->screen.textBoxText(), kept);
+        window->screen.typeText("never");
+        window->screen.pressEscapeInTextBox();
+        EXPECT_EQ(controller.name(preset), kept);
+        window->screen.setPointer({600, 600});
+        EXPECT_EQ(window->screen.paint().rgba, second.screen.paint().rgba);
+        window->click(at(kRockerTag) + kForth);
+        window->screen.mouseMove({200, 300});
+    }
     controller.setSelectedName("By the host");
-    window->click(kName);
+    window->click(at(kNameTag));
     EXPECT_STREQ(window->screen.textBoxText(), "By the host");
 }
 
 TEST_F(Editor, DefaultKeysWantADoubleClickAndControlClears)
 {
-    window->click(kDefaultBank);
-    window->click(kDefaultPreset);
+    window->click(at(kDefaultBankTag));
+    window->click(at(kDefaultPresetTag));
     EXPECT_TRUE(store.values.empty() || !store.values.count("DefaultBank"));
-    window->doubleClick(kDefaultBank);
-    window->doubleClick(kDefaultPreset);
+    window->doubleClick(at(kDefaultBankTag));
+    window->doubleClick(at(kDefaultPresetTag));
     EXPECT_EQ(store.values["DefaultBank"].size(), 48617u);
     EXPECT_EQ(store.values["DefaultPreset"].size(), 2065u);
-    window->doubleClick(kDefaultBank, VSTGUI::kControl);
-    window->doubleClick(kDefaultPreset, VSTGUI::kControl);
+    window->doubleClick(at(kDefaultBankTag), VSTGUI::kControl);
+    window->doubleClick(at(kDefaultPresetTag), VSTGUI::kControl);
     EXPECT_EQ(store.values.count("DefaultBank") + store.values.count("DefaultPreset"), 0u);
 }
 
 TEST_F(Editor, CompareSlotsKeepAPresetEach)
 {
-    window->click(kStoreA);
+    window->click(at(kStoreATag));
     set(kLGainL, 0.9);
-    window->click(kStoreB);
-    window->click(kRecallA);
+    window->click(at(kStoreBTag));
+    window->click(at(kRecallATag));
     EXPECT_EQ(value(kLGainL), 0.5);
-    window->click(kNext);
-    window->click(kRecallB);
+    window->click(at(kRockerTag) + kForth);
+    window->click(at(kRecallBTag));
     EXPECT_NEAR(value(kLGainL), 0.9, 1e-6);
     EXPECT_EQ(controller.getCurrentPreset(), 1);
-    window->click(kName);
+    window->click(at(kNameTag));
     EXPECT_STREQ(window->screen.textBoxText(), "Default") << "the name came along";
 }
 
 TEST_F(Editor, FilesAreChosenInDialogs)
 {
-    const fs::path folder =
-        fs::temp_directory_path() / ("zkrt46-panel-" + std::to_string(std::rand()));
-    fs::create_directories(folder);
-    const auto at = [&](const char* name) { return (folder / name).u8string(); };
+    const TemporaryFolder folder;
     VSTGUI::FileDialogRequest asked;
     std::vector<std::string> answer;
+    int button = 0;
+    std::string staleName;
     window->screen.onFileDialog = [&](const VSTGUI::FileDialogRequest& request) {
         asked = request;
+        Look pressed;
+        pressed.frames[button] = 2;
+        pressed.name = staleName;
+        expectShown(pressed);
         return answer;
     };
-    const Bytes factory = controller.bank();
-    const auto expectAsked = [&](const char* title, const char* extension, bool save) {
+    const auto choose = [&](int tag, const std::string& file, int32_t buttons, const char* title,
+                            const char* extension) {
+        SCOPED_TRACE(title);
+        asked = {};
+        button = tag;
+        answer.clear();
+        if (!file.empty())
+            answer = {folder / file};
+        window->click(at(tag), buttons);
         EXPECT_EQ(asked.title, title);
-        ASSERT_EQ(asked.extensions.size(), 1u);
-        EXPECT_STREQ(asked.extensions[0].getExtension(), extension);
-        EXPECT_EQ(asked.kind == VSTGUI::FileDialogRequest::Kind::saveFile, save);
+        ASSERT_EQ(asked.extensions.size(), *title ? 1u : 0u);
+        if (*title) {
+            EXPECT_STREQ(asked.extensions[0].getExtension(), extension);
+            EXPECT_EQ(asked.kind == VSTGUI::FileDialogRequest::Kind::saveFile, *title == 'S');
+        }
     };
-
-    answer = {at("mine.zkb")};
-    window->click(kSaveBank);
-    expectAsked("Save bank", "zkb", true);
-    EXPECT_EQ(fs::file_size(folder / "mine.zkb"), 48617u);
+    const int32_t left = VSTGUI::kLButton, right = VSTGUI::kRButton;
+    const Bytes factory = controller.bank();
+    choose(kSaveBankTag, "mine.zkb", left, "Save bank", "zkb");
+    EXPECT_EQ(contentOf(folder / "mine.zkb").size(), 48617u);
     set(kLGainL, 0.9);
     controller.setSelectedName("Another");
-    answer = {at("one.zkr")};
-    window->click(kSavePreset);
-    expectAsked("Save preset", "zkr", true);
-    EXPECT_EQ(fs::file_size(folder / "one.zkr"), 2065u);
-
-    answer = {at("mine.zkb")};
-    window->click(kLoadBank);
-    expectAsked("Load bank", "zkb", false);
-    EXPECT_EQ(asked.initialDirectory, at(""));
+    choose(kSavePresetTag, "one.zkr", left, "Save preset", "zkr");
+    EXPECT_EQ(contentOf(folder / "one.zkr").size(), 2065u);
+    choose(kLoadBankTag, "mine.zkb", left, "Load bank", "zkb");
+    EXPECT_EQ(asked.initialDirectory, folder / "");
     EXPECT_EQ(controller.bank(), factory);
-    window->click(kName);
-    EXPECT_STREQ(window->screen.textBoxText(), "Default") << "the name was not read again";
-    window->screen.pressEscapeInTextBox();
-    window->click(kNext);
-    answer = {at("one.zkr")};
-    window->click(kLoadPreset);
+    expectShown(Look{{{kLoadBankTag, 1}}});
+    window->click(at(kRockerTag) + kForth);
+    // The panel goes on showing the name of before until something else refreshes it.
+    const std::string before = controller.name(1);
+    choose(kLoadPresetTag, "one.zkr", left, "Load preset", "zkr");
+    staleName = before;
     EXPECT_NEAR(value(kLGainL), 0.9, 1e-6);
-    answer = {};
     heard();
-    window->click(kLoadPreset, VSTGUI::kRButton);
-    expectAsked("Load preset (endian-reversed)", "zkr", false);
-    window->click(kLoadBank, VSTGUI::kRButton);
-    EXPECT_EQ(asked.title, "Load bank (endian-reversed)");
-    window->click(kSaveBank);
+    choose(kLoadPresetTag, "", right, "Load preset (endian-reversed)", "zkr");
+    choose(kLoadPresetTag, "", right | VSTGUI::kShift, "Load preset", "zkr");
+    choose(kLoadBankTag, "", right, "Load bank (endian-reversed)", "zkb");
+    staleName.clear();
+    choose(kLoadBankTag, "", left | right, "Load bank", "zkb");
+    choose(kLoadBankTag, "", VSTGUI::kMButton, "", "");
+    choose(kSavePresetTag, "", right, "Save preset", "zkr");
+    EXPECT_EQ(asked.defaultSaveName, "one.zkr");
+    choose(kSaveBankTag, "", left, "Save bank", "zkb");
     EXPECT_EQ(asked.defaultSaveName, "mine.zkb");
     EXPECT_TRUE(heard().empty()) << "a cancelled dialog changed something";
 
     window->screen.onFileDialog = [&](const VSTGUI::FileDialogRequest&) {
         window->close();
-        return std::vector<std::string>{at("mine.zkb")};
+        return std::vector<std::string>{folder / "mine.zkb"};
     };
-    const Bytes before = controller.bank();
-    window->click(kLoadBank);
-    EXPECT_EQ(controller.bank(), before) << "the host closed the editor under the dialog";
-    fs::current_path(fs::temp_directory_path());
-    fs::remove_all(folder);
+    const Bytes loaded = controller.bank();
+    window->click(at(kLoadBankTag));
+    EXPECT_EQ(controller.bank(), loaded) << "the host closed the editor under the dialog";
 }
 
 }  // namespace
