@@ -54,9 +54,6 @@ void fillFieldInFront(const std::string& text);
 // The colour of paintChildOver.
 const VSTGUI::CColor kScribble(255, 0, 255);
 
-// Seconds of processor time that this process has taken.
-double processorSeconds();
-
 // The hands; to be used on another thread than the host's, for menus and dialogs keep that busy.
 namespace hands {
 

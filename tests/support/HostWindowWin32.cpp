@@ -178,17 +178,6 @@ void fillFieldInFront(const std::string& text)
         SendMessageA(info.hwndFocus, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-double processorSeconds()
-{
-    FILETIME ignored, kernel, user;
-    GetProcessTimes(GetCurrentProcess(), &ignored, &ignored, &kernel, &user);
-    const auto seconds = [](const FILETIME& time) {
-        constexpr double kTick = 1e-7;
-        return kTick * (4294967296.0 * time.dwHighDateTime + time.dwLowDateTime);
-    };
-    return seconds(kernel) + seconds(user);
-}
-
 namespace hands {
 
 void movePointer(Place where)

@@ -7,7 +7,6 @@
 #include <X11/keysym.h>
 
 #include <cstdint>
-#include <ctime>
 #include <memory>
 #include <stdexcept>
 #include <thread>
@@ -175,13 +174,6 @@ std::string messageInFront()
 }
 
 void fillFieldInFront(const std::string&) { }
-
-double processorSeconds()
-{
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
-}
 
 namespace hands {
 

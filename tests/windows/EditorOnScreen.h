@@ -1,9 +1,19 @@
-// The editor in a host's window, with settings that nobody left behind and unlinked channels.
+// The editor of the built library in a VST 2 host's window, with settings that nobody left behind
+// and unlinked channels.
 #pragma once
 
-#include "Host.h"
+#include "NativePlugin.h"
+#include "ParameterIds.h"
 #include "Pictures.h"
 #include "SettingsStore.h"
+#include "User.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
+#include <utility>
 
 #ifdef _WIN32
 constexpr bool kOnWindows = true;
@@ -13,6 +23,135 @@ constexpr bool kOnWindows = false;
 
 // The low band's knob in the smallest layout.
 constexpr double kKnobX = 42 + 62.5, kKnobY = 7 + 287.5;
+
+class Host : public host::NativePlugin {
+public:
+    // The editor's left upper corner will be there.
+    explicit Host(Place place = {20, 10}) : NativePlugin(ZKR_PLUGIN), corner(place)
+    {
+        hosts.push_back(this);
+    }
+    ~Host() override
+    {
+        closeEditor();
+        hosts.erase(std::find(hosts.begin(), hosts.end(), this));
+    }
+
+    // What the library says when it is asked for the editor's size.
+    VSTGUI::CPoint toldSize()
+    {
+        ERect* rect = nullptr;
+        effect()->dispatcher(effect(), effEditGetRect, 0, 0, &rect, 0.0f);
+        if (!rect)
+            throw std::runtime_error("the editor has no size");
+        return VSTGUI::CPoint(rect->right - rect->left, rect->bottom - rect->top);
+    }
+    void openEditor()
+    {
+        const VSTGUI::CPoint size = toldSize();
+        width = static_cast<int>(size.x);
+        height = static_cast<int>(size.y);
+        window = std::make_unique<HostWindow>(corner, width, height);
+        EXPECT_EQ(effect()->dispatcher(effect(), effEditOpen, 0, 0, window->handle(), 0.0f), 1);
+    }
+    // The window goes after the editor, or before it.
+    void closeEditor(bool windowFirst = false)
+    {
+        if (!window)
+            return;
+        if (windowFirst)
+            window->destroy();
+        dispatch(effEditClose);
+        window.reset();
+    }
+
+    float value(unsigned id) { return parameter(static_cast<VstInt32>(id)); }
+    void automate(unsigned id, double value)
+    {
+        setParameter(static_cast<VstInt32>(id), static_cast<float>(value));
+    }
+    // What the editor told since the last question ("begin 5", "change 5", "end 5"), equal ones in
+    // a row once.
+    std::vector<std::string> heard()
+    {
+        std::vector<std::string> calls = std::exchange(told, {});
+        calls.erase(std::unique(calls.begin(), calls.end()), calls.end());
+        return calls;
+    }
+
+    Place at(double x, double y) const
+    {
+        return {corner.x + static_cast<int>(x), corner.y + static_cast<int>(y)};
+    }
+    VSTGUI::Pixels picture() const { return screenshot(corner, width, height); }
+
+    // Lets the user act while all hosts' idle calls go on, and some time longer.
+    static void user(const std::function<void(User&)>& script)
+    {
+        User::act(script, idleAll);
+        // A repaint and what follows.
+        idleFor(40);
+    }
+    static void idleFor(int milliseconds)
+    {
+        using Clock = std::chrono::steady_clock;
+        const auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
+        while (Clock::now() < end)
+            idleAll();
+    }
+    // Whether it holds within half a minute.
+    static bool soon(const std::function<bool()>& condition)
+    {
+        return turnUntil(condition, idleAll);
+    }
+
+    int width = 0, height = 0;
+    int resizes = 0;  // calls of sizeWindow
+    std::unique_ptr<HostWindow> window;
+    // Of the loop that gives idle calls; it stands still while a menu or dialog has one of its own.
+    static inline std::atomic<int> turns{0};
+
+private:
+    VstIntPtr answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
+                     float opt) override
+    {
+        if (opcode == audioMasterBeginEdit)
+            told.push_back("begin " + std::to_string(index));
+        if (opcode == audioMasterAutomate)
+            told.push_back("change " + std::to_string(index));
+        if (opcode == audioMasterEndEdit)
+            told.push_back("end " + std::to_string(index));
+        if (opcode == audioMasterSizeWindow) {
+            // Hosts wait there for their interface thread, which may wait for the one that asks.
+            EXPECT_EQ(std::this_thread::get_id(), ownThread);
+            ++resizes;
+            width = index;
+            height = static_cast<int>(value);
+            if (window)
+                window->resize(width, height);
+        }
+        return NativePlugin::answer(opcode, index, value, ptr, opt);
+    }
+    static void idleAll()
+    {
+        ++turns;
+        turnMessageLoop();
+        for (Host* const host : hosts)
+            host->dispatch(effEditIdle);
+    }
+
+    static inline std::vector<Host*> hosts;
+    const Place corner;
+    std::vector<std::string> told;
+    const std::thread::id ownThread = std::this_thread::get_id();
+};
+
+// A gesture that changed this parameter, as Host::heard tells it.
+inline std::vector<std::string> gesture(unsigned id)
+{
+    const std::string number = std::to_string(id);
+    return {"begin " + number, "change " + number, "end " + number};
+}
 
 struct EditorOnScreen : testing::Test {
     EditorOnScreen()
