@@ -62,50 +62,6 @@ Module::~Module()
     EXPECT_TRUE(close());
 }
 
-tresult PLUGIN_API Handler::beginEdit(ParamID id)
-{
-    ++calls;
-    gestures.insert(id);
-    return kResultOk;
-}
-
-tresult PLUGIN_API Handler::performEdit(ParamID id, ParamValue value)
-{
-    ++calls;
-    EXPECT_TRUE(gestures.count(id)) << "an edit of " << id << " outside a gesture";
-    if (gestures.count(id))
-        edits.emplace_back(id, value);
-    return kResultOk;
-}
-
-tresult PLUGIN_API Handler::endEdit(ParamID id)
-{
-    ++calls;
-    EXPECT_EQ(gestures.erase(id), 1u);
-    return kResultOk;
-}
-
-tresult PLUGIN_API Handler::setDirty(TBool)
-{
-    ++calls;
-    return kResultOk;
-}
-
-tresult PLUGIN_API Handler::restartComponent(int32 flags)
-{
-    restarts.push_back(flags);
-    return kResultOk;
-}
-
-tresult PLUGIN_API Handler::queryInterface(const TUID _iid, void** obj)
-{
-    QUERY_INTERFACE(_iid, obj, FUnknown::iid, IComponentHandler)
-    QUERY_INTERFACE(_iid, obj, IComponentHandler::iid, IComponentHandler)
-    QUERY_INTERFACE(_iid, obj, IComponentHandler2::iid, IComponentHandler2)
-    *obj = nullptr;
-    return kNoInterface;
-}
-
 Instance::Instance(const Module& module)
 {
     PClassInfo info;

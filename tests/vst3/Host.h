@@ -56,18 +56,50 @@ public:
 // outside a gesture are lost.
 class Handler : public IComponentHandler, public IComponentHandler2 {
 public:
-    tresult PLUGIN_API beginEdit(ParamID id) SMTG_OVERRIDE;
-    tresult PLUGIN_API performEdit(ParamID id, ParamValue value) SMTG_OVERRIDE;
-    tresult PLUGIN_API endEdit(ParamID id) SMTG_OVERRIDE;
-    tresult PLUGIN_API restartComponent(int32 flags) SMTG_OVERRIDE;
-    tresult PLUGIN_API setDirty(TBool) SMTG_OVERRIDE;
+    tresult PLUGIN_API beginEdit(ParamID id) SMTG_OVERRIDE
+    {
+        ++calls;
+        gestures.insert(id);
+        return kResultOk;
+    }
+    tresult PLUGIN_API performEdit(ParamID id, ParamValue value) SMTG_OVERRIDE
+    {
+        ++calls;
+        EXPECT_TRUE(gestures.count(id)) << "an edit of " << id << " outside a gesture";
+        if (gestures.count(id))
+            edits.emplace_back(id, value);
+        return kResultOk;
+    }
+    tresult PLUGIN_API endEdit(ParamID id) SMTG_OVERRIDE
+    {
+        ++calls;
+        EXPECT_EQ(gestures.erase(id), 1u);
+        return kResultOk;
+    }
+    tresult PLUGIN_API restartComponent(int32 flags) SMTG_OVERRIDE
+    {
+        restarts.push_back(flags);
+        return kResultOk;
+    }
+    tresult PLUGIN_API setDirty(TBool) SMTG_OVERRIDE
+    {
+        ++calls;
+        return kResultOk;
+    }
     tresult PLUGIN_API requestOpenEditor(FIDString) SMTG_OVERRIDE { return kNotImplemented; }
     tresult PLUGIN_API startGroupEdit() SMTG_OVERRIDE { return kResultOk; }
     tresult PLUGIN_API finishGroupEdit() SMTG_OVERRIDE { return kResultOk; }
     // Lives as long as the test wants.
     uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
     uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
-    tresult PLUGIN_API queryInterface(const TUID iid, void** object) SMTG_OVERRIDE;
+    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) SMTG_OVERRIDE
+    {
+        QUERY_INTERFACE(_iid, obj, FUnknown::iid, IComponentHandler)
+        QUERY_INTERFACE(_iid, obj, IComponentHandler::iid, IComponentHandler)
+        QUERY_INTERFACE(_iid, obj, IComponentHandler2::iid, IComponentHandler2)
+        *obj = nullptr;
+        return kNoInterface;
+    }
 
     bool deaf = false;
     std::vector<std::pair<ParamID, ParamValue>> edits;  // those inside a gesture

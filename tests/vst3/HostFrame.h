@@ -10,25 +10,68 @@
 
 namespace vst3 {
 
+// The system's part, in HostLoopLinux.cpp and HostLoopWindows.cpp.
+FIDString windowType();
+FUnknown* eventLoop();        // what a frame offers beside itself; null on Windows
+std::size_t registrations();  // timers and descriptors that views have left with the loop
+void turnLoop();
+
 class HostFrame : public IPlugFrame {
 public:
     // The view's left upper corner will be there; the window gets its size.
-    HostFrame(IPlugView* view, Place corner);
+    HostFrame(IPlugView* plugView, Place place) : view(plugView), corner(place)
+    {
+        EXPECT_EQ(view->getSize(&size), kResultTrue);
+        window = std::make_unique<HostWindow>(corner, size.getWidth(), size.getHeight());
+    }
     // Removes what is attached.
     ~HostFrame() { remove(); }
 
     // What the view answers.
-    tresult attach();
-    void remove();
+    tresult attach()
+    {
+        view->setFrame(this);
+        const tresult result = view->attached(window->handle(), windowType());
+        attached = attached || result == kResultTrue;
+        return result;
+    }
+    void remove()
+    {
+        if (std::exchange(attached, false)) {
+            view->setFrame(nullptr);
+            EXPECT_EQ(view->removed(), kResultTrue);
+        }
+    }
     // Lets go of the view without removing it first, as hosts do that are in a hurry.
-    void forget();
+    void forget()
+    {
+        attached = false;
+        view = nullptr;
+    }
     // Turns the loop until it holds; false after half a minute.
-    static bool soon(const std::function<bool()>& condition);
+    static bool soon(const std::function<bool()>& condition)
+    {
+        return turnUntil(condition, turnLoop);
+    }
     Place at(Place inside) const { return {corner.x + inside.x, corner.y + inside.y}; }
     VSTGUI::Pixels picture() const { return screenshot(corner, size.getWidth(), size.getHeight()); }
 
-    tresult PLUGIN_API resizeView(IPlugView* asking, ViewRect* size) SMTG_OVERRIDE;
-    tresult PLUGIN_API queryInterface(const TUID iid, void** object) SMTG_OVERRIDE;
+    tresult PLUGIN_API resizeView(IPlugView* asking, ViewRect* wanted) SMTG_OVERRIDE
+    {
+        EXPECT_EQ(asking, view.get());
+        EXPECT_EQ(std::this_thread::get_id(), ownThread);
+        size = *wanted;
+        window->resize(size.getWidth(), size.getHeight());
+        return view->onSize(wanted);
+    }
+    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) SMTG_OVERRIDE
+    {
+        QUERY_INTERFACE(_iid, obj, FUnknown::iid, IPlugFrame)
+        QUERY_INTERFACE(_iid, obj, IPlugFrame::iid, IPlugFrame)
+        *obj = nullptr;
+        FUnknown* const loop = offersLoop ? eventLoop() : nullptr;
+        return loop ? loop->queryInterface(_iid, obj) : kNoInterface;
+    }
     uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
     uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
 
@@ -42,11 +85,5 @@ private:
     const std::thread::id ownThread = std::this_thread::get_id();
     bool attached = false;
 };
-
-// The system's part, in HostLoopLinux.cpp and HostLoopWindows.cpp.
-FIDString windowType();
-FUnknown* eventLoop();        // what a frame offers beside itself; null on Windows
-std::size_t registrations();  // timers and descriptors that views have left with the loop
-void turnLoop();
 
 }  // namespace vst3

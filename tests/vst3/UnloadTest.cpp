@@ -15,9 +15,7 @@ void runVst2(bool withEditor)
 {
     host::NativePlugin plugin(ZKR_VST2_LIBRARY);
     plugin.mainsOn();
-    Signal left(64, 0.1f), right(64, 0.1f);
-    float* channels[] = {left.data(), right.data()};
-    plugin.process(channels, channels, 64);
+    stream(plugin, {Signal(64, 0.1f), Signal(64, 0.1f)});
     if (!withEditor)
         return;
     AEffect* const effect = plugin.effect();

@@ -57,28 +57,23 @@ TEST_F(View, OpensInAWindowFollowsTheHostAndLeavesNothing)
     }
 }
 
-TEST_F(View, TellsBeforeItIsOpenedTheSizeThatItWouldOpenWith)
-{
-    const IPtr<IPlugView> view = open();
-    ViewRect size;
-    for (const int32 width : {644, 394}) {
-        instance.automate(kQB11, width == 644);
-        EXPECT_EQ(view->getSize(&size), kResultTrue);
-        EXPECT_EQ(size.getWidth(), width);
-    }
-}
-
 TEST_F(View, TellsTheHostOfTheUsersHands)
 {
     HostFrame frame(open(), {20, 10});
     ASSERT_EQ(frame.attach(), kResultTrue);
+    expectReferencePicture(frame);
     instance.handler.edits.clear();
     const auto edited = [&](ParamID id) {
         const auto& edits = instance.handler.edits;
         return std::any_of(edits.begin(), edits.end(),
                            [&](const auto& edit) { return edit.first == id; });
     };
-    User::act([&](User& user) { user.wheel(frame.at(kKnob), true); }, turnLoop);
+    const auto turnTheWheel = [&](User& user) {
+        user.moveTo(frame.at(kKnob));
+        user.pause(60);
+        user.wheel(frame.at(kKnob), true);
+    };
+    User::act(turnTheWheel, turnLoop);
     EXPECT_TRUE(frame.soon([&] { return edited(kLGainL); }));
     User::act([&](User& user) { user.click(frame.at(kKeyOfQB11)); }, turnLoop);
     EXPECT_TRUE(frame.soon([&] { return edited(kQB11); }));

@@ -334,15 +334,12 @@ TEST_F(Bundle, HoldsValuesOfHostsToTheirRange)
         automateAll(*instance, {{kLFreqL, 0.4}, {kLGainL, 1.0}, {kMFreqR, 0.4}, {kMGainR, 0.0}});
         instance->flush();
     }
-    for (const auto& [id, value] : std::vector<Setting>{{kLGainL, 8.0},
-                                                        {kMGainR, -3.0},
-                                                        {kLGainL, kNaN},
-                                                        {58, 0.7},
-                                                        {kLatency, kNaN},
-                                                        {kLatency, -1.0},
-                                                        {1000, 0.7},
-                                                        {0xFFFFFFFFu, 0.7}}) {
-        odd.automate(id, value);
+    const std::vector<Setting> values = {
+        {kLGainL, 8.0},   {kMGainR, -3.0},  {kLGainL, kNaN}, {58, 0.7},
+        {kLatency, kNaN}, {kLatency, -1.0}, {1000, 0.7},     {0xFFFFFFFFu, 0.7},
+    };
+    for (const Setting& value : values) {
+        automateAll(odd, {value});
         EXPECT_EQ(odd.flush(), kResultOk);
     }
     odd.announceWithoutPoints(kLGainL);
@@ -356,103 +353,102 @@ TEST_F(Bundle, TakesBusesAndChannelsThatAreNotThere)
 {
     constexpr int32 kBlock = 300;
     Signal left = noise(kBlock, 3);
-    // The expected left output where only the left input is there.
-    Instance reference(module);
-    reference.start(48000.0, 64);
-    const std::vector<Signal> expected = reference.render({left, Signal(kBlock, 0.0f)}, {64});
-
-    struct Case {
+    const Signal silence(kBlock), untouched(kBlock, 99.0f);
+    const auto rendered = [&](const Signal& in) {
+        Instance reference(module);
+        reference.start(48000.0, 64);
+        return reference.render({in, silence}, {64});
+    };
+    const std::vector<Signal> heard = rendered(left), quiet = rendered(silence);
+    constexpr struct {
         const char* what;
         int32 busesIn, channelsIn, busesOut, channelsOut;
-        bool leftIn, leftOut;
+        bool leftOut;
+    } kRows[] = {
+        {"all", 1, 2, 1, 2, true},
+        {"one input channel", 1, 1, 1, 2, true},
+        {"no right output", 1, 2, 1, 1, true},
+        {"four outputs", 1, 2, 1, 4, true},
+        {"null outputs", 1, 2, 1, 2, false},
+        {"no output bus", 1, 2, 0, 0, true},
+        {"two output buses", 1, 2, 2, 2, true},
+        {"a bus without channels", 1, 0, 1, 2, true},
+        {"no input bus", 0, 0, 1, 2, true},
     };
-    for (const Case& c :
-         {Case{"all", 1, 2, 1, 2, true, true}, Case{"one input channel", 1, 1, 1, 2, true, true},
-          Case{"no right output", 1, 2, 1, 1, true, true},
-          Case{"four outputs", 1, 2, 1, 4, true, true},
-          Case{"null outputs", 1, 2, 1, 2, true, false},
-          Case{"no output bus", 1, 2, 0, 0, true, false},
-          Case{"two output buses", 1, 2, 2, 2, true, true},
-          Case{"a bus without channels", 1, 0, 1, 2, false, true},
-          Case{"no input bus", 0, 0, 1, 2, false, true}}) {
-        SCOPED_TRACE(c.what);
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.what);
         Instance instance(module);
         instance.start(48000.0, 64);
-        if (!c.leftIn) {
-            EXPECT_EQ(instance.component->activateBus(kAudio, kInput, 0, false), kResultTrue);
-        }
-        std::vector<Signal> out(8, Signal(kBlock, 99.0f));
-        Sample32* inputs[2] = {left.data(), nullptr};
-        Sample32* outputs[2][4] = {};
+        const bool leftIn = row.channelsIn > 0;
+        EXPECT_EQ(instance.component->activateBus(kAudio, kInput, 0, leftIn), kResultTrue);
+        std::vector<Signal> out(8, untouched);
+        Sample32 *inputs[2] = {left.data(), nullptr}, *outputs[8] = {};
+        for (std::size_t i = 0; row.leftOut && i < 8; ++i)
+            outputs[i] = out[i].data();
         AudioBusBuffers in, outBuses[2];
-        in.numChannels = c.channelsIn;
-        in.channelBuffers32 = c.channelsIn ? inputs : nullptr;
-        for (std::size_t bus = 0; bus < 2; ++bus) {
-            for (std::size_t i = 0; i < 4; ++i)
-                outputs[bus][i] = c.leftOut ? out[bus * 4 + i].data() : nullptr;
-            outBuses[bus].numChannels = c.channelsOut;
-            outBuses[bus].channelBuffers32 = outputs[bus];
+        in.numChannels = row.channelsIn;
+        in.channelBuffers32 = leftIn ? inputs : nullptr;
+        for (int bus = 0; bus < 2; ++bus) {
+            outBuses[bus].numChannels = row.channelsOut;
+            outBuses[bus].channelBuffers32 = outputs + 4 * bus;
             outBuses[bus].silenceFlags = 3;
         }
         ProcessData data;
         data.numSamples = kBlock;
-        data.numInputs = c.busesIn;
-        data.inputs = c.busesIn ? &in : nullptr;
-        data.numOutputs = c.busesOut;
-        data.outputs = c.busesOut ? outBuses : nullptr;
+        data.numInputs = row.busesIn;
+        data.inputs = row.busesIn ? &in : nullptr;
+        data.numOutputs = row.busesOut;
+        data.outputs = row.busesOut ? outBuses : nullptr;
         EXPECT_EQ(instance.process(data), kResultOk);
 
-        if (!c.leftOut)
-            continue;
-        EXPECT_EQ(outBuses[0].silenceFlags, 0u);
-        if (c.leftIn) {
-            EXPECT_EQ(out[0], expected[0]);
-            EXPECT_EQ(out[1], c.channelsOut > 1 ? expected[1] : Signal(kBlock, 99.0f));
-        } else {
-            for (const float x : out[0])
-                EXPECT_LT(std::abs(x), 1e-6f);
+        // Further channels and buses are silenced.
+        const std::vector<Signal>& wanted = leftIn ? heard : quiet;
+        for (int i = 0; i < 8; ++i) {
+            const bool there = row.leftOut && i % 4 < row.channelsOut && i / 4 < row.busesOut;
+            EXPECT_EQ(out[static_cast<std::size_t>(i)],
+                      !there      ? untouched
+                          : i < 2 ? wanted[static_cast<std::size_t>(i)]
+                                  : silence)
+                << i;
         }
-        const Signal silence(kBlock, 0.0f);
-        if (c.channelsOut == 4) {
-            EXPECT_EQ(out[2], silence);
-            EXPECT_EQ(out[3], silence);
-        }
-        if (c.busesOut == 2) {
-            EXPECT_EQ(out[4], silence);
-        }
+        EXPECT_EQ(outBuses[0].silenceFlags, row.busesOut ? 0u : 3u);
     }
 }
 
 TEST_F(Bundle, RefusesArrangementsItHasNotAndTellsWhatItHas)
 {
-    Instance instance(module);
-    const auto has = [&](BusDirection direction) {
-        SpeakerArrangement arrangement = 0;
-        EXPECT_EQ(instance.processor->getBusArrangement(direction, 0, arrangement), kResultTrue);
-        return arrangement;
+    constexpr SpeakerArrangement kMono = SpeakerArr::kMono, kStereo = SpeakerArr::kStereo;
+    constexpr struct {
+        SpeakerArrangement in, out;
+        bool taken;
+        SpeakerArrangement inThen, outThen;
+    } kRows[] = {
+        {SpeakerArr::k51, SpeakerArr::k51, false, kStereo, kStereo},
+        {kStereo, kStereo, true, kStereo, kStereo},
+        {kMono, kMono, true, kMono, kMono},
+        {kStereo, kMono, false, kStereo, kStereo},
+        {kMono, kStereo, true, kMono, kStereo},
     };
-    EXPECT_FALSE(instance.arrange(SpeakerArr::k51, SpeakerArr::k51));
-    EXPECT_TRUE(instance.arrange(has(kInput), has(kOutput)));
-    EXPECT_TRUE(instance.arrange(SpeakerArr::kMono, SpeakerArr::kMono));
-    EXPECT_EQ(has(kInput), SpeakerArr::kMono);
-    EXPECT_FALSE(instance.arrange(SpeakerArr::kStereo, SpeakerArr::kMono));
-    EXPECT_EQ(has(kInput), SpeakerArr::kStereo);
-    EXPECT_EQ(has(kOutput), SpeakerArr::kStereo);
-    {
-        Instance refused(module), plain(module);
-        EXPECT_FALSE(refused.arrange(SpeakerArr::kStereo, SpeakerArr::kMono));
-        refused.start();
-        plain.start();
-        EXPECT_EQ(refused.render(music(), kBlocks), plain.render(music(), kBlocks));
+    Instance instance(module), refused(module), plain(module);
+    for (const auto& row : kRows) {
+        EXPECT_EQ(instance.arrange(row.in, row.out), row.taken);
+        SpeakerArrangement in = 0, out = 0;
+        EXPECT_EQ(instance.processor->getBusArrangement(kInput, 0, in), kResultTrue);
+        EXPECT_EQ(instance.processor->getBusArrangement(kOutput, 0, out), kResultTrue);
+        EXPECT_EQ(in, row.inThen);
+        EXPECT_EQ(out, row.outThen);
     }
-    SpeakerArrangement stereo[] = {SpeakerArr::kStereo, SpeakerArr::kStereo};
-    EXPECT_EQ(instance.processor->setBusArrangements(stereo, 2, stereo, 1), kResultFalse);
-    EXPECT_EQ(instance.processor->setBusArrangements(nullptr, 1, nullptr, 1), kInvalidArgument);
-    EXPECT_TRUE(instance.arrange(SpeakerArr::kMono, SpeakerArr::kStereo));
     instance.start();
     const std::vector<Signal> out = instance.render({noise(2000, 5)}, kBlocks);
     EXPECT_EQ(out[0], out[1]);
     EXPECT_NE(out[0], Signal(2000, 0.0f));
+    EXPECT_FALSE(refused.arrange(kStereo, kMono));
+    refused.start();
+    plain.start();
+    EXPECT_EQ(refused.render(music(), kBlocks), plain.render(music(), kBlocks));
+    SpeakerArrangement stereo[] = {kStereo, kStereo};
+    EXPECT_EQ(plain.processor->setBusArrangements(stereo, 2, stereo, 1), kResultFalse);
+    EXPECT_EQ(plain.processor->setBusArrangements(nullptr, 1, nullptr, 1), kInvalidArgument);
 }
 
 // The host has always just asked; it is told where it has no other way to know. Some hosts, while
@@ -491,18 +487,9 @@ TEST_F(Bundle, AnswersQuestionsOutsideItsTables)
     String128 text;
     EXPECT_EQ(instance.controller->getParamStringByValue(4711, 0.5, text), kResultFalse);
     EXPECT_EQ(instance.controller->createView("other"), nullptr);
-    Sample32 left[16] = {1.0f}, right[16] = {};
-    Sample32* channels[] = {left, right};
-    AudioBusBuffers bus;
-    bus.numChannels = 2;
-    bus.channelBuffers32 = channels;
-    ProcessData early;
-    early.numSamples = 16;
-    early.numInputs = early.numOutputs = 1;
-    early.inputs = early.outputs = &bus;
-    EXPECT_EQ(instance.process(early), kResultOk) << "before it is active";
-    for (const Sample32 x : left)
-        EXPECT_TRUE(std::isfinite(x));
+    for (const Signal& channel : instance.render(music(), kBlocks))
+        for (const Sample32 x : channel)
+            ASSERT_TRUE(std::isfinite(x)) << "before it is active";
     ProcessSetup wide{kRealtime, kSample64, 512, 48000.0};
     EXPECT_EQ(instance.processor->canProcessSampleSize(kSample64), kResultFalse);
     EXPECT_EQ(instance.processor->setupProcessing(wide), kResultFalse);
