@@ -90,11 +90,11 @@ private:
             const std::int64_t index = number(bytes, at + 8, bigEndian);
             if (size < 0 || size > left)
                 return 0;
-            if (!isBank && !takeRecord(bytes, at, size, bigEndian, nullptr, next[selected]))
-                return 0;
-            if (isBank && index >= 0 && index < 24
-                && !takeRecord(bytes, at, size, bigEndian, &reset,
-                               next[static_cast<std::size_t>(index)]))
+            Preset* preset = &next[selected];
+            if (isBank)
+                preset =
+                    index >= 0 && index < 24 ? &next[static_cast<std::size_t>(index)] : nullptr;
+            if (preset && !takeRecord(bytes, at, size, bigEndian, isBank, *preset))
                 return 0;
             at += 12 + static_cast<std::size_t>(size);
         }
@@ -106,16 +106,15 @@ private:
         return 1;
     }
 
-    // False for a value that is not in 0 to 1. A name first resets the preset, where asked to.
-    static bool takeRecord(const Bytes& bytes, std::size_t at, std::int64_t size, bool bigEndian,
-                           const Preset* reset, Preset& preset)
+    // False for a value that is not in 0 to 1. In a bank a name first resets the preset.
+    bool takeRecord(const Bytes& bytes, std::size_t at, std::int64_t size, bool bigEndian,
+                    bool isBank, Preset& preset) const
     {
         const std::int64_t kind = number(bytes, at, bigEndian);
         if (kind == 0 && size >= 24) {
-            if (reset)
-                preset = *reset;
-            for (std::size_t i = 0; i < 24; ++i)
-                preset[i] = bytes[at + 12 + i];
+            if (isBank)
+                preset = reset;
+            std::copy_n(&bytes[at + 12], 24, preset.begin());
         }
         if (kind != 1 || size < 16)
             return true;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,17 +48,16 @@ public:
     }
 
     // The header tells the records added unless it is to tell something else.
-    Bytes finish(std::uint8_t kind, std::uint32_t current = 0) const
-    {
-        return finish(kind, current, count, static_cast<std::uint32_t>(records.size()));
-    }
-    Bytes finish(std::uint8_t kind, std::uint32_t current, std::uint32_t recordCount,
-                 std::uint32_t payload) const
+    Bytes finish(std::uint8_t kind, std::uint32_t current = 0,
+                 std::optional<std::uint32_t> recordCount = {},
+                 std::optional<std::uint32_t> payload = {}) const
     {
         Bytes image;
         put(image, 0x5A743436);
         image.push_back(kind);
-        for (const std::uint32_t field : {0x01000100u, 58u, recordCount, current, payload})
+        for (const std::uint32_t field :
+             {0x01000100u, 58u, recordCount.value_or(count), current,
+              payload.value_or(static_cast<std::uint32_t>(records.size()))})
             put(image, field);
         image.resize(41);
         image.insert(image.end(), records.begin(), records.end());
@@ -110,11 +110,8 @@ inline Bytes goodPreset(unsigned seed, bool bigEndian = false)
 // A host's state: an image of a bank behind 8 bytes.
 inline Bytes stateOf(const Bytes& bank)
 {
-    Bytes state;
-    for (const unsigned byte : {0x00u, 0x00u, 0x00u, 0x02u, 0x36u, 0x34u, 0x74u, 0x5Au})
-        state.push_back(static_cast<std::uint8_t>(byte));
-    for (const std::uint8_t byte : bank)
-        state.push_back(byte);
+    Bytes state{0, 0, 0, 2, 0x36, 0x34, 0x74, 0x5A};
+    state.insert(state.end(), bank.begin(), bank.end());
     return state;
 }
 

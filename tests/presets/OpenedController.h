@@ -85,20 +85,11 @@ struct CheckedController {
         } else
             store.values[isBank ? "DefaultBank" : "MemoB"] = image;
         controller.become(wanted = start);
-        switch (road) {
-        case Road::BankFile:
-            controller.loadBank(path.c_str(), reversed);
-            break;
-        case Road::PresetFile:
-            controller.loadPreset(path.c_str(), reversed);
-            break;
-        case Road::StoredBank:
-            controller.loadDefaultBank();
-            break;
-        case Road::StoredPreset:
-            controller.loadMemoB();
-            break;
-        }
+        if (isFile)
+            isBank ? controller.loadBank(path.c_str(), reversed)
+                   : controller.loadPreset(path.c_str(), reversed);
+        else
+            isBank ? controller.loadDefaultBank() : controller.loadMemoB();
         return controller.is(wanted,
                              wanted.loadImage(image, isBank ? 0x38 : 0x22, isFile, reversed));
     }

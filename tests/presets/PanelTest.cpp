@@ -177,7 +177,7 @@ TEST(IdleHandler, TriggersDeferredUpdatesThirtyTimesASecond)
         EXPECT_EQ(listener.heard, (std::vector<int32>{5}));
         subject.removeDependent(&listener);
     }
-    EXPECT_FALSE(TimerProbe::callback) << "the timer went on after its handler";
+    EXPECT_FALSE(TimerProbe::callback) << "the timer outlives its handler";
 }
 #endif
 
