@@ -154,21 +154,29 @@ expect_none() {
     expect_values "$settings" ManualPath "(none)"
 }
 
-# expect_version FILE DESCRIPTION [ORIGINAL-NAME]: what the file tells of itself.
+# told FILE: what the file tells of itself: the icon's widths, in octal digits of a byte, and the version.
+icon='icon \020 \030 \040 \060 \100 \200 \000'
+told() {
+    x86_64-w64-mingw32-windres -J coff -O rc "$1" | awk '
+        /^ *"[^ ]*\\000\\000", 1, 32, / {icon = icon " " substr($1, 2, 4)}
+        /^[0-9]+ VERSIONINFO/ {print "icon" icon}
+        /^ *(FILEVERSION|PRODUCTVERSION|VALUE) / {$1 = $1; print}'
+}
+
+# expect_version FILE DESCRIPTION [ORIGINAL-NAME]
 expect_version() {
-    local told
-    told=$(python3 "$here/version_info.py" "$1")
-    expect "version of $1" "file number: $version
-product number: $version
-CompanyName: ZKR-soundworks
-FileDescription: $2
-FileVersion: $version
-${3:+InternalName: ZKRT46
-}LegalCopyright: Copyright 2026 ZKR-soundworks. Licensed under GPL-3.0.
-${3:+OriginalFilename: $3
-}ProductName: ZKR T46
-ProductVersion: $version
-icon: 16 24 32 48 64 128 256" "$told"
+    expect "version of $1" "$icon
+FILEVERSION ${version//./, }
+PRODUCTVERSION ${version//./, }
+VALUE \"CompanyName\", \"ZKR-soundworks\"
+VALUE \"FileDescription\", \"$2\"
+VALUE \"FileVersion\", \"$version\"
+${3:+VALUE \"InternalName\", \"ZKRT46\"
+}VALUE \"LegalCopyright\", \"Copyright 2026 ZKR-soundworks. Licensed under GPL-3.0.\"
+${3:+VALUE \"OriginalFilename\", \"$3\"
+}VALUE \"ProductName\", \"ZKR T46\"
+VALUE \"ProductVersion\", \"$version\"
+VALUE \"Translation\", 0x409, 1200" "$(told "$1")"
 }
 
 [ -f "$installer" ] || fail "$installer is missing; scripts/package.sh makes it"
@@ -187,9 +195,7 @@ grep -aq "ZKRT46-manual.pdf" "$manual_link" || fail "the start menu's entry does
 expect_values "$entry" DisplayName "ZKR T46" DisplayVersion "$version" Publisher ZKR-soundworks \
     UninstallString '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe"' \
     QuietUninstallString '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe" /S'
-icon=$(unix "${value[DisplayIcon]-}")
-[ -f "$icon" ] || fail "DisplayIcon names no file"
-expect "icon of the entry" "icon: 16 24 32 48 64 128 256" "$(python3 "$here/version_info.py" "$icon" | tail -n 1)"
+expect "icon of the entry" "$icon" "$(told "$(unix "${value[DisplayIcon]-}")" | sed -n 1p)"
 size=$((${value[EstimatedSize]/dword:/0x}))
 real=$(du -cbk --apparent-size "$vst2/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$home" | tail -n 1 | cut -f 1)
 [ $((size * 10)) -gt $((real * 8)) ] && [ $((size * 10)) -lt $((real * 12)) ] ||
