@@ -117,16 +117,6 @@ TEST_F(Editor, AMomentaryButtonActsOnThePressAndStaysDownWhileHeld)
         window->screen.mouseMove({200, 300});
         expectShown();
     }
-    for (const int tag : {kDefaultBankTag, kDefaultPresetTag}) {
-        EXPECT_EQ(window->screen.mouseDown(at(tag)),
-                  kMouseDownEventHandledButDontNeedMovedOrUpEvents);
-        window->screen.mouseDown(at(tag), kRButton | kDoubleClick);
-        EXPECT_EQ(store.values.count("DefaultBank"), tag == kDefaultPresetTag ? 1u : 0u);
-        window->screen.mouseDown(at(tag), kLButton | kDoubleClick);
-        expectShown(showing(tag, 2));
-        window->screen.mouseUp(at(tag));
-        window->screen.mouseMove({200, 300});
-    }
     // The info button shows only that the mouse is over it.
     window->screen.mouseMove(at(kTagInfo));
     window->screen.mouseDown(at(kTagInfo));

@@ -21,39 +21,13 @@ std::string text(const CRect& rect)
     return words.str();
 }
 
-// In the window.
-CRect placeOf(const CControl* control, CRect rect)
-{
-    CPoint corner = rect.getTopLeft();
-    control->localToFrame(corner);
-    return {corner, rect.getSize()};
-}
-
 bool isExactly(const CControl* control, const std::string& className)
 {
     const std::string mangled = std::to_string(className.size()) + className;
     return std::string(typeid(*control).name()).find(mangled) != std::string::npos;
 }
 
-void collect(CViewContainer* container, std::vector<CControl*>& found)
-{
-    for (uint32_t i = 0; i < container->getNbViews(); ++i) {
-        CView* const view = container->getView(i);
-        if (auto* const control = dynamic_cast<CControl*>(view))
-            found.push_back(control);
-        else if (auto* const inner = dynamic_cast<CViewContainer*>(view))
-            collect(inner, found);
-    }
-}
-
-bool answers(const Placed& row, CControl* control)
-{
-    return isExactly(control, row.className)
-        && (!row.isDisplay() ? control->getTag() == row.id
-                             : text(placeOf(control, control->getViewSize())) == text(row.rect));
-}
-
-// The control at each point of a window that its mouse events go to; null for none.
+// The control that the mouse finds there; null for none.
 CControl* underMouse(CFrame* frame, CPoint where)
 {
     std::vector<SharedPointer<CView>> chain;
@@ -64,48 +38,41 @@ CControl* underMouse(CFrame* frame, CPoint where)
 TEST_F(Editor, EveryControlIsWhatItsRowSaysAndStandsThere)
 {
     for (const Row& row : rows("layout")) {
-        SCOPED_TRACE(row.at("name"));
         show(row);
         EXPECT_EQ(window->width(), row.whole("width"));
-        std::vector<CControl*> found;
-        collect(window->frame(), found);
         const std::vector<Placed> all = controls();
-        std::vector<CControl*> ofRow;
-        for (const Placed& placed : all) {
-            SCOPED_TRACE(placed.title);
-            const auto it = std::find_if(found.begin(), found.end(), [&](CControl* control) {
-                return answers(placed, control);
-            });
-            ofRow.push_back(it == found.end() ? nullptr : *it);
-            if (it == found.end()) {
-                ADD_FAILURE() << "no " << placed.className << " is there";
-                continue;
-            }
-            CControl* const control = *it;
-            EXPECT_EQ(text(placeOf(control, control->getViewSize())), text(placed.rect));
-            EXPECT_EQ(text(placeOf(control, control->getMouseableArea())), text(placed.rect))
-                << "the mouse's area";
-            const CBitmap* const picture = control->getBackground();
-            EXPECT_EQ(picture ? picture->getResourceDescription().u.id : 0, placed.picture);
-            EXPECT_EQ(control->wantsFocus(), placed.use == "text") << "the keyboard";
-            found.erase(it);
-        }
-        for (const CControl* control : found)
-            ADD_FAILURE() << "without a row: tag " << control->getTag() << " at "
-                          << text(placeOf(control, control->getViewSize()));
-        std::set<std::string> covered;
+        std::set<std::pair<const Placed*, CControl*>> met;
         for (int y = 0; y < 505; ++y)
             for (int x = 0; x < window->width(); ++x) {
-                std::size_t top = all.size();
-                for (std::size_t i = 0; i < all.size(); ++i)
-                    if (all[i].rect.pointInside(CPoint(x, y)))
-                        top = i;
-                if (underMouse(window->frame(), CPoint(x, y))
-                    != (top < all.size() ? ofRow[top] : nullptr))
-                    covered.insert(top < all.size() ? all[top].title : "nothing");
+                const Placed* top = nullptr;
+                for (const Placed& placed : all)
+                    if (placed.rect.pointInside(CPoint(x, y)))
+                        top = &placed;
+                met.insert({top, underMouse(window->frame(), CPoint(x, y))});
             }
-        for (const std::string& title : covered)
-            ADD_FAILURE() << "the mouse finds another control in the place of " << title;
+        for (const Placed& placed : all)
+            EXPECT_TRUE(placed.rect.left >= window->width()
+                        || std::any_of(met.begin(), met.end(),
+                                       [&](const auto& pair) { return pair.first == &placed; }))
+                << placed.title << " is out of reach";
+        for (const auto& [placed, control] : met) {
+            SCOPED_TRACE(row.at("name") + ", " + (placed ? placed->title : "beside all rows"));
+            if (!placed || !control) {
+                EXPECT_EQ(placed, nullptr) << "the mouse does not find it all over its place";
+                EXPECT_EQ(control, nullptr) << "there is a control of tag " << control->getTag();
+                continue;
+            }
+            EXPECT_TRUE(isExactly(control, placed->className)) << placed->className;
+            if (!placed->isDisplay()) {
+                EXPECT_EQ(control->getTag(), placed->id);
+            }
+            CPoint corner = control->getViewSize().getTopLeft();
+            control->localToFrame(corner);
+            EXPECT_EQ(text({corner, control->getViewSize().getSize()}), text(placed->rect));
+            const CBitmap* const picture = control->getBackground();
+            EXPECT_EQ(picture ? picture->getResourceDescription().u.id : 0, placed->picture);
+            EXPECT_EQ(control->wantsFocus(), placed->use == "text") << "the keyboard";
+        }
     }
 }
 
@@ -145,51 +112,66 @@ TEST_F(Editor, EveryControlShowsItsParameterAndThePower)
     expectShown();
 }
 
-TEST_F(Editor, LawsAgreeWithTheirFormulas)
+template <class Knob>
+void expectLaw(Knob* made, const std::string& kind)
 {
-    showEverything();
-    std::vector<CControl*> found;
-    collect(window->frame(), found);
-    for (CControl* const control : found) {
-        const auto check = [&](const auto* knob, const char* kind) {
-            if (!knob)
-                return;
-            SCOPED_TRACE(knob->getTag());
-            for (const Row& row : rows("law", kind)) {
-                const auto x = static_cast<float>(row.number("value"));
-                EXPECT_NEAR(knob->positionFromValue(x), row.number("position"), 5e-5) << x;
-                EXPECT_NEAR(knob->valueFromPosition(x), row.number("back"), 5e-5) << x;
-                EXPECT_NEAR(knob->positionFromValue(1 - x), 1 - row.number("position"), 5e-5) << x;
-                EXPECT_NEAR(knob->valueFromPosition(1 - x), 1 - row.number("back"), 5e-5) << x;
+    const auto knob = VSTGUI::owned(made);
+    for (const Row& row : rows("law", kind)) {
+        SCOPED_TRACE(kind + " " + row.at("value"));
+        const auto x = static_cast<float>(row.number("value"));
+        EXPECT_NEAR(knob->positionFromValue(x), row.number("position"), 5e-5);
+        EXPECT_NEAR(knob->valueFromPosition(x), row.number("back"), 5e-5);
+        EXPECT_NEAR(knob->positionFromValue(1 - x), 1 - row.number("position"), 5e-5);
+        EXPECT_NEAR(knob->valueFromPosition(1 - x), 1 - row.number("back"), 5e-5);
+    }
+}
+
+TEST(Knobs, LawsAgreeWithTheirFormulas)
+{
+    const CRect rect(0, 0, 9, 9);
+    expectLaw(new CAnimCoaxT46CustomKnob(rect, nullptr, 0, 5, 2, nullptr, {}, 0, 0, 0, 0), "band");
+    expectLaw(new CAnimGainKnob(rect, nullptr, 0, 5, 2, nullptr, {}, 0), "level");
+}
+
+struct KnobRows : Editor {
+    void turn(const Placed& knob, CPoint from, const std::string& moves)
+    {
+        bool pressed = false;
+        std::istringstream words(moves);
+        for (std::string move; words >> move;) {
+            const int32_t shift = move.back() == 's' ? kShift : 0;
+            const double number = std::strtod(move.c_str() + !isMove(move), nullptr);
+            if (pressed && !isMove(move)) {
+                window->screen.mouseUp(from);
+                pressed = false;
             }
-        };
-        check(dynamic_cast<CAnimCoaxT46CustomKnob*>(control), "band");
-        check(dynamic_cast<CAnimGainKnob*>(control), "level");
-    }
-}
-
-// "3,20", "w-1", either with "s" behind it.
-void turn(Window& window, CPoint from, const std::string& moves)
-{
-    bool pressed = false;
-    std::istringstream words(moves);
-    for (std::string move; words >> move;) {
-        const int32_t shift = move.back() == 's' ? kShift : 0;
-        if (move[0] == 'w') {
-            window.screen.wheel(from, std::stof(move.substr(1)), shift);
-            continue;
+            if (move[0] == 'w')
+                window->screen.wheel(from, static_cast<float>(number), shift);
+            else if (move[0] == 'c')
+                window->click(from, kLButton | kControl);
+            else if (move[0] == 'l')
+                window->click(label(knob, static_cast<std::size_t>(number)));
+            else if (move[0] == 'h')
+                set(knob.use == "band" ? knob.id - 2 : knob.id, number);
+            else {
+                if (!pressed)
+                    window->screen.mouseDown(from, kLButton | shift);
+                pressed = true;
+                const CPoint by(number, -std::stod(move.substr(move.find(',') + 1)));
+                window->screen.mouseMove(from + by, kLButton | shift);
+            }
         }
-        if (!pressed)
-            window.screen.mouseDown(from, kLButton | shift);
-        pressed = true;
-        const CPoint to(std::stod(move), -std::stod(move.substr(move.find(',') + 1)));
-        window.screen.mouseMove(from + to, kLButton | shift);
+        if (pressed)
+            window->screen.mouseUp(from);
     }
-    if (pressed)
-        window.screen.mouseUp(from);
-}
+    static bool isMove(const std::string& move) { return move.find(',') != std::string::npos; }
+    static CPoint label(const Placed& knob, std::size_t step)
+    {
+        return knob.rect.getTopLeft() + rows("label", knob.use)[step].rect().getCenter();
+    }
+};
 
-TEST_F(Editor, EveryKnobTurnsByItsRows)
+TEST_F(KnobRows, TurnEveryKnob)
 {
     showEverything();
     for (const Placed& knob : controls())
@@ -209,7 +191,7 @@ TEST_F(Editor, EveryKnobTurnsByItsRows)
             }
             const double gain = value(knob.id);
             heard();
-            turn(*window, centre + CPoint(row.number("x"), row.number("y")), row.at("by"));
+            turn(knob, centre + CPoint(row.number("x"), row.number("y")), row.at("by"));
             const int moved = row.at("turns") == "gain" ? knob.id : ring;
             EXPECT_NEAR(value(moved), row.number("to"), 2e-5);
             if (moved != knob.id) {
@@ -223,6 +205,49 @@ TEST_F(Editor, EveryKnobTurnsByItsRows)
             EXPECT_EQ(calls.front(), "begin " + std::to_string(knob.id));
             EXPECT_EQ(calls.back(), "end " + std::to_string(knob.id));
         }
+}
+
+TEST_F(Editor, EachMoveOfADragIsToldTwiceInOneGesture)
+{
+    set(kLink, 0);
+    window->screen.mouseDown(at(kLGainL));
+    window->screen.mouseMove(at(kLGainL) - CPoint(0, 10), kLButton);
+    window->screen.mouseUp(at(kLGainL));
+    window->screen.mouseMove(at(kLGainL) - CPoint(0, 20));
+    EXPECT_EQ(
+        controller.host.calls,
+        (Calls{"begin 28", "perform 28", "perform 28", "perform 28", "perform 28", "end 28"}));
+    ASSERT_EQ(controller.host.edits.size(), 4u);
+    EXPECT_NEAR(controller.host.edits[2].second, 0.5, 1e-4) << "at first as things stand";
+    EXPECT_NEAR(controller.host.edits[3].second, 0.55, 1e-3);
+
+    // A double click tells of what the gesture before has moved.
+    window->click(at(kLFreqL));
+    heard();
+    window->screen.mouseDown(at(kLGainL), kLButton | kDoubleClick);
+    EXPECT_EQ(heard(), gesture(kLGainL, {kLFreqL}));
+}
+
+// Which no knob of the editor does.
+TEST(CoaxialKnob, ControlResetsTheRingWithinItsLimits)
+{
+    const CRect rect(0, 0, 100, 100);
+    const auto knob = VSTGUI::owned(new CAnimCoaxT46Knob(rect, nullptr, 0, 5, 20, nullptr, {}, 0));
+    knob->setInnerRadius(21);
+    knob->setDefaultValue(0.25f);
+    knob->setDefaultValue2(0.75f);
+    knob->setMax2(0.7f);
+    CPoint middle(50, 50), edge(50, 5);
+    EXPECT_EQ(knob->onMouseDown(middle, kLButton | kControl),
+              kMouseDownEventHandledButDontNeedMovedOrUpEvents);
+    EXPECT_EQ(knob->getValue(), 0.25f);
+    knob->onMouseDown(edge, kLButton | kControl);
+    EXPECT_EQ(knob->getValue2(), 0.7f);
+    EXPECT_FALSE(knob->getRingIsOuter());
+    const auto band =
+        VSTGUI::owned(new CAnimCoaxT46CustomKnob(rect, nullptr, 0, 5, 20, nullptr, {}, 0, 0, 0, 0));
+    band->setMax2(0.46f);
+    EXPECT_FLOAT_EQ(band->getMax2(), 0.5f) << "rounded to tenths";
 }
 
 TEST_F(Editor, EveryLabelSetsItsStepInOneGesture)

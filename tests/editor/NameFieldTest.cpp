@@ -29,18 +29,15 @@ struct NameField : Editor {
                     columns.insert(x);
         return columns;
     }
-    // Whether some pixel of the field has about that colour.
+    // Whether some pixel of the field is about as red or green as can be.
     bool has(const CColor& color)
     {
         const Pixels shown = window->screen.paint();
         for (int x = 139; x < 255; ++x)
-            for (int y = 489; y < 503; ++y) {
-                const CColor p = shown.at(x, y);
-                if (std::abs(p.red - color.red) + std::abs(p.green - color.green)
-                        + std::abs(p.blue - color.blue)
-                    < 60)
+            for (int y = 489; y < 503; ++y)
+                if (const CColor p = shown.at(x, y);
+                    p.blue < 30 && (color == kRedCColor ? p.red : p.green) > 225)
                     return true;
-            }
         return false;
     }
 

@@ -78,16 +78,17 @@ TEST_F(Editor, ANameThatIsTypedIsTheSelectedPresetsNameIn23Bytes)
 
 TEST_F(Editor, DefaultKeysWantADoubleClickAndControlClears)
 {
-    window->click(at(kDefaultBankTag));
-    window->click(at(kDefaultPresetTag));
-    EXPECT_TRUE(store.values.empty() || !store.values.count("DefaultBank"));
-    window->doubleClick(at(kDefaultBankTag));
-    window->doubleClick(at(kDefaultPresetTag));
-    EXPECT_EQ(store.values["DefaultBank"].size(), 48617u);
-    EXPECT_EQ(store.values["DefaultPreset"].size(), 2065u);
-    window->doubleClick(at(kDefaultBankTag), VSTGUI::kControl);
-    window->doubleClick(at(kDefaultPresetTag), VSTGUI::kControl);
-    EXPECT_EQ(store.values.count("DefaultBank") + store.values.count("DefaultPreset"), 0u);
+    for (const auto& [tag, name, size] : {std::tuple(kDefaultBankTag, "DefaultBank", 48617u),
+                                          {kDefaultPresetTag, "DefaultPreset", 2065u}}) {
+        window->click(at(tag));
+        window->screen.mouseDown(at(tag), VSTGUI::kRButton | VSTGUI::kDoubleClick);
+        window->screen.mouseUp(at(tag), VSTGUI::kRButton);
+        EXPECT_EQ(store.values.count(name), 0u);
+        window->doubleClick(at(tag));
+        EXPECT_EQ(store.values[name].size(), size);
+        window->doubleClick(at(tag), VSTGUI::kControl);
+        EXPECT_EQ(store.values.count(name), 0u);
+    }
 }
 
 TEST_F(Editor, CompareSlotsKeepAPresetEach)
