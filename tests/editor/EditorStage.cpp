@@ -309,18 +309,19 @@ void Editor::expectShown(const Look& look)
 {
     const Pixels shown = window->screen.paint(), expected = expectedPicture(look);
     ASSERT_EQ(shown.width, expected.width);
+    if (shown.rgba == expected.rgba)
+        return;
+    const std::vector<Placed> all = controls();
     std::set<std::string> different;
-    for (int y = 0; y < shown.height && shown.rgba != expected.rgba; ++y)
+    for (int y = 0; y < shown.height; ++y)
         for (int x = 0; x < shown.width; ++x)
             if (shown.at(x, y) != expected.at(x, y)) {
                 std::string where = "the background";
-                for (const Placed& placed : controls())
+                for (const Placed& placed : all)
                     if (placed.rect.pointInside(CPoint(x, y)))
                         where = placed.title;
                 different.insert(where);
             }
-    if (different.empty())
-        return;
     writePng("editor-shown.png", shown);
     writePng("editor-expected.png", expected);
     for (const std::string& where : different)
