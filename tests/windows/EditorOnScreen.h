@@ -165,5 +165,16 @@ struct EditorOnScreen : testing::Test {
         Host::user([](User& user) { user.moveTo({1000, 740}); });
     }
 
+    // Clicks on what opens a menu or a text box, and goes on when more than a key has changed.
+    void clickToOpen(User& user, Place where)
+    {
+        const VSTGUI::Pixels before = host->picture();
+        user.click(where);
+        EXPECT_TRUE(user.waitFor([&] { return difference(host->picture(), before).pixels > 250; }));
+        user.pause(60);
+    }
+
     std::unique_ptr<Host> host;
+    // The name's field and the menu's key, on the screen.
+    static constexpr Place field{217, 506}, menu{284, 504};
 };

@@ -73,8 +73,7 @@ TEST_F(EditorOnScreen, ClosesInTheMiddleOfThingsAndOpensAgain)
         // A name that is being typed.
         const std::string name = windowFirst ? "First" : "Second";
         Host::user([&](User& user) {
-            user.click(host->at(197, 496));
-            user.pause(100);
+            clickToOpen(user, field);
             user.type(name);
         });
         host->closeEditor(windowFirst);
@@ -83,8 +82,7 @@ TEST_F(EditorOnScreen, ClosesInTheMiddleOfThingsAndOpensAgain)
     }
     // The window goes while the menu is open.
     Host::user([&](User& user) {
-        user.click(host->at(264, 494));
-        user.pause(150);
+        clickToOpen(user, menu);
         const int turns = Host::turns;
         host->window->destroyFromOutside();
         EXPECT_TRUE(user.waitFor([&] { return Host::turns > turns; })) << "the menu stays";

@@ -48,8 +48,7 @@ struct Panel : EditorOnScreen {
     // Types into the name's box; the pauses let a slow system follow.
     void typeName(User& user, const std::string& name)
     {
-        user.click(field);
-        user.pause(100);
+        clickToOpen(user, field);
         user.type(name);
         user.pause(100);
     }
@@ -93,7 +92,6 @@ struct Panel : EditorOnScreen {
 
     const Place saveBank = host->at(8, 496), loadBank = host->at(59, 496),
                 savePreset = host->at(74, 496), loadPreset = host->at(126, 496),
-                field = host->at(197, 496), menu = host->at(264, 494),
                 previous = host->at(276, 496), next = host->at(297, 496),
                 manual = host->at(384, 496);
 };
@@ -103,8 +101,7 @@ TEST_F(Panel, TheMenuShowsThePresetsAndOneIsChosenByKeysAnotherByTheMouse)
     const int firstDown = kOnWindows ? 1 : 0;  // Windows highlights nothing at first
     VSTGUI::Pixels shown;
     Host::user([&](User& user) {
-        user.click(menu);
-        user.pause(400);
+        clickToOpen(user, menu);
         shown = screenshot(host->at(0, 0), 700, 740);
         for (int i = 0; i < 3 + firstDown; ++i)
             user.tap(Key::Down);
@@ -124,14 +121,12 @@ TEST_F(Panel, TheMenuShowsThePresetsAndOneIsChosenByKeysAnotherByTheMouse)
         above = *place;
     }
     Host::user([&](User& user) {
-        user.click(menu);
-        user.pause(400);
+        clickToOpen(user, menu);
         user.tap(Key::Escape);
     });
     EXPECT_EQ(host->programName(), fourth);
     Host::user([&](User& user) {
-        user.click(menu);
-        user.pause(400);
+        clickToOpen(user, menu);
         user.click({menu.x + 60, menu.y + 12});
     });
     EXPECT_EQ(host->programName(), "Default") << "the first entry lies over the key";
