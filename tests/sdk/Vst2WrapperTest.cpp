@@ -144,6 +144,21 @@ TEST_F(WrappedEffect, TypedTextSetsAParameterOnlyIfItIsANumber)
     }
 }
 
+TEST(WrapperStart, ValuesFoundByTheControllerWhenItStartsReachTheProcessorWithTheFirstBlock)
+{
+    Plugin plugin;
+    plugin.whileControllerStarts = [&plugin] {
+        plugin.controller->edit(kBeyondId, 0.875);
+        plugin.controller->edit(kMeterId, 0.5);
+    };
+    Host host(plugin);
+    EXPECT_EQ(host.get(3), 0.875f);
+    EXPECT_EQ(host.block(),
+              (Values{{kLevelId, 0.5}, {kSwitchId, 1.0}, {kLongId, 0.25}, {kBeyondId, 0.875}}));
+    EXPECT_EQ(host.block(), Values());
+    EXPECT_EQ(host.timesAsked(audioMasterAutomate), 0);
+}
+
 TEST_F(WrappedEffect, AThousandHostValuesBetweenTwoBlocksArriveAsTheLastOne)
 {
     host.block();
