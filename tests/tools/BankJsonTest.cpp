@@ -1,8 +1,8 @@
 // Banks through JSON and back, and what people make of such a file. The displays are the plug-in's.
 #include "BankJson.h"
+#include "Complaint.h"
 #include "OpenPlugin.h"
 #include "PresetFile.h"
-#include "ToolError.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
@@ -41,12 +41,7 @@ protected:
     }
     std::string complaint(const std::string& text)
     {
-        try {
-            bankFromJson(text, "a.json", displays.get());
-        } catch (const ToolError& error) {
-            return error.what();
-        }
-        return "accepted";
+        return complaintOf([&] { bankFromJson(text, "a.json", displays.get()); });
     }
     // About a bank whose third preset is this.
     std::string presetComplaint(const std::string& object)

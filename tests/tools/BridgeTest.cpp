@@ -1,11 +1,10 @@
 // The road from Linux to a Windows plug-in. With a real Wine and the Windows build at hand, the
 // same effect must behave the same on both sides; the failures are shown with stand-ins for Wine.
 #include "BridgedPlugin.h"
-#include "HostError.h"
+#include "Complaint.h"
 #include "SoundEffect.h"
 #include "TemporaryFolder.h"
 
-#include <chrono>
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
@@ -32,12 +31,12 @@ protected:
     }
     std::string refusal()
     {
-        try {
-            BridgedPlugin plugin(folder / "plugin.dll");
-        } catch (const HostError& error) {
-            return error.what();
-        }
-        return "opened";
+        return complaintOf([this] { BridgedPlugin plugin(folder / "plugin.dll"); });
+    }
+    void expectRefusal(const std::string& words)
+    {
+        const std::string said = refusal();
+        EXPECT_NE(said.find(words), std::string::npos) << said << "\n  instead of " << words;
     }
     TemporaryFolder folder;
     std::string oldPath;
@@ -46,37 +45,32 @@ protected:
 TEST_F(FakeWine, SaysWhatIsMissing)
 {
     setenv("PATH", (folder / "").c_str(), 1);
-    EXPECT_NE(refusal().find("needs Wine: cannot start 'wine': it is not installed"),
-              std::string::npos)
-        << refusal();
-    std::filesystem::remove(folder / "zkrt46-bridge.exe");
-    EXPECT_NE(refusal().find("zkrt46-bridge.exe"), std::string::npos) << refusal();
-    std::filesystem::remove(folder / "plugin.dll");
-    EXPECT_NE(refusal().find("no such plug-in"), std::string::npos) << refusal();
+    expectRefusal("needs Wine: cannot start 'wine': it is not installed");
+    for (const char* missing : {"zkrt46-bridge.exe", "plugin.dll"}) {
+        std::filesystem::remove(folder / missing);
+        expectRefusal(missing);
+    }
+    expectRefusal("no such plug-in");
 }
 
-TEST_F(FakeWine, PassesOnTheLastWordsOfAHelperThatDies)
+TEST_F(FakeWine, TrustsNoHelperThatDiesOrDamagesTheLine)
 {
-    wineIs("echo 'wine: some note' >&2; echo 'wine: the reason' >&2; exit 1");
-    EXPECT_NE(refusal().find("ended unexpectedly: wine: the reason"), std::string::npos)
-        << refusal();
-    // Alive long enough to greet, then gone in the middle of its answer.
-    wineIs("printf 'ZRB1'; printf '\\100\\000\\000\\000half'");
-    EXPECT_NE(refusal().find("ended unexpectedly"), std::string::npos) << refusal();
-}
-
-TEST_F(FakeWine, DoesNotTrustADamagedLine)
-{
-    wineIs("echo 'some chatter on the line'; cat >/dev/null");
-    EXPECT_NE(refusal().find("is not the helper of this program"), std::string::npos) << refusal();
-    // Longer than any message may be.
-    wineIs("printf 'ZRB1\\377\\377\\377\\377'; cat >/dev/null");
-    EXPECT_NE(refusal().find("damaged message"), std::string::npos) << refusal();
-    // A message that ends before its content.
-    wineIs("printf 'ZRB1\\002\\000\\000\\000\\000\\000'; cat >/dev/null");
-    EXPECT_NE(refusal().find("damaged message"), std::string::npos) << refusal();
-    // A failure in the helper comes through as it was written.
-    wineIs("printf 'ZRB1\\007\\000\\000\\000\\001\\002\\000\\000\\000no'; cat >/dev/null");
+    const std::pair<const char*, const char*> rows[]{
+        {"echo 'wine: some note' >&2; echo 'wine: the reason' >&2; exit 1",
+         "ended unexpectedly: wine: the reason"},
+        // Alive long enough to greet, then gone in the middle of its answer.
+        {"printf 'ZRB1'; printf '\\100\\000\\000\\000half'", "ended unexpectedly"},
+        {"echo 'some chatter on the line'; cat >/dev/null", "is not the helper of this program"},
+        // Longer than any message may be; and one that ends before its content.
+        {"printf 'ZRB1\\377\\377\\377\\377'; cat >/dev/null", "damaged message"},
+        {"printf 'ZRB1\\002\\000\\000\\000\\000\\000'; cat >/dev/null", "damaged message"},
+        // A failure in the helper comes through as it was written.
+        {"printf 'ZRB1\\007\\000\\000\\000\\001\\002\\000\\000\\000no'; cat >/dev/null", "no"},
+    };
+    for (const auto& [script, words] : rows) {
+        wineIs(script);
+        expectRefusal(words);
+    }
     EXPECT_EQ(refusal(), "no");
 }
 
@@ -86,9 +80,7 @@ TEST_F(FakeWine, KeepsTheEnvironmentQuietUnlessTheUserChose)
     unsetenv("WINEDLLOVERRIDES");
     setenv("WINEDEBUG", "+relay", 1);
     wineIs("echo \"$WINEDEBUG $WINEDLLOVERRIDES $WINEPREFIX\" >&2; exit 1");
-    EXPECT_NE(refusal().find("+relay mscoree,mshtml= " + (folder / "cache/zkrt46/wine")),
-              std::string::npos)
-        << refusal();
+    expectRefusal("+relay mscoree,mshtml= " + (folder / "cache/zkrt46/wine"));
     unsetenv("WINEDEBUG");
 }
 
@@ -119,14 +111,8 @@ TEST_F(RealWine, RefusesWhatIsNoPluginByTheNameTheUserGave)
 {
     TemporaryFolder folder;
     writeContent(folder / "text.dll", "no library");
-    try {
-        BridgedPlugin plugin(folder / "text.dll");
-        FAIL() << "opened";
-    } catch (const HostError& error) {
-        EXPECT_EQ(error.what(),
-                  "cannot load '" + (folder / "text.dll")
-                      + "': it is not a 64-bit Windows library");
-    }
+    EXPECT_EQ(complaintOf([&] { BridgedPlugin plugin(folder / "text.dll"); }),
+              "cannot load '" + (folder / "text.dll") + "': it is not a 64-bit Windows library");
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // Talking to other programs: nothing may hang, whatever they do.
 #include "ChildProcess.h"
-#include "HostError.h"
+#include "Complaint.h"
 
 #include <gtest/gtest.h>
 
@@ -9,11 +9,6 @@ namespace {
 using host::ChildProcess;
 using Outcome = ChildProcess::Outcome;
 using Seconds = ChildProcess::Seconds;
-
-double elapsedSince(std::chrono::steady_clock::time_point start)
-{
-    return Seconds(std::chrono::steady_clock::now() - start).count();
-}
 
 TEST(ChildProcess, CarriesMoreThanAPipeHoldsInBothDirections)
 {
@@ -60,7 +55,7 @@ TEST(ChildProcess, NoticesTheEndThoughARelativeHoldsThePipeOpen)
     char bytes[3]{};
     EXPECT_EQ(parent.read(bytes, 3, Seconds(15.0)), Outcome::Ended);
     EXPECT_EQ(std::string(bytes, 2), "ab") << "what came before the end is not lost";
-    EXPECT_LT(elapsedSince(start), 5.0);
+    EXPECT_LT(Seconds(std::chrono::steady_clock::now() - start).count(), 5.0);
 }
 
 TEST(ChildProcess, SetsTheEnvironmentAndNamesAMissingProgram)
@@ -69,12 +64,8 @@ TEST(ChildProcess, SetsTheEnvironmentAndNamesAMissingProgram)
     std::string output;
     shell.converse("", output, Seconds(5.0));
     EXPECT_EQ(output, "a b");
-    try {
-        ChildProcess missing({"no-such-program-anywhere"});
-        FAIL() << "started";
-    } catch (const host::HostError& error) {
-        EXPECT_STREQ(error.what(), "cannot start 'no-such-program-anywhere': it is not installed");
-    }
+    EXPECT_EQ(complaintOf([] { ChildProcess missing({"no-such-program-anywhere"}); }),
+              "cannot start 'no-such-program-anywhere': it is not installed");
 }
 
 }  // namespace

@@ -5,9 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
 #include <gtest/gtest.h>
-#include <limits>
 #include <random>
 
 namespace {
@@ -48,110 +46,117 @@ Bytes goodBank()
 constexpr std::size_t kValueOf28 = 41 + 168 + 28 * 32 + 24;  // 1129
 constexpr std::size_t kPreset5 = 41 + 5 * 2024;              // 10161
 
-struct Case {
-    Bytes (*make)();
-    std::function<void(Bytes&)> damage;
+enum Image { kPreset, kBank, kState };
+
+Bytes goodImage(Image image)
+{
+    return image == kPreset ? goodPreset()
+        : image == kBank    ? goodBank()
+                            : handmade::stateOf(goodBank());
+}
+
+const std::uint32_t kNan = 0x7FC00000, k2 = 0x40000000, kMinusQuarter = 0xBE800000;
+
+// An image with a word put over four of its bytes, which may end it; or, where the word is `kCut`,
+// cut off or prolonged there.
+constexpr std::uint32_t kCut = 0xC0C0C0C0;
+struct Row {
+    Image image;
+    std::size_t at;
+    std::uint32_t word;
     Outcome outcome;
     bool isFault;
     std::size_t offset;
     const char* words;
 };
+constexpr Outcome kIgnored = Outcome::Ignored, kNoEffect = Outcome::NoEffect,
+                  kUndone = Outcome::Undone, kTaken = Outcome::Taken, kPartly = Outcome::Partly;
+// clang-format off
+const Row kRows[]{
+    {kPreset, 4, kCut, kIgnored, true, 4, "first five bytes"},
+    {kPreset, 0, 0x74343678, kIgnored, true, 0, "no preset and no"},
+    {kPreset, 4, 0x39, kNoEffect, true, 4, "kind is 0x39"},
+    {kBank, 40, kCut, kNoEffect, true, 40, "header of 41"},
+    {kPreset, 21, 0xFFFFFFFF, kNoEffect, true, 21, "negative, -1"},
+    {kPreset, 21, 2025, kNoEffect, true, 21, "is 2025, but only 2024 bytes"},
+    {kPreset, kMostOfFile + 2, kCut, kPartly, false, 2065, "16775153 bytes follow"},
+    {kBank, 13, 0x80000000, kNoEffect, true, 13, "record count is negative"},
+    {kPreset, 13, 0x80000000, kPartly, true, 13, "resets"},
+    {kPreset, 13, 60, kUndone, true, 2065, "record 60 of 60 should begin here"},
+    // The last record begins at 41 + 168 + 57 * 32 = 2033, with 8 and with 18 bytes left.
+    {kPreset, 21, 2000, kUndone, true, 2033, "record 59 of 59 is cut off in its head of 12 bytes: 8 bytes"},
+    {kPreset, 21, 2010, kUndone, true, 2037, "20 bytes follow its head, but only 6 are left"},
+    {kPreset, 45, 0xFFFFFFF0, kUndone, true, 45, "record 1 of 59 has the negative size -16"},
+    {kPreset, 45, 5000, kUndone, true, 45, "5000 bytes follow its head, but only 2012 are left"},
+    {kPreset, kValueOf28, k2, kUndone, true, 1129, "parameter 28 is 2, which lies outside 0 to 1"},
+    {kPreset, kValueOf28, kNan, kUndone, true, 1129, "is nan"},
+    {kBank, kPreset5 + 192, kMinusQuarter, kUndone, true, kPreset5 + 192, "parameter 0 of preset 5 is -0.25"},
+    {kPreset, 5, 7, kTaken, false, 5, "format word"},
+    {kPreset, 9, 57, kTaken, false, 9, "57 instead of 58"},
+    {kBank, 17, 24, kTaken, false, 17, "preset 0 is"},
+    {kPreset, 30, 1, kTaken, false, 30, "reserved"},
+    {kPreset, 2066, kCut, kPartly, false, 2065, "1 bytes"},
+    {kPreset, 41, 9, kPartly, false, 41, "unknown kind 9"},
+    {kPreset, 73, 0x78, kTaken, false, 73, "behind its"},
+    {kPreset, 53, 0x786FE4, kTaken, false, 53, "\"\\xE4ox\", is not UTF-8"},
+    {kPreset, 221, 58, kPartly, false, 221, "unknown parameter 58"},
+    {kPreset, 221, 1, kPartly, false, 253, "second value of parameter 1"},
+    {kBank, kPreset5 + 8, 24, kPartly, false, kPreset5 + 8, "preset 24"},
+    {kState, 8 + kValueOf28, k2, kUndone, true, 8 + 1129, "parameter 28 of preset 0 is 2"},
+    {kState, 40000, kCut, kPartly, true, 40000, "instead of at byte 48625"},
+    {kState, 3, 1, kTaken, false, 3, "prefix"},
+};
+// clang-format on
+
+void expectFinding(const Bytes& bytes, const Row& row)
+{
+    SCOPED_TRACE(row.words);
+    const ImageReport report = check(bytes);
+    EXPECT_EQ(report.outcome, row.outcome);
+    EXPECT_EQ(report.hasFaults(), row.isFault);
+    EXPECT_TRUE(std::any_of(report.findings.begin(), report.findings.end(),
+                            [&](const Finding& finding) {
+                                return finding.offset == row.offset
+                                    && finding.isFault == row.isFault
+                                    && finding.text.find(row.words) != std::string::npos;
+                            }))
+        << (report.findings.empty() ? "nothing" : report.findings.front().text);
+}
 
 TEST(ImageCheck, NamesTheFaultTheByteAndTheConsequence)
 {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const Case cases[]{
-        {goodPreset, [](Bytes& b) { b.resize(4); }, Outcome::Ignored, true, 4, "first five bytes"},
-        {goodPreset, [](Bytes& b) { b[0] = 'x'; }, Outcome::Ignored, true, 0, "no preset and no"},
-        {goodPreset, [](Bytes& b) { b[4] = 0x39; }, Outcome::NoEffect, true, 4, "kind is 0x39"},
-        {goodBank, [](Bytes& b) { b.resize(40); }, Outcome::NoEffect, true, 40, "header of 41"},
-        {goodPreset, [](Bytes& b) { put(b, 21, 0xFFFFFFFF); }, Outcome::NoEffect, true, 21,
-         "negative, -1"},
-        {goodPreset, [](Bytes& b) { put(b, 21, 2025); }, Outcome::NoEffect, true, 21,
-         "is 2025, but only 2024 bytes"},
-        {goodPreset,
-         [](Bytes& b) {
-             b.resize(kMostOfFile + 2);
-             put(b, 21, kMostOfFile - 41 + 1);
-         },
-         Outcome::NoEffect, true, 21, "first 16 MiB"},
-        {goodPreset, [](Bytes& b) { b.resize(kMostOfFile + 2); }, Outcome::Partly, false, 2065,
-         "16775153 bytes follow"},
-        {goodBank, [](Bytes& b) { put(b, 13, 0x80000000); }, Outcome::NoEffect, true, 13,
-         "record count is negative"},
-        {goodPreset, [](Bytes& b) { put(b, 13, 0x80000000); }, Outcome::Partly, true, 13, "resets"},
-        {goodPreset, [](Bytes& b) { put(b, 13, 60); }, Outcome::Undone, true, 2065,
-         "record 60 of 60 should begin here"},
-        // The last record begins at 41 + 168 + 57 * 32 = 2033, with 8 and with 18 bytes left.
-        {goodPreset, [](Bytes& b) { put(b, 21, 2000); }, Outcome::Undone, true, 2033,
-         "record 59 of 59 is cut off in its head of 12 bytes: 8 bytes"},
-        {goodPreset, [](Bytes& b) { put(b, 21, 2010); }, Outcome::Undone, true, 2033 + 4,
-         "20 bytes follow its head, but only 6 are left"},
-        {goodPreset, [](Bytes& b) { put(b, 41 + 4, 0xFFFFFFF0); }, Outcome::Undone, true, 45,
-         "record 1 of 59 has the negative size -16"},
-        {goodPreset, [](Bytes& b) { put(b, 41 + 4, 5000); }, Outcome::Undone, true, 45,
-         "5000 bytes follow its head, but only 2012 are left"},
-        {goodPreset, [](Bytes& b) { putFloat(b, kValueOf28, 1.5f); }, Outcome::Undone, true, 1129,
-         "parameter 28 is 1.5, which lies outside 0 to 1"},
-        {goodPreset, [nan](Bytes& b) { putFloat(b, kValueOf28, nan); }, Outcome::Undone, true, 1129,
-         "is nan"},
-        {goodBank, [](Bytes& b) { putFloat(b, kPreset5 + 168 + 24, -0.25f); }, Outcome::Undone,
-         true, kPreset5 + 168 + 24, "parameter 0 of preset 5 is -0.25"},
-        {goodPreset, [](Bytes& b) { put(b, 5, 7); }, Outcome::Taken, false, 5, "format word"},
-        {goodPreset, [](Bytes& b) { put(b, 9, 57); }, Outcome::Taken, false, 9, "57 instead of 58"},
-        {goodBank, [](Bytes& b) { put(b, 17, 24); }, Outcome::Taken, false, 17, "preset 0 is"},
-        {goodPreset, [](Bytes& b) { b[30] = 1; }, Outcome::Taken, false, 30, "reserved"},
-        {goodPreset, [](Bytes& b) { b.push_back(0); }, Outcome::Partly, false, 2065, "1 bytes"},
-        {goodPreset, [](Bytes& b) { put(b, 41, 9); }, Outcome::Partly, false, 41, "unknown kind 9"},
-        {goodPreset, [](Bytes& b) { std::fill_n(&b[53], 24, 'x'); }, Outcome::Taken, false, 53,
-         "no terminator"},
-        {goodPreset, [](Bytes& b) { b[53 + 20] = 'x'; }, Outcome::Taken, false, 73, "behind its"},
-        {goodPreset, [](Bytes& b) { b[53] = 0xE4; }, Outcome::Taken, false, 53,
-         "\"\\xE4ox\", is not UTF-8"},
-        {goodPreset, [](Bytes& b) { put(b, 41 + 168 + 12, 58); }, Outcome::Partly, false, 221,
-         "unknown parameter 58"},
-        {goodPreset, [](Bytes& b) { put(b, 41 + 168 + 12, 1); }, Outcome::Partly, false, 253,
-         "second value of parameter 1"},
-        {goodBank, [](Bytes& b) { put(b, kPreset5 + 8, 24); }, Outcome::Partly, false, kPreset5 + 8,
-         "preset 24"},
-        {goodBank,
-         [](Bytes& b) { std::rotate(&b[kPreset5], &b[kPreset5 + 168], &b[kPreset5] + 2024); },
-         Outcome::Partly, false, kPreset5 + 58 * 32, "58 values of preset 5 stand ahead"},
-        {[] { return handmade::stateOf(goodBank()); },
-         [](Bytes& b) { putFloat(b, 8 + kValueOf28, 2.0f); }, Outcome::Undone, true, 8 + 1129,
-         "parameter 28 of preset 0 is 2"},
-        {[] { return handmade::stateOf(goodBank()); }, [](Bytes& b) { b.resize(40000); },
-         Outcome::Partly, true, 40000, "instead of at byte 48625"},
-        {[] { return handmade::stateOf(goodBank()); }, [](Bytes& b) { b[3] = 1; }, Outcome::Taken,
-         false, 3, "prefix"},
-        {[] { return handmade::stateOf(goodBank()); },
-         [](Bytes& b) { std::fill(b.begin(), b.end(), std::uint8_t{0}); }, Outcome::Partly, false,
-         8, "magic is not \"64tZ\"; in a state it is not looked at"},
-        {[] { return handmade::stateOf(goodBank()); },
-         [](Bytes& b) {
-             put(b, 8 + 13, 59);
-             put(b, 8 + 21, 2024);
-             b.resize(8 + 41 + 2024);
-         },
-         Outcome::Partly, false, 8 + 21, "payload size is 2024"},
-    };
-    for (const Case& one : cases) {
-        SCOPED_TRACE(one.words);
-        Bytes bytes = one.make();
+    for (const Row& row : kRows) {
+        Bytes bytes = goodImage(row.image);
         EXPECT_TRUE(check(bytes).findings.empty());
-        one.damage(bytes);
-        const ImageReport report = check(bytes);
-        EXPECT_EQ(report.outcome, one.outcome);
-        EXPECT_EQ(report.hasFaults(), one.isFault);
-        const auto found = std::find_if(
-            report.findings.begin(), report.findings.end(), [&](const Finding& finding) {
-                return finding.offset == one.offset && finding.isFault == one.isFault
-                    && finding.text.find(one.words) != std::string::npos;
-            });
-        EXPECT_NE(found, report.findings.end())
-            << (report.findings.empty() ? "nothing" : report.findings.front().text) << " "
-            << (report.findings.empty() ? 0 : report.findings.front().offset.value_or(0));
+        if (row.word == kCut)
+            bytes.resize(row.at);
+        else
+            put(bytes, row.at, row.word);
+        expectFinding(bytes, row);
     }
+    // Several changes at once: a size beyond what is read of a file; a name that fills its field;
+    // values ahead of their preset; and as states, no image at all, and one of a single preset.
+    Bytes bytes = goodPreset();
+    bytes.resize(kMostOfFile + 2);
+    put(bytes, 21, kMostOfFile - 41 + 1);
+    expectFinding(bytes, {kPreset, 0, 0, kNoEffect, true, 21, "first 16 MiB"});
+    bytes = goodPreset();
+    std::fill_n(&bytes[53], 24, 'x');
+    expectFinding(bytes, {kPreset, 0, 0, kTaken, false, 53, "no terminator"});
+    bytes = goodBank();
+    std::rotate(&bytes[kPreset5], &bytes[kPreset5 + 168], &bytes[kPreset5] + 2024);
+    expectFinding(
+        bytes,
+        {kBank, 0, 0, kPartly, false, kPreset5 + 58 * 32, "58 values of preset 5 stand ahead"});
+    bytes = Bytes(goodImage(kState).size());
+    expectFinding(
+        bytes,
+        {kState, 0, 0, kPartly, false, 8, "magic is not \"64tZ\"; in a state it is not looked at"});
+    bytes = goodImage(kState);
+    put(bytes, 8 + 13, 59);
+    put(bytes, 8 + 21, 2024);
+    bytes.resize(8 + 41 + 2024);
+    expectFinding(bytes, {kState, 0, 0, kPartly, false, 8 + 21, "payload size is 2024"});
 }
 
 // Of a state neither start nor size is looked at, so that one may be in any file but an empty one.

@@ -1,12 +1,13 @@
 // Values as people type them, and lists of them in time.
 #include "ParameterText.h"
 #include "Automation.h"
+#include "Complaint.h"
 #include "FakePlugin.h"
-#include "ToolError.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <tuple>
 
 namespace {
 
@@ -39,13 +40,7 @@ ParameterText someParameters()
 
 std::string complaint(const std::string& setting)
 {
-    ParameterText parameters = someParameters();
-    try {
-        parameters.parse(setting);
-    } catch (const ToolError& error) {
-        return error.what();
-    }
-    return "accepted";
+    return complaintOf([&] { someParameters().parse(setting); });
 }
 
 TEST(ParameterText, TakesAValueInEveryFormTheDisplayCanBeMeant)
@@ -81,83 +76,76 @@ TEST(ParameterText, TakesAValueInEveryFormTheDisplayCanBeMeant)
 
 TEST(ParameterText, SaysWhatWouldHaveBeenRight)
 {
-    EXPECT_EQ(complaint("LGainL=3.55"),
-              "LGainL cannot be '3.55'; the nearest values are 3.50 and 3.60 dB");
-    EXPECT_EQ(complaint("LGainL=16.1"), "LGainL cannot be '16.1'; it goes from -16.00 to 16.00 dB");
-    EXPECT_EQ(complaint("LFreqL=83"), "LFreqL cannot be '83'; it can be Off, 550.00, 82.00, 33.00");
-    EXPECT_EQ(complaint("LGainR=1"),
-              "the plug-in has no parameter 'LGainR'; similar ones are LGainL, LGainL2");
-    EXPECT_EQ(complaint("Quux=1"),
-              "the plug-in has no parameter 'Quux'; 'zkrt46 params' lists them");
+    const std::pair<const char*, const char*> rows[]{
+        {"LGainL=3.55", "LGainL cannot be '3.55'; the nearest values are 3.50 and 3.60 dB"},
+        {"LGainL=16.1", "LGainL cannot be '16.1'; it goes from -16.00 to 16.00 dB"},
+        {"LFreqL=83", "LFreqL cannot be '83'; it can be Off, 550.00, 82.00, 33.00"},
+        {"LGainR=1", "the plug-in has no parameter 'LGainR'; similar ones are LGainL, LGainL2"},
+        {"Quux=1", "the plug-in has no parameter 'Quux'; 'zkrt46 params' lists them"},
+    };
+    for (const auto& [setting, words] : rows)
+        EXPECT_EQ(complaint(setting), words);
     for (const char* bad :
          {"LGainL", "LGainL=", "LGainL=+-3", "LGainL=nan", "LGainL=inf", "LGainL=3.5x",
           "LGainL=1.1n", "LGainL=-0.1n", "LGainL=nann", "Power=1", "Smooth=0.3", "=On"})
-        EXPECT_NE(complaint(bad), "accepted") << bad;
+        EXPECT_NE(complaint(bad), "none") << bad;
 }
 
-std::string automationComplaint(const std::string& text)
+std::vector<AutomationPoint> parsed(const std::string& text)
 {
     ParameterText parameters = someParameters();
     std::istringstream stream(text);
-    try {
-        parseAutomation(stream, "moves.csv", parameters);
-    } catch (const ToolError& error) {
-        return error.what();
-    }
-    return "accepted";
+    return parseAutomation(stream, "moves.csv", parameters);
 }
 
 TEST(Automation, ReadsTheUsualSeparatorsAndSortsByTime)
 {
-    ParameterText parameters = someParameters();
-    std::istringstream text("\xEF\xBB\xBFtime, title, value\r\n"
-                            "# a comment\r\n"
-                            "\r\n"
-                            "2.5, LGainL, +3.5   # louder\r\n"
-                            "1;Power;off\n"
-                            "1\tPower\tOn\n"
-                            "0.25 LFreqL 82");
-    const std::vector<AutomationPoint> points = parseAutomation(text, "moves.csv", parameters);
-    ASSERT_EQ(points.size(), 4u);
-    EXPECT_EQ(points[0].seconds, 0.25);
-    EXPECT_EQ(points[0].assignment.index, 1);
+    const std::vector<AutomationPoint> points = parsed("\xEF\xBB\xBFtime, title, value\r\n"
+                                                       "# a comment\r\n"
+                                                       "\r\n"
+                                                       "2.5, LGainL, +3.5   # louder\r\n"
+                                                       "1;Power;off\n"
+                                                       "1\tPower\tOn\n"
+                                                       "0.25 LFreqL 82");
     // Changes of one time keep the order of the file: the last one counts.
-    EXPECT_EQ(points[1].assignment.value, 0.0f);
-    EXPECT_EQ(points[2].assignment.value, 1.0f);
-    EXPECT_EQ(points[3].seconds, 2.5);
-    EXPECT_EQ(points[3].assignment.value, 195.0f / 320.0f);
+    const std::tuple<double, int, float> expected[]{
+        {0.25, 1, 2.0f / 3.0f}, {1.0, 0, 0.0f}, {1.0, 0, 1.0f}, {2.5, 2, 195.0f / 320.0f}};
+    ASSERT_EQ(points.size(), std::size(expected));
+    for (std::size_t i = 0; i < points.size(); ++i)
+        EXPECT_EQ(
+            std::tuple(points[i].seconds, points[i].assignment.index, points[i].assignment.value),
+            expected[i]);
 }
 
 TEST(Automation, KeepsTheOrderOfManyChangesAtOneTime)
 {
-    ParameterText parameters = someParameters();
     std::ostringstream text;
     for (int step = 0; step < 100; ++step)
         text << (step % 2 ? "1" : "2") << ",Smooth," << step / 100.0 << "n\n";
-    std::istringstream lines(text.str());
-    const std::vector<AutomationPoint> points = parseAutomation(lines, "moves.csv", parameters);
+    const std::vector<AutomationPoint> points = parsed(text.str());
     ASSERT_EQ(points.size(), 100u);
-    for (std::size_t i = 1; i < points.size(); ++i) {
-        if (i != 50) {  // where the second time begins
-            EXPECT_GT(points[i].assignment.value, points[i - 1].assignment.value) << i;
-        }
-    }
+    // The odd ones, then the even ones.
+    for (int i = 0; i < 100; ++i)
+        EXPECT_EQ(points[static_cast<std::size_t>(i)].assignment.value,
+                  static_cast<float>((i < 50 ? 2 * i + 1 : 2 * i - 100) / 100.0));
 }
 
 TEST(Automation, NamesTheLineThatIsWrong)
 {
-    EXPECT_EQ(automationComplaint("1,Power,On\n\nsoon,Power,Off\n"),
-              "moves.csv:3: 'soon' is not a time in seconds");
-    EXPECT_EQ(automationComplaint("-1,Power,On"), "moves.csv:1: the time -1 lies before the start");
-    EXPECT_EQ(automationComplaint("1,Power"), "moves.csv:1: expected time, title and value");
-    EXPECT_EQ(automationComplaint("1,Power,On,Off"), "moves.csv:1: expected time, title and value");
-    EXPECT_EQ(automationComplaint("1,LGainL,99"),
-              "moves.csv:1: LGainL cannot be '99'; it goes from -16.00 to 16.00 dB");
-    EXPECT_EQ(automationComplaint("inf,Power,On"), "moves.csv:1: 'inf' is not a time in seconds");
-    // Column heads are heads on the first line only.
-    EXPECT_NE(automationComplaint("1,Power,On\ntime,title,value"), "accepted");
-    EXPECT_EQ(automationComplaint(std::string(100000, 'x')), "moves.csv:1: the line is too long");
-    EXPECT_EQ(automationComplaint(""), "accepted");
+    const std::pair<std::string, const char*> rows[]{
+        {"1,Power,On\n\nsoon,Power,Off\n", "moves.csv:3: 'soon' is not a time in seconds"},
+        {"-1,Power,On", "moves.csv:1: the time -1 lies before the start"},
+        {"1,Power", "moves.csv:1: expected time, title and value"},
+        {"1,Power,On,Off", "moves.csv:1: expected time, title and value"},
+        {"1,LGainL,99", "moves.csv:1: LGainL cannot be '99'; it goes from -16.00 to 16.00 dB"},
+        {"inf,Power,On", "moves.csv:1: 'inf' is not a time in seconds"},
+        // Column heads are heads on the first line only.
+        {"1,Power,On\ntime,title,value", "moves.csv:2: 'time' is not a time in seconds"},
+        {std::string(100000, 'x'), "moves.csv:1: the line is too long"},
+        {"", "none"},
+    };
+    for (const auto& [text, words] : rows)
+        EXPECT_EQ(complaintOf([&] { parsed(text); }), words);
 }
 
 }  // namespace

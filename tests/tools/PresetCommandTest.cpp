@@ -125,9 +125,9 @@ TEST_F(PresetCommand, AudioStartsFromTheChosenPreset)
     const std::string shaped = out.substr(out.find('\n'));
     ASSERT_EQ(run("response --points 3 --preset Vox --curve a:"), 0);
     EXPECT_EQ(out.substr(out.find('\n')), shaped) << "curves start from the preset, too";
-    ASSERT_EQ(run("harmonics --freq 1000"), 0);
+    ASSERT_EQ(run("harmonics --freq 1000 --sweep -20:-10:10"), 0);
     const std::string clean = out;
-    ASSERT_EQ(run("harmonics --freq 1000 --preset-file vox.zkr"), 0);
+    ASSERT_EQ(run("harmonics --freq 1000 --sweep -20:-10:10 --preset-file vox.zkr"), 0);
     EXPECT_NE(out, clean);
 }
 

@@ -1,0 +1,16 @@
+// What an action complains of.
+#pragma once
+
+#include <exception>
+#include <string>
+
+template <typename Action>
+std::string complaintOf(const Action& action)
+{
+    try {
+        action();
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    return "none";
+}
