@@ -5,30 +5,29 @@
 
 #include <gtest/gtest.h>
 
+#include <type_traits>
+
 namespace {
 
-void flip(StripProcessorQB9& strip, std::vector<double>& x)
+template <class Sample>
+void flip(StripProcessorQB9& strip, std::vector<Sample>& x)
 {
-    strip.applyPhase(x.data(), static_cast<int>(x.size()));
+    const int n = static_cast<int>(x.size());
+    if constexpr (std::is_same_v<Sample, float>)
+        strip.applyPhaseFloat(x.data(), n);
+    else
+        strip.applyPhase(x.data(), n);
 }
 
-void flip(StripProcessorQB9& strip, std::vector<float>& x)
-{
-    strip.applyPhaseFloat(x.data(), static_cast<int>(x.size()));
-}
-
-void flipLinked(StripProcessorQB9& strip, std::vector<double>& a, std::vector<double>& b,
+template <class Sample>
+void flipLinked(StripProcessorQB9& strip, std::vector<Sample>& a, std::vector<Sample>& b,
                 int (&inverted)[2])
 {
-    strip.applyPhaseLinked(a.data(), b.data(), &inverted[0], &inverted[1],
-                           static_cast<int>(a.size()));
-}
-
-void flipLinked(StripProcessorQB9& strip, std::vector<float>& a, std::vector<float>& b,
-                int (&inverted)[2])
-{
-    strip.applyPhaseLinkedFloat(a.data(), b.data(), &inverted[0], &inverted[1],
-                                static_cast<int>(a.size()));
+    const int n = static_cast<int>(a.size());
+    if constexpr (std::is_same_v<Sample, float>)
+        strip.applyPhaseLinkedFloat(a.data(), b.data(), &inverted[0], &inverted[1], n);
+    else
+        strip.applyPhaseLinked(a.data(), b.data(), &inverted[0], &inverted[1], n);
 }
 
 template <class Sample>

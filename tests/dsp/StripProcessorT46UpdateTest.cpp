@@ -81,17 +81,15 @@ TEST(T46Update, EveryCombinationSetsUpItsSectionsGainsAndDamping)
     }
 }
 
-TEST(T46Update, ProcessOffIsDullerThanNoBandsAndRunsNoModel)
+TEST(T46Update, WithoutTheProcessNoModelRuns)
 {
     StripProcessorT46 strip;
     strip.setMidFrequency(1.0);
-    strip.setMidGain(0.9);
     const double hz = strip.midBell.frequency;
     strip.setProcessOn(0.0f);
+    strip.setMidFrequency(0.5);
     EXPECT_EQ(strip.bandMode, 32);
     EXPECT_EQ(strip.dampingAmount, 0.9);
-    EXPECT_EQ(strip.outputGainTarget, 1.0);
-    strip.setMidFrequency(0.5);
     EXPECT_EQ(strip.midBell.frequency, hz);
     strip.setProcessOn(0.5f);
     EXPECT_NE(strip.midBell.frequency, hz);

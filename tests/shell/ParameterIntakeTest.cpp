@@ -143,18 +143,17 @@ TEST(LatencyReport, WaitsForAHostThatListensAndCountsWhereItsListIsFull)
 {
     Processor processor;
     NoReports full;
-    ProcessData data;
-    AudioBusBuffers bus;
     float* channels[2] = {};
+    AudioBusBuffers bus;
     bus.numChannels = 2;
     bus.channelBuffers32 = channels;
+    ProcessData data;
     data.numInputs = data.numOutputs = 1;
     data.inputs = data.outputs = &bus;
-    for (int block = 0; block < 20; ++block)
+    for (int block = 0; block < 29; ++block) {
+        data.outputParameterChanges = block < 20 ? nullptr : &full;
+        EXPECT_EQ(processor.reportedLatencyMs == -1.0f, block <= 20) << block;
         processor.process(data);
-    EXPECT_EQ(processor.reportedLatencyMs, -1.0f);
-    data.outputParameterChanges = &full;
-    for (int block = 0; block < 9; ++block)
-        processor.process(data);
+    }
     EXPECT_EQ(processor.reportedLatencyMs, processor.latencyMs);
 }
