@@ -5,21 +5,14 @@ namespace {
 
 class Drawing : public FrameTest {
 protected:
-    // Paints with a function and returns the frame's picture.
-    Pixels drawn(std::function<void(CDrawContext&, const CRect&)> paint,
-                 const CRect& rect = CRect(0, 0, 200, 100))
+    // Paints with a function, all over the frame, and returns the frame's picture.
+    Pixels drawn(std::function<void(CDrawContext&)> paint)
     {
-        struct Painter : CView {
-            Painter(const CRect& r, std::function<void(CDrawContext&, const CRect&)> p)
-                : CView(r), paint(std::move(p))
-            {
-            }
-            void draw(CDrawContext* context) override { paint(*context, getViewSize()); }
-            std::function<void(CDrawContext&, const CRect&)> paint;
-        };
-        frame->addView(new Painter(rect, std::move(paint)));
+        addProbe(kAll, "painter")->onDraw = std::move(paint);
         return host.paint();
     }
+
+    const CRect kAll{0, 0, 200, 100};
 };
 
 CRect textBounds(const Pixels& picture, const CColor& background)
@@ -36,7 +29,7 @@ CRect textBounds(const Pixels& picture, const CColor& background)
 
 TEST_F(Drawing, FilledRectanglesCoverExactlyTheirPixelsAndStrokesTheInnerBorder)
 {
-    const Pixels p = drawn([](CDrawContext& c, const CRect&) {
+    const Pixels p = drawn([](CDrawContext& c) {
         c.setFillColor(kRedCColor);
         c.drawRect(CRect(20, 20, 10, 10), kDrawFilled);  // turned round
         c.setFrameColor(kBlueCColor);
@@ -54,9 +47,9 @@ TEST_F(Drawing, FilledRectanglesCoverExactlyTheirPixelsAndStrokesTheInnerBorder)
 
 TEST_F(Drawing, ColoursAndGlobalAlphaMixOverWhatIsThere)
 {
-    const Pixels p = drawn([](CDrawContext& c, const CRect& r) {
+    const Pixels p = drawn([this](CDrawContext& c) {
         c.setFillColor(kBlackCColor);
-        c.drawRect(r, kDrawFilled);
+        c.drawRect(kAll, kDrawFilled);
         c.setFillColor(CColor(200, 100, 0, 128));
         c.drawRect(CRect(0, 0, 10, 10), kDrawFilled);
         c.saveGlobalState();
@@ -75,14 +68,15 @@ TEST_F(Drawing, ColoursAndGlobalAlphaMixOverWhatIsThere)
 
 TEST_F(Drawing, ChildrenAreDrawnInTheirContainersCoordinatesCutToItAndInOrder)
 {
-    auto* box = new CViewContainer(CRect(100, 50, 140, 90));
-    box->setBackgroundColor(kBlueCColor);
-    auto* low = new CViewContainer(CRect(-20, 10, 20, 30));
-    low->setBackgroundColor(kRedCColor);
-    auto* high = new CViewContainer(CRect(10, 10, 60, 20));
-    high->setBackgroundColor(kGreenCColor);
+    const auto container = [](const CRect& rect, CColor colour) {
+        auto* const made = new CViewContainer(rect);
+        made->setBackgroundColor(colour);
+        return made;
+    };
+    auto* const box = container(CRect(100, 50, 140, 90), kBlueCColor);
+    auto* const high = container(CRect(10, 10, 60, 20), kGreenCColor);
     high->setAlphaValue(0.5f);
-    box->addView(low);
+    box->addView(container(CRect(-20, 10, 20, 30), kRedCColor));
     box->addView(high);
     frame->addView(box);
     const Pixels p = host.paint();
@@ -112,7 +106,7 @@ TEST_F(Drawing, BitmapsAreCopiedUnscaledFromTheirOffsetAndNeverBeyondTheirEdges)
 {
     const auto strip = owned(filmstrip(9001, 3));
     EXPECT_EQ(strip->getHeight(), 30);
-    const Pixels p = drawn([&](CDrawContext& c, const CRect&) {
+    const Pixels p = drawn([&](CDrawContext& c) {
         strip->draw(&c, CRect(0, 0, 10, 10), CPoint(0, 10));
         strip->draw(&c, CRect(20, 0, 40, 40), CPoint(0, 20));  // larger than what is left
         strip->draw(&c, CRect(50, 0, 60, 10), CPoint(-5, -5));
@@ -133,11 +127,11 @@ TEST_F(Drawing, BitmapsAreCopiedUnscaledFromTheirOffsetAndNeverBeyondTheirEdges)
 
 TEST_F(Drawing, TextIsCentredByTheHeightOfCapitals)
 {
-    const Pixels p = drawn([](CDrawContext& c, const CRect& r) {
+    const Pixels p = drawn([this](CDrawContext& c) {
         c.setFont(kNormalFontVeryBig);
         c.setFontColor(kBlackCColor);
         EXPECT_GT(c.getStringWidth("HHHH"), 40);
-        c.drawString("HHHH", r, kCenterText);
+        c.drawString("HHHH", kAll, kCenterText);
     });
     const CRect ink = textBounds(p, kGreyCColor);
     EXPECT_NEAR(ink.getCenter().x, 100, 1);
@@ -168,7 +162,7 @@ TEST_F(Drawing, TextKeepsToItsEdgeAndToTheClipOfALabel)
 
 TEST_F(Drawing, TextThatIsNoUtf8DoesNotSpoilWhatFollows)
 {
-    const Pixels p = drawn([](CDrawContext& c, const CRect&) {
+    const Pixels p = drawn([](CDrawContext& c) {
         c.setFont(kNormalFont);
         c.drawString("\xFF\xC3(\xE2\x82", CRect(0, 50, 200, 100));
         c.drawString(static_cast<UTF8StringPtr>(nullptr), CRect(0, 50, 200, 100));

@@ -25,12 +25,13 @@ using Log = std::vector<std::string>;
 // Where the host's window stands on the screen.
 constexpr Place kHost{300, 200};
 
-// Turns the host's loop until the condition holds, or for so long. Returns whether it does.
+// Turns the host's loop until the condition holds, or for so long and ten times at least. Returns
+// whether it does.
 inline bool pumpUntil(const std::function<bool()>& condition, int milliseconds = 20000)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() >= end)
+    for (int turns = 0; !condition(); ++turns) {
+        if (turns >= 10 && std::chrono::steady_clock::now() >= end)
             return false;
 #ifndef _WIN32
         X11::IdleRunLoop::instance().pump();
@@ -148,16 +149,15 @@ private:
     Record& record;
 };
 
-// Does the steps one after the other, one each 60 ms, from inside whatever loop is running.
+// Does the steps one after the other, one each 60 ms, from inside whatever loop is running; the
+// first one not before it is ready.
 class Script {
 public:
-    explicit Script(std::vector<std::function<void()>> scriptSteps)
-        : steps(std::move(scriptSteps)), timer(owned(new CVSTGUITimer(
-                                             [this](CVSTGUITimer*) {
-                                                 if (!finished())
-                                                     steps[next++]();
-                                             },
-                                             60)))
+    using Step = std::function<void()>;
+
+    explicit Script(std::vector<Step> scriptSteps, std::function<bool()> isReady = nullptr)
+        : steps(std::move(scriptSteps)), ready(std::move(isReady)),
+          timer(owned(new CVSTGUITimer([this](CVSTGUITimer*) { tick(); }, 60)))
     {
     }
     ~Script() { timer->stop(); }
@@ -167,7 +167,14 @@ public:
     bool finished() const { return next == steps.size(); }
 
 private:
-    std::vector<std::function<void()>> steps;
+    void tick()
+    {
+        if (!finished() && (next > 0 || !ready || ready()))
+            steps[next++]();
+    }
+
+    std::vector<Step> steps;
+    std::function<bool()> ready;
     std::size_t next{0};
     SharedPointer<CVSTGUITimer> timer;
 };
@@ -222,6 +229,10 @@ protected:
     {
         hands::key(key, true);
         hands::key(key, false);
+    }
+    std::function<bool()> menuIsOpen()
+    {
+        return [this] { return gestures == 1; };
     }
     static Pixels picture() { return screenshot(kHost, 400, 300); }
 

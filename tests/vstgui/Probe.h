@@ -15,11 +15,6 @@ using namespace VSTGUI;
 
 using Log = std::vector<std::string>;
 
-inline std::string at(const CPoint& p)
-{
-    return std::to_string(static_cast<int>(p.x)) + "," + std::to_string(static_cast<int>(p.y));
-}
-
 class ProbeView : public CView {
 public:
     ProbeView(const CRect& rect, std::string viewName, Log& l)
@@ -30,41 +25,41 @@ public:
     CMouseEventResult pressResult{kMouseEventHandled};
     CMouseEventResult moveResult{kMouseEventHandled};
     std::function<void()> onPress;
-    std::function<void()> inWheel;
+    std::function<void(CDrawContext&)> onDraw;
 
+    void draw(CDrawContext* context) override
+    {
+        if (onDraw)
+            onDraw(*context);
+    }
     CMouseEventResult onMouseDown(CPoint& where, const CButtonState&) override
     {
-        log.push_back(name + " down " + at(where));
+        note("down", where);
         if (onPress)
             onPress();
         return pressResult;
     }
     CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons) override
     {
-        log.push_back(name + (buttons & kLButton ? " drag " : " move ") + at(where));
+        note(buttons & kLButton ? "drag" : "move", where);
         return moveResult;
     }
     CMouseEventResult onMouseUp(CPoint& where, const CButtonState&) override
     {
-        log.push_back(name + " up " + at(where));
-        return kMouseEventHandled;
+        return note("up", where);
     }
     CMouseEventResult onMouseEntered(CPoint& where, const CButtonState&) override
     {
-        log.push_back(name + " enter " + at(where));
-        return kMouseEventHandled;
+        return note("enter", where);
     }
     CMouseEventResult onMouseExited(CPoint& where, const CButtonState&) override
     {
-        log.push_back(name + " exit " + at(where));
-        return kMouseEventHandled;
+        return note("exit", where);
     }
     using CView::onWheel;
     bool onWheel(const CPoint& where, const float& distance, const CButtonState&) override
     {
-        log.push_back(name + " wheel " + at(where) + (distance > 0 ? " up" : " down"));
-        if (inWheel)
-            inWheel();
+        note(distance > 0 ? "wheel up" : "wheel down", where);
         return true;
     }
 
@@ -72,6 +67,13 @@ protected:
     ~ProbeView() override { log.push_back(name + " dies"); }
 
 private:
+    CMouseEventResult note(const char* what, const CPoint& at)
+    {
+        log.push_back(name + " " + what + " " + std::to_string(static_cast<int>(at.x)) + ","
+                      + std::to_string(static_cast<int>(at.y)));
+        return kMouseEventHandled;
+    }
+
     std::string name;
     Log& log;
 };
@@ -123,6 +125,9 @@ protected:
         frame->addView(view);
         return view;
     }
+
+    // What happened to probes since the last question.
+    Log heard() { return std::exchange(log, {}); }
 
     Log log;
     ProbeListener listener;

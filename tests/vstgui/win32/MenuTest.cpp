@@ -39,6 +39,33 @@ HWND nameBox(HWND dialog)
     return found;
 }
 
+// Its box for a name is there: what the user can see.
+std::function<bool()> isOpen(LPCWSTR title)
+{
+    return [title] { return openDialog(title) && nameBox(openDialog(title)); };
+}
+
+// The user types a name.
+void expectSaves(CFrame* frame)
+{
+    const auto selector = owned(CNewFileSelector::create(frame, CNewFileSelector::kSelectSaveFile));
+    selector->setTitle("Keep \303\244");
+    selector->setInitialDirectory("C:\\windows");
+    selector->setDefaultExtension(CFileExtension("ZKR Preset", "zkr"));
+    selector->setDefaultSaveName("unused");
+    constexpr LPCWSTR kTitle = L"Keep \u00e4";
+    Script script({[] {
+                       SendMessageW(nameBox(openDialog(kTitle)), WM_SETTEXT, 0,
+                                    reinterpret_cast<LPARAM>(L"m\u00fcsli"));
+                   },
+                   [] { PostMessageW(openDialog(kTitle), WM_COMMAND, IDOK, 0); }},
+                  isOpen(kTitle));
+    EXPECT_TRUE(selector->runModal());
+    EXPECT_TRUE(script.finished());
+    EXPECT_EQ(selector->getNumSelectedFiles(), 1u);
+    EXPECT_STRCASEEQ(selector->getSelectedFile(0), "C:\\windows\\m\303\274sli.zkr");
+}
+
 }  // namespace
 
 TEST_F(Menu, OpensAtItsControlWithColumnsCheckAndPlainAmpersand)
@@ -57,7 +84,8 @@ TEST_F(Menu, OpensAtItsControlWithColumnsCheckAndPlainAmpersand)
                            states.push_back(GetMenuState(handle, entry, MF_BYPOSITION)
                                             & (MF_CHECKED | MF_SEPARATOR | MF_MENUBARBREAK));
                    },
-                   [] { tap(hands::Key::Escape); }});
+                   [] { tap(hands::Key::Escape); }},
+                  [] { return openMenu() != nullptr; });
     click(60, 40);
     EXPECT_TRUE(pumpUntil([&] { return script.finished() && !openMenu(); }));
     EXPECT_EQ(place.left, kHost.x + 20);
@@ -68,31 +96,13 @@ TEST_F(Menu, OpensAtItsControlWithColumnsCheckAndPlainAmpersand)
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
-TEST_F(FileDialog, GivesTheNameTypedWithTheExtension)
+TEST_F(FileDialog, GivesTheNameTypedWithTheExtensionAndNothingWhenCancelled)
 {
-    const auto selector = owned(CNewFileSelector::create(frame, CNewFileSelector::kSelectSaveFile));
-    selector->setTitle("Keep \303\244");
-    selector->setInitialDirectory("C:\\windows");
-    selector->setDefaultExtension(CFileExtension("ZKR Preset", "zkr"));
-    selector->setDefaultSaveName("unused");
-    Script script({[] {}, [] {},
-                   [] {
-                       const HWND name = nameBox(openDialog(L"Keep \u00e4"));
-                       ASSERT_NE(name, nullptr);
-                       SendMessageW(name, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"m\u00fcsli"));
-                   },
-                   [] { PostMessageW(openDialog(L"Keep \u00e4"), WM_COMMAND, IDOK, 0); }});
-    EXPECT_TRUE(selector->runModal());
-    ASSERT_EQ(selector->getNumSelectedFiles(), 1u);
-    EXPECT_STRCASEEQ(selector->getSelectedFile(0), "C:\\windows\\m\303\274sli.zkr");
-    EXPECT_TRUE(script.finished());
-}
-
-TEST_F(FileDialog, CancelledGivesNothing)
-{
+    expectSaves(frame);
     const auto selector = owned(CNewFileSelector::create(frame));
     selector->setTitle("Read");
-    Script script({[] {}, [] { PostMessageW(openDialog(L"Read"), WM_COMMAND, IDCANCEL, 0); }});
+    Script script({[] { PostMessageW(openDialog(L"Read"), WM_COMMAND, IDCANCEL, 0); }},
+                  isOpen(L"Read"));
     EXPECT_FALSE(selector->runModal());
     EXPECT_EQ(selector->getNumSelectedFiles(), 0u);
     EXPECT_TRUE(IsWindowEnabled(static_cast<HWND>(host.handle())));
@@ -103,7 +113,7 @@ TEST_F(FileDialog, GoesAwayWithTheFrameOrTheHostsWindow)
     const auto selector = owned(CNewFileSelector::create(frame));
     selector->setTitle("Read");
     {
-        Script script({[] {}, [&] { closeFrame(); }});
+        Script script({[&] { closeFrame(); }}, isOpen(L"Read"));
         EXPECT_FALSE(selector->runModal());
         EXPECT_TRUE(script.finished());
         EXPECT_EQ(openDialog(L"Read"), nullptr);
@@ -112,7 +122,7 @@ TEST_F(FileDialog, GoesAwayWithTheFrameOrTheHostsWindow)
     open();
     const auto another = owned(CNewFileSelector::create(frame));
     another->setTitle("Read");
-    Script script({[] {}, [] {}, [&] { host.destroy(); }});
+    Script script({[&] { host.destroy(); }}, isOpen(L"Read"));
     EXPECT_FALSE(another->runModal());
     EXPECT_EQ(openDialog(L"Read"), nullptr);
 }
@@ -122,23 +132,12 @@ TEST(ClassicFileDialog, ServesThreadsThatTheShellsDialogRefuses)
     struct There : OpenFrame {
         void TestBody() override
         {
-            const auto selector =
-                owned(CNewFileSelector::create(frame, CNewFileSelector::kSelectSaveFile));
-            selector->setTitle("Keep");
-            selector->setInitialDirectory("C:\\windows");
-            selector->setDefaultExtension(CFileExtension("ZKR Preset", "zkr"));
-            Script script({[] {}, [] {},
-                           [] {
-                               SendMessageW(nameBox(openDialog(L"Keep")), WM_SETTEXT, 0,
-                                            reinterpret_cast<LPARAM>(L"n\u00e4me"));
-                               PostMessageW(openDialog(L"Keep"), WM_COMMAND, IDOK, 0);
-                           }});
-            EXPECT_TRUE(selector->runModal());
-            EXPECT_STRCASEEQ(selector->getSelectedFile(0), u8"C:\\windows\\n\u00e4me.zkr");
-
-            Script closing({[] {}, [] {}, [&] { closeFrame(); }});
+            expectSaves(frame);
+            const auto selector = owned(CNewFileSelector::create(frame));
+            selector->setTitle("Read");
+            Script closing({[&] { closeFrame(); }}, isOpen(L"Read"));
             EXPECT_FALSE(selector->runModal());
-            EXPECT_EQ(openDialog(L"Keep"), nullptr);
+            EXPECT_EQ(openDialog(L"Read"), nullptr);
         }
     };
     std::thread([] {

@@ -46,10 +46,7 @@ TEST_F(X11Window, TypingIntoTheTextBoxIsUtf8)
     user(to(100, 70) + " click 1 type z");
     user("key Escape");
     EXPECT_STREQ(edit->getText(), "x\xE2\x82\xAC ");
-    user(to(100, 70) + " click 1 type {}", "again");
-    user(to(250, 150) + " click 1");
-    EXPECT_STREQ(edit->getText(), "again");
-    EXPECT_EQ(values.size(), 2u);
+    EXPECT_EQ(values.size(), 1u);
 }
 
 TEST_F(X11Window, TheMouseSetsTheCaretAndSelectsInTheTextBox)
@@ -97,7 +94,7 @@ TEST_F(X11Window, TheKeyboardGoesBackToWhoeverHadItOrElseToTheHost)
 TEST_F(X11Window, AMenuTakesClicksAndKeysAndGivesTheInputBack)
 {
     auto* const menu = addMenu();
-    const std::string open = to(25, 40) + " click 1 sleep 0.1";
+    const std::string open = to(25, 40) + " click 1 sleep 0.3";
     // The list opens over the control; rows are 20 high below a border of 3.
     const struct {
         std::string commands;
@@ -117,7 +114,8 @@ TEST_F(X11Window, AMenuTakesClicksAndKeysAndGivesTheInputBack)
 
     bool held = false, ended = false;
     Script script({[&] { held = !desktop.inputIsFree(); }, [&] { closeFrame(); }, [] {},
-                   [&] { ended = desktop.inputIsFree(); }});
+                   [&] { ended = desktop.inputIsFree(); }},
+                  menuIsOpen());
     user(open);
     EXPECT_TRUE(pumpUntil([&] { return script.finished(); }));
     EXPECT_TRUE(held);
