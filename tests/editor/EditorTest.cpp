@@ -48,9 +48,9 @@ struct LinkedEditor : Editor {
                 knobs.push_back(placed.id - 2);
         }
     }
+    // By a click, by the host, or before the window opens.
     void link(int way)
     {
-        SCOPED_TRACE("linked by click, host or before the window opens");
         if (way == 0)
             return window->click(at(kLink));
         set(kLink, 1);
