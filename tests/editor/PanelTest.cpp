@@ -1,5 +1,5 @@
 // What passes between the preset panels of several windows, the controller, the host and the store.
-#include "../editor/EditorStage.h"
+#include "EditorStage.h"
 #include "HandMadeImages.h"
 #include "IdleUpdate_ZKR_Handler.h"
 #include "TemporaryFolder.h"
