@@ -35,7 +35,7 @@ scripts/wine.sh wineboot --init >/dev/null 2>&1
 run win64 all
 run release all --parallel 2
 run asan all --parallel 2
-run tsan "sdk_test plugin_test presets_test threads_test vst3_view_test vstgui_x11_test" \
+run tsan "sdk_test presets_test threads_test vst3_view_test vstgui_x11_test" \
     --label-regex threads
 scripts/fuzz.sh
 
