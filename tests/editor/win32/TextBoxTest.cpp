@@ -1,15 +1,50 @@
 // The text boxes that Windows gives the toolkit's text field and the editor's name field, used by
 // keyboard and mouse.
 #include "CZKRTextEdit.h"
-#include "TestHost.h"
+#include "OpenFrame.h"
 
-#include "vstgui/vstgui.h"
-
-#include <gtest/gtest.h>
-
-using namespace VSTGUI;
+#include <windows.h>
 
 namespace {
+
+// The host's window, which has the keyboard, and the user who works in it.
+struct TestHost : HostWindow {
+    TestHost() : HostWindow(kHost, 400, 300)
+    {
+        takeFocus();
+        pump();
+    }
+    ~TestHost()
+    {
+        destroy();
+        pump(10);
+    }
+
+    HWND handle() const { return static_cast<HWND>(HostWindow::handle()); }
+    void takeFocus() { SetFocus(handle()); }
+    static void click(int x, int y)
+    {
+        hands::movePointer({kHost.x + x, kHost.y + y});
+        hands::button(hands::Button::Left, true);
+        hands::button(hands::Button::Left, false);
+    }
+    static void pressKey(WORD virtualKey) { sendKey(virtualKey, 0, 0); }
+    // UTF-16 units as an input method sends them.
+    static void type(const std::wstring& text)
+    {
+        for (const wchar_t unit : text)
+            sendKey(0, unit, KEYEVENTF_UNICODE);
+    }
+    static void sendKey(WORD virtualKey, WORD unit, DWORD flags)
+    {
+        for (const DWORD up : {DWORD(0), DWORD(KEYEVENTF_KEYUP)}) {
+            INPUT input{};
+            input.type = INPUT_KEYBOARD;
+            input.ki = {virtualKey, unit, flags | up, 0, 0};
+            SendInput(1, &input, sizeof input);
+        }
+    }
+};
 
 enum class Kind { Toolkit, NameField };
 
@@ -106,7 +141,7 @@ TEST_P(TextBox, LooksLikeItsFieldAndFollowsIt)
     field->setFontColor(kYellowCColor);
     openBox();
     pump(200);
-    EXPECT_EQ(host.screenshot().at(170, 55), CColor(10, 60, 20));
+    EXPECT_EQ(screenshot(kHost, 400, 300).at(170, 55), CColor(10, 60, 20));
     const RECT before = place();
     EXPECT_EQ(before.left, 20);
     EXPECT_EQ(before.right, 180);
