@@ -11,24 +11,19 @@ TEST_F(Dispatch, TheTopmostViewUnderThePointGetsThePressInItsParentsCoordinates)
     frame->addView(box);
     box->addView(new ProbeView(CRect(10, 10, 40, 40), "low", log));
     box->addView(new ProbeView(CRect(10, 10, 40, 40), "high", log));
-    EXPECT_EQ(host.mouseDown({65, 35}), kMouseEventHandled);
+    // The right and the bottom edge are outside.
+    for (const CPoint& where : {CPoint(90, 35), CPoint(65, 60)})
+        EXPECT_EQ(host.mouseDown(where), kMouseEventNotHandled);
+    EXPECT_EQ(host.mouseDown({60, 30}), kMouseEventHandled);
     host.mouseMove({500, -7}, kLButton);
     host.mouseUp({-20, 0});
-    EXPECT_EQ(heard(), (Log{"high down 15,15", "high drag 450,-27", "high up -70,-20"}));
-}
-
-TEST_F(Dispatch, LeftAndTopEdgesAreInsideRightAndBottomAreNot)
-{
-    addProbe(CRect(10, 10, 20, 20), "v");
-    EXPECT_EQ(host.mouseDown({20, 15}), kMouseEventNotHandled);
-    EXPECT_EQ(host.mouseDown({15, 20}), kMouseEventNotHandled);
-    EXPECT_EQ(host.mouseDown({10, 10}), kMouseEventHandled);
+    EXPECT_EQ(heard(), (Log{"high down 10,10", "high drag 450,-27", "high up -70,-20"}));
 }
 
 TEST_F(Dispatch, OnlyTransparentOrDisabledViewsLetAnUnhandledPressThrough)
 {
-    addProbe(CRect(0, 0, 50, 50), "low");
-    auto* high = addProbe(CRect(0, 0, 50, 50), "high");
+    addProbe("low");
+    auto* high = addProbe("high");
     high->pressResult = kMouseEventNotHandled;
     host.mouseDown({5, 5});
     EXPECT_EQ(heard(), (Log{"high down 5,5"}));
@@ -41,8 +36,8 @@ TEST_F(Dispatch, OnlyTransparentOrDisabledViewsLetAnUnhandledPressThrough)
 
 TEST_F(Dispatch, AMultipleClickIsNotForAViewThatItsFirstPressHasUncovered)
 {
-    addProbe(CRect(0, 0, 50, 50), "low");
-    auto* high = addProbe(CRect(0, 0, 50, 50), "high");
+    addProbe("low");
+    auto* high = addProbe("high");
     high->onPress = [&] { frame->removeView(high); };
     const auto click = [&](CPoint where, int32_t buttons) {
         host.mouseDown(where, buttons);
@@ -59,7 +54,7 @@ TEST_F(Dispatch, AMultipleClickIsNotForAViewThatItsFirstPressHasUncovered)
 
 TEST_F(Dispatch, ResultsDecideAboutCapture)
 {
-    auto* v = addProbe(CRect(0, 0, 50, 50), "v");
+    auto* v = addProbe("v");
     v->pressResult = kMouseDownEventHandledButDontNeedMovedOrUpEvents;
     host.mouseDown({5, 5});
     host.mouseUp({5, 5});
@@ -74,52 +69,54 @@ TEST_F(Dispatch, ResultsDecideAboutCapture)
     EXPECT_EQ(heard(), (Log{"v down 5,5", "v drag 90,90", "v move 90,90", "v exit 91,91"}));
 }
 
-TEST_F(Dispatch, AViewThatRemovesItselfInItsPressIsNotCapturedAndDiesAfterwards)
-{
-    for (bool withForget : {true, false}) {
-        auto* v = addProbe(CRect(0, 0, 50, 50), "v");
-        v->onPress = [this, v, withForget] {
-            frame->removeView(v, withForget);
-            log.push_back("removed");
-            EXPECT_EQ(v->getFrame(), nullptr);
-            v->invalid();
-        };
-        host.mouseDown({5, 5});
-        host.mouseUp({5, 5});
-        if (!withForget)
-            v->forget();
-        EXPECT_EQ(heard(), (Log{"v down 5,5", "removed", "v dies"}));
-    }
-}
-
-TEST_F(Dispatch, AContainerMayVanishInAPressInsideIt)
+TEST_F(Dispatch, ViewsMayVanishInAPressAndAreNotCapturedThen)
 {
     auto* box = new CViewContainer(CRect(0, 0, 100, 100));
     frame->addView(box);
-    auto* v = new ProbeView(CRect(0, 0, 50, 50), "v", log);
-    box->addView(v);
-    v->onPress = [&] {
-        frame->removeAll();
-        addProbe(CRect(0, 0, 50, 50), "new");
+    ProbeView* pressed = nullptr;
+    const struct {
+        const char* what;
+        std::function<void()> onPress;
+        Log heard;
+    } rows[] = {
+        {"the view", [&] { box->removeView(pressed); }, {"v down 5,5", "v dies"}},
+        {"the view, kept",
+         [&] {
+             box->removeView(pressed, false);
+             EXPECT_EQ(pressed->getFrame(), nullptr);
+             pressed->invalid();
+         },
+         {"v down 5,5"}},
+        {"all views",
+         [&] {
+             frame->removeAll();
+             addProbe("new");
+         },
+         {"v down 5,5", "v dies", "new enter 6,6", "new move 6,6"}},
     };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        pressed = new ProbeView(CRect(0, 0, 50, 50), "v", log);
+        box->addView(pressed);
+        pressed->onPress = row.onPress;
+        host.mouseDown({5, 5});
+        host.mouseMove({6, 6}, kLButton);
+        host.mouseUp({6, 6});
+        EXPECT_EQ(heard(), row.heard);
+        if (row.heard.size() == 1)
+            pressed->forget();
+        heard();
+    }
+    auto* const last = addProbe("last");
+    last->onPress = [&] { closeFrame(); };
     host.mouseDown({5, 5});
-    host.mouseMove({6, 6}, kLButton);
-    EXPECT_EQ(heard(), (Log{"v down 5,5", "v dies", "new enter 6,6", "new move 6,6"}));
-}
-
-TEST_F(Dispatch, TheFrameMayCloseInsideAPressOrADrag)
-{
-    auto* v = addProbe(CRect(0, 0, 50, 50), "v");
-    v->onPress = [&] { closeFrame(); };
-    host.mouseDown({5, 5});
-    EXPECT_EQ(heard(), (Log{"v down 5,5", "v dies"}));
     EXPECT_FALSE(host.isOpen());
     EXPECT_EQ(host.mouseMove({5, 5}, kLButton), kMouseEventNotHandled);
 }
 
 TEST_F(Dispatch, LostMouseReleasesWhoeverHasNoCancelOfItsOwn)
 {
-    addProbe(CRect(0, 0, 50, 50), "v");
+    addProbe("v");
     host.mouseDown({5, 5});
     host.mouseMove({7, 8}, kLButton);
     host.mouseCancel();
@@ -127,20 +124,9 @@ TEST_F(Dispatch, LostMouseReleasesWhoeverHasNoCancelOfItsOwn)
     EXPECT_EQ(heard(), (Log{"v down 5,5", "v drag 7,8", "v up 7,8"}));
 }
 
-TEST_F(Dispatch, AListenerMayTakeModifierClicksForItself)
-{
-    auto* knob = new CKnob(CRect(0, 0, 40, 40), &listener, 7, nullptr, nullptr);
-    frame->addView(knob);
-    listener.takesModifierClicks = 1;
-    EXPECT_EQ(host.mouseDown({20, 5}, kLButton | kShift), kMouseEventHandled);
-    EXPECT_FALSE(knob->isEditing());
-    host.mouseDown({20, 5}, kLButton);
-    EXPECT_TRUE(knob->isEditing());
-}
-
 TEST_F(Dispatch, TheWheelGoesToTheTopmostAndIsIgnoredDuringADrag)
 {
-    auto* v = addProbe(CRect(0, 0, 50, 50), "v");
+    auto* v = addProbe("v");
     EXPECT_TRUE(host.wheel({5, 5}, 1.f, 0, kMouseWheelAxisX));
     EXPECT_FALSE(host.wheel({60, 60}, 1.f));
     host.mouseDown({5, 5});
@@ -153,38 +139,44 @@ TEST_F(Dispatch, TheWheelGoesToTheTopmostAndIsIgnoredDuringADrag)
                    "v enter 5,5", "v exit 5,5"}));
 }
 
-TEST_F(Dispatch, HoverGoesInFromOutsideAndOutFromInside)
+TEST_F(Dispatch, HoverMovesOnAfterDragsAndWithoutAnExitForWhatIsGone)
 {
-    addProbe(CRect(0, 0, 40, 40), "a");
-    addProbe(CRect(40, 0, 80, 40), "b");
+    auto* const a = addProbe("a");
+    addProbe("b", CRect(40, 0, 80, 40));
     host.mouseMove({39, 5});
     host.mouseMove({40, 5});
     host.mouseExit({300, 5});
     EXPECT_EQ(heard(),
               (Log{"a enter 39,5", "a move 39,5", "a exit 40,5", "b enter 40,5", "b move 40,5",
                    "b exit 300,5"}));
-}
-
-TEST_F(Dispatch, AHoveredViewThatIsRemovedGetsNoExitAndItsSuccessorAnEnter)
-{
-    auto* v = addProbe(CRect(0, 0, 40, 40), "old");
-    host.mouseMove({5, 5});
-    heard();
-    frame->removeView(v);
-    addProbe(CRect(0, 0, 40, 40), "new");
-    host.mouseMove({6, 6});
-    EXPECT_EQ(heard(), (Log{"old dies", "new enter 6,6", "new move 6,6"}));
-}
-
-TEST_F(Dispatch, HoverWaitsForTheEndOfADrag)
-{
-    addProbe(CRect(0, 0, 40, 40), "a");
-    addProbe(CRect(40, 0, 80, 40), "b");
     host.mouseDown({5, 5});
     host.mouseMove({45, 5}, kLButton);
     host.mouseExit({45, 5}, kLButton);
     host.mouseUp({46, 5});
     EXPECT_EQ(heard(), (Log{"a down 5,5", "a drag 45,5", "a up 46,5", "b enter 46,5"}));
+    host.mouseMove({5, 5});
+    heard();
+    frame->removeView(a);
+    host.mouseMove({6, 6});
+    EXPECT_EQ(heard(), (Log{"a dies"}));
+}
+
+TEST_F(Dispatch, AMenuMayGoWhileItIsOpenAndEndsItsGesture)
+{
+    const std::function<void(CView*)> ends[] = {[&](CView* menu) { frame->removeView(menu); },
+                                                [&](CView*) { closeFrame(); }};
+    for (const auto& end : ends) {
+        auto* const menu = new COptionMenu(CRect(10, 10, 22, 22), &listener, 12);
+        menu->addEntry("one");
+        frame->addView(menu);
+        host.onMenu = [&](COptionMenu& open) {
+            end(&open);
+            return 0;
+        };
+        listener.log.clear();
+        host.mouseDown({15, 15});
+        EXPECT_EQ(listener.log, (Log{"begin", "end"}));
+    }
 }
 
 }  // namespace

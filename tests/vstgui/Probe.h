@@ -80,29 +80,25 @@ private:
 
 class ProbeListener : public CControlListener {
 public:
-    void valueChanged(CControl* control) override
+    void valueChanged(CControl*) override
     {
-        log.push_back("value " + std::to_string(control->getTag()));
-        values.push_back(control->getValue());
+        log.push_back("value");
         if (onValue)
-            onValue(control);
+            onValue();
     }
-    int32_t controlModifierClicked(CControl*, CButtonState) override { return takesModifierClicks; }
     void controlBeginEdit(CControl*) override { log.push_back("begin"); }
     void controlEndEdit(CControl*) override { log.push_back("end"); }
 
     Log log;
-    std::vector<float> values;
-    std::function<void(CControl*)> onValue;
-    int32_t takesModifierClicks{0};
+    std::function<void()> onValue;
 };
 
-// A frame of 200 by 100, grey, open on an OffscreenHost.
+// A frame of 200 by 100, grey, open on an OffscreenHost, whose views repaint at once.
 class FrameTest : public ::testing::Test {
 protected:
     FrameTest()
     {
-        CView::kDirtyCallAlwaysOnMainThread = false;
+        CView::kDirtyCallAlwaysOnMainThread = true;
         frame->setBackgroundColor(kGreyCColor);
         EXPECT_TRUE(frame->open(host.parentWindow()));
         host.paint();
@@ -119,7 +115,7 @@ protected:
             std::exchange(frame, nullptr)->close();
     }
 
-    ProbeView* addProbe(const CRect& rect, const std::string& name)
+    ProbeView* addProbe(const std::string& name, const CRect& rect = {0, 0, 40, 40})
     {
         auto* view = new ProbeView(rect, name, log);
         frame->addView(view);
@@ -151,11 +147,4 @@ inline CBitmap* filmstrip(int32_t number, int32_t frames)
     const EmbeddedBitmap entry{number, kept.back().data(), kept.back().size()};
     registerBitmaps(&entry, 1);
     return new CBitmap(CResourceDescription(number));
-}
-
-// Which frame of a filmstrip stands with its top left corner there; -1 for none.
-inline int32_t frameShownAt(const Pixels& picture, int32_t x, int32_t y)
-{
-    const CColor inside = picture.at(x + 5, y + 5);
-    return picture.at(x, y) == kGreenCColor && inside.blue == 0 ? inside.red / 10 : -1;
 }

@@ -58,14 +58,14 @@ TEST_F(Dialog, ZenityIsAskedWithoutAShellAndItsPathTaken)
 TEST_F(Dialog, KdialogComesFirstAndSavesUnderTheGivenName)
 {
     installHelper("zenity", "echo /wrong");
-    installHelper("kdialog", "echo /tmp/new");
+    installHelper("kdialog", "echo /a.b/.new");
     const auto s = owned(CNewFileSelector::create(frame, CNewFileSelector::kSelectSaveFile));
     s->setTitle("Save preset");
     s->setInitialDirectory("/no/such/folder");
     s->setDefaultSaveName("--help");
     s->setDefaultExtension(CFileExtension("ZKR Preset", "zkr"));
     ASSERT_TRUE(s->runModal());
-    EXPECT_STREQ(s->getSelectedFile(0), "/tmp/new.zkr");
+    EXPECT_STREQ(s->getSelectedFile(0), "/a.b/.new.zkr");
     EXPECT_EQ(contentOf(folder / "arguments"),
               "--title\nSave preset\n--getsavefilename\n./--help\nZKR Preset (*.zkr)\n");
 }
