@@ -155,29 +155,6 @@ TEST(BiquadFilter, AGlideOfComplexPolesArrivesAtTheDesignAndAnyCallOfSetInstantE
     EXPECT_EQ(filter.x1, 0.0);
 }
 
-// 1000 / ((0.007 * (44100 / 96000) * 3 * 1000 * 0.01) / 0.01^0.75), and one over that.
-TEST(BiquadFilter, TheFeedbackLimiterHasItsSlopeAndBendsOnlyWhatIsFedBack)
-{
-    BiquadFilter filter = designed(96000.0, FilterType::LowPass1, 1000.0, 0.01);
-    EXPECT_EQ(filter.limitEnabled, 0);
-    filter.setLimitDrive(0.007);
-    EXPECT_NEAR(filter.limitSlope, 0.0030506097302936833, 1e-17);
-    EXPECT_NEAR(filter.limitCeiling, 1.0 / 0.0030506097302936833, 1e-9);
-    filter.setSampleRate(192000.0);  // follows the rate
-    EXPECT_NEAR(filter.limitSlope, 0.5 * 0.0030506097302936833, 1e-17);
-
-    filter.setLimitBias(0.25);
-    const double first = filter.processSample(1000.0);
-    EXPECT_DOUBLE_EQ(first, filter.b0 * 1000.0);
-    const double bent = first / (filter.limitSlope * (first + 0.25) + 1.0);
-    EXPECT_DOUBLE_EQ(filter.processSample(0.0), -filter.a1 * bent);
-
-    filter.setLimitDrive(0.0);
-    EXPECT_EQ(filter.limitEnabled, 0);
-    EXPECT_EQ(filter.limitSlope, 0.001);
-    EXPECT_EQ(filter.limitCeiling, 1000.0);
-}
-
 TEST(BiquadFilter, ADecayingFilterReachesExactZeroAndNeverADenormal)
 {
     BiquadFilter fast = designed(48000.0, FilterType::LowPass1, 16000.0, 1.0);  // pole at 0.21

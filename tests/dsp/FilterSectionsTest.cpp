@@ -121,19 +121,4 @@ TEST(PeakSection, RatiosOnlyMoveASkirtInwardsAndNoFurtherThanTwoOctavesBeyondThe
     EXPECT_NEAR(section.lowSkirt.frequency, 1618.0339887498949, 1e-9);
 }
 
-TEST(Sections, TheLimiterReachesTheMainFilterOnlyAndTheBiasAll)
-{
-    PeakSection bell(kRate, FilterType::BandPass);
-    ShelfSection shelf(kRate, FilterType::HighPass1);
-    bell.setLimitDrive(0.1);
-    bell.setLimitBias(0.09);
-    shelf.setLimitDrive(0.1);
-    shelf.setLimitBias(0.09);
-    EXPECT_EQ(bell.main.limitEnabled + shelf.main.limitEnabled, 2);
-    for (const WetBiquadFilter* skirt : {&bell.highSkirt, &bell.lowSkirt, &shelf.skirt}) {
-        EXPECT_EQ(skirt->limitEnabled, 0);
-        EXPECT_EQ(skirt->limitBias, 0.09);
-    }
-}
-
 }  // namespace

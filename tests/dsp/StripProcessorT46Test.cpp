@@ -53,18 +53,6 @@ TEST(StripProcessorT46, TheLowShelfActsFrom63To300HzOnlyAndTheSwitchStays)
     EXPECT_EQ(strip.bandMode, 4 + 2);
 }
 
-TEST(StripProcessorT46, DisablingATransformerStartsNoGlideAndDisablingTheAmpDoes)
-{
-    StripProcessorT46 strip;
-    strip.setSampleRate(48000.0);
-    strip.setInputTransformerDisable(1.0);
-    strip.setOutputTransformerDisable(0.5);
-    EXPECT_EQ(strip.gainRampCount, 0);
-    strip.setAmpDisable(1.0);
-    EXPECT_EQ(strip.gainRampCount, 7200);
-    EXPECT_EQ(strip.inputTransformerOn + strip.outputTransformerOn + strip.ampOn, 0);
-}
-
 TEST(StripProcessorT46, ARateChangeTakesEveryGainToItsTargetAtOnce)
 {
     StripProcessorT46 strip;

@@ -81,31 +81,6 @@ TEST(T46Update, EveryCombinationSetsUpItsSectionsGainsAndDamping)
     }
 }
 
-TEST(T46Update, WithoutTheProcessNoModelRuns)
-{
-    StripProcessorT46 strip;
-    strip.setMidFrequency(1.0);
-    const double hz = strip.midBell.frequency;
-    strip.setProcessOn(0.0f);
-    strip.setMidFrequency(0.5);
-    EXPECT_EQ(strip.bandMode, 32);
-    EXPECT_EQ(strip.dampingAmount, 0.9);
-    EXPECT_EQ(strip.midBell.frequency, hz);
-    strip.setProcessOn(0.5f);
-    EXPECT_NE(strip.midBell.frequency, hz);
-}
-
-TEST(T46Update, ABandOutOfCircuitAimsAt102PercentOfItsKnob)
-{
-    StripProcessorT46 strip;
-    strip.setLowGain(knob(10.0));
-    strip.setMidGain(knob(-5.0));
-    strip.setHighGain(knob(3.0));
-    EXPECT_DOUBLE_EQ(strip.lowGainTarget, decibelsToGain(10.2));
-    EXPECT_DOUBLE_EQ(strip.midGainTarget, decibelsToGain(-5.1));
-    EXPECT_DOUBLE_EQ(strip.highGainTarget, decibelsToGain(3.06));
-}
-
 TEST(T46Update, TheRampStartsFromTheGainInForceAndATinyStepIsFlushed)
 {
     StripProcessorT46 strip;
