@@ -52,50 +52,18 @@ inline Complex lowPass1At(double corner, double hz, double rate)
     return (1.0 - pole) / (1.0 - pole * std::polar(1.0, -2.0 * kPi * hz / rate));
 }
 
-// Q falls towards half the rate, at a pace of its own for each response; not for an all-pass.
-inline double narrowedQ(FilterType type, double corner, double q, double rate)
-{
-    const double power = type == FilterType::HighPass2 ? 6.0
-        : type == FilterType::LowPass2                 ? 8.0
-        : type == FilterType::LowShelf                 ? 3.5
-        : type == FilterType::HighShelf                ? 4.0
-                                                       : 2.8;
-    const double edge = type == FilterType::LowPass2 ? 0.50001 : 0.5001;
-    return type == FilterType::AllPass ? q : q * (1.0 - std::pow(corner / rate / edge, power));
-}
-
-inline Complex analogueAt(FilterType type, double corner, double q, double db, double hz,
-                          double rate)
+// Of the responses that the strips have. Q falls towards half the rate, at a pace of its own for
+// each.
+inline Complex analogueAt(FilterType type, double corner, double q, double hz, double rate)
 {
     if (type == FilterType::HighPass1)
         return highPass1At(corner, hz, rate);
     if (type == FilterType::LowPass1)
         return lowPass1At(corner, hz, rate);
+    const bool highPass = type == FilterType::HighPass2;
+    const double narrowedQ = q * (1.0 - std::pow(corner / rate / 0.5001, highPass ? 6.0 : 2.8));
     const Complex s = prototypeFrequency(corner, hz, rate);
-    const double n = narrowedQ(type, corner, q, rate);
-    const double a = std::pow(10.0, db / 40.0);
-    const double r = std::sqrt(a);
-    const Complex plain = s * s + s / n + 1.0;
-    switch (type) {
-    case FilterType::HighPass2:
-        return s * s / plain;
-    case FilterType::LowPass2:
-        return 1.0 / plain;
-    case FilterType::BandPass:
-        return s / n / plain;
-    case FilterType::Notch:
-        return (s * s + 1.0) / plain;
-    case FilterType::AllPass:
-        return (s * s - s / n + 1.0) / plain;
-    case FilterType::PeakingEq:
-        return (s * s + s * a / n + 1.0) / (s * s + s / (a * n) + 1.0);
-    case FilterType::LowShelf:
-        return a * (s * s + s * r / n + a) / (a * s * s + s * r / n + 1.0);
-    case FilterType::HighShelf:
-        return a * (a * s * s + s * r / n + 1.0) / (s * s + s * r / n + a);
-    default:
-        return 1.0;
-    }
+    return (highPass ? s * s : s / narrowedQ) / (s * s + s / narrowedQ + 1.0);
 }
 
 inline Complex blended(Complex h, double wet)

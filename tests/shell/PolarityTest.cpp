@@ -75,8 +75,10 @@ TEST(Polarity, FlipsWhereEachChannelIsQuietestAloneAndWhereTheirSumIsTogether)
                     processor.flush();
                 }
                 std::vector<Signal> strips(2, Signal(length, 0.5f));
-                strips[0][kLeft] = strips[1][kRight] = 0.125f;
-                strips[0][kBoth] = strips[1][kBoth] = 0.25f;
+                for (const std::size_t next : {0u, 1u}) {  // the first of two equal ones counts
+                    strips[0][kLeft + next] = strips[1][kRight + next] = 0.125f;
+                    strips[0][kBoth + next] = strips[1][kBoth + next] = 0.25f;
+                }
                 // The second block has no minimum, and changes nothing.
                 for (const bool first : {true, false}) {
                     const auto n = static_cast<std::ptrdiff_t>(strips[0].size());

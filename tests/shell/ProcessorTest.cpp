@@ -72,6 +72,10 @@ TEST(Buses, AreAsRequestedWhereAcceptedAndStereoWhereRefused)
     };
     expectBus(kInput, "Stereo In", kStereo);
     expectBus(kOutput, "Stereo Out", kStereo);
+    processor.terminate();
+    EXPECT_EQ(processor.initialize(processor.unknownCast()), kResultOk);
+    EXPECT_EQ(processor.initialize(processor.unknownCast()), kResultFalse);
+    EXPECT_EQ(processor.getBusCount(kAudio, kInput), 1);
     const SpeakerArrangement centre = kSpeakerC, sides = SpeakerArr::kStereoSide;
     const struct {
         SpeakerArrangement in, out;

@@ -14,7 +14,6 @@ HWND openMenu()
 }
 
 using Menu = OpenFrame;
-using FileDialog = OpenFrame;
 
 // The dialog's window and, in it, the box for the name.
 HWND openDialog(LPCWSTR title)
@@ -96,53 +95,37 @@ TEST_F(Menu, OpensAtItsControlWithColumnsCheckAndPlainAmpersand)
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
-TEST_F(FileDialog, GivesTheNameTypedWithTheExtensionAndNothingWhenCancelled)
+TEST(FileDialog, GivesWhatTheUserChoosesAndGoesAwayWithItsOwner)
 {
-    expectSaves(frame);
-    const auto selector = owned(CNewFileSelector::create(frame));
-    selector->setTitle("Read");
-    Script script({[] { PostMessageW(openDialog(L"Read"), WM_COMMAND, IDCANCEL, 0); }},
-                  isOpen(L"Read"));
-    EXPECT_FALSE(selector->runModal());
-    EXPECT_EQ(selector->getNumSelectedFiles(), 0u);
-    EXPECT_TRUE(IsWindowEnabled(static_cast<HWND>(host.handle())));
-}
-
-TEST_F(FileDialog, GoesAwayWithTheFrameOrTheHostsWindow)
-{
-    const auto selector = owned(CNewFileSelector::create(frame));
-    selector->setTitle("Read");
-    {
-        Script script({[&] { closeFrame(); }}, isOpen(L"Read"));
-        EXPECT_FALSE(selector->runModal());
-        EXPECT_TRUE(script.finished());
-        EXPECT_EQ(openDialog(L"Read"), nullptr);
-        EXPECT_TRUE(IsWindowEnabled(static_cast<HWND>(host.handle())));
-    }
-    open();
-    const auto another = owned(CNewFileSelector::create(frame));
-    another->setTitle("Read");
-    Script script({[&] { host.destroy(); }}, isOpen(L"Read"));
-    EXPECT_FALSE(another->runModal());
-    EXPECT_EQ(openDialog(L"Read"), nullptr);
-}
-
-TEST(ClassicFileDialog, ServesThreadsThatTheShellsDialogRefuses)
-{
-    struct There : OpenFrame {
+    struct Dialogs : OpenFrame {
         void TestBody() override
         {
             expectSaves(frame);
+            EXPECT_FALSE(reads([] { PostMessageW(openDialog(L"Read"), WM_COMMAND, IDCANCEL, 0); }));
+            EXPECT_TRUE(IsWindowEnabled(static_cast<HWND>(host.handle())));
+            EXPECT_FALSE(reads([&] { closeFrame(); }));
+            EXPECT_TRUE(IsWindowEnabled(static_cast<HWND>(host.handle())));
+            open();
+            EXPECT_FALSE(reads([&] { host.destroy(); }));
+        }
+        bool reads(const Script::Step& end)
+        {
             const auto selector = owned(CNewFileSelector::create(frame));
             selector->setTitle("Read");
-            Script closing({[&] { closeFrame(); }}, isOpen(L"Read"));
-            EXPECT_FALSE(selector->runModal());
+            Script script({end}, isOpen(L"Read"));
+            const bool chosen = selector->runModal();
+            EXPECT_TRUE(script.finished());
             EXPECT_EQ(openDialog(L"Read"), nullptr);
+            EXPECT_EQ(selector->getNumSelectedFiles(), 0u);
+            return chosen;
         }
     };
-    std::thread([] {
-        ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
-        There().TestBody();
-        CoUninitialize();
-    }).join();
+    // The shell's dialog refuses threads of the second kind, which get the classic one.
+    for (const DWORD kind : {COINIT_APARTMENTTHREADED, COINIT_MULTITHREADED})
+        std::thread([kind] {
+            SCOPED_TRACE(kind);
+            ASSERT_EQ(CoInitializeEx(nullptr, kind), S_OK);
+            Dialogs().TestBody();
+            CoUninitialize();
+        }).join();
 }

@@ -31,11 +31,11 @@ TEST(IdleRunLoop, MissedTicksComeOnceAndAreCountedFromThen)
 {
     auto& loop = IdleRunLoop::instance();
     Handler h;
-    constexpr int kPeriod = 400;
+    constexpr int kPeriod = 200;
     loop.registerTimer(kPeriod, &h);
     loop.pump();
     EXPECT_EQ(h.ticks, 0);
-    std::this_thread::sleep_for(std::chrono::milliseconds(3 * kPeriod / 2));
+    std::this_thread::sleep_for(std::chrono::milliseconds(5 * kPeriod / 2));
     loop.pump();
     loop.pump();
     EXPECT_EQ(h.ticks, 1);

@@ -51,23 +51,13 @@ public:
         return holder == windowOf(host);
     }
 
-    // Puts characters on keys that have none, so that xdotool need not change keys while it types.
-    void addKeys(const std::vector<KeySym>& symbols)
+    // Puts characters on the last keys, so that xdotool need not change keys while it types.
+    void addKeys(std::vector<KeySym> symbols)
     {
-        int first = 0, last = 0, perKey = 0;
+        const int count = static_cast<int>(symbols.size());
+        int first = 0, last = 0;
         XDisplayKeycodes(display, &first, &last);
-        for (KeySym symbol : symbols)
-            for (int code = last; code >= first; --code) {
-                KeySym* present =
-                    XGetKeyboardMapping(display, static_cast<KeyCode>(code), 1, &perKey);
-                const bool spare =
-                    std::all_of(present, present + perKey, [](KeySym k) { return k == NoSymbol; });
-                XFree(present);
-                if (spare) {
-                    XChangeKeyboardMapping(display, code, 1, &symbol, 1);
-                    break;
-                }
-            }
+        XChangeKeyboardMapping(display, last - count + 1, 1, symbols.data(), count);
         XSync(display, False);
     }
 
