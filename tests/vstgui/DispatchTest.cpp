@@ -161,7 +161,7 @@ TEST_F(Dispatch, HoverMovesOnAfterDragsAndWithoutAnExitForWhatIsGone)
     EXPECT_EQ(heard(), (Log{"a dies"}));
 }
 
-TEST_F(Dispatch, AMenuMayGoWhileItIsOpenAndEndsItsGesture)
+TEST_F(Dispatch, RepaintsGoOnWhileAMenuIsOpenWhichMayGoThenAndEndsItsGesture)
 {
     const std::function<void(CView*)> ends[] = {[&](CView* menu) { frame->removeView(menu); },
                                                 [&](CView*) { closeFrame(); }};
@@ -170,6 +170,9 @@ TEST_F(Dispatch, AMenuMayGoWhileItIsOpenAndEndsItsGesture)
         menu->addEntry("one");
         frame->addView(menu);
         host.onMenu = [&](COptionMenu& open) {
+            host.clearInvalidRects();
+            frame->invalidRect(CRect(50, 50, 60, 60));
+            EXPECT_EQ(host.invalidRects().size(), 1u) << "repaints wait for the menu";
             end(&open);
             return 0;
         };

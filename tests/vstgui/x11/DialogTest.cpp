@@ -74,7 +74,7 @@ TEST_F(Dialog, ACancelNoHelperAndNonsenseAreNoChoice)
 {
     // Without a helper a message says so, which is not waited for.
     EXPECT_FALSE(loadSelector()->runModal());
-    for (const char* const script : {"exit 1", "echo relative/path"}) {
+    for (const char* const script : {"echo /path; exit 1", "echo relative/path"}) {
         installHelper("zenity", script);
         EXPECT_FALSE(loadSelector()->runModal()) << script;
     }

@@ -133,7 +133,7 @@ TEST_F(X11Window, AMessageStaysInFrontOfTheHostUntilTheUserClosesItOrTheFrameGoe
     for (const std::string& closing :
          {text + " key Return", text + " key Escape", text + " key space", button + " click 1"}) {
         show("Load bank");
-        user(text + " click 1 key a" + button + " mousedown 1" + text + " mouseup 1");
+        user(text + " mousedown 1 key a" + button + " mouseup 1 mousedown 1" + text + " mouseup 1");
         EXPECT_EQ(desktop.titlesInFront(host), Log{"Load bank"});
         user(closing);
         EXPECT_EQ(desktop.titlesInFront(host), Log{}) << closing;
