@@ -12,6 +12,22 @@ namespace {
 
 using namespace tool;
 
+std::string bank(const std::string& rest)
+{
+    return R"({"format": "zkrt46-bank", "version": 1, )" + rest + "}";
+}
+
+// A bank whose third preset is this.
+std::string preset(const std::string& members)
+{
+    return bank(R"("presets": [{"name": "A"}, {"name": "B"}, {)" + members + "}]");
+}
+
+std::string setting(const std::string& parameters)
+{
+    return preset(R"("name": "C", "parameters": {)" + parameters + "}");
+}
+
 std::string repeated(const std::string& text, int count)
 {
     std::string all;
@@ -30,29 +46,6 @@ protected:
             bankFromJson(bankToJson(bank, displays.get()), "bank.json", displays.get());
         EXPECT_EQ(back.currentPreset, bank.currentPreset);
         EXPECT_EQ(std::memcmp(back.presets.data(), bank.presets.data(), 6144), 0);
-    }
-    // A preset called A with these parameters.
-    PresetSlot preset(const std::string& parameters)
-    {
-        return presetFromJson(
-            R"({"format": "zkrt46-preset", "version": 1, "name": "A", "parameters": {)" + parameters
-                + "}}",
-            "a.json", displays.get());
-    }
-    std::string complaint(const std::string& text)
-    {
-        return complaintOf([&] { bankFromJson(text, "a.json", displays.get()); });
-    }
-    // About a bank whose third preset is this.
-    std::string presetComplaint(const std::string& object)
-    {
-        return complaint(R"({"format": "zkrt46-bank", "version": 1, "presets": [{"name": "A"},)"
-                         R"({"name": "B"}, )"
-                         + object + "]}");
-    }
-    std::string parameterComplaint(const std::string& parameters)
-    {
-        return presetComplaint(R"({"name": "C", "parameters": {)" + parameters + "}}");
     }
 };
 
@@ -90,94 +83,72 @@ TEST_F(BankJson, GivesTheSameBytesBack)
 
 TEST_F(BankJson, TakesWhatAPersonWrites)
 {
-    const PresetSlot slot = preset(R"(
-        "LGainL": "+3.5", "lgainr": "-16.00 dB", "LFreqL": {"display": "82"}, "LFreqR": "OFF",
-        "Channel": "side", "Power": "off", "HGainL": {"stored": 0.75}, "HGainR": "0.75n",
-        "MGainL": {"display": "0", "stored": 0.5006})");
-    EXPECT_STREQ(slot.name, "A");
-    EXPECT_EQ(slot.values[kLGainL], 195.0f / 320.0f);  // (3.5 + 16) * 10 of 320 steps
+    const BankContent bank = bankFromJson("\xEF\xBB\xBF" + setting(R"(
+        "lgainr": "-16.00 dB", "LFreqL": {"display": "82"}, "2x": "On", "HGainL": {"stored": 0.75},
+        "HGainR": "0.75n", "MGainL": {"display": "0", "stored": 0.5006})"),
+                                          "a.json", displays.get());
+    const PresetSlot& slot = bank.presets[2];
+    EXPECT_STREQ(slot.name, "C");
     EXPECT_EQ(slot.values[kLGainR], 0.0f);
     EXPECT_EQ(slot.values[kLFreqL], 7.0f / 9.0f);  // 82 Hz is entry 7 of 0 to 9
-    EXPECT_EQ(slot.values[kLFreqR], 0.0f);
-    EXPECT_EQ(slot.values[kChannel], 1.0f);
-    EXPECT_EQ(slot.values[kPower], 0.0f);
+    EXPECT_EQ(slot.values[k2x], 1.0f);
     EXPECT_EQ(slot.values[kHGainL], 0.75f);
     EXPECT_EQ(slot.values[kHGainR], 0.75f);
     EXPECT_EQ(slot.values[kMGainL], 0.5006f) << "0.5006 * 320 + 0.5 is 160.69: displayed as 0.00";
     EXPECT_EQ(slot.values[kLink], 1.0f) << "what is not named takes its default";
     EXPECT_EQ(slot.values[kMGainR], 0.5f);
-
-    const BankContent bank = bankFromJson("\xEF\xBB\xBF"
-                                          R"( {"format": "zkrt46-bank", "version": 1,
-        "presets": [{"name": "12345678901234567890123", "parameters": {"2x": "On"}}]})",
-                                          "a.json", displays.get());
-    EXPECT_STREQ(bank.presets[0].name, "12345678901234567890123");
-    EXPECT_EQ(bank.presets[0].values[k2x], 1.0f);
-    EXPECT_STREQ(bank.presets[1].name, "Init");
-    EXPECT_EQ(bank.presets[1].values[k2x], 0.0f);
+    EXPECT_STREQ(bank.presets[3].name, "Init");
+    EXPECT_EQ(bank.presets[3].values[k2x], 0.0f);
 }
 
 TEST_F(BankJson, SaysWhereAndWhatIsWrong)
 {
-    const struct {
-        std::string complaint;
-        const char* words;
-    } cases[]{
-        {complaint("{\n  \"format\": zkr"), "a.json:2:13: "},
-        {complaint("{\"a\": 1} x"), "a.json:1:10: "},
-        {complaint(""), "a.json:1:1: "},
-        {complaint("{\"a\": \"\xFF\"}"), "a.json:1:8: "},
-        {complaint("[1, 1e999]"), "a.json"},
-        {complaint(std::string(100000, '[')), "a.json: it is nested too deeply"},
-        {complaint("[" + std::string(100000, '1') + "]"), "a.json"},
-        {complaint("[0" + repeated(",0", 30000) + "]"), "a.json: there are too many values"},
-        {complaint("[]"), "a.json: expected an object in braces, not a list"},
-        {complaint("{}"), "a.json: \"format\" is missing"},
-        {complaint(R"({"format": 1})"), "\"format\" must be a string, not a number"},
-        {complaint(R"({"format": "zkrt46-preset", "version": 1})"), "expected \"zkrt46-bank\""},
-        {complaint(R"({"format": "zkrt46-bank", "version": 2})"), "version 2 is not known"},
-        {complaint(R"({"format": "zkrt46-bank", "version": 1})"), "\"presets\" is missing"},
-        {complaint(R"({"format": "zkrt46-bank", "version": 1, "presets": [], "preset": 1})"),
+    const std::pair<std::string, const char*> rows[]{
+        {"{\n  \"format\": zkr", "a.json:2:13: "},
+        {"{\"a\": 1} x", "a.json:1:10: "},
+        {"", "a.json:1:1: "},
+        {"{\"a\": \"\xFF\"}", "a.json:1:8: "},
+        {"[1, 1e999]", "a.json"},
+        {std::string(100000, '['), "a.json: it is nested too deeply"},
+        {"[" + std::string(100000, '1') + "]", "a.json"},
+        {"[0" + repeated(",0", 30000) + "]", "a.json: there are too many values"},
+        {"[]", "a.json: expected an object in braces, not a list"},
+        {"{}", "a.json: \"format\" is missing"},
+        {R"({"format": 1})", "\"format\" must be a string, not a number"},
+        {R"({"format": "zkrt46-preset", "version": 1})", "expected \"zkrt46-bank\""},
+        {R"({"format": "zkrt46-bank", "version": 2})", "version 2 is not known"},
+        {bank(R"("presets": [], "preset": 1)"),
          "unknown key \"preset\"; there can be format, version, currentPreset, presets"},
-        {complaint(R"({"format": "zkrt46-bank", "version": 1, "presets": [], "presets": []})"),
-         "\"presets\" stands twice"},
-        {complaint(
-             R"({"format": "zkrt46-bank", "version": 1, "currentPreset": 24, "presets": []})"),
+        {bank(R"("presets": [], "presets": [])"), "\"presets\" stands twice"},
+        {bank(R"("currentPreset": 24, "presets": [])"),
          "\"currentPreset\" must be a whole number from 0 to 23"},
-        {complaint(
-             R"({"format": "zkrt46-bank", "version": 1, "currentPreset": 1.5, "presets": []})"),
-         "\"currentPreset\" must be"},
-        {complaint(R"({"format": "zkrt46-bank", "version": 1, "presets": [)"
-                   + repeated(R"({"name": "x"},)", 24) + R"({"name": "x"}]})"),
+        {bank(R"("currentPreset": 1.5, "presets": [])"), "\"currentPreset\" must be"},
+        {bank(R"("presets": [)" + repeated(R"({"name": "x"},)", 24) + R"({"name": "x"}])"),
          "there are 25 presets"},
-        {presetComplaint("7"), "a.json: preset 2: expected an object in braces, not a number"},
-        {presetComplaint("{}"), "preset 2: \"name\" is missing"},
-        {presetComplaint(R"({"name": "C", "value": {}})"), "unknown key \"value\""},
-        {presetComplaint(R"({"name": "123456789012345678901234"})"), "has 24 bytes; there is room"},
-        {presetComplaint(R"({"name": "a\u0000b"})"), "zero character"},
-        {presetComplaint(R"({"name": "C", "nameBytes": "43"})"), "48 hexadecimal digits"},
-        {presetComplaint(R"({"name": "D", "nameBytes": "43)" + std::string(46, '0') + "\"}"),
+        {preset(R"("value": {})"), "unknown key \"value\""},
+        {preset(""), "preset 2: \"name\" is missing"},
+        {preset(R"("name": "123456789012345678901234")"), "has 24 bytes; there is room"},
+        {preset(R"("name": "a\u0000b")"), "zero character"},
+        {preset(R"("name": "C", "nameBytes": "43")"), "48 hexadecimal digits"},
+        {preset(R"("name": "D", "nameBytes": "43)" + std::string(46, '0') + '"'),
          "\"name\" and \"nameBytes\" disagree"},
-        {parameterComplaint(R"("LGainX": "0")"),
-         "a.json: preset 2 \"C\": the plug-in has no parameter 'LGainX'; similar ones are"},
-        {parameterComplaint(R"("LGainL": "0", "LGainL": "0")"), "\"LGainL\" stands twice"},
-        {parameterComplaint(R"("LGainL": "0", "lgainl": "0")"), "LGainL: the parameter stands"},
-        {parameterComplaint(R"("LGainL": 0.5)"), "LGainL: a bare number could mean two things"},
-        {parameterComplaint(R"("LGainL": {})"), "expected \"display\" or \"stored\""},
-        {parameterComplaint(R"("LGainL": null)"), "expected an object in braces, not null"},
-        {parameterComplaint(R"("LGainL": {"stored": "0.5"})"), "must be a number, not a string"},
-        {parameterComplaint(R"("LGainL": {"stored": 1.0000000001})"), "must lie from 0 to 1"},
-        {parameterComplaint(R"("LGainL": {"stored": -1e-9})"), "must lie from 0 to 1"},
-        {parameterComplaint(R"("LGainL": {"display": 3})"), "must be a string, not a number"},
-        {parameterComplaint(R"("LGainL": "3.55")"),
-         "a.json: preset 2 \"C\": LGainL cannot be '3.55'; the nearest values are 3.50 and 3.60"},
-        {parameterComplaint(R"("LGainL": {"display": "3.50 dB", "stored": 0.5})"),
-         "a.json: preset 2 \"C\": LGainL: \"display\" says '3.50 dB', but \"stored\", 0.5, is "
-         "'0.00 dB'"},
+        {setting(R"("LGainX": "0")"),
+         "a.json: preset 2 \"C\": the plug-in has no parameter 'LGainX'"},
+        {setting(R"("LGainL": "0", "lgainl": "0")"), "LGainL: the parameter stands"},
+        {setting(R"("LGainL": 0.5)"), "LGainL: a bare number could mean two things"},
+        {setting(R"("LGainL": {})"), "expected \"display\" or \"stored\""},
+        {setting(R"("LGainL": null)"), "expected an object in braces, not null"},
+        {setting(R"("LGainL": {"stored": 1.0000000001})"), "must lie from 0 to 1"},
+        {setting(R"("LGainL": {"stored": -1e-9})"), "must lie from 0 to 1"},
+        {setting(R"("LGainL": "3.55")"), "LGainL cannot be '3.55'; the nearest values are"},
+        {setting(R"("LGainL": {"display": "3.50 dB", "stored": 0.5})"),
+         "LGainL: \"display\" says '3.50 dB', but \"stored\", 0.5, is '0.00 dB'"},
     };
-    for (const auto& one : cases)
-        EXPECT_NE(one.complaint.find(one.words), std::string::npos)
-            << one.complaint << "\n  instead of " << one.words;
+    for (const auto& [text, words] : rows) {
+        const std::string said =
+            complaintOf([&, &json = text] { bankFromJson(json, "a.json", displays.get()); });
+        EXPECT_NE(said.find(words), std::string::npos) << said << "\n  instead of " << words;
+    }
 }
 
 }  // namespace

@@ -29,13 +29,10 @@ protected:
         chmod((folder / "wine").c_str(), 0755);
         setenv("PATH", ((folder / "") + ":" + oldPath).c_str(), 1);
     }
-    std::string refusal()
-    {
-        return complaintOf([this] { BridgedPlugin plugin(folder / "plugin.dll"); });
-    }
     void expectRefusal(const std::string& words)
     {
-        const std::string said = refusal();
+        const std::string said =
+            complaintOf([this] { BridgedPlugin plugin(folder / "plugin.dll"); });
         EXPECT_NE(said.find(words), std::string::npos) << said << "\n  instead of " << words;
     }
     TemporaryFolder folder;
@@ -71,11 +68,7 @@ TEST_F(FakeWine, TrustsNoHelperThatDiesOrDamagesTheLine)
         wineIs(script);
         expectRefusal(words);
     }
-    EXPECT_EQ(refusal(), "no");
-}
-
-TEST_F(FakeWine, KeepsTheEnvironmentQuietUnlessTheUserChose)
-{
+    // The environment is kept quiet unless the user chose.
     unsetenv("WINEPREFIX");
     unsetenv("WINEDLLOVERRIDES");
     setenv("WINEDEBUG", "+relay", 1);
@@ -105,13 +98,9 @@ TEST_F(RealWine, AnEffectBehavesAsOnItsOwnSide)
 {
     BridgedPlugin plugin(dll);
     expectSoundEffect(plugin);
-}
-
-TEST_F(RealWine, RefusesWhatIsNoPluginByTheNameTheUserGave)
-{
     TemporaryFolder folder;
     writeContent(folder / "text.dll", "no library");
-    EXPECT_EQ(complaintOf([&] { BridgedPlugin plugin(folder / "text.dll"); }),
+    EXPECT_EQ(complaintOf([&] { BridgedPlugin refused(folder / "text.dll"); }),
               "cannot load '" + (folder / "text.dll") + "': it is not a 64-bit Windows library");
 }
 

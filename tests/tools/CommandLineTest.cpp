@@ -123,8 +123,11 @@ TEST_F(CommandLine, MeasuresIntoTablesAndPictures)
     const std::string table = contentOf(folder / "r.csv");
     EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1 + 5);
     EXPECT_EQ(table.rfind("hz,\"up, left, dB\"", 0), 0u);
-    EXPECT_EQ(run("response --points 5 --set MS=MidSide -o r.svg"), 0) << err;
-    EXPECT_NE(contentOf(folder / "r.svg").find("</svg>"), std::string::npos);
+    EXPECT_EQ(run("response --points 5 --set MS=MidSide --curve \"it's_100%:\" -o r.SVG"), 0)
+        << err;
+    const std::string svg = contentOf(folder / "r.SVG");
+    EXPECT_NE(svg.find("</svg>"), std::string::npos);
+    EXPECT_NE(svg.find("it's_100%"), std::string::npos) << "a title is drawn as it is written";
     EXPECT_EQ(run("harmonics --freq 1000 --sweep -20:-10:10 -o h.png"), 0) << err;
     EXPECT_EQ(contentOf(folder / "h.png").substr(1, 3), "PNG");
     EXPECT_EQ(run("harmonics --freq 1000 --sweep -20:-10:10"), 0) << err;

@@ -1,6 +1,5 @@
 // zkrt46 screenshot and edit, as a shell runs them.
 #include "CommandLine.h"
-#include "OutputFile.h"
 
 namespace {
 
@@ -11,11 +10,8 @@ struct EditorCommand : CommandLine {
         const std::string png = contentOf(folder / name);
         if (png.size() < 24 || png.compare(0, 8, "\x89PNG\r\n\x1A\n") != 0)
             return {0, 0};
-        const auto number = [&png](std::size_t at) {
-            return static_cast<unsigned char>(png[at + 2]) * 256
-                + static_cast<unsigned char>(png[at + 3]);
-        };
-        return {number(16), number(20)};
+        const auto byte = [&png](std::size_t at) { return static_cast<unsigned char>(png[at]); };
+        return {byte(18) * 256 + byte(19), byte(22) * 256 + byte(23)};
     }
 };
 
@@ -42,13 +38,14 @@ TEST_F(EditorCommand, EditNeedsADisplayAndAFileOnlyTogetherWithAResult)
 TEST_F(EditorCommand, EditRendersWithItsSettingsWhenTheWindowIsClosed)
 {
     ASSERT_EQ(run("render --preset Vox in.wav wanted.wav"), 0) << err;
-    std::string script = "cd '" + (folder / "") + "'\n"
-        + "ZKRT46_PLUGIN='" ZKRT46_LIBRARY "' timeout 60 '" ZKRT46_PROGRAM
-          "' edit --preset Vox in.wav -o out.wav & editor=$!\n"
-          "for i in $(seq 100); do window=$(xdotool search --name 'ZKR T46' 2>/dev/null) && break;"
-          " sleep 0.1; done\n"
-          "sleep 0.5; xdotool windowclose $window; wait $editor\n";
-    tool::writeFile(folder / "edit.sh", script);
+    writeContent(folder / "edit.sh",
+                 "cd '" + (folder / "") + "'\n"
+                     + "ZKRT46_PLUGIN='" ZKRT46_LIBRARY "' timeout 60 '" ZKRT46_PROGRAM
+                       "' edit --preset Vox in.wav -o out.wav & editor=$!\n"
+                       "for i in $(seq 100); do window=$(xdotool search --name 'ZKR T46' "
+                       "2>/dev/null) && break;"
+                       " sleep 0.1; done\n"
+                       "sleep 0.5; xdotool windowclose $window; wait $editor\n");
     EXPECT_EQ(std::system(
                   ("timeout 90 '" ZKR_ON_DISPLAY "' bash '" + (folder / "edit.sh") + "'").c_str()),
               0);

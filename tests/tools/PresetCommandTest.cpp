@@ -83,72 +83,66 @@ TEST_F(PresetCommand, CheckTellsTheFaultAndTheExitCode)
 
 TEST_F(PresetCommand, AFailedSaveLeavesTheOldFile)
 {
-    for (const char* name : {"x.zkb", "x.json"}) {
-        writeContent(folder / name, "old");
+    ASSERT_EQ(run("bank export -o x.zkb"), 0);
+    ASSERT_EQ(run("bank export -o x.json"), 0);
+    ASSERT_EQ(run("preset export 3 -o v.json"), 0);
+    const std::pair<const char*, const char*> saves[]{
+        {"bank export -o x.zkb", "x.zkb"},
+        {"bank export -o x.json", "x.json"},
+        {"preset import v.json --into x.zkb --at 0", "x.zkb"},
+    };
+    for (const auto& [command, name] : saves) {
+        const std::string before = contentOf(folder / name);
         // 8 blocks of 512 bytes: less than any bank.
-        EXPECT_EQ(run(std::string("bank export -o ") + name, "ulimit -f 8;"), 2);
-        EXPECT_EQ(contentOf(folder / name), "old");
+        EXPECT_EQ(run(command, "ulimit -f 8;"), 2);
+        EXPECT_TRUE(contentOf(folder / name) == before) << command;
         EXPECT_NE(err.find("File too large"), std::string::npos) << err;
     }
-    ASSERT_EQ(run("bank export -o x.zkb"), 0);
-    ASSERT_EQ(run("preset export 3 -o v.json"), 0);
-    const std::string before = contentOf(folder / "x.zkb");
-    EXPECT_EQ(run("preset import v.json --into x.zkb --at 0", "ulimit -f 8;"), 2);
-    EXPECT_TRUE(contentOf(folder / "x.zkb") == before);
 }
 
 TEST_F(PresetCommand, AudioStartsFromTheChosenPreset)
 {
-    ASSERT_EQ(run("render in.wav default.wav"), 0);
-    ASSERT_EQ(run("render in.wav a.wav --preset Vox"), 0) << err;
-    const std::string vox = contentOf(folder / "a.wav");
-    EXPECT_FALSE(vox == contentOf(folder / "default.wav"));
+    const auto rendered = [this](const std::string& options, const std::string& before = "") {
+        EXPECT_EQ(run("render in.wav a.wav " + options, before), 0) << options << ": " << err;
+        return contentOf(folder / "a.wav");
+    };
+    const auto printed = [this](const std::string& command) {
+        EXPECT_EQ(run(command), 0) << command << ": " << err;
+        return out.substr(out.find('\n'));
+    };
+    const std::string plain = rendered(""), vox = rendered("--preset Vox");
+    EXPECT_FALSE(vox == plain);
     ASSERT_EQ(run("bank export -o mine.zkb"), 0);
     ASSERT_EQ(run("bank export -o mine.json"), 0);
     ASSERT_EQ(run("preset export 3 -o vox.zkr"), 0);
-    for (const char* arguments :
-         {"--preset 3", "--preset vox", "--preset 3 --bank mine.zkb", "--preset 3 --bank mine.json",
-          "--preset-file vox.zkr", "--preset 3 --set LGainL=-0.5 --set LGainL=-1.6"}) {
-        ASSERT_EQ(run(std::string("render in.wav b.wav ") + arguments), 0) << err;
-        EXPECT_TRUE(contentOf(folder / "b.wav") == vox) << arguments;
-    }
-    ASSERT_EQ(run("render in.wav b.wav --preset 3 --set LGainL=6"), 0);
-    EXPECT_FALSE(contentOf(folder / "b.wav") == vox) << "settings come after the preset";
-    ASSERT_EQ(run("render in.wav b.wav --bank mine.zkb"), 0);
-    EXPECT_TRUE(contentOf(folder / "b.wav") == contentOf(folder / "default.wav"));
+    for (const char* options :
+         {"--preset vox", "--preset 3 --bank mine.zkb", "--preset 3 --bank mine.json",
+          "--preset-file vox.zkr", "--preset 3 --set LGainL=-0.5 --set LGainL=-1.6"})
+        EXPECT_TRUE(rendered(options) == vox) << options;
+    EXPECT_FALSE(rendered("--preset 3 --set LGainL=6") == vox) << "settings come after the preset";
+    EXPECT_TRUE(rendered("--bank mine.zkb") == plain);
 
-    ASSERT_EQ(run("response --points 3"), 0);
-    const std::string flat = out;
-    ASSERT_EQ(run("response --points 3 --preset Vox"), 0);
-    EXPECT_NE(out.find("\"Vox, left, dB\""), std::string::npos) << out;
-    EXPECT_NE(out.substr(out.find('\n')), flat.substr(flat.find('\n')));
-    const std::string shaped = out.substr(out.find('\n'));
-    ASSERT_EQ(run("response --points 3 --preset Vox --curve a:"), 0);
-    EXPECT_EQ(out.substr(out.find('\n')), shaped) << "curves start from the preset, too";
-    ASSERT_EQ(run("harmonics --freq 1000 --sweep -20:-10:10"), 0);
-    const std::string clean = out;
-    ASSERT_EQ(run("harmonics --freq 1000 --sweep -20:-10:10 --preset-file vox.zkr"), 0);
-    EXPECT_NE(out, clean);
-}
+    const std::string shaped = printed("response --points 3 --preset Vox");
+    EXPECT_EQ(out.rfind("hz,\"Vox, left, dB\"", 0), 0u) << out;
+    EXPECT_NE(shaped, printed("response --points 3"));
+    EXPECT_EQ(shaped, printed("response --points 3 --preset Vox --curve a:"))
+        << "curves start from the preset, too";
+    const std::string harmonics = "harmonics --freq 1000 --sweep -20:-10:10 ";
+    EXPECT_NE(printed(harmonics), printed(harmonics + "--preset-file vox.zkr"));
 
-TEST_F(PresetCommand, ADefaultOfTheUserChangesNothing)
-{
+    // A default of the user changes nothing.
     const std::string store = "XDG_DATA_HOME='" + (folder / "data") + "'";
-    ASSERT_EQ(run("render in.wav a.wav"), 0);
-    ASSERT_EQ(run("params"), 0);
-    const std::string parameters = out;
     const std::string values = folder / "data/ZKR-soundworks/ZKRT46";
     std::filesystem::create_directories(values);
-    ASSERT_EQ(run("preset export Vox -o vox.zkr"), 0);
     std::filesystem::copy_file(folder / "vox.zkr", values + "/DefaultPreset");
     ASSERT_EQ(run("info", store), 0);
     ASSERT_NE(out.find("Vox"), std::string::npos) << "the plug-in did not take the default";
-    ASSERT_EQ(run("render in.wav b.wav", store), 0);
-    EXPECT_TRUE(contentOf(folder / "a.wav") == contentOf(folder / "b.wav"));
+    EXPECT_TRUE(rendered("", store) == plain);
+    const std::string parameters = printed("params");
     ASSERT_EQ(run("params", store), 0);
-    EXPECT_EQ(out, parameters);
+    EXPECT_EQ(out.substr(out.find('\n')), parameters);
     // Presets are for one plug-in: others keep what they start with.
-    EXPECT_EQ(run("render in.wav c.wav --plugin '" TEST_EFFECT_GOOD "'"), 0) << err;
+    rendered("--plugin '" TEST_EFFECT_GOOD "'");
 }
 
 }  // namespace

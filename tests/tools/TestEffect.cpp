@@ -97,7 +97,11 @@ float getParameter(AEffect*, VstInt32)
     return knob;
 }
 
-AEffect* start(audioMasterCallback host)
+}  // namespace
+
+// C++ refuses a function called main of another type; a label gives it any name.
+EXPORTED AEffect* entry(audioMasterCallback host) __asm__(TEST_EFFECT_ENTRY);
+EXPORTED AEffect* entry(audioMasterCallback host)
 {
     if (host(nullptr, audioMasterVersion, 0, 0, nullptr, 0.0f) == 0)
         return nullptr;
@@ -119,17 +123,4 @@ AEffect* start(audioMasterCallback host)
     effect->initialDelay = 11;
     effect->uniqueID = 0x54657374;
     return effect;
-}
-
-}  // namespace
-
-// C++ refuses a function called main of another type; a label gives it that name all the same.
-#ifdef TEST_EFFECT_LABEL
-EXPORTED AEffect* TEST_EFFECT_ENTRY(audioMasterCallback host) __asm__(TEST_EFFECT_LABEL);
-#else
-EXPORTED AEffect* TEST_EFFECT_ENTRY(audioMasterCallback host);
-#endif
-EXPORTED AEffect* TEST_EFFECT_ENTRY(audioMasterCallback host)
-{
-    return start(host);
 }
