@@ -1,5 +1,5 @@
 // Files that appear whole or not at all, and samples that survive them.
-#include "AudioFile.h"
+#include "AudioContent.h"
 #include "Complaint.h"
 #include "Noise.h"
 #include "OutputFile.h"
@@ -27,23 +27,6 @@ std::string complaintWithin(rlim_t bytes, const std::function<void()>& action)
     const std::string said = complaintOf(action);
     setrlimit(RLIMIT_FSIZE, &before);
     return said;
-}
-
-void writeAudio(const std::string& path, const std::vector<float>& samples, SampleFormat format,
-                int rate = 44100, int channels = 1)
-{
-    const auto frames = static_cast<std::int64_t>(samples.size()) / channels;
-    AudioWriter writer(path, rate, channels, format, frames);
-    writer.write(samples.data(), frames);
-    writer.commit();
-}
-
-std::vector<float> readAudio(const std::string& path)
-{
-    AudioReader reader(path);
-    std::vector<float> samples(static_cast<std::size_t>(reader.frames() * reader.channels()));
-    reader.read(samples.data(), reader.frames());
-    return samples;
 }
 
 TEST(OutputFile, ReplacesWhollyOrNotAtAll)

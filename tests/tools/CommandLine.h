@@ -1,7 +1,7 @@
 // The built program, run by a shell in a folder of its own. The plug-in is the built library.
 #pragma once
 
-#include "AudioFile.h"
+#include "AudioContent.h"
 #include "TemporaryFolder.h"
 
 #include <algorithm>
@@ -20,9 +20,7 @@ protected:
         std::vector<float> tone(2 * 4800);
         for (std::size_t i = 0; i < tone.size(); ++i)
             tone[i] = 0.5f * static_cast<float>(std::sin(0.05 * static_cast<double>(i / 2)));
-        tool::AudioWriter writer(folder / "in.wav", 48000, 2, tool::SampleFormat::Int24, 4800);
-        writer.write(tone.data(), 4800);
-        writer.commit();
+        writeAudio(folder / "in.wav", tone, tool::SampleFormat::Int24, 48000, 2);
         for (const char* stream : {"out.txt", "err.txt"})
             writeContent(folder / stream, "");
     }

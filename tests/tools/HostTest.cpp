@@ -2,7 +2,6 @@
 #include "Complaint.h"
 #include "NativePlugin.h"
 #include "OpenPlugin.h"
-#include "SoundEffect.h"
 
 #include <gtest/gtest.h>
 
@@ -10,13 +9,22 @@ namespace {
 
 using namespace host;
 
-TEST(Host, DrivesASoundEffectAndHearsWhatItReports)
+TEST(Host, TellsEffectsOfItselfAndHearsTheirReports)
 {
-    NativePlugin second(TEST_EFFECT_OLD_ENTRY), plugin(TEST_EFFECT_GOOD), third(TEST_EFFECT_GOOD);
-    expectSoundEffect(plugin);
-    for (NativePlugin* const other : {&second, &third}) {
-        EXPECT_EQ(other->effectName(), "zkrt46 host 44100 512");
-        EXPECT_TRUE(other->reports().automated.empty());
+    NativePlugin old(TEST_EFFECT_OLD_ENTRY), plugin(TEST_EFFECT_GOOD), other(TEST_EFFECT_GOOD);
+    plugin.setSampleRate(96000.0);
+    plugin.setBlockSize(64);
+    plugin.setParameter(2, 0.75f);
+    EXPECT_EQ(plugin.effectName(), "zkrt46 host 96000 64");
+    ASSERT_EQ(plugin.reports().automated.size(), 1u);
+    EXPECT_EQ(plugin.reports().automated[0].index, 2);
+    EXPECT_EQ(plugin.reports().automated[0].value, 0.75f);
+    EXPECT_EQ(plugin.reports().beginEdits, 1) << "the effect reports while it is being opened";
+    plugin.clearReports();
+    EXPECT_TRUE(plugin.reports().automated.empty());
+    for (NativePlugin* const untouched : {&old, &other}) {
+        EXPECT_EQ(untouched->effectName(), "zkrt46 host 44100 512");
+        EXPECT_TRUE(untouched->reports().automated.empty());
     }
 }
 

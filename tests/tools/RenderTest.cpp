@@ -1,6 +1,7 @@
 // The renderer around a plug-in whose arithmetic is known: a delay, a gain that a parameter sets,
 // and the right channel turned around.
 #include "Render.h"
+#include "AudioContent.h"
 #include "FakePlugin.h"
 #include "TemporaryFolder.h"
 #include "ToolError.h"
@@ -36,19 +37,13 @@ protected:
     }
     void writeInput(const std::vector<float>& samples, int channels)
     {
-        const auto frames = static_cast<std::int64_t>(samples.size()) / channels;
-        AudioWriter writer(job.input, kRate, channels, SampleFormat::Float32, frames);
-        writer.write(samples.data(), frames);
-        writer.commit();
+        writeAudio(job.input, samples, SampleFormat::Float32, kRate, channels);
     }
     std::vector<float> rendered()
     {
         Progress progress("test");
         report = render(plugin, job, progress);
-        AudioReader reader(job.output);
-        std::vector<float> samples(static_cast<std::size_t>(reader.frames() * reader.channels()));
-        reader.read(samples.data(), reader.frames());
-        return samples;
+        return readAudio(job.output);
     }
     TemporaryFolder folder;
     FakePlugin plugin{kDelay, [](int channel, float x) { return channel == 1 ? -x : x; }};
