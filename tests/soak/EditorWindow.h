@@ -2,32 +2,51 @@
 // are sent to the window that the editor has put into this one, whatever else is on the screen.
 #pragma once
 
+#include "HostError.h"
+#include "HostWindow.h"
 #include "NativePlugin.h"
 
 class EditorWindow {
 public:
-    // Throws HostError where there is no display, or the plug-in shows nothing.
-    explicit EditorWindow(host::NativePlugin& plugin);
-    ~EditorWindow();
+    // Throws where there is no display, or the plug-in shows nothing.
+    explicit EditorWindow(host::NativePlugin& owner)
+        : plugin(owner), rect(rectOf(owner)), window({0, 0}, rect.right, rect.bottom)
+    {
+        AEffect* const effect = plugin.effect();
+        if (effect->dispatcher(effect, effEditOpen, 0, 0, window.handle(), 0.0f) == 0)
+            throw host::HostError("the editor does not open");
+    }
+    ~EditorWindow() { plugin.dispatch(effEditClose); }
     EditorWindow(const EditorWindow&) = delete;
     EditorWindow& operator=(const EditorWindow&) = delete;
 
     // Takes the size that the plug-in has asked for, if it has.
-    void follow();
-    int width() const { return currentWidth; }
+    void follow()
+    {
+        const host::HostReports reports = plugin.reports();
+        if (reports.windowSizes == 0)
+            return;
+        rect.right = static_cast<VstInt16>(reports.windowWidth);
+        window.resize(reports.windowWidth, reports.windowHeight);
+    }
+    int width() const { return rect.right; }
 
     enum class Act { Move, Press, Release, WheelUp, WheelDown };
     // Coordinates of the editor.
     void send(Act act, int x, int y);
 
 private:
-    // The system's share.
-    void open(int width, int height);  // leaves `window` null where there is no display
-    void resize(int width, int height);
-    void close();
+    static ERect rectOf(host::NativePlugin& plugin)
+    {
+        ERect* rect = nullptr;
+        plugin.effect()->dispatcher(plugin.effect(), effEditGetRect, 0, 0, &rect, 0.0f);
+        if (!rect || rect->right <= 0 || rect->bottom <= 0)
+            throw host::HostError("the plug-in has no editor");
+        return *rect;
+    }
 
     host::NativePlugin& plugin;
-    void* window = nullptr;
-    int currentWidth = 0;
+    ERect rect;
+    HostWindow window;
     bool held = false;  // the left button
 };

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <atomic>
+#include <cstdarg>
 #include <cstdint>
+#include <cstdio>
 #include <iterator>
 #include <random>
 #include <string>
@@ -24,12 +26,26 @@ struct Run {
 
     // From any thread: prints the seed, the step and what was seen there. The first ones only; a
     // fault comes seldom alone.
-    void fail(const std::string& step, const std::string& seen);
+    void fail(const std::string& step, const std::string& seen)
+    {
+        constexpr int kMostPrinted = 12;
+        std::fflush(stdout);
+        if (++failures <= kMostPrinted)
+            std::fprintf(stderr, "FAILURE seed %u, %s: %s\n", seed, step.c_str(), seen.c_str());
+    }
     bool mustEnd() const { return interrupted || failures > 0; }
 };
 
 // printf into a string.
-std::string textOf(const char* pattern, ...) __attribute__((format(printf, 1, 2)));
+__attribute__((format(printf, 1, 2))) inline std::string textOf(const char* pattern, ...)
+{
+    char text[400];
+    va_list values;
+    va_start(values, pattern);
+    std::vsnprintf(text, sizeof text, pattern, values);
+    va_end(values);
+    return text;
+}
 
 // Chance that comes out the same for the same seed on every system.
 class Dice {

@@ -3,18 +3,6 @@
 
 #include <algorithm>
 
-double Setup::anyRate(Dice& dice)
-{
-    constexpr std::array<double, 6> kRates{44100.0, 48000.0, 88200.0, 96000.0, 176400.0, 192000.0};
-    return dice.of(kRates);
-}
-
-std::array<int, 2> Setup::anyChannels(Dice& dice)
-{
-    constexpr std::array<std::array<int, 2>, 3> kChannels{{{2, 2}, {1, 2}, {1, 1}}};
-    return dice.of(kChannels);
-}
-
 Seat::Seat(int place, bool forTwins, Run& shared, Dice& usersDice)
     : number(place), twins(forTwins), run(shared),
       dice(shared.seed, static_cast<std::uint32_t>(1000 + place))
@@ -35,26 +23,11 @@ Seat::~Seat()
     close();
 }
 
-Seat::Stopped::Stopped(Seat& seat) : stopped(seat)
-{
-    ++stopped.stopsWanted;
-    stopped.touch();
-    stopped.mutex.lock();
-}
-
-Seat::Stopped::~Stopped()
-{
-    stopped.mutex.unlock();
-    stopped.touch();
-    --stopped.stopsWanted;
-}
-
 void Seat::open(Dice& usersDice)
 {
     for (int i = 0; i < (twins ? 2 : 1); ++i)
         plugins.push_back(std::make_unique<host::NativePlugin>(run.library));
-    change(
-        {Setup::anyRate(usersDice), usersDice.of(run.blockSizes), Setup::anyChannels(usersDice)});
+    change({usersDice.of(kRates), usersDice.of(run.blockSizes), usersDice.of(kChannels)});
 }
 
 void Seat::close()

@@ -18,9 +18,6 @@
 #include <string>
 #include <vector>
 
-// Beyond its own real time, in seconds: where a host with small buffers would hear a block.
-constexpr double kLate = 0.005;
-
 constexpr VstInt32 kParameters = kPresetParamCount;
 
 // Short blocks turn the polarity at another place of the chain than long ones: twins, whose blocks
@@ -34,10 +31,9 @@ struct Setup {
     double rate;                  // Hz
     int blockSize;                // samples
     std::array<int, 2> channels;  // in and out
-
-    static double anyRate(Dice& dice);
-    static std::array<int, 2> anyChannels(Dice& dice);
 };
+constexpr std::array<double, 6> kRates{44100.0, 48000.0, 88200.0, 96000.0, 176400.0, 192000.0};
+constexpr std::array<std::array<int, 2>, 3> kChannels{{{2, 2}, {1, 2}, {1, 1}}};
 
 class Seat {
 public:
@@ -55,14 +51,19 @@ public:
     // --- The user's thread ---
 
     // While it lives nothing is processed here.
-    class Stopped {
-    public:
-        explicit Stopped(Seat& seat);
-        ~Stopped();
-        Stopped(const Stopped&) = delete;
-        Stopped& operator=(const Stopped&) = delete;
-
-    private:
+    struct Stopped {
+        explicit Stopped(Seat& seat) : stopped(seat)
+        {
+            ++stopped.stopsWanted;
+            stopped.touch();
+            stopped.mutex.lock();
+        }
+        ~Stopped()
+        {
+            stopped.mutex.unlock();
+            stopped.touch();
+            --stopped.stopsWanted;
+        }
         Seat& stopped;
     };
     // Something is about to change the sound, or has just changed it: silence starts anew.
@@ -89,7 +90,7 @@ public:
 
     // Of the audio thread; for all after it has ended.
     std::atomic<long long> blocks{0};
-    long long late = 0, twinSamples = 0, silences = 0;
+    long long twinSamples = 0, silences = 0;
     double longestShare = 0.0;  // block, as a share of its real time
     float loudest = 0.0f;
 

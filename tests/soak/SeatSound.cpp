@@ -105,20 +105,23 @@ void Seat::playPiece(std::size_t instance, int offset, int samples)
     if (dice.oneIn(50))
         plugin.process(from, to, 0);
 
-    const Effortmeter meter;
+    const double clockBefore = clockSeconds();
+    const ThreadUse before = threadUse();
     plugin.process(from, to, samples);
-    const Effort effort = meter.stop();
+    const ThreadUse after = threadUse();
+    const double clock = clockSeconds() - clockBefore;
+    const double processor = after.processor - before.processor;
+    const bool waited = after.waits != before.waits;
 
     const double realTime = samples / setup.rate;
-    late += effort.processor > realTime + kLate ? 1 : 0;
-    longestShare = std::max(longestShare, effort.processor / realTime);
+    longestShare = std::max(longestShare, processor / realTime);
     // A neighbour on the machine may hold a thread up at any moment; what the thread itself does,
     // or waits for, is the plug-in's own.
-    if ((effort.waited ? effort.clock : effort.processor) > realTime + kBlockPatience)
+    if ((waited ? clock : processor) > realTime + kBlockPatience)
         fail(textOf("a block of %d samples took %.1f ms, %.1f ms of that on a processor%s; its "
                     "real time is %.1f ms",
-                    samples, 1e3 * effort.clock, 1e3 * effort.processor,
-                    effort.waited ? ", and waited" : "", 1e3 * realTime));
+                    samples, 1e3 * clock, 1e3 * processor, waited ? ", and waited" : "",
+                    1e3 * realTime));
     for (std::size_t channel = 0; channel < static_cast<std::size_t>(shared); ++channel)
         std::copy_n(from[channel], samples, out[channel].data() + offset);
     ++blocks;

@@ -39,6 +39,8 @@ User::User(Run& shared, Whereabouts& where) : run(shared), whereabouts(where), d
         actions.push_back({"editors opened or closed", 4, &User::openOrCloseEditor});
         actions.push_back({"editors used", 16, &User::useEditor, true});
     }
+    for (Action& action : actions)
+        wheel.insert(wheel.end(), action.weight, &action);
     for (int left = run.instances; left > 0;) {
         const bool twins = left >= 2 && seats.size() % 3 == 0;
         seats.push_back(std::make_unique<Seat>(static_cast<int>(seats.size()), twins, run, dice));
@@ -52,7 +54,7 @@ void User::turn()
 {
     for (int deeds = dice.between(1, 5); deeds > 0; --deeds) {
         Seat& seat = *dice.of(seats);
-        Action& action = choose();
+        Action& action = *dice.of(wheel);
         // A seat that waits for the end of its silence is mostly left to it.
         if ((seat.quiet && !dice.oneIn(12)) || (action.wantsEditor && (seat.twins || !seat.editor)))
             continue;
@@ -61,18 +63,6 @@ void User::turn()
         ++action.times;
     }
     idle();
-}
-
-User::Action& User::choose()
-{
-    std::size_t all = 0;
-    for (const Action& action : actions)
-        all += static_cast<std::size_t>(action.weight);
-    int drawn = dice.below(all);
-    auto chosen = actions.begin();
-    while (drawn >= chosen->weight)
-        drawn -= chosen++->weight;
-    return *chosen;
 }
 
 // What a host does between two events.
@@ -240,11 +230,11 @@ void User::change(Seat& seat)
     Setup setup = seat.setup;
     const int kind = dice.below(4);
     if (kind == 0)
-        setup.rate = Setup::anyRate(dice);
+        setup.rate = dice.of(kRates);
     if (kind == 1)
         setup.blockSize = dice.of(run.blockSizes);
     if (kind == 2)
-        setup.channels = Setup::anyChannels(dice);
+        setup.channels = dice.of(kChannels);
     seat.change(setup);
 }
 

@@ -34,7 +34,7 @@ public:
 private:
     struct Action {
         const char* name;
-        int weight;
+        std::size_t weight;
         void (User::*act)(Seat& seat);
         bool wantsEditor = false;  // for a single instance that has one open
         long long times = 0;
@@ -54,7 +54,6 @@ private:
     void change(Seat& seat);
     void reopen(Seat& seat);
 
-    Action& choose();
     void give(Seat& seat, const Bytes& state);
     Bytes damaged(Bytes state);
     void idle();
@@ -63,6 +62,7 @@ private:
     Whereabouts& whereabouts;
     Dice dice;
     std::vector<Action> actions;
-    Bytes factory;             // the state of a fresh instance
-    std::vector<Bytes> saved;  // the latest few
+    std::vector<Action*> wheel;  // as many of each as it weighs
+    Bytes factory;               // the state of a fresh instance
+    std::vector<Bytes> saved;    // the latest few
 };

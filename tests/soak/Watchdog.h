@@ -3,7 +3,8 @@
 
 #include "Run.h"
 
-#include <atomic>
+#include <chrono>
+#include <cstdlib>
 #include <deque>
 #include <thread>
 
@@ -20,18 +21,49 @@ struct Whereabouts {
     std::atomic<const char*> doing{"starting"};
     std::atomic<int> seat{-1};
     std::atomic<long long> steps{0};
+
+    // Of the watchdog.
+    long long stepsSeen = -1;
+    double still = 0.0;  // seconds
 };
 
+// A thread that looks every half second whether the others have got on.
 class Watchdog {
 public:
     // The last of the threads is the user's.
-    Watchdog(Run& run, int threads);
-    ~Watchdog();
+    Watchdog(Run& shared, int threads)
+        : watched(static_cast<std::size_t>(threads)), run(shared), thread([this] { watch(); })
+    {
+    }
+    ~Watchdog()
+    {
+        watching = false;
+        thread.join();
+    }
 
     std::deque<Whereabouts> watched;
 
 private:
-    void watch();
+    void watch()
+    {
+        while (watching) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(500));
+            for (Whereabouts& each : watched) {
+                const long long now = each.steps;
+                each.still = now == each.stepsSeen ? each.still + 0.5 : 0.0;
+                each.stepsSeen = now;
+                if (each.still < run.hangSeconds)
+                    continue;
+                run.fail(textOf("%s, step %lld",
+                                &each == &watched.back() ? "the user's thread" : "an audio thread",
+                                now),
+                         textOf("has stood still for %.0f s at '%s', seat %d", each.still,
+                                each.doing.load(), each.seat.load()));
+                // What hangs would hang an orderly end as well.
+                std::_Exit(1);
+            }
+        }
+    }
 
     Run& run;
     std::atomic<bool> watching{true};
