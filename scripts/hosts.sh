@@ -64,7 +64,7 @@ shown_values() { awk '/^[^#]/ && !$4 { print "--set"; print $1 "=" $2 }' "$setti
 expect() {
     local input=$2 output=$3 rate
     local -a options
-    rate=$("$root/rate_of.py" "$input")
+    rate=$("$root/audio.py" "$input")
     mapfile -t options < <(shown_values "$1")
     awk -v rate="$rate" '/^[^#]/ && $4 { printf "%.9f %s %s\n", $4 / rate, $1, $2 }' \
         "$settings/$1.txt" >"$output.automation"

@@ -46,7 +46,7 @@ in_window() {
     local -a options=()
     say "Ardour's window, $2"
     make "$name" 48000 "$1" 2 "$audio/window.wav" "music=$settings/equaliser.txt" || return 0
-    "$root/ardour/open_window.py" "$sessions/$name"
+    "$root/ardour/edit_session.py" "$sessions/$name" window
     shown "$name" 644 edit || return 0
 
     mapfile -t options < <(shown_values equaliser)

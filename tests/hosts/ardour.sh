@@ -27,19 +27,12 @@ export_to() {
     return 1
 }
 
-# same WORDS NAME SESSION RATE [EXPECTED...] [-- OPTIONS...]: exports and compares; without an
-# expected file the result must only be sound.
+# same WORDS NAME SESSION RATE EXPECTED... [OPTIONS...]: exports and compares.
 same() {
     local words=$1 name=$2 rate=$4
-    local -a expected=()
     export_to "$name" "$3" "$rate" || return 0
-    shift 4
-    while [ $# -gt 0 ] && [ "$1" != -- ]; do
-        expected+=("$1")
-        shift
-    done
     passes "$words" -- compare_audio --skip "$(silence "$rate")" --result "$results/$name.wav" \
-        --expected "${expected[@]}" "${@:2}"
+        --expected "${@:5}"
 }
 
 music=/usr/share/sonic-pi/samples/guit_em9.flac
@@ -85,8 +78,7 @@ uses_in() {
     name=$format-moving
     if make "$name" 48000 "$format" 2 "$mixed" "music=$settings/moving.txt" &&
         check "$name" "$name" as-saved "music=$settings/moving.txt"; then
-        same "automated" "$name" "$name" 48000 "$audio/moving.wav" -- \
-            --changes "${changes[@]}"
+        same "automated" "$name" "$name" 48000 "$audio/moving.wav" --changes "${changes[@]}"
     fi
 
     say "Ardour, $2: bypassed by the host, at 192 kHz, on a mono track"
@@ -123,7 +115,7 @@ eight_in() {
     # The sum is of the order of 7, where a float's step is 5e-7.
     make "$name" 48000 "$1" 2 "$mixed" "${tracks[@]}" &&
         check "$name" "$name" as-saved "${tracks[@]}" &&
-        same "all together" "$name" "$name" 48000 "${parts[@]}" -- --tolerance 2e-6
+        same "all together" "$name" "$name" 48000 "${parts[@]}" --tolerance 2e-6
 }
 
 # spoilt_in FORMAT WORDS: what the session keeps of the plug-in's state is no good; the host then falls
@@ -137,7 +129,7 @@ spoilt_in() {
         cp -r "$sessions/$whole" "$sessions/$name"
         mv "$sessions/$name/$whole.ardour" "$sessions/$name/$name.ardour"
         mv "$sessions/$name/interchange/$whole" "$sessions/$name/interchange/$name"
-        "$root/ardour/damage_state.py" "$sessions/$name" $how || fail "$name: nothing was spoilt"
+        "$root/ardour/edit_session.py" "$sessions/$name" $how || fail "$name: nothing was spoilt"
         check "$name" "$name" as-saved "music=$settings/driven.txt" &&
             same "$how" "$name" "$name" 48000 "$audio/driven.wav"
     done

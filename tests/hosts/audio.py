@@ -1,23 +1,22 @@
-"""The shape of WAV and FLAC files, and the samples of WAV files, as hosts write them."""
+#!/usr/bin/python3
+"""The shape of WAV and FLAC files, and the samples of WAV files, as hosts write them.
+Usage, to print a file's rate: audio.py FILE"""
 import struct
+import sys
+from pathlib import Path
 
 import numpy
 
 
-def chunks_of(data):
-    """The chunks of a RIFF file as a dictionary."""
-    assert data[:4] == b"RIFF" and data[8:12] == b"WAVE", "not a WAV file"
+def samples_of(path):
+    """(rate, array of frames by channels): integers are scaled to -1 .. 1, floats stay as they are."""
+    data = path.read_bytes()
+    assert data[:4] == b"RIFF" and data[8:12] == b"WAVE", f"{path} is not a WAV file"
     chunks, position = {}, 12
     while position + 8 <= len(data):
         size, = struct.unpack_from("<I", data, position + 4)
         chunks[data[position:position + 4]] = data[position + 8:position + 8 + size]
         position += 8 + size + size % 2
-    return chunks
-
-
-def samples_of(path):
-    """(rate, array of frames by channels): integers are scaled to -1 .. 1, floats stay as they are."""
-    chunks = chunks_of(path.read_bytes())
     tag, channels, rate, _, _, bits = struct.unpack_from("<HHIIHH", chunks[b"fmt "])
     if tag == 0xFFFE:  # extensible: the tag proper opens the format's identifier
         tag, = struct.unpack_from("<H", chunks[b"fmt "], 24)
@@ -39,3 +38,7 @@ def shape_of(path):
     # one, 5 of bits less one, 36 of frames.
     packed = int.from_bytes(data[18:26], "big")
     return (packed >> 41 & 7) + 1, packed >> 44, packed & (1 << 36) - 1
+
+
+if __name__ == "__main__":
+    print(shape_of(Path(sys.argv[1]))[1])

@@ -5,9 +5,9 @@ Usage: artwork_test.py RESOURCES_FOLDER [unittest arguments]. Positions and expe
 written out here on purpose and share nothing with the program that draws.
 """
 import itertools
-import os
 import sys
 import unittest
+from pathlib import Path
 
 import numpy as np
 from PIL import Image
@@ -34,12 +34,9 @@ DIAL_RECTS = [(44, 0, 67, 22), (70, 7, 103, 31), (85, 32, 113, 48), (88, 48, 111
               (1, 32, 34, 49), (10, 14, 43, 32)]
 # overlay: (strip, view's corner on the strip, label rectangles, knob's centre in the view, radius free of scale marks)
 OVERLAYS = {
-    10013: (10000, (2, 36), # click areas: left, top, right, bottom
-COAX_RECTS, (60.5, 47.5), 36.5),
-    10014: (10000, (2, 138), # click areas: left, top, right, bottom
-COAX_RECTS, (60.5, 47.5), 36.5),
-    10015: (10000, (2, 240), # click areas: left, top, right, bottom
-COAX_RECTS, (60.5, 47.5), 36.5),
+    10013: (10000, (2, 36), COAX_RECTS, (60.5, 47.5), 36.5),
+    10014: (10000, (2, 138), COAX_RECTS, (60.5, 47.5), 36.5),
+    10015: (10000, (2, 240), COAX_RECTS, (60.5, 47.5), 36.5),
     10021: (10009, (7, 128), DIAL_RECTS, (56.0, 56.0), 33.2),
 }
 # strip: (frames with a pointer, first direction, degrees a frame, radii between which to look, tolerance,
@@ -57,13 +54,12 @@ LAYOUTS = [(304, (42, 167), (180, 305)), (554, (42, 292), (305, 555)), (804, (42
 
 
 def read_list():
-    with open(os.path.join(RESOURCES, "bitmaps.txt"), encoding="ascii") as lines:
-        rows = [line.split("#")[0].split() for line in lines]
+    rows = [line.split("#")[0].split() for line in Path(RESOURCES, "bitmaps.txt").read_text("ascii").splitlines()]
     return {int(row[0]): (row[1], *map(int, row[2:])) for row in rows if row}
 
 
 def path(number):
-    return os.path.join(RESOURCES, read_list()[number][0])
+    return Path(RESOURCES, read_list()[number][0])
 
 
 def picture(number):
@@ -101,9 +97,9 @@ class Artwork(unittest.TestCase):
     def test_list_and_folder_hold_every_bitmap_in_its_size(self):
         listed = read_list()
         self.assertEqual({number: row[1:] for number, row in listed.items()}, BITMAPS)
-        self.assertEqual({"bitmaps/" + name for name in os.listdir(os.path.join(RESOURCES, "bitmaps"))},
+        self.assertEqual({"bitmaps/" + file.name for file in Path(RESOURCES, "bitmaps").iterdir()},
                          {row[0] for row in listed.values()})
-        self.assertLess(sum(os.path.getsize(path(number)) for number in BITMAPS), TOTAL_LIMIT)
+        self.assertLess(sum(path(number).stat().st_size for number in BITMAPS), TOTAL_LIMIT)
         for number, (width, height, count) in BITMAPS.items():
             with Image.open(path(number)) as image:
                 self.assertEqual((image.format, image.size, height % count), ("PNG", (width, height), 0), number)
@@ -218,7 +214,5 @@ class Artwork(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    if len(sys.argv) < 2:
-        sys.exit(__doc__)
     RESOURCES = sys.argv.pop(1)
     unittest.main()

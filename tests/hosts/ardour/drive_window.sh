@@ -32,24 +32,19 @@ wait_for() {
 window_is() {
     geometry=$(xwininfo -root -tree 2>/dev/null | grep 'ZKR T46 (by ZKR-soundworks)' |
         sed -n 's/.*) *\([0-9]*x[0-9]*\)+[0-9-]*+[0-9-]* *+\([0-9]*\)+\([0-9]*\)$/\1+\2+\3/p')
+    IFS=+ read -r _ left top <<<"$geometry"
     [[ $geometry == "$1"x* ]]
 }
 
 # picture WIDTH FILE
 picture() {
-    local x y
-    IFS=+ read -r _ x y <<<"$geometry"
     xdotool mousemove 1020 760  # off the controls, which light up under the mouse
     sleep 1.5
-    import -window root -crop "$1x$editor_height+$x+$((y + host_row))" +repage "$2"
+    import -window root -crop "$1x$editor_height+$left+$((top + host_row))" +repage "$2"
 }
 
 # at X Y: the place in the editor as one on the display.
-at() {
-    local x y
-    IFS=+ read -r _ x y <<<"$geometry"
-    echo $((x + $1)) $((y + host_row + $2))
-}
+at() { echo $((left + $1)) $((top + host_row + $2)); }
 
 saved() { [ "$document" -nt "$folder/asked" ]; }
 ended() { ! kill -0 "$host" 2>/dev/null; }
