@@ -87,17 +87,17 @@ TEST(AudioFile, SamplesComeBackToTheBitAndEqualWritesAreEqualFiles)
     // Every one a whole number of 16-bit steps.
     const std::vector<float> samples{0.0f,   1.0f / 32768.0f,     -1.0f / 32768.0f,    0.5f,
                                      -0.75f, 32767.0f / 32768.0f, 12345.0f / 32768.0f, -1.0f};
-    std::vector<std::string> first;
+    std::vector<std::string> files;
     for (int round = 0; round < 2; ++round) {
         for (const char* name : {"a.wav", "a.aif", "a.aiff", "a.flac", "A.WAV"})
             for (const SampleFormat format : {SampleFormat::Int16, SampleFormat::Int24}) {
                 writeAudio(folder / name, samples, format, 48000, 2);
                 EXPECT_EQ(readAudio(folder / name), samples) << name;
-                first.push_back(contentOf(folder / name));
+                files.push_back(contentOf(folder / name));
             }
         sleep(round == 0 ? 2 : 0);  // a time of writing would show in whole seconds
     }
-    EXPECT_TRUE(std::equal(first.begin(), first.begin() + 10, first.begin() + 10));
+    EXPECT_TRUE(std::equal(files.begin(), files.begin() + 10, files.begin() + 10));
     const std::vector<float> floats{1e-30f, -3.5f, 0.1f};
     writeAudio(folder / "f.wav", floats, SampleFormat::Float32);
     EXPECT_EQ(readAudio(folder / "f.wav"), floats);

@@ -23,20 +23,12 @@ TEST_F(EditorCommand, ScreenshotsShowThePresetAndTheSettings)
     EXPECT_EQ(sizeOfPng("wide.png"), std::make_pair(894, 505));
     ASSERT_EQ(run("screenshot --info -o info.png"), 0) << err;
     EXPECT_NE(contentOf(folder / "info.png"), contentOf(folder / "plain.png"));
-    expectComplaint("screenshot");
-    expectComplaint("screenshot --preset Nobody -o x.png");
-}
-
-TEST_F(EditorCommand, EditNeedsADisplayAndAFileOnlyTogetherWithAResult)
-{
-    expectComplaint("edit in.wav");
-    expectComplaint("edit -o out.wav");
-    EXPECT_EQ(run("edit", "env -u DISPLAY"), 2);
-    EXPECT_NE(err.find("no display"), std::string::npos) << err;
 }
 
 TEST_F(EditorCommand, EditRendersWithItsSettingsWhenTheWindowIsClosed)
 {
+    EXPECT_EQ(run("edit", "env -u DISPLAY"), 2);
+    EXPECT_NE(err.find("no display"), std::string::npos) << err;
     ASSERT_EQ(run("render --preset Vox in.wav wanted.wav"), 0) << err;
     writeContent(folder / "edit.sh",
                  "cd '" + (folder / "") + "'\n"

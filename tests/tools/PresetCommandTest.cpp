@@ -16,7 +16,6 @@ TEST_F(PresetCommand, ABankGoesThroughJsonUnchanged)
     ASSERT_EQ(run("bank import a.json -o b.zkb"), 0) << err;
     EXPECT_EQ(contentOf(folder / "a.zkb").size(), kBankImageSize);
     EXPECT_TRUE(contentOf(folder / "a.zkb") == contentOf(folder / "b.zkb"));
-    EXPECT_EQ(run("bank diff a.zkb b.zkb"), 0);
     EXPECT_EQ(run("bank diff a.json"), 0) << "the factory bank is the other one";
     EXPECT_EQ(run("check a.zkb a.json b.zkb"), 0);
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 3) << out;
@@ -62,19 +61,22 @@ TEST_F(PresetCommand, CheckTellsTheFaultAndTheExitCode)
     std::string bytes = contentOf(folder / "a.zkr");
     bytes[1129 + 3] = 0x41;  // LGainL, id 28, stands at 41 + 168 + 28 * 32 + 24
     writeContent(folder / "bad.zkr", bytes);
-    EXPECT_EQ(run("check a.zkr bad.zkr"), 1);
-    EXPECT_NE(out.find("bad.zkr: preset, 2065 bytes: the plug-in undoes the load"),
-              std::string::npos)
-        << out;
-    EXPECT_NE(out.find("  fault at byte 1129 (0x469): the value of LGainL is "), std::string::npos);
-    EXPECT_EQ(run("check bad.zkr missing.zkr"), 2) << "the worst of all counts";
-    EXPECT_NE(out.find("bad.zkr"), std::string::npos);
     writeContent(folder / "bad.json", "{\"format\": 1");
-    EXPECT_EQ(run("check bad.json"), 1);
-    EXPECT_NE(out.find("bad.json:1:13: "), std::string::npos) << out;
-    EXPECT_EQ(run("check bad.json --plugin missing.so bad.zkr"), 2);
-    EXPECT_NE(out.find("the value of parameter 28 is "), std::string::npos)
-        << "an image can be checked without the plug-in";
+    const struct {
+        const char* files;
+        int code;  // the worst of all counts
+        const char* words;
+    } rows[]{
+        {"a.zkr bad.zkr", 1, "bad.zkr: preset, 2065 bytes: the plug-in undoes the load"},
+        {"bad.zkr missing.zkr", 2, "  fault at byte 1129 (0x469): the value of LGainL is "},
+        {"bad.json", 1, "bad.json:1:13: "},
+        // An image can be checked without the plug-in.
+        {"bad.json --plugin missing.so bad.zkr", 2, "the value of parameter 28 is "},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(run(std::string("check ") + row.files), row.code) << row.files;
+        EXPECT_NE(out.find(row.words), std::string::npos) << out;
+    }
     expectComplaint("preset show --preset-file bad.zkr");
     EXPECT_NE(err.find("at byte 1129 (0x469)"), std::string::npos) << err;
     expectComplaint("bank show a.zkr");

@@ -3,6 +3,7 @@
 #include "Render.h"
 #include "AudioContent.h"
 #include "FakePlugin.h"
+#include "Noise.h"
 #include "TemporaryFolder.h"
 #include "ToolError.h"
 
@@ -17,15 +18,6 @@ using namespace tool;
 
 constexpr int kDelay = 96;
 constexpr int kRate = 48000;
-
-// Counts up in steps that a float holds exactly.
-std::vector<float> ramp(std::size_t samples)
-{
-    std::vector<float> values(samples);
-    for (std::size_t i = 0; i < samples; ++i)
-        values[i] = static_cast<float>(i + 1) / 65536.0f;
-    return values;
-}
 
 class Rendering : public ::testing::Test {
 protected:
@@ -59,7 +51,7 @@ TEST_F(Rendering, GivesEverySampleBackAtItsPlace)
         double preRoll;  // seconds
     } rows[]{
         {1, false, 0.0}, {64, false, 0.0}, {512, false, 0.5}, {4096, false, 0.0}, {512, true, 0.0}};
-    const std::vector<float> input = ramp(1000);
+    const std::vector<float> input = noise(1000, 1);
     std::vector<float> late(kDelay);
     late.insert(late.end(), input.begin(), input.end());
     writeInput(input, 1);
@@ -110,7 +102,7 @@ TEST_F(Rendering, ChangesParametersOnTheirExactSample)
 
 TEST_F(Rendering, RendersOntoItsOwnInputAndKeepsItWhenItFails)
 {
-    const std::vector<float> input = ramp(300);
+    const std::vector<float> input = noise(300, 1);
     writeInput(input, 1);
     job.output = job.input;
     EXPECT_EQ(rendered(), input);
