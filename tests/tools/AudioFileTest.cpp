@@ -85,12 +85,13 @@ TEST(AudioFile, SamplesComeBackToTheBitAndEqualWritesAreEqualFiles)
 {
     TemporaryFolder folder;
     // Every one a whole number of 16-bit steps.
-    const std::vector<float> samples{0.0f,   1.0f / 32768.0f,     -1.0f / 32768.0f,    0.5f,
-                                     -0.75f, 32767.0f / 32768.0f, 12345.0f / 32768.0f, -1.0f};
+    std::vector<float> samples{0.0f,   1.0f / 32768.0f,     -1.0f / 32768.0f,    0.5f,
+                               -0.75f, 32767.0f / 32768.0f, 12345.0f / 32768.0f, -1.0f};
     std::vector<std::string> files;
     for (int round = 0; round < 2; ++round) {
         for (const char* name : {"a.wav", "a.aif", "a.aiff", "a.flac", "A.WAV"})
             for (const SampleFormat format : {SampleFormat::Int16, SampleFormat::Int24}) {
+                samples[7] = format == SampleFormat::Int24 ? 1.0f / 8388608.0f : -1.0f;
                 writeAudio(folder / name, samples, format, 48000, 2);
                 EXPECT_EQ(readAudio(folder / name), samples) << name;
                 files.push_back(contentOf(folder / name));

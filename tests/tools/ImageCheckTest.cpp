@@ -74,6 +74,7 @@ const Row kRows[]{
     {kPreset, {{kMostOfFile + 2, kCut}, {21, kMostOfFile - 41 + 1}}, kNoEffect, true, 21, "first 16 MiB"},
     {kBank, {{13, 0x80000000}}, kNoEffect, true, 13, "record count is negative"},
     {kPreset, {{13, 0x80000000}}, kPartly, true, 13, "resets"},
+    {kPreset, {{13, 58}}, kPartly, false, 2033, "32 bytes follow the last record"},
     {kPreset, {{13, 60}}, kUndone, true, 2065, "record 60 of 60 should begin here"},
     // The last record begins at 41 + 168 + 57 * 32 = 2033, with 8 and with 18 bytes left.
     {kPreset, {{21, 2000}}, kUndone, true, 2033, "record 59 of 59 is cut off in its head of 12 bytes: 8 bytes"},
