@@ -2,8 +2,6 @@
 // turns what has more than two positions.
 #include "EditorStage.h"
 
-#include "CZKROnOffButton.h"
-
 using namespace VSTGUI;
 
 namespace {
@@ -23,20 +21,6 @@ TEST_F(Editor, HalfIsOnToTheEyeAndToTheClickAndAPressNeedsNoRelease)
     }
 }
 
-TEST(OnOffButton, ALatchingWheelTurnsOnOneWayAndOffTheOther)
-{
-    const auto button = VSTGUI::owned(new CZKROnOffButton(CRect(0, 0, 9, 9), nullptr, 0, nullptr));
-    button->setWheelLatching(true);
-    for (const float on : {-1.f, 1.f}) {
-        SCOPED_TRACE(on);
-        button->setWheelInverted(on > 0);
-        for (const auto& [turn, value] : {std::pair(-on, 0.f), {on, 1.f}, {on, 1.f}, {-on, 0.f}}) {
-            button->onWheel(CPoint(), turn, CButtonState());
-            EXPECT_EQ(button->getValue(), value);
-        }
-    }
-}
-
 TEST_F(Editor, TheChannelSwitchStepsByPressAndWheelAndOnlyWithPower)
 {
     const CRect rect = control(kChannel).rect;
@@ -46,41 +30,31 @@ TEST_F(Editor, TheChannelSwitchStepsByPressAndWheelAndOnlyWithPower)
         EXPECT_EQ(value(kChannel), step / 4.0);
         EXPECT_EQ(heard(), gesture(kChannel, {kChannel}));
     }
-    struct Notch {
+    constexpr struct {
+        double before;
         float distance;
         double value;
+    } kNotches[] = {
+        {0, -0.1f, 0}, {0, -0.2f, 0.25}, {0.25, -3, 0.5}, {0.5, 0.1f, 0.5}, {0.5, 1, 0.25},
+        {0, 1, 0},     {0.75, -1, 1},    {1, -1, 1},      {0.6, -1, 0.75},  // between positions:
+                                                                            // (0.6 + 0.25) * 4 +
+                                                                            // 0.5 = 3.9
     };
-    for (const Notch& notch : {Notch{-0.1f, 0},
-                               {-0.2f, 0.25},
-                               {-3, 0.5},
-                               {0.1f, 0.5},
-                               {1, 0.25},
-                               {1, 0},
-                               {1, 0},
-                               {-1, 0.25},
-                               {-1, 0.5},
-                               {-1, 0.75},
-                               {-1, 1},
-                               {-1, 1}}) {
+    for (const auto& notch : kNotches) {
+        SCOPED_TRACE(testing::Message() << notch.distance << " from " << notch.before);
+        set(kChannel, notch.before);
         window->screen.paint();
-        const double before = value(kChannel);
         heard();
         EXPECT_TRUE(window->screen.wheel(position(9), notch.distance));
         EXPECT_EQ(value(kChannel), notch.value);
-        EXPECT_EQ(heard(), before == notch.value ? Calls{} : Calls{"perform 3"}) << "no gesture";
+        EXPECT_EQ(heard(), notch.before == notch.value ? Calls{} : Calls{"perform 3"});
     }
-    set(kChannel, 0.6);  // between positions: (0.6 + 0.25) * 4 + 0.5 = 3.9
-    window->screen.wheel(position(9), -1);
-    EXPECT_EQ(value(kChannel), 0.75);
-    heard();
     window->screen.mouseDown(position(9));
     set(kPower, 0);
     window->screen.mouseMove(position(60), kLButton);
     window->screen.mouseUp(position(60));
     EXPECT_EQ(heard(), gesture(kChannel, {kChannel})) << "power lost in a drag";
-    EXPECT_EQ(window->screen.mouseDown(position(60)), kMouseEventHandled);
-    window->screen.mouseMove(position(9), kLButton);
-    window->screen.mouseUp(position(9));
+    window->drag(position(60), {0, -51});
     EXPECT_TRUE(window->screen.wheel(position(9), -1));
     EXPECT_EQ(heard(), Calls{});
     expectShown();
@@ -129,50 +103,42 @@ TEST_F(Editor, TheRockerShowsItsSideAndComesToRestSilently)
 {
     const CRect rect = control(kRockerTag).rect;
     const CPoint left(rect.left + 15, 495), right(rect.left + 16, 495), away(200, 300);
-    const auto expectRocker = [&](int frame, int preset) {
-        SCOPED_TRACE(testing::Message() << "frame " << frame << ", preset " << preset);
-        EXPECT_EQ(controller.getCurrentPreset(), preset);
-        expectShown(showing(kRockerTag, frame));
-    };
     for (int preset = 1; preset < kPresetCount; ++preset)
         controller.preset(preset) = controller.preset(0);
     controller.setCurrentPreset(5);
     openWindow();
-    window->screen.mouseMove(left);
-    expectRocker(1, 5);
-    window->screen.mouseMove(right);
-    expectRocker(2, 5);
-    EXPECT_EQ(window->screen.mouseDown(right, kRButton), kMouseEventNotHandled);
-    window->screen.mouseUp(right, kRButton);
-    window->screen.mouseDown(right);
-    expectRocker(4, 6);
-    window->screen.mouseMove(left, kLButton);
-    expectRocker(4, 6);
-    window->screen.mouseUp(left);
-    expectRocker(2, 6);  // no move without a button since
-    window->screen.mouseMove(left);
-    window->click(left);
-    window->click(left);
-    expectRocker(1, 4);
-    window->screen.mouseMove(away);
-    expectRocker(0, 4);
-
-    window->screen.wheel(left, 0.1f);
-    expectRocker(1, 4);
-    window->screen.wheel(left, 1);
-    expectRocker(3, 3);
-    clock.advance(150);
-    window->screen.wheel(left, -1);
-    clock.advance(150);
-    expectRocker(4, 4);
-    clock.advance(100);
-    expectRocker(1, 4);
-    // A press soon after the wheel is not undone when that comes to rest.
-    window->screen.wheel(left, 1);
-    clock.advance(100);
-    window->screen.mouseDown(right);
-    clock.advance(150);
-    expectRocker(4, 4);
+    VSTGUI::OffscreenHost& screen = window->screen;
+    const struct {
+        const char* what;
+        std::function<void()> action;
+        int frame, preset;  // then; preset 5 before
+    } steps[] = {
+        {"over the left", [&] { screen.mouseMove(left); }, 1, 5},
+        {"over the right", [&] { screen.mouseMove(right); }, 2, 5},
+        {"right button", [&] { window->click(right, kRButton); }, 2, 5},
+        {"press", [&] { screen.mouseDown(right); }, 4, 6},
+        {"drag", [&] { screen.mouseMove(left, kLButton); }, 4, 6},
+        {"release", [&] { screen.mouseUp(left); }, 2, 6},  // no move without a button since
+        {"back over the left", [&] { screen.mouseMove(left); }, 1, 6},
+        {"click", [&] { window->click(left); }, 1, 5},
+        {"leave", [&] { screen.mouseMove(away); }, 0, 5},
+        {"less than a notch", [&] { screen.wheel(left, 0.1f); }, 1, 5},
+        {"up", [&] { screen.wheel(left, 1); }, 3, 4},
+        {"soon after", [&] { clock.advance(150); }, 3, 4},
+        {"down", [&] { screen.wheel(left, -1); }, 4, 5},
+        {"soon after that", [&] { clock.advance(150); }, 4, 5},
+        {"at rest", [&] { clock.advance(100); }, 1, 5},
+        {"up again", [&] { screen.wheel(left, 1); }, 3, 4},
+        {"a little later", [&] { clock.advance(100); }, 3, 4},
+        {"press before it rests", [&] { screen.mouseDown(right); }, 4, 5},
+        {"the press stays", [&] { clock.advance(150); }, 4, 5},
+    };
+    for (const auto& step : steps) {
+        SCOPED_TRACE(step.what);
+        step.action();
+        EXPECT_EQ(controller.getCurrentPreset(), step.preset);
+        expectShown(showing(kRockerTag, step.frame));
+    }
 }
 
 }  // namespace

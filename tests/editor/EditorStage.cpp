@@ -257,7 +257,9 @@ void Editor::draw(CDrawContext& context, const Placed& placed, const Look& look)
         context.setFont(font);
         context.setFontColor(CColor(0x24, 0x24, 0x20));
         const std::string selected = controller.name(controller.getCurrentPreset());
+        context.setClipRect(placed.rect);
         context.drawString((look.name.empty() ? selected : look.name).c_str(), placed.rect);
+        context.resetClipRect();
     } else if (placed.use == "hint") {
         context.setFont(kNormalFontSmall);
         context.setFontColor(CColor(223, 222, 223));
