@@ -21,23 +21,6 @@ std::string libraryPath()
     return named ? named : ZKR_VST3_LIBRARY;
 }
 
-// Files of hosts hold states behind other bytes.
-template <typename Call>
-Bytes stateOf(Call write)
-{
-    constexpr int32 kBefore = 5;
-    char before[kBefore] = {};
-    MemoryStream stream;
-    stream.write(before, kBefore, nullptr);
-    EXPECT_EQ(write(&stream), kResultOk);
-    return Bytes(stream.getData() + kBefore, stream.getData() + stream.getSize());
-}
-
-MemoryStream streamOf(const Bytes& bytes)
-{
-    return MemoryStream(const_cast<char*>(bytes.data()), static_cast<TSize>(bytes.size()));
-}
-
 }  // namespace
 
 Module::Module() : library(libraryPath())
@@ -105,11 +88,6 @@ void Instance::connectByProxies()
     proxiesOpen = true;
 }
 
-bool Instance::arrange(SpeakerArrangement in, SpeakerArrangement out)
-{
-    return processor->setBusArrangements(&in, 1, &out, 1) == kResultTrue;
-}
-
 void Instance::activate(double rate, int32 maxBlock, int32 processMode)
 {
     mode = processMode;
@@ -137,34 +115,6 @@ void Instance::start(double rate, int32 maxBlock, int32 processMode)
     activate(rate, maxBlock, processMode);
 }
 
-Bytes Instance::componentState()
-{
-    return stateOf([&](IBStream* stream) { return component->getState(stream); });
-}
-
-Bytes Instance::controllerState()
-{
-    return stateOf([&](IBStream* stream) { return controller->getState(stream); });
-}
-
-tresult Instance::loadComponentState(const Bytes& state)
-{
-    MemoryStream stream = streamOf(state);
-    return component->setState(&stream);
-}
-
-tresult Instance::tellComponentState(const Bytes& state)
-{
-    MemoryStream stream = streamOf(state);
-    return controller->setComponentState(&stream);
-}
-
-tresult Instance::loadControllerState(const Bytes& state)
-{
-    MemoryStream stream = streamOf(state);
-    return controller->setState(&stream);
-}
-
 void Instance::automate(ParamID id, ParamValue value)
 {
     wait(id, value);
@@ -175,18 +125,6 @@ void Instance::wait(ParamID id, ParamValue value)
 {
     int32 index = 0;
     waiting.addParameterData(id, index)->addPoint(0, value, index);
-}
-
-void Instance::announceWithoutPoints(ParamID id)
-{
-    int32 index = 0;
-    static_cast<ParameterValueQueue*>(waiting.addParameterData(id, index))->clear();
-}
-
-tresult Instance::flush()
-{
-    ProcessData data;
-    return process(data);
 }
 
 tresult Instance::process(ProcessData& data)

@@ -121,24 +121,28 @@ public:
     // By way of two proxies that let messages pass only when both are in place, as hosts have them
     // whose processor and controller live apart.
     void connectByProxies();
-    bool arrange(SpeakerArrangement in, SpeakerArrangement out);
     void activate(double rate = 48000.0, int32 maxBlock = 512, int32 mode = kRealtime);
     void deactivate();
     // All that a host does before the first block of a fresh plug-in.
     void start(double rate = 48000.0, int32 maxBlock = 512, int32 mode = kRealtime);
 
-    Bytes componentState();
-    Bytes controllerState();
-    tresult loadComponentState(const Bytes& state);
-    tresult tellComponentState(const Bytes& state);
-    tresult loadControllerState(const Bytes& state);
+    Bytes componentState() { return stateOf(component); }
+    Bytes controllerState() { return stateOf(controller); }
+    tresult loadComponentState(const Bytes& state) { return component->setState(State(state)); }
+    tresult tellComponentState(const Bytes& state)
+    {
+        return controller->setComponentState(State(state));
+    }
+    tresult loadControllerState(const Bytes& state) { return controller->setState(State(state)); }
 
     // For the next block; the controller hears of it too.
     void automate(ParamID id, ParamValue value);
-    // A queue that holds nothing, in the next block.
-    void announceWithoutPoints(ParamID id);
     // Hands on parameters alone.
-    tresult flush();
+    tresult flush()
+    {
+        ProcessData data;
+        return process(data);
+    }
     // One block with the changes that wait. Reported values go to the controller.
     tresult process(ProcessData& data);
     // Streams the channels through in blocks of the given lengths, again and again.
@@ -152,6 +156,24 @@ public:
     IPtr<IEditController> controller;
 
 private:
+    // For one call.
+    struct State : MemoryStream {
+        explicit State(const Bytes& bytes)
+            : MemoryStream(const_cast<char*>(bytes.data()), static_cast<TSize>(bytes.size()))
+        {
+        }
+        operator IBStream*() { return this; }
+    };
+    // Files of hosts hold states behind other bytes.
+    template <class Part>
+    static Bytes stateOf(const Part& part)
+    {
+        char before[5] = {};
+        MemoryStream stream;
+        stream.write(before, sizeof before, nullptr);
+        EXPECT_EQ(part->getState(&stream), kResultOk);
+        return Bytes(stream.getData() + sizeof before, stream.getData() + stream.getSize());
+    }
     void wait(ParamID id, ParamValue value);
 
     struct Proxy : IConnectionPoint {

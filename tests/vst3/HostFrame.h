@@ -10,11 +10,14 @@
 
 namespace vst3 {
 
-// The system's part, in HostLoopLinux.cpp and HostLoopWindows.cpp.
-FIDString windowType();
-FUnknown* eventLoop();        // what a frame offers beside itself; null on Windows
-std::size_t registrations();  // timers and descriptors that views have left with the loop
-void turnLoop();
+// The system's event loop for views.
+struct EventLoop {
+    FIDString windowType;
+    FUnknown* offered;                           // that a frame offers too; null on Windows
+    std::function<std::size_t()> registrations;  // timers and descriptors left by views
+    void (*turn)();
+};
+extern const EventLoop eventLoop;
 
 class HostFrame : public IPlugFrame {
 public:
@@ -31,7 +34,7 @@ public:
     tresult attach()
     {
         view->setFrame(this);
-        const tresult result = view->attached(window->handle(), windowType());
+        const tresult result = view->attached(window->handle(), eventLoop.windowType);
         attached = attached || result == kResultTrue;
         return result;
     }
@@ -51,7 +54,7 @@ public:
     // Turns the loop until it holds; false after half a minute.
     static bool soon(const std::function<bool()>& condition)
     {
-        return turnUntil(condition, turnLoop);
+        return turnUntil(condition, eventLoop.turn);
     }
     Place at(Place inside) const { return {corner.x + inside.x, corner.y + inside.y}; }
     VSTGUI::Pixels picture() const { return screenshot(corner, size.getWidth(), size.getHeight()); }
@@ -69,7 +72,7 @@ public:
         QUERY_INTERFACE(_iid, obj, FUnknown::iid, IPlugFrame)
         QUERY_INTERFACE(_iid, obj, IPlugFrame::iid, IPlugFrame)
         *obj = nullptr;
-        FUnknown* const loop = offersLoop ? eventLoop() : nullptr;
+        FUnknown* const loop = offersLoop ? eventLoop.offered : nullptr;
         return loop ? loop->queryInterface(_iid, obj) : kNoInterface;
     }
     uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }

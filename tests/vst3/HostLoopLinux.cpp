@@ -90,24 +90,7 @@ Loop loop;
 
 }  // namespace
 
-FIDString windowType()
-{
-    return kPlatformTypeX11EmbedWindowID;
-}
-
-FUnknown* eventLoop()
-{
-    return &loop;
-}
-
-std::size_t registrations()
-{
-    return loop.registered.size();
-}
-
-void turnLoop()
-{
-    loop.turn();
-}
+const EventLoop eventLoop{kPlatformTypeX11EmbedWindowID, &loop,
+                          [] { return loop.registered.size(); }, [] { loop.turn(); }};
 
 }  // namespace vst3

@@ -3,24 +3,7 @@
 
 namespace vst3 {
 
-FIDString windowType()
-{
-    return kPlatformTypeHWND;
-}
-
-FUnknown* eventLoop()
-{
-    return nullptr;
-}
-
-std::size_t registrations()
-{
-    return 0;
-}
-
-void turnLoop()
-{
-    turnMessageLoop();
-}
+const EventLoop eventLoop{kPlatformTypeHWND, nullptr, [] { return std::size_t(0); },
+                          turnMessageLoop};
 
 }  // namespace vst3

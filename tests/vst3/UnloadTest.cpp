@@ -39,7 +39,7 @@ void runVst3(bool withEditor)
     HostFrame frame(owned(instance.controller->createView(ViewType::kEditor)), {20, 10});
     EXPECT_EQ(frame.attach(), kResultTrue);
     for (int turn = 0; turn < 10; ++turn)
-        turnLoop();
+        eventLoop.turn();
 }
 
 // Loads, uses and unloads a library many times by `run`, which is told the number of the turn. At

