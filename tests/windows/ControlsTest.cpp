@@ -4,85 +4,59 @@
 
 namespace {
 
-struct Controls : EditorOnScreen {
-    // All strips in a window of 894 pixels.
-    Controls()
-    {
-        host->automate(kQB11, 1);
-        host->automate(k2x, 1);
-        EXPECT_TRUE(Host::soon([this] { return host->width == 894; }));
-        Host::idleFor(60);
-        host->heard();
-        host->resizes = 0;
-    }
-};
-
-TEST_F(Controls, ButtonsAndTheSwitchEditTheirParameterInOneGesture)
+TEST_F(EditorOnScreen, ControlsTakeClicksDragsAndTheWheel)
 {
-    constexpr struct {
-        unsigned id;
-        double x, y;  // x of a negative number counts from the right edge
-        float value;
-        int width, resizes;  // then
-    } kPresses[] = {
-        {kPower, -62, 425, 0, 894, 0},   {kMS, 200, 470, 1, 894, 0},  // the channels' names
-        {kPower, -62, 425, 1, 894, 0},   {kBpsCh1, -62, 290, 1, 894, 0},
-        {kPhaseL, 125, 369, 1, 894, 0},  {kProcR2, 778, 406, 0, 894, 0},
-        {kChannel, -62, 180, 0, 894, 0}, {kChannel, -62, 255, 1, 894, 0},
-        {kLink, -62, 30, 1, 894, 0},     {kQB11, -62, 104, 0, 644, 1},
-        {k2x, -62, 67, 0, 394, 2},       {kQB11, -62, 104, 1, 644, 3},
-        {k2x, -62, 67, 1, 894, 4},
+    host->automate(kQB11, 1);
+    host->automate(k2x, 1);
+    EXPECT_TRUE(Host::soon([this] { return host->width == 894; }));
+    Host::idleFor(60);
+    const Place knob = host->at(742, 294), ring{knob.x + 28, knob.y};
+    const auto clickPanel = [&](double y) {
+        return [this, y](User& user) { user.click(host->at(host->width - 62, y)); };
     };
-    for (const auto& press : kPresses) {
-        SCOPED_TRACE(testing::Message() << press.id << " to " << press.value);
-        const Place place = host->at(press.x < 0 ? host->width + press.x : press.x, press.y);
-        Host::user([&](User& user) { user.click(place); });
-        EXPECT_EQ(host->value(press.id), press.value);
-        EXPECT_EQ(host->heard(), gesture(press.id));
-        EXPECT_EQ(host->width, press.width);
-        EXPECT_EQ(host->window->childWidth(), press.width);
-        EXPECT_EQ(host->resizes, press.resizes);
-    }
-}
-
-TEST_F(Controls, AKnobItsRingAndItsLabelsTakeDragsClicksAndTheWheel)
-{
-    const Place knob = host->at(742, 294), ring{knob.x + 28, knob.y}, third{knob.x + 50, knob.y},
-                off{knob.x, knob.y - 41}, highPass = host->at(105, 191);
+    const auto dragWithControl = [&](User& user) {
+        user.moveTo(knob);
+        user.holdingControl([&] { user.drag(knob, 0, -4); });
+    };
     const struct {
         const char* what;
         std::function<void(User&)> action;
-        unsigned id;
+        unsigned tag, id;
         double value, tolerance;
+        int width;
     } steps[] = {
         // 20 pixels of 200; the law is near the identity.
-        {"drag the knob", [&](User& u) { u.drag(knob, 0, -20); }, kLGainR2, 0.6, 0.01},
-        {"drag the ring", [&](User& u) { u.drag(ring, 0, -24); }, kLFreqR2, 24.0 / 96, 1e-6},
-        {"click a label", [&](User& u) { u.click(third); }, kLFreqR2, 3 / 9.0, 1e-6},
-        {"click on off", [&](User& u) { u.click(off); }, kLFreqR2, 0, 0},
-        {"ring's wheel", [&](User& u) { u.wheel(ring, true); }, kLFreqR2, 1 / 9.0, 1e-6},
-        {"knob's wheel", [&](User& u) { u.wheel(knob, false); }, kLGainR2, 0.6 - 1 / 32.0, 0.01},
-        {"double click", [&](User& u) { u.doubleClick(knob); }, kLGainR2, 0.5, 1e-3},
-        {"on the ring", [&](User& u) { u.doubleClick(ring); }, kLFreqR2, 0, 0},
-        // Below off comes the last step.
-        {"the dial's wheel", [&](User& u) { u.wheel(highPass, false); }, kHpfL, 1, 0},
+        {"knob", [&](User& u) { u.drag(knob, 0, -20); }, kLGainR2, kLGainR2, 0.6, 0.01, 894},
+        {"ring", [&](User& u) { u.drag(ring, 0, -24); }, kLGainR2, kLFreqR2, 0.25, 1e-6, 894},
+        {"wheel", [&](User& u) { u.wheel(ring, true); }, kLGainR2, kLFreqR2, 0.361, 1e-3, 894},
+        {"double", [&](User& u) { u.doubleClick(knob); }, kLGainR2, kLGainR2, 0.5, 1e-3, 894},
+        {"button", [&](User& u) { u.click(host->at(125, 369)); }, kPhaseL, kPhaseL, 1, 0, 894},
+        {"switch", clickPanel(180), kChannel, kChannel, 0, 0, 894},
+        {"back", clickPanel(255), kChannel, kChannel, 1, 0, 894},
+        {"preamps", clickPanel(104), kQB11, kQB11, 0, 0, 644},
+        {"preamps again", clickPanel(104), kQB11, kQB11, 1, 0, 894},
     };
     for (const auto& step : steps) {
         SCOPED_TRACE(step.what);
+        host->heard();
+        host->resizes = 0;
+        const int before = host->width;
         Host::user(step.action);
         EXPECT_NEAR(host->value(step.id), step.value, step.tolerance);
+        const std::vector<std::string> heard = host->heard();
+        ASSERT_FALSE(heard.empty());
+        EXPECT_EQ(heard.front(), "begin " + std::to_string(step.tag));
+        EXPECT_EQ(heard.back(), "end " + std::to_string(step.tag));
+        EXPECT_EQ(host->width, step.width);
+        EXPECT_EQ(host->window->childWidth(), step.width);
+        EXPECT_EQ(host->resizes, step.width != before);
     }
     // Linked channels keep their distance until Control clears it.
     host->automate(kLGainR2, 0.4);
-    host->automate(kLink, 1);
-    Host::idleFor(60);
+    Host::user(clickPanel(30));
     Host::user([&](User& user) { user.drag(knob, 0, -20); });
     EXPECT_NEAR(host->value(kLGainL2), 0.6, 0.01);
-    EXPECT_NEAR(host->value(kLGainR2), 0.5, 0.01);
-    Host::user([&](User& user) {
-        user.moveTo(knob);
-        user.holdingControl([&] { user.drag(knob, 0, -4); });
-    });
+    Host::user(dragWithControl);
     EXPECT_EQ(host->value(kLGainL2), host->value(kLGainR2));
 }
 

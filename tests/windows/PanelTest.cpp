@@ -45,13 +45,6 @@ struct Panel : EditorOnScreen {
     {
         Host::user([&](User& user) { user.click(where); });
     }
-    // Types into the name's box; the pauses let a slow system follow.
-    void typeName(User& user, const std::string& name)
-    {
-        clickToOpen(user, field);
-        user.type(name);
-        user.pause(100);
-    }
     // Presses a key that opens a file dialog, and answers that.
     void chooseFile(Place key, const std::string& title, const std::string& answer,
                     hands::Button button = hands::Button::Left)
@@ -74,7 +67,9 @@ struct Panel : EditorOnScreen {
     // Whether a message of the toolkit's own, without dialogs of the system, shows this line.
     bool messageShows(const std::string& line) const
     {
-        return findText(host->picture(), line, kInk, kPaper).has_value();
+        return findText(host->picture(), line, VSTGUI::CColor(20, 20, 20),
+                        VSTGUI::CColor(250, 250, 250))
+            .has_value();
     }
     void closeMessage(User& user, const std::vector<std::string>& lines)
     {
@@ -83,9 +78,6 @@ struct Panel : EditorOnScreen {
         user.click(host->at(197, 262 + 10 * static_cast<double>(lines.size())));
         EXPECT_TRUE(user.waitFor([&] { return !messageShows(lines[0]); })) << lines[0];
     }
-
-    // Of texts in menus and messages.
-    const VSTGUI::CColor kInk{20, 20, 20}, kPaper{250, 250, 250}, kHighlight{51, 120, 215};
 
     const TemporaryFolder folder;
     const std::string path = std::getenv("PATH") ? std::getenv("PATH") : "";
@@ -96,54 +88,41 @@ struct Panel : EditorOnScreen {
                 manual = host->at(384, 496);
 };
 
-TEST_F(Panel, TheMenuShowsThePresetsAndOneIsChosenByKeysAnotherByTheMouse)
+TEST_F(Panel, APresetIsChosenInTheMenuByKeysAndByTheMouse)
 {
     const int firstDown = kOnWindows ? 1 : 0;  // Windows highlights nothing at first
-    VSTGUI::Pixels shown;
-    Host::user([&](User& user) {
-        clickToOpen(user, menu);
-        shown = screenshot(host->at(0, 0), 700, 740);
+    const std::string fourth = factoryBank()[3].name;
+    const auto down = [&](User& user) {
         for (int i = 0; i < 3 + firstDown; ++i)
             user.tap(Key::Down);
         user.tap(Key::Return);
-    });
-    const std::string fourth = host->programName();
-    EXPECT_EQ(fourth, factoryBank()[3].name);
-    // The system's own menus are the system's matter.
-    VSTGUI::CPoint above;
-    for (std::size_t i = 0; !kOnWindows && i < 12; ++i) {
-        const std::string name = factoryBank()[i].name;
-        SCOPED_TRACE(name);
-        const auto place = i == 0 ? findText(shown, name, VSTGUI::kWhiteCColor, kHighlight)
-                                  : findText(shown, name, kInk, kPaper);
-        ASSERT_TRUE(place.has_value());
-        EXPECT_TRUE(i == 0 || *place == VSTGUI::CPoint(above.x, above.y + 20));
-        above = *place;
+    };
+    const struct {
+        std::function<void(User&)> choose;
+        std::string name;
+    } rows[] = {
+        {down, fourth},
+        {[](User& user) { user.tap(Key::Escape); }, fourth},
+        // The first entry lies over the key.
+        {[](User& user) {
+             user.click({menu.x + 60, menu.y + 12});
+         },
+         "Default"},
+    };
+    for (const auto& row : rows) {
+        Host::user([&](User& user) {
+            clickToOpen(user, menu);
+            row.choose(user);
+        });
+        EXPECT_EQ(host->programName(), row.name);
     }
-    Host::user([&](User& user) {
-        clickToOpen(user, menu);
-        user.tap(Key::Escape);
-    });
-    EXPECT_EQ(host->programName(), fourth);
-    Host::user([&](User& user) {
-        clickToOpen(user, menu);
-        user.click({menu.x + 60, menu.y + 12});
-    });
-    EXPECT_EQ(host->programName(), "Default") << "the first entry lies over the key";
-    click(next);
-    const std::string second = host->programName();
-    EXPECT_NE(second, "Default");
-    click(next);
-    click(previous);
-    EXPECT_EQ(host->programName(), second);
+    for (const Place& key : {next, next, previous})
+        click(key);
+    EXPECT_EQ(host->programName(), factoryBank()[1].name);
 }
 
 TEST_F(Panel, ANameIsTypedTakenOverAndGivenUp)
 {
-    const VSTGUI::CRect box(139, 488, 255, 504);
-    Host::idleFor(200);
-    const VSTGUI::Pixels before = host->picture();
-    VSTGUI::Pixels shown;
     const struct {
         std::string typed;
         std::function<void(User&)> end;
@@ -159,23 +138,26 @@ TEST_F(Panel, ANameIsTypedTakenOverAndGivenUp)
         Host::user(script);
         return host->window->keysHeard();
     };
+    // Keys are the host's unless a name is typed.
     const auto typeAfterAClick = [&](User& user) {
         user.click(host->at(kKnobX, kKnobY));
         user.pause(100);
         user.tap(Key::Tab);
         user.type("a");
     };
-    // Keys are the host's unless a name is typed.
     host->window->takeKeyboard();
-    EXPECT_EQ(keysHeardIn(typeAfterAClick), 2);
     for (const auto& row : rows) {
         SCOPED_TRACE(row.typed);
         const std::string old = host->programName();
-        EXPECT_EQ(keysHeardIn([&](User& user) { typeName(user, row.typed); }), 0);
+        EXPECT_EQ(keysHeardIn(typeAfterAClick), 2);
         EXPECT_EQ(host->programName(), old);
-        shown = host->picture();
-        EXPECT_EQ(difference(shown, before, {box}).pixels, 0);
-        EXPECT_GT(difference(shown, before).pixels, 20);
+        EXPECT_EQ(keysHeardIn([&](User& user) {
+                      clickToOpen(user, field);
+                      user.type(row.typed);
+                      user.pause(100);
+                  }),
+                  0);
+        EXPECT_EQ(host->programName(), old);
         EXPECT_EQ(keysHeardIn([&](User& user) {
                       row.end(user);
                       user.pause(100);
@@ -184,8 +166,6 @@ TEST_F(Panel, ANameIsTypedTakenOverAndGivenUp)
                   1);
         EXPECT_EQ(host->programName(), row.name);
     }
-    EXPECT_EQ(keysHeardIn(typeAfterAClick), 2);
-    EXPECT_EQ(host->programName(), "Elsewhere") << "keys of the host's have renamed the preset";
 }
 
 TEST_F(Panel, FilesAreSavedAndLoadedThroughTheSystemsDialogs)

@@ -3,9 +3,7 @@
 #include "EditorOnScreen.h"
 #include "Noise.h"
 #include "Stream.h"
-#include "Times.h"
 
-#include <cmath>
 #include <cstdlib>
 #include <mutex>
 #include <random>
@@ -100,13 +98,11 @@ TEST_F(EditorOnScreen, FollowsWhatAnotherThreadSetsAndNobodyHangs)
     for (VstInt32 id = 0; id < 58; ++id)
         EXPECT_EQ(other.parameter(id), host->parameter(id)) << id;
     const std::vector<Signal> heard = soundOf(*host), expected = soundOf(other);
-    float loudest = 0.0f, furthest = 0.0f;
-    for (std::size_t c = 0; c < 2; ++c)
-        for (std::size_t i = 0; i < heard[c].size(); ++i) {
-            loudest = std::max(loudest, std::abs(expected[c][i]));
-            furthest = std::max(furthest, std::abs(heard[c][i] - expected[c][i]));
-        }
-    EXPECT_LE(furthest, 1e-5f * loudest);
+    for (std::size_t c = 0; c < 2; ++c) {
+        const auto [low, high] = std::minmax_element(expected[c].begin(), expected[c].end());
+        for (std::size_t i = 0; i < heard[c].size(); ++i)
+            ASSERT_NEAR(heard[c][i], expected[c][i], 1e-5f * (*high - *low)) << i;
+    }
 }
 
 TEST_F(EditorOnScreen, EndsOnItsOwnWhenAnotherThreadClosesIt)
@@ -131,27 +127,6 @@ TEST_F(EditorOnScreen, EndsOnItsOwnWhenAnotherThreadClosesIt)
     }).join();
     Host::idleFor(300);
     EXPECT_EQ(window->childWidth(), 0);
-}
-
-TEST_F(EditorOnScreen, OtherInstancesEndOnAnotherThreadWhileTheirTimersTick)
-{
-    constexpr int kAtOnce = 20;
-    for (int done = 0; done < std::max(times() / 10, kAtOnce); done += kAtOnce) {
-        std::vector<std::unique_ptr<NativePlugin>> plugins;
-        for (int i = 0; i < kAtOnce; ++i)
-            plugins.push_back(std::make_unique<NativePlugin>(ZKR_PLUGIN));
-        // Ticks come every 50 ms.
-        User::act(
-            [&](User&) {
-                for (auto& plugin : plugins) {
-                    plugin->setParameter(kLGainL, 0.75f);
-                    plugin.reset();
-                    std::this_thread::sleep_for(4ms);
-                }
-            },
-            [] { Host::idleFor(5); });
-    }
-    Host::idleFor(120);
 }
 
 }  // namespace
