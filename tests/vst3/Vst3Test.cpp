@@ -258,20 +258,6 @@ TEST_F(Bundle, TakesWholeStatesAlone)
               std::vector<ParamValue>(std::begin(preset.values), std::end(preset.values)));
 }
 
-TEST_F(Bundle, TakesAProjectWhileItRuns)
-{
-    Instance instance(module), other(module);
-    for (Instance* each : {&instance, &other}) {
-        each->start();
-        each->render(music(), kBlocks);
-    }
-    instance.handler.calls = 0;
-    ASSERT_EQ(instance.loadControllerState(projectState(module)), kResultOk);
-    EXPECT_EQ(instance.handler.calls, 0) << "the host, which loads, is told of changes";
-    automateAll(other, kSettings);
-    EXPECT_EQ(instance.render(music(), kBlocks), other.render(music(), kBlocks));
-}
-
 TEST_F(Bundle, StartsWithThePresetThatTheUserHasStored)
 {
     PresetSlot stored = factoryBank()[0];

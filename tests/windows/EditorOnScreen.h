@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <stdexcept>
 #include <utility>
 
 #ifdef _WIN32
@@ -42,9 +41,7 @@ public:
     {
         ERect* rect = nullptr;
         effect()->dispatcher(effect(), effEditGetRect, 0, 0, &rect, 0.0f);
-        if (!rect)
-            throw std::runtime_error("the editor has no size");
-        return VSTGUI::CPoint(rect->right - rect->left, rect->bottom - rect->top);
+        return rect ? VSTGUI::CPoint(rect->right, rect->bottom) : VSTGUI::CPoint();
     }
     void openEditor()
     {

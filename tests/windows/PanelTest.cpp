@@ -186,8 +186,16 @@ TEST_F(Panel, FilesAreSavedAndLoadedThroughTheSystemsDialogs)
     EXPECT_NEAR(host->value(kLGainL), 0.9, 1e-6);
 }
 
-TEST_F(Panel, TheManualOpensOrAMessageTellsWhyNot)
+TEST_F(Panel, FilesAndTheManualOpenOrAMessageTellsWhyNot)
 {
+    const std::vector<std::string> noHelper{"Files are chosen with the program zenity or kdialog,",
+                                            "and neither of them is installed.",
+                                            "Install one of the two to load and save files."};
+    if (!kOnWindows)
+        Host::user([&](User& user) {
+            user.click(loadBank);
+            closeMessage(user, noHelper);
+        });
     const std::string file = folder / "manual.nobody-reads-this";
     writeContent(file, "manual");
     const struct {
@@ -225,28 +233,6 @@ TEST_F(Panel, TheManualOpensOrAMessageTellsWhyNot)
     }
     click(next);
     EXPECT_NE(host->programName(), "Default") << "the editor works on after the messages";
-}
-
-TEST_F(Panel, WithoutAProgramForFileDialogsAMessageNamesThem)
-{
-    if (kOnWindows)
-        GTEST_SKIP() << "Windows has dialogs of its own";
-    const std::vector<std::string> lines{"Files are chosen with the program zenity or kdialog,",
-                                         "and neither of them is installed.",
-                                         "Install one of the two to load and save files."};
-    for (const Place& key : {loadBank, savePreset})
-        Host::user([&](User& user) {
-            user.click(key);
-            closeMessage(user, lines);
-        });
-    // The message goes with the editor.
-    Host::user([&](User& user) {
-        user.click(loadBank);
-        EXPECT_TRUE(user.waitFor([&] { return messageShows(lines[0]); }));
-    });
-    host->closeEditor();
-    Host::idleFor(60);
-    EXPECT_FALSE(messageShows(lines[0]));
 }
 
 }  // namespace
