@@ -72,9 +72,11 @@ TEST_F(Editor, ANameThatIsTypedIsTheSelectedPresetsNameIn23Bytes)
         EXPECT_EQ(controller.name(preset), kept);
         expectShown();
     }
-    controller.setSelectedName("By the host");
+    // By the host, and wider than the field.
+    controller.setSelectedName("WWWWWWWWWWWWWWWWWWWWWWW");
+    expectShown();
     window->click(at(kNameTag));
-    EXPECT_STREQ(window->screen.textBoxText(), "By the host");
+    EXPECT_STREQ(window->screen.textBoxText(), "WWWWWWWWWWWWWWWWWWWWWWW");
 }
 
 TEST_F(Editor, DefaultKeysWantADoubleClickAndControlClears)
