@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Fuzzes what reads other people's bytes: banks, presets, projects, and the calls of a host.
-# Usage: fuzz.sh [--runs N | --minutes M] [bank|preset|state|dispatcher]...
+# Usage: fuzz.sh [--runs N | --minutes M] [bank|preset|dispatcher]...
 #        fuzz.sh --memcheck M
 #
 # Without arguments: all targets, for a short fixed count that is the same every time. With a count
@@ -13,7 +13,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 usage() {
-    echo "usage: fuzz.sh [--runs N | --minutes M] [bank|preset|state|dispatcher]..." >&2
+    echo "usage: fuzz.sh [--runs N | --minutes M] [bank|preset|dispatcher]..." >&2
     echo "       fuzz.sh --memcheck M" >&2
     exit 2
 }
@@ -33,14 +33,14 @@ while [ $# -gt 0 ]; do
         memcheck=$2
         shift 2
         ;;
-    bank | preset | state | dispatcher)
+    bank | preset | dispatcher)
         targets+=("$1")
         shift
         ;;
     *) usage ;;
     esac
 done
-[ ${#targets[@]} -gt 0 ] || targets=(bank preset state dispatcher)
+[ ${#targets[@]} -gt 0 ] || targets=(bank preset dispatcher)
 scripts/setup.sh test
 
 # build_preset PRESET TARGETS...: quiet unless it fails.
@@ -91,10 +91,9 @@ build_preset fuzz fuzzers
 rm -rf "$out/seeds"
 "$out/tests/fuzz/make_corpus" "$out/seeds"
 
-# short TARGET: the fixed count. A dispatcher's run makes a whole plug-in, a state's loads a project.
+# short TARGET: the fixed count. A dispatcher's run makes a whole plug-in.
 short() {
     case $1 in
-    state) echo 2000 ;;
     dispatcher) echo 1000 ;;
     *) echo 100000 ;;
     esac

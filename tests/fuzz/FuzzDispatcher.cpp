@@ -2,17 +2,52 @@
 // with any numbers, that a host can make without breaking the interface's own promises (a pointer
 // leads to as much room as its operation is owed, or is null; channels are as long as the block).
 // The rooms are as small as they may be, so that the sanitizer sees the first byte beyond.
-#include "Bytes.h"
-#include "Effect.h"
+#include "EntryPoints.h"
+#include "Finding.h"
 #include "Vst2Rooms.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <utility>
+#include <vector>
 
 namespace {
 
+// An input taken for numbers; zeros when it is used up.
+class Bytes {
+public:
+    Bytes(const std::uint8_t* data, std::size_t size) : next(data), left(size) { }
+
+    bool empty() const { return left == 0; }
+
+    std::vector<std::uint8_t> block(std::size_t count)
+    {
+        count = std::min(left, count);
+        const std::uint8_t* const first = next;
+        next += count;
+        left -= count;
+        return {first, next};
+    }
+    template <typename Number>
+    Number take()
+    {
+        std::vector<std::uint8_t> bytes = block(sizeof(Number));
+        bytes.resize(sizeof(Number));
+        Number number{};
+        std::memcpy(&number, bytes.data(), sizeof number);
+        return number;
+    }
+    std::uint8_t byte() { return take<std::uint8_t>(); }
+
+private:
+    const std::uint8_t* next;
+    std::size_t left;
+};
+
 constexpr VstInt32 kParameters = 58;
 constexpr std::size_t kFirstValue = 16 + 8 + 41 + 168 + 24, kPresetSize = 168 + 58 * 32;
+constexpr VstIntPtr kChunkSize = 16 + 48625;
 
 void requireValue(float value)
 {
@@ -21,54 +56,43 @@ void requireValue(float value)
 
 class Host {
 public:
-    explicit Host(Bytes& input) : bytes(input)
+    explicit Host(Bytes& input) : bytes(input), callsBack(bytes.byte() & 1) { current = this; }
+    ~Host()
     {
-        const std::uint8_t whims = bytes.byte();
-        asksBack = (whims & 1) != 0;
-        setsBack = (whims & 2) != 0;
-        current = this;
+        current = nullptr;
+        require(dispatch(effClose) == 1, "the effect did not close");
     }
-    ~Host() { current = nullptr; }
 
     void callSomething()
     {
-        switch (bytes.byte() % 8) {
-        case 3: {
+        const std::uint8_t choice = bytes.byte() % 8;
+        if (choice == 3) {
             const VstInt32 index = someIndex();
-            effect.set(index, bytes.take<float>());
-            break;
-        }
-        case 4:
-            requireValue(effect.get(someIndex()));
-            break;
-        case 5:
-            if (blocks++ < kMostBlocks)
-                process();
-            break;
-        case 6:
+            set(index, bytes.take<float>());
+        } else if (choice == 4)
+            requireValue(get(someIndex()));
+        else if (choice == 5 && blocks++ < kMostBlocks)
+            process();
+        else if (choice == 6)
             restoreChanged();
-            break;
-        case 7:
-            effect.dispatch(effEditIdle);
-            break;
-        default:
+        else if (choice == 7)
+            dispatch(effEditIdle);
+        else
             callOperation();
-            break;
-        }
     }
 
     // Wherever the calls have led, the effect is sound and its state is one that it takes back.
     void requireSound()
     {
-        const AEffect& raw = *effect.raw;
+        const AEffect& raw = *effect;
         require(raw.numParams == kParameters && raw.numPrograms == 1, "other counts");
         require(raw.numInputs == 1 || raw.numInputs == 2, "inputs neither mono nor stereo");
         require(raw.numOutputs == 1 || raw.numOutputs == 2, "outputs neither mono nor stereo");
         require(raw.initialDelay == 0 || raw.initialDelay == 96, "an odd latency");
         for (VstInt32 i = 0; i < kParameters; ++i)
-            requireValue(effect.get(i));
+            requireValue(get(i));
 
-        const std::vector<std::uint8_t> state = effect.save();
+        const std::vector<std::uint8_t> state = save();
         for (std::size_t preset = 0; preset < 24; ++preset)
             for (std::size_t id = 0; id < kParameters; ++id) {
                 float value = 0.0f;
@@ -76,8 +100,8 @@ public:
                             sizeof value);
                 requireValue(value);
             }
-        effect.load(state);
-        require(effect.save() == state, "a saved state is another one when it is loaded");
+        load(state);
+        require(save() == state, "a saved state is another one when it is loaded");
     }
 
 private:
@@ -90,14 +114,36 @@ private:
         return small < 224 ? small % 64 - 2 : bytes.take<VstInt32>();
     }
 
+    VstIntPtr dispatch(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0,
+                       void* ptr = nullptr, float opt = 0.0f) const
+    {
+        return effect->dispatcher(effect, opcode, index, value, ptr, opt);
+    }
+    float get(VstInt32 index) const { return effect->getParameter(effect, index); }
+    void set(VstInt32 index, float value) const { effect->setParameter(effect, index, value); }
+
+    std::vector<std::uint8_t> save() const
+    {
+        void* data = nullptr;
+        require(dispatch(effGetChunk, 0, 0, &data) == kChunkSize && data,
+                "a chunk of another size");
+        const auto* first = static_cast<const std::uint8_t*>(data);
+        return {first, first + kChunkSize};
+    }
+    // Of memory as long as the state.
+    void load(std::vector<std::uint8_t> state) const
+    {
+        dispatch(effSetChunk, 0, static_cast<VstIntPtr>(state.size()), state.data());
+    }
+
     void restoreChanged()
     {
-        std::vector<std::uint8_t> state = effect.save();
+        std::vector<std::uint8_t> state = save();
         for (int changes = bytes.byte() % 4; changes > 0; --changes)
             state[bytes.take<std::uint16_t>() % state.size()] = bytes.byte();
         if (bytes.byte() & 1)
             state.resize(bytes.take<std::uint16_t>() % state.size());
-        effect.load(state);
+        load(state);
     }
 
     // An operation with what it is owed, or with less of it, and whatever numbers.
@@ -107,7 +153,7 @@ private:
         const std::uint8_t how = bytes.byte();
         const VstInt32 index = someIndex();
         const auto call = [&](VstIntPtr value, void* ptr, float opt = 0.0f) {
-            return effect.dispatch(opcode, index, value, how & 2 ? nullptr : ptr, opt);
+            return dispatch(opcode, index, value, how & 2 ? nullptr : ptr, opt);
         };
         switch (opcode) {
         case effClose:     // comes last
@@ -128,12 +174,6 @@ private:
             std::vector<std::uint8_t> state = bytes.block(bytes.byte());
             const auto size = static_cast<VstIntPtr>(state.size());
             call(how & 1 ? -bytes.take<std::uint16_t>() : size, state.data());
-            break;
-        }
-        case effEditGetRect: {
-            ERect* rect = nullptr;
-            if (call(0, &rect))
-                require(rect && rect->right > rect->left && rect->bottom > rect->top, "no rect");
             break;
         }
         case effSetProgramName:
@@ -158,15 +198,6 @@ private:
         case effGetSpeakerArrangement:
             requireArrangements(!(how & 1), !(how & 2));
             break;
-        case effVendorSpecific: {
-            // The question for a class's identifier of 16 bytes among any others.
-            std::vector<char> room(16);
-            const VstInt32 question = how & 4 ? 0x73744341 : 0x73744361;
-            effect.dispatch(opcode, how & 1 ? question : index,
-                            how & 1 ? 0x46554944 : bytes.take<VstIntPtr>(),
-                            how & 2 ? nullptr : room.data(), bytes.take<float>());
-            break;
-        }
         default: {
             std::vector<char> room(roomOf(opcode));
             const auto value = bytes.take<VstIntPtr>();
@@ -179,11 +210,11 @@ private:
     void requireArrangements(bool wantsInput, bool wantsOutput)
     {
         VstSpeakerArrangement *input = nullptr, *output = nullptr;
-        if (effect.dispatch(effGetSpeakerArrangement, 0,
-                            wantsInput ? reinterpret_cast<VstIntPtr>(&input) : 0,
-                            wantsOutput ? &output : nullptr))
-            require(input->numChannels == effect.raw->numInputs
-                        && output->numChannels == effect.raw->numOutputs,
+        if (dispatch(effGetSpeakerArrangement, 0,
+                     wantsInput ? reinterpret_cast<VstIntPtr>(&input) : 0,
+                     wantsOutput ? &output : nullptr))
+            require(input->numChannels == effect->numInputs
+                        && output->numChannels == effect->numOutputs,
                     "arrangements that differ from the counts");
     }
 
@@ -207,11 +238,11 @@ private:
         const auto few = bytes.take<std::uint32_t>();
         // Separate blocks of memory, each exactly as long as the block of samples.
         std::vector<std::vector<float>> samples(
-            static_cast<std::size_t>(effect.raw->numInputs + effect.raw->numOutputs),
+            static_cast<std::size_t>(effect->numInputs + effect->numOutputs),
             std::vector<float>(length));
         std::vector<float*> in, out;
         for (std::vector<float>& channel : samples) {
-            const bool isInput = static_cast<VstInt32>(in.size()) < effect.raw->numInputs;
+            const bool isInput = static_cast<VstInt32>(in.size()) < effect->numInputs;
             (isInput ? in : out).push_back(channel.data());
             for (std::size_t k = 0; isInput && k < length; ++k)
                 channel[k] = static_cast<float>((few >> (k % 13)) % 200) / 100.0f - 1.0f;
@@ -231,8 +262,8 @@ private:
             in[bytes.byte() % in.size()] = nullptr;
         if (how & 32)
             out[bytes.byte() % out.size()] = nullptr;
-        effect.raw->processReplacing(effect.raw, how & 64 ? nullptr : in.data(),
-                                     how & 128 ? nullptr : out.data(), frames);
+        effect->processReplacing(effect, how & 64 ? nullptr : in.data(),
+                                 how & 128 ? nullptr : out.data(), frames);
         if (!moderate || how & 128)
             return;
         for (const float* channel : out)
@@ -248,23 +279,30 @@ private:
         Host* const host = std::exchange(current, nullptr);
         if (!host)
             return 0;
-        if (host->asksBack && opcode == audioMasterAutomate)
-            requireValue(host->effect.get(index));
-        if (host->setsBack && opcode == audioMasterAutomate)
-            host->effect.set(index, opt);
-        if (host->asksBack && opcode == audioMasterUpdateDisplay)
-            host->effect.save();
-        if (host->asksBack && opcode == audioMasterIOChanged)
+        if (host->callsBack) {
+            requireValue(host->get(index));
+            host->set(index, opt);
+            host->save();
             host->requireArrangements(true, true);
+        }
         current = host;
         return 0;
+    }
+
+    static AEffect* make()
+    {
+        // No settings of whoever runs the fuzzer.
+        setenv("XDG_DATA_HOME", "/dev/null", 1);
+        AEffect* const made = VSTPluginMain(answer);
+        require(made != nullptr, "no effect");
+        return made;
     }
 
     static inline Host* current = nullptr;  // who may answer
 
     Bytes& bytes;
-    Effect effect{answer};
-    bool asksBack = false, setsBack = false;
+    AEffect* const effect = make();
+    const bool callsBack;
     int blocks = 0;
     bool moderate = true;  // all samples so far, and the rates
 };

@@ -1,6 +1,6 @@
-// Images from files and from the store: whatever the bytes, what is in the bank afterwards is what
-// their records say or what it was. Built once for banks and once for presets, which change the
-// selected preset alone.
+// Images from files and from the store, and states of a host's project: whatever the bytes, what is
+// in the bank afterwards is what their records say or what it was. Built once for banks and once
+// for presets, which change the selected preset alone.
 #include "Finding.h"
 #include "OpenedController.h"
 
@@ -9,7 +9,7 @@ namespace {
 constexpr bool kBank = ZKR_FUZZ_BANK;
 
 // The first byte of an input chooses the road.
-enum Choice : std::uint8_t { kFromFile = 1, kReversed = 2, kSelectAnother = 4 };
+enum Choice : std::uint8_t { kFromFile = 1, kReversed = 2, kSelectAnother = 4, kState = 8 };
 
 struct Images : CheckedController {
     Images()
@@ -17,6 +17,7 @@ struct Images : CheckedController {
         // Nobody but the presets' names tells one from another as yet.
         for (std::size_t i = 0; i < start.bank.size(); ++i)
             start.bank[i][0] = static_cast<std::uint8_t>('A' + i);
+        heldState.resize(48625);
     }
 
     // What is in a bank after any load can be saved and loaded again.
@@ -40,12 +41,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     const std::uint8_t choice = data[0];
     const bool isFile = (choice & kFromFile) != 0;
-    const Road stored = kBank ? Road::StoredBank : Road::StoredPreset;
-    const Road file = kBank ? Road::BankFile : Road::PresetFile;
+    Road road = kBank ? Road::StoredBank : Road::StoredPreset;
+    if (isFile)
+        road = kBank ? Road::BankFile : Road::PresetFile;
+    else if (kBank && choice & kState)
+        road = Road::State;
     images.start.selected = choice & kSelectAnother ? 5 : 0;
-    require(images.loads(isFile ? file : stored, expected::Bytes(data + 1, data + size),
-                         isFile && (choice & kReversed)),
-            "the bank is not what the records say");
+    require(
+        images.loads(road, expected::Bytes(data + 1, data + size), isFile && (choice & kReversed)),
+        "the bank is not what the records say");
     if (kBank && images.wanted.bank != images.start.bank)
         images.requireReadable();
     return 0;

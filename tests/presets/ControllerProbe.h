@@ -9,6 +9,7 @@
 
 #include <cstring>
 #include <functional>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,7 +27,10 @@ public:
     {
         if (onEdit)
             onEdit(id);
-        edits.emplace_back(id, value);
+        {
+            const std::lock_guard<std::mutex> lock(mutex);
+            edits.emplace_back(id, value);
+        }
         return note("perform", id);
     }
     tresult PLUGIN_API endEdit(ParamID id) override { return note("end", id); }
@@ -53,9 +57,12 @@ public:
 private:
     tresult note(const char* call, ParamID id)
     {
+        const std::lock_guard<std::mutex> lock(mutex);
         calls.push_back(call + (" " + std::to_string(id)));
         return kResultOk;
     }
+
+    std::mutex mutex;
 };
 
 class EditorProbe : public EditorView, public AttachedEditor {
@@ -83,10 +90,9 @@ public:
     ~ControllerProbe() override { terminate(); }
 
     // The 6144 bytes.
-    Bytes bank() const
+    std::string bank() const
     {
-        const auto* bytes = reinterpret_cast<const uint8*>(presetBank.get());
-        return Bytes(bytes, bytes + sizeof(Bank));
+        return std::string(reinterpret_cast<const char*>(presetBank.get()), sizeof(Bank));
     }
     PresetSlot& preset(int32 index) { return presetBank[index]; }
     std::string name(int32 index)

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <cstring>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,17 +46,13 @@ public:
         return head(1, 20, preset).word(id).zeros(8).word(bits).zeros(4);
     }
 
-    // The header tells the records added unless it is to tell something else.
-    Bytes finish(std::uint8_t kind, std::uint32_t current = 0,
-                 std::optional<std::uint32_t> recordCount = {},
-                 std::optional<std::uint32_t> payload = {}) const
+    Bytes finish(std::uint8_t kind, std::uint32_t current = 0) const
     {
         Bytes image;
         put(image, 0x5A743436);
         image.push_back(kind);
         for (const std::uint32_t field :
-             {0x01000100u, 58u, recordCount.value_or(count), current,
-              payload.value_or(static_cast<std::uint32_t>(records.size()))})
+             {0x01000100u, 58u, count, current, static_cast<std::uint32_t>(records.size())})
             put(image, field);
         image.resize(41);
         image.insert(image.end(), records.begin(), records.end());

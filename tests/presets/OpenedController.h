@@ -6,6 +6,8 @@
 #include "PitchNamesController.h"
 #include "TemporaryFolder.h"
 
+#include "public.sdk/source/common/memorystream.h"
+
 #include <cstring>
 
 class OpenedController : public Steinberg::Vst::PitchNamesController {
@@ -43,9 +45,12 @@ public:
         edits = 0;
         inOrder = true;
     }
-    void setStateBuffer(const expected::Bytes& state)
+    // Of what a state leaves out, the buffer's bytes count.
+    void loadState(expected::Bytes state, const expected::Bytes& buffer)
     {
-        std::memcpy(stateBuffer.get(), state.data(), kStateBufferSize);
+        std::memcpy(stateBuffer.get(), buffer.data(), kStateBufferSize);
+        Steinberg::MemoryStream stream(state.data(), static_cast<Steinberg::TSize>(state.size()));
+        setState(&stream);
     }
 
     // That bank and selection are as wanted, and that the host has heard of `selections` of them,
@@ -66,37 +71,40 @@ private:
     std::array<float, 58> last{};
 };
 
-enum class Road { BankFile, PresetFile, StoredBank, StoredPreset };
+enum class Road { BankFile, PresetFile, StoredBank, StoredPreset, State };
 
 // Gives the same images to the controller and to what is expected of it, always from `start` on.
 struct CheckedController {
-    CheckedController() : start(controller.now()) { }
-
-    // Whether the controller holds afterwards what the image's records say. Leaves that in
-    // `wanted`.
+    // Whether the controller holds afterwards what the image's records say, or those of a whole
+    // state. Leaves that in `wanted`.
     bool loads(Road road, const expected::Bytes& image, bool reversed = false)
     {
+        controller.become(wanted = start);
+        if (road == Road::State) {
+            expected::Bytes held = heldState;
+            controller.loadState(image, held);
+            return controller.is(wanted, wanted.loadState(image, held));
+        }
         const bool isFile = road == Road::BankFile || road == Road::PresetFile;
         const bool isBank = road == Road::BankFile || road == Road::StoredBank;
         if (isFile) {
             // Some systems wait for the disk when a file is truncated.
             std::filesystem::remove(path);
             writeContent(path, std::string(image.begin(), image.end()));
-        } else
-            store.values[isBank ? "DefaultBank" : "MemoB"] = image;
-        controller.become(wanted = start);
-        if (isFile)
             isBank ? controller.loadBank(path.c_str(), reversed)
                    : controller.loadPreset(path.c_str(), reversed);
-        else
+        } else {
+            store.values[isBank ? "DefaultBank" : "MemoB"] = image;
             isBank ? controller.loadDefaultBank() : controller.loadMemoB();
+        }
         return controller.is(wanted,
                              wanted.loadImage(image, isBank ? 0x38 : 0x22, isFile, reversed));
     }
 
     platform::MemoryStore store;
     OpenedController controller{store};
-    expected::Controller start, wanted;
+    expected::Controller start = controller.now(), wanted;
+    expected::Bytes heldState;  // that a state is read over
 
 private:
     TemporaryFolder folder;

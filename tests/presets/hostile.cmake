@@ -1,4 +1,4 @@
-# Images and stores as they should not be, and the store between processes.
+# Images and stores as they should not be, and the store between instances.
 find_package(Threads REQUIRED)
 zkr_test(corruption_test SOURCES CorruptionTest.cpp LINK zkr_params)
 # The code under test is in libraries and keeps its sanitizers; what is expected of it is worked out
@@ -7,9 +7,5 @@ set_source_files_properties(CorruptionTest.cpp PROPERTIES
   COMPILE_OPTIONS "-O2;-fno-sanitize=all")
 
 set(system $<IF:$<BOOL:${WIN32}>,Windows,Posix>)
-add_executable(store_process StoreProcess.cpp)
-target_link_libraries(store_process PRIVATE zkr_params zkr_warnings)
 zkr_test(store_test SOURCES StoreTest.cpp Store${system}Test.cpp
   LINK zkr_params Threads::Threads)
-target_compile_definitions(store_test PRIVATE ZKR_STORE_PROCESS="$<TARGET_FILE:store_process>")
-add_dependencies(store_test store_process)

@@ -24,6 +24,8 @@ inline std::size_t roomOf(VstInt32 opcode)
         {effGetOutputProperties, sizeof(VstPinProperties)},
         {effGetParameterProperties, sizeof(VstParameterProperties)},
         {effGetChunk, sizeof(void*)},
+        {effEditGetRect, sizeof(void*)},
+        {effVendorSpecific, 16},
     };
     for (const auto& row : kRooms)
         if (row.opcode == opcode)
