@@ -35,14 +35,15 @@ TEST_F(ParameterDisplay, LevelsReadAsTheNearestStepAlsoBeyondTheEnds)
 
 TEST_F(ParameterDisplay, SwitchesAndSelectorsReadAsTheirPosition)
 {
-    EXPECT_EQ(shown(kPower, 0.5), "Off");
-    EXPECT_EQ(shown(kPower, 0.5000001), "On");
-    EXPECT_EQ(shown(kMS, 0.4999999), "Stereo");
-    EXPECT_EQ(shown(kMS, 0.5), "MidSide");
-    EXPECT_EQ(shown(kMS, NAN), "Stereo");
-    EXPECT_EQ(shown(kHFreqL, NAN), "Off");
-    EXPECT_EQ(shown(kChannel, 0.124), "Middle");
-    EXPECT_EQ(shown(kChannel, 0.125), "Left");
+    const struct {
+        ParamID id;
+        double value;
+        const char* text;
+    } rows[] = {{kPower, 0.5, "Off"},        {kPower, 0.5000001, "On"}, {kMS, 0.4999999, "Stereo"},
+                {kMS, 0.5, "MidSide"},       {kMS, NAN, "Stereo"},      {kHFreqL, NAN, "Off"},
+                {kChannel, 0.124, "Middle"}, {kChannel, 0.125, "Left"}};
+    for (const auto& row : rows)
+        EXPECT_EQ(shown(row.id, row.value), row.text) << row.id << " at " << row.value;
     for (const double outside : {2.0, -2.0, 1e300, -1e300, double{NAN}})
         EXPECT_LT(shown(kChannel, outside).size(), 8u) << outside;
 }
@@ -54,9 +55,8 @@ struct Comma : std::numpunct<char> {
 TEST_F(ParameterDisplay, AHostThatWritesDecimalCommasDoesNotChangeTheTexts)
 {
     const std::string before = std::setlocale(LC_ALL, nullptr);
-    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "German"})
-        if (std::setlocale(LC_ALL, name))
-            break;
+    if (!std::setlocale(LC_ALL, "de_DE.UTF-8"))
+        std::setlocale(LC_ALL, "German");
     const std::locale global = std::locale::global(std::locale(std::locale(), new Comma));
     EXPECT_EQ(shown(kLGainL, 0.503125), "0.10");
     EXPECT_EQ(shown(kLatency, 0.0021768707), "2.18");
