@@ -87,21 +87,16 @@ float valueOf(int parameter, int block)
 
 }  // namespace
 
-TEST(Allocation, TheCounterSeesTheLibrarysAllocations)
-{
-    host::NativePlugin plugin(ZKR_PLUGIN);
-    calls = 0;
-    counting = true;
-    plugin.setBlockSize(100000);
-    counting = false;
-    EXPECT_GT(calls, 0);
-}
-
 TEST(Allocation, ProcessNeverAllocatesOrFreesWhateverChanges)
 {
     for (const double rate : {44100.0, 96000.0, 192000.0}) {
         host::NativePlugin plugin(ZKR_PLUGIN);
         plugin.setSampleRate(rate);
+        calls = 0;
+        counting = true;
+        plugin.setBlockSize(1000);
+        counting = false;
+        EXPECT_GT(calls, 0) << "the library's allocations are not counted";
         const auto process = [&](int block, float** in, float** out, int length) {
             for (VstInt32 id = 0; id < 58; ++id)
                 plugin.setParameter(id, valueOf(id, block));

@@ -10,7 +10,6 @@
 
 #include <chrono>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <random>
@@ -63,7 +62,6 @@ TEST_P(Automation, OfEverythingNeverLeavesASampleThatIsNotFiniteOrGrowsWithoutBo
     std::uniform_real_distribution<float> position(0.0f, 1.0f);
     const char* const asked = std::getenv("ZKR_AUTOMATION_SECONDS");
     const double seconds = asked ? std::atof(asked) : 10.0;
-    float most = 0.0f;
     for (double done = 0.0; done < seconds;) {
         // A few parameters in most blocks, all of them now and then; ends and steps included.
         const bool all = random() % 50 == 0;
@@ -83,11 +81,8 @@ TEST_P(Automation, OfEverythingNeverLeavesASampleThatIsNotFiniteOrGrowsWithoutBo
         const float loud = loudest(stream(plugin, in));
         ASSERT_TRUE(std::isfinite(loud)) << "after " << done << " s";
         ASSERT_LT(loud, kBound) << "after " << done << " s";
-        most = std::max(most, loud);
         done += static_cast<double>(frames) / GetParam();
     }
-    std::printf("%.0f Hz: %.0f s, loudest sample %.1f\n", GetParam(), seconds,
-                static_cast<double>(most));
 
     // The filters' memory runs out: the slowest, at 5 Hz, falls by 1 / e in 32 ms.
     const Signal silence(static_cast<std::size_t>(3 * GetParam()));
@@ -113,8 +108,6 @@ TEST(Silence, CostsNoMoreThanMusicOnceTheFiltersHaveRunOut)
     for (const float level : {0.0f, 1e-40f}) {
         fastestBlock(plugin, Signal(kBlock, level));
         const double silence = fastestBlock(plugin, Signal(kBlock, level));
-        std::printf("a block of %g costs %.2f of one of music\n", static_cast<double>(level),
-                    silence / music);
         EXPECT_LT(silence, 1.5 * music) << level;
     }
 }

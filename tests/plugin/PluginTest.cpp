@@ -45,8 +45,17 @@ TEST(Library, TellsAHostWhatItIs)
     EXPECT_EQ(plugin.dispatch(effGetPlugCategory), kPlugCategMastering);
     EXPECT_EQ(plugin.dispatch(effGetVstVersion), 2400);
     EXPECT_EQ(plugin.tail(), 0);
-    EXPECT_EQ(plugin.paramName(57), "HGainR2");
-    EXPECT_EQ(plugin.paramDisplay(3), "Stereo");
+    constexpr struct {
+        VstInt32 index;
+        const char *name, *label, *display;
+    } kRows[] = {
+        {0, "Power", "", "On"}, {3, "Channel", "", "Stereo"}, {57, "HGainR2", "dB", "0.00"}};
+    for (const auto& row : kRows) {
+        EXPECT_EQ(plugin.paramName(row.index), row.name);
+        EXPECT_EQ(plugin.paramLabel(row.index), row.label);
+        EXPECT_EQ(plugin.paramDisplay(row.index), row.display);
+        EXPECT_TRUE(plugin.canBeAutomated(row.index));
+    }
 }
 
 TEST(Library, TwoEffectsLiveSideBySideAndOneOutlivesTheOther)

@@ -44,10 +44,7 @@ struct Plan {
     FakeController* controller = nullptr;
     int alive = 0;
     bool componentStarts = true, controllerStarts = true;
-    std::string componentState;                   // empty: refused
-    std::optional<std::string> controllerState;   // instead of the values
-    std::function<void()> whileControllerStarts;  // at the end of its initialisation
-    std::function<void()> whileStateIsSet;
+    std::string componentState;         // empty: refused
     std::function<void()> whileInside;  // in the component's next call that hosts keep apart
     std::function<void(ParamID)> whileValueIsRead;  // of the controller
     std::function<IPlugView*()> makeView;           // without one there is no editor
@@ -71,8 +68,7 @@ class FakeComponent : public Steinberg::Vst::AudioEffect {
 public:
     struct Block {
         Values changes;
-        std::vector<float*> inputs, outputs;
-        int frames;
+        int frames, inputs, outputs;
     };
 
     explicit FakeComponent(Plan& owner) : plan(owner)
@@ -114,15 +110,15 @@ public:
         return AudioEffect::setupProcessing(setup);
     }
 
-    // Takes mono and stereo with as many outputs as inputs; turns to stereo when it refuses.
+    // Takes as many outputs as inputs; turns to stereo when it refuses.
     tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
                                           SpeakerArrangement* outputs, int32 numOuts) override
     {
         enter();
         calls.push_back("buses");
-        const bool fits = numIns == 1 && numOuts == 1 && inputs[0] == outputs[0];
+        const bool fits = inputs[0] == outputs[0];
         SpeakerArrangement taken = fits ? inputs[0] : SpeakerArr::kStereo;
-        AudioEffect::setBusArrangements(&taken, 1, &taken, 1);
+        AudioEffect::setBusArrangements(&taken, numIns, &taken, numOuts);
         return fits ? kResultTrue : kResultFalse;
     }
 
@@ -131,8 +127,8 @@ public:
     tresult PLUGIN_API process(ProcessData& data) override
     {
         enter();
-        Block block;
-        block.frames = data.numSamples;
+        const AudioBusBuffers &in = data.inputs[0], &out = data.outputs[0];
+        Block block{{}, data.numSamples, in.numChannels, out.numChannels};
         for (int32 i = 0; i < data.inputParameterChanges->getParameterCount(); ++i) {
             IParamValueQueue* queue = data.inputParameterChanges->getParameterData(i);
             int32 offset = 0;
@@ -141,14 +137,10 @@ public:
             block.changes.emplace_back(queue->getParameterId(), value);
             heard[queue->getParameterId()] = value;
         }
-        const AudioBusBuffers &in = data.inputs[0], &out = data.outputs[0];
-        block.inputs.assign(in.channelBuffers32, in.channelBuffers32 + in.numChannels);
-        block.outputs.assign(out.channelBuffers32, out.channelBuffers32 + out.numChannels);
-        for (std::size_t c = 0; c < block.inputs.size(); ++c)
-            for (int32 i = 0; i < data.numSamples; ++i) {
-                block.outputs[c][i] = block.inputs[c][i];
-                block.inputs[c][i] = -block.inputs[c][i];
-            }
+        for (int32 c = 0; c < in.numChannels; ++c)
+            for (int32 i = 0; i < data.numSamples; ++i)
+                in.channelBuffers32[c][i] =
+                    -(out.channelBuffers32[c][i] = in.channelBuffers32[c][i]);
         if (meter) {
             int32 index = 0;
             data.outputParameterChanges->addParameterData(kMeterId, index)
@@ -209,8 +201,6 @@ public:
                                 STR16("furlongs!"), 25, 0.25, 0, kLongId);
         parameters.addParameter(STR16("Beyond"), nullptr, 0, 0.0, kAutomated, kBeyondId);
         parameters.getParameter(kLongId)->setPrecision(10);
-        if (plan.whileControllerStarts)
-            plan.whileControllerStarts();
         return plan.controllerStarts ? result : kResultFalse;
     }
 
@@ -218,8 +208,6 @@ public:
     {
         ++statesGiven;
         restored = readAll(state);
-        if (plan.whileStateIsSet)
-            plan.whileStateIsSet();
         for (std::size_t i = 0; i < restored.size() && i < kWritable; ++i)
             edit(kWritableIds[i], static_cast<unsigned char>(restored[i]) / 255.0);
         return kResultOk;
@@ -230,7 +218,7 @@ public:
         std::string bytes;
         for (const ParamID id : kWritableIds)
             bytes += static_cast<char>(static_cast<int>(getParamNormalized(id) * 255.0 + 0.5));
-        return writeAll(state, plan.controllerState.value_or(bytes));
+        return writeAll(state, bytes);
     }
 
     ParamValue PLUGIN_API getParamNormalized(ParamID id) override
@@ -327,23 +315,17 @@ public:
         return component->blocks.back().changes;
     }
 
-    std::string text(VstInt32 opcode, VstInt32 index = 0)
-    {
-        char room[256] = {};
-        call(opcode, index, 0, room);
-        return room;
-    }
-
-    std::string chunk(VstInt32 index = 0)
+    std::string chunk()
     {
         void* data = nullptr;
-        const VstIntPtr size = call(effGetChunk, index, 0, &data);
+        const VstIntPtr size = call(effGetChunk, 0, 0, &data);
         return std::string(static_cast<const char*>(data), static_cast<std::size_t>(size));
     }
 
-    void restore(std::string bytes)
+    template <typename Container>
+    void restore(Container bytes)
     {
-        call(effSetChunk, 0, static_cast<VstIntPtr>(bytes.size()), &bytes[0]);
+        call(effSetChunk, 0, static_cast<VstIntPtr>(bytes.size()), bytes.data());
     }
 
     auto timesAsked(VstInt32 opcode) const

@@ -36,11 +36,6 @@ public:
                         + std::to_string(modifiers));
         return kResultTrue;
     }
-    tresult PLUGIN_API onWheel(float distance) override
-    {
-        calls.push_back("wheel " + std::to_string(distance));
-        return kResultTrue;
-    }
     void wish(int32 width)
     {
         ViewRect wanted(0, 0, width, 505);
@@ -105,7 +100,7 @@ TEST_F(WrappedEditor, EveryChangeOfSizeReachesHostAndViewWhateverTheHostAnswers)
     EXPECT_EQ(width(), 394);
 }
 
-TEST_F(WrappedEditor, KeysAndTheWheelComeThroughWithTheirModifiers)
+TEST_F(WrappedEditor, KeysComeThroughWithTheirModifiers)
 {
     EXPECT_EQ(host->call(effEditKeyDown, 'x', 0, nullptr, 0.0f), 0) << "there is no view yet";
     openWindow();
@@ -113,23 +108,7 @@ TEST_F(WrappedEditor, KeysAndTheWheelComeThroughWithTheirModifiers)
     EXPECT_EQ(host->call(effEditKeyDown, 'x', 0, nullptr, 1.0f), 1);
     host->call(effEditKeyDown, 0, 4, nullptr, 8.0f);         // Return with Ctrl
     host->call(effEditKeyDown, 0, 128 + 17, nullptr, 4.0f);  // A with the Windows key
-    host->call(effVendorSpecific, 0x73744341, 0x57686565, nullptr, 1.5f);
-    EXPECT_EQ(calls, (Calls{"key 120 0 1", "key 0 4 4", "key 65 145 8", "wheel 1.500000"}));
-    EXPECT_EQ(host->call(effSetEditKnobMode, 0, 2), 1);
-    EXPECT_EQ(EditController::getHostKnobMode(), kLinearMode);
-    EXPECT_EQ(host->call(effSetEditKnobMode, 0, 3), 0);
-    host->call(effSetEditKnobMode, 0, 0);
-}
-
-TEST_F(WrappedEditor, IsMissingWhereTheControllerHasNone)
-{
-    Plugin plain;
-    Host other(plain);
-    EXPECT_EQ(other.effect->flags & effFlagsHasEditor, 0);
-    ERect* rect = nullptr;
-    EXPECT_EQ(other.call(effEditGetRect, 0, 0, &rect), 0);
-    EXPECT_EQ(other.call(effEditOpen, 0, 0, &window), 0);
-    other.call(effEditClose);
+    EXPECT_EQ(calls, (Calls{"key 120 0 1", "key 0 4 4", "key 65 145 8"}));
 }
 
 }  // namespace

@@ -16,6 +16,14 @@ using namespace fake;
 namespace {
 
 struct WrappedEffect : testing::Test {
+    VstIntPtr arrange(VstInt32 from, VstInt32 to)
+    {
+        VstSpeakerArrangement in{}, out{};
+        in.type = from;
+        out.type = to;
+        return host.call(effSetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&in), &out);
+    }
+
     Plugin plugin;
     Host host{plugin};
 };
@@ -76,30 +84,6 @@ TEST_F(WrappedEffect, NoCallWithNastyArgumentsWritesMoreThanAHostHasRoomFor)
     EXPECT_EQ(host.block(), (Values{})) << "one of the calls changed a parameter";
 }
 
-TEST_F(WrappedEffect, NamesLabelsAndDisplaysAreThoseOfTheWritableParametersInOrder)
-{
-    const char* const names[] = {"Level", "Switch", "A title longer than the room of", "Beyond"};
-    const char* const labels[] = {"dB", "", "furlongs", ""};
-    const char* const displays[] = {"0.5000", "On", "0.250000", "0.0000"};
-    for (VstInt32 i = 0; i < kWritable; ++i) {
-        EXPECT_EQ(host.text(effGetParamName, i), names[i]);
-        EXPECT_EQ(host.text(effGetParamLabel, i), labels[i]);
-        EXPECT_EQ(host.text(effGetParamDisplay, i), displays[i]);
-        EXPECT_EQ(host.call(effCanBeAutomated, i), i == 2 ? 0 : 1);
-    }
-    EXPECT_EQ(host.text(effGetEffectName), "An effect with more letters than");
-    EXPECT_EQ(host.text(effGetProgramName), host.text(effGetProgramNameIndexed, 0));
-    EXPECT_EQ(host.text(effGetProgramNameIndexed, 1), "");
-
-    VstParameterProperties properties{};
-    properties.flags = 1024;
-    EXPECT_EQ(host.call(effGetParameterProperties, 2, 0, &properties), 1);
-    EXPECT_EQ(properties.flags, 1024 + 2);
-    EXPECT_EQ(properties.maxInteger, 25);
-    EXPECT_STREQ(properties.label, "A title longer than the room of any host");
-    EXPECT_STREQ(properties.shortLabel, "A title");
-}
-
 TEST_F(WrappedEffect, TheControllerGetsWaitingValuesWhenItAsksAndTheHostNewsOfItsState)
 {
     host.set(0, 0.9f);
@@ -122,41 +106,21 @@ TEST_F(WrappedEffect, TheControllerGetsWaitingValuesWhenItAsksAndTheHostNewsOfIt
 
 TEST_F(WrappedEffect, TypedTextSetsAParameterOnlyIfItIsANumber)
 {
-    const struct {
-        std::string text;
-        double taken;  // below 0: none
-    } rows[] = {{"0.25", 0.25},
-                {"17", 1.0},
-                {"-3", 0.0},
-                {"abc", -1.0},
-                {"", -1.0},
-                {"nan", -1.0},
-                {std::string(5000, 'a'), -1.0}};
+    const std::pair<std::string, std::optional<double>> rows[] = {{"0.25", 0.25},
+                                                                  {"17", 1.0},
+                                                                  {"-3", 0.0},
+                                                                  {"abc", {}},
+                                                                  {"", {}},
+                                                                  {"nan", {}},
+                                                                  {std::string(5000, 'a'), {}}};
     host.block();
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text.substr(0, 10));
-        std::string text = row.text;
-        const bool isNumber = row.taken >= 0.0;
+    for (auto [text, taken] : rows) {
+        SCOPED_TRACE(text.substr(0, 10));
         const float before = host.get(0);
-        EXPECT_EQ(host.call(effString2Parameter, 0, 0, &text[0]), isNumber);
-        EXPECT_EQ(host.get(0), isNumber ? static_cast<float>(row.taken) : before);
-        EXPECT_EQ(host.block(), isNumber ? Values({{kLevelId, row.taken}}) : Values());
+        EXPECT_EQ(host.call(effString2Parameter, 0, 0, &text[0]), taken.has_value());
+        EXPECT_EQ(host.get(0), taken ? static_cast<float>(*taken) : before);
+        EXPECT_EQ(host.block(), taken ? Values({{kLevelId, *taken}}) : Values());
     }
-}
-
-TEST(WrapperStart, ValuesFoundByTheControllerWhenItStartsReachTheProcessorWithTheFirstBlock)
-{
-    Plugin plugin;
-    plugin.whileControllerStarts = [&plugin] {
-        plugin.controller->edit(kBeyondId, 0.875);
-        plugin.controller->edit(kMeterId, 0.5);
-    };
-    Host host(plugin);
-    EXPECT_EQ(host.get(3), 0.875f);
-    EXPECT_EQ(host.block(),
-              (Values{{kLevelId, 0.5}, {kSwitchId, 1.0}, {kLongId, 0.25}, {kBeyondId, 0.875}}));
-    EXPECT_EQ(host.block(), Values());
-    EXPECT_EQ(host.timesAsked(audioMasterAutomate), 0);
 }
 
 TEST_F(WrappedEffect, AThousandHostValuesBetweenTwoBlocksArriveAsTheLastOne)
@@ -262,9 +226,6 @@ TEST_F(WrappedEffect, AHostThatNeverTurnsTheMainsOnLearnsTheLatencyAndIsHeard)
 
 TEST_F(WrappedEffect, ABlockThatMeetsASetupIsSilentAndTheSetupWaitsForABlock)
 {
-    VstSpeakerArrangement mono{}, stereo{};
-    mono.type = kSpeakerArrMono;
-    stereo.type = kSpeakerArrStereo;
     const struct {
         const char* name;
         std::function<void(bool)> setUp;  // in one way or the other
@@ -274,8 +235,8 @@ TEST_F(WrappedEffect, ABlockThatMeetsASetupIsSilentAndTheSetupWaitsForABlock)
         {"mains", [&](bool other) { host.mains(other); }},
         {"arrangement",
          [&](bool other) {
-             VstSpeakerArrangement& wanted = other ? stereo : mono;
-             host.call(effSetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&wanted), &wanted);
+             const VstInt32 type = other ? kSpeakerArrStereo : kSpeakerArrMono;
+             arrange(type, type);
          }},
     };
     std::vector<float> in(32, 1.0f), out(32);
@@ -351,58 +312,37 @@ TEST_F(WrappedEffect, AValueThatIsSetWhileTheStateIsTakenOverIsNotLost)
 
 TEST_F(WrappedEffect, ARefusedArrangementLeavesAsManyChannelsAsTheComponentHas)
 {
-    constexpr VstInt32 kNone = -9, kOdd = kSpeakerArrUserDefined;
+    constexpr VstInt32 kOdd = kSpeakerArrUserDefined;
     const struct {
         VstInt32 in, out;
         int taken, channels, timesChanged;
     } rows[] = {
         {kSpeakerArrStereo, kSpeakerArrStereo, 1, 2, 0},
-        {kNone, kNone, 1, 2, 0},
         {kOdd, kSpeakerArrStereo, 0, 2, 0},
         {kSpeakerArrMono, kSpeakerArrMono, 1, 1, 1},
         {kSpeakerArrStereo, kSpeakerArrMono, 0, 2, 2},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << "from " << row.in << " to " << row.out);
-        VstSpeakerArrangement in{}, out{}, *inNow = nullptr, *outNow = nullptr;
-        in.type = row.in;
-        out.type = row.out;
-        EXPECT_EQ(host.call(effSetSpeakerArrangement, 0,
-                            row.in == kNone ? 0 : reinterpret_cast<VstIntPtr>(&in),
-                            row.out == kNone ? nullptr : &out),
-                  row.taken);
+        const VstInt32 type = row.channels == 1 ? kSpeakerArrMono : kSpeakerArrStereo;
+        EXPECT_EQ(arrange(row.in, row.out), row.taken);
         EXPECT_EQ(host.effect->numInputs, row.channels);
         EXPECT_EQ(host.effect->numOutputs, row.channels);
         EXPECT_EQ(host.timesAsked(audioMasterIOChanged), row.timesChanged);
-        ASSERT_EQ(
-            host.call(effGetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&inNow), &outNow),
-            1);
-        EXPECT_EQ(inNow->type, row.channels == 1 ? kSpeakerArrMono : kSpeakerArrStereo);
-        EXPECT_EQ(outNow->numChannels, row.channels);
+        VstSpeakerArrangement *in = nullptr, *out = nullptr;
+        ASSERT_EQ(host.call(effGetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&in), &out),
+                  1);
+        EXPECT_EQ(in->type, type);
+        EXPECT_EQ(out->numChannels, row.channels);
         VstPinProperties pin{};
         EXPECT_EQ(host.call(effGetOutputProperties, row.channels, 0, &pin), 0);
         ASSERT_EQ(host.call(effGetOutputProperties, row.channels - 1, 0, &pin), 1);
         EXPECT_STREQ(pin.label, "Stereo Out");
         EXPECT_EQ(pin.flags, row.channels == 1 ? 1 + 4 : 1 + 2 + 4);
         host.block();
-        const FakeComponent::Block& block = host.component->blocks.back();
-        EXPECT_EQ(static_cast<int>(block.inputs.size()), row.channels);
-        EXPECT_EQ(static_cast<int>(block.outputs.size()), row.channels);
+        EXPECT_EQ(host.component->blocks.back().inputs, row.channels);
+        EXPECT_EQ(host.component->blocks.back().outputs, row.channels);
     }
-}
-
-TEST_F(WrappedEffect, WholeBlocksPassTheHostsOwnBuffersOn)
-{
-    std::vector<float> samples(4000);
-    float* in[] = {&samples[0], &samples[1000]};
-    float* out[] = {&samples[2000], &samples[3000]};
-    host.effect->processReplacing(host.effect, in, out, 1000);
-    const FakeComponent::Block& block = host.component->blocks.back();
-    EXPECT_EQ(block.frames, 1000);
-    EXPECT_EQ(block.inputs, (std::vector<float*>{in[0], in[1]}));
-    EXPECT_EQ(block.outputs, (std::vector<float*>{out[0], out[1]}));
-    host.effect->processReplacing(host.effect, in, out, 0);
-    EXPECT_EQ(host.component->blocks.back().frames, 0);
 }
 
 TEST_F(WrappedEffect, MissingAndSharedChannelsAreReplacedOverTheWholeOfALongBlock)
@@ -444,6 +384,67 @@ TEST_F(WrappedEffect, MissingAndSharedChannelsAreReplacedOverTheWholeOfALongBloc
         for (std::size_t i = before + 1; i < blocks.size(); ++i)
             EXPECT_EQ(blocks[i].changes, Values()) << "slice " << i - before;
     }
+}
+
+// Level 0x33, Switch 0xFF, Long 0x00, Beyond 0xCC; no component state.
+const std::string kState{"\0\0\0\0\0\0\0\0\4\0\0\0\0\0\0\0\x33\xFF\0\xCC", 20};
+
+TEST_F(WrappedEffect, StateIsTwoLittleEndianSizesAndTheTwoStatesThatGoToTheirHalves)
+{
+    host.set(0, 0.2f);
+    host.set(2, 0.0f);
+    host.set(3, 0.8f);
+    EXPECT_EQ(host.chunk(), kState) << "values that wait for the controller belong to the state";
+    plugin.componentState = "abc";
+    EXPECT_EQ(host.chunk(), '\3' + kState.substr(1, 15) + "abc" + kState.substr(16));
+    host.restore(host.chunk() + "rest");
+    EXPECT_EQ(host.component->restored, "abc");
+    EXPECT_EQ(host.controller->restored, kState.substr(16));
+    host.restore(std::string("\2\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0de", 18));
+    EXPECT_EQ(host.component->restored, "de");
+    EXPECT_EQ(host.controller->statesGiven, 1) << "an absent part was handed on";
+}
+
+TEST_F(WrappedEffect, ARestoredStateIsInForceBeforeTheNextBlockAndIsNoAutomation)
+{
+    host.block();
+    host.set(0, 0.9f);
+    host.restore(kState);
+    EXPECT_EQ(host.block(),
+              (Values{{kLevelId, 0.2}, {kSwitchId, 1.0}, {kLongId, 0.0}, {kBeyondId, 0.8}}));
+    EXPECT_EQ(host.get(3), 0.8f);
+    host.call(effEditIdle);
+    EXPECT_EQ(host.controller->getParamNormalized(kLevelId), 0.2)
+        << "an older host value came back";
+    ASSERT_EQ(host.log.size(), 1u);
+    EXPECT_EQ(host.log[0].opcode, audioMasterUpdateDisplay);
+    host.controller->edit(kLevelId, 0.5);
+    EXPECT_EQ(host.timesAsked(audioMasterAutomate), 1) << "edits stay silent after a restore";
+}
+
+TEST_F(WrappedEffect, StatesCutOffAnywhereOrWithSizesThatDoNotFitChangeNothing)
+{
+    host.block();
+    plugin.componentState = "abc";
+    const std::string full = host.chunk();
+    // Copies of just that size, so that a read past their end is found out.
+    for (std::size_t size = 0; size < full.size(); ++size)
+        host.restore(std::vector<char>(full.begin(), full.begin() + static_cast<long>(size)));
+    for (std::size_t byte = 0; byte < 16; ++byte)
+        for (const char wrong : {'\x7F', '\x80', '\xFF'}) {
+            std::string bytes = full;
+            bytes[byte] = wrong;
+            host.restore(bytes);
+        }
+    std::string bytes = full;
+    for (const VstIntPtr size : {VstIntPtr{-1}, VstIntPtr{1} << 33})
+        host.call(effSetChunk, 0, size, &bytes[0]);
+    EXPECT_EQ(host.controller->statesGiven, 0);
+    EXPECT_EQ(host.component->restored, "");
+    EXPECT_TRUE(host.log.empty());
+    EXPECT_EQ(host.block(), Values());
+    host.restore(full);
+    EXPECT_EQ(host.controller->statesGiven, 1);
 }
 
 }  // namespace
