@@ -39,9 +39,13 @@ TEST_F(ParameterDisplay, SwitchesAndSelectorsReadAsTheirPosition)
         ParamID id;
         double value;
         const char* text;
-    } rows[] = {{kPower, 0.5, "Off"},        {kPower, 0.5000001, "On"}, {kMS, 0.4999999, "Stereo"},
-                {kMS, 0.5, "MidSide"},       {kMS, NAN, "Stereo"},      {kHFreqL, NAN, "Off"},
-                {kChannel, 0.124, "Middle"}, {kChannel, 0.125, "Left"}};
+    } rows[] = {{kPower, 0.5, "Off"},        {kPower, 0.5000001, "On"},
+                {kMS, 0.4999999, "Stereo"},  {kMS, 0.5, "MidSide"},
+                {kMS, NAN, "Stereo"},        {kHpfL, NAN, "Off"},
+                {kHpfL, -INFINITY, "Off"},   {kHpfL, 0.5 / 11 - 1e-12, "Off"},
+                {kHpfL, 0.5 / 11, "20.00"},  // half-way to the first step
+                {kHpfL, INFINITY, "800.00"}, {kChannel, 0.124, "Middle"},
+                {kChannel, 0.125, "Left"}};
     for (const auto& row : rows)
         EXPECT_EQ(shown(row.id, row.value), row.text) << row.id << " at " << row.value;
     for (const double outside : {2.0, -2.0, 1e300, -1e300, double{NAN}})

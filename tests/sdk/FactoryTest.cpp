@@ -1,12 +1,12 @@
-// CPluginFactory: what it says about its classes, what it makes, how long it lives.
+// CPluginFactory: what it makes and how long it lives; and what a component
+// inherits that defines nothing of its own.
 #include "public.sdk/source/main/pluginfactory.h"
 #include "public.sdk/source/vst/vstaudioeffect.h"
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 using namespace Steinberg;
+using namespace Steinberg::Vst;
 
 namespace {
 
@@ -17,83 +17,68 @@ struct Counted : Vst::AudioEffect {
     int& alive;
 };
 
-struct Factory : testing::Test {
-    Factory()
-    {
-        FUID(0x01020304, 0x05060708, 0x090A0B0C, 0x0D0E0F10).toTUID(workingId);
-        FUID(0x11121314, 0x05060708, 0x090A0B0C, 0x0D0E0F10).toTUID(emptyId);
-        const auto makeCounted = [](void* count) -> FUnknown* {
-            return static_cast<Vst::IAudioProcessor*>(new Counted(*static_cast<int*>(count)));
-        };
-        const PClassInfo2 working(workingId, PClassInfo::kManyInstances, "Audio Module Class",
-                                  "Worker", 1, "Fx|EQ", nullptr, "2.3", "VST 3.6.0");
-        const PClassInfo2 empty(emptyId, 1, "Nothing", "Empty", 0, nullptr, "Them", "1", "0");
-        EXPECT_TRUE(factory->registerClass(&working, makeCounted, &alive));
-        EXPECT_TRUE(factory->registerClass(&empty, [](void*) -> FUnknown* { return nullptr; }));
-    }
-    ~Factory() override { factory->release(); }
-
-    TUID workingId, emptyId;
+TEST(Factory, ACreatedObjectBelongsToTheCallerAloneAndAFailedOneLeavesNothingBehind)
+{
+    const TUID workingId = {1}, emptyId = {2}, unknownId = {9};
     int alive = 0;
-    CPluginFactory* factory =
-        new CPluginFactory(PFactoryInfo("Maker", "www.maker.example", "mailto:a@b.example", 16));
-};
+    auto factory = owned(new CPluginFactory(PFactoryInfo()));
+    const auto makeCounted = [](void* count) -> FUnknown* {
+        return static_cast<IAudioProcessor*>(new Counted(*static_cast<int*>(count)));
+    };
+    const PClassInfo2 working(workingId, 1, "Audio Module Class", "Worker", 1, "Fx", "", "", "");
+    const PClassInfo2 empty(emptyId, 1, "Nothing", "Empty", 0, "", "", "", "");
+    factory->registerClass(&working, makeCounted, &alive);
+    factory->registerClass(&empty, [](void*) -> FUnknown* { return nullptr; });
+    PClassInfo record;
+    for (const int32 index : {-1, 0, 1, 2, 1000})
+        EXPECT_EQ(factory->getClassInfo(index, &record) == kResultOk, index == 0 || index == 1);
 
-// The records that were given are gone by now.
-TEST_F(Factory, DescribesItsClassesInEveryForm)
-{
-    PClassInfo brief;
-    PClassInfo2 record;
-    PClassInfoW wide;
-    ASSERT_EQ(factory->countClasses(), 2);
-    for (const int32 index : {-1, 2, 1000, 0}) {
-        const tresult wanted = index == 0 ? kResultOk : kInvalidArgument;
-        EXPECT_EQ(factory->getClassInfo(index, &brief), wanted);
-        EXPECT_EQ(factory->getClassInfo2(index, &record), wanted);
-        EXPECT_EQ(factory->getClassInfoUnicode(index, &wide), wanted);
-    }
-    for (const char* const found : {brief.cid, record.cid, wide.cid})
-        EXPECT_EQ(std::memcmp(found, workingId, sizeof(TUID)), 0);
-    EXPECT_STREQ(brief.name, "Worker");
-    EXPECT_STREQ(record.subCategories, "Fx|EQ");
-    EXPECT_EQ(wide.classFlags, 1u);
-    EXPECT_EQ(wide.cardinality, 0x7FFFFFFF);
-    EXPECT_EQ(std::basic_string<char16>(wide.version), STR16("2.3"));
-}
-
-TEST_F(Factory, ACreatedObjectBelongsToTheCallerAloneAndAFailedOneLeavesNothingBehind)
-{
-    const TUID unknownId = {9};
     const struct {
         FIDString cid, iid;
-    } failures[] = {{unknownId, Vst::IAudioProcessor::iid},
-                    {emptyId, Vst::IAudioProcessor::iid},
+    } failures[] = {{unknownId, IAudioProcessor::iid},
+                    {emptyId, IAudioProcessor::iid},
                     {workingId, IPluginFactory::iid},
-                    {nullptr, Vst::IAudioProcessor::iid}};
-    void* object = this;
+                    {nullptr, IAudioProcessor::iid}};
+    void* object = &alive;
     for (const auto& failure : failures) {
         EXPECT_EQ(factory->createInstance(failure.cid, failure.iid, &object), kNoInterface);
         EXPECT_EQ(object, nullptr);
         EXPECT_EQ(alive, 0);
-        object = this;
+        object = &alive;
     }
-    ASSERT_EQ(factory->createInstance(workingId, Vst::IComponent::iid, &object), kResultOk);
+    ASSERT_EQ(factory->createInstance(workingId, IComponent::iid, &object), kResultOk);
     EXPECT_EQ(alive, 1);
-    EXPECT_EQ(static_cast<Vst::IComponent*>(object)->release(), 0u);
+    EXPECT_EQ(static_cast<IComponent*>(object)->release(), 0u);
     EXPECT_EQ(alive, 0);
 }
 
-TEST_F(Factory, TheGlobalOneIsForgottenWithItsOwnEndAlone)
+TEST(Factory, TheGlobalOneIsForgottenWithItsOwnEndAlone)
 {
     auto* const other = new CPluginFactory(PFactoryInfo());
-    gPluginFactory = factory;
+    gPluginFactory = new CPluginFactory(PFactoryInfo());
     EXPECT_EQ(other->release(), 0u);
-    EXPECT_EQ(gPluginFactory, factory) << "the end of another factory cleared the library's own";
-    factory->addRef();
-    EXPECT_EQ(factory->release(), 1u);
-    auto* const last = gPluginFactory = new CPluginFactory(PFactoryInfo());
-    EXPECT_EQ(last->release(), 0u);
+    ASSERT_NE(gPluginFactory, nullptr) << "the end of another factory cleared the library's own";
+    gPluginFactory->addRef();
+    EXPECT_EQ(gPluginFactory->release(), 1u);
+    EXPECT_EQ(gPluginFactory->release(), 0u);
     EXPECT_EQ(gPluginFactory, nullptr);
+}
+
+TEST(AudioEffect, BusesOutsideTheListAreNullAndSoIsTheirArrangement)
+{
+    Vst::AudioEffect effect;
+    AudioBus* const input = effect.addAudioInput(STR16("In"), SpeakerArr::kStereo);
+    effect.addAudioOutput(STR16("Out"), SpeakerArr::kStereo);
+    for (const int32 index : {-1, 0, 1, 1000}) {
+        EXPECT_EQ(effect.getAudioInput(index), index == 0 ? input : nullptr);
+        SpeakerArrangement found = 77;
+        EXPECT_EQ(effect.getBusArrangement(kOutput, index, found),
+                  index == 0 ? kResultTrue : kInvalidArgument);
+        EXPECT_EQ(found, index == 0 ? SpeakerArr::kStereo : 77u);
+    }
+    SpeakerArrangement mono[] = {SpeakerArr::kMono, SpeakerArr::kMono};
+    EXPECT_EQ(effect.setBusArrangements(mono, 1, mono, 2), kResultFalse);
+    EXPECT_EQ(input->getArrangement(), SpeakerArr::kStereo) << "a refusal changed a bus";
 }
 
 }  // namespace
