@@ -1,5 +1,5 @@
-// CPluginFactory: what it makes and how long it lives; and what a component
-// inherits that defines nothing of its own.
+// CPluginFactory: what it makes and how long it lives; and what a component inherits that defines
+// nothing of its own.
 #include "public.sdk/source/main/pluginfactory.h"
 #include "public.sdk/source/vst/vstaudioeffect.h"
 

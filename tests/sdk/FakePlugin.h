@@ -89,8 +89,7 @@ public:
 
     tresult PLUGIN_API setActive(TBool state) override
     {
-        enter();
-        calls.push_back("active " + std::to_string(state));
+        enter("active " + std::to_string(state));
         if (state)
             latency = processSetup.sampleRate < 176000.0 ? 96 : 0;
         return kResultOk;
@@ -104,8 +103,7 @@ public:
 
     tresult PLUGIN_API setupProcessing(ProcessSetup& setup) override
     {
-        enter();
-        calls.push_back("rate " + std::to_string(static_cast<int>(setup.sampleRate)));
+        enter("rate " + std::to_string(static_cast<int>(setup.sampleRate)));
         calls.push_back("frames " + std::to_string(setup.maxSamplesPerBlock));
         return AudioEffect::setupProcessing(setup);
     }
@@ -114,8 +112,7 @@ public:
     tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
                                           SpeakerArrangement* outputs, int32 numOuts) override
     {
-        enter();
-        calls.push_back("buses");
+        enter("buses");
         const bool fits = inputs[0] == outputs[0];
         SpeakerArrangement taken = fits ? inputs[0] : SpeakerArr::kStereo;
         AudioEffect::setBusArrangements(&taken, numIns, &taken, numOuts);
@@ -126,7 +123,7 @@ public:
 
     tresult PLUGIN_API process(ProcessData& data) override
     {
-        enter();
+        inside();
         const AudioBusBuffers &in = data.inputs[0], &out = data.outputs[0];
         Block block{{}, data.numSamples, in.numChannels, out.numChannels};
         for (int32 i = 0; i < data.inputParameterChanges->getParameterCount(); ++i) {
@@ -169,7 +166,12 @@ public:
     std::string restored;
 
 private:
-    void enter()
+    void enter(const std::string& call)
+    {
+        inside();
+        calls.push_back(call);
+    }
+    void inside()
     {
         if (plan.whileInside)
             std::exchange(plan.whileInside, nullptr)();
