@@ -34,8 +34,7 @@ TEST(ParameterTransfer, SlotsArriveOnceWithTheirLastValueInTheOrderOfTheirLastCh
     EXPECT_EQ(take(transfer), Delivery());
 }
 
-// A writer goes on once its pair has arrived, which nothing written later may
-// bring about.
+// A writer goes on once its pair has arrived, which nothing written later may bring about.
 struct Writer {
     std::size_t first, second;
     std::atomic<int> written{0}, arrived{0};
@@ -44,9 +43,8 @@ struct Writer {
 
 TEST(ParameterTransfer, OfTwoSlotsWrittenOneAfterTheOtherTheSecondNeverArrivesFirstAndBothArrive)
 {
-    // A reader that walks the table meets one pair in the order of writing and
-    // the other against it, and far apart, so that the walk takes its time. Each
-    // writer is there alone and both.
+    // A reader that walks the table meets one pair in the order of writing and the other against
+    // it, and far apart, so that the walk takes its time. Each writer is there alone and both.
     for (const unsigned present : {1u, 2u, 3u}) {
         Writer all[] = {{0, 255}, {254, 1}};
         std::vector<Writer*> writers;
