@@ -1,6 +1,7 @@
 // What passes between the preset panels of several windows, the controller, the host and the store.
 #include "EditorStage.h"
 #include "HandMadeImages.h"
+#include "IdleUpdate_ZKR_Handler.h"
 #include "TemporaryFolder.h"
 
 namespace {
@@ -143,5 +144,41 @@ TEST(PresetPanel, EachActionTellsTheOtherEditorsTheHostAndTheStore)
         EXPECT_EQ(panels.store.values.count(row.stored), row.stored.empty() ? 0u : 1u);
     }
 }
+
+#if !SMTG_OS_WINDOWS
+struct TimerProbe : Timer {
+    void stop() override { callback = nullptr; }
+
+    static inline ITimerCallback* callback;
+    static inline uint32 period;
+};
+
+TEST(IdleHandler, TriggersDeferredUpdatesThirtyTimesASecond)
+{
+    InjectCreateTimerFunction([](ITimerCallback* callback, uint32 milliseconds) -> Timer* {
+        TimerProbe::callback = callback;
+        TimerProbe::period = milliseconds;
+        return new TimerProbe;
+    });
+    struct Listener : FObject {
+        void PLUGIN_API update(FUnknown*, int32 message) override { heard.push_back(message); }
+        std::vector<int32> heard;
+    } listener;
+    {
+        IdleUpdate_ZKR_Handler handler;
+        InjectCreateTimerFunction(nullptr);
+        EXPECT_EQ(TimerProbe::period, 33u);
+        FObject subject;
+        subject.addDependent(&listener);
+        subject.deferUpdate(5);
+        EXPECT_TRUE(listener.heard.empty());
+        ASSERT_TRUE(TimerProbe::callback);
+        TimerProbe::callback->onTimer(nullptr);
+        EXPECT_EQ(listener.heard, (std::vector<int32>{5}));
+        subject.removeDependent(&listener);
+    }
+    EXPECT_FALSE(TimerProbe::callback) << "the timer outlives its handler";
+}
+#endif
 
 }  // namespace

@@ -20,8 +20,7 @@ TEST_F(Editor, TheRockerStepsThroughThePresetsAndStopsAtTheEnds)
     window->click(at(kRockerTag) + kBack);
     EXPECT_EQ(controller.getCurrentPreset(), 22);
     EXPECT_EQ(controller.bank(),
-              Bytes(reinterpret_cast<const uint8*>(factoryBank().data()),
-                    reinterpret_cast<const uint8*>(&factoryBank()[0] + 24)));
+              std::string(reinterpret_cast<const char*>(factoryBank().data()), sizeof(Bank)));
 }
 
 TEST_F(Editor, TheMenuListsAllPresetsWithTheSelectedOneChecked)

@@ -41,6 +41,28 @@ TEST_F(BankFiles, HoldHeaderAndRecordsAtTheirPlaces)
     EXPECT_EQ(controller.presetImage(), preset.finish(handmade::kPreset));
 }
 
+struct HidingController : ControllerProbe {
+    using ControllerProbe::ControllerProbe;
+    bool isParameterHidden(ParamID id) override { return id == kChannel || id == kHGainR2; }
+};
+
+TEST_F(BankFiles, LeaveHiddenParametersOutOfRecordsAndCounts)
+{
+    HidingController hiding(store);
+    fillWithOddValues(hiding);
+    Bytes bank, preset;
+    EXPECT_EQ(hiding.serializeBank(bank), 41 + 24 * (168 + 56 * 32));
+    EXPECT_EQ(hiding.serializePreset(preset), 41 + 168 + 56 * 32);
+    EXPECT_EQ(readHeader(bank.data()).recordCount, 24 * 57);
+    EXPECT_EQ(readHeader(preset.data()).recordCount, 57);
+    EXPECT_EQ(static_cast<std::size_t>(readHeader(bank.data()).payloadSize), bank.size() - 41);
+    hiding.storeDefaultBank();
+    ControllerProbe next(store);
+    for (ParamID id = 0; id < kPresetParamCount; ++id)
+        EXPECT_EQ(next.preset(9).values[id],
+                  (hiding.isParameterHidden(id) ? factoryBank()[0] : hiding.preset(9)).values[id]);
+}
+
 TEST_F(BankFiles, LieWhereTheirPathSaysAndTheFolderIsKept)
 {
     const auto saved = [this](const std::string& name) {

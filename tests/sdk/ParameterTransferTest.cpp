@@ -1,12 +1,10 @@
-// ParameterTransfer: nothing is lost and nothing overtakes, with one thread and
-// with several.
+// ParameterTransfer: nothing is lost and nothing overtakes, with one thread and with several.
 #include "public.sdk/source/vst/vst2wrapper/parametertransfer.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <chrono>
-#include <climits>
+#include <cmath>
 #include <thread>
 
 using Steinberg::Vst::ParameterTransfer;
@@ -27,71 +25,91 @@ Delivery take(ParameterTransfer& transfer)
 TEST(ParameterTransfer, SlotsArriveOnceWithTheirLastValueInTheOrderOfTheirLastChange)
 {
     ParameterTransfer transfer(6);
-    const Delivery written = {{4, 0.1}, {1, 0.2}, {5, 0.3}, {4, 0.4}, {0, 0.5}, {1, 0.2}};
-    for (const auto& [slot, value] : written)
-        transfer.set(slot, value);
+    transfer.set(4, 0.1);
+    transfer.set(1, 0.2);
+    transfer.set(5, 0.3);
+    transfer.set(4, 0.4);
+    transfer.set(0, 0.5);
+    transfer.set(1, 0.2);
     EXPECT_EQ(take(transfer), (Delivery{{5, 0.3}, {4, 0.4}, {0, 0.5}, {1, 0.2}}));
     EXPECT_EQ(take(transfer), Delivery());
 }
 
-// A writer goes on once its pair has arrived, which nothing written later may bring about.
-struct Writer {
-    std::size_t first, second;
-    std::atomic<int> written{0}, arrived{0};
-    int values[2] = {};
-};
+TEST(ParameterTransfer, WritersThatNeverPauseLoseNoLastValueAndTheLastWrittenSlotArrivesLast)
+{
+    constexpr std::size_t kWriters = 3, kShared = 2 * kWriters;
+    for (int round = 0; round < 40; ++round) {
+        ParameterTransfer transfer(kShared + 1);
+        std::atomic<std::size_t> finished{0};
+        std::vector<std::thread> writers;
+        for (std::size_t w = 0; w < kWriters; ++w)
+            writers.emplace_back([&transfer, &finished, w] {
+                // Every other writer ends with the slot that is looked at first.
+                const std::size_t first = 2 * w + (w & 1), last = 2 * w + 1 - (w & 1);
+                for (int i = 1; i <= 2000; ++i) {
+                    transfer.set(first, i);
+                    transfer.set(kShared, 10000.0 * static_cast<double>(w) + i);
+                    transfer.set(last, i);
+                }
+                ++finished;
+            });
+
+        double values[kShared + 1] = {};
+        std::size_t arrival[kShared + 1] = {}, arrivals = 0;
+        for (bool last = false; !last; std::this_thread::yield()) {
+            last = finished == kWriters;
+            for (const auto& [slot, value] : take(transfer)) {
+                values[slot] = value;
+                arrival[slot] = ++arrivals;
+            }
+        }
+        for (std::thread& writer : writers)
+            writer.join();
+        for (std::size_t w = 0; w < kWriters; ++w) {
+            EXPECT_EQ(values[2 * w], 2000.0);
+            EXPECT_EQ(values[2 * w + 1], 2000.0);
+            EXPECT_LT(arrival[2 * w + (w & 1)], arrival[2 * w + 1 - (w & 1)]) << "writer " << w;
+        }
+        EXPECT_EQ(std::fmod(values[kShared], 10000.0), 2000.0);
+    }
+}
 
 TEST(ParameterTransfer, OfTwoSlotsWrittenOneAfterTheOtherTheSecondNeverArrivesFirstAndBothArrive)
 {
-    // A reader that walks the table meets one pair in the order of writing and the other against
-    // it, and far apart, so that the walk takes its time. Each writer is there alone and both.
-    for (const unsigned present : {1u, 2u, 3u}) {
-        Writer all[] = {{0, 255}, {254, 1}};
-        std::vector<Writer*> writers;
-        for (const unsigned w : {0u, 1u})
-            if (present >> w & 1)
-                writers.push_back(&all[w]);
+    // Both ways round, since a reader that walks the table meets one pair in the order of writing
+    // and the other against it, and far apart, so that the walk takes its time. The writer goes on
+    // once its pair has arrived.
+    for (const std::size_t first : {0u, 255u}) {
         ParameterTransfer transfer(256);
         std::atomic<bool> stop{false};
-        std::vector<std::thread> threads;
-        for (Writer* writer : writers)
-            threads.emplace_back([&transfer, &stop, writer] {
-                for (int i = 1; !stop; ++i) {
-                    transfer.set(writer->first, i);
-                    transfer.set(writer->second, i);
-                    writer->written = i;
-                    while (writer->arrived < i && !stop)
-                        std::this_thread::yield();
-                }
-            });
-
-        int overtaken = 0, lost = 0, fewest = 0;
-        // However long a busy machine takes for a hundred pairs: a lost value ends
-        // it.
-        const auto least = Clock::now() + std::chrono::milliseconds(500);
-        while (lost == 0 && (Clock::now() < least || fewest <= 100)) {
-            std::vector<int> complete;
-            for (const Writer* writer : writers)
-                complete.push_back(writer->written);
-            for (const auto& [slot, value] : take(transfer))
-                for (Writer* writer : writers) {
-                    if (slot == writer->first || slot == writer->second)
-                        writer->values[slot == writer->first ? 0 : 1] = static_cast<int>(value);
-                    overtaken += writer->values[1] > writer->values[0];
-                }
-            fewest = INT_MAX;
-            for (std::size_t w = 0; w < writers.size(); ++w) {
-                const int* const values = writers[w]->values;
-                lost += std::min(values[0], values[1]) < complete[w];
-                writers[w]->arrived = values[1];
-                fewest = std::min(fewest, values[1]);
+        std::atomic<int> written{0}, arrived{0};
+        std::thread writer([&] {
+            for (int i = 1; !stop; ++i) {
+                transfer.set(first, i);
+                transfer.set(255 - first, i);
+                written = i;
+                while (arrived < i && !stop)
+                    std::this_thread::yield();
             }
+        });
+
+        int values[2] = {}, overtaken = 0, lost = 0;
+        // However long a busy machine takes for a hundred pairs: a lost value ends it.
+        const auto start = Clock::now();
+        while (lost == 0
+               && (Clock::now() - start < std::chrono::milliseconds(500) || arrived <= 100)) {
+            const int complete = written;
+            for (const auto& [slot, value] : take(transfer)) {
+                values[slot == first ? 0 : 1] = static_cast<int>(value);
+                overtaken += values[1] > values[0];
+            }
+            lost += values[0] < complete || values[1] < complete;
+            arrived = values[1];
         }
         stop = true;
-        for (std::thread& thread : threads)
-            thread.join();
+        writer.join();
         EXPECT_EQ(overtaken, 0);
-        EXPECT_EQ(lost, 0) << "after " << fewest << " pairs";
+        EXPECT_EQ(lost, 0) << "after " << arrived << " pairs";
     }
 }
 
