@@ -236,8 +236,8 @@ void Editor::drawKnob(CDrawContext& context, const Placed& knob)
 {
     const auto labels = rows("label", knob.use);
     const double stepped = value(knob.use == "band" ? knob.id - 2 : knob.id);
-    const auto step =
-        static_cast<std::size_t>(stepped * static_cast<double>(labels.size() - 1) + 0.5);
+    const double last = labels.empty() ? 0.0 : static_cast<double>(labels.size()) - 1;
+    const auto step = static_cast<std::size_t>(stepped * last + 0.5);
     for (const Row& row : rows("knob"))
         if (row.at("kind") == knob.use)
             drawFrame(context, row.whole("picture"), row.whole("frames"),
