@@ -271,7 +271,7 @@ private:
                 require(std::isfinite(channel[k]), "an output that is no number");
     }
 
-    // Hosts ask and set from inside what they are told.
+    // Hosts ask from inside what they are told, and set again the parameter of which they hear.
     static VstIntPtr answer(AEffect*, VstInt32 opcode, VstInt32 index, VstIntPtr, void*, float opt)
     {
         if (opcode == audioMasterVersion)
@@ -280,8 +280,10 @@ private:
         if (!host)
             return 0;
         if (host->callsBack) {
-            requireValue(host->get(index));
-            host->set(index, opt);
+            if (opcode == audioMasterAutomate) {
+                requireValue(host->get(index));
+                host->set(index, opt);
+            }
             host->save();
             host->requireArrangements(true, true);
         }
