@@ -32,7 +32,7 @@ run() {
 
 # Windows first: tests of the Linux build compare the two libraries.
 scripts/wine.sh wineboot --init >/dev/null 2>&1
-run win64 all
+run win64 all --parallel 2
 run release all --parallel 2
 run asan all --parallel 2
 run tsan "sdk_test presets_test threads_test vst3_view_test vstgui_x11_test" \

@@ -4,7 +4,7 @@ zkr_test(corruption_test SOURCES CorruptionTest.cpp LINK zkr_params)
 # The code under test is in libraries and keeps its sanitizers; what is expected of it is worked out
 # some hundred thousand times.
 set_source_files_properties(CorruptionTest.cpp PROPERTIES
-  COMPILE_OPTIONS "-O2;-fno-sanitize=all")
+  COMPILE_OPTIONS "-O2;-fno-sanitize=all" SKIP_PRECOMPILE_HEADERS ON)
 
 set(system $<IF:$<BOOL:${WIN32}>,Windows,Posix>)
 zkr_test(store_test SOURCES StoreTest.cpp Store${system}Test.cpp

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Runs a Windows program on a display of its own, with a Wine prefix that stays beside the program:
-# Wine's servers keep the display that they were started with.
+# Runs a Windows program on a display of its own, with a Wine prefix for such programs: Wine's servers
+# keep the display that they were started with, so that only one may run at a time.
 set -eu
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-WINEPREFIX=$(cd "$(dirname "$1")" && pwd)/wine-with-display
+WINEPREFIX=$(cd "$here/../../.." && pwd)/build/wine-with-display
 export WINEPREFIX WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES=mscoree,mshtml=
 mkdir -p "$WINEPREFIX"
 end_servers() {
