@@ -123,6 +123,12 @@ struct HostLoop : X11::IRunLoop {
         timers.erase(std::find(timers.begin(), timers.end(), h));
         return true;
     }
+    void tick()
+    {
+        for (auto* handler : std::vector<X11::ITimerHandler*>(timers))
+            if (std::find(timers.begin(), timers.end(), handler) != timers.end())
+                handler->onTimer();
+    }
     X11::IEventHandler* events{nullptr};
     std::vector<X11::ITimerHandler*> timers;
 };
@@ -141,8 +147,7 @@ TEST(HostsRunLoop, AFrameAndAllTimersLiveOnItUntilItsLastFrameCloses)
     ASSERT_NE(loop->events, nullptr);
     pump(40);
     EXPECT_EQ(ticks, 0);
-    for (auto* handler : std::vector<X11::ITimerHandler*>(loop->timers))
-        handler->onTimer();
+    loop->tick();
     loop->events->onEvent();
     EXPECT_EQ(ticks, 1);
     EXPECT_EQ(screenshot(kHost, 100, 100).at(99, 99), kBlueCColor);
@@ -151,6 +156,29 @@ TEST(HostsRunLoop, AFrameAndAllTimersLiveOnItUntilItsLastFrameCloses)
     EXPECT_EQ(loop->events, nullptr);
     EXPECT_TRUE(loop->timers.empty());
     EXPECT_TRUE(pumpUntil([&] { return ticks > 2; }));
+}
+
+// Xlib may read an event while it sends a picture, after which the descriptor is silent.
+TEST(HostsRunLoop, EventsThatTheDescriptorNoLongerTellsOfAreHandledAtTheNextTick)
+{
+    HostWindow host(kHost, 100, 100);
+    const auto loop = owned(new HostLoop);
+    const auto timer = owned(new CVSTGUITimer([](CVSTGUITimer*) { }, 5));
+    X11::FrameConfig config(loop);
+    Record record;
+    auto* frame = new RecordingFrame(record, {100, 100});
+    ASSERT_TRUE(frame->open(host.handle(), kDefaultNative, &config));
+    loop->events->onEvent();
+    hands::movePointer({kHost.x + 20, kHost.y + 20});
+    hands::button(hands::Button::Left, true);
+    hands::button(hands::Button::Left, false);
+    const auto pressed = [&] { return record.has("down 20,20 L"); };
+    for (int i = 0; i < 1000 && !pressed(); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        loop->tick();
+    }
+    EXPECT_TRUE(pressed());
+    frame->close();
 }
 
 }  // namespace

@@ -127,6 +127,20 @@ void X11Connection::onEvent()
     XFlush(display);
 }
 
+void X11Connection::handleQueued()
+{
+    const auto connection = current().lock();
+    if (!connection)
+        return;
+    bool waiting;
+    {
+        const X11ErrorGuard guard(connection->display);
+        waiting = XPending(connection->display) > 0;
+    }
+    if (waiting)
+        connection->onEvent();
+}
+
 bool X11Connection::waitAndHandle(int extraFd, int milliseconds)
 {
     const auto self = shared_from_this();

@@ -44,6 +44,9 @@ public:
     void removeWindow(Window window) { windows.erase(window); }
 
     void onEvent() override;
+    // Events that Xlib read along with an answer or while it sent a picture: the descriptor no
+    // longer tells a loop of them. For timers, on whose ticks such events are taken up.
+    static void handleQueued();
     // For whoever blocks: waits for events, the next timer or extraFd, at most that long, and then
     // handles events and timers. True when extraFd can be read. -1: no such descriptor.
     bool waitAndHandle(int extraFd, int milliseconds);

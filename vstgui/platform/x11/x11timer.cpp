@@ -4,6 +4,7 @@
 #include "vstgui/platform/iplatformframe.h"
 #include "vstgui/platform/x11/idlerunloop.h"
 #include "vstgui/platform/x11/steadyclock.h"
+#include "vstgui/platform/x11/x11connection.h"
 
 #include <algorithm>
 
@@ -54,6 +55,7 @@ void X11Timer::onTimer()
     const CBaseObjectGuard guard(this);
     due = steadyMilliseconds() + period;
     callback->platformTimerFired();
+    X11Connection::handleQueued();
 }
 
 TimerHub::TimerHub() : loop(&IdleRunLoop::instance()) { }
