@@ -74,14 +74,20 @@ TEST_F(LinkedEditor, KnobsKeepTheirDistanceUntilControlTakesIt)
     ASSERT_EQ(knobs.size(), 15u);
     for (int round = 0; round < 6; ++round) {
         const int way = round / 2, side = round % 2, direction = round % 4 < 2 ? -1 : 1;
+        // Neighbours have other distances.
+        const auto distanceOf = [&](std::size_t knob) {
+            return -direction * (2 + static_cast<int>(knob % 3)) / 11.0;
+        };
         set(kLink, 0);
-        for (const int left : knobs) {
-            set(left + side, (direction < 0 ? 5 : 6) / 11.0);
-            set(left + 1 - side, (direction < 0 ? 3 : 8) / 11.0);
+        for (std::size_t knob = 0; knob < knobs.size(); ++knob) {
+            const double turned = (direction < 0 ? 5 : 6) / 11.0;
+            set(knobs[knob] + side, turned);
+            set(knobs[knob] + 1 - side, turned - distanceOf(knob));
         }
         link(way);
-        const double distance = -direction * 2 / 11.0;
-        for (const int left : knobs) {
+        for (std::size_t knob = 0; knob < knobs.size(); ++knob) {
+            const int left = knobs[knob];
+            const double distance = distanceOf(knob);
             SCOPED_TRACE(testing::Message() << "parameter " << left + side << ", round " << round);
             bool limited = false;
             for (int step = 0; step < 10; ++step) {
@@ -94,10 +100,11 @@ TEST_F(LinkedEditor, KnobsKeepTheirDistanceUntilControlTakesIt)
             }
             EXPECT_TRUE(limited) << "the partner never stood at its limit";
         }
-        for (const int left : knobs) {
+        for (std::size_t knob = 0; knob < knobs.size(); ++knob) {
+            const int left = knobs[knob];
             SCOPED_TRACE(testing::Message() << "Control, parameter " << left + side);
             turn(left + side, direction);
-            EXPECT_NEAR(value(left + side) - value(left + 1 - side), distance, 1e-6);
+            EXPECT_NEAR(value(left + side) - value(left + 1 - side), distanceOf(knob), 1e-6);
             turn(left + side, direction, kControl);
             EXPECT_EQ(value(left + side), value(left + 1 - side));
             turn(left + 1 - side, -direction);

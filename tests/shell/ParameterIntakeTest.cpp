@@ -150,7 +150,7 @@ TEST(LatencyReport, WaitsForAHostThatListensAndCountsWhereItsListIsFull)
     data.inputs = data.outputs = &bus;
     for (int block = 0; block < 29; ++block) {
         data.outputParameterChanges = block < 20 ? nullptr : &full;
-        EXPECT_EQ(processor.reportedLatencyMs == -1.0f, block <= 20) << block;
+        EXPECT_EQ(processor.reportedLatencyMs, block <= 20 ? -1 : 19 - block) << block;
         processor.process(data);
     }
     EXPECT_EQ(processor.reportedLatencyMs, processor.latencyMs);

@@ -69,6 +69,7 @@ TEST(Buses, AreAsRequestedWhereAcceptedAndStereoWhereRefused)
         ASSERT_EQ(processor.getBusArrangement(direction, 0, found), kResultTrue);
         EXPECT_EQ(std::string(info.name, std::find(info.name, info.name + 128, 0)), name);
         EXPECT_EQ(found, arrangement) << name;
+        EXPECT_TRUE(info.flags & BusInfo::kDefaultActive) << name;
     };
     expectBus(kInput, "Stereo In", kStereo);
     expectBus(kOutput, "Stereo Out", kStereo);
@@ -129,6 +130,18 @@ TEST(Blocks, AnEmptyBlockTakesParametersAndTouchesNoSample)
     EXPECT_EQ(processor.powerOn, 0);
     EXPECT_EQ(guard[0], -7.0f);
     EXPECT_EQ(processor.reports.getParameterCount(), 1) << "the latency goes out all the same";
+
+    // Nor does one that lacks the buses of a side.
+    AudioBusBuffers bus;
+    ProcessData data;
+    data.numSamples = 4;
+    for (const bool output : {false, true}) {
+        data.numInputs = !output;
+        data.numOutputs = output;
+        (output ? data.outputs : data.inputs) = &bus;
+        EXPECT_EQ(processor.process(data), kResultOk);
+        (output ? data.outputs : data.inputs) = nullptr;
+    }
 }
 
 TEST(Blocks, InputAndOutputMayBeTheSameMemoryAlsoCrosswise)
@@ -154,6 +167,7 @@ TEST(Blocks, ActivationAlsoWithFalseStartsFromSilence)
         processor.set(kPower, 0.0);
         const std::vector<Signal> first = processor.render(in, {400});
         processor.setActive(state);
+        EXPECT_EQ(processor.setProcessing(state), kNotImplemented);
         EXPECT_EQ(processor.render(in, {400}), first);
     }
 }
