@@ -97,14 +97,14 @@ public:
 
     tresult PLUGIN_API setProcessing(TBool state) override
     {
-        calls.push_back("processing " + std::to_string(state));
+        note("processing " + std::to_string(state));
         return kNotImplemented;
     }
 
     tresult PLUGIN_API setupProcessing(ProcessSetup& setup) override
     {
         enter("rate " + std::to_string(static_cast<int>(setup.sampleRate)));
-        calls.push_back("frames " + std::to_string(setup.maxSamplesPerBlock));
+        note("frames " + std::to_string(setup.maxSamplesPerBlock));
         return AudioEffect::setupProcessing(setup);
     }
 
@@ -144,7 +144,8 @@ public:
                 ->addPoint(0, *meter, index);
             meter.reset();
         }
-        blocks.push_back(block);
+        if (keepsRecord)
+            blocks.push_back(block);
         return kResultOk;
     }
 
@@ -164,12 +165,18 @@ public:
     std::map<ParamID, double> heard;  // the last change of each parameter
     std::optional<double> meter;      // reported with the next block
     std::string restored;
+    bool keepsRecord = true;  // of calls and blocks
 
 private:
     void enter(const std::string& call)
     {
         inside();
-        calls.push_back(call);
+        note(call);
+    }
+    void note(const std::string& call)
+    {
+        if (keepsRecord)
+            calls.push_back(call);
     }
     void inside()
     {
