@@ -35,7 +35,9 @@ TEST_F(ControllerThreads, AnEditorHearsOnItsOwnThreadAloneAndOfTheLastValueInThe
     EXPECT_TRUE(editor.told.empty());
     controller.setParamNormalized(kLatency, 0.0);
     controller.setParamNormalized(kHGainL, 0.5);
-    EXPECT_EQ(std::exchange(editor.told, {}), (Values{{kLatency, 0.0}, {kHGainL, 0.5}}));
+    controller.setParamNormalized(kHGainR, 1.5);
+    EXPECT_EQ(std::exchange(editor.told, {}),
+              (Values{{kLatency, 0.0}, {kHGainL, 0.5}, {kHGainR, 1.0}}));
     controller.holdEditors();
     controller.holdEditors();
     controller.setParamNormalized(kMS, 1.0);
