@@ -46,6 +46,9 @@ void TemplateEditor::updateLayout()
     }
     refreshHoverRects();
     showAllParameters();
+    // Another thread has switched a module meanwhile, and the window is laid out for that already.
+    if (layoutMode != mode)
+        return;
     frame->setSize(width, kEditorHeight);
     const CPoint size(width, kEditorHeight);
     setEditorSizeConstrains(size, size);

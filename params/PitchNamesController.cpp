@@ -109,9 +109,12 @@ bool PitchNamesController::isAttached(AttachedEditor* editor)
 tresult PLUGIN_API PitchNamesController::setParamNormalized(ParamID id, ParamValue value)
 {
     const tresult result = ZKRPresetSystemController3::setParamNormalized(id, value);
-    // What the parameter took, which is between 0 and 1.
-    const ParamValue taken = id < kPresetParamCount ? getParamNormalized(id) : value;
+    ParamValue taken = value;
     const auto told = editorsWhere([&](AttachedEditor* editor) {
+        // What the parameter took, which is between 0 and 1. Read with the editors locked: what
+        // another thread has set since is told, or postponed after this.
+        if (id < kPresetParamCount)
+            taken = getParamNormalized(id);
         const bool now = holds == 0 && editor->isOnOwnThread();
         now ? editor->forgetPostponed(id) : editor->postpone(id, taken);
         return now;

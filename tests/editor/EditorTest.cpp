@@ -156,6 +156,18 @@ TEST_F(Editor, AHostsAutomationMovesTheControlsAndRepaintsNothingElse)
     EXPECT_EQ(picture(), before);
 }
 
+TEST_F(Editor, AModuleThatAnotherThreadSwitchesInTheMiddleOfALayoutIsFollowed)
+{
+    controller.afterRead = [this, first = true](ParamID id) mutable {
+        if (id == kLGainL && std::exchange(first, false))
+            std::thread([this] { set(kQB11, 0); }).join();
+    };
+    set(kQB11, 1);
+    EXPECT_EQ(window->width(), 394);
+    clock.advance(40);
+    EXPECT_EQ(window->width(), 394);
+}
+
 TEST_F(Editor, TwoWindowsShowTheSameAndOneOutlivesTheOther)
 {
     Window second(controller);

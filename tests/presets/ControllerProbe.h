@@ -114,7 +114,16 @@ public:
         return image;
     }
 
+    ParamValue PLUGIN_API getParamNormalized(ParamID id) override
+    {
+        const ParamValue value = PitchNamesController::getParamNormalized(id);
+        if (afterRead)
+            afterRead(id);
+        return value;
+    }
+
     HostProbe host;
+    std::function<void(ParamID)> afterRead;  // on the reading thread
 };
 
 // Values that no factory preset holds, a different one in every place.

@@ -4,6 +4,7 @@
 
 #include "public.sdk/source/common/memorystream.h"
 
+#include <future>
 #include <map>
 #include <random>
 
@@ -49,6 +50,25 @@ TEST_F(ControllerThreads, AnEditorHearsOnItsOwnThreadAloneAndOfTheLastValueInThe
     editor.takeUpPostponed();
     editor.takeUpPostponed();
     EXPECT_EQ(editor.told, (Values{{kMS, 0.0}}));
+    controller.editorRemoved(&editor);
+}
+
+TEST_F(ControllerThreads, AnEditorEndsWithTheNewerOfTwoValues)
+{
+    EditorProbe editor(&controller);
+    controller.editorAttached(&editor);
+    std::future<void> other;
+    controller.afterRead = [&, first = true](ParamID) mutable {
+        if (std::this_thread::get_id() != editor.thread || !std::exchange(first, false))
+            return;
+        other = std::async(std::launch::async,
+                           [this] { controller.setParamNormalized(kLGainL, 0.75); });
+        other.wait_for(std::chrono::milliseconds(50));
+    };
+    controller.setParamNormalized(kLGainL, 0.25);
+    other.wait();
+    editor.takeUpPostponed();
+    EXPECT_EQ(editor.told.back(), Values::value_type(kLGainL, 0.75));
     controller.editorRemoved(&editor);
 }
 
