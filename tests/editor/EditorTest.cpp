@@ -159,12 +159,12 @@ TEST_F(Editor, AHostsAutomationMovesTheControlsAndRepaintsNothingElse)
 TEST_F(Editor, AModuleThatAnotherThreadSwitchesInTheMiddleOfALayoutIsFollowed)
 {
     controller.afterRead = [this, first = true](ParamID id) mutable {
-        if (id == kLGainL && std::exchange(first, false))
+        if (id == 0 && std::exchange(first, false))
             std::thread([this] { set(kQB11, 0); }).join();
     };
     set(kQB11, 1);
     EXPECT_EQ(window->width(), 394);
-    clock.advance(40);
+    clock.advance(100);
     EXPECT_EQ(window->width(), 394);
 }
 
