@@ -5,6 +5,8 @@
 #include "MemoryStore.h"
 #include "PitchNamesController.h"
 
+#include "public.sdk/source/vst/vst2wrapper/ivst2bridge.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -20,7 +22,7 @@ using namespace Steinberg::Vst;
 using Values = std::vector<std::pair<ParamID, double>>;
 using Bytes = std::vector<uint8>;
 
-class HostProbe : public IComponentHandler, public IComponentHandler2 {
+class HostProbe : public IComponentHandler, public IComponentHandler2, public IPendingValues {
 public:
     tresult PLUGIN_API beginEdit(ParamID id) override { return note("begin", id); }
     tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override
@@ -39,11 +41,17 @@ public:
     tresult PLUGIN_API requestOpenEditor(FIDString) override { return kNotImplemented; }
     tresult PLUGIN_API startGroupEdit() override { return kNotImplemented; }
     tresult PLUGIN_API finishGroupEdit() override { return kNotImplemented; }
+    void PLUGIN_API deliverPendingValues() override
+    {
+        if (pending)
+            std::exchange(pending, nullptr)();
+    }
     tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) override
     {
         QUERY_INTERFACE(_iid, obj, FUnknown::iid, IComponentHandler)
         QUERY_INTERFACE(_iid, obj, IComponentHandler::iid, IComponentHandler)
         QUERY_INTERFACE(_iid, obj, IComponentHandler2::iid, IComponentHandler2)
+        QUERY_INTERFACE(_iid, obj, IPendingValues::iid, IPendingValues)
         *obj = nullptr;
         return kNoInterface;
     }
@@ -53,6 +61,7 @@ public:
     Values edits;
     std::vector<std::string> calls;
     std::function<void(ParamID)> onEdit;
+    std::function<void()> pending;
 
 private:
     tresult note(const char* call, ParamID id)

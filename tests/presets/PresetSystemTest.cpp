@@ -1,5 +1,6 @@
 // Selection, names, the store and the host's state, through the controller as a host holds it.
 #include "ControllerProbe.h"
+#include "TemporaryFolder.h"
 
 #include "public.sdk/source/common/memorystream.h"
 
@@ -221,6 +222,34 @@ TEST_F(Presets, StateIsTheWholeBankBehindEightBytes)
     other.terminate();
     EXPECT_EQ(other.getState(&state), kInternalError);
     EXPECT_EQ(other.setState(&state), kInternalError);
+}
+
+// Of VST 2 hosts, which set them at any time; the wrapper hands them over when it is asked.
+TEST_F(Presets, ValuesThatTheHostSetBeforeAChangeGoIntoThePresetOfBefore)
+{
+    ControllerProbe other(store);
+    fillWithOddValues(other);
+    MemoryStream state;
+    other.getState(&state);
+    const auto selectBefore = [this](int32 index) {
+        controller.setCurrentPreset(index);
+        controller.host.pending = [this] { controller.setParamNormalized(kLGainL, 0.875); };
+    };
+    selectBefore(4);
+    controller.setCurrentPreset(5);
+    EXPECT_EQ(controller.preset(4).values[kLGainL], 0.875f);
+    EXPECT_NE(controller.preset(5).values[kLGainL], 0.875f);
+
+    const TemporaryFolder folder;
+    const std::string file = folder / "one.zkr";
+    other.savePreset(file.c_str());
+    selectBefore(6);
+    controller.loadPreset(file.c_str(), false);
+    EXPECT_EQ(controller.preset(6).values[kLGainL], other.preset(0).values[kLGainL]);
+
+    selectBefore(7);
+    controller.setState(&state);
+    EXPECT_EQ(controller.bank(), other.bank());
 }
 
 }  // namespace
