@@ -277,8 +277,8 @@ TEST_F(Bundle, StartsWithThePresetThatTheUserHasStored)
 // Some hosts repeat an automated value with every block.
 TEST_F(Bundle, GlidesOnceToAValueThatIsRepeated)
 {
-    const std::vector<Setting> automation = {
-        {kLFreqL, 0.4}, {kLGainL, 0.9}, {kDriveR, 0.3}, {kPower, 1.0}, {kTrfoDsL, 0.0}};
+    const std::vector<Setting> automation = {{kLFreqL, 0.4}, {kLGainL, 0.9},  {kDriveR, 0.3},
+                                             {kPower, 1.0},  {kTrfoDsL, 0.0}, {kAmpDsbL, 0.0}};
     Instance once(module), again(module);
     once.start();
     again.start();
@@ -288,7 +288,11 @@ TEST_F(Bundle, GlidesOnceToAValueThatIsRepeated)
         ASSERT_EQ(again.render(music(), {512}), once.render(music(), {512})) << block;
     }
     // Of two that work one switch the last to arrive wins, also with the value it had.
-    for (const Setting& change : {Setting{kQB11, 1.0}, {kTrfoDsR, 1.0}, {kTrfoDsL, 0.0}}) {
+    for (const Setting& change : {Setting{kQB11, 1.0},
+                                  {kTrfoDsR, 1.0},
+                                  {kTrfoDsL, 0.0},
+                                  {kAmpDsbR, 1.0},
+                                  {kAmpDsbL, 0.0}}) {
         automateAll(again, {change});
         again.flush();
     }
