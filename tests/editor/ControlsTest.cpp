@@ -237,6 +237,18 @@ TEST_F(Editor, EveryLabelSetsItsStepInOneGesture)
     }
 }
 
+TEST_F(Editor, BothBypassesTheChannelsUnlessBothAreBypassed)
+{
+    for (const auto& [left, right] : {std::pair(0, 0), {1, 0}, {0, 1}, {1, 1}}) {
+        SCOPED_TRACE(testing::Message() << left << ", " << right);
+        set(kBpsCh1, left);
+        set(kBpsCh2, right);
+        window->click(at(kTagBothBypass));
+        EXPECT_EQ(value(kBpsCh1), left && right ? 0.0 : 1.0);
+        EXPECT_EQ(value(kBpsCh2), value(kBpsCh1));
+    }
+}
+
 TEST_F(Editor, EveryButtonTurnsItsParameterOverAndIsLockedAsItsRowSays)
 {
     const std::set<std::string> kinds{"wheel", "always", "key", "label", "both"};
