@@ -1,7 +1,7 @@
 // Single stages. A stage takes one stereo sub-block of 16 host frames in place, as it lies between
 // its neighbours in the block loop; to add one, write its factory and add a line to kStages.
 #include "Benches.h"
-#include "FastOversampling.h"
+#include "Oversampling.h"
 #include "Measurement.h"
 #include "StripChain.h"
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Designs the two decimation filters and writes shell/DecimationTables.cpp.
+"""Designs the two decimation filters and writes shell/oversampling/DecimationTables.cpp.
 
 Both are symmetric 255-tap equiripple (Parks-McClellan) low-passes. The band edges and weights below
 were found so that the design meets the eleven known taps of each table to better than 3e-8; those
@@ -62,7 +62,8 @@ def table_text(name, purpose, pass_edge, stop_edge, weight, known):
 
 
 def main():
-    target = Path(__file__).resolve().parent.parent / "shell" / "DecimationTables.cpp"
+    root = Path(__file__).resolve().parent.parent
+    target = root / "shell" / "oversampling" / "DecimationTables.cpp"
     target.write_text(HEAD + "\n".join(table_text(*table) for table in TABLES)
                       + "// clang-format on\n")
 

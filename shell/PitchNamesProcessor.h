@@ -4,7 +4,7 @@
 // It keeps no settings of its own: every one reaches it as a parameter change.
 #pragma once
 
-#include "FastOversampling.h"
+#include "Oversampling.h"
 #include "StripChain.h"
 
 #include "public.sdk/source/vst/vstaudioeffect.h"

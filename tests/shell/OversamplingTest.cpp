@@ -1,81 +1,168 @@
-// The taps of the oversampling filters.
+// The oversampling stages against their definition: every bit, in every form that the machine can
+// run.
 #include "Oversampling.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
-#include <complex>
-#include <numeric>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
 #include <vector>
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
+using Random = std::mt19937;
+using Samples = std::vector<double>;
 
-std::vector<double> wholeFilter(const double* half)
+double uniform(Random& random)
 {
-    std::vector<double> taps(half, half + kDecimationTaps);
-    for (int k = kDecimationTaps - 2; k >= 0; --k)
-        taps.push_back(half[k]);
-    return taps;
+    return static_cast<double>(random()) / 2147483648.0 - 1.0;
 }
 
-double magnitude(const std::vector<double>& taps, double cyclesPerSample)
+struct Signal {
+    const char* name;
+    double (*next)(Random&);
+};
+
+double ofSize(Random& random, int smallest, int binades)
 {
-    std::complex<double> sum = 0.0;
-    for (std::size_t k = 0; k < taps.size(); ++k)
-        sum += taps[k] * std::polar(1.0, -2.0 * kPi * cyclesPerSample * static_cast<double>(k));
-    return std::abs(sum);
+    return std::ldexp(uniform(random), smallest + static_cast<int>(random() % 4096) % binades);
 }
+
+// Sums whose terms differ widely in size show a changed order of additions at once.
+const Signal kSignals[] = {
+    {"noise", uniform},
+    {"1e-40", [](Random& random) { return uniform(random) * 1e-40; }},
+    {"denormal to 1e-40", [](Random& random) { return ofSize(random, -1040, 908); }},
+    {"1e300", [](Random& random) { return uniform(random) * 1e300; }},
+    {"any size", [](Random& random) { return ofSize(random, -1040, 2030); }},
+    {"zeros of both signs, few samples",
+     [](Random& random) {
+         return random() % 64 == 0 ? uniform(random) : random() % 2 == 0 ? 0.0 : -0.0;
+     }},
+};
+
+// Every second one is a sum over the last `half` samples that takes the newest once more in place
+// of one at the far end; the others are the sample of half / 2 steps ago.
+Samples doubled(const Samples& in, const double* taps, std::size_t half)
+{
+    Samples out;
+    for (std::size_t n = 0; n < in.size(); ++n) {
+        const auto ago = [&](std::size_t steps) { return n < steps ? 0.0 : in[n - steps]; };
+        double even = 0.0;
+        for (std::size_t pair = 0; pair < half / 2; ++pair)
+            even += taps[2 * pair] * (ago(pair == 0 ? 0 : half - pair) + ago(pair + 1));
+        out.push_back(even);
+        out.push_back(taps[half - 1] * ago(half / 2));
+    }
+    return out;
+}
+
+// Each last one of `factor` outputs of a low-pass that starts with the sample before.
+Samples lowered(const Samples& in, const double* half, std::size_t factor)
+{
+    Samples out;
+    for (std::size_t n = factor - 1; n < in.size(); n += factor) {
+        const auto ago = [&](std::size_t steps) { return n < steps ? 0.0 : in[n - steps]; };
+        double y = 0.0;
+        for (std::size_t k = 0; k < 127; ++k)
+            y += half[k] * (ago(255 - k) + ago(k + 1));
+        out.push_back(y + half[127] * ago(128));
+    }
+    return out;
+}
+
+void expectSameBits(const Samples& got, const Samples& wanted, const char* where)
+{
+    ASSERT_EQ(got.size(), wanted.size());
+    for (std::size_t i = 0; i < got.size(); ++i)
+        ASSERT_EQ(std::memcmp(&got[i], &wanted[i], sizeof(double)), 0)
+            << where << ", sample " << i << " is " << got[i] << ", not " << wanted[i];
+}
+
+// A long signal in sub-blocks of changing length. What goes down is a signal of its own, not what
+// came up.
+void compare(FastOversampling& fast, int mode, bool stereo, const Signal& signal)
+{
+    SCOPED_TRACE(std::string(signal.name) + (stereo ? ", stereo" : ", mono") + ", mode "
+                 + std::to_string(mode));
+    Random random(static_cast<unsigned>(mode) + 100);
+    Samples in[2], up[2], wide[2], down[2];
+    double work[2][64];
+    const SubBlock subBlock{work[0], stereo ? work[1] : nullptr};
+    const auto fill = [&](int count, Samples(&kept)[2]) {
+        for (int c = 0; c < 2; ++c)
+            for (int i = 0; i < count; ++i)
+                kept[c].push_back(work[c][i] = signal.next(random));
+    };
+    const auto append = [&](int count, Samples(&kept)[2]) {
+        for (int c = 0; c < 2; ++c)
+            kept[c].insert(kept[c].end(), work[c], work[c] + count);
+    };
+    for (int turn = 0; turn < 200; ++turn) {
+        const int count = turn % 3 ? 16 : static_cast<int>(random() % 16) + 1;
+        const int raised = 2 * mode * count;
+        fill(count, in);
+        ASSERT_EQ(fast.raiseRate(mode, subBlock, count), raised);
+        append(raised, up);
+        fill(raised, wide);
+        ASSERT_EQ(fast.lowerRate(mode, subBlock, raised), count);
+        append(count, down);
+    }
+    const Oversampling taps;
+    for (int c = 0; c < (stereo ? 2 : 1); ++c) {
+        Samples wanted = doubled(in[c], taps.upStage1Coeffs, 64);
+        if (mode == 2)
+            wanted = doubled(wanted, taps.upStage2Coeffs, 128);
+        expectSameBits(up[c], wanted, c == 0 ? "left, up" : "right, up");
+        expectSameBits(down[c],
+                       lowered(wide[c], mode == 1 ? down2xCoeffs : down4xCoeffs,
+                               static_cast<std::size_t>(2 * mode)),
+                       c == 0 ? "left, down" : "right, down");
+    }
+}
+
+class FastOversamplingTest : public testing::TestWithParam<ProcessingForm> { };
 
 }  // namespace
 
-TEST(Interpolator, TapsAreHalfBandWithTheirSumLeftAsItIs)
+// One object goes through all cases: after clear() nothing is left of the case before.
+TEST_P(FastOversamplingTest, GivesEveryBitOfTheDirectForm)
 {
-    const Oversampling oversampling;
-    const struct {
-        const double* taps;
-        int centre;
-        double one, three, five;
-    } tables[] = {{oversampling.upStage1Coeffs, 63, 0.63108, -0.20885, 0.12351},
-                  {oversampling.upStage2Coeffs, 127, 0.63399, -0.21095, 0.12612}};
-    for (const auto& table : tables) {
-        SCOPED_TRACE(table.centre);
-        const double* centre = table.taps + table.centre;
-        EXPECT_DOUBLE_EQ(centre[0], 1.0);
-        EXPECT_NEAR(centre[1], table.one, 5e-6);
-        EXPECT_NEAR(centre[3], table.three, 5e-6);
-        EXPECT_NEAR(centre[5], table.five, 5e-6);
-        double oddSum = 0.0;
-        for (int i = 1; i <= table.centre; ++i) {
-            EXPECT_EQ(centre[i], centre[-i]);
-            if (i % 2 == 0)
-                EXPECT_EQ(centre[i], 0.0) << i;
-            else
-                oddSum += 2.0 * centre[i];
-        }
-        EXPECT_NEAR(oddSum, 1.0 - 1.0 / (2 * table.centre + 2), 3e-6);
-    }
+    FastOversampling fast(GetParam());
+    for (const Signal& signal : kSignals)
+        for (const int mode : {1, 2})
+            for (const bool stereo : {true, false}) {
+                compare(fast, mode, stereo, signal);
+                if (HasFatalFailure())
+                    return;
+                fast.clear();
+            }
 }
 
-TEST(Decimator, TablesMeetTheirEdgesRippleAndSum)
+const ProcessingForms kForms;
+INSTANTIATE_TEST_SUITE_P(Forms, FastOversamplingTest,
+                         testing::ValuesIn(kForms.begin(), kForms.end()),
+                         [](const auto& form) { return std::string(nameOf(form.param)); });
+
+TEST(ProcessingForms, AreThoseThatLinuxReports)
 {
-    const struct {
-        const double* half;
-        double passEdge, stopEdge, ripple, stopPeak, halfPoint, sum;
-    } designs[] = {{down2xCoeffs, 0.2417, 0.2620, 0.000236, 1.0e-5, 0.2505, 1.000234739969064},
-                   {down4xCoeffs, 0.1198, 0.1344, 0.00229, 9.8e-5, 0.126, 1.0022839337255172}};
-    for (const auto& design : designs) {
-        const std::vector<double> taps = wholeFilter(design.half);
-        SCOPED_TRACE(design.sum);
-        ASSERT_EQ(taps.size(), 255u);
-        // To all digits: a changed tap changes the sum.
-        EXPECT_NEAR(std::accumulate(taps.begin(), taps.end(), 0.0), design.sum, 1e-12);
-        // The edges are rounded outwards by up to 5e-5, so the ripple holds just inside them.
-        for (double f = 0.0; f <= design.passEdge - 1e-4; f += 1e-4)
-            ASSERT_NEAR(magnitude(taps, f), 1.0, design.ripple * 1.02) << f;
-        for (double f = design.stopEdge + 1e-4; f <= 0.5; f += 1e-4)
-            ASSERT_LT(magnitude(taps, f), design.stopPeak * 1.02) << f;
-        EXPECT_NEAR(magnitude(taps, design.halfPoint), 0.5, 0.02);
-    }
+    std::ifstream file("/proc/cpuinfo");
+    if (!file)
+        GTEST_SKIP() << "no Linux to ask";
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    const auto has = [&](const char* flag) { return text.find(flag) != std::string::npos; };
+    ASSERT_TRUE(has(" sse2 "));
+    std::vector<ProcessingForm> wanted{ProcessingForm::Plain, ProcessingForm::Sse2};
+    if (has(" avx2 "))
+        wanted.push_back(ProcessingForm::Avx2);
+    if (has(" avx2 ") && has(" avx512f ") && has(" avx512dq ") && has(" avx512vl "))
+        wanted.push_back(ProcessingForm::Avx512);
+    const ProcessingForms forms;
+    EXPECT_EQ(std::vector<ProcessingForm>(forms.begin(), forms.end()), wanted);
+    EXPECT_EQ(bestProcessingForm(), wanted.back());
 }

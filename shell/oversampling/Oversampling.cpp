@@ -1,5 +1,5 @@
 // Oversampling: the choice of the kernels, the memory of their histories, the order of the stages.
-#include "FastOversampling.h"
+#include "Oversampling.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,7 +1,7 @@
 // Oversampling: design and plain form of the filters.
 //
 // The order of the additions is part of the result: whoever writes a faster form keeps it.
-#include "Oversampling.h"
+#include "PlainOversampling.h"
 
 #include <algorithm>
 #include <cmath>

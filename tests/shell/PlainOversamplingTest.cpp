@@ -1,0 +1,81 @@
+// The taps of the oversampling filters.
+#include "PlainOversampling.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <numeric>
+#include <vector>
+
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+
+std::vector<double> wholeFilter(const double* half)
+{
+    std::vector<double> taps(half, half + kDecimationTaps);
+    for (int k = kDecimationTaps - 2; k >= 0; --k)
+        taps.push_back(half[k]);
+    return taps;
+}
+
+double magnitude(const std::vector<double>& taps, double cyclesPerSample)
+{
+    std::complex<double> sum = 0.0;
+    for (std::size_t k = 0; k < taps.size(); ++k)
+        sum += taps[k] * std::polar(1.0, -2.0 * kPi * cyclesPerSample * static_cast<double>(k));
+    return std::abs(sum);
+}
+
+}  // namespace
+
+TEST(Interpolator, TapsAreHalfBandWithTheirSumLeftAsItIs)
+{
+    const Oversampling oversampling;
+    const struct {
+        const double* taps;
+        int centre;
+        double one, three, five;
+    } tables[] = {{oversampling.upStage1Coeffs, 63, 0.63108, -0.20885, 0.12351},
+                  {oversampling.upStage2Coeffs, 127, 0.63399, -0.21095, 0.12612}};
+    for (const auto& table : tables) {
+        SCOPED_TRACE(table.centre);
+        const double* centre = table.taps + table.centre;
+        EXPECT_DOUBLE_EQ(centre[0], 1.0);
+        EXPECT_NEAR(centre[1], table.one, 5e-6);
+        EXPECT_NEAR(centre[3], table.three, 5e-6);
+        EXPECT_NEAR(centre[5], table.five, 5e-6);
+        double oddSum = 0.0;
+        for (int i = 1; i <= table.centre; ++i) {
+            EXPECT_EQ(centre[i], centre[-i]);
+            if (i % 2 == 0)
+                EXPECT_EQ(centre[i], 0.0) << i;
+            else
+                oddSum += 2.0 * centre[i];
+        }
+        EXPECT_NEAR(oddSum, 1.0 - 1.0 / (2 * table.centre + 2), 3e-6);
+    }
+}
+
+TEST(Decimator, TablesMeetTheirEdgesRippleAndSum)
+{
+    const struct {
+        const double* half;
+        double passEdge, stopEdge, ripple, stopPeak, halfPoint, sum;
+    } designs[] = {{down2xCoeffs, 0.2417, 0.2620, 0.000236, 1.0e-5, 0.2505, 1.000234739969064},
+                   {down4xCoeffs, 0.1198, 0.1344, 0.00229, 9.8e-5, 0.126, 1.0022839337255172}};
+    for (const auto& design : designs) {
+        const std::vector<double> taps = wholeFilter(design.half);
+        SCOPED_TRACE(design.sum);
+        ASSERT_EQ(taps.size(), 255u);
+        // To all digits: a changed tap changes the sum.
+        EXPECT_NEAR(std::accumulate(taps.begin(), taps.end(), 0.0), design.sum, 1e-12);
+        // The edges are rounded outwards by up to 5e-5, so the ripple holds just inside them.
+        for (double f = 0.0; f <= design.passEdge - 1e-4; f += 1e-4)
+            ASSERT_NEAR(magnitude(taps, f), 1.0, design.ripple * 1.02) << f;
+        for (double f = design.stopEdge + 1e-4; f <= 0.5; f += 1e-4)
+            ASSERT_LT(magnitude(taps, f), design.stopPeak * 1.02) << f;
+        EXPECT_NEAR(magnitude(taps, design.halfPoint), 0.5, 0.02);
+    }
+}
