@@ -1,8 +1,8 @@
 // Single stages. A stage takes one stereo sub-block of 16 host frames in place, as it lies between
 // its neighbours in the block loop; to add one, write its factory and add a line to kStages.
 #include "Benches.h"
-#include "Oversampling.h"
 #include "Measurement.h"
+#include "Oversampling.h"
 #include "StripChain.h"
 
 #include <algorithm>
@@ -23,7 +23,7 @@ using RunStage = std::function<void(double* left, double* right, int count)>;
 template <int kMode>
 RunStage up(ProcessingForm form)
 {
-    const auto stage = std::make_shared<FastOversampling>(form);
+    const auto stage = std::make_shared<Oversampling>(form);
     return [stage](double* left, double* right, int count) {
         stage->raiseRate(kMode, {left, right}, count);
     };
@@ -32,7 +32,7 @@ RunStage up(ProcessingForm form)
 template <int kMode>
 RunStage down(ProcessingForm form)
 {
-    const auto stage = std::make_shared<FastOversampling>(form);
+    const auto stage = std::make_shared<Oversampling>(form);
     return [stage](double* left, double* right, int count) {
         stage->lowerRate(kMode, {left, right}, count);
     };

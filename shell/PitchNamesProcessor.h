@@ -84,7 +84,7 @@ protected:
     int32 phaseDoneForBlock = 0;  // the polarity stage has run on the whole of this block
 
     const ProcessingForm processingForm;
-    FastOversampling oversampling;
+    Oversampling oversampling;
     int32 oversampleMode = 2;           // 0 none, 1 twice, 2 four times
     double oversampledRate = 176400.0;  // Hz, the rate at which the strips run
     int32 latencySamples = 96;

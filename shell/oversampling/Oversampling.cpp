@@ -1,4 +1,4 @@
-// Oversampling: the choice of the kernels, the memory of their histories, the order of the stages.
+// The choice of the kernels, the memory of their histories, the order of the stages.
 #include "Oversampling.h"
 
 #include <algorithm>
@@ -52,13 +52,13 @@ void run(KernelStage stage, int channels, SlidingHistory* histories, const doubl
 
 }  // namespace
 
-struct FastOversampling::Memory {
+struct Oversampling::Memory {
     StageMemory<64, kOutputsAtOnce> first;
     StageMemory<128, kOutputsAtOnce> second;
     StageMemory<256, 4 * kOutputsAtOnce> down;
 };
 
-FastOversampling::FastOversampling(ProcessingForm form)
+Oversampling::Oversampling(ProcessingForm form)
     : stereoKernels(nullptr), monoKernels(nullptr), tempL{}, tempR{}
 {
     switch (form) {
@@ -80,9 +80,9 @@ FastOversampling::FastOversampling(ProcessingForm form)
     clear();
 }
 
-FastOversampling::~FastOversampling() = default;
+Oversampling::~Oversampling() = default;
 
-void FastOversampling::clear()
+void Oversampling::clear()
 {
     plain.clear();
     if (!memory)
@@ -92,7 +92,7 @@ void FastOversampling::clear()
     memory->down.clear();
 }
 
-int FastOversampling::raiseRate(int mode, const SubBlock& work, int count)
+int Oversampling::raiseRate(int mode, const SubBlock& work, int count)
 {
     if (mode == 0)
         return count;
@@ -115,7 +115,7 @@ int FastOversampling::raiseRate(int mode, const SubBlock& work, int count)
     return 2 * count;
 }
 
-int FastOversampling::lowerRate(int mode, const SubBlock& work, int count)
+int Oversampling::lowerRate(int mode, const SubBlock& work, int count)
 {
     if (mode == 0)
         return count;
@@ -128,7 +128,7 @@ int FastOversampling::lowerRate(int mode, const SubBlock& work, int count)
     return count;
 }
 
-int FastOversampling::raisePlainly(int mode, const SubBlock& work, int count)
+int Oversampling::raisePlainly(int mode, const SubBlock& work, int count)
 {
     const SubBlock temp{tempL, work.right ? tempR : nullptr};
     const auto copyBack = [&](int length) {
@@ -147,7 +147,7 @@ int FastOversampling::raisePlainly(int mode, const SubBlock& work, int count)
     return count;
 }
 
-int FastOversampling::lowerPlainly(int mode, const SubBlock& work, int count)
+int Oversampling::lowerPlainly(int mode, const SubBlock& work, int count)
 {
     const SubBlock temp{tempL, work.right ? tempR : nullptr};
     plain.decimationFilter(mode == 1 ? down2xCoeffs : down4xCoeffs, work, temp, count);

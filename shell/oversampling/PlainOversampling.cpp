@@ -1,4 +1,4 @@
-// Oversampling: design and plain form of the filters.
+// Design of the filters, and their plain form.
 //
 // The order of the additions is part of the result: whoever writes a faster form keeps it.
 #include "PlainOversampling.h"
@@ -81,19 +81,19 @@ int lowPass(const double* coeffs, double* ring, int cursor, const double* in, do
 
 }  // namespace
 
-Oversampling::Oversampling() : upStage1Coeffs{}, upStage2Coeffs{}
+PlainOversampling::PlainOversampling() : upStage1Coeffs{}, upStage2Coeffs{}
 {
     designOversamplingFilters();
     clear();
 }
 
-void Oversampling::designOversamplingFilters()
+void PlainOversampling::designOversamplingFilters()
 {
     designHalfBand(upStage1Coeffs, 64);
     designHalfBand(upStage2Coeffs, 128);
 }
 
-void Oversampling::clear()
+void PlainOversampling::clear()
 {
     for (double* ring : {upRing1L, upRing1R})
         std::fill_n(ring, std::size(upRing1L), 0.0);
@@ -104,7 +104,7 @@ void Oversampling::clear()
     downIndex = 255;
 }
 
-void Oversampling::firstDoubling(const SubBlock& in, const SubBlock& out, int count)
+void PlainOversampling::firstDoubling(const SubBlock& in, const SubBlock& out, int count)
 {
     const int start = upIndex1;
     upIndex1 = doubleRate(upStage1Coeffs, 64, upRing1L, start, in.left, out.left, count);
@@ -112,7 +112,7 @@ void Oversampling::firstDoubling(const SubBlock& in, const SubBlock& out, int co
         doubleRate(upStage1Coeffs, 64, upRing1R, start, in.right, out.right, count);
 }
 
-void Oversampling::secondDoubling(const SubBlock& in, const SubBlock& out, int count)
+void PlainOversampling::secondDoubling(const SubBlock& in, const SubBlock& out, int count)
 {
     const int start = upIndex2;
     upIndex2 = doubleRate(upStage2Coeffs, 128, upRing2L, start, in.left, out.left, count);
@@ -120,8 +120,8 @@ void Oversampling::secondDoubling(const SubBlock& in, const SubBlock& out, int c
         doubleRate(upStage2Coeffs, 128, upRing2R, start, in.right, out.right, count);
 }
 
-void Oversampling::decimationFilter(const double* coeffs, const SubBlock& in, const SubBlock& out,
-                                    int count)
+void PlainOversampling::decimationFilter(const double* coeffs, const SubBlock& in,
+                                         const SubBlock& out, int count)
 {
     const int start = downIndex;
     downIndex = lowPass(coeffs, downRingL, start, in.left, out.left, count);

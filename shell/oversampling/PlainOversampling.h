@@ -1,15 +1,5 @@
-// Oversampling: raises the signal from the host's rate to the rate of the strips and brings it
-// back. All stages work on one sub-block, for one channel or two, and keep their histories between
-// sub-blocks.
-//
-//   up, twice        first doubling
-//   up, four times   first doubling, second doubling
-//   down             a 255-tap low-pass at the oversampled rate, then every second or fourth of
-//                    its outputs
-//
-// Either way the signal comes out 96 host samples late: the odd outputs of the doublings are the
-// inputs of 32 and 64 steps ago, the low-pass is centred 128 steps back, and the kept outputs lie
-// on the input's grid (64 + 32 samples at twice the rate, 32 + 64 at four times).
+// PlainOversampling: the stages of the oversampling one by one, and the design of their filters.
+// A stage works on one sub-block, for one channel or two, and keeps its history between sub-blocks.
 #pragma once
 
 #include "DecimationTables.h"
@@ -21,9 +11,9 @@ struct SubBlock {
     double* right;
 };
 
-class Oversampling {
+class PlainOversampling {
 public:
-    Oversampling();
+    PlainOversampling();
 
     // Fills the interpolators' tables; the result is the same every time.
     void designOversamplingFilters();

@@ -86,7 +86,7 @@ void expectSameBits(const Samples& got, const Samples& wanted, const char* where
 
 // A long signal in sub-blocks of changing length. What goes down is a signal of its own, not what
 // came up.
-void compare(FastOversampling& fast, int mode, bool stereo, const Signal& signal)
+void compare(Oversampling& oversampling, int mode, bool stereo, const Signal& signal)
 {
     SCOPED_TRACE(std::string(signal.name) + (stereo ? ", stereo" : ", mono") + ", mode "
                  + std::to_string(mode));
@@ -107,13 +107,13 @@ void compare(FastOversampling& fast, int mode, bool stereo, const Signal& signal
         const int count = turn % 3 ? 16 : static_cast<int>(random() % 16) + 1;
         const int raised = 2 * mode * count;
         fill(count, in);
-        ASSERT_EQ(fast.raiseRate(mode, subBlock, count), raised);
+        ASSERT_EQ(oversampling.raiseRate(mode, subBlock, count), raised);
         append(raised, up);
         fill(raised, wide);
-        ASSERT_EQ(fast.lowerRate(mode, subBlock, raised), count);
+        ASSERT_EQ(oversampling.lowerRate(mode, subBlock, raised), count);
         append(count, down);
     }
-    const Oversampling taps;
+    const PlainOversampling taps;
     for (int c = 0; c < (stereo ? 2 : 1); ++c) {
         Samples wanted = doubled(in[c], taps.upStage1Coeffs, 64);
         if (mode == 2)
@@ -126,27 +126,26 @@ void compare(FastOversampling& fast, int mode, bool stereo, const Signal& signal
     }
 }
 
-class FastOversamplingTest : public testing::TestWithParam<ProcessingForm> { };
+class OversamplingTest : public testing::TestWithParam<ProcessingForm> { };
 
 }  // namespace
 
 // One object goes through all cases: after clear() nothing is left of the case before.
-TEST_P(FastOversamplingTest, GivesEveryBitOfTheDirectForm)
+TEST_P(OversamplingTest, GivesEveryBitOfTheDirectForm)
 {
-    FastOversampling fast(GetParam());
+    Oversampling oversampling(GetParam());
     for (const Signal& signal : kSignals)
         for (const int mode : {1, 2})
             for (const bool stereo : {true, false}) {
-                compare(fast, mode, stereo, signal);
+                compare(oversampling, mode, stereo, signal);
                 if (HasFatalFailure())
                     return;
-                fast.clear();
+                oversampling.clear();
             }
 }
 
 const ProcessingForms kForms;
-INSTANTIATE_TEST_SUITE_P(Forms, FastOversamplingTest,
-                         testing::ValuesIn(kForms.begin(), kForms.end()),
+INSTANTIATE_TEST_SUITE_P(Forms, OversamplingTest, testing::ValuesIn(kForms.begin(), kForms.end()),
                          [](const auto& form) { return std::string(nameOf(form.param)); });
 
 TEST(ProcessingForms, AreThoseThatLinuxReports)

@@ -32,7 +32,7 @@ double magnitude(const std::vector<double>& taps, double cyclesPerSample)
 
 TEST(Interpolator, TapsAreHalfBandWithTheirSumLeftAsItIs)
 {
-    const Oversampling oversampling;
+    const PlainOversampling oversampling;
     const struct {
         const double* taps;
         int centre;
