@@ -37,14 +37,14 @@ protected:
     // The licence's answer: false lets the sound through untouched (and undelayed).
     virtual bool mayProcess() const { return true; }
 
-    // ParameterIntake.cpp
+    // PitchNamesProcessorParameters.cpp
     void readParameterChanges(IParameterChanges* changes);
     void applyParameter(ParamID id, ParamValue value);
     void updateStageSwitches();
     void reportLatency(IParameterChanges* outputChanges);
 
-    // BlockLoop.cpp. Channel pointers are the host's; n is the block's length at the host's rate,
-    // count that of a sub-block at the strips' rate.
+    // PitchNamesProcessorBlocks.cpp. Channel pointers are the host's; n is the block's length at
+    // the host's rate, count that of a sub-block at the strips' rate.
     void processStereo(Sample32** inputs, Sample32** outputs, int32 n);
     void processMono(Sample32** inputs, Sample32** outputs, int32 n);
     void passStereo(Sample32** inputs, Sample32** outputs, int32 n);
