@@ -1,8 +1,8 @@
 // The exported functions of the VST 3 form: the host opens the module, takes the factory, and
 // closes the module as often as it opened it. exports.def has the names that Windows wants.
 #include "Export.h"
-#include "HostedController.h"
-#include "HostedProcessor.h"
+#include "Vst3Controller.h"
+#include "Vst3Processor.h"
 #include "PluginFactory.h"
 
 #include <atomic>

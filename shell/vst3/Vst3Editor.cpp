@@ -1,5 +1,5 @@
 // HostedEditor: which windows it opens in.
-#include "HostedEditor.h"
+#include "Vst3Editor.h"
 
 #include "public.sdk/source/vst/vstguiplatform.h"
 

@@ -1,8 +1,8 @@
 // HostedController: states in streams of any kind, the latency, and values for the processor.
-#include "HostedController.h"
+#include "Vst3Controller.h"
 
 #include "ComponentState.h"
-#include "HostedEditor.h"
+#include "Vst3Editor.h"
 #include "Messages.h"
 #include "ParameterTable.h"
 

@@ -1,5 +1,5 @@
 // HostedProcessor: blocks of any shape, and the controller's values.
-#include "HostedProcessor.h"
+#include "Vst3Processor.h"
 
 #include "ComponentState.h"
 #include "Messages.h"
