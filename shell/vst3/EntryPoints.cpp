@@ -1,9 +1,9 @@
 // The exported functions of the VST 3 form: the host opens the module, takes the factory, and
 // closes the module as often as it opened it. exports.def has the names that Windows wants.
 #include "Export.h"
+#include "PluginFactory.h"
 #include "Vst3Controller.h"
 #include "Vst3Processor.h"
-#include "PluginFactory.h"
 
 #include <atomic>
 #include <new>
@@ -49,7 +49,7 @@ ZKR_EXPORT IPluginFactory* PLUGIN_API GetPluginFactory()
 {
     try {
         static const IPtr<CPluginFactory> own = owned(createFactory(
-            create<HostedProcessor, IAudioProcessor>, create<HostedController, IEditController>));
+            create<Vst3Processor, IAudioProcessor>, create<Vst3Controller, IEditController>));
         own->addRef();
         return own;
     } catch (const std::bad_alloc&) {

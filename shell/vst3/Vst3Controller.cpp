@@ -1,10 +1,10 @@
-// HostedController: states in streams of any kind, the latency, and values for the processor.
+// Vst3Controller: states in streams of any kind, the latency, and values for the processor.
 #include "Vst3Controller.h"
 
 #include "ComponentState.h"
-#include "Vst3Editor.h"
 #include "Messages.h"
 #include "ParameterTable.h"
+#include "Vst3Editor.h"
 
 #include "public.sdk/source/common/memorystream.h"
 
@@ -26,12 +26,12 @@ constexpr uint64 bitOf(ParamID id)
 
 }  // namespace
 
-HostedController::HostedController(platform::SettingsStore& settings)
-    : PitchNamesController(settings, HostedEditor::create)
+Vst3Controller::Vst3Controller(platform::SettingsStore& settings)
+    : PitchNamesController(settings, Vst3Editor::create)
 {
 }
 
-tresult PLUGIN_API HostedController::setComponentState(IBStream* state)
+tresult PLUGIN_API Vst3Controller::setComponentState(IBStream* state)
 {
     if (!state)
         return kInvalidArgument;
@@ -48,7 +48,7 @@ tresult PLUGIN_API HostedController::setComponentState(IBStream* state)
 
 // `size` is what a stream gave of the bytes. One of full length may hold anything; a shorter one is
 // whole if it is a bank with fewer records, as its header tells.
-bool HostedController::isWholeState(const std::vector<char>& bytes, int32 size)
+bool Vst3Controller::isWholeState(const std::vector<char>& bytes, int32 size)
 {
     if (size == kStateBufferSize)
         return true;
@@ -60,7 +60,7 @@ bool HostedController::isWholeState(const std::vector<char>& bytes, int32 size)
     return header.magic == kMagic && header.payloadSize >= 0 && header.payloadSize <= size - kHead;
 }
 
-tresult PLUGIN_API HostedController::setState(IBStream* state)
+tresult PLUGIN_API Vst3Controller::setState(IBStream* state)
 {
     if (!state)
         return kInvalidArgument;
@@ -86,7 +86,7 @@ tresult PLUGIN_API HostedController::setState(IBStream* state)
     }
 }
 
-tresult PLUGIN_API HostedController::getState(IBStream* state)
+tresult PLUGIN_API Vst3Controller::getState(IBStream* state)
 {
     if (!state)
         return kInvalidArgument;
@@ -105,7 +105,7 @@ tresult PLUGIN_API HostedController::getState(IBStream* state)
     }
 }
 
-tresult PLUGIN_API HostedController::initialize(FUnknown* initialContext)
+tresult PLUGIN_API Vst3Controller::initialize(FUnknown* initialContext)
 {
     const tresult result = PitchNamesController::initialize(initialContext);
     if (result == kResultOk)
@@ -113,8 +113,8 @@ tresult PLUGIN_API HostedController::initialize(FUnknown* initialContext)
     return result;
 }
 
-// Hosts also hand back what they have read here, in the midst of loading; that is no news.
-tresult PLUGIN_API HostedController::setParamNormalized(ParamID id, ParamValue value)
+// Hosts also hand back what they have read here while they load; that must not be reported again.
+tresult PLUGIN_API Vst3Controller::setParamNormalized(ParamID id, ParamValue value)
 {
     const bool hadLatency = getParamNormalized(kLatency) > 0.0;
     const tresult result = PitchNamesController::setParamNormalized(id, value);
@@ -128,28 +128,28 @@ tresult PLUGIN_API HostedController::setParamNormalized(ParamID id, ParamValue v
 }
 
 // For the parameter lists of hosts, which ask for its value.
-void HostedController::keepLatency(ParamValue seconds)
+void Vst3Controller::keepLatency(ParamValue seconds)
 {
     const std::lock_guard<std::mutex> lock(dataMutex);
     if (Parameter* const latency = getParameterObject(kLatency))
         latency->setNormalized(seconds);
 }
 
-tresult PLUGIN_API HostedController::getParameterInfo(int32 index, ParameterInfo& info)
+tresult PLUGIN_API Vst3Controller::getParameterInfo(int32 index, ParameterInfo& info)
 {
     if (index < 0 || index >= getParameterCount())
         return kInvalidArgument;
     return PitchNamesController::getParameterInfo(index, info);
 }
 
-tresult PLUGIN_API HostedController::getUnitInfo(int32 index, UnitInfo& info)
+tresult PLUGIN_API Vst3Controller::getUnitInfo(int32 index, UnitInfo& info)
 {
     if (index < 0 || index >= getUnitCount())
         return kInvalidArgument;
     return PitchNamesController::getUnitInfo(index, info);
 }
 
-tresult PLUGIN_API HostedController::connect(IConnectionPoint* other)
+tresult PLUGIN_API Vst3Controller::connect(IConnectionPoint* other)
 {
     const tresult result = PitchNamesController::connect(other);
     if (result == kResultOk)
@@ -157,7 +157,7 @@ tresult PLUGIN_API HostedController::connect(IConnectionPoint* other)
     return result;
 }
 
-tresult PLUGIN_API HostedController::notify(IMessage* message)
+tresult PLUGIN_API Vst3Controller::notify(IMessage* message)
 {
     const FIDString name = message ? message->getMessageID() : nullptr;
     if (name && FIDStringsEqual(name, kStateAskedMessage)) {
@@ -178,14 +178,14 @@ tresult PLUGIN_API HostedController::notify(IMessage* message)
     return kResultOk;
 }
 
-void HostedController::setCurrentPreset(int32 index)
+void Vst3Controller::setCurrentPreset(int32 index)
 {
     startGroupEdit();
     PitchNamesController::setCurrentPreset(index);
     finishGroupEdit();
 }
 
-tresult HostedController::beginEdit(ParamID id)
+tresult Vst3Controller::beginEdit(ParamID id)
 {
     if (isLoading())
         return kResultFalse;
@@ -194,7 +194,7 @@ tresult HostedController::beginEdit(ParamID id)
     return PitchNamesController::beginEdit(id);
 }
 
-tresult HostedController::endEdit(ParamID id)
+tresult Vst3Controller::endEdit(ParamID id)
 {
     if (isLoading())
         return kResultFalse;
@@ -203,7 +203,7 @@ tresult HostedController::endEdit(ParamID id)
     return PitchNamesController::endEdit(id);
 }
 
-tresult HostedController::performEdit(ParamID id, ParamValue value)
+tresult Vst3Controller::performEdit(ParamID id, ParamValue value)
 {
     if (isLoading())
         return kResultFalse;
@@ -215,12 +215,12 @@ tresult HostedController::performEdit(ParamID id, ParamValue value)
     return result;
 }
 
-tresult HostedController::setDirty(TBool state)
+tresult Vst3Controller::setDirty(TBool state)
 {
     return isLoading() ? kResultFalse : PitchNamesController::setDirty(state);
 }
 
-bool HostedController::sendValues(FIDString messageName)
+bool Vst3Controller::sendValues(FIDString messageName)
 {
     const IPtr<IMessage> message = owned(allocateMessage());
     if (!message || !message->getAttributes())
@@ -234,7 +234,7 @@ bool HostedController::sendValues(FIDString messageName)
 }
 
 // By way of the host, where the two are not connected.
-void HostedController::reportValues()
+void Vst3Controller::reportValues()
 {
     startGroupEdit();
     for (ParamID id = 0; id < kPresetParamCount; ++id)

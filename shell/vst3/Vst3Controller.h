@@ -1,5 +1,4 @@
-// HostedController: the controller as hosts of VST 3 meet it directly, where nobody stands between
-// it and what a host asks or hands over.
+// Vst3Controller: the controller for hosts of VST 3, whose calls no wrapper checks or orders.
 #pragma once
 
 #include "ParameterIds.h"
@@ -12,9 +11,9 @@
 namespace Steinberg {
 namespace Vst {
 
-class HostedController : public PitchNamesController {
+class Vst3Controller : public PitchNamesController {
 public:
-    explicit HostedController(platform::SettingsStore& store = platform::userSettings());
+    explicit Vst3Controller(platform::SettingsStore& store = platform::userSettings());
 
     tresult PLUGIN_API initialize(FUnknown* context) SMTG_OVERRIDE;
 

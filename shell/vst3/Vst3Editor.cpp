@@ -1,4 +1,4 @@
-// HostedEditor: which windows it opens in.
+// Vst3Editor: which windows it opens in.
 #include "Vst3Editor.h"
 
 #include "public.sdk/source/vst/vstguiplatform.h"
@@ -6,19 +6,19 @@
 namespace Steinberg {
 namespace Vst {
 
-IPlugView* HostedEditor::create(ZKRPresetSystemController3& presetController)
+IPlugView* Vst3Editor::create(ZKRPresetSystemController3& presetController)
 {
-    return new HostedEditor(&presetController);
+    return new Vst3Editor(&presetController);
 }
 
-HostedEditor::~HostedEditor()
+Vst3Editor::~Vst3Editor()
 {
     plugFrame = nullptr;
     if (frame)
         TemplateEditor::removed();
 }
 
-tresult PLUGIN_API HostedEditor::attached(void* parent, FIDString type)
+tresult PLUGIN_API Vst3Editor::attached(void* parent, FIDString type)
 {
     if (frame || !parent || isPlatformTypeSupported(type) != kResultTrue
         || !hasEventLoop(plugFrame))
@@ -30,7 +30,7 @@ tresult PLUGIN_API HostedEditor::attached(void* parent, FIDString type)
     return kResultFalse;
 }
 
-tresult PLUGIN_API HostedEditor::removed()
+tresult PLUGIN_API Vst3Editor::removed()
 {
     return frame ? TemplateEditor::removed() : kResultFalse;
 }

@@ -1,4 +1,4 @@
-// HostedEditor: the editor as hosts of VST 3 meet it directly.
+// Vst3Editor: the editor for hosts of VST 3.
 #pragma once
 
 #include "TemplateEditor.h"
@@ -6,11 +6,11 @@
 namespace Steinberg {
 namespace Vst {
 
-class HostedEditor : public TemplateEditor {
+class Vst3Editor : public TemplateEditor {
 public:
     static IPlugView* create(ZKRPresetSystemController3& controller);
     // Ends what a host has left open.
-    ~HostedEditor() override;
+    ~Vst3Editor() override;
 
     // Refuses another window while it has one, a null window, and on Linux a host that turns no
     // event loop for it (IPlugFrame without Linux::IRunLoop), where nothing would ever move: such

@@ -1,4 +1,4 @@
-// HostedProcessor: blocks of any shape, and the controller's values.
+// Vst3Processor: blocks of any shape, and the controller's values.
 #include "Vst3Processor.h"
 
 #include "ComponentState.h"
@@ -77,14 +77,15 @@ void silenceRest(const ProcessData& data, int32 used)
 
 }  // namespace
 
-HostedProcessor::HostedProcessor() : controllerValues(kPresetParamCount), news(kPresetParamCount)
+Vst3Processor::Vst3Processor()
+    : controllerValues(kPresetParamCount), pendingChanges(kPresetParamCount)
 {
     delivered.fill(std::numeric_limits<ParamValue>::quiet_NaN());
     for (std::vector<Sample32>& buffer : scratch)
         buffer.assign(kSmallestScratch, 0.0f);
 }
 
-tresult PLUGIN_API HostedProcessor::getState(IBStream* state)
+tresult PLUGIN_API Vst3Processor::getState(IBStream* state)
 {
     if (!state)
         return kInvalidArgument;
@@ -108,7 +109,7 @@ tresult PLUGIN_API HostedProcessor::getState(IBStream* state)
     }
 }
 
-tresult PLUGIN_API HostedProcessor::setState(IBStream* state)
+tresult PLUGIN_API Vst3Processor::setState(IBStream* state)
 {
     if (!state)
         return kInvalidArgument;
@@ -127,7 +128,7 @@ tresult PLUGIN_API HostedProcessor::setState(IBStream* state)
     }
 }
 
-tresult PLUGIN_API HostedProcessor::setupProcessing(ProcessSetup& setup)
+tresult PLUGIN_API Vst3Processor::setupProcessing(ProcessSetup& setup)
 {
     if (!(setup.sampleRate > 0.0 && setup.sampleRate < kNoRate) || setup.maxSamplesPerBlock < 0)
         return kInvalidArgument;
@@ -142,7 +143,7 @@ tresult PLUGIN_API HostedProcessor::setupProcessing(ProcessSetup& setup)
     return PitchNamesProcessor::setupProcessing(setup);
 }
 
-tresult PLUGIN_API HostedProcessor::setActive(TBool state)
+tresult PLUGIN_API Vst3Processor::setActive(TBool state)
 {
     tresult result = kResultOk;
     {
@@ -160,8 +161,8 @@ tresult PLUGIN_API HostedProcessor::setActive(TBool state)
     return result;
 }
 
-tresult PLUGIN_API HostedProcessor::setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
-                                                       SpeakerArrangement* outputs, int32 numOuts)
+tresult PLUGIN_API Vst3Processor::setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
+                                                     SpeakerArrangement* outputs, int32 numOuts)
 {
     if (!inputs || !outputs)
         return kInvalidArgument;
@@ -169,12 +170,12 @@ tresult PLUGIN_API HostedProcessor::setBusArrangements(SpeakerArrangement* input
     return PitchNamesProcessor::setBusArrangements(inputs, numIns, outputs, numOuts);
 }
 
-uint32 PLUGIN_API HostedProcessor::getTailSamples()
+uint32 PLUGIN_API Vst3Processor::getTailSamples()
 {
     return static_cast<uint32>(kTailSeconds * processSetup.sampleRate);
 }
 
-tresult PLUGIN_API HostedProcessor::process(ProcessData& data)
+tresult PLUGIN_API Vst3Processor::process(ProcessData& data)
 {
     if (data.symbolicSampleSize != kSample32)
         return kResultFalse;
@@ -199,7 +200,7 @@ tresult PLUGIN_API HostedProcessor::process(ProcessData& data)
 }
 
 // The strips may change their input in place, and hosts may share it with others: they get a copy.
-void HostedProcessor::processSlice(ProcessData& data, int32 offset, int32 count)
+void Vst3Processor::processSlice(ProcessData& data, int32 offset, int32 count)
 {
     const HostChannels given(data.inputs, data.numInputs), wanted(data.outputs, data.numOutputs);
     Sample32* inputs[2];
@@ -227,24 +228,24 @@ void HostedProcessor::processSlice(ProcessData& data, int32 offset, int32 count)
     PitchNamesProcessor::process(slice);
 }
 
-void HostedProcessor::takeControllerValues()
+void Vst3Processor::takeControllerValues()
 {
     for (const ParameterTransfer::Change& change : controllerValues.takeChanges())
-        addNews(static_cast<ParamID>(change.slot), change.value);
-    deliverNews();
+        addChange(static_cast<ParamID>(change.slot), change.value);
+    applyPendingChanges();
 }
 
-void HostedProcessor::takeHostValues(IParameterChanges& changes)
+void Vst3Processor::takeHostValues(IParameterChanges& changes)
 {
     const int32 count = changes.getParameterCount();
     for (int32 i = 0; i < count; ++i)
         if (const auto change = lastPoint(changes.getParameterData(i)))
-            addNews(change->id, change->value);
-    deliverNews();
+            addChange(change->id, change->value);
+    applyPendingChanges();
 }
 
 // For the next block that is admitted.
-void HostedProcessor::keepHostValues(IParameterChanges& changes)
+void Vst3Processor::keepHostValues(IParameterChanges& changes)
 {
     const int32 count = changes.getParameterCount();
     for (int32 i = 0; i < count; ++i)
@@ -254,7 +255,7 @@ void HostedProcessor::keepHostValues(IParameterChanges& changes)
 
 // Some hosts repeat the value of an automated parameter with every block. Each arrival would start
 // the glide to it anew.
-void HostedProcessor::addNews(ParamID id, ParamValue value)
+void Vst3Processor::addChange(ParamID id, ParamValue value)
 {
     const ParamValue held = std::clamp(value, 0.0, 1.0);
     ParamValue& last = delivered[switchOf(id)];
@@ -263,23 +264,23 @@ void HostedProcessor::addNews(ParamID id, ParamValue value)
     last = held;
     stateValues[id] = held;
     int32 index = 0;
-    const int32 before = news.getParameterCount();
-    IParamValueQueue* queue = news.addParameterData(id, index);
-    if (news.getParameterCount() == before) {
+    const int32 before = pendingChanges.getParameterCount();
+    IParamValueQueue* queue = pendingChanges.addParameterData(id, index);
+    if (pendingChanges.getParameterCount() == before) {
         // A second time in one block: what came between keeps its place.
-        deliverNews();
-        queue = news.addParameterData(id, index);
+        applyPendingChanges();
+        queue = pendingChanges.addParameterData(id, index);
     }
     queue->addPoint(0, held, index);
 }
 
-void HostedProcessor::deliverNews()
+void Vst3Processor::applyPendingChanges()
 {
-    readParameterChanges(&news);
-    news.clearQueue();
+    readParameterChanges(&pendingChanges);
+    pendingChanges.clearQueue();
 }
 
-tresult PLUGIN_API HostedProcessor::notify(IMessage* message)
+tresult PLUGIN_API Vst3Processor::notify(IMessage* message)
 {
     const FIDString name = message ? message->getMessageID() : nullptr;
     const bool forState = name && FIDStringsEqual(name, kStateValuesMessage);

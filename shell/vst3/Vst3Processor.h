@@ -1,5 +1,5 @@
-// HostedProcessor: the processor as hosts of VST 3 meet it directly. They are freer than the VST 2
-// wrapper in what they hand to a block, and know nothing of the controller's values at the start.
+// Vst3Processor: the processor for hosts of VST 3. They hand over blocks of any shape, which the
+// VST 2 wrapper does not, and do not pass on the controller's values at the start.
 #pragma once
 
 #include "ParameterIds.h"
@@ -16,9 +16,9 @@
 namespace Steinberg {
 namespace Vst {
 
-class HostedProcessor : public PitchNamesProcessor {
+class Vst3Processor : public PitchNamesProcessor {
 public:
-    HostedProcessor();
+    Vst3Processor();
 
     // The selected preset's values (ComponentState.h), those that the controller has where one is
     // connected. Empty while they are not known: then the controller's start values stand. Any
@@ -41,8 +41,8 @@ public:
     // is there already, is no change, however often a host repeats it.
     //
     // Takes blocks of any length, also of 0 samples for parameters alone, and leaves the inputs as
-    // they are. A bus or channel that is missing is silence at the input and nobody's at the
-    // output; channels beyond those of the arrangement become silence. 64-bit blocks are refused.
+    // they are. A bus or channel that is missing reads as silence; output to it is dropped.
+    // Channels beyond those of the arrangement become silence. 64-bit blocks are refused.
     tresult PLUGIN_API process(ProcessData& data) SMTG_OVERRIDE;
 
     // Takes the controller's values (Messages.h) for the head of the next block or for a state.
@@ -52,8 +52,8 @@ private:
     void takeControllerValues();
     void takeHostValues(IParameterChanges& changes);
     void keepHostValues(IParameterChanges& changes);
-    void addNews(ParamID id, ParamValue value);
-    void deliverNews();
+    void addChange(ParamID id, ParamValue value);
+    void applyPendingChanges();
     void processSlice(ProcessData& data, int32 offset, int32 count);
 
     ProcessGate gate;
@@ -62,7 +62,7 @@ private:
     // What a state tells, by id.
     std::array<std::atomic<ParamValue>, kPresetParamCount> stateValues{};
     std::array<ParamValue, kPresetParamCount> delivered;  // by switchOf
-    ParameterChanges news;
+    ParameterChanges pendingChanges;
     std::vector<Sample32> scratch[2 * 2];  // two channels in, two out, for one slice
 };
 
