@@ -86,7 +86,7 @@ bool canRunFast(const StripChain& chain)
 // run(kernels, first lane, rows): once, if all lanes have the same setting; else lane by lane, each
 // in rows of its own.
 template <class Strip, class Setting, class Run>
-void FastStrips::together(Strip* const* strips, Setting setting, Run run)
+void FastStrips::runLanes(Strip* const* strips, Setting setting, Run run)
 {
     if (lanes == 1)
         return run(kOneLane, 0, rows);
@@ -122,7 +122,7 @@ void FastStrips::runPreampInput(StripProcessorQB9* const* strips)
             strips[k]->highPass.process(nullptr, 0);  // it forgets its past
     }
 
-    together(
+    runLanes(
         strips, [](const StripProcessorQB9& s) { return 2 * s.highPass.enabled + s.boostOn; },
         [&](const LaneKernels& kernels, int k, double* x) {
             kernels.preampInput(strips + k, {drive + k, stride}, x, count);
@@ -146,15 +146,15 @@ void FastStrips::runPreampOutput(StripProcessorQB9* const* strips)
 void FastStrips::runStrip(StripProcessorT46* const* strips)
 {
     using Strip = StripProcessorT46;
-    together(
+    runLanes(
         strips, [](const Strip& s) { return s.inputTransformerOn; },
         [&](const LaneKernels& kernels, int k, double* x) { kernels.input(strips + k, x, count); });
     const StripFactors gains = stepGains(strips);
-    together(strips, bandsOf, [&](const LaneKernels& kernels, int k, double* x) {
+    runLanes(strips, bandsOf, [&](const LaneKernels& kernels, int k, double* x) {
         if (const int bands = bandsOf(*strips[k]))
             kernels.bands[bands](strips + k, gains.shares.lane(k), x, count);
     });
-    together(
+    runLanes(
         strips, [](const Strip& s) { return 2 * s.ampOn + s.outputTransformerOn; },
         [&](const LaneKernels& kernels, int k, double* x) {
             kernels.output(strips + k, gains.output.lane(k), x, count);

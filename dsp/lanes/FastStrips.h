@@ -31,7 +31,7 @@ private:
     };
 
     template <class Strip, class Setting, class Run>
-    void together(Strip* const* strips, Setting setting, Run run);
+    void runLanes(Strip* const* strips, Setting setting, Run run);
     StripFactors stepGains(StripProcessorT46* const* strips);
 
     double* const rows;

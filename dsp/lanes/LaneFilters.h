@@ -5,8 +5,8 @@
 // except the sign of another zero, and the 1e-36 that is added to every output takes that sign
 // away.
 //
-// step(x, row, keep) filters one row; `keep` is set for the last two rows of a block. leave() hands
-// back what the block left behind.
+// step(x, row, ending) filters one row; `ending` is set for the last two rows of a block.
+// writeBack() gives the history after the block to the plain filters.
 #pragma once
 
 #include "LaneVectors.h"
@@ -15,9 +15,9 @@
 namespace {
 
 template <int N>
-using Filters = Each<N, BiquadFilter>;
+using Filters = PerLane<N, BiquadFilter>;
 template <int N>
-using WetFilters = Each<N, WetBiquadFilter>;
+using WetFilters = PerLane<N, WetBiquadFilter>;
 
 // The history of a filter. It holds two samples, so only the last two rows of a block leave
 // anything in it; steps on other rows pass it by.
@@ -35,7 +35,7 @@ struct History {
         y2 = y1;
         y1 = y;
     }
-    ZKR_INLINE void leave() const
+    ZKR_INLINE void writeBack() const
     {
         filters.set(&BiquadFilter::x1, x1);
         filters.set(&BiquadFilter::x2, x2);
@@ -62,14 +62,14 @@ struct LowPass1 {
         : b0(f.get(&BiquadFilter::b0)), a1(f.get(&BiquadFilter::a1)), history(f), y1(history.y1)
     {
     }
-    ZKR_INLINE Vec<N> step(Vec<N> x, int, bool keep)
+    ZKR_INLINE Vec<N> step(Vec<N> x, int, bool ending)
     {
         y1 = withoutDenormals(b0 * x - a1 * y1);
-        if (keep)
+        if (ending)
             history.add(x, y1);
         return y1;
     }
-    ZKR_INLINE void leave() const { history.leave(); }
+    ZKR_INLINE void writeBack() const { history.writeBack(); }
 
     Vec<N> b0, a1;
     History<N> history;
@@ -85,16 +85,16 @@ struct HighPass1 {
           bx1(b0 * history.x1), y1(history.y1)
     {
     }
-    ZKR_INLINE Vec<N> step(Vec<N> x, int, bool keep)
+    ZKR_INLINE Vec<N> step(Vec<N> x, int, bool ending)
     {
         const Vec<N> bx = b0 * x;
         y1 = withoutDenormals(bx - bx1 - a1 * y1);
         bx1 = bx;
-        if (keep)
+        if (ending)
             history.add(x, y1);
         return y1;
     }
-    ZKR_INLINE void leave() const { history.leave(); }
+    ZKR_INLINE void writeBack() const { history.writeBack(); }
 
     Vec<N> b0, a1;
     History<N> history;
@@ -109,7 +109,7 @@ struct BandPass {
           history(f), bx1(b0 * history.x1), bx2(b0 * history.x2), y1(history.y1), y2(history.y2)
     {
     }
-    ZKR_INLINE Vec<N> step(Vec<N> x, int, bool keep)
+    ZKR_INLINE Vec<N> step(Vec<N> x, int, bool ending)
     {
         const Vec<N> bx = b0 * x;
         const Vec<N> y = withoutDenormals(bx - bx2 - a1 * y1 - a2 * y2);
@@ -117,11 +117,11 @@ struct BandPass {
         bx1 = bx;
         y2 = y1;
         y1 = y;
-        if (keep)
+        if (ending)
             history.add(x, y);
         return y;
     }
-    ZKR_INLINE void leave() const { history.leave(); }
+    ZKR_INLINE void writeBack() const { history.writeBack(); }
 
     Vec<N> b0, a1, a2;
     History<N> history;
@@ -143,7 +143,7 @@ struct SecondOrder {
         history.add(x, y);
         return y;
     }
-    ZKR_INLINE void leave() const { history.leave(); }
+    ZKR_INLINE void writeBack() const { history.writeBack(); }
 
     Vec<N> b0, b1, b2, a1, a2;
     History<N> history;
@@ -157,13 +157,13 @@ struct Wet {
           wet(f.get(&WetBiquadFilter::wetTarget)), dry(1.0 - wet)
     {
     }
-    ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool keep)
+    ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool ending)
     {
-        return filter.step(x, row, keep) * wet + x * dry;
+        return filter.step(x, row, ending) * wet + x * dry;
     }
-    ZKR_INLINE void leave() const
+    ZKR_INLINE void writeBack() const
     {
-        filter.leave();
+        filter.writeBack();
         filters.set(&WetBiquadFilter::wetCurrent, wet);
     }
 

@@ -58,19 +58,19 @@ using Vec = typename Lanes<N>::Vector;
 
 // The same object of each lane's strip: a filter, a section, or the strip itself.
 template <int N, class Object>
-struct Each {
+struct PerLane {
     template <class Member>
-    ZKR_INLINE Each<N, Member> operator[](Member Object::*member) const
+    ZKR_INLINE PerLane<N, Member> operator[](Member Object::*member) const
     {
-        Each<N, Member> all;
+        PerLane<N, Member> all;
         for (int k = 0; k < N; ++k)
             all.lane[k] = &(lane[k]->*member);
         return all;
     }
     template <class Base>
-    ZKR_INLINE Each<N, Base> as() const
+    ZKR_INLINE PerLane<N, Base> as() const
     {
-        Each<N, Base> all;
+        PerLane<N, Base> all;
         for (int k = 0; k < N; ++k)
             all.lane[k] = lane[k];
         return all;
@@ -94,9 +94,9 @@ struct Each {
 };
 
 template <int N, class Object>
-ZKR_INLINE Each<N, Object> each(Object* const* objects)
+ZKR_INLINE PerLane<N, Object> perLane(Object* const* objects)
 {
-    Each<N, Object> all;
+    PerLane<N, Object> all;
     for (int k = 0; k < N; ++k)
         all.lane[k] = objects[k];
     return all;

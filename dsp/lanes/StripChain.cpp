@@ -17,7 +17,7 @@ void processPlain(const StripChain& chain, double* x, int count)
         chain.preamp->processOutputStage(x, count);
 }
 
-// One chain, or two of the same make.
+// One chain, or two with the same strips present.
 void processFast(const StripChain* chains, int channels, double* rows, int count)
 {
     StripProcessorQB9* preamp[2];
@@ -39,14 +39,14 @@ void processFast(const StripChain* chains, int channels, double* rows, int count
         strips.runPreampOutput(preamp);
 }
 
-// A pre-amplifier that passes everything by is as good as none.
+// A pre-amplifier with all its stages off is left out.
 StripChain inUse(const StripChain& chain)
 {
     const bool preampInUse = chain.preamp && chain.preamp->stripActive;
     return {preampInUse ? chain.preamp : nullptr, chain.first, chain.second};
 }
 
-bool areSameMake(const StripChain& a, const StripChain& b)
+bool haveSameStrips(const StripChain& a, const StripChain& b)
 {
     return !a.preamp == !b.preamp && !a.first == !b.first && !a.second == !b.second;
 }
@@ -59,7 +59,7 @@ void processStrips(ProcessingForm form, const StripChain& left, const StripChain
     const StripChain chains[] = {inUse(left), r ? inUse(right) : StripChain{}};
     const bool fast =
         form != ProcessingForm::Plain && canRunFast(chains[0]) && canRunFast(chains[1]);
-    if (fast && r && areSameMake(chains[0], chains[1])) {
+    if (fast && r && haveSameStrips(chains[0], chains[1])) {
         alignas(16) double rows[2 * StripProcessorQB9::kMaxCount];
         for (int i = 0; i < count; ++i) {
             rows[2 * i] = l[i];

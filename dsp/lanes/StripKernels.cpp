@@ -8,7 +8,7 @@ namespace {
 template <int N>
 void preampInput(StripProcessorQB9* const* strips, FactorRows drive, double* rows, int count)
 {
-    const auto s = each<N>(strips);
+    const auto s = perLane<N>(strips);
     const Gain<N> gain{drive};
     const SecondOrder<N> highPass(s[&StripProcessorQB9::highPass]);
     const Boost<N> boost(s);
@@ -34,7 +34,7 @@ template <int N>
 void input(StripProcessorT46* const* strips, double* rows, int count)
 {
     using Strip = StripProcessorT46;
-    const auto s = each<N>(strips);
+    const auto s = perLane<N>(strips);
     const auto damping = s[&Strip::damping];
     const HighPass1<N> dcBlock(s[&Strip::dcBlock]);
     const Wet<N, LowPass1<N>> damping1(
@@ -42,7 +42,7 @@ void input(StripProcessorT46* const* strips, double* rows, int count)
     const Wet<N, LowPass1<N>> damping2(
         damping[&DampingFilterPair::second].template as<WetBiquadFilter>());
     if (strips[0]->inputTransformerOn)
-        runStages<N>(rows, count, LowPass1<N>(s[&Strip::inputLowPass]), TransformerCurve<N>{},
+        runStages<N>(rows, count, LowPass1<N>(s[&Strip::inputLowPass]), Transformer<N>{},
                      WithHighPass<N>(s[&Strip::inputHighPass], rows), dcBlock, damping1,
                      stored<N>(damping2, rows));
     else
@@ -54,24 +54,24 @@ using Mode = std::integral_constant<int, kMode>;
 
 // The bands of a mode join the pipeline one after the other: high, mid, low.
 template <int N, int kMode, class... Stages>
-ZKR_INLINE void runBands(const Each<N, StripProcessorT46>& s, const BandShares& shares,
+ZKR_INLINE void runBands(const PerLane<N, StripProcessorT46>& s, const BandShares& shares,
                          double* rows, int count, const Stages&... before)
 {
     using Strip = StripProcessorT46;
-    const auto withShelf = [&](auto filter, const Each<N, ShelfSection>& section,
+    const auto withShelf = [&](auto filter, const PerLane<N, ShelfSection>& section,
                                const FactorRows& share, auto rest) __attribute__((always_inline))
     {
         using Filter = decltype(filter);
         using ShelfSkirt = Wet<N, Filter>;
-        const Mixed<N, ShelfSkirt> mixed{ShelfSkirt(section[&ShelfSection::skirt]), share, rows};
+        const BandMix<N, ShelfSkirt> mixed{ShelfSkirt(section[&ShelfSection::skirt]), share, rows};
         runBands<N, rest.value>(s, shares, rows, count, before..., filter, stored<N>(mixed, rows));
     };
-    const auto withBell = [&](const Each<N, PeakSection>& section, const FactorRows& share,
+    const auto withBell = [&](const PerLane<N, PeakSection>& section, const FactorRows& share,
                               auto rest) __attribute__((always_inline))
     {
         using LowSkirt = Wet<N, LowPass1<N>>;
         using HighSkirt = Wet<N, HighPass1<N>>;
-        const Mixed<N, HighSkirt> mixed{HighSkirt(section[&PeakSection::highSkirt]), share, rows};
+        const BandMix<N, HighSkirt> mixed{HighSkirt(section[&PeakSection::highSkirt]), share, rows};
         runBands<N, rest.value>(s, shares, rows, count, before...,
                                 BandPass<N>(section[&PeakSection::main]),
                                 LowSkirt(section[&PeakSection::lowSkirt]), stored<N>(mixed, rows));
@@ -96,7 +96,7 @@ template <int N, int kMode>
 void bands(StripProcessorT46* const* strips, BandShares shares, double* rows, int count)
 {
     if constexpr (isPossibleBandMode(kMode) && kMode != kNoBands)
-        runBands<N, kMode>(each<N>(strips), shares, rows, count);
+        runBands<N, kMode>(perLane<N>(strips), shares, rows, count);
 }
 
 template <int N>
@@ -106,12 +106,12 @@ void output(StripProcessorT46* const* strips, FactorRows outputGain, double* row
     static constexpr double kDown[] = {0.05, 0.05};
     static constexpr double kUp[] = {20.0, 20.0};
     using Strip = StripProcessorT46;
-    const auto s = each<N>(strips);
+    const auto s = perLane<N>(strips);
     const Gain<N> gain{outputGain};
     const Amplifier<N> amplifier(s);
     const auto down = stored<N>(Gain<N>{{kDown, 0}}, rows);
     const LowPass1<N> low(s[&Strip::outputLowPass]);
-    const TransformerCurve<N> curve;
+    const Transformer<N> curve;
     const WithHighPass<N> high(s[&Strip::outputHighPass], rows);
     const auto up = stored<N>(Gain<N>{{kUp, 0}}, rows);
     if (strips[0]->ampOn && strips[0]->outputTransformerOn)

@@ -7,7 +7,8 @@
 //
 // These are the instructions that every 64-bit machine has. What sets the pace is not the width of
 // a vector but the filters' recursions, a chain of four or five operations from sample to sample,
-// so a kernel has several filters at work on different samples at the same time.
+// so a kernel has several filters at work on different samples at the same time: StripStages.h
+// draws how.
 #pragma once
 
 #include "StripProcessorQB9.h"

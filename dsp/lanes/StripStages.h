@@ -1,5 +1,30 @@
-// The stages that the fast strips are made of, and the pipeline that runs several of them at a
+// The stages that the lane kernels are made of, and the pipeline that runs several of them at a
 // time. Local to the file that includes it.
+//
+// A filter needs its output of the row before, which takes four or five operations that wait for
+// each other. If the stages took the same row one after the other, each would also wait for the
+// stage before it, and a row would last as long as all of them together. So a stage works one row
+// behind the stage before it: it takes what that one has put out in the pass before, and nothing in
+// a pass waits for anything else in it. A pass lasts about as long as its slowest stage.
+//
+// The rows that each stage works on, in the kernel of the bands with the mid bell and the low shelf
+// in circuit, on a block of n rows:
+//
+//   stage                          pass 0    1    2    3    4   ...  n-1   n   n+1  n+2  n+3
+//   0  bell, main filter                0    1    2    3    4   ...  n-1
+//   1  bell, low skirt                       0    1    2    3   ...  n-2  n-1
+//   2  bell, high skirt, band mix *               0    1    2   ...  n-3  n-2  n-1
+//   3  shelf, main filter                              0    1   ...  n-4  n-3  n-2  n-1
+//   4  shelf, skirt, band mix *                             0   ...  n-5  n-4  n-3  n-2  n-1
+//
+// Inside a pass the last stage runs first, so that it finds the output of the stage before it still
+// in place (Pipeline::pass). Stages marked * store their output in its row, over what was there;
+// until then the row holds the input of the band, which the band mix reads. All rows are through at
+// the end of the kernel: the signal itself is not delayed.
+//
+// The passes before pass 4 and from pass n on are bounded passes: some stages have no row there.
+// Passes n-2 and n-1 are bounded too, since they begin the last two rows of the block, which the
+// filters keep as their history. The passes between do without these tests.
 #pragma once
 
 #include "AmplifierCurve.h"
@@ -9,12 +34,9 @@
 
 namespace {
 
-// Stages in a row, each one row behind the one before:
-//
-//   pass i     row i -> stage 0     row i - 1 -> stage 1     row i - 2 -> stage 2 ...
-//
-// so that nothing in a pass waits for anything else in it. The first passes have rows for the first
-// stages only and the last passes for the last ones; these are the bounded passes.
+// The first stage and the pipeline of those behind it. In a pass the first stage takes `x`, row
+// `row`, and each later one the row before that of its predecessor; a bounded pass leaves out the
+// stages whose row is not one of the `count` rows of the block.
 template <int N, class... Stages>
 struct Pipeline;
 
@@ -24,7 +46,7 @@ struct Pipeline<N> {
     ZKR_INLINE void pass(Vec<N>, int, int)
     {
     }
-    ZKR_INLINE void leave() const { }
+    ZKR_INLINE void writeBack() const { }
 };
 
 template <int N, class Stage, class... Rest>
@@ -36,19 +58,19 @@ struct Pipeline<N, Stage, Rest...> {
     template <bool kBounded>
     ZKR_INLINE void pass(Vec<N> x, int row, int count)
     {
-        rest.template pass<kBounded>(made, row - 1, count);
+        rest.template pass<kBounded>(output, row - 1, count);
         if (!kBounded || (row >= 0 && row < count))
-            made = stage.step(x, row, kBounded && row >= count - 2);
+            output = stage.step(x, row, kBounded && row >= count - 2);
     }
-    ZKR_INLINE void leave() const
+    ZKR_INLINE void writeBack() const
     {
-        stage.leave();
-        rest.leave();
+        stage.writeBack();
+        rest.writeBack();
     }
 
     Stage stage;
     Pipeline<N, Rest...> rest;
-    Vec<N> made = {};
+    Vec<N> output = {};
 };
 
 // The first stage takes `count` rows of N samples; the last one, or one on the way, stores them.
@@ -63,7 +85,7 @@ ZKR_INLINE void runStages(const double* rows, int count, const Stages&... stages
         const int inside = i < count ? i : 0;
         pipeline.template pass<true>(Lanes<N>::load(rows + inside * N), i, count);
     }
-    pipeline.leave();
+    pipeline.writeBack();
 }
 
 template <int N>
@@ -72,17 +94,18 @@ ZKR_INLINE Vec<N> factorOf(const FactorRows& factors, int row)
     return Lanes<N>::load(factors.at + row * factors.stride);
 }
 
-// What the stage makes goes into the row; the end of a pipeline, or where a later stage wants it.
+// Stores the stage's output in its row: the last stage always, an earlier one if a later stage
+// reads the row.
 template <int N, class Stage>
 struct Stored {
     ZKR_INLINE Stored(const Stage& last, double* to) : stage(last), rows(to) { }
-    ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool keep)
+    ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool ending)
     {
-        const Vec<N> y = stage.step(x, row, keep);
+        const Vec<N> y = stage.step(x, row, ending);
         Lanes<N>::store(rows + row * N, y);
         return y;
     }
-    ZKR_INLINE void leave() const { stage.leave(); }
+    ZKR_INLINE void writeBack() const { stage.writeBack(); }
 
     Stage stage;
     double* rows;
@@ -91,14 +114,14 @@ struct Stored {
 template <int N>
 struct Gain {
     ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool) const { return x * factorOf<N>(factors, row); }
-    ZKR_INLINE void leave() const { }
+    ZKR_INLINE void writeBack() const { }
 
     FactorRows factors;
 };
 
 // As shapeTransformer; rows beyond the knee are rare.
 template <int N>
-struct TransformerCurve {
+struct Transformer {
     ZKR_INLINE Vec<N> step(Vec<N> x, int, bool) const
     {
         const Vec<N> a = Lanes<N>::magnitude(x);
@@ -109,18 +132,18 @@ struct TransformerCurve {
             transformerCubic(kTransformerKnee) + (a - kTransformerKnee) * kTransformerSlopeBeyond;
         return Lanes<N>::withSign(a <= kTransformerKnee ? cubic : straight, x);
     }
-    ZKR_INLINE void leave() const { }
+    ZKR_INLINE void writeBack() const { }
 };
 
 // Behind a transformer's curve: the high-pass half of the row joins the bent low-pass half.
 template <int N>
 struct WithHighPass {
     ZKR_INLINE WithHighPass(const Filters<N>& f, const double* from) : high(f), rows(from) { }
-    ZKR_INLINE Vec<N> step(Vec<N> low, int row, bool keep)
+    ZKR_INLINE Vec<N> step(Vec<N> low, int row, bool ending)
     {
-        return low + high.step(Lanes<N>::load(rows + row * N), row, keep);
+        return low + high.step(Lanes<N>::load(rows + row * N), row, ending);
     }
-    ZKR_INLINE void leave() const { high.leave(); }
+    ZKR_INLINE void writeBack() const { high.writeBack(); }
 
     HighPass1<N> high;
     const double* rows;
@@ -140,7 +163,7 @@ struct WithHighPass {
 // As shapeAmplifier; rows beyond the knee are rare.
 template <int N>
 struct Amplifier {
-    ZKR_INLINE explicit Amplifier(const Each<N, StripProcessorT46>& s)
+    ZKR_INLINE explicit Amplifier(const PerLane<N, StripProcessorT46>& s)
         : slope(s.get(&StripProcessorT46::ampSlope)), bias(s.get(&StripProcessorT46::ampBias))
     {
     }
@@ -151,19 +174,20 @@ struct Amplifier {
             return v;
         return shapeLoudRow(x, slope, bias);
     }
-    ZKR_INLINE void leave() const { }
+    ZKR_INLINE void writeBack() const { }
 
     Vec<N> slope, bias;
 };
 
 // The last filter of a band, and the band itself: row - filtered row * share, where share is 1 - G.
 template <int N, class Filter>
-struct Mixed {
-    ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool keep)
+struct BandMix {
+    ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool ending)
     {
-        return Lanes<N>::load(rows + row * N) - filter.step(x, row, keep) * factorOf<N>(share, row);
+        return Lanes<N>::load(rows + row * N)
+            - filter.step(x, row, ending) * factorOf<N>(share, row);
     }
-    ZKR_INLINE void leave() const { filter.leave(); }
+    ZKR_INLINE void writeBack() const { filter.writeBack(); }
 
     Filter filter;
     FactorRows share;
@@ -172,15 +196,15 @@ struct Mixed {
 
 template <int N>
 struct Boost {
-    ZKR_INLINE explicit Boost(const Each<N, StripProcessorQB9>& s)
+    ZKR_INLINE explicit Boost(const PerLane<N, StripProcessorQB9>& s)
         : band(s[&StripProcessorQB9::boostBand]), share(1.0 - s.get(&StripProcessorQB9::boostGain))
     {
     }
-    ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool keep)
+    ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool ending)
     {
-        return x - band.step(x, row, keep) * share;
+        return x - band.step(x, row, ending) * share;
     }
-    ZKR_INLINE void leave() const { band.leave(); }
+    ZKR_INLINE void writeBack() const { band.writeBack(); }
 
     BandPass<N> band;
     Vec<N> share;
