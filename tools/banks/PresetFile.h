@@ -3,7 +3,7 @@
 #pragma once
 
 #include "BankJson.h"
-#include "ImageCheck.h"
+#include "BankCheck.h"
 
 #include <optional>
 #include <string>

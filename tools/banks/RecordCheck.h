@@ -1,7 +1,7 @@
 // The records of an image, one after the other, with what is wrong or odd in each.
 #pragma once
 
-#include "ImageCheck.h"
+#include "BankCheck.h"
 
 #include <array>
 #include <bitset>

@@ -1,5 +1,5 @@
 // The start and the header of an image; the records follow in RecordCheck.
-#include "ImageCheck.h"
+#include "BankCheck.h"
 
 #include "RecordCheck.h"
 

@@ -1,5 +1,5 @@
 // Findings, and the words for them.
-#include "ImageCheck.h"
+#include "BankCheck.h"
 
 #include <algorithm>
 #include <cstdio>

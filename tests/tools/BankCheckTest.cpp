@@ -1,5 +1,5 @@
 // The words for faulty images, and that they are never at odds with the readers of the plug-in.
-#include "ImageCheck.h"
+#include "BankCheck.h"
 #include "HandMadeImages.h"
 #include "PresetFile.h"
 
