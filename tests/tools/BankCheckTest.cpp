@@ -1,4 +1,4 @@
-// The words for faulty images, and that they are never at odds with the readers of the plug-in.
+// The messages for faulty files, and that they agree with the readers of the plug-in.
 #include "BankCheck.h"
 #include "HandMadeImages.h"
 #include "PresetFile.h"
@@ -12,9 +12,9 @@ namespace {
 using namespace tool;
 using Bytes = std::vector<std::uint8_t>;
 
-ImageReport check(const Bytes& bytes)
+BankReport check(const Bytes& bytes)
 {
-    return checkImage({bytes.data(), bytes.size()});
+    return checkBank({bytes.data(), bytes.size()});
 }
 
 void put(Bytes& bytes, std::size_t at, std::uint32_t word)
@@ -25,12 +25,12 @@ void put(Bytes& bytes, std::size_t at, std::uint32_t word)
 
 Bytes goodPreset()
 {
-    return presetImage(factoryBank()[3]);
+    return presetBytes(factoryBank()[3]);
 }
 
 Bytes goodBank()
 {
-    return bankImage({factoryBank(), 0});
+    return bankBytes({factoryBank(), 0});
 }
 
 // A header is 41 bytes, a name record 168, a value record 32 with its value at 24; a preset in a
@@ -109,7 +109,7 @@ const Row kRows[]{
 };
 // clang-format on
 
-TEST(ImageCheck, NamesTheFaultTheByteAndTheConsequence)
+TEST(BankCheck, NamesTheFaultTheByteAndTheConsequence)
 {
     // Of a state neither start nor size is looked at, so that zeros are one.
     const Bytes images[]{goodPreset(), goodBank(), handmade::stateOf(goodBank()),
@@ -124,7 +124,7 @@ TEST(ImageCheck, NamesTheFaultTheByteAndTheConsequence)
                 bytes.resize(at);
             else
                 put(bytes, at, word);
-        const ImageReport report = check(bytes);
+        const BankReport report = check(bytes);
         EXPECT_EQ(report.outcome, row.outcome);
         EXPECT_EQ(report.hasFaults(), row.isFault);
         const auto isTheOne = [&row](const Finding& finding) {
@@ -139,7 +139,7 @@ TEST(ImageCheck, NamesTheFaultTheByteAndTheConsequence)
     Bytes bytes = goodBank();
     for (std::size_t id = 0; id < 58; ++id)
         put(bytes, kPreset5 + 192 + id * 32, k2);
-    const ImageReport report = check(bytes);
+    const BankReport report = check(bytes);
     ASSERT_EQ(report.findings.size(), 11u);
     EXPECT_EQ(report.findings.back().text, "and 48 more values outside 0 to 1");
 }
@@ -167,14 +167,14 @@ Outcome readerSays(const Bytes& bytes, Bytes& written)
         PresetSlot preset = factoryBank()[0];
         const bool taken = readPresetRecords(records, header.recordCount, start->bigEndian,
                                              factoryBank()[0], preset);
-        written = presetImage(preset);
+        written = presetBytes(preset);
         return taken ? Outcome::Taken : Outcome::Undone;
     }
     const bool inBank = header.currentPreset >= 0 && header.currentPreset < kPresetCount;
     BankContent bank{factoryBank(), inBank ? header.currentPreset : 0};
     const bool taken = readBankRecords(records, header.recordCount, start->bigEndian,
                                        factoryBank()[0], bank.presets.data());
-    written = bankImage(bank);
+    written = bankBytes(bank);
     return taken ? Outcome::Taken : Outcome::Undone;
 }
 
@@ -184,7 +184,7 @@ void expectAgreement(const Bytes& bytes)
 {
     Bytes written;
     const Outcome outcome = readerSays(bytes, written);
-    const ImageReport report = check(bytes);
+    const BankReport report = check(bytes);
     EXPECT_EQ(report.outcome == Outcome::Partly ? Outcome::Taken : report.outcome, outcome);
     const bool perfect = outcome == Outcome::Taken && written == bytes;
     const bool onlyNames =
@@ -193,7 +193,7 @@ void expectAgreement(const Bytes& bytes)
     EXPECT_EQ(perfect, onlyNames) << (report.findings.empty() ? "" : report.findings[0].text);
 }
 
-TEST(ImageCheck, AgreesWithTheReaders)
+TEST(BankCheck, AgreesWithTheReaders)
 {
     // On every truncation, every changed byte, and banks with several faults.
     const Bytes preset = goodPreset(), bank = goodBank();

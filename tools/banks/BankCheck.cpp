@@ -1,4 +1,4 @@
-// The start and the header of an image; the records follow in RecordCheck.
+// The start and the header; the records follow in RecordCheck.
 #include "BankCheck.h"
 
 #include "RecordCheck.h"
@@ -35,10 +35,10 @@ bool isState(ByteView file)
 }
 
 // Fields that the plug-in does not look at, or puts right by itself.
-void checkQuietFields(const ImageParts& parts, const std::uint8_t* image, std::size_t base,
-                      ImageReport& report)
+void checkQuietFields(const FileParts& parts, const std::uint8_t* image, std::size_t base,
+                      BankReport& report)
 {
-    const bool preset = parts.kind == ImageKind::Preset;
+    const bool preset = parts.kind == FileKind::Preset;
     const FileHeader& header = parts.header;
     const FileHeader usual = readHeader(ImageWriter(header.kind, 0, 0, 0).take().data());
     if (header.formatWord != usual.formatWord)
@@ -67,7 +67,7 @@ void checkQuietFields(const ImageParts& parts, const std::uint8_t* image, std::s
 }
 
 // The payload of a file; the store and projects do without its size.
-bool takePayload(ImageParts& parts, ByteView image, ImageReport& report)
+bool takePayload(FileParts& parts, ByteView image, BankReport& report)
 {
     const std::size_t left = image.size - kFileHeaderSize;
     const std::size_t readable = std::min(image.size, kMostOfFile) - kFileHeaderSize;
@@ -103,12 +103,12 @@ bool takePayload(ImageParts& parts, ByteView image, ImageReport& report)
     return true;
 }
 
-bool checkRecordCount(const ImageParts& parts, std::size_t base, ImageReport& report)
+bool checkRecordCount(const FileParts& parts, std::size_t base, BankReport& report)
 {
     const std::int32_t count = parts.header.recordCount;
     if (count >= 0)
         return true;
-    const bool preset = parts.kind == ImageKind::Preset;
+    const bool preset = parts.kind == FileKind::Preset;
     report.fault("record counts", base + kRecordsAt,
                  "the record count is negative, " + std::to_string(count)
                      + (preset ? "; the plug-in resets the selected preset to the default" : ""),
@@ -117,10 +117,10 @@ bool checkRecordCount(const ImageParts& parts, std::size_t base, ImageReport& re
 }
 
 // A project's state goes into a buffer of fixed size. Only the count and the records are looked at.
-std::optional<ImageParts> takeStateApart(ByteView file, ImageReport& report)
+std::optional<FileParts> takeStateApart(ByteView file, BankReport& report)
 {
     const std::size_t base = sizeof(kStatePrefix);
-    report.kind = ImageKind::State;
+    report.kind = FileKind::State;
     std::vector<std::uint8_t> buffer(file.data, file.data + std::min(file.size, kStateSize));
     if (file.size > kStateSize)
         report.note("state sizes", kStateSize,
@@ -133,8 +133,8 @@ std::optional<ImageParts> takeStateApart(ByteView file, ImageReport& report)
         report.note("prefixes", static_cast<std::size_t>(odd.first - kStatePrefix),
                     "the prefix of the state is not the usual one; it is not looked at");
     const std::uint8_t* image = buffer.data() + base;
-    ImageParts parts{ImageKind::State,       false,     readHeader(image),
-                     base + kFileHeaderSize, file.size, {}};
+    FileParts parts{FileKind::State,        false,     readHeader(image),
+                    base + kFileHeaderSize, file.size, {}};
     const std::int32_t payload = parts.header.payloadSize;
     const bool whole =
         payload >= 0 && file.size >= parts.recordsAt + static_cast<std::size_t>(payload);
@@ -164,7 +164,7 @@ std::optional<ImageParts> takeStateApart(ByteView file, ImageReport& report)
 
 }  // namespace
 
-std::optional<ImageParts> takeApart(ByteView file, ImageReport& report)
+std::optional<FileParts> takeApart(ByteView file, BankReport& report)
 {
     if (isState(file))
         return takeStateApart(file, report);
@@ -188,7 +188,7 @@ std::optional<ImageParts> takeApart(ByteView file, ImageReport& report)
                      Outcome::NoEffect);
         return std::nullopt;
     }
-    report.kind = start->kind == kPresetKind ? ImageKind::Preset : ImageKind::Bank;
+    report.kind = start->kind == kPresetKind ? FileKind::Preset : FileKind::Bank;
     if (start->bigEndian)
         report.note("byte orders", 0,
                     "the magic is reversed: the file comes from a big-endian machine");
@@ -197,8 +197,8 @@ std::optional<ImageParts> takeApart(ByteView file, ImageReport& report)
                      Outcome::NoEffect);
         return std::nullopt;
     }
-    ImageParts parts{report.kind,     start->bigEndian, readHeader(file.data),
-                     kFileHeaderSize, file.size,        {}};
+    FileParts parts{report.kind,     start->bigEndian, readHeader(file.data),
+                    kFileHeaderSize, file.size,        {}};
     if (parts.swap)
         swapHeader(parts.header);
     checkQuietFields(parts, file.data, 0, report);
@@ -206,11 +206,11 @@ std::optional<ImageParts> takeApart(ByteView file, ImageReport& report)
     return takePayload(parts, file, report) && counted ? std::optional(parts) : std::nullopt;
 }
 
-// What does not begin as an image does may still be a project's state: of that, the start is not
-// looked at. An empty one is not handed over.
-void noteState(ByteView file, const std::vector<std::string>& titles, ImageReport& report)
+// What does not begin as a preset or bank does may still be a project's state: of that, the start
+// is not looked at. An empty one is not handed over.
+void noteState(ByteView file, const std::vector<std::string>& titles, BankReport& report)
 {
-    ImageReport state;
+    BankReport state;
     const auto parts = takeStateApart(file, state);
     if (parts)
         RecordCheck(*parts, titles, state).run();
@@ -225,9 +225,9 @@ void noteState(ByteView file, const std::vector<std::string>& titles, ImageRepor
     report.note("states", std::nullopt, text);
 }
 
-ImageReport checkImage(ByteView file, const std::vector<std::string>& titles)
+BankReport checkBank(ByteView file, const std::vector<std::string>& titles)
 {
-    ImageReport report;
+    BankReport report;
     if (const auto parts = takeApart(file, report))
         RecordCheck(*parts, titles, report).run();
     else if (report.outcome == Outcome::Ignored && file.size > 0)

@@ -1,5 +1,5 @@
 // Findings, and the words for them.
-#include "BankCheck.h"
+#include "BankReport.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -12,20 +12,20 @@ constexpr int kMostOfOneTopic = 10;
 
 }  // namespace
 
-void ImageReport::fault(const std::string& topic, std::optional<std::size_t> offset,
-                        const std::string& text, Outcome atBest)
+void BankReport::fault(const std::string& topic, std::optional<std::size_t> offset,
+                       const std::string& text, Outcome atBest)
 {
     add(true, topic, offset, text, atBest);
 }
 
-void ImageReport::note(const std::string& topic, std::optional<std::size_t> offset,
-                       const std::string& text, Outcome atBest)
+void BankReport::note(const std::string& topic, std::optional<std::size_t> offset,
+                      const std::string& text, Outcome atBest)
 {
     add(false, topic, offset, text, atBest);
 }
 
-void ImageReport::add(bool isFault, const std::string& topic, std::optional<std::size_t> offset,
-                      const std::string& text, Outcome atBest)
+void BankReport::add(bool isFault, const std::string& topic, std::optional<std::size_t> offset,
+                     const std::string& text, Outcome atBest)
 {
     faults = faults || isFault;
     outcome = std::min(outcome, atBest);
@@ -34,7 +34,7 @@ void ImageReport::add(bool isFault, const std::string& topic, std::optional<std:
         findings.push_back({isFault, offset, text});
 }
 
-void ImageReport::close()
+void BankReport::close()
 {
     for (const auto& [topic, count] : counts)
         if (count.number > kMostOfOneTopic)
@@ -44,9 +44,9 @@ void ImageReport::close()
     counts.clear();
 }
 
-std::string outcomeText(const ImageReport& report)
+std::string outcomeText(const BankReport& report)
 {
-    const bool preset = report.kind == ImageKind::Preset;
+    const bool preset = report.kind == FileKind::Preset;
     const std::string what = preset ? "the preset" : "the bank";
     switch (report.outcome) {
     case Outcome::Ignored:

@@ -43,13 +43,13 @@ void appendPreset(ImageWriter& writer, std::int32_t index, const PresetSlot& pre
         writer.appendValue(index, id, preset.values[id]);
 }
 
-// The parts of an image that the plug-in takes and that is of a wanted kind.
-ImageParts goodParts(const std::string& path, const std::vector<std::uint8_t>& bytes,
-                     bool wantsPreset)
+// The parts of a file that the plug-in takes and that is of a wanted kind.
+FileParts goodParts(const std::string& path, const std::vector<std::uint8_t>& bytes,
+                    bool wantsPreset)
 {
-    const ImageReport report = checkImage({bytes.data(), bytes.size()});
+    const BankReport report = checkBank({bytes.data(), bytes.size()});
     const std::string hint = "; 'zkrt46 check' says more";
-    ImageReport unused;
+    BankReport unused;
     auto parts = takeApart({bytes.data(), bytes.size()}, unused);
     if (!parts || !report.isTaken()) {
         const auto first = std::find_if(report.findings.begin(), report.findings.end(),
@@ -59,7 +59,7 @@ ImageParts goodParts(const std::string& path, const std::vector<std::uint8_t>& b
         throw ToolError("'" + path + "'" + (first->offset ? " " + atByte(*first->offset) : "")
                         + ": " + first->text + hint);
     }
-    if ((parts->kind == ImageKind::Preset) != wantsPreset)
+    if ((parts->kind == FileKind::Preset) != wantsPreset)
         throw ToolError("'" + path + "' is "
                         + (wantsPreset ? "a bank, but a preset is wanted here"
                                        : "a preset, but a bank is wanted here"));
@@ -134,7 +134,7 @@ BankContent readBank(const std::string& path, Displays& displays)
     const std::vector<std::uint8_t> bytes = readFile(path);
     if (isJson(bytes))
         return bankFromJson(std::string(bytes.begin(), bytes.end()), path, displays.get());
-    const ImageParts parts = goodParts(path, bytes, false);
+    const FileParts parts = goodParts(path, bytes, false);
     const std::int32_t current = parts.header.currentPreset;
     BankContent bank{factoryBank(), current >= 0 && current < kPresetCount ? current : 0};
     if (!readBankRecords({parts.records.data(), parts.records.size()}, parts.header.recordCount,
@@ -148,7 +148,7 @@ PresetSlot readPreset(const std::string& path, Displays& displays)
     const std::vector<std::uint8_t> bytes = readFile(path);
     if (isJson(bytes))
         return presetFromJson(std::string(bytes.begin(), bytes.end()), path, displays.get());
-    const ImageParts parts = goodParts(path, bytes, true);
+    const FileParts parts = goodParts(path, bytes, true);
     PresetSlot preset{};
     if (!readPresetRecords({parts.records.data(), parts.records.size()}, parts.header.recordCount,
                            parts.swap, factoryBank().front(), preset))
@@ -162,7 +162,7 @@ void writeBank(const std::string& path, const BankContent& bank, Displays& displ
     if (ending == ".json")
         writeFile(path, bankToJson(bank, displays.get()));
     else if (ending == ".zkb")
-        writeBytes(path, bankImage(bank));
+        writeBytes(path, bankBytes(bank));
     else
         throw ToolError("'" + path + "': a bank's name ends in .zkb or .json");
 }
@@ -173,12 +173,12 @@ void writePreset(const std::string& path, const PresetSlot& preset, Displays& di
     if (ending == ".json")
         writeFile(path, presetToJson(preset, displays.get()));
     else if (ending == ".zkr")
-        writeBytes(path, presetImage(preset));
+        writeBytes(path, presetBytes(preset));
     else
         throw ToolError("'" + path + "': a preset's name ends in .zkr or .json");
 }
 
-std::vector<std::uint8_t> bankImage(const BankContent& bank)
+std::vector<std::uint8_t> bankBytes(const BankContent& bank)
 {
     ImageWriter writer(kBankKind, bank.currentPreset,
                        static_cast<std::int32_t>(kPresetCount * (1 + kPresetParamCount)),
@@ -188,7 +188,7 @@ std::vector<std::uint8_t> bankImage(const BankContent& bank)
     return writer.take();
 }
 
-std::vector<std::uint8_t> presetImage(const PresetSlot& preset)
+std::vector<std::uint8_t> presetBytes(const PresetSlot& preset)
 {
     ImageWriter writer(kPresetKind, 0, static_cast<std::int32_t>(1 + kPresetParamCount),
                        kPresetImageSize - kFileHeaderSize);

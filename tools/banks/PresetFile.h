@@ -1,9 +1,9 @@
-// Preset and bank files. What they are written as, images or JSON, is told by their content when
-// they are read and by their name's ending when they are written.
+// Preset and bank files, binary or JSON. Which of the two is told by their content when they are
+// read and by their name's ending when they are written.
 #pragma once
 
-#include "BankJson.h"
 #include "BankCheck.h"
+#include "BankJson.h"
 
 #include <optional>
 #include <string>
@@ -40,8 +40,8 @@ void writeBank(const std::string& path, const BankContent& bank, Displays& displ
 void writePreset(const std::string& path, const PresetSlot& preset, Displays& displays);
 
 // As the plug-in saves them.
-std::vector<std::uint8_t> bankImage(const BankContent& bank);
-std::vector<std::uint8_t> presetImage(const PresetSlot& preset);
+std::vector<std::uint8_t> bankBytes(const BankContent& bank);
+std::vector<std::uint8_t> presetBytes(const PresetSlot& preset);
 
 // The factory's bank for an empty path.
 BankContent readBankOrFactory(const std::string& path, Displays& displays);

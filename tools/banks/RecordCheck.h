@@ -1,4 +1,4 @@
-// The records of an image, one after the other, with what is wrong or odd in each.
+// Checks the records of a preset or bank, one after the other.
 #pragma once
 
 #include "BankCheck.h"
@@ -10,8 +10,7 @@ namespace tool {
 
 class RecordCheck {
 public:
-    RecordCheck(const ImageParts& parts, const std::vector<std::string>& titles,
-                ImageReport& report);
+    RecordCheck(const FileParts& parts, const std::vector<std::string>& titles, BankReport& report);
     void run();
 
 private:
@@ -34,9 +33,9 @@ private:
     // " of preset 3" in a bank.
     std::string ofPreset(std::size_t preset) const;
 
-    const ImageParts& parts;
+    const FileParts& parts;
     const std::vector<std::string>& titles;
-    ImageReport& report;
+    BankReport& report;
     bool bank;
     std::array<Seen, kPresetCount> seen{};
 };

@@ -33,16 +33,16 @@ std::vector<std::string> titlesOf(Displays& displays)
     return titles;
 }
 
-const char* kindText(ImageKind kind)
+const char* kindText(FileKind kind)
 {
     switch (kind) {
-    case ImageKind::Preset:
+    case FileKind::Preset:
         return "preset, ";
-    case ImageKind::Bank:
+    case FileKind::Bank:
         return "bank, ";
-    case ImageKind::State:
+    case FileKind::State:
         return "bank as a project keeps it, ";
-    case ImageKind::Unknown:
+    case FileKind::Unknown:
         break;
     }
     return "";
@@ -68,7 +68,7 @@ int checkJson(const std::string& path, const std::string& text, Displays& displa
 
 int checkBytes(const std::string& path, const std::vector<std::uint8_t>& bytes, Displays& displays)
 {
-    const ImageReport report = checkImage({bytes.data(), bytes.size()}, titlesOf(displays));
+    const BankReport report = checkBank({bytes.data(), bytes.size()}, titlesOf(displays));
     std::string text = path + ": " + kindText(report.kind) + std::to_string(bytes.size())
         + " bytes: " + (report.hasFaults() ? "" : "no faults; ") + outcomeText(report) + "\n";
     for (const Finding& finding : report.findings)
