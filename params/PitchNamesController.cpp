@@ -13,13 +13,6 @@
 namespace Steinberg {
 namespace Vst {
 
-namespace {
-
-// In front of the image in a state: a version, little-endian, and the magic once more.
-constexpr uint8 kStateStart[] = {0x00, 0x00, 0x00, 0x02, 0x36, 0x34, 0x74, 0x5A};
-
-}  // namespace
-
 PitchNamesController::PitchNamesController(platform::SettingsStore& settings,
                                            ViewFactory viewFactory)
     : ZKRPresetSystemController3(settings), makeView(viewFactory)
@@ -55,15 +48,16 @@ tresult PLUGIN_API PitchNamesController::getState(IBStream* state)
     if (!stateBuffer)
         return kInternalError;
     std::fill_n(stateBuffer.get(), kStateBufferSize, uint8{0});
-    std::copy(std::begin(kStateStart), std::end(kStateStart), stateBuffer.get());
+    uint8* const imageStart =
+        std::copy(kStatePrefix.begin(), kStatePrefix.end(), stateBuffer.get());
     if (size == 0)
         return kResultOk;
-    std::copy(image.begin(), image.end(), stateBuffer.get() + kStatePrefix);
+    std::copy(image.begin(), image.end(), imageStart);
     if (state) {
         int64 position = 0;
         int32 written = 0;
         state->seek(0, IBStream::kIBSeekSet, &position);
-        state->write(stateBuffer.get(), kStatePrefix + size, &written);
+        state->write(stateBuffer.get(), static_cast<int32>(kStatePrefix.size()) + size, &written);
     }
     return kResultOk;
 }
@@ -85,9 +79,9 @@ tresult PLUGIN_API PitchNamesController::setState(IBStream* state)
             return result;
         bytes.assign(stateBuffer.get(), stateBuffer.get() + kStateBufferSize);
     }
-    constexpr std::size_t kRecordsAt = kStatePrefix + kFileHeaderSize;
+    constexpr std::size_t kRecordsAt = kStatePrefix.size() + kFileHeaderSize;
     deserializeBank({bytes.data() + kRecordsAt, bytes.size() - kRecordsAt},
-                    readHeader(bytes.data() + kStatePrefix), false);
+                    readHeader(bytes.data() + kStatePrefix.size()), false);
     return kResultOk;
 }
 

@@ -6,17 +6,7 @@
 
 namespace {
 
-// clang-format off
-//   0 magic  4 kind  5 format word  9 parameters  13 records  17 current preset  21 payload size
-//   25 reserved, four words
-constexpr std::size_t kKindAt = 4, kFormatAt = 5, kParametersAt = 9, kRecordsAt = 13,
-                      kCurrentAt = 17, kPayloadAt = 21, kReservedAt = 25;
-// In a record, from the end of its head: a value record has two spare words between id and value.
-constexpr std::size_t kIdAt = 0, kValueAt = 12;
-// clang-format on
-
 constexpr std::uint32_t kFormatWord = 0x01000100;
-constexpr std::size_t kNameReserved = 4 + 128;
 
 std::uint32_t reversed(std::uint32_t x)
 {
@@ -63,15 +53,15 @@ bool takeRecord(const Record& record, bool swap, PresetSlot& slot)
 FileHeader readHeader(const std::uint8_t* bytes)
 {
     FileHeader header{read32(bytes),
-                      bytes[kKindAt],
-                      read32(bytes + kFormatAt),
-                      readInt(bytes + kParametersAt),
-                      readInt(bytes + kRecordsAt),
-                      readInt(bytes + kCurrentAt),
-                      readInt(bytes + kPayloadAt),
+                      bytes[FileHeader::kKindAt],
+                      read32(bytes + FileHeader::kFormatAt),
+                      readInt(bytes + FileHeader::kParametersAt),
+                      readInt(bytes + FileHeader::kRecordsAt),
+                      readInt(bytes + FileHeader::kCurrentAt),
+                      readInt(bytes + FileHeader::kPayloadAt),
                       {}};
     for (std::size_t i = 0; i < header.reserved.size(); ++i)
-        header.reserved[i] = read32(bytes + kReservedAt + 4 * i);
+        header.reserved[i] = read32(bytes + FileHeader::kReservedAt + 4 * i);
     return header;
 }
 
@@ -88,12 +78,12 @@ void swapHeader(FileHeader& header)
 
 std::optional<ImageStart> readImageStart(ByteView image)
 {
-    if (image.size <= kKindAt)
+    if (image.size <= FileHeader::kKindAt)
         return std::nullopt;
     const std::uint32_t magic = read32(image.data);
     if (magic != kMagic && magic != kReversedMagic)
         return std::nullopt;
-    return ImageStart{image.data[kKindAt], magic == kReversedMagic};
+    return ImageStart{image.data[FileHeader::kKindAt], magic == kReversedMagic};
 }
 
 const std::uint8_t* recordName(const Record& record)
@@ -103,10 +93,10 @@ const std::uint8_t* recordName(const Record& record)
 
 std::optional<ValueEntry> recordValue(const Record& record, bool swap)
 {
-    if (static_cast<std::size_t>(record.size) < kValueAt + sizeof(float))
+    if (static_cast<std::size_t>(record.size) < ValueEntry::kValueAt + sizeof(float))
         return std::nullopt;
-    ValueEntry entry{readInt(record.body + kIdAt, swap), 0.0f};
-    const std::uint32_t bits = read32(record.body + kValueAt, swap);
+    ValueEntry entry{readInt(record.body + ValueEntry::kIdAt, swap), 0.0f};
+    const std::uint32_t bits = read32(record.body + ValueEntry::kValueAt, swap);
     std::memcpy(&entry.value, &bits, sizeof(bits));
     return entry;
 }
@@ -133,8 +123,8 @@ bool RecordReader::next(Record& record)
         return false;
     }
     const std::uint8_t* head = records.data + start;
-    record = {readInt(head, swap), readInt(head + 4, swap), readInt(head + 8, swap),
-              head + kRecordHeadSize};
+    record = {readInt(head, swap), readInt(head + Record::kSizeAt, swap),
+              readInt(head + Record::kPresetAt, swap), head + Record::kBodyAt};
     if (record.size < 0)
         found = Fault::BadSize;
     else if (static_cast<std::size_t>(record.size) > left - kRecordHeadSize)
@@ -190,14 +180,14 @@ ImageWriter::ImageWriter(std::uint8_t kind, std::int32_t currentPreset, std::int
     append32(static_cast<std::uint32_t>(recordCount));
     append32(static_cast<std::uint32_t>(currentPreset));
     append32(static_cast<std::uint32_t>(payloadSize));
-    appendZeros(kFileHeaderSize - kReservedAt);
+    appendZeros(kFileHeaderSize - FileHeader::kReservedAt);
 }
 
 void ImageWriter::appendName(std::int32_t preset, const PresetSlot& slot)
 {
     appendHead(kNameRecord, kNameRecordSize, preset);
     image.insert(image.end(), slot.name, slot.name + kPresetNameSize);
-    appendZeros(kNameReserved);
+    appendZeros(kNameBodySize - kPresetNameSize);
 }
 
 void ImageWriter::appendValue(std::int32_t preset, unsigned id, float value)
@@ -206,9 +196,9 @@ void ImageWriter::appendValue(std::int32_t preset, unsigned id, float value)
     std::memcpy(&bits, &value, sizeof(bits));
     appendHead(kValueRecord, kValueRecordSize, preset);
     append32(id);
-    appendZeros(8);
+    appendZeros(ValueEntry::kValueAt - sizeof(id));
     append32(bits);
-    appendZeros(4);
+    appendZeros(kValueBodySize - ValueEntry::kValueAt - sizeof(bits));
 }
 
 void ImageWriter::append32(std::uint32_t value)

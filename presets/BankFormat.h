@@ -23,11 +23,21 @@ constexpr std::size_t kFileHeaderSize = 41;
 constexpr std::size_t kRecordHeadSize = 12;
 constexpr std::size_t kNameRecordSize = 168;
 constexpr std::size_t kValueRecordSize = 32;
+constexpr std::size_t kNameBodySize = kNameRecordSize - kRecordHeadSize;
+constexpr std::size_t kValueBodySize = kValueRecordSize - kRecordHeadSize;
 constexpr std::size_t kPresetImageSize =
     kFileHeaderSize + kNameRecordSize + kPresetParamCount * kValueRecordSize;
 constexpr std::size_t kBankImageSize =
     kFileHeaderSize + kPresetCount * (kNameRecordSize + kPresetParamCount * kValueRecordSize);
 static_assert(kPresetImageSize == 2065 && kBankImageSize == 48617, "files of users have this size");
+
+// What a host's project keeps of the controller is a bank image behind this prefix: a version,
+// little-endian, and the magic once more.
+constexpr std::array<std::uint8_t, 8> kStatePrefix{
+    {0x00, 0x00, 0x00, 0x02, 0x36, 0x34, 0x74, 0x5A}};
+constexpr std::size_t kStateSize = kStatePrefix.size() + kBankImageSize;
+static_assert(kStateSize == 48625, "projects of users hold states of this size");
+
 // Of a file, no more is read. No image of this or a later version comes near it.
 constexpr std::size_t kMostOfFile = 1 << 24;
 
@@ -38,6 +48,10 @@ struct ByteView {
 };
 
 struct FileHeader {
+    // Bytes from the start of the image.
+    static constexpr std::size_t kKindAt = 4, kFormatAt = 5, kParametersAt = 9, kRecordsAt = 13,
+                                 kCurrentAt = 17, kPayloadAt = 21, kReservedAt = 25;
+
     std::uint32_t magic;
     std::uint8_t kind;
     std::uint32_t formatWord;
@@ -66,6 +80,9 @@ enum RecordKind : std::int32_t { kNameRecord = 0, kValueRecord = 1 };
 
 // A record inside the bytes of an image.
 struct Record {
+    // Bytes from the start of the record.
+    static constexpr std::size_t kSizeAt = 4, kPresetAt = 8, kBodyAt = kRecordHeadSize;
+
     std::int32_t kind;
     std::int32_t size;         // bytes after the head
     std::int32_t preset;       // any number: not every image is a good one
@@ -73,6 +90,9 @@ struct Record {
 };
 
 struct ValueEntry {
+    // Bytes from the start of the record's body.
+    static constexpr std::size_t kIdAt = 0, kValueAt = 12;
+
     std::int32_t id;
     float value;
 };

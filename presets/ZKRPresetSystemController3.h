@@ -129,10 +129,7 @@ protected:
     // Where the records of an image end.
     enum class Payload { AsHeaderTells, AtEndOfImage };
 
-    // What a host's project keeps: an image behind a prefix of 8 bytes.
-    static constexpr int32 kStatePrefix = 8;
-    static constexpr int32 kStateBufferSize = kStatePrefix + static_cast<int32>(kBankImageSize);
-    static_assert(kStateBufferSize == 48625, "projects of users hold states of this size");
+    static constexpr auto kStateBufferSize = static_cast<int32>(kStateSize);
 
     platform::SettingsStore& store;
     mutable std::mutex dataMutex;  // of the bank, the selection, the parameters and what is private

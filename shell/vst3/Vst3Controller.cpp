@@ -52,11 +52,11 @@ bool Vst3Controller::isWholeState(const std::vector<char>& bytes, int32 size)
 {
     if (size == kStateBufferSize)
         return true;
-    constexpr auto kHead = kStatePrefix + static_cast<int32>(kFileHeaderSize);
+    constexpr auto kHead = static_cast<int32>(kStatePrefix.size() + kFileHeaderSize);
     if (size < kHead)
         return false;
     const FileHeader header =
-        readHeader(reinterpret_cast<const uint8*>(bytes.data()) + kStatePrefix);
+        readHeader(reinterpret_cast<const uint8*>(bytes.data()) + kStatePrefix.size());
     return header.magic == kMagic && header.payloadSize >= 0 && header.payloadSize <= size - kHead;
 }
 

@@ -10,11 +10,11 @@
 
 namespace {
 
-// In front of the bank's image: the sizes of two states, and what the controller puts first.
-constexpr std::size_t kImageAt = 16 + 8;
+// In front of the bank's image: the sizes of two states, 64 bits each, and the controller's prefix.
+constexpr std::size_t kImageAt = 2 * 8 + kStatePrefix.size();
 constexpr std::size_t kHeadersEnd = kImageAt + kFileHeaderSize;
 // In the image's header, 32 bits, of which the lowest byte suffices.
-constexpr std::size_t kCurrentPresetAt = kImageAt + 17;
+constexpr std::size_t kCurrentPresetAt = kImageAt + FileHeader::kCurrentAt;
 
 // From here down the editor has the row of the presets, whose menu and file dialogs wait for
 // somebody to answer.

@@ -10,14 +10,6 @@ namespace tool {
 
 namespace {
 
-// From the start of the image.
-constexpr std::size_t kKindAt = 4, kFormatAt = 5, kParametersAt = 9, kRecordsAt = 13,
-                      kCurrentAt = 17, kPayloadAt = 21, kReservedAt = 25;
-
-// Ahead of the image in a project, and the size that the plug-in reads there, whatever there is.
-constexpr std::uint8_t kStatePrefix[]{0x00, 0x00, 0x00, 0x02, 0x36, 0x34, 0x74, 0x5A};
-constexpr std::size_t kStateSize = sizeof(kStatePrefix) + kBankImageSize;
-
 std::string hex(std::uint32_t value, int digits)
 {
     char text[16];
@@ -27,10 +19,9 @@ std::string hex(std::uint32_t value, int digits)
 
 bool isState(ByteView file)
 {
-    const std::size_t prefix = sizeof(kStatePrefix);
-    if (file.size < prefix)
+    if (file.size < kStatePrefix.size())
         return false;
-    return std::equal(kStatePrefix, kStatePrefix + prefix, file.data)
+    return std::equal(kStatePrefix.begin(), kStatePrefix.end(), file.data)
         || (file.size == kStateSize && !readImageStart(file));
 }
 
@@ -42,23 +33,24 @@ void checkQuietFields(const FileParts& parts, const std::uint8_t* image, std::si
     const FileHeader& header = parts.header;
     const FileHeader usual = readHeader(ImageWriter(header.kind, 0, 0, 0).take().data());
     if (header.formatWord != usual.formatWord)
-        report.note("format words", base + kFormatAt,
+        report.note("format words", base + FileHeader::kFormatAt,
                     "the format word is " + hex(header.formatWord, 8) + " instead of "
                         + hex(usual.formatWord, 8) + "; it is not looked at");
     if (header.parameterCount != usual.parameterCount)
-        report.note("parameter counts", base + kParametersAt,
+        report.note("parameter counts", base + FileHeader::kParametersAt,
                     "the parameter count is " + std::to_string(header.parameterCount)
                         + " instead of " + std::to_string(usual.parameterCount)
                         + "; it is not looked at");
     if (preset && header.currentPreset != 0)
-        report.note("current presets", base + kCurrentAt,
+        report.note("current presets", base + FileHeader::kCurrentAt,
                     "the current preset is " + std::to_string(header.currentPreset)
                         + " instead of 0; in a preset file it is not looked at");
     if (!preset && (header.currentPreset < 0 || header.currentPreset >= kPresetCount))
-        report.note("current presets", base + kCurrentAt,
+        report.note("current presets", base + FileHeader::kCurrentAt,
                     "the current preset is " + std::to_string(header.currentPreset)
-                        + ", which lies outside 0 to 23; preset 0 is taken instead");
-    const std::uint8_t* reserved = image + kReservedAt;
+                        + ", which lies outside 0 to " + std::to_string(kPresetCount - 1)
+                        + "; preset 0 is taken instead");
+    const std::uint8_t* reserved = image + FileHeader::kReservedAt;
     const std::uint8_t* end = image + kFileHeaderSize;
     const std::uint8_t* odd = std::find_if(reserved, end, [](std::uint8_t b) { return b != 0; });
     if (odd != end)
@@ -74,22 +66,22 @@ bool takePayload(FileParts& parts, ByteView image, BankReport& report)
     const std::int32_t size = parts.header.payloadSize;
     const std::string apart = " (a stored default or memory slot is read to its end instead)";
     if (size < 0) {
-        report.fault("payload sizes", kPayloadAt,
+        report.fault("payload sizes", FileHeader::kPayloadAt,
                      "the payload size is negative, " + std::to_string(size) + apart,
                      Outcome::NoEffect);
         return false;
     }
     if (static_cast<std::size_t>(size) > left) {
-        report.fault("payload sizes", kPayloadAt,
+        report.fault("payload sizes", FileHeader::kPayloadAt,
                      "the payload size is " + std::to_string(size) + ", but only "
                          + std::to_string(left) + " bytes follow the header" + apart,
                      Outcome::NoEffect);
         return false;
     }
     if (static_cast<std::size_t>(size) > readable) {
-        report.fault("payload sizes", kPayloadAt,
-                     "the payload size is " + std::to_string(size)
-                         + ", but of a file the first 16 MiB are read",
+        report.fault("payload sizes", FileHeader::kPayloadAt,
+                     "the payload size is " + std::to_string(size) + ", but of a file the first "
+                         + std::to_string(kMostOfFile >> 20) + " MiB are read",
                      Outcome::NoEffect);
         return false;
     }
@@ -109,7 +101,7 @@ bool checkRecordCount(const FileParts& parts, std::size_t base, BankReport& repo
     if (count >= 0)
         return true;
     const bool preset = parts.kind == FileKind::Preset;
-    report.fault("record counts", base + kRecordsAt,
+    report.fault("record counts", base + FileHeader::kRecordsAt,
                  "the record count is negative, " + std::to_string(count)
                      + (preset ? "; the plug-in resets the selected preset to the default" : ""),
                  preset ? Outcome::Partly : Outcome::NoEffect);
@@ -119,7 +111,7 @@ bool checkRecordCount(const FileParts& parts, std::size_t base, BankReport& repo
 // A project's state goes into a buffer of fixed size. Only the count and the records are looked at.
 std::optional<FileParts> takeStateApart(ByteView file, BankReport& report)
 {
-    const std::size_t base = sizeof(kStatePrefix);
+    const std::size_t base = kStatePrefix.size();
     report.kind = FileKind::State;
     std::vector<std::uint8_t> buffer(file.data, file.data + std::min(file.size, kStateSize));
     if (file.size > kStateSize)
@@ -128,9 +120,9 @@ std::optional<FileParts> takeStateApart(ByteView file, BankReport& report)
                         + " bytes follow the state and are not looked at",
                     Outcome::Partly);
     buffer.resize(kStateSize);
-    const auto odd = std::mismatch(kStatePrefix, kStatePrefix + base, buffer.begin());
-    if (odd.first != kStatePrefix + base)
-        report.note("prefixes", static_cast<std::size_t>(odd.first - kStatePrefix),
+    const auto odd = std::mismatch(kStatePrefix.begin(), kStatePrefix.end(), buffer.begin()).first;
+    if (odd != kStatePrefix.end())
+        report.note("prefixes", static_cast<std::size_t>(odd - kStatePrefix.begin()),
                     "the prefix of the state is not the usual one; it is not looked at");
     const std::uint8_t* image = buffer.data() + base;
     FileParts parts{FileKind::State,        false,     readHeader(image),
@@ -147,11 +139,11 @@ std::optional<FileParts> takeStateApart(ByteView file, BankReport& report)
     if (parts.header.magic != kMagic)
         report.note("magics", base, "the magic is not \"64tZ\"; in a state it is not looked at");
     if (parts.header.kind != kBankKind)
-        report.note("kinds", base + kKindAt,
-                    "the kind is " + hex(parts.header.kind, 2)
-                        + " instead of 0x38, a bank; in a state it is not looked at");
+        report.note("kinds", base + FileHeader::kKindAt,
+                    "the kind is " + hex(parts.header.kind, 2) + " instead of " + hex(kBankKind, 2)
+                        + ", a bank; in a state it is not looked at");
     if (parts.header.payloadSize != static_cast<std::int32_t>(kBankImageSize - kFileHeaderSize))
-        report.note("payload sizes", base + kPayloadAt,
+        report.note("payload sizes", base + FileHeader::kPayloadAt,
                     "the payload size is " + std::to_string(parts.header.payloadSize)
                         + "; in a state it is not looked at");
     checkQuietFields(parts, image, base, report);
@@ -168,7 +160,7 @@ std::optional<FileParts> takeApart(ByteView file, BankReport& report)
 {
     if (isState(file))
         return takeStateApart(file, report);
-    if (file.size <= kKindAt) {
+    if (file.size <= FileHeader::kKindAt) {
         report.fault("sizes", file.size,
                      "the file ends here, within the first five bytes that tell what it is",
                      Outcome::Ignored);
@@ -182,9 +174,9 @@ std::optional<FileParts> takeApart(ByteView file, BankReport& report)
         return std::nullopt;
     }
     if (start->kind != kPresetKind && start->kind != kBankKind) {
-        report.fault("kinds", kKindAt,
-                     "the kind is " + hex(start->kind, 2)
-                         + ", neither 0x38, a bank, nor 0x22, a preset",
+        report.fault("kinds", FileHeader::kKindAt,
+                     "the kind is " + hex(start->kind, 2) + ", neither " + hex(kBankKind, 2)
+                         + ", a bank, nor " + hex(kPresetKind, 2) + ", a preset",
                      Outcome::NoEffect);
         return std::nullopt;
     }
@@ -193,7 +185,9 @@ std::optional<FileParts> takeApart(ByteView file, BankReport& report)
         report.note("byte orders", 0,
                     "the magic is reversed: the file comes from a big-endian machine");
     if (file.size < kFileHeaderSize) {
-        report.fault("sizes", file.size, "the file ends here, within the header of 41 bytes",
+        report.fault("sizes", file.size,
+                     "the file ends here, within the header of " + std::to_string(kFileHeaderSize)
+                         + " bytes",
                      Outcome::NoEffect);
         return std::nullopt;
     }

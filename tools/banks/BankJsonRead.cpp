@@ -69,8 +69,8 @@ BankContent BankJsonReader::readBank()
         bank.currentPreset = readIndex(*current);
     const JsonValue& presets = member(root, "presets", JsonValue::Type::Array);
     if (presets.items.size() > bank.presets.size())
-        refuse("there are " + std::to_string(presets.items.size())
-               + " presets; a bank has 24 at most");
+        refuse("there are " + std::to_string(presets.items.size()) + " presets; a bank has "
+               + std::to_string(kPresetCount) + " at most");
     for (std::size_t index = 0; index < presets.items.size(); ++index) {
         where = "preset " + std::to_string(index);
         readPresetMembers(presets.items[index], bank.presets[index]);

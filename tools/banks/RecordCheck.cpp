@@ -10,13 +10,6 @@ namespace tool {
 
 namespace {
 
-constexpr std::size_t kNameBody = kNameRecordSize - kRecordHeadSize;
-constexpr std::size_t kValueBody = kValueRecordSize - kRecordHeadSize;
-
-// In a record, from its start.
-constexpr std::size_t kSizeAt = 4, kIndexAt = 8, kBodyAt = kRecordHeadSize, kIdAt = 12,
-                      kValueAt = 24;
-
 std::string numberText(float value)
 {
     char text[32];
@@ -71,14 +64,15 @@ void RecordCheck::explainFault(RecordReader::Fault fault, const Record& record, 
     if (fault == RecordReader::Fault::HeadCutOff)
         report.fault("records", at,
                      left == 0 ? which + " should begin here, where the records end"
-                               : which + " is cut off in its head of 12 bytes: " + rest,
+                               : which + " is cut off in its head of "
+                             + std::to_string(kRecordHeadSize) + " bytes: " + rest,
                      Outcome::Undone);
     else if (fault == RecordReader::Fault::BadSize)
-        report.fault("records", at + kSizeAt,
+        report.fault("records", at + Record::kSizeAt,
                      which + " has the negative size " + std::to_string(record.size),
                      Outcome::Undone);
     else
-        report.fault("records", at + kSizeAt,
+        report.fault("records", at + Record::kSizeAt,
                      which + " says that " + std::to_string(record.size)
                          + " bytes follow its head, but only "
                          + std::to_string(left - kRecordHeadSize) + " are left",
@@ -88,14 +82,15 @@ void RecordCheck::explainFault(RecordReader::Fault fault, const Record& record, 
 void RecordCheck::checkRecord(const Record& record, std::size_t at)
 {
     if (bank && (record.preset < 0 || record.preset >= kPresetCount)) {
-        report.note("records of presets beyond the bank", at + kIndexAt,
+        report.note("records of presets beyond the bank", at + Record::kPresetAt,
                     "a record of preset " + std::to_string(record.preset)
-                        + ", which lies outside 0 to 23, is skipped",
+                        + ", which lies outside 0 to " + std::to_string(kPresetCount - 1)
+                        + ", is skipped",
                     Outcome::Partly);
         return;
     }
     if (!bank && record.preset != 0)
-        report.note("records of other presets", at + kIndexAt,
+        report.note("records of other presets", at + Record::kPresetAt,
                     "a record tells that it belongs to preset " + std::to_string(record.preset)
                         + " instead of 0; in a preset file this is not looked at");
     const std::size_t preset = bank ? static_cast<std::size_t>(record.preset) : 0;
@@ -113,7 +108,7 @@ void RecordCheck::checkName(const Record& record, std::size_t at, std::size_t pr
 {
     const std::uint8_t* name = recordName(record);
     if (!name) {
-        report.fault("short name records", at + kSizeAt,
+        report.fault("short name records", at + Record::kSizeAt,
                      "a name record" + ofPreset(preset) + " holds " + std::to_string(record.size)
                          + " bytes, too few for a name, and is skipped",
                      Outcome::Partly);
@@ -132,12 +127,13 @@ void RecordCheck::checkName(const Record& record, std::size_t at, std::size_t pr
                     "a second name record" + ofPreset(preset) + "; the later one counts",
                     Outcome::Partly);
     so.name = true;
-    checkNameText(reinterpret_cast<const char*>(name), at + kBodyAt, preset);
-    if (static_cast<std::size_t>(record.size) != kNameBody)
-        report.note("name records of another size", at + kSizeAt,
+    checkNameText(reinterpret_cast<const char*>(name), at + Record::kBodyAt, preset);
+    if (static_cast<std::size_t>(record.size) != kNameBodySize)
+        report.note("name records of another size", at + Record::kSizeAt,
                     "a name record" + ofPreset(preset) + " holds " + std::to_string(record.size)
-                        + " bytes instead of 156; the first 24 are the name");
-    checkReserved(record, at, kPresetNameSize, kNameBody);
+                        + " bytes instead of " + std::to_string(kNameBodySize) + "; the first "
+                        + std::to_string(kPresetNameSize) + " are the name");
+    checkReserved(record, at, kPresetNameSize, kNameBodySize);
 }
 
 void RecordCheck::checkNameText(const char* name, std::size_t at, std::size_t preset)
@@ -150,7 +146,8 @@ void RecordCheck::checkNameText(const char* name, std::size_t at, std::size_t pr
     const std::string which = "the name" + ofPreset(preset) + ", \"" + printable(text) + "\", ";
     if (length == kPresetNameSize)
         report.note("names without a terminator", at,
-                    which + "fills all 24 bytes and has no terminator");
+                    which + "fills all " + std::to_string(kPresetNameSize)
+                        + " bytes and has no terminator");
     const std::size_t behind = field.find_first_not_of('\0', length);
     if (behind != std::string::npos)
         report.note("names with bytes behind them", at + behind,
@@ -163,20 +160,20 @@ void RecordCheck::checkValue(const Record& record, std::size_t at, std::size_t p
 {
     const auto entry = recordValue(record, parts.swap);
     if (!entry) {
-        report.fault("short value records", at + kSizeAt,
+        report.fault("short value records", at + Record::kSizeAt,
                      "a value record" + ofPreset(preset) + " holds " + std::to_string(record.size)
                          + " bytes, too few for a value, and is skipped",
                      Outcome::Partly);
         return;
     }
-    if (static_cast<std::size_t>(record.size) != kValueBody)
-        report.note("value records of another size", at + kSizeAt,
+    if (static_cast<std::size_t>(record.size) != kValueBodySize)
+        report.note("value records of another size", at + Record::kSizeAt,
                     "a value record" + ofPreset(preset) + " holds " + std::to_string(record.size)
-                        + " bytes instead of 20");
-    checkReserved(record, at, kIdAt - kBodyAt + 4, kValueAt - kBodyAt);
-    checkReserved(record, at, kValueAt - kBodyAt + 4, kValueBody);
+                        + " bytes instead of " + std::to_string(kValueBodySize));
+    checkReserved(record, at, ValueEntry::kIdAt + sizeof(entry->id), ValueEntry::kValueAt);
+    checkReserved(record, at, ValueEntry::kValueAt + sizeof(entry->value), kValueBodySize);
     if (entry->id < 0 || static_cast<unsigned>(entry->id) >= kPresetParamCount) {
-        report.note("values of unknown parameters", at + kIdAt,
+        report.note("values of unknown parameters", at + Record::kBodyAt + ValueEntry::kIdAt,
                     "a value" + ofPreset(preset) + " for the unknown parameter "
                         + std::to_string(entry->id) + " is skipped",
                     Outcome::Partly);
@@ -184,12 +181,12 @@ void RecordCheck::checkValue(const Record& record, std::size_t at, std::size_t p
     }
     const auto id = static_cast<std::size_t>(entry->id);
     if (!isNormalised(entry->value))
-        report.fault("values outside 0 to 1", at + kValueAt,
+        report.fault("values outside 0 to 1", at + Record::kBodyAt + ValueEntry::kValueAt,
                      "the value of " + titleOf(id) + ofPreset(preset) + " is "
                          + numberText(entry->value) + ", which lies outside 0 to 1",
                      Outcome::Undone);
     if (seen[preset].values[id])
-        report.note("repeated values", at + kIdAt,
+        report.note("repeated values", at + Record::kBodyAt + ValueEntry::kIdAt,
                     "a second value of " + titleOf(id) + ofPreset(preset)
                         + "; the later one counts",
                     Outcome::Partly);
@@ -204,7 +201,7 @@ void RecordCheck::checkReserved(const Record& record, std::size_t at, std::size_
     for (std::size_t i = from; i < size; ++i) {
         if (record.body[i] == 0)
             continue;
-        report.note("records with reserved bytes that are not zero", at + kBodyAt + i,
+        report.note("records with reserved bytes that are not zero", at + Record::kBodyAt + i,
                     "a reserved byte of a record is not zero; it is not looked at");
         return;
     }

@@ -108,8 +108,9 @@ void addCheckCommand(CLI::App& app, Action& action)
         "the exit code is 1 where there are faults, 2 where a file cannot be read");
     command
         .add_option("FILE", options->files,
-                    "Presets (.zkr), banks (.zkb), either as .json, states of projects (48625 "
-                    "bytes), or values of the plug-in's own store")
+                    "Presets (.zkr), banks (.zkb), either as .json, states of projects ("
+                        + std::to_string(kStateSize)
+                        + " bytes), or values of the plug-in's own store")
         ->required();
     addPluginOption(command, options->plugin);
     command.callback([options, &action] { action = [options] { return runCheck(*options); }; });
