@@ -1,4 +1,5 @@
-// The two interaction curves. Constants are fits and stand as they were found.
+// The two interaction curves. Like the band models, they define the sound: presets and the worked
+// values depend on every digit of the constants.
 #include "BandInteractions.h"
 
 #include <algorithm>

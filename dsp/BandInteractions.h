@@ -1,5 +1,5 @@
-// How a band gives way to a neighbour that is in circuit too: fitted curves over the distance of
-// the two bands, weighted by how far their gains push together.
+// How a band gives way to a neighbour that is in circuit too: curves over the distance of the two
+// bands, weighted by how far their gains push together.
 #pragma once
 
 // What an interaction asks of the band's skirt on the neighbour's side.

@@ -1,6 +1,6 @@
-// The tables of the band models and the formulas around them. The curves were fitted by ear and by
-// measurement, step by step: rows that look alike are not meant to be merged, and every digit
-// counts.
+// The tables of the band models and the formulas around them. The curves and their constants define
+// the sound, each step on its own: rows that look alike are not merged, and presets and the worked
+// values depend on every digit.
 //
 // Throughout: g is the gain in dB, w = log10(|g| + 1) / log10(17) runs from 0 at 0 dB to 1 at 16 dB
 // on either side, u = g / 16 keeps the sign. For frequency and Q a cut is g below 0; for output

@@ -1,5 +1,5 @@
-// What each band really does at each of its steps: fitted curves from the knob's gain to the filter
-// frequency, Q and true gain, and to the output gain and top-end damping that go with them.
+// The settings of each band at each of its steps: curves from the knob's gain to the filter's
+// frequency, Q and gain, and to the output gain and top-end damping that go with them.
 #pragma once
 
 struct BandModel {

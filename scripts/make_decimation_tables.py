@@ -1,9 +1,10 @@
 #!/usr/bin/python3
 """Designs the two decimation filters and writes shell/oversampling/DecimationTables.cpp.
 
-Both are symmetric 255-tap equiripple (Parks-McClellan) low-passes. The band edges and weights below
-were found so that the design meets the eleven known taps of each table to better than 3e-8; those
-taps are then put in as they are known. Needs SciPy; run by hand, the result is committed.
+Both are symmetric 255-tap equiripple (Parks-McClellan) low-passes. Another build of SciPy may
+differ in a design's last digits: eight taps at the centre of each table and three at its end are
+fixed here in full precision, and the design must meet them to 3e-8. Needs SciPy; run by hand, the
+result is committed.
 """
 from pathlib import Path
 
@@ -13,7 +14,7 @@ TAPS = 255
 CENTRE = 127
 
 # name, what it is for, pass edge and stop edge relative to the input rate, stop-band weight, and
-# the taps that are known exactly.
+# the fixed taps.
 TABLES = [
     ("down2xCoeffs", "twice oversampling: keeps every second output",
      0.24166696646951444, 0.26146254309948297, 23.548580015675643,
@@ -50,14 +51,15 @@ def design(pass_edge, stop_edge, weight):
                  grid_density=21, maxiter=500)
 
 
-def table_text(name, purpose, pass_edge, stop_edge, weight, known):
+def table_text(name, purpose, pass_edge, stop_edge, weight, fixed):
     taps = design(pass_edge, stop_edge, weight)
-    worst = max(abs(taps[k] - float(text)) for k, text in known.items())
-    assert worst < 3e-8, f"{name}: a known tap is missed by {worst}"
-    rows = [known.get(k, f"{taps[k]:.17g}") for k in range(CENTRE + 1)]
+    worst = max(abs(taps[k] - float(text)) for k, text in fixed.items())
+    assert worst < 3e-8, f"{name}: a fixed tap is missed by {worst}"
+    rows = [fixed.get(k, f"{taps[k]:.17g}") for k in range(CENTRE + 1)]
     lines = [f"// For {purpose}.", f"const double {name}[kDecimationTaps] = {{"]
     for first in range(0, len(rows), 4):
-        lines.append("    " + " ".join(f"{text + ',':<25}" for text in rows[first:first + 4]).rstrip())
+        row = " ".join(f"{text + ',':<25}" for text in rows[first:first + 4])
+        lines.append("    " + row.rstrip())
     return "\n".join(lines + ["};", ""])
 
 
