@@ -1,11 +1,10 @@
 // ZKRPresetSystemEditor3: what the panel's controls do.
 #include "ZKRPresetSystemEditor3.h"
 
+#include "CZKKickButton.h"
+#include "CZKRTextEdit.h"
 #include "Documents.h"
 #include "ZKRPresetSystemController3.h"
-
-#include "controls/CZKKickButton.h"
-#include "controls/CZKRTextEdit.h"
 
 #include <algorithm>
 #include <string>

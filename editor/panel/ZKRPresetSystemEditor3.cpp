@@ -1,14 +1,13 @@
 // ZKRPresetSystemEditor3: the panel's controls, and how they follow the presets.
 #include "ZKRPresetSystemEditor3.h"
 
+#include "CSaveLoadButton.h"
+#include "CZKKickButton.h"
+#include "CZKRRockerSwitch.h"
+#include "CZKRTextEdit.h"
 #include "Documents.h"
 #include "IdleUpdate_ZKR_Handler.h"
 #include "ZKRPresetSystemController3.h"
-
-#include "controls/CSaveLoadButton.h"
-#include "controls/CZKKickButton.h"
-#include "controls/CZKRRockerSwitch.h"
-#include "controls/CZKRTextEdit.h"
 
 #include <string>
 
