@@ -40,8 +40,7 @@ void StripProcessorQB9::setDrive(double v)
 
 void StripProcessorQB9::setHpf(double v)
 {
-    const double hz =
-        lookupStep(kHighPassStepsHz.data(), static_cast<int>(kHighPassStepsHz.size()), v);
+    const double hz = lookupStep(kHighPassStepsHz, v);
     if (!(hz > 0.0)) {
         highPass.setEnabled(0);
         return;

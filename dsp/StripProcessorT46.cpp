@@ -4,16 +4,6 @@
 #include "FrequencySteps.h"
 #include "LookupStep.h"
 
-namespace {
-
-template <class Table>
-double stepAt(const Table& table, double x)
-{
-    return lookupStep(table.data(), static_cast<int>(table.size()), x);
-}
-
-}  // namespace
-
 StripProcessorT46::StripProcessorT46()
 {
     inputLowPass.setEnabled(1);
@@ -96,7 +86,7 @@ void StripProcessorT46::setLowShelf(double x)
 
 void StripProcessorT46::setLowFrequency(double x)
 {
-    const double hz = stepAt(kLowStepsHz, x);
+    const double hz = lookupStep(kLowStepsHz, x);
     lowOn = hz > 0.0 ? 1 : 0;
     if (lowOn)
         lowFrequency = hz;  // out of circuit, the last real step is kept
@@ -114,7 +104,7 @@ void StripProcessorT46::setLowGain(double x)
 
 void StripProcessorT46::setMidFrequency(double x)
 {
-    const double hz = stepAt(kMidStepsHz, x);
+    const double hz = lookupStep(kMidStepsHz, x);
     midOn = hz > 0.0 ? 1 : 0;
     if (midOn)
         midFrequency = hz;
@@ -136,7 +126,7 @@ void StripProcessorT46::setHighShelf(double x)
 
 void StripProcessorT46::setHighFrequency(double x)
 {
-    const double hz = stepAt(kHighStepsHz, x);
+    const double hz = lookupStep(kHighStepsHz, x);
     highOn = hz > 0.0 ? 1 : 0;
     if (highOn)
         highFrequency = hz;

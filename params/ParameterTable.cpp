@@ -1,6 +1,7 @@
 // The table of parameters: number, title as hosts store it, kind, default.
 #include "ParameterTable.h"
 
+#include "FrequencySteps.h"
 #include "ParameterClasses.h"
 #include "ParameterIds.h"
 
@@ -12,14 +13,6 @@ using namespace Steinberg;
 using namespace Steinberg::Vst;
 
 namespace {
-
-// Entry 0 switches the filter off. The high-pass rises with the knob; the other three fall, from
-// the highest frequency next to "Off" down to the lowest at the end, and presets rely on it.
-constexpr std::array<double, 12> kHpf{-1, 20, 30, 50, 70, 100, 140, 200, 280, 400, 560, 800};
-constexpr std::array<double, 10> kLow{-1, 550, 430, 370, 300, 200, 120, 82, 63, 33};
-constexpr std::array<double, 10> kMid{-1, 5600, 4600, 3800, 3000, 2500, 1800, 1200, 800, 680};
-constexpr std::array<double, 10> kHigh{-1,    28000, 24000, 20000, 17500,
-                                       14000, 12000, 10000, 8200,  6800};
 
 enum class Kind { SwitchOff, SwitchOn, Channel, MS, Gain, Drive, Hpf, Low, Mid, High };
 
@@ -98,13 +91,13 @@ Parameter* displayParameter(const Row& row, const TChar* title)
     case Kind::Drive:
         return new DriveParameter(title, flags, row.id);
     case Kind::Hpf:
-        return frequencyParameter(title, row.id, kHpf);
+        return frequencyParameter(title, row.id, kHighPassStepsHz);
     case Kind::Low:
-        return frequencyParameter(title, row.id, kLow);
+        return frequencyParameter(title, row.id, kLowStepsHz);
     case Kind::Mid:
-        return frequencyParameter(title, row.id, kMid);
+        return frequencyParameter(title, row.id, kMidStepsHz);
     case Kind::High:
-        return frequencyParameter(title, row.id, kHigh);
+        return frequencyParameter(title, row.id, kHighStepsHz);
     case Kind::SwitchOff:
     case Kind::SwitchOn:
         break;

@@ -2,6 +2,7 @@
 #include "CAnimCoaxT46CustomKnob.h"
 
 #include "Filmstrip.h"
+#include "FrequencySteps.h"
 #include "Truncate.h"
 
 #include <algorithm>
@@ -12,6 +13,8 @@ using namespace VSTGUI;
 namespace {
 
 constexpr int32_t kSteps = 10;
+static_assert(kSteps == kLowStepsHz.size() && kSteps == kMidStepsHz.size()
+              && kSteps == kHighStepsHz.size());
 
 // clang-format off
 const StepLabels<kSteps> kLabels{{

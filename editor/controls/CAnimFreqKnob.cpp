@@ -2,6 +2,7 @@
 #include "CAnimFreqKnob.h"
 
 #include "Filmstrip.h"
+#include "FrequencySteps.h"
 
 #include <algorithm>
 
@@ -10,6 +11,7 @@ using namespace VSTGUI;
 namespace {
 
 constexpr int32_t kSteps = 12;
+static_assert(kSteps == kHighPassStepsHz.size());
 constexpr float kStepValue = 0.09090909f;
 constexpr float kRound = 1.0909091f;  // from a step round to itself: twelve steps
 

@@ -1,6 +1,6 @@
-// The stepped frequencies of both strips in Hz, by knob step. Entry 0 is "Off". The three tables of
-// the equaliser fall as the knob rises, that of the high-pass rises; presets store the positions.
-// The band models are keyed on exactly these values.
+// The stepped frequencies of both strips in Hz, by knob step, as they are shown and heard. Entry 0
+// is "Off". The three tables of the equaliser fall as the knob rises, that of the high-pass rises;
+// presets store the positions. The band models are keyed on exactly these values.
 #pragma once
 
 #include <array>

@@ -2,9 +2,10 @@
 """Checks the editor's bitmaps by measuring their pixels: sizes, labels, pointers, states and seams.
 
 Usage: artwork_test.py RESOURCES_FOLDER [unittest arguments]. Positions and expected directions are
-written out here on purpose and share nothing with the program that draws.
+written out here on purpose and share nothing with the program that draws, whose step labels are checked as well.
 """
 import itertools
+import re
 import sys
 import unittest
 from pathlib import Path
@@ -89,6 +90,12 @@ def around(centre, left, top, width, height):
     return x, y, np.hypot(x, y), np.degrees(np.arctan2(x, -y))
 
 
+def step_label(hz):
+    """17k5 for 17500 Hz."""
+    thousands, rest = divmod(hz, 1000)
+    return "OFF" if hz < 0 else f"{thousands}k{rest // 100 or ''}" if thousands else str(hz)
+
+
 def turned(degrees):
     return (degrees + 180) % 360 - 180
 
@@ -105,6 +112,15 @@ class Artwork(unittest.TestCase):
                 self.assertEqual((image.format, image.size, height % count), ("PNG", (width, height), 0), number)
                 self.assertIn(image.mode, ("RGB", "RGBA"), number)
                 self.assertFalse(image.info.get("interlace"), number)
+
+    def test_step_labels_name_the_frequencies_that_are_heard(self):
+        sys.path.insert(0, str(Path(RESOURCES, "draw")))
+        import look
+        header = Path(RESOURCES, "../params/lookup/FrequencySteps.h").read_text("ascii")
+        tables = {name: [int(float(hz)) for hz in values.split(",")]
+                  for name, values in re.findall(r"k(\w+)StepsHz\{\{([^}]*)\}\}", header)}
+        labels = {name.title(): texts for name, texts in look.COAX_LABELS.items()} | {"HighPass": look.HPF_LABELS}
+        self.assertEqual({name: tuple(map(step_label, table)) for name, table in tables.items()}, labels)
 
     def test_lit_labels(self):
         """Each lies in its click area, on the ray of its pointer, and covers the unlit one to the pixel."""
