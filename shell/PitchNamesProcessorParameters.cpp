@@ -3,7 +3,7 @@
 // on.
 #include "PitchNamesProcessor.h"
 
-#include "ParameterIds.h"
+#include "ParameterTraits.h"
 #include "Truncate.h"
 
 #include "pluginterfaces/vst/ivstparameterchanges.h"
@@ -13,31 +13,12 @@ namespace Vst {
 
 namespace {
 
-// The nine parameters of an equaliser strip, counted from its `Proc`.
-void setStripParameter(StripProcessorT46* strip, ParamID place, double value)
+// A strip is missing where memory ran out.
+template <class Strip>
+void set(Strip* strip, void (Strip::*setter)(double), double value)
 {
-    if (!strip)
-        return;
-    switch (place) {
-    case 0:
-        return strip->setProcessOn(static_cast<float>(value));
-    case 1:
-        return strip->setLowShelf(value);
-    case 2:
-        return strip->setLowFrequency(value);
-    case 3:
-        return strip->setLowGain(value);
-    case 4:
-        return strip->setMidFrequency(value);
-    case 5:
-        return strip->setMidGain(value);
-    case 6:
-        return strip->setHighShelf(value);
-    case 7:
-        return strip->setHighFrequency(value);
-    case 8:
-        return strip->setHighGain(value);
-    }
+    if (strip)
+        (strip->*setter)(value);
 }
 
 }  // namespace
@@ -70,74 +51,80 @@ void PitchNamesProcessor::readParameterChanges(IParameterChanges* changes)
 
 void PitchNamesProcessor::applyParameter(ParamID id, ParamValue value)
 {
-    // From here on, even numbers are left and odd ones right.
-    const bool isLeft = id % 2 == 0;
+    using param::Control;
+    if (id >= kPresetParamCount)
+        return;
+    const param::Traits& traits = param::traitsOf(id);
+    const bool isLeft = traits.side == param::Side::Left;
     StripProcessorQB9* const preamp = isLeft ? preampStripL.get() : preampStripR.get();
+    StripProcessorT46* const equaliser = traits.strip == param::Strip::Secondary
+        ? (isLeft ? eqStripL2.get() : eqStripR2.get())
+        : (isLeft ? eqStripL.get() : eqStripR.get());
 
-    switch (id) {
-    case kPower:
+    switch (traits.control) {
+    case Control::Power:
         powerOn = switchValue(value);
         return;
-    case kBpsCh1:
+    case Control::BypassLeft:
         channel1Active = 1 - switchValue(value);
         return;
-    case kBpsCh2:
+    case Control::BypassRight:
         channel2Active = 1 - switchValue(value);
         return;
-    case kChannel:
+    case Control::Channel:
         channelMode = truncate(value * 4.0 + 0.5);
         return;
-    case kMS:
+    case Control::MidSide:
         midSideOn = switchValue(value);
         return;
-    case kQB11:
+    case Control::Preamps:
         preampOn = switchValue(value);
         return updateStageSwitches();
-    case k2x:
+    case Control::SecondaryStrips:
         secondaryOn = switchValue(value);
         return updateStageSwitches();
-
-    case kDriveL:
-    case kDriveR:
-        if (preamp)
-            preamp->setDrive(value);
-        return;
-    case kHpfL:
-    case kHpfR:
-        if (preamp)
-            preamp->setHpf(value);
-        return;
-    case kOutputL:
-    case kOutputR:
-        if (preamp)
-            preamp->setOutput(value);
-        return;
-    case k28kL:
-    case k28kR:
-        if (preamp)
-            preamp->set28k(value);
-        return;
-    case kPhaseL:
-    case kPhaseR:
-        if (preamp)
-            preamp->setPhase(value);
+    case Control::Link:  // of the editor alone
         return;
 
+    case Control::Drive:
+        return set(preamp, &StripProcessorQB9::setDrive, value);
+    case Control::HighPass:
+        return set(preamp, &StripProcessorQB9::setHpf, value);
+    case Control::Output:
+        return set(preamp, &StripProcessorQB9::setOutput, value);
+    case Control::Boost28k:
+        return set(preamp, &StripProcessorQB9::set28k, value);
+    case Control::Phase:
+        return set(preamp, &StripProcessorQB9::setPhase, value);
     // The left and right parameters of these two pairs work one switch: the last to arrive wins.
-    case kTrfoDsL:
-    case kTrfoDsR:
+    case Control::Transformer:
         transformerDisable = switchValue(value);
         return updateStageSwitches();
-    case kAmpDsbL:
-    case kAmpDsbR:
+    case Control::Amplifier:
         ampDisable = switchValue(value);
         return updateStageSwitches();
-    }
 
-    if (id >= kProcL && id <= kHGainR)
-        setStripParameter(isLeft ? eqStripL.get() : eqStripR.get(), (id - kProcL) / 2, value);
-    else if (id >= kProcL2 && id <= kHGainR2)
-        setStripParameter(isLeft ? eqStripL2.get() : eqStripR2.get(), (id - kProcL2) / 2, value);
+    case Control::Process:
+        if (equaliser)
+            equaliser->setProcessOn(static_cast<float>(value));
+        return;
+    case Control::LowShelf:
+        return set(equaliser, &StripProcessorT46::setLowShelf, value);
+    case Control::LowFrequency:
+        return set(equaliser, &StripProcessorT46::setLowFrequency, value);
+    case Control::LowGain:
+        return set(equaliser, &StripProcessorT46::setLowGain, value);
+    case Control::MidFrequency:
+        return set(equaliser, &StripProcessorT46::setMidFrequency, value);
+    case Control::MidGain:
+        return set(equaliser, &StripProcessorT46::setMidGain, value);
+    case Control::HighShelf:
+        return set(equaliser, &StripProcessorT46::setHighShelf, value);
+    case Control::HighFrequency:
+        return set(equaliser, &StripProcessorT46::setHighFrequency, value);
+    case Control::HighGain:
+        return set(equaliser, &StripProcessorT46::setHighGain, value);
+    }
 }
 
 // The chain of one channel holds one input and one output transformer, at its two ends: with two
