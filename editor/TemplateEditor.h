@@ -8,6 +8,7 @@
 #include "CInfo.h"
 #include "EditorBitmap.h"
 #include "MainPanel.h"
+#include "ParameterIds.h"
 #include "StripEditorQB9.h"
 #include "StripEditorT46.h"
 #include "StripSeparator.h"
@@ -17,6 +18,8 @@
 #include <array>
 #include <memory>
 #include <optional>
+
+class CAnimCoaxT46Knob;
 
 namespace Steinberg {
 namespace Vst {
@@ -46,9 +49,6 @@ public:
     // CControlListener
     void valueChanged(VSTGUI::CControl* control) override;
 
-    // The number of continuous pairs of left and right.
-    static constexpr std::size_t kLinkedPairs = 15;
-
 protected:
     VSTGUI::CRect hoverRect(int32 tag) const;
     ParamValue currentValue(ParamID id) const override
@@ -75,7 +75,9 @@ private:
 
     // TemplateEditorEdits.cpp
     void write(ParamID id, double value);
-    void editContinuous(ParamID id, double value, bool unlinkFirst);
+    void editGlobal(ParamID id, double value);
+    void editSwitch(ParamID id, double value);
+    void editKnob(ParamID knobId, const CAnimCoaxT46Knob& knob);
     void setLinkedByOffset(ParamID id, double value, ParamID partner, double offset);
     void setLinkedByDelta(ParamID id, double value, ParamID partner);
     void captureLinkOffsets(int32 link);
@@ -105,7 +107,8 @@ private:
     VSTGUI::CRect infoRect;
     int32 infoShown = 0;
     int32 linkOn = 0;
-    std::array<double, kLinkedPairs> linkOffsets{};  // left minus right, normalised
+    // By id: how far a parameter of a strip is from that of the other side, normalised.
+    std::array<double, kPresetParamCount> linkOffsets{};
     int32 layoutMode = -1;
     int32 preampOnShown = 0, secondaryOnShown = 0;
     int32 hoverTag = kNoHover, lastHoverTag = kNoHover;

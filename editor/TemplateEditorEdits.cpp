@@ -2,12 +2,13 @@
 // channels.
 #include "TemplateEditor.h"
 
-#include "ParameterIds.h"
+#include "ParameterTraits.h"
 #include "Truncate.h"
 
 #include "controls/CAnimCoaxT46Knob.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace VSTGUI;
 
@@ -16,74 +17,10 @@ namespace Vst {
 
 namespace {
 
-// The left ids of the continuous pairs; the right one is the next id.
-constexpr std::array<ParamID, TemplateEditor::kLinkedPairs> kLeftIds{
-    kLFreqL,  kLGainL,  kMFreqL,  kMGainL,  kHFreqL,  kHGainL,  kDriveL, kHpfL,
-    kOutputL, kLFreqL2, kLGainL2, kMFreqL2, kMGainL2, kHFreqL2, kHGainL2};
-
-// Left on even ids, right on odd ones.
-constexpr ParamID partnerOf(ParamID id)
+bool isSwitch(ParamID id)
 {
-    return id ^ 1u;
-}
-
-constexpr bool isLeft(ParamID id)
-{
-    return (id & 1u) == 0;
-}
-
-std::size_t pairOf(ParamID id)
-{
-    const ParamID left = isLeft(id) ? id : partnerOf(id);
-    return static_cast<std::size_t>(std::find(kLeftIds.begin(), kLeftIds.end(), left)
-                                    - kLeftIds.begin());
-}
-
-constexpr bool isBetween(int32 tag, ParameterId first, ParameterId last)
-{
-    return tag >= static_cast<int32>(first) && tag <= static_cast<int32>(last);
-}
-
-enum class Edit { None, Plain, Continuous, Coaxial, Switch };
-
-// What kind of parameter a control edits.
-Edit editOf(int32 tag)
-{
-    switch (tag) {
-    case kBpsCh1:
-    case kBpsCh2:
-    case kChannel:
-        return Edit::Plain;
-    case kDriveL:
-    case kDriveR:
-    case kHpfL:
-    case kHpfR:
-    case kOutputL:
-    case kOutputR:
-        return Edit::Continuous;
-    case kLGainL:
-    case kLGainR:
-    case kMGainL:
-    case kMGainR:
-    case kHGainL:
-    case kHGainR:
-    case kLGainL2:
-    case kLGainR2:
-    case kMGainL2:
-    case kMGainR2:
-    case kHGainL2:
-    case kHGainR2:
-        return Edit::Coaxial;
-    case kHShelfL:
-    case kHShelfR:
-    case kHShlfL2:
-    case kHShlfR2:
-        return Edit::Switch;
-    default:
-        // Switches of the strips' channels: 28k to amplifier, process and low shelf.
-        return isBetween(tag, k28kL, kLShelfR) || isBetween(tag, kProcL2, kLShlfR2) ? Edit::Switch
-                                                                                    : Edit::None;
-    }
+    const param::Kind kind = param::traitsOf(id).kind;
+    return kind == param::Kind::SwitchOff || kind == param::Kind::SwitchOn;
 }
 
 }  // namespace
@@ -105,66 +42,62 @@ void TemplateEditor::valueChanged(CControl* control)
     const int32 tag = control->getTag();
     const auto id = static_cast<ParamID>(tag);
     const double value = static_cast<double>(control->getValue());
-    switch (tag) {
+    if (tag == kTagInfo)
+        return toggleInfo();
+    if (tag == kTagBothBypass) {
+        write(kBpsCh1, value);
+        return write(kBpsCh2, value);
+    }
+    if (id >= kPresetParamCount)
+        return;
+    if (param::traitsOf(id).strip == param::Strip::None)
+        editGlobal(id, value);
+    else if (isSwitch(id))
+        editSwitch(id, value);
+    else if (auto* const knob = dynamic_cast<CAnimCoaxT46Knob*>(control))
+        editKnob(id, *knob);
+}
+
+void TemplateEditor::editGlobal(ParamID id, double value)
+{
+    write(id, value);
+    switch (id) {
     case kPower:
-        write(id, value);
         return setPower(value);
     case kMS:
-        write(id, value);
         show(label, value);
         if (mainPanel)
             mainPanel->setParameter(kMS, value);
         return;
     case kQB11:
     case k2x:
-        write(id, value);
         return updateLayout();
     case kLink:
-        write(id, value);
         linkOn = switchValue(value);
         return captureLinkOffsets(linkOn);
-    case kTagInfo:
-        return toggleInfo();
-    case kTagBothBypass:
-        write(kBpsCh1, value);
-        return write(kBpsCh2, value);
     default:
-        break;
-    }
-
-    switch (editOf(tag)) {
-    case Edit::None:
         return;
-    case Edit::Plain:
-        return write(id, value);
-    case Edit::Switch:
-        setLinkedByDelta(id, value, partnerOf(id));
-        for (auto& [processId, strip] :
-             {std::pair{kProcL, equaliserL.get()}, std::pair{kProcR, equaliserR.get()},
-              std::pair{kProcL2, secondaryL.get()}, std::pair{kProcR2, secondaryR.get()}})
-            if (id == processId && strip)
-                strip->setLedState(value);
-        return;
-    case Edit::Continuous:
-    case Edit::Coaxial: {
-        auto* const knob = dynamic_cast<CAnimCoaxT46Knob*>(control);
-        if (!knob)
-            return;
-        // The ring of a coaxial knob is the frequency, two below the gain.
-        const bool ring = editOf(tag) == Edit::Coaxial && knob->getRingIsOuter();
-        return editContinuous(ring ? id - 2 : id,
-                              ring ? static_cast<double>(knob->getValue2()) : value,
-                              knob->getCtrlHeld());
-    }
     }
 }
 
-void TemplateEditor::editContinuous(ParamID id, double value, bool unlinkFirst)
+void TemplateEditor::editSwitch(ParamID id, double value)
 {
-    double& entry = linkOffsets[pairOf(id)];
-    if (unlinkFirst)
-        entry = 0.0;
-    setLinkedByOffset(id, value, partnerOf(id), isLeft(id) ? entry : -entry);
+    setLinkedByDelta(id, value, param::partnerOf(id));
+    for (auto& [processId, strip] :
+         {std::pair{kProcL, equaliserL.get()}, std::pair{kProcR, equaliserR.get()},
+          std::pair{kProcL2, secondaryL.get()}, std::pair{kProcR2, secondaryR.get()}})
+        if (id == processId && strip)
+            strip->setLedState(value);
+}
+
+void TemplateEditor::editKnob(ParamID knobId, const CAnimCoaxT46Knob& knob)
+{
+    const ParamID id = knob.getRingIsOuter() ? param::ringOf(knobId) : knobId;
+    const ParamID partner = param::partnerOf(id);
+    if (knob.getCtrlHeld())
+        linkOffsets[id] = linkOffsets[partner] = 0.0;
+    const float value = id == knobId ? knob.getValue() : knob.getValue2();
+    setLinkedByOffset(id, static_cast<double>(value), partner, linkOffsets[id]);
 }
 
 // The offset is kept while the partner stands at its limit, so the distance comes back.
@@ -188,10 +121,11 @@ void TemplateEditor::setLinkedByDelta(ParamID id, double value, ParamID partner)
 
 void TemplateEditor::captureLinkOffsets(int32 link)
 {
-    for (std::size_t i = 0; i < kLinkedPairs; ++i)
-        linkOffsets[i] = link ? controller->getParamNormalized(kLeftIds[i])
-                - controller->getParamNormalized(partnerOf(kLeftIds[i]))
-                              : 0.0;
+    for (ParamID id = 0; id < kPresetParamCount; ++id)
+        if (param::traitsOf(id).side != param::Side::None)
+            linkOffsets[id] = link ? controller->getParamNormalized(id)
+                    - controller->getParamNormalized(param::partnerOf(id))
+                                   : 0.0;
 }
 
 void TemplateEditor::toggleInfo()
