@@ -2,6 +2,7 @@
 #include "StripEditorQB9.h"
 
 #include "EditorBitmap.h"
+#include "ParameterTraits.h"
 
 #include "controls/CAnimDriveKnob.h"
 #include "controls/CAnimFreqKnob.h"
@@ -9,20 +10,9 @@
 #include "controls/CPoweredButton.h"
 
 using namespace VSTGUI;
+using param::Control;
 
 namespace {
-
-// Steps from the tag base.
-enum Step {
-    kDriveStep = 0,
-    kHighPassStep = 2,
-    kOutputStep = 4,
-    k28kStep = 6,
-    kPhaseStep = 8,
-    kTransformerStep = 10,
-    kAmplifierStep = 12,
-    kLastStep = 13
-};
 
 constexpr int32_t kBackground = 10009, kLevelKnob = 10016, kHighPassDial = 10017;
 constexpr int32_t kHighPassLabels = 10021;
@@ -32,7 +22,7 @@ constexpr CCoord kKnobInset = 15;  // from the view to the knob's picture
 
 }  // namespace
 
-StripEditorQB9::StripEditorQB9(CControlListener* controlListener, int32_t base)
+StripEditorQB9::StripEditorQB9(CControlListener* controlListener, unsigned base)
     : StripEditor(controlListener), tagBase(base)
 {
 }
@@ -43,9 +33,12 @@ bool StripEditorQB9::attach(CFrame* parent, const CPoint& origin)
         return false;
     container->setBackground(editorBitmap(kBackground));
 
-    const auto addLevelKnob = [&](auto*& knob, const CRect& rect, Step step) {
+    const auto tagOf = [this](Control control) {
+        return static_cast<int32_t>(param::besideOf(tagBase, control));
+    };
+    const auto addLevelKnob = [&](auto*& knob, const CRect& rect, Control control) {
         using Knob = std::remove_reference_t<decltype(*knob)>;
-        knob = new Knob(rect, listener, tagBase + step, kLevelFrames, kKnobSize,
+        knob = new Knob(rect, listener, tagOf(control), kLevelFrames, kKnobSize,
                         editorBitmap(kLevelKnob), CPoint(0, 0), kKnobInset);
         knob->setValue(0.5f);
         knob->setDefaultValue(0.5f);
@@ -54,11 +47,11 @@ bool StripEditorQB9::attach(CFrame* parent, const CPoint& origin)
         knob->setDefaultValue2(0);
         container->addView(knob);
     };
-    addLevelKnob(drive, {7, 29, 119, 141}, kDriveStep);
-    addLevelKnob(output, {7, 230, 119, 342}, kOutputStep);
+    addLevelKnob(drive, {7, 29, 119, 141}, Control::Drive);
+    addLevelKnob(output, {7, 230, 119, 342}, Control::Output);
 
     highPass =
-        new CAnimFreqKnob({7, 128, 119, 240}, listener, tagBase + kHighPassStep, kHighPassFrames,
+        new CAnimFreqKnob({7, 128, 119, 240}, listener, tagOf(Control::HighPass), kHighPassFrames,
                           kKnobSize, editorBitmap(kHighPassDial), CPoint(0, 0), kKnobInset);
     highPass->setOverlayBitmap(editorBitmap(kHighPassLabels));
     highPass->setValue(0);
@@ -70,15 +63,15 @@ bool StripEditorQB9::attach(CFrame* parent, const CPoint& origin)
     highPass->setDragRange(1.0f / 120.0f);
     container->addView(highPass);
 
-    const auto addButton = [&](CPoweredButton*& button, const CRect& rect, Step step,
+    const auto addButton = [&](CPoweredButton*& button, const CRect& rect, Control control,
                                int32_t bitmap) {
-        button = new CPoweredButton(rect, listener, tagBase + step, editorBitmap(bitmap), true);
+        button = new CPoweredButton(rect, listener, tagOf(control), editorBitmap(bitmap), true);
         container->addView(button);
     };
-    addButton(boost28k, {20, 345, 62, 379}, k28kStep, 10010);
-    addButton(transformer, {21, 381, 61, 415}, kTransformerStep, 10026);
-    addButton(amplifier, {61, 381, 103, 415}, kAmplifierStep, 10012);
-    addButton(phase, {62, 345, 104, 379}, kPhaseStep, 10011);
+    addButton(boost28k, {20, 345, 62, 379}, Control::Boost28k, 10010);
+    addButton(transformer, {21, 381, 61, 415}, Control::Transformer, 10026);
+    addButton(amplifier, {61, 381, 103, 415}, Control::Amplifier, 10012);
+    addButton(phase, {62, 345, 104, 379}, Control::Phase, 10011);
     return true;
 }
 
@@ -93,27 +86,10 @@ void StripEditorQB9::detach()
 
 void StripEditorQB9::setParameter(int32_t id, double value)
 {
-    const int32_t step = id - tagBase;
-    if (!attached || step < 0 || step > kLastStep)
-        return;
-    switch (step) {
-    case kDriveStep:
-        return show(drive, value);
-    case kHighPassStep:
-        return show(highPass, value);
-    case kOutputStep:
-        return show(output, value);
-    case k28kStep:
-        return show(boost28k, value);
-    case kPhaseStep:
-        return show(phase, value);
-    case kTransformerStep:
-        return show(transformer, value);
-    case kAmplifierStep:
-        return show(amplifier, value);
-    default:
-        return;  // the other channel's
-    }
+    for (CControl* const control : std::initializer_list<CControl*>{
+             drive, highPass, output, boost28k, phase, transformer, amplifier})
+        if (control && control->getTag() == id)
+            show(control, value);
 }
 
 // Knobs have no power state.

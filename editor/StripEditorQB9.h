@@ -10,8 +10,8 @@ class CPoweredButton;
 
 class StripEditorQB9 : public StripEditor {
 public:
-    // `tagBase` is the id of the channel's drive; every second id from there on is the strip's.
-    StripEditorQB9(CControlListener* listener, int32_t tagBase);
+    // `tagBase` is the id of the channel's drive, which tells the side.
+    StripEditorQB9(CControlListener* listener, unsigned tagBase);
 
     bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin) override;
     void detach() override;
@@ -19,7 +19,7 @@ public:
     void setPower(int32_t state) override;
 
 private:
-    int32_t tagBase;
+    unsigned tagBase;
     CAnimDriveKnob* drive = nullptr;
     CAnimGainKnob* output = nullptr;
     CAnimFreqKnob* highPass = nullptr;

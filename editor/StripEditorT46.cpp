@@ -2,28 +2,16 @@
 #include "StripEditorT46.h"
 
 #include "EditorBitmap.h"
+#include "ParameterTraits.h"
 
 #include "controls/CAnimCoaxT46CustomKnob.h"
 #include "controls/CPowerLED.h"
 #include "controls/CPoweredButton.h"
 
 using namespace VSTGUI;
+using param::Control;
 
 namespace {
-
-// Steps from the tag base. A knob carries its gain's id as its tag; its ring is the frequency.
-enum Step {
-    kProcessStep = 0,
-    kLowShelfStep = 2,
-    kLowFrequencyStep = 4,
-    kLowGainStep = 6,
-    kMidFrequencyStep = 8,
-    kMidGainStep = 10,
-    kHighShelfStep = 12,
-    kHighFrequencyStep = 14,
-    kHighGainStep = 16,
-    kLastStep = 17
-};
 
 constexpr int32_t kBackground = 10000, kRing = 10001, kKnob = 10002, kLed = 10006;
 constexpr int32_t kRingFrames = 24, kKnobFrames = 129;
@@ -40,7 +28,7 @@ void showRing(CAnimCoaxT46CustomKnob* knob, double value)
 
 }  // namespace
 
-StripEditorT46::StripEditorT46(CControlListener* controlListener, int32_t base)
+StripEditorT46::StripEditorT46(CControlListener* controlListener, unsigned base)
     : StripEditor(controlListener), tagBase(base)
 {
 }
@@ -51,13 +39,17 @@ bool StripEditorT46::attach(CFrame* parent, const CPoint& origin)
         return false;
     container->setBackground(editorBitmap(kBackground));
 
-    const auto addKnob = [&](const CRect& rect, Step step, int32_t labels) {
+    const auto tagOf = [this](Control control) {
+        return static_cast<int32_t>(param::besideOf(tagBase, control));
+    };
+    // A knob carries its gain's id as its tag; its ring is the frequency.
+    const auto addKnob = [&](const CRect& rect, Control control, int32_t labels) {
         auto* const knob =
-            new CAnimCoaxT46CustomKnob(rect, listener, tagBase + step, kKnobFrames, kKnobSize,
+            new CAnimCoaxT46CustomKnob(rect, listener, tagOf(control), kKnobFrames, kKnobSize,
                                        editorBitmap(kKnob), CPoint(0, 0), 25, 12, 25, 18);
         knob->setOverlayBitmap(editorBitmap(labels));
         // The middle knob gets its first value from the parameters.
-        if (step != kMidGainStep)
+        if (control != Control::MidGain)
             knob->setValue(0.5f);
         knob->setDefaultValue(0.5f);
         knob->setInnerRadius(21);
@@ -67,19 +59,19 @@ bool StripEditorT46::attach(CFrame* parent, const CPoint& origin)
         container->addView(knob);
         return knob;
     };
-    highBand = addKnob({2, 36, 123, 137}, kHighGainStep, 10013);
-    midBand = addKnob({2, 138, 123, 239}, kMidGainStep, 10014);
-    lowBand = addKnob({2, 240, 123, 341}, kLowGainStep, 10015);
+    highBand = addKnob({2, 36, 123, 137}, Control::HighGain, 10013);
+    midBand = addKnob({2, 138, 123, 239}, Control::MidGain, 10014);
+    lowBand = addKnob({2, 240, 123, 341}, Control::LowGain, 10015);
 
-    const auto addButton = [&](const CRect& rect, Step step, int32_t bitmap) {
+    const auto addButton = [&](const CRect& rect, Control control, int32_t bitmap) {
         auto* const button =
-            new CPoweredButton(rect, listener, tagBase + step, editorBitmap(bitmap), true);
+            new CPoweredButton(rect, listener, tagOf(control), editorBitmap(bitmap), true);
         container->addView(button);
         return button;
     };
-    lowShelf = addButton({9, 372, 46, 426}, kLowShelfStep, 10004);
-    highShelf = addButton({45, 372, 80, 426}, kHighShelfStep, 10005);
-    process = addButton({80, 372, 116, 426}, kProcessStep, 10003);
+    lowShelf = addButton({9, 372, 46, 426}, Control::LowShelf, 10004);
+    highShelf = addButton({45, 372, 80, 426}, Control::HighShelf, 10005);
+    process = addButton({80, 372, 116, 426}, Control::Process, 10003);
 
     led = new CPowerLED({86, 346, 107, 368}, nullptr, 0, 2, kLedHeight, editorBitmap(kLed));
     container->addView(led);
@@ -96,32 +88,19 @@ void StripEditorT46::detach()
 
 void StripEditorT46::setParameter(int32_t id, double value)
 {
-    const int32_t step = id - tagBase;
-    if (step < 0 || step > kLastStep)
-        return;
-    switch (step) {
-    case kProcessStep:
-        show(process, value);
-        return show(led, value);
-    case kLowShelfStep:
-        return show(lowShelf, value);
-    case kLowFrequencyStep:
-        return showRing(lowBand, value);
-    case kLowGainStep:
-        return show(lowBand, value);
-    case kMidFrequencyStep:
-        return showRing(midBand, value);
-    case kMidGainStep:
-        return show(midBand, value);
-    case kHighShelfStep:
-        return show(highShelf, value);
-    case kHighFrequencyStep:
-        return showRing(highBand, value);
-    case kHighGainStep:
-        return show(highBand, value);
-    default:
-        return;  // the other channel's
+    for (CAnimCoaxT46CustomKnob* const knob : {highBand, midBand, lowBand}) {
+        if (!knob)
+            continue;
+        if (knob->getTag() == id)
+            show(knob, value);
+        else if (param::ringOf(static_cast<unsigned>(knob->getTag())) == static_cast<unsigned>(id))
+            showRing(knob, value);
     }
+    for (CPoweredButton* const button : {lowShelf, highShelf, process})
+        if (button && button->getTag() == id)
+            show(button, value);
+    if (process && process->getTag() == id)
+        show(led, value);
 }
 
 // Knobs have no power state.

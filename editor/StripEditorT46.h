@@ -9,9 +9,8 @@ class CPowerLED;
 
 class StripEditorT46 : public StripEditor {
 public:
-    // `tagBase` is the id of the strip's process switch; every second id from there on is the
-    // strip's.
-    StripEditorT46(CControlListener* listener, int32_t tagBase);
+    // `tagBase` is the id of the strip's process switch, which tells strip and side.
+    StripEditorT46(CControlListener* listener, unsigned tagBase);
 
     bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin) override;
     void detach() override;
@@ -21,7 +20,7 @@ public:
     void setLedState(double value);
 
 private:
-    int32_t tagBase;
+    unsigned tagBase;
     CAnimCoaxT46CustomKnob* highBand = nullptr;
     CAnimCoaxT46CustomKnob* midBand = nullptr;
     CAnimCoaxT46CustomKnob* lowBand = nullptr;
