@@ -5,7 +5,7 @@
 #include "../presets/ControllerProbe.h"
 #include "TemplateEditor.h"
 
-#include "vstgui/platform/offscreen.h"
+#include "vstgui/platform/offscreen/offscreenhost.h"
 
 #include <functional>
 #include <map>

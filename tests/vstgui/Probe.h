@@ -2,7 +2,7 @@
 #pragma once
 
 #include "vstgui/platform/bitmapresources.h"
-#include "vstgui/platform/offscreen.h"
+#include "vstgui/platform/offscreen/offscreenhost.h"
 #include "vstgui/vstgui.h"
 
 #include <gtest/gtest.h>

@@ -9,7 +9,7 @@
 #include "PitchNamesController.h"
 #include "TemplateEditor.h"
 
-#include "vstgui/platform/offscreen.h"
+#include "vstgui/platform/offscreen/offscreenhost.h"
 
 #include <cairo.h>
 

@@ -1,7 +1,7 @@
 // Chooses between a window of the system and one that stands for it.
 #include "vstgui/platform/iplatformframe.h"
 
-#include "vstgui/platform/offscreenframe.h"
+#include "vstgui/platform/offscreen/offscreenframe.h"
 
 namespace VSTGUI {
 

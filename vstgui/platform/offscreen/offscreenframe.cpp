@@ -1,5 +1,5 @@
 // A platform frame that draws into memory, for tests and pictures.
-#include "vstgui/platform/offscreenframe.h"
+#include "vstgui/platform/offscreen/offscreenframe.h"
 
 namespace VSTGUI {
 

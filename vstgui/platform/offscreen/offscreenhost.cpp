@@ -1,6 +1,6 @@
 // Events in, pictures out.
 #include "vstgui/lib/cdrawcontext.h"
-#include "vstgui/platform/offscreenframe.h"
+#include "vstgui/platform/offscreen/offscreenframe.h"
 
 #include <algorithm>
 

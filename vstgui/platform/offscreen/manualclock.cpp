@@ -1,5 +1,5 @@
 // Timers that move only when told.
-#include "vstgui/platform/offscreen.h"
+#include "vstgui/platform/offscreen/offscreenhost.h"
 
 #include <algorithm>
 

@@ -4,7 +4,7 @@
 #include "vstgui/platform/iplatformoptionmenu.h"
 #include "vstgui/platform/iplatformsurface.h"
 #include "vstgui/platform/iplatformtextedit.h"
-#include "vstgui/platform/offscreen.h"
+#include "vstgui/platform/offscreen/offscreenhost.h"
 
 namespace VSTGUI {
 
