@@ -5,6 +5,7 @@
 #include "../presets/ControllerProbe.h"
 #include "TemplateEditor.h"
 
+#include "vstgui/platform/offscreen/manualclock.h"
 #include "vstgui/platform/offscreen/offscreenhost.h"
 
 #include <functional>

@@ -1,17 +1,24 @@
 // Chooses between a window of the system and one that stands for it.
 #include "vstgui/platform/iplatformframe.h"
 
-#include "vstgui/platform/offscreen/offscreenframe.h"
-
 namespace VSTGUI {
+
+namespace {
+
+IPlatformFrame::Factory frameFactory = &IPlatformFrame::createNative;
+
+}  // namespace
 
 IPlatformFrame* IPlatformFrame::createPlatformFrame(IPlatformFrameCallback* callback,
                                                     const CRect& size, void* parent,
                                                     PlatformType type, IPlatformFrameConfig* config)
 {
-    if (OffscreenHost* host = OffscreenHost::find(parent))
-        return host->isOpen() ? nullptr : new OffscreenFrame(*host, callback, size);
-    return createNative(callback, size, parent, type, config);
+    return frameFactory(callback, size, parent, type, config);
+}
+
+void IPlatformFrame::setFactory(Factory factory)
+{
+    frameFactory = factory;
 }
 
 }  // namespace VSTGUI

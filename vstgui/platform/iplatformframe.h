@@ -76,15 +76,19 @@ public:
     // Milliseconds of a clock that only goes forward. Supplied by each platform.
     static uint32_t getTicks();
 
-    // A visible child at (0, 0) of an OffscreenHost or a window of the system; null when that
-    // fails. The caller owns it.
-    static IPlatformFrame* createPlatformFrame(IPlatformFrameCallback* callback, const CRect& size,
-                                               void* parent, PlatformType type,
-                                               IPlatformFrameConfig* config);
-    // The system's. Supplied by each platform.
+    // The system's, a visible child at (0, 0) of the parent window; null when that fails. The
+    // caller owns it. Supplied by each platform.
     static IPlatformFrame* createNative(IPlatformFrameCallback* callback, const CRect& size,
                                         void* parent, PlatformType type,
                                         IPlatformFrameConfig* config);
+
+    // The system's, or what the factory in force makes.
+    static IPlatformFrame* createPlatformFrame(IPlatformFrameCallback* callback, const CRect& size,
+                                               void* parent, PlatformType type,
+                                               IPlatformFrameConfig* config);
+    using Factory = decltype(&createNative);
+    // For frames opened from now on; never null.
+    static void setFactory(Factory factory);
 };
 
 }  // namespace VSTGUI

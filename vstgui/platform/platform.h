@@ -6,7 +6,8 @@
 //   IPlatformBitmap::createFromPng, IPlatformBitmap::createFromResource          iplatformbitmap.h
 //   IPlatformFont::create                                                        iplatformfont.h
 //   IPlatformTimer::createNative                                                iplatformtimer.h
-//   OffscreenHost's files in offscreen/ are the toolkit's own and stand on the surface alone.
+//
+// The files in offscreen/ are the toolkit's own and stand on the surface alone.
 //
 // Everything runs on the one thread that opened the frame. Nothing here is called, and nothing of
 // the system is held, before the first frame, bitmap, font or timer is made.

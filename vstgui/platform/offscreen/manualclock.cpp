@@ -1,7 +1,7 @@
-// Timers that move only when told.
-#include "vstgui/platform/offscreen/offscreenhost.h"
+#include "vstgui/platform/offscreen/manualclock.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace VSTGUI {
 

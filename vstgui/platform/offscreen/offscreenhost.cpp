@@ -14,11 +14,28 @@ std::vector<OffscreenHost*>& hosts()
     return all;
 }
 
+// Null when that window is no host of this kind.
+OffscreenHost* find(void* window)
+{
+    const auto it = std::find(hosts().begin(), hosts().end(), window);
+    return it == hosts().end() ? nullptr : *it;
+}
+
+IPlatformFrame* createFrame(IPlatformFrameCallback* callback, const CRect& size, void* parent,
+                            PlatformType type, IPlatformFrameConfig* config)
+{
+    OffscreenHost* const host = find(parent);
+    if (!host)
+        return IPlatformFrame::createNative(callback, size, parent, type, config);
+    return host->isOpen() ? nullptr : new OffscreenFrame(*host, callback, size);
+}
+
 }  // namespace
 
 OffscreenHost::OffscreenHost()
 {
     hosts().push_back(this);
+    IPlatformFrame::setFactory(&createFrame);
 }
 
 OffscreenHost::~OffscreenHost()
@@ -27,13 +44,6 @@ OffscreenHost::~OffscreenHost()
         frame->hostGone();
     auto& all = hosts();
     all.erase(std::find(all.begin(), all.end(), this));
-}
-
-OffscreenHost* OffscreenHost::find(void* window)
-{
-    const auto& all = hosts();
-    const auto it = std::find(all.begin(), all.end(), window);
-    return it == all.end() ? nullptr : *it;
 }
 
 CMouseEventResult OffscreenHost::mouseDown(CPoint where, CButtonState buttons)

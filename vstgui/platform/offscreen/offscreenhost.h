@@ -3,7 +3,6 @@
 // pictures.
 #pragma once
 
-#include "vstgui/lib/cvstguitimer.h"
 #include "vstgui/platform/iplatformframe.h"
 #include "vstgui/platform/pixels.h"
 
@@ -67,9 +66,6 @@ public:
     bool pressReturnInTextBox();
     bool pressEscapeInTextBox();
 
-    // Null when that window is no host of this kind.
-    static OffscreenHost* find(void* window);
-
 private:
     friend class OffscreenFrame;
     friend class OffscreenTextEdit;
@@ -79,21 +75,6 @@ private:
     std::vector<CRect> waiting;
     CPoint pointer;
     CButtonState pointerButtons;
-};
-
-// Timers by a clock that only moves when told. While one exists, timers that are started use it.
-class ManualClock {
-public:
-    ManualClock();
-    ~ManualClock();
-    ManualClock(const ManualClock&) = delete;
-    ManualClock& operator=(const ManualClock&) = delete;
-
-    // Fires what falls due on the way, in order of time.
-    void advance(uint32_t milliseconds);
-
-private:
-    IPlatformTimer::Factory previous;
 };
 
 }  // namespace VSTGUI
