@@ -2,6 +2,7 @@
 #include "EditorStage.h"
 
 #include "EditorBitmap.h"
+#include "Png.h"
 
 #include "vstgui/platform/iplatformsurface.h"
 

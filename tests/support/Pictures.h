@@ -2,6 +2,8 @@
 // letters are masked. With ZKR_RENEW_PICTURES set, what is shown becomes the reference.
 #pragma once
 
+#include "Png.h"
+
 #include "vstgui/lib/cfont.h"
 #include "vstgui/platform/iplatformbitmap.h"
 #include "vstgui/platform/iplatformfont.h"
@@ -113,13 +115,13 @@ inline void expectPicture(const VSTGUI::Pixels& shown, const std::string& name,
 {
     const std::string reference = picturePath(name);
     if (std::getenv("ZKR_RENEW_PICTURES")) {
-        ASSERT_TRUE(VSTGUI::writePng(reference, shown)) << reference;
+        ASSERT_TRUE(writePng(reference, shown)) << reference;
     }
     const Difference found = difference(shown, readPng(reference), masks);
     if (found.pixels == 0)
         return;
     const std::string now = name + "-now.png";
-    VSTGUI::writePng(now, shown);
+    writePng(now, shown);
     ADD_FAILURE() << found.pixels << " pixels differ between " << found.area.left << ", "
                   << found.area.top << " and " << found.area.right << ", " << found.area.bottom
                   << "; compare " << now << " with " << reference;

@@ -1,6 +1,8 @@
 // A frame without a display, and views and listeners that write down what happens to them.
 #pragma once
 
+#include "Png.h"
+
 #include "vstgui/platform/bitmapresources.h"
 #include "vstgui/platform/offscreen/offscreenhost.h"
 #include "vstgui/vstgui.h"

@@ -1,10 +1,10 @@
-// Pixels: a picture as plain bytes, and as a PNG file.
+// Pixels: a picture as plain bytes.
 #pragma once
 
 #include "vstgui/lib/ccolor.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace VSTGUI {
@@ -22,10 +22,5 @@ struct Pixels {
     int32_t height{0};
     std::vector<uint8_t> rgba;  // straight alpha, rows from the top
 };
-
-// Not compressed: meant for tests and snapshots.
-std::vector<uint8_t> encodePng(const Pixels& pixels);
-// Path in UTF-8. False when the file cannot be written.
-bool writePng(const std::string& path, const Pixels& pixels);
 
 }  // namespace VSTGUI
