@@ -1,6 +1,6 @@
 // Editing a line by whole characters.
-#include "vstgui/platform/textline.h"
 #include "vstgui/platform/utf8.h"
+#include "vstgui/platform/x11/textline.h"
 
 #include <gtest/gtest.h>
 

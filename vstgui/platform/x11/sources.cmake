@@ -3,13 +3,13 @@ find_package(PkgConfig REQUIRED)
 pkg_check_modules(ZKR_X11 REQUIRED IMPORTED_TARGET x11 cairo)
 
 set(ZKR_VSTGUI_PLATFORM_SOURCES
-  platform/textline.cpp
   platform/x11/cairobitmap.cpp
   platform/x11/cairofont.cpp
   platform/x11/cairosurface.cpp
   platform/x11/childprocess.cpp
   platform/x11/idlerunloop.cpp
   platform/x11/menupanel.cpp
+  platform/x11/textline.cpp
   platform/x11/windowpainter.cpp
   platform/x11/x11connection.cpp
   platform/x11/x11errors.cpp

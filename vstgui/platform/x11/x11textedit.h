@@ -2,7 +2,7 @@
 #pragma once
 
 #include "vstgui/platform/iplatformtextedit.h"
-#include "vstgui/platform/textline.h"
+#include "vstgui/platform/x11/textline.h"
 #include "vstgui/platform/x11/x11frame.h"
 #include "vstgui/platform/x11/x11keys.h"
 

@@ -1,5 +1,5 @@
 // Editing of a line.
-#include "vstgui/platform/textline.h"
+#include "vstgui/platform/x11/textline.h"
 
 #include "vstgui/platform/utf8.h"
 
