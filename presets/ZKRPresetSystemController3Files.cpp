@@ -2,6 +2,7 @@
 #include "ZKRPresetSystemController3.h"
 
 #include "Files.h"
+#include "Utf8.h"
 
 #include <cstring>
 
@@ -10,21 +11,10 @@ namespace Vst {
 
 namespace {
 
-// In 16-bit characters. Two of them make up what takes four bytes in UTF-8.
-std::size_t lengthInUtf16(const std::string& text)
-{
-    std::size_t length = 0;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        length += (byte & 0xC0u) == 0x80u ? 0 : byte >= 0xF0u ? 2 : 1;
-    }
-    return length;
-}
-
 bool fits(const std::string& text)
 {
     // Text that is not UTF-8 may have more bytes to a character.
-    return lengthInUtf16(text) <= ZKRPresetSystemController3::kMaxPathLength
+    return platform::countUtf16(text) <= ZKRPresetSystemController3::kMaxPathLength
         && text.size() < ZKRPresetSystemController3::kPathBufferSize;
 }
 

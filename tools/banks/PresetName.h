@@ -13,10 +13,6 @@ std::string nameOf(const PresetSlot& preset);
 // True when text and zeros are all there is, so that nameOf alone gives the 24 bytes back.
 bool isPlainName(const char* name);
 
-// Bytes of the well-formed UTF-8 character at `at`; 0 where there is none.
-std::size_t characterSize(const std::string& text, std::size_t at);
-bool isUtf8(const std::string& text);
-
 // For a terminal: whatever is no printable UTF-8 as \xNN.
 std::string printable(const std::string& text);
 

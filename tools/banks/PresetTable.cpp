@@ -2,6 +2,7 @@
 #include "PresetTable.h"
 
 #include "PresetName.h"
+#include "Utf8.h"
 
 #include <algorithm>
 #include <cstring>
@@ -20,13 +21,6 @@ bool sameBits(float a, float b)
 bool isChanged(const PresetSlot& preset, std::size_t id)
 {
     return !sameBits(preset.values[id], factoryBank().front().values[id]);
-}
-
-std::size_t widthOf(const std::string& text)
-{
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0u) != 0x80u;  // counts characters, not bytes
-    }));
 }
 
 void compareNames(const std::string& label, const PresetSlot& left, const PresetSlot& right,
@@ -48,13 +42,14 @@ std::string asTable(const std::vector<Row>& rows, const std::string& indent)
     for (const Row& row : rows) {
         widths.resize(std::max(widths.size(), row.size()));
         for (std::size_t column = 0; column < row.size(); ++column)
-            widths[column] = std::max(widths[column], widthOf(row[column]));
+            widths[column] = std::max(widths[column], platform::countCharacters(row[column]));
     }
     std::string text;
     for (const Row& row : rows) {
         std::string line = indent;
         for (std::size_t column = 0; column < row.size(); ++column)
-            line += row[column] + std::string(widths[column] - widthOf(row[column]) + 2, ' ');
+            line += row[column]
+                + std::string(widths[column] - platform::countCharacters(row[column]) + 2, ' ');
         line.erase(line.find_last_not_of(' ') + 1);
         text += line + "\n";
     }

@@ -2,6 +2,7 @@
 #include "RecordCheck.h"
 
 #include "PresetName.h"
+#include "Utf8.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -152,7 +153,7 @@ void RecordCheck::checkNameText(const char* name, std::size_t at, std::size_t pr
     if (behind != std::string::npos)
         report.note("names with bytes behind them", at + behind,
                     which + "has other bytes behind its terminator");
-    if (!isUtf8(text))
+    if (!platform::isUtf8(text))
         report.note("names that are not UTF-8", at, which + "is not UTF-8");
 }
 

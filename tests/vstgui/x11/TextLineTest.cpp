@@ -1,6 +1,7 @@
 // Editing a line by whole characters.
-#include "vstgui/platform/utf8.h"
 #include "vstgui/platform/x11/textline.h"
+
+#include "Utf8.h"
 
 #include <gtest/gtest.h>
 
@@ -55,13 +56,13 @@ TEST(TextLine, ASelectionCollapsesToTheSideOfTheArrow)
 TEST(TextLine, BytesThatAreNoUtf8BecomeReplacements)
 {
     const std::string r = "\xEF\xBF\xBD";
-    EXPECT_EQ(validUtf8("a\xFFz"), "a" + r + "z");
-    EXPECT_EQ(validUtf8("\xC3"), r);
-    EXPECT_EQ(validUtf8("\xE2\x82"), r + r);
-    EXPECT_EQ(validUtf8("\xC0\xAF"), r + r);
-    EXPECT_EQ(validUtf8("\xED\xA0\x80"), r + r + r);
-    EXPECT_EQ(validUtf8("\xF4\x90\x80\x80"), r + r + r + r);
-    EXPECT_EQ(validUtf8(nullptr), "");
+    EXPECT_EQ(platform::validUtf8("a\xFFz"), "a" + r + "z");
+    EXPECT_EQ(platform::validUtf8("\xC3"), r);
+    EXPECT_EQ(platform::validUtf8("\xE2\x82"), r + r);
+    EXPECT_EQ(platform::validUtf8("\xC0\xAF"), r + r);
+    EXPECT_EQ(platform::validUtf8("\xED\xA0\x80"), r + r + r);
+    EXPECT_EQ(platform::validUtf8("\xF4\x90\x80\x80"), r + r + r + r);
+    EXPECT_EQ(platform::validUtf8(nullptr), "");
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
 // Fonts through cairo; fontconfig finds the family or what comes nearest.
 #include "vstgui/platform/x11/cairofont.h"
 
+#include "Utf8.h"
+
 #include "vstgui/lib/cfont.h"
-#include "vstgui/platform/utf8.h"
 
 namespace VSTGUI {
 
@@ -45,7 +46,7 @@ CairoFont::CairoFont(CairoHandle<cairo_scaled_font_t> smooth,
 CCoord CairoFont::getStringWidth(UTF8StringPtr text) const
 {
     cairo_text_extents_t extents;
-    cairo_scaled_font_text_extents(smoothFont.get(), validUtf8(text).c_str(), &extents);
+    cairo_scaled_font_text_extents(smoothFont.get(), platform::validUtf8(text).c_str(), &extents);
     return extents.x_advance;
 }
 
@@ -53,7 +54,7 @@ IPlatformFont* IPlatformFont::create(UTF8StringPtr family, CCoord size, int32_t 
 {
     if (!(size > 0))
         return nullptr;
-    const std::string name = validUtf8(family);
+    const std::string name = platform::validUtf8(family);
     auto smooth = scaledFont(name.c_str(), size, style, CAIRO_ANTIALIAS_GRAY);
     auto plain = scaledFont(name.c_str(), size, style, CAIRO_ANTIALIAS_NONE);
     if (!smooth || !plain)

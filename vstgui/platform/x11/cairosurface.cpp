@@ -1,7 +1,8 @@
 // The drawing primitives through cairo.
 #include "vstgui/platform/x11/cairosurface.h"
 
-#include "vstgui/platform/utf8.h"
+#include "Utf8.h"
+
 #include "vstgui/platform/x11/cairobitmap.h"
 #include "vstgui/platform/x11/cairofont.h"
 
@@ -88,7 +89,7 @@ void CairoSurface::drawString(IPlatformFont* font, UTF8StringPtr text, const CPo
     setSource(cairo.get(), color);
     cairo_set_scaled_font(cairo.get(), static_cast<CairoFont*>(font)->getFont(antialias));
     cairo_move_to(cairo.get(), baseline.x, baseline.y);
-    cairo_show_text(cairo.get(), validUtf8(text).c_str());
+    cairo_show_text(cairo.get(), platform::validUtf8(text).c_str());
     cairo_new_path(cairo.get());
 }
 

@@ -1,7 +1,7 @@
 // Editing of a line.
 #include "vstgui/platform/x11/textline.h"
 
-#include "vstgui/platform/utf8.h"
+#include "Utf8.h"
 
 #include <algorithm>
 
@@ -9,7 +9,7 @@ namespace VSTGUI {
 
 void TextLine::setText(const char* utf8)
 {
-    text = validUtf8(utf8);
+    text = platform::validUtf8(utf8);
     selectAll();
 }
 
@@ -44,13 +44,13 @@ void TextLine::moveTo(size_t offset, bool select)
 void TextLine::moveLeft(bool select)
 {
     const bool collapse = hasSelection() && !select;
-    moveTo(collapse ? selectionStart() : previousCharacter(text, caret), select);
+    moveTo(collapse ? selectionStart() : platform::previousCharacter(text, caret), select);
 }
 
 void TextLine::moveRight(bool select)
 {
     const bool collapse = hasSelection() && !select;
-    moveTo(collapse ? selectionEnd() : nextCharacter(text, caret), select);
+    moveTo(collapse ? selectionEnd() : platform::nextCharacter(text, caret), select);
 }
 
 bool TextLine::removeSelection()
@@ -65,16 +65,16 @@ bool TextLine::removeSelection()
 
 bool TextLine::insert(const char* utf8)
 {
-    std::string added = validUtf8(utf8);
+    std::string added = platform::validUtf8(utf8);
     const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
     added.erase(std::remove_if(added.begin(), added.end(), isControl), added.end());
     if (added.empty())
         return false;
     bool changed = removeSelection();
-    const size_t present = countCharacters(text);
+    const size_t present = platform::countCharacters(text);
     size_t fits = 0;
     for (size_t i = present; i < limit && fits < added.size(); ++i)
-        fits = nextCharacter(added, fits);
+        fits = platform::nextCharacter(added, fits);
     text.insert(caret, added, 0, fits);
     moveTo(caret + fits, false);
     return changed || fits > 0;
@@ -83,14 +83,14 @@ bool TextLine::insert(const char* utf8)
 bool TextLine::deleteBackward()
 {
     if (!hasSelection())
-        moveTo(previousCharacter(text, caret), true);
+        moveTo(platform::previousCharacter(text, caret), true);
     return removeSelection();
 }
 
 bool TextLine::deleteForward()
 {
     if (!hasSelection())
-        moveTo(nextCharacter(text, caret), true);
+        moveTo(platform::nextCharacter(text, caret), true);
     return removeSelection();
 }
 

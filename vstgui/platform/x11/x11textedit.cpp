@@ -1,9 +1,10 @@
 // The text box.
 #include "vstgui/platform/x11/x11textedit.h"
 
+#include "Utf8.h"
+
 #include "vstgui/lib/cdrawcontext.h"
 #include "vstgui/platform/iplatformfont.h"
-#include "vstgui/platform/utf8.h"
 
 #include <X11/keysym.h>
 #include <algorithm>
@@ -75,7 +76,7 @@ size_t X11TextEdit::offsetAt(CCoord x) const
     const CCoord start = textStart();
     size_t offset = 0;
     while (offset < line.getText().size()) {
-        const size_t next = nextCharacter(line.getText(), offset);
+        const size_t next = platform::nextCharacter(line.getText(), offset);
         if (x < start + (widthUpTo(offset) + widthUpTo(next)) / 2.)
             break;
         offset = next;
