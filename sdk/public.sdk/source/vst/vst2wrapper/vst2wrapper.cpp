@@ -2,6 +2,8 @@
 // plug-in may ask of the host.
 #include "vst2wrapper.h"
 
+#include "Utf8.h"
+
 #include "pluginterfaces/base/ustring.h"
 #include "public.sdk/source/common/memorystream.h"
 #include "public.sdk/source/vst/hosting/hostclasses.h"
@@ -339,7 +341,8 @@ void Vst2Wrapper::getProgramName(char* text)
     char name[IProgramName::kSize] = {};
     const bool named = programName && programName->getSelectedName(name) == kResultOk;
     const std::string shown = named ? name : effectName;
-    text[shown.copy(text, kVstMaxProgNameLen - 1)] = '\0';
+    const std::size_t size = platform::fittingSize(shown.c_str(), kVstMaxProgNameLen - 1);
+    text[shown.copy(text, size)] = '\0';
 }
 
 void Vst2Wrapper::setProgramName(const char* text)
