@@ -12,6 +12,7 @@ namespace host {
 namespace {
 
 namespace fs = std::filesystem;
+using platform::ChildProcess;
 
 // Making a new Wine prefix takes seconds on a fast machine and far longer on a slow one.
 constexpr ChildProcess::Seconds kOpeningLimit{180.0};
@@ -64,9 +65,9 @@ std::string ownPrefix()
     return prefix.string();
 }
 
-std::vector<std::pair<std::string, std::string>> wineSettings()
+ChildProcess::Environment wineSettings()
 {
-    std::vector<std::pair<std::string, std::string>> settings;
+    ChildProcess::Environment settings;
     const auto unlessSet = [&](const char* name, const std::string& value) {
         if (variable(name).empty())
             settings.emplace_back(name, value);
@@ -118,7 +119,9 @@ BridgedPlugin::BridgedPlugin(const std::string& path, const HostSettings& settin
     const fs::path program = findHelper(path);
     try {
         const std::vector<std::string> words{"wine", program.string()};
-        helper = std::make_unique<ChildProcess>(words, wineSettings());
+        helper = std::make_unique<ChildProcess>(ChildProcess::Role::Helper, words, wineSettings());
+        if (!helper->started())
+            throw HostError(helper->startError());
     } catch (const HostError& failure) {
         throw HostError("'" + path + "' is a Windows plug-in and needs Wine: " + failure.what());
     }

@@ -38,6 +38,8 @@ public:
     void idle() override;
 
 private:
+    using ChildProcess = platform::ChildProcess;
+
     MessageReader ask(MessageWriter& request, ChildProcess::Seconds limit);
     void receive(void* data, std::size_t size, ChildProcess::Seconds limit);
     [[noreturn]] void helperLost(ChildProcess::Outcome outcome);

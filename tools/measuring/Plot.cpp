@@ -2,7 +2,6 @@
 #include "Plot.h"
 
 #include "ChildProcess.h"
-#include "HostError.h"
 #include "ToolError.h"
 
 #include <cstdio>
@@ -14,7 +13,9 @@ namespace tool {
 
 namespace {
 
-constexpr host::ChildProcess::Seconds kDrawingLimit{60.0};
+using platform::ChildProcess;
+
+constexpr ChildProcess::Seconds kDrawingLimit{60.0};
 
 constexpr const char* kColours[]{"#0072B2", "#D55E00", "#009E73", "#CC79A7",
                                  "#000000", "#E69F00", "#56B4E9", "#8B6508"};
@@ -95,17 +96,15 @@ std::string frequencyAxis(double lowestHz, double highestHz)
 
 std::string drawPlot(const std::string& script)
 {
-    std::string picture;
-    try {
-        host::ChildProcess gnuplot({"gnuplot"});
-        const auto outcome = gnuplot.converse(script, picture, kDrawingLimit);
-        const int code = gnuplot.wait(kDrawingLimit);
-        if (outcome != host::ChildProcess::Outcome::Done || code != 0 || picture.empty())
-            throw ToolError("gnuplot could not draw the picture: " + gnuplot.lastWords());
-    } catch (const host::HostError& error) {
-        throw ToolError(std::string("drawing needs gnuplot: ") + error.what()
+    ChildProcess gnuplot(ChildProcess::Role::Helper, {"gnuplot"});
+    if (!gnuplot.started())
+        throw ToolError("drawing needs gnuplot: " + gnuplot.startError()
                         + " (a .csv file needs no gnuplot)");
-    }
+    std::string picture;
+    const auto outcome = gnuplot.converse(script, picture, kDrawingLimit);
+    const int code = gnuplot.wait(kDrawingLimit);
+    if (outcome != ChildProcess::Outcome::Done || code != 0 || picture.empty())
+        throw ToolError("gnuplot could not draw the picture: " + gnuplot.lastWords());
     return picture;
 }
 

@@ -2,8 +2,8 @@
 #pragma once
 
 // Before the macros of Xlib.
+#include "ChildProcess.h"
 #include "OpenFrame.h"
-#include "vstgui/platform/x11/childprocess.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -15,12 +15,12 @@ inline void user(const std::string& commands, const std::string& sentence = "")
     std::istringstream stream(commands);
     for (std::string word; stream >> word;)
         words.push_back(word == "{}" ? sentence : word);
-    X11::ChildProcess tool(words);
-    ASSERT_TRUE(tool.isRunning());
+    platform::ChildProcess tool(platform::ChildProcess::Role::Desktop, words);
+    ASSERT_TRUE(tool.started()) << tool.startError();
     std::string output;
     while (tool.readOutput(output))
         pump(5);
-    ASSERT_TRUE(tool.finish()) << commands;
+    ASSERT_EQ(tool.wait(), 0) << commands;
     pump();
 }
 

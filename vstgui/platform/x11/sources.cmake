@@ -6,7 +6,6 @@ set(ZKR_VSTGUI_PLATFORM_SOURCES
   platform/x11/cairobitmap.cpp
   platform/x11/cairofont.cpp
   platform/x11/cairosurface.cpp
-  platform/x11/childprocess.cpp
   platform/x11/idlerunloop.cpp
   platform/x11/menupanel.cpp
   platform/x11/textline.cpp
@@ -21,4 +20,4 @@ set(ZKR_VSTGUI_PLATFORM_SOURCES
   platform/x11/x11optionmenu.cpp
   platform/x11/x11textedit.cpp
   platform/x11/x11timer.cpp)
-set(ZKR_VSTGUI_PLATFORM_LINK zkr_utf8 PkgConfig::ZKR_X11 ${CMAKE_DL_LIBS})
+set(ZKR_VSTGUI_PLATFORM_LINK zkr_process zkr_utf8 PkgConfig::ZKR_X11 ${CMAKE_DL_LIBS})

@@ -1,9 +1,10 @@
 // File dialogs through kdialog or zenity.
 #include "vstgui/platform/x11/x11filedialog.h"
 
-#include "vstgui/platform/x11/childprocess.h"
+#include "ChildProcess.h"
 
 #include <filesystem>
+#include <optional>
 #include <sstream>
 
 namespace VSTGUI {
@@ -97,46 +98,32 @@ std::vector<std::string> kdialogCommand(const FileDialogRequest& request)
 
 }  // namespace
 
-std::vector<std::string> fileDialogCommand(const std::string& helper,
-                                           const FileDialogRequest& request)
-{
-    if (helper == "kdialog")
-        return kdialogCommand(request);
-    if (helper == "zenity")
-        return zenityCommand(request);
-    return {};
-}
-
 std::vector<std::string> X11FileDialog::run(const FileDialogRequest& request)
 {
-    std::string helper;
-    for (const char* name : {"kdialog", "zenity"}) {
-        if (helper.empty() && programExists(name))
-            helper = name;
+    std::optional<platform::ChildProcess> process;
+    for (const auto& command : {kdialogCommand(request), zenityCommand(request)}) {
+        if (!process || !process->started())
+            process.emplace(platform::ChildProcess::Role::Desktop, command);
     }
-    if (helper.empty()) {
+    if (!process->started()) {
         frame->showMessage("Files are chosen with the program zenity or kdialog,\n"
                            "and neither of them is installed.\n"
                            "Install one of the two to load and save files.",
                            request.title);
         return {};
     }
-    ChildProcess process(fileDialogCommand(helper, request));
-    if (!process.isRunning())
-        return {};
-
     const auto connection = frame->getConnection().shared_from_this();
     X11Modal* outer = connection->setModal(this);
-    child = &process;
+    child = &*process;
     std::string output;
     for (bool more = true; more && frame->isAlive();) {
-        if (connection->waitAndHandle(process.getOutput(), kWaitPeriod))
-            more = process.readOutput(output);
+        if (connection->waitAndHandle(process->outputDescriptor(), kWaitPeriod))
+            more = process->readOutput(output);
     }
     child = nullptr;
     connection->setModal(outer);
     // Where the frame has gone, the process is ended by its destructor.
-    if (!frame->isAlive() || !process.finish())
+    if (!frame->isAlive() || process->wait() != 0)
         return {};
 
     std::vector<std::string> paths;

@@ -8,14 +8,12 @@
 #include <string>
 #include <vector>
 
+namespace platform {
+class ChildProcess;
+}
+
 namespace VSTGUI {
 namespace X11 {
-
-class ChildProcess;
-
-// The helper's command line, program first; empty for a helper that is unknown.
-std::vector<std::string> fileDialogCommand(const std::string& helper,
-                                           const FileDialogRequest& request);
 
 class X11FileDialog : private X11Modal {
 public:
@@ -30,7 +28,7 @@ private:
     void pressedOutside() override { }
 
     SharedPointer<X11Frame> frame;
-    ChildProcess* child{nullptr};
+    platform::ChildProcess* child{nullptr};
 };
 
 }  // namespace X11
