@@ -21,7 +21,7 @@ constexpr Layout kLayouts[] = {{304, 0}, {554, 1}, {554, 1}, {804, 2}};
 
 }  // namespace
 
-CChannelLabel::CChannelLabel(const CRect& rect, CControlListener* controlListener,
+CChannelLabel::CChannelLabel(const CRect& rect, IControlListener* controlListener,
                              int32_t controlTag, CBitmap* rows)
     : CMovieBitmap(rect, controlListener, controlTag, rows)
 {

@@ -6,7 +6,7 @@
 class CChannelLabel : public VSTGUI::CMovieBitmap {
 public:
     // The bitmap has six rows: the stereo labels of the layouts, then those of Mid/Side.
-    CChannelLabel(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+    CChannelLabel(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                   VSTGUI::CBitmap* background);
 
     // From 0.5 up: Mid/Side.

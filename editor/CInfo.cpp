@@ -17,7 +17,7 @@ constexpr CCoord kLineHeight = 240;  // of the rectangle that a line is centred 
 
 }  // namespace
 
-CInfo::CInfo(const CRect& rect, CControlListener* controlListener, int32_t controlTag)
+CInfo::CInfo(const CRect& rect, IControlListener* controlListener, int32_t controlTag)
     : CControl(rect, controlListener, controlTag), latency("Latency: 2.18 ms, 96 samples")
 {
 }

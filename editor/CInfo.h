@@ -8,7 +8,7 @@
 
 class CInfo : public VSTGUI::CControl {
 public:
-    CInfo(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag);
+    CInfo(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag);
 
     void setLatency(double seconds);
     const std::string& latencyText() const { return latency; }

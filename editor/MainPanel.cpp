@@ -31,7 +31,7 @@ float flushed(float level)
 
 }  // namespace
 
-MainPanel::MainPanel(CControlListener* controlListener) : StripEditor(controlListener) { }
+MainPanel::MainPanel(IControlListener* controlListener) : StripEditor(controlListener) { }
 
 bool MainPanel::attach(CFrame* parent, const CPoint& origin)
 {

@@ -16,7 +16,7 @@ enum PanelTag : int32_t { kTagInfo = 60, kTagBothBypass = 61 };
 
 class MainPanel : public StripEditor {
 public:
-    explicit MainPanel(CControlListener* listener);
+    explicit MainPanel(VSTGUI::IControlListener* listener);
 
     bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin) override;
     void detach() override;

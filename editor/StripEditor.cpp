@@ -9,7 +9,7 @@ namespace {
 const CPoint kStripSize(125, 448);
 }
 
-StripEditor::StripEditor(CControlListener* controlListener) : listener(controlListener) { }
+StripEditor::StripEditor(IControlListener* controlListener) : listener(controlListener) { }
 
 bool StripEditor::attach(CFrame* parent, const CPoint& origin)
 {

@@ -7,7 +7,7 @@
 class StripEditor {
 public:
     // The listener hears every control of the strip.
-    explicit StripEditor(CControlListener* listener);
+    explicit StripEditor(VSTGUI::IControlListener* listener);
     // Detach first.
     virtual ~StripEditor() = default;
     StripEditor(const StripEditor&) = delete;
@@ -30,7 +30,7 @@ protected:
 
     VSTGUI::CViewContainer* container = nullptr;  // the frame's while attached
     VSTGUI::CFrame* frame = nullptr;
-    CControlListener* listener;
+    VSTGUI::IControlListener* listener;
     bool attached = false;
 };
 

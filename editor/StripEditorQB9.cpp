@@ -22,7 +22,7 @@ constexpr CCoord kKnobInset = 15;  // from the view to the knob's picture
 
 }  // namespace
 
-StripEditorQB9::StripEditorQB9(CControlListener* controlListener, unsigned base)
+StripEditorQB9::StripEditorQB9(IControlListener* controlListener, unsigned base)
     : StripEditor(controlListener), tagBase(base)
 {
 }

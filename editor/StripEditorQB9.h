@@ -11,7 +11,7 @@ class CPoweredButton;
 class StripEditorQB9 : public StripEditor {
 public:
     // `tagBase` is the id of the channel's drive, which tells the side.
-    StripEditorQB9(CControlListener* listener, unsigned tagBase);
+    StripEditorQB9(VSTGUI::IControlListener* listener, unsigned tagBase);
 
     bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin) override;
     void detach() override;

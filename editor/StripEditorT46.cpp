@@ -28,7 +28,7 @@ void showRing(CAnimCoaxT46CustomKnob* knob, double value)
 
 }  // namespace
 
-StripEditorT46::StripEditorT46(CControlListener* controlListener, unsigned base)
+StripEditorT46::StripEditorT46(IControlListener* controlListener, unsigned base)
     : StripEditor(controlListener), tagBase(base)
 {
 }

@@ -10,7 +10,7 @@ class CPowerLED;
 class StripEditorT46 : public StripEditor {
 public:
     // `tagBase` is the id of the strip's process switch, which tells strip and side.
-    StripEditorT46(CControlListener* listener, unsigned tagBase);
+    StripEditorT46(VSTGUI::IControlListener* listener, unsigned tagBase);
 
     bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin) override;
     void detach() override;

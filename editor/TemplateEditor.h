@@ -46,7 +46,7 @@ public:
     void setParameter(ParamID id, ParamValue value) override;
     bool isOnOwnThread() const override { return VSTGUIEditor::isOnOwnThread(); }
 
-    // CControlListener
+    // VSTGUI::IControlListener
     void valueChanged(VSTGUI::CControl* control) override;
 
 protected:

@@ -48,7 +48,7 @@ float rounded(double x)
 
 }  // namespace
 
-CAnimCoaxT46CustomKnob::CAnimCoaxT46CustomKnob(const CRect& size_, CControlListener* listener_,
+CAnimCoaxT46CustomKnob::CAnimCoaxT46CustomKnob(const CRect& size_, IControlListener* listener_,
                                                int32_t tag_, int32_t frames, int32_t frameHeight_,
                                                CBitmap* bitmap, const CPoint& offset_,
                                                CCoord leftInset, CCoord topInset, CCoord rightInset,

@@ -8,11 +8,11 @@
 
 class CAnimCoaxT46CustomKnob : public CAnimCoaxT46Knob {
 public:
-    CAnimCoaxT46CustomKnob(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
-                           int32_t frames, int32_t frameHeight, VSTGUI::CBitmap* bitmap,
-                           const VSTGUI::CPoint& offset, VSTGUI::CCoord leftInset,
-                           VSTGUI::CCoord topInset, VSTGUI::CCoord rightInset,
-                           VSTGUI::CCoord bottomInset);
+    CAnimCoaxT46CustomKnob(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener,
+                           int32_t tag, int32_t frames, int32_t frameHeight,
+                           VSTGUI::CBitmap* bitmap, const VSTGUI::CPoint& offset,
+                           VSTGUI::CCoord leftInset, VSTGUI::CCoord topInset,
+                           VSTGUI::CCoord rightInset, VSTGUI::CCoord bottomInset);
 
     // The lit labels, as large as the view. Null for none; the knob takes a reference of its own.
     void setOverlayBitmap(VSTGUI::CBitmap* bitmap) { overlay = bitmap; }

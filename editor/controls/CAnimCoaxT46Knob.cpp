@@ -10,7 +10,7 @@
 
 using namespace VSTGUI;
 
-CAnimCoaxT46Knob::CAnimCoaxT46Knob(const CRect& size_, CControlListener* listener_, int32_t tag_,
+CAnimCoaxT46Knob::CAnimCoaxT46Knob(const CRect& size_, IControlListener* listener_, int32_t tag_,
                                    int32_t frames, int32_t frameHeight_, CBitmap* bitmap,
                                    const CPoint& offset_, CCoord inset_)
     : CAnimCoaxT46Knob(size_, listener_, tag_, frames, frameHeight_, bitmap, offset_, inset_,
@@ -18,7 +18,7 @@ CAnimCoaxT46Knob::CAnimCoaxT46Knob(const CRect& size_, CControlListener* listene
 {
 }
 
-CAnimCoaxT46Knob::CAnimCoaxT46Knob(const CRect& size_, CControlListener* listener_, int32_t tag_,
+CAnimCoaxT46Knob::CAnimCoaxT46Knob(const CRect& size_, IControlListener* listener_, int32_t tag_,
                                    int32_t frames, int32_t frameHeight_, CBitmap* bitmap,
                                    const CPoint& offset_, CCoord leftInset, CCoord topInset,
                                    CCoord rightInset, CCoord bottomInset)

@@ -13,10 +13,10 @@ class CAnimCoaxT46Knob : public VSTGUI::CKnob {
 public:
     // The pictures stand in the view's rectangle less the inset, or less one inset a side (pixels).
     // The bitmap is the inner knob's; frameHeight is in pixels.
-    CAnimCoaxT46Knob(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+    CAnimCoaxT46Knob(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                      int32_t frames, int32_t frameHeight, VSTGUI::CBitmap* bitmap,
                      const VSTGUI::CPoint& offset, VSTGUI::CCoord inset);
-    CAnimCoaxT46Knob(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+    CAnimCoaxT46Knob(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                      int32_t frames, int32_t frameHeight, VSTGUI::CBitmap* bitmap,
                      const VSTGUI::CPoint& offset, VSTGUI::CCoord leftInset,
                      VSTGUI::CCoord topInset, VSTGUI::CCoord rightInset,

@@ -5,7 +5,7 @@
 
 using namespace VSTGUI;
 
-CPoweredButton::CPoweredButton(const CRect& size_, CControlListener* listener_, int32_t tag_,
+CPoweredButton::CPoweredButton(const CRect& size_, IControlListener* listener_, int32_t tag_,
                                CBitmap* background_, bool threeFrame_, int32_t style_)
     : CZKROnOffButton(size_, listener_, tag_, background_, style_), threeFrame(threeFrame_)
 {

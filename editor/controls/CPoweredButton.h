@@ -8,7 +8,7 @@ class CPoweredButton : public CZKROnOffButton, public CPoweredControl {
 public:
     // With three frames (off, on, on without power) it works without power, too. With two it is
     // dark and locked then, and comes back as it was.
-    CPoweredButton(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+    CPoweredButton(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                    VSTGUI::CBitmap* background, bool threeFrame, int32_t style = 0);
 
     void draw(VSTGUI::CDrawContext* context) override;

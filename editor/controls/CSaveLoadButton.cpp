@@ -5,7 +5,7 @@
 
 using namespace VSTGUI;
 
-CSaveLoadButton::CSaveLoadButton(const CRect& size_, CControlListener* listener_, int32_t tag_,
+CSaveLoadButton::CSaveLoadButton(const CRect& size_, IControlListener* listener_, int32_t tag_,
                                  CCoord heightOfOneImage_, CBitmap* background_,
                                  const CPoint& offset_)
     : CKickButton(size_, listener_, tag_, heightOfOneImage_, background_, offset_)

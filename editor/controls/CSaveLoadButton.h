@@ -6,7 +6,7 @@
 class CSaveLoadButton : public VSTGUI::CKickButton {
 public:
     // Frames: at rest, hovered, at work.
-    CSaveLoadButton(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+    CSaveLoadButton(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                     VSTGUI::CCoord heightOfOneImage, VSTGUI::CBitmap* background,
                     const VSTGUI::CPoint& offset = VSTGUI::CPoint(0, 0));
 

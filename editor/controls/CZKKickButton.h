@@ -7,7 +7,7 @@
 class CZKKickButton : public VSTGUI::CKickButton {
 public:
     // Frames: at rest, hovered, held.
-    CZKKickButton(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+    CZKKickButton(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                   VSTGUI::CCoord heightOfOneImage, VSTGUI::CBitmap* background,
                   bool doubleClickOnly = false,
                   const VSTGUI::CPoint& offset = VSTGUI::CPoint(0, 0));

@@ -6,7 +6,7 @@
 
 using namespace VSTGUI;
 
-CZKROnOffButton::CZKROnOffButton(const CRect& size_, CControlListener* listener_, int32_t tag_,
+CZKROnOffButton::CZKROnOffButton(const CRect& size_, IControlListener* listener_, int32_t tag_,
                                  CBitmap* background_, int32_t style_)
     : CControl(size_, listener_, tag_, background_), style(style_)
 {

@@ -7,7 +7,7 @@ class CZKROnOffButton : public VSTGUI::CControl {
 public:
     // Without a bitmap it is an invisible area that takes clicks. The style is kept for whoever
     // wants to tell such buttons apart.
-    CZKROnOffButton(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+    CZKROnOffButton(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                     VSTGUI::CBitmap* background, int32_t style = 0);
 
     // Latching: one direction of the wheel turns on, the other off. Otherwise every turn toggles.

@@ -16,7 +16,7 @@ constexpr uint32_t kRestAfterMs = 200;
 
 }  // namespace
 
-CZKRRockerSwitch::CZKRRockerSwitch(const CRect& size_, CControlListener* listener_, int32_t tag_,
+CZKRRockerSwitch::CZKRRockerSwitch(const CRect& size_, IControlListener* listener_, int32_t tag_,
                                    CCoord heightOfOneImage_, CBitmap* background_,
                                    const CPoint& offset_)
     : CRockerSwitch(size_, listener_, tag_, heightOfOneImage_, background_, offset_)

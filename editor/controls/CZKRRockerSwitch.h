@@ -7,7 +7,7 @@
 class CZKRRockerSwitch : public VSTGUI::CRockerSwitch {
 public:
     // Frames: at rest, left hovered, right hovered, turned back, forward.
-    CZKRRockerSwitch(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+    CZKRRockerSwitch(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                      VSTGUI::CCoord heightOfOneImage, VSTGUI::CBitmap* background,
                      const VSTGUI::CPoint& offset = VSTGUI::CPoint(0, 0));
 

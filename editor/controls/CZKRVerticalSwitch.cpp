@@ -6,7 +6,7 @@
 
 using namespace VSTGUI;
 
-CZKRVerticalSwitch::CZKRVerticalSwitch(const CRect& size_, CControlListener* listener_,
+CZKRVerticalSwitch::CZKRVerticalSwitch(const CRect& size_, IControlListener* listener_,
                                        int32_t tag_, int32_t subPixmaps_, CCoord heightOfOneImage_,
                                        int32_t maxPositions, CBitmap* background_,
                                        const CPoint& offset_)

@@ -5,7 +5,7 @@
 
 class CZKRVerticalSwitch : public VSTGUI::CVerticalSwitch {
 public:
-    CZKRVerticalSwitch(const VSTGUI::CRect& size, CControlListener* listener, int32_t tag,
+    CZKRVerticalSwitch(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                        int32_t subPixmaps, VSTGUI::CCoord heightOfOneImage, int32_t maxPositions,
                        VSTGUI::CBitmap* background,
                        const VSTGUI::CPoint& offset = VSTGUI::CPoint(0, 0));

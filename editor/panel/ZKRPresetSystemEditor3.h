@@ -29,7 +29,7 @@ namespace Vst {
 
 class ZKRPresetSystemController3;
 
-class ZKRPresetSystemEditor3 : public VSTGUIEditor, public CControlListener {
+class ZKRPresetSystemEditor3 : public VSTGUIEditor, public VSTGUI::IControlListener {
 public:
     explicit ZKRPresetSystemEditor3(ZKRPresetSystemController3* presetController);
     ~ZKRPresetSystemEditor3() override;
@@ -47,7 +47,7 @@ public:
     // Something of the presets has changed; ids below 1000 are not meant for the panel.
     void updatePresetPanel(int32 tag, double value);
 
-    // CControlListener
+    // VSTGUI::IControlListener
     void valueChanged(VSTGUI::CControl* control) override;
     void controlBeginEdit(VSTGUI::CControl* control) override;
     void controlEndEdit(VSTGUI::CControl* control) override;

@@ -181,7 +181,7 @@ private:
 
 // A frame of 300 by 200 at the top left corner of a host's window of 400 by 300, the pointer beside
 // it.
-class OpenFrame : public testing::Test, public CControlListener {
+class OpenFrame : public testing::Test, public IControlListener {
 public:
     void valueChanged(CControl* control) override { values.push_back(control->getValue()); }
     void controlBeginEdit(CControl*) override { ++gestures; }

@@ -80,7 +80,7 @@ private:
     Log& log;
 };
 
-class ProbeListener : public CControlListener {
+class ProbeListener : public IControlListener {
 public:
     void valueChanged(CControl*) override
     {

@@ -20,9 +20,4 @@ public:
     virtual void controlTagDidChange(CControl*) { }
 };
 
-// The older name, in both places where it has stood.
-using CControlListener = IControlListener;
-
 }  // namespace VSTGUI
-
-using CControlListener = VSTGUI::IControlListener;
