@@ -1,7 +1,7 @@
 // CSaveLoadButton: opens a file dialog; the listener can tell the right mouse button from the left.
 #pragma once
 
-#include "vstgui/lib/controls/ckickbutton.h"
+#include "vstgui/lib/controls/cbuttons.h"
 
 class CSaveLoadButton : public VSTGUI::CKickButton {
 public:

@@ -2,7 +2,7 @@
 // up under the mouse.
 #pragma once
 
-#include "vstgui/lib/controls/ckickbutton.h"
+#include "vstgui/lib/controls/cbuttons.h"
 
 class CZKKickButton : public VSTGUI::CKickButton {
 public:

@@ -2,7 +2,7 @@
 // wheel, and lights up on the side under the mouse.
 #pragma once
 
-#include "vstgui/lib/controls/crockerswitch.h"
+#include "vstgui/lib/controls/cswitch.h"
 
 class CZKRRockerSwitch : public VSTGUI::CRockerSwitch {
 public:

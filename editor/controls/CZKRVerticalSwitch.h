@@ -1,7 +1,7 @@
 // CZKRVerticalSwitch: a vertical switch that the wheel steps, too.
 #pragma once
 
-#include "vstgui/lib/controls/cverticalswitch.h"
+#include "vstgui/lib/controls/cswitch.h"
 
 class CZKRVerticalSwitch : public VSTGUI::CVerticalSwitch {
 public:

@@ -1,7 +1,7 @@
 // The text box that the system's window of a frame gets for typing a text.
 #pragma once
 
-#include "vstgui/platform/iplatformtextedit.h"
+#include "vstgui/lib/platform/iplatformtextedit.h"
 
 namespace VSTGUI {
 class CFrame;

@@ -2,7 +2,7 @@
 // on the frame's window.
 #pragma once
 
-#include "vstgui/platform/iplatformtextedit.h"
+#include "vstgui/lib/platform/iplatformtextedit.h"
 #include "vstgui/platform/win32/win32keyboardloan.h"
 
 #include <string>

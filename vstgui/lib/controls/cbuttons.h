@@ -1,0 +1,4 @@
+// The buttons.
+#pragma once
+
+#include "vstgui/lib/controls/ckickbutton.h"

@@ -1,0 +1,5 @@
+// The switches.
+#pragma once
+
+#include "vstgui/lib/controls/crockerswitch.h"
+#include "vstgui/lib/controls/cverticalswitch.h"
