@@ -115,7 +115,7 @@ void CAnimCoaxT46Knob::setOuterBitmap(CBitmap* bitmap, int32_t frames)
 
 void CAnimCoaxT46Knob::setValue(float newValue)
 {
-    oldValue = value;
+    setOldValue(value);
     value = newValue;
     setDirty();
 }
@@ -181,7 +181,7 @@ CMouseEventResult CAnimCoaxT46Knob::onMouseDown(CPoint& where, const CButtonStat
             value2 = defaultValue2;
             bounceValue2();
         } else {
-            value = defaultValue;
+            value = getDefaultValue();
         }
         notifyAtOnce();
         return kMouseDownEventHandledButDontNeedMovedOrUpEvents;

@@ -3,6 +3,8 @@
 
 #include "Filmstrip.h"
 
+#include "vstgui/lib/cbitmap.h"
+
 using namespace VSTGUI;
 
 void CPowerLED::draw(CDrawContext* context)

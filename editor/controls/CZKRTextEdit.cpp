@@ -3,6 +3,7 @@
 
 #include "SystemBox.h"
 
+#include "vstgui/lib/cbitmap.h"
 #include "vstgui/lib/cdrawcontext.h"
 #include "vstgui/lib/cframe.h"
 

@@ -88,7 +88,8 @@ void ZKRPresetSystemEditor3::createPresetPanel(CFrame* panelFrame)
     panelFrame->addView(nameField);
 
     menu = new COptionMenu(kMenuRect, this, kMenuTag, background, nullptr,
-                           kPopupStyle | kCheckStyle | kNoTextStyle | kNoDrawStyle);
+                           COptionMenu::kPopupStyle | COptionMenu::kCheckStyle
+                               | COptionMenu::kNoTextStyle | COptionMenu::kNoDrawStyle);
     menu->setBackOffset(kMenuRect.getTopLeft());
     menu->setNbItemsPerColumn(kEntriesPerColumn);
     menu->setWantsFocus(false);

@@ -147,7 +147,7 @@ void ZKRPresetSystemEditor3::menuChosen()
     const CMenuItem* const entry = menu->getEntry(index);
     if (!entry)
         return;
-    const std::string title = entry->getTitle();
+    const std::string title(entry->getTitle());
     presets->setCurrentPreset(index);
     presets->setCurrentPresetName(title.c_str());
     if (nameField)
