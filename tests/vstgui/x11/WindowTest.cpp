@@ -150,8 +150,7 @@ TEST_F(X11Window, AMessageStaysInFrontOfTheHostUntilTheUserClosesItOrTheFrameGoe
 
 TEST_F(X11Window, AHostThatHidesItsWindowEndsAGesture)
 {
-    auto* knob = new CKnob(CRect(100, 100, 140, 140), this, 1, nullptr, nullptr);
-    frame->addView(knob);
+    frame->addView(new CVerticalSwitch(CRect(100, 100, 140, 140), this, 1, nullptr));
     movePointer(120, 105);
     press();
     EXPECT_TRUE(pumpUntil([&] { return gestures == 1; }));

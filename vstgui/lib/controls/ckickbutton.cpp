@@ -29,14 +29,6 @@ void CKickButton::draw(CDrawContext* context)
     setDirty(false);
 }
 
-CMouseEventResult CKickButton::onMouseDown(CPoint& where, const CButtonState& buttons)
-{
-    if (!(buttons & kLButton))
-        return kMouseEventNotHandled;
-    beginEdit();
-    return onMouseMoved(where, buttons);
-}
-
 CMouseEventResult CKickButton::onMouseMoved(CPoint& where, const CButtonState&)
 {
     if (!isEditing())
@@ -57,16 +49,6 @@ CMouseEventResult CKickButton::onMouseUp(CPoint&, const CButtonState&)
         valueChanged();
     value = getMin();
     valueChanged();
-    if (isDirty())
-        invalid();
-    if (isEditing())
-        endEdit();
-    return kMouseEventHandled;
-}
-
-CMouseEventResult CKickButton::onMouseCancel()
-{
-    value = getMin();
     if (isDirty())
         invalid();
     if (isEditing())

@@ -1,4 +1,5 @@
-// CKickButton: momentary; its action comes with the release over the button.
+// CKickButton: momentary; its action comes with the release over the button. A subclass takes the
+// press.
 #pragma once
 
 #include "vstgui/lib/controls/ccontrol.h"
@@ -15,10 +16,8 @@ public:
                 CBitmap* background, const CPoint& offset = CPoint(0, 0));
 
     void draw(CDrawContext* context) override;
-    CMouseEventResult onMouseDown(CPoint& where, const CButtonState& buttons) override;
     CMouseEventResult onMouseUp(CPoint& where, const CButtonState& buttons) override;
     CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons) override;
-    CMouseEventResult onMouseCancel() override;
     int32_t onKeyDown(VstKeyCode& keyCode) override;
     int32_t onKeyUp(VstKeyCode& keyCode) override;
     virtual bool sizeToFit() { return fitToFrame(*this); }

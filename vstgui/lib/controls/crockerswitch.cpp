@@ -51,43 +51,6 @@ void CRockerSwitch::draw(CDrawContext* context)
     setDirty(false);
 }
 
-CMouseEventResult CRockerSwitch::onMouseDown(CPoint& where, const CButtonState& buttons)
-{
-    if (!(buttons & kLButton))
-        return kMouseEventNotHandled;
-    entryValue = value;
-    beginEdit();
-    return onMouseMoved(where, buttons);
-}
-
-CMouseEventResult CRockerSwitch::onMouseMoved(CPoint& where, const CButtonState& buttons)
-{
-    if (!isEditing() || !(buttons & kLButton))
-        return kMouseEventHandled;
-    const CRect& r = getViewSize();
-    const CPoint centre = r.getCenter();
-    const bool firstHalf = style & kHorizontal ? where.x < centre.x : where.y < centre.y;
-    if (r.pointInside(where))
-        value = firstHalf ? getMin() : getMax();
-    else
-        value = entryValue;
-    if (isDirty()) {
-        valueChanged();
-        invalid();
-    }
-    return kMouseEventHandled;
-}
-
-CMouseEventResult CRockerSwitch::onMouseUp(CPoint&, const CButtonState&)
-{
-    value = 0.f;
-    if (isDirty())
-        invalid();
-    if (isEditing())
-        endEdit();
-    return kMouseEventHandled;
-}
-
 bool CRockerSwitch::onWheel(const CPoint&, const float& distance, const CButtonState&)
 {
     value = distance > 0.f ? getMin() : getMax();

@@ -1,4 +1,4 @@
-// CRockerSwitch: two momentary sides, -1 and 1, at rest at 0.
+// CRockerSwitch: two momentary sides, -1 and 1, at rest at 0. A subclass takes the presses.
 #pragma once
 
 #include "vstgui/lib/cdrawdefs.h"
@@ -22,9 +22,6 @@ public:
     CRockerSwitch(const CRockerSwitch& other);
 
     void draw(CDrawContext* context) override;
-    CMouseEventResult onMouseDown(CPoint& where, const CButtonState& buttons) override;
-    CMouseEventResult onMouseUp(CPoint& where, const CButtonState& buttons) override;
-    CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons) override;
     using CView::onWheel;
     bool onWheel(const CPoint& where, const float& distance, const CButtonState& buttons) override;
     int32_t onKeyDown(VstKeyCode& keyCode) override;
@@ -46,8 +43,6 @@ private:
     // The side a key means, 0 for other keys.
     float sideOfKey(const VstKeyCode& keyCode) const;
     void stopResetTimer();
-
-    float entryValue{0.f};
 };
 
 }  // namespace VSTGUI
