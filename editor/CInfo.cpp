@@ -1,7 +1,7 @@
 // CInfo: draws the lines of the panel, and closes it at a click.
 #include "CInfo.h"
 
-#include "Makers.h"
+#include "Product.h"
 
 #include "controls/PressToToggle.h"
 
@@ -47,10 +47,10 @@ void CInfo::draw(CDrawContext* context)
                             CRect(view.left + right, top, view.right + right, top + kLineHeight));
     };
     line(0, kNormalFont, "ZKR T46");
-    line(1, kNormalFontSmaller, "v.1.0.1", 43);
+    line(1, kNormalFontSmaller, (std::string("v.") + product::kShortVersion).c_str(), 43);
     line(20, kNormalFont, "by");
-    line(40, kNormalFont, kMakerName);
-    line(60, kNormalFont, kMakerAddress);
+    line(40, kNormalFont, product::kMaker);
+    line(60, kNormalFont, product::kWebAddress);
     line(90, kNormalFont, "VST PlugIn Technology by Steinberg");
     line(170, kNormalFont, latency.c_str());
     setDirty(false);

@@ -2,8 +2,8 @@
 #include "TemplateEditor.h"
 
 #include "EditorLayout.h"
-#include "Makers.h"
 #include "ParameterIds.h"
+#include "Product.h"
 #include "Truncate.h"
 #include "ZKRPresetSystemController3.h"
 
@@ -73,7 +73,7 @@ bool PLUGIN_API TemplateEditor::open(void* parent, const PlatformType& type)
     createPresetPanel(frame);
     presetName()->setTextOffset(CPoint(0, 0));
 
-    hintLabel = new CTextLabel(kHintRect, kMakerAddress);
+    hintLabel = new CTextLabel(kHintRect, product::kWebAddress);
     hintLabel->setFont(kNormalFontSmall);
     hintLabel->setFontColor(kHintColor);
     hintLabel->setBackColor(kTransparentCColor);

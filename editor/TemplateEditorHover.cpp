@@ -1,8 +1,8 @@
 // TemplateEditor: the tick, and what shows under the resting mouse.
 #include "TemplateEditor.h"
 
-#include "Makers.h"
 #include "ParameterIds.h"
+#include "Product.h"
 
 using namespace VSTGUI;
 
@@ -69,7 +69,7 @@ void TemplateEditor::leave(int32 tag, CPoint where)
     if (CControl* const control = hoverControl(tag))
         control->onMouseExited(where, kLButton);
     else if (hintText(tag) && hintLabel)
-        hintLabel->setText(kMakerAddress);
+        hintLabel->setText(product::kWebAddress);
 }
 
 void TemplateEditor::enter(int32 tag, CPoint where)

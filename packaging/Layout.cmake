@@ -29,7 +29,7 @@ install(FILES ${manual} ${notices}/linux/copyright ${notices}/debian/changelog.g
 install(FILES ${notices}/linux/zkrt46.1.gz
   DESTINATION share/man/man1 COMPONENT debian PERMISSIONS ${plain})
 install(FILES ${notices}/debian/ManualPath
-  DESTINATION share/ZKR-soundworks/ZKRT46 COMPONENT debian PERMISSIONS ${plain})
+  DESTINATION share/${ZKR_SETTINGS_FOLDER}/ZKRT46 COMPONENT debian PERMISSIONS ${plain})
 
 # finish(COMPONENT STEPS): the last thing that happens to a laid-out tree.
 function(finish component steps)

@@ -28,6 +28,7 @@ string(TIMESTAMP day "%Y-%m-%d" UTC)  # of SOURCE_DATE_EPOCH, when that is set
 execute_process(COMMAND date -R -u -d ${day}
   OUTPUT_VARIABLE changed OUTPUT_STRIP_TRAILING_WHITESPACE)
 configure_file(debian/changelog.in ${notices}/debian/changelog @ONLY)
+string(REPLACE "-" "\\-" ZKR_SETTINGS_FOLDER_ROFF ${ZKR_SETTINGS_FOLDER})
 configure_file(zkrt46.1.in ${notices}/linux/zkrt46.1 @ONLY)
 foreach(text debian/changelog linux/zkrt46.1)
   execute_process(COMMAND gzip -9 -n -c ${notices}/${text} OUTPUT_FILE ${notices}/${text}.gz

@@ -5,9 +5,9 @@ set(CPACK_GENERATOR NSIS ZIP TGZ DEB)
 set(CPACK_MONOLITHIC_INSTALL ON)
 set(CPACK_PACKAGE_NAME ZKRT46)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
-set(CPACK_PACKAGE_VENDOR ZKR-soundworks)
-set(CPACK_PACKAGE_CONTACT "ZKR-soundworks <support@zkr-soundworks.example>")
-set(CPACK_PACKAGE_HOMEPAGE_URL https://www.zkr-soundworks.example)
+set(CPACK_PACKAGE_VENDOR ${ZKR_MAKER})
+set(CPACK_PACKAGE_CONTACT "${ZKR_MAKER} <${ZKR_MAIL_ADDRESS}>")
+set(CPACK_PACKAGE_HOMEPAGE_URL https://${ZKR_WEB_ADDRESS})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY
     "stereo mastering equaliser plug-in, and its command-line tool")
 
@@ -64,5 +64,7 @@ file(WRITE ${CPACK_ZKR_BUNDLE_SCRIPT}
      "!macro RemoveBundleFolders Place\n${folders}!macroend\n")
 set(CPACK_ZKR_INSTALLER_SCRIPT ${CMAKE_CURRENT_SOURCE_DIR}/installer.nsi)
 set(CPACK_ZKR_RESOURCES ${top}/resources)
+set(CPACK_ZKR_COPYRIGHT ${ZKR_COPYRIGHT})
+set(CPACK_ZKR_SETTINGS_FOLDER ${ZKR_SETTINGS_FOLDER})
 
 include(CPack)

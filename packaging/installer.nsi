@@ -16,7 +16,7 @@
 !define BUNDLE_LIBRARY "ZKRT46.vst3\Contents\x86_64-win\ZKRT46.vst3"
 !define MANUAL "ZKRT46-manual.pdf"
 !define SHORTCUT "$SMPROGRAMS\ZKR T46 manual.lnk"
-!define VENDOR_KEY "SOFTWARE\ZKR-soundworks"
+!define VENDOR_KEY "SOFTWARE\${SETTINGS_FOLDER}"
 !define SETTINGS_KEY "${VENDOR_KEY}\ZKRT46"
 !define ENTRY_KEY "SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\ZKRT46"
 !define ASIDE ".zkr-aside"  ; ends the name of a file while another takes its place
@@ -26,7 +26,7 @@
 Target amd64-unicode
 Name "ZKR T46"
 OutFile "${OUTPUT}"
-InstallDir "$PROGRAMFILES64\ZKR-soundworks\ZKR T46"
+InstallDir "$PROGRAMFILES64\${MAKER}\ZKR T46"
 InstallDirRegKey HKLM "${ENTRY_KEY}" "InstallLocation"
 RequestExecutionLevel admin
 ManifestDPIAware true
@@ -34,14 +34,14 @@ ManifestLongPathAware true
 SetCompressor /SOLID lzma
 SetDateSave off
 AllowSkipFiles off
-BrandingText "ZKR-soundworks"
+BrandingText "${MAKER}"
 
 VIProductVersion ${VERSION}
 VIFileVersion ${VERSION}
-VIAddVersionKey /LANG=1033 CompanyName "ZKR-soundworks"
+VIAddVersionKey /LANG=1033 CompanyName "${MAKER}"
 VIAddVersionKey /LANG=1033 FileDescription "ZKR T46 installer"
 VIAddVersionKey /LANG=1033 FileVersion "${VERSION}"
-VIAddVersionKey /LANG=1033 LegalCopyright "Copyright 2026 ZKR-soundworks. Licensed under GPL-3.0."
+VIAddVersionKey /LANG=1033 LegalCopyright "${COPYRIGHT}"
 VIAddVersionKey /LANG=1033 ProductName "ZKR T46"
 VIAddVersionKey /LANG=1033 ProductVersion "${VERSION}"
 
@@ -317,8 +317,8 @@ Section "-Register"
   WriteRegStr HKLM "${ENTRY_KEY}" "DisplayName" "ZKR T46"
   WriteRegStr HKLM "${ENTRY_KEY}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKLM "${ENTRY_KEY}" "DisplayIcon" "$INSTDIR\uninstall.exe"
-  WriteRegStr HKLM "${ENTRY_KEY}" "Publisher" "ZKR-soundworks"
-  WriteRegStr HKLM "${ENTRY_KEY}" "URLInfoAbout" "https://www.zkr-soundworks.example"
+  WriteRegStr HKLM "${ENTRY_KEY}" "Publisher" "${MAKER}"
+  WriteRegStr HKLM "${ENTRY_KEY}" "URLInfoAbout" "${WEB_PAGE}"
   WriteRegStr HKLM "${ENTRY_KEY}" "InstallLocation" "$INSTDIR"
   WriteRegStr HKLM "${ENTRY_KEY}" "HomeCreated" "$HomeCreated"
   WriteRegStr HKLM "${ENTRY_KEY}" "UninstallString" '"$INSTDIR\uninstall.exe"'

@@ -22,10 +22,16 @@ echo "Measuring and drawing"
 PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 "$sources/make_manual.py" "$program" "$folder"
 
 echo "Setting the pages"
+product() {
+    sed -n "s/^set($1 \"\(.*\)\")/\1/p" cmake/Product.cmake
+}
+maker=$(product ZKR_MAKER)
+web=$(product ZKR_WEB_ADDRESS)
 (
     cd "$folder"
-    pandoc manual.md --from markdown --to html5 --template template.html --toc --toc-depth 2 \
-        --number-sections --columns 400 --fail-if-warnings -o manual.html
+    pandoc manual.md -V maker="$maker" -V web="$web" --from markdown --to html5 \
+        --template template.html --toc --toc-depth 2 --number-sections --columns 400 \
+        --fail-if-warnings -o manual.html
     # The embedded fonts would carry today's date.
     SOURCE_DATE_EPOCH=0 weasyprint manual.html manual.pdf 2>weasyprint.log ||
         echo "it failed" >>weasyprint.log

@@ -4,9 +4,11 @@
 #include "ClassIds.h"
 #include "PitchNamesController.h"
 #include "PitchNamesProcessor.h"
+#include "Product.h"
 #include "TemplateEditor.h"
 
 #include <new>
+#include <string>
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
@@ -14,7 +16,6 @@ using namespace Steinberg::Vst;
 namespace {
 
 constexpr const char* kName = "ZKR T46";
-constexpr const char* kVersion = ZKR_VERSION;
 constexpr const char* kSdkVersion = "VST 3.6.0";
 
 PClassInfo2 classRecord(const FUID& id, const char* category, int32 flags,
@@ -23,15 +24,16 @@ PClassInfo2 classRecord(const FUID& id, const char* category, int32 flags,
     TUID bytes;
     id.toTUID(bytes);
     return PClassInfo2(bytes, PClassInfo::kManyInstances, category, kName, flags, subCategories,
-                       nullptr, kVersion, kSdkVersion);
+                       nullptr, product::kVersion, kSdkVersion);
 }
 
 }  // namespace
 
 CPluginFactory* createFactory(CreateFunction makeProcessor, CreateFunction makeController)
 {
-    const PFactoryInfo info("ZKR-soundworks", "www.zkr-soundworks.example",
-                            "mailto:support@zkr-soundworks.example", PFactoryInfo::kUnicode);
+    const std::string mail = std::string("mailto:") + product::kMailAddress;
+    const PFactoryInfo info(product::kMaker, product::kWebAddress, mail.c_str(),
+                            PFactoryInfo::kUnicode);
     auto* const factory = new CPluginFactory(info);
     const PClassInfo2 processor =
         classRecord(kProcessorId, kVstAudioEffectClass, kDistributable, "Fx|EQ|Mastering");

@@ -1,6 +1,8 @@
 // A store in a folder; and where the folder of this user lies.
 #include "FileStore.h"
 
+#include "Product.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
@@ -28,15 +30,13 @@ std::string homeDirectory()
     return found->pw_dir;
 }
 
-constexpr const char* kOwn = "/ZKR-soundworks/ZKRT46";
-
 // By the XDG base directory rules: a relative path in the variable is ignored.
 std::string userFolder()
 {
     if (const char* data = std::getenv("XDG_DATA_HOME"); data && *data == '/')
-        return std::string(data) + kOwn;
+        return std::string(data) + '/' + product::kSettingsFolder;
     const std::string home = homeDirectory();
-    return home.empty() ? "" : home + "/.local/share" + kOwn;
+    return home.empty() ? "" : home + "/.local/share/" + product::kSettingsFolder;
 }
 
 // Where the system's packages leave values for every user, such as the manual's path.
@@ -47,7 +47,7 @@ std::vector<std::string> systemFolders()
     std::vector<std::string> folders;
     for (std::string data; std::getline(list, data, ':');)
         if (!data.empty() && data.front() == '/')
-            folders.push_back(data + kOwn);
+            folders.push_back(data + '/' + product::kSettingsFolder);
     return folders;
 }
 

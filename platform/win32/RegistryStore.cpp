@@ -1,6 +1,7 @@
 // A store under a key of the current user's registry; and the key of this product.
 #include "RegistryStore.h"
 
+#include "Product.h"
 #include "WideText.h"
 
 #include <windows.h>
@@ -109,7 +110,7 @@ void RegistryStore::set(const char* name, unsigned long type, const void* data, 
 
 SettingsStore& userSettings()
 {
-    static RegistryStore store(L"SOFTWARE\\ZKR-soundworks\\ZKRT46");
+    static RegistryStore store(product::kSettingsKey);
     return store;
 }
 

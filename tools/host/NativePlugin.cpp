@@ -2,6 +2,7 @@
 #include "NativePlugin.h"
 
 #include "HostError.h"
+#include "Product.h"
 
 #include <array>
 #include <cstring>
@@ -191,7 +192,7 @@ VstIntPtr NativePlugin::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value,
     case audioMasterGetCurrentProcessLevel:
         return processLevel;
     case audioMasterGetVendorString:
-        std::strcpy(static_cast<char*>(ptr), "ZKR-soundworks");
+        std::strcpy(static_cast<char*>(ptr), product::kMaker);
         return 1;
     case audioMasterGetProductString:
         std::strcpy(static_cast<char*>(ptr), "zkrt46 host");
