@@ -16,6 +16,7 @@ constexpr int32_t kSteps = 10;
 static_assert(kSteps == kLowStepsHz.size() && kSteps == kMidStepsHz.size()
               && kSteps == kHighStepsHz.size());
 
+// The labels' click areas. The program that draws them, resources/draw/look.py, reads these rows.
 // clang-format off
 const StepLabels<kSteps> kLabels{{
     // left top right bottom

@@ -15,6 +15,7 @@ static_assert(kSteps == kHighPassStepsHz.size());
 constexpr float kStepValue = 0.09090909f;
 constexpr float kRound = 1.0909091f;  // from a step round to itself: twelve steps
 
+// The labels' click areas. The program that draws them, resources/draw/look.py, reads these rows.
 // clang-format off
 const StepLabels<kSteps> kLabels{{
     // left top right bottom

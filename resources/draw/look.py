@@ -1,4 +1,15 @@
-"""Every dimension and colour of the artwork. Lengths are pixels, angles degrees clockwise from straight up."""
+"""Every dimension and colour of the artwork. Lengths are pixels, angles degrees clockwise from
+straight up."""
+import re
+from pathlib import Path
+
+
+def click_areas(knob):
+    """Those of a knob's labels, as the editor's control has them: left, top, right, bottom."""
+    source = Path(__file__).parents[2] / "editor/controls" / f"{knob}.cpp"
+    rows = re.findall(r"CRect\( *(\d+), *(\d+), *(\d+), *(\d+)\)", source.read_text("utf-8"))
+    return tuple(tuple(map(int, row)) for row in rows)
+
 
 # ---- Light -------------------------------------------------------------------------------------
 # Directions point from the picture to the light; x right, y down, z towards the viewer.
@@ -8,8 +19,8 @@ FILL_LIGHT = (0.75, 0.10, 0.66)
 FILL_STRENGTH = 0.20
 SKY = 0.34              # ambient light on a face turned to the key light
 GROUND = 0.10           # and on one turned away from it
-LAMP_ABOVE = 420        # of the window's top, and its height over the panel: rows further down get less light
-LAMP_HEIGHT = 800
+LAMP_ABOVE = 420        # above the window's top; rows further down get less light
+LAMP_HEIGHT = 800       # over the panel
 LIGHT_SIZE = 0.20       # of the key light, which softens the edges of its shadows
 SHADOW_REACH = 16       # the furthest a cast shadow is followed
 CAVITY_RADIUS = 3.0     # how far a neighbouring wall darkens a floor
@@ -37,7 +48,7 @@ LETTER_FAINT = (0x97, 0x9C, 0xA2)   # scales and labels that wait to be lit
 LETTER_AMBER = (0xC9, 0x87, 0x50)   # the caption of a bypass
 POINTER = (0xF4, 0xF7, 0xF9)
 LAMP_DARK = (0x1B, 0x20, 0x24)      # a lamp with no light
-LETTER_IDLE = (0x7C, 0x90, 0x9C) # the legend of such a lamp
+LETTER_IDLE = (0x7C, 0x90, 0x9C)   # the legend of such a lamp
 AMBER_IDLE = (0x80, 0x58, 0x38)
 AMBER_LETTER_IDLE = (0xA0, 0x78, 0x58)
 LAMP_IDLE = (0x5A, 0x70, 0x7E)      # a lamp that is set but has no power
@@ -117,9 +128,7 @@ COAX_CENTRE = (60.5, 47.5)
 COAX_FRAMES = 129
 COAX_RING_FRAMES = 24
 COAX_STEP_DEGREES = 30
-COAX_RECTS = ((47, 0, 74, 13), (81, 0, 109, 15), (95, 18, 121, 35), (98, 40, 120, 57),
-              (92, 64, 119, 81), (78, 83, 106, 99), (51, 86, 70, 100), (18, 82, 44, 99),
-              (0, 63, 26, 80), (0, 40, 23, 57))
+COAX_RECTS = click_areas("CAnimCoaxT46CustomKnob")
 COAX_LABELS = dict(
     high=("OFF", "28k", "24k", "20k", "17k5", "14k", "12k", "10k", "8k2", "6k8"),
     mid=("OFF", "5k6", "4k6", "3k8", "3k", "2k5", "1k8", "1k2", "800", "680"),
@@ -130,7 +139,8 @@ RING_RADIUS = 31.0
 RING_INNER = 21.2
 RING_NOTCHES = 48
 RING_HEIGHT = 8.0
-RING_PROFILE = ((21.2, 7.3), (22.5, 8.0), (27.0, 8.0), (28.6, 7.25), (31.0, 3.65))     # (radius, height)
+# profiles: (radius, height)
+RING_PROFILE = ((21.2, 7.3), (22.5, 8.0), (27.0, 8.0), (28.6, 7.25), (31.0, 3.65))
 RING_FLOOR = 4.5        # under the cap
 GROOVE_FLOOR = -1.6     # of the groove that holds a lamp
 KNURL_WIDTH = 2.6
@@ -145,7 +155,7 @@ CAP_DISH = 0.5          # depth of the face's hollow
 CAP_CHAMFER = (1.1, 0.6)    # width and depth
 CAP_TAPER = 0.42        # share of its height that the skirt falls
 POINTER_START = 0.40    # share of the face's radius
-CAP_SHADOW_HEIGHT = 5.5 # of the shadow on the ring, kept short so that the ring's pointer stays legible
+CAP_SHADOW_HEIGHT = 5.5  # of the shadow on the ring; short, so that the ring's pointer is legible
 CAP_SHADOW = 0.48
 ARC_INNER = 19.0       # the lamp in the groove around a knob
 ARC_OUTER = 20.9
@@ -163,9 +173,7 @@ DIAL_IMAGE = 82
 DIAL_CENTRE = 56.0
 LEVEL_FRAMES = 101
 HPF_STEP_DEGREES = 30
-HPF_RECTS = ((44, 0, 67, 22), (70, 7, 103, 31), (85, 32, 113, 48), (88, 48, 111, 69),
-             (83, 71, 110, 85), (69, 86, 102, 108), (45, 85, 68, 107), (14, 85, 42, 107),
-             (7, 67, 30, 84), (1, 48, 24, 65), (1, 32, 34, 49), (10, 14, 43, 32))
+HPF_RECTS = click_areas("CAnimFreqKnob")
 HPF_LABELS = ("OFF", "20", "30", "50", "70", "100", "140", "200", "280", "400", "560", "800")
 COLLAR_PROFILE = ((23.5, 2.2), (24.2, 3.0), (25.4, 3.0), (26.8, 2.35), (27.6, 0.35), (27.7, 0.0))
 COLLAR_INNER = 23.5

@@ -1,8 +1,9 @@
 #!/usr/bin/python3
 """Checks the editor's bitmaps by measuring their pixels: sizes, labels, pointers, states and seams.
 
-Usage: artwork_test.py RESOURCES_FOLDER [unittest arguments]. Positions and expected directions are
-written out here on purpose and share nothing with the program that draws, whose step labels are checked as well.
+Usage: artwork_test.py RESOURCES_FOLDER [unittest arguments]. Positions and expected directions
+are those of the editor's test or written out here; the program that draws has only its step labels
+looked at.
 """
 import itertools
 import re
@@ -17,45 +18,52 @@ RESOURCES = ""
 
 # number: (width, height, frames)
 BITMAPS = {
-    989: (12, 45, 3), 990: (12, 42, 3), 991: (12, 42, 3), 992: (36, 45, 3), 993: (42, 45, 3), 995: (31, 70, 5),
-    10000: (125, 448, 1), 10001: (71, 1704, 24), 10002: (71, 9159, 129), 10003: (36, 162, 3),
-    10004: (37, 162, 3), 10005: (35, 162, 3), 10006: (21, 44, 2), 10007: (940, 505, 1), 10008: (125, 448, 1),
-    10009: (125, 448, 1), 10010: (42, 102, 3), 10011: (42, 102, 3), 10012: (42, 102, 3), 10013: (121, 101, 1),
-    10014: (121, 101, 1), 10015: (121, 101, 1), 10016: (82, 8282, 101), 10017: (82, 984, 12), 10018: (49, 152, 2),
-    10019: (47, 460, 5), 10020: (44, 72, 2), 10021: (112, 112, 1), 10022: (89, 487, 1), 10023: (771, 192, 6),
-    10024: (13, 448, 1), 10025: (46, 57, 3), 10026: (42, 102, 3),
+    989: (12, 45, 3), 990: (12, 42, 3), 991: (12, 42, 3), 992: (36, 45, 3), 993: (42, 45, 3),
+    995: (31, 70, 5), 10000: (125, 448, 1), 10001: (71, 1704, 24), 10002: (71, 9159, 129),
+    10003: (36, 162, 3), 10004: (37, 162, 3), 10005: (35, 162, 3), 10006: (21, 44, 2),
+    10007: (940, 505, 1), 10008: (125, 448, 1), 10009: (125, 448, 1), 10010: (42, 102, 3),
+    10011: (42, 102, 3), 10012: (42, 102, 3), 10013: (121, 101, 1), 10014: (121, 101, 1),
+    10015: (121, 101, 1), 10016: (82, 8282, 101), 10017: (82, 984, 12), 10018: (49, 152, 2),
+    10019: (47, 460, 5), 10020: (44, 72, 2), 10021: (112, 112, 1), 10022: (89, 487, 1),
+    10023: (771, 192, 6), 10024: (13, 448, 1), 10025: (46, 57, 3), 10026: (42, 102, 3),
 }
 TOTAL_LIMIT = 3 * 1000 * 1000
 
-# click areas: left, top, right, bottom
-COAX_RECTS = [(47, 0, 74, 13), (81, 0, 109, 15), (95, 18, 121, 35), (98, 40, 120, 57), (92, 64, 119, 81),
-              (78, 83, 106, 99), (51, 86, 70, 100), (18, 82, 44, 99), (0, 63, 26, 80), (0, 40, 23, 57)]
-DIAL_RECTS = [(44, 0, 67, 22), (70, 7, 103, 31), (85, 32, 113, 48), (88, 48, 111, 69), (83, 71, 110, 85),
-              (69, 86, 102, 108), (45, 85, 68, 107), (14, 85, 42, 107), (7, 67, 30, 84), (1, 48, 24, 65),
-              (1, 32, 34, 49), (10, 14, 43, 32)]
-# overlay: (strip, view's corner on the strip, label rectangles, knob's centre in the view, radius free of scale marks)
+
+def click_areas(knob):
+    """Of a knob's labels: left, top, right, bottom, as the editor's own test expects them."""
+    table = Path(__file__).parents[1] / "editor/controls.txt"
+    rows = (line.split() for line in table.read_text("utf-8").splitlines())
+    return [tuple(map(int, row[2:])) for row in rows if row[:2] == ["label", knob]]
+
+
+COAX_RECTS, DIAL_RECTS = click_areas("band"), click_areas("dial")
+# overlay: (strip, view's corner on the strip, label rectangles, knob's centre in the view, radius
+# free of scale marks)
 OVERLAYS = {
     10013: (10000, (2, 36), COAX_RECTS, (60.5, 47.5), 36.5),
     10014: (10000, (2, 138), COAX_RECTS, (60.5, 47.5), 36.5),
     10015: (10000, (2, 240), COAX_RECTS, (60.5, 47.5), 36.5),
     10021: (10009, (7, 128), DIAL_RECTS, (56.0, 56.0), 33.2),
 }
-# strip: (frames with a pointer, first direction, degrees a frame, radii between which to look, tolerance,
-# radii of the metal around it or none)
+# strip: (frames with a pointer, first direction, degrees a frame, radii between which to look,
+# tolerance, radii of the metal around it or none)
 POINTERS = {
     10001: (range(0, 20, 2), 0, 30, (22.5, 29.5), 0.6, None),
     10017: (range(12), 0, 30, (20.5, 26.5), 0.6, (5.0, 12.5)),
     10002: (range(129), -150, 300 / 128, (6.5, 12.5), 0.7, (5.0, 12.5)),
     10016: (range(101), -150, 3, (7.0, 13.5), 0.7, (5.0, 14.0)),
 }
-BUTTONS = (989, 990, 991, 992, 993, 995, 10003, 10004, 10005, 10006, 10010, 10011, 10012, 10018, 10020, 10025, 10026)
+BUTTONS = (989, 990, 991, 992, 993, 995, 10003, 10004, 10005, 10006, 10010, 10011, 10012, 10018,
+           10020, 10025, 10026)
 LAMPS = (10003, 10004, 10005, 10010, 10011, 10012, 10026)
 # layout: right end of the view of the channel names, and where the strips of either name stand
 LAYOUTS = [(304, (42, 167), (180, 305)), (554, (42, 292), (305, 555)), (804, (42, 417), (430, 805))]
 
 
 def read_list():
-    rows = [line.split("#")[0].split() for line in Path(RESOURCES, "bitmaps.txt").read_text("ascii").splitlines()]
+    rows = [line.split("#")[0].split()
+            for line in Path(RESOURCES, "bitmaps.txt").read_text("ascii").splitlines()]
     return {int(row[0]): (row[1], *map(int, row[2:])) for row in rows if row}
 
 
@@ -84,9 +92,10 @@ def laid_over(below, above):
 
 
 def around(centre, left, top, width, height):
-    """From the centre to the middle of each pixel of a rectangle: x, y, radius, and the direction in degrees
-    clockwise from straight up."""
-    x, y = np.meshgrid(np.arange(width) + left + 0.5 - centre[0], np.arange(height) + top + 0.5 - centre[1])
+    """From the centre to the middle of each pixel of a rectangle: x, y, radius, and the direction
+    in degrees clockwise from straight up."""
+    x, y = np.meshgrid(np.arange(width) + left + 0.5 - centre[0],
+                       np.arange(height) + top + 0.5 - centre[1])
     return x, y, np.hypot(x, y), np.degrees(np.arctan2(x, -y))
 
 
@@ -109,7 +118,8 @@ class Artwork(unittest.TestCase):
         self.assertLess(sum(path(number).stat().st_size for number in BITMAPS), TOTAL_LIMIT)
         for number, (width, height, count) in BITMAPS.items():
             with Image.open(path(number)) as image:
-                self.assertEqual((image.format, image.size, height % count), ("PNG", (width, height), 0), number)
+                self.assertEqual((image.format, image.size, height % count),
+                                 ("PNG", (width, height), 0), number)
                 self.assertIn(image.mode, ("RGB", "RGBA"), number)
                 self.assertFalse(image.info.get("interlace"), number)
 
@@ -119,11 +129,13 @@ class Artwork(unittest.TestCase):
         header = Path(RESOURCES, "../params/lookup/FrequencySteps.h").read_text("ascii")
         tables = {name: [int(float(hz)) for hz in values.split(",")]
                   for name, values in re.findall(r"k(\w+)StepsHz\{\{([^}]*)\}\}", header)}
-        labels = {name.title(): texts for name, texts in look.COAX_LABELS.items()} | {"HighPass": look.HPF_LABELS}
-        self.assertEqual({name: tuple(map(step_label, table)) for name, table in tables.items()}, labels)
+        labels = {name.title(): texts for name, texts in look.COAX_LABELS.items()}
+        labels["HighPass"] = look.HPF_LABELS
+        shown = {name: tuple(map(step_label, table)) for name, table in tables.items()}
+        self.assertEqual(shown, labels)
 
     def test_lit_labels(self):
-        """Each lies in its click area, on the ray of its pointer, and covers the unlit one to the pixel."""
+        """Each lies in its click area, on its pointer's ray, and covers the unlit one exactly."""
         for overlay, (strip, (left, top), rects, centre, clear) in OVERLAYS.items():
             lit = picture(overlay)
             plate = picture(strip)[top:top + lit.shape[0], left:left + lit.shape[1]]
@@ -138,37 +150,44 @@ class Artwork(unittest.TestCase):
                 self.assertGreater((a > 0).sum(), 15, f"{name}: no label")
                 x, y, radius, _ = around(centre, left, top, a.shape[1], a.shape[0])
                 direction = np.degrees(np.arctan2((a * x).sum(), -(a * y).sum()))
-                self.assertLess(abs(turned(direction - 30 * step)), 8.5, f"{name}: label off its ray")
+                self.assertLess(abs(turned(direction - 30 * step)), 8.5,
+                                f"{name}: label off its ray")
                 free = radius > clear
                 metal = np.median(unlit[(a == 0) & free])
                 ink = np.median(unlit[a > 0.9]) if (a > 0.9).any() else unlit[a > 0].max()
                 self.assertGreater(ink - metal, 40, f"{name}: unlit label illegible")
                 # the unlit ink, read back from the plate, is the overlay's coverage
                 read = (unlit - metal) / (ink - metal)
-                self.assertFalse(((read > 0.30) & (a == 0) & free).any(), f"{name}: unlit ink left bare")
-                self.assertFalse(((a > 0.40) & (read < 0.02) & free).any(), f"{name}: bare metal is lit")
+                self.assertFalse(((read > 0.30) & (a == 0) & free).any(),
+                                 f"{name}: unlit ink left bare")
+                self.assertFalse(((a > 0.40) & (read < 0.02) & free).any(),
+                                 f"{name}: bare metal is lit")
                 self.assertLess(np.abs(read - a)[a > 0.5].max(), 0.25, f"{name}: labels differ")
             self.assertFalse(outside.any(), f"{overlay}: ink outside every click area")
 
     def test_pointers(self):
-        """They stand on their ticks, turn around the middle, and the metal around them keeps still."""
+        """They stand on their ticks and turn around the middle; the metal around them stays."""
         for number, (chosen, first, step, (inner, outer), tolerance, metal) in POINTERS.items():
             strip = brightness(frames(number))[list(chosen)]
             expected = first + step * np.arange(len(strip))
             size = strip.shape[-1]
             x, y, r, at = around((size / 2, size / 2), 0, 0, size, size)
-            # What a frame has more than the middle one of all is its pointer. The dark seam along its sides
-            # counts as well, since the two sides balance.
+            # What a frame has more than the middle one of all is its pointer. The dark seam along
+            # its sides counts as well, since the two sides balance.
             more = strip - np.median(strip, 0)
-            window = np.sin(np.pi * np.clip((r - inner) / (outer - inner), 0, 1)) ** 2  # no step at its edges
+            # a window without a step at its edges
+            window = np.sin(np.pi * np.clip((r - inner) / (outer - inner), 0, 1)) ** 2
             weight = more * window * (np.abs(turned(at - expected[:, None, None])) < 30)
-            self.assertGreater(np.where(weight > 50, weight, 0).sum((1, 2)).min(), 0, f"{number}: no pointer")
+            self.assertGreater(np.where(weight > 50, weight, 0).sum((1, 2)).min(), 0,
+                               f"{number}: no pointer")
             cx, cy = ((weight * each).sum((1, 2)) / weight.sum((1, 2)) for each in (x, y))
             error = turned(np.degrees(np.arctan2(cx, -cy)) - expected)
             self.assertLess(np.abs(error).max(), tolerance, number)
             self.assertLess(np.abs(np.diff(error)).max(), 1.0, f"{number}: jitter")
-            self.assertLess(np.abs(error[np.abs(turned(expected)) < 0.1]).max(), 0.3, f"{number}: off zero")
-            self.assertLess(np.ptp(np.hypot(cx, cy)), 0.5, f"{number}: the pointer changes its radius")
+            self.assertLess(np.abs(error[np.abs(turned(expected)) < 0.1]).max(), 0.3,
+                            f"{number}: off zero")
+            self.assertLess(np.ptp(np.hypot(cx, cy)), 0.5,
+                            f"{number}: the pointer changes its radius")
             # centre of the circle that fits the centroids
             a = np.column_stack([2 * cx, 2 * cy, np.ones(len(cx))])
             off = np.linalg.lstsq(a, cx ** 2 + cy ** 2, rcond=None)[0][:2]
@@ -176,14 +195,16 @@ class Artwork(unittest.TestCase):
             for k in range(len(strip) - 1 if metal else 0):
                 away = np.minimum(*(np.abs(turned(at - expected[j])) for j in (k, k + 1)))
                 face = (r > metal[0]) & (r < metal[1]) & (away > 40)
-                self.assertLess(np.abs(strip[k + 1] - strip[k])[face].max(), 2.5, f"{number} frame {k}: flickers")
+                self.assertLess(np.abs(strip[k + 1] - strip[k])[face].max(), 2.5,
+                                f"{number} frame {k}: flickers")
 
     def test_states_can_be_told_apart(self):
         for number in BUTTONS:
             strip = frames(number)
             for j, k in itertools.combinations(range(len(strip)), 2):
                 change = np.abs(strip[k] - strip[j])[..., :3].max(-1) * strip[k][..., 3] / 255
-                self.assertGreater((change > 24).sum(), 8, f"{number}: frames {j} and {k} look alike")
+                self.assertGreater((change > 24).sum(), 8,
+                                   f"{number}: frames {j} and {k} look alike")
         for number in LAMPS:
             strip = frames(number)[..., :3].max(-1)
             lamp = strip[1] - strip[0] > 100
@@ -195,7 +216,7 @@ class Artwork(unittest.TestCase):
         self.assertLess(frames(10026)[:, :, 40:, 3].max(), 8)
 
     def test_panel_without_power_shows_the_channel_keys_dark(self):
-        """Where a frame's key is not the chosen one, laying the frame on the panel changes nothing."""
+        """Where a frame's key is not the chosen one, the frame on the panel changes nothing."""
         panel = picture(10022)[172:264, 6:53]
         rows = np.arange(92)
         for k, frame in enumerate(frames(10019)):
@@ -208,10 +229,12 @@ class Artwork(unittest.TestCase):
         frame = picture(10007)
         self.assertEqual(tuple(frame[496, 197, :3]), (0xD1, 0xE3, 0xEE), "the text fields' colour")
         for left in (395, 520):
-            self.assertLess(brightness(frame[488:504, left:left + 215]).max(), 64, "metal under the hint")
+            self.assertLess(brightness(frame[488:504, left:left + 215]).max(), 64,
+                            "metal under the hint")
         for width in (394, 644, 894):
             band = brightness(frame[:, width - 6:width + 6])
-            self.assertLess(np.ptp(band, 1).max(), 14, f"something stands across the cut at {width}")
+            self.assertLess(np.ptp(band, 1).max(), 14,
+                            f"something stands across the cut at {width}")
 
     def test_channel_names_stand_under_the_strips_of_their_layout(self):
         bed = picture(10007)[455:487, 33:804]
@@ -222,11 +245,14 @@ class Artwork(unittest.TestCase):
             columns = np.flatnonzero(changed) + 33
             self.assertLess(columns.max(), end, f"row {k} runs past its view")
             inside = [columns[(columns >= left) & (columns < right)] for left, right in groups]
-            self.assertEqual(sum(map(len, inside)), (columns >= 42).sum(), f"row {k}: something between the names")
+            self.assertEqual(sum(map(len, inside)), (columns >= 42).sum(),
+                             f"row {k}: something between the names")
             for mine, (left, right) in zip(inside, groups):
                 self.assertGreater(len(mine), 30, f"row {k}")
-                self.assertLess(abs((mine.min() + mine.max() + 1 - left - right) / 2), 1.1, f"row {k} off centre")
-            self.assertGreater(np.abs(row - rows[k - 3]).max(), 60, "stereo and Mid/Side look alike")
+                self.assertLess(abs((mine.min() + mine.max() + 1 - left - right) / 2), 1.1,
+                                f"row {k} off centre")
+            self.assertGreater(np.abs(row - rows[k - 3]).max(), 60,
+                               "stereo and Mid/Side look alike")
 
 
 if __name__ == "__main__":
