@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks what a compiler does not: layout, and who may see which headers.
+# Checks what a compiler does not: layout, Python, and who may see which headers.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 failed=0
@@ -15,6 +15,9 @@ mapfile -t sources < <(find bench dsp editor params platform presets sdk shell t
 
 if unformatted=$(clang-format-14 --dry-run --Werror "${sources[@]}" 2>&1 | grep 'error:'); then
     complain "these lines want clang-format" "$unformatted"
+fi
+if seen=$(! flake8); then
+    complain "flake8 objects to these lines of Python" "$seen"
 fi
 if seen=$(grep -nE '#include [<"](pluginterfaces|public\.sdk|base/source|windows\.h|unistd\.h)' \
     -r dsp --include='*.h' --include='*.cpp'); then

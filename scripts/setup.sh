@@ -11,7 +11,7 @@ manual=(gnuplot-nox pandoc weasyprint fonts-liberation)
 package=("${manual[@]}" nsis dpkg-dev lintian)
 hosts=(ardour qtractor xvfb xdotool x11-utils imagemagick python3-numpy sonic-pi-samples)
 soak=(wine wine64 xvfb libxtst-dev)
-tests=("${demo[@]}" "${package[@]}" googletest clang-format-14 clang-14 libclang-rt-14-dev
+tests=("${demo[@]}" "${package[@]}" googletest clang-format-14 flake8 clang-14 libclang-rt-14-dev
        libxtst-dev xvfb xdotool python3-numpy python3-pil valgrind)
 
 case ${1:-} in

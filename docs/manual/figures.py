@@ -110,8 +110,9 @@ def three_bands(tool, path):
             [[], *bands, bands[0] + bands[1] + bands[2]])
         total = plus(plus(low, mid, none), high, none)
         title = "LOW 120 {}, MID 1k2 {}, HIGH 8k2 {}".format(*map(decibels, gains_set))
-        panels.append(Panel([Line(x, all_three, "all three, measured", 0, width=2.4),
-                             Line(x, total, "sum of the three alone", 1, True)], (-8, 16, 4), title))
+        lines = [Line(x, all_three, "all three, measured", 0, width=2.4),
+                 Line(x, total, "sum of the three alone", 1, True)]
+        panels.append(Panel(lines, (-8, 16, 4), title))
     draw(path, panels, columns=2, height=220, key="below")
 
 
@@ -134,7 +135,7 @@ def boost_28k(tool, path):
 def no_bands(tool, path):
     names = ("EQ IN, bands off", "EQ IN off", "2\u00d7T46, bands off", "POWER off")
     x, levels = tool.left([[], ["ProcL=Off"], ["2x=On"], ["Power=Off"]], rate=192000, first=5,
-                     last=80000)
+                          last=80000)
     draw(path, [Panel([Line(x, y, n, i) for i, (n, y) in enumerate(zip(names, levels))],
                       (-6, 1, 1), x=(5, 80000))], height=230)
 

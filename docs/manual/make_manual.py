@@ -12,8 +12,8 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 import check
-import preset_tables  # for its entries in TABLES
-import tables  # likewise
+import preset_tables  # noqa: F401, for its entries in TABLES
+import tables  # noqa: F401, likewise
 from facts import FACTS
 from figures import FIGURES
 from pictures import PICTURES

@@ -6,6 +6,7 @@ import subprocess
 
 from names import mirrored
 
+
 class Tool:
     """One build of the program, run without a terminal."""
 

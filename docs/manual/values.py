@@ -1,9 +1,9 @@
 """Numbers of the text, measured, with what the text says of them in words. Figures that are typed
 in the text are required in facts.py and with the tables and pictures, but for those that follow
 from the design: the corners of 5, 30 and 50 Hz, the 26 dB between the transformers, the 16 dB up to
-which neighbours hold each other back, what a pixel, a notch or a click of the mouse does (0.16, 0.2 and
-0.5 dB, 11 pixels, 0.12 and 0.04 dB) and where DRIVE and OUT take it (21 pixels), and double precision
-inside."""
+which neighbours hold each other back, what a pixel, a notch or a click of the mouse does (0.16, 0.2
+and 0.5 dB, 11 pixels, 0.12 and 0.04 dB) and where DRIVE and OUT take it (21 pixels), and double
+precision inside."""
 import math
 import struct
 import wave

@@ -7,7 +7,8 @@ RESOURCES = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 class Bitmap:
     def __init__(self, line):
         number, self.file, width, height, frames = line.split()
-        self.number, self.width, self.height, self.frames = int(number), int(width), int(height), int(frames)
+        self.number, self.frames = int(number), int(frames)
+        self.width, self.height = int(width), int(height)
 
     def path(self, folder):
         return os.path.join(folder, self.file)

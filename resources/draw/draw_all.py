@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""Redraws the editor's bitmaps into resources/bitmaps, each at the size the list gives; and icon and installer."""
+"""Redraws the editor's bitmaps into resources/bitmaps, each at the size the list gives; and the
+icon and the installer's picture."""
 import argparse
 import os
 import subprocess
@@ -19,7 +20,8 @@ import preset_row
 import strips
 from pixels import save
 
-FIXED = {10000: strips, 10008: strips, 10009: strips, 10024: strips, 10007: frame, 10023: frame, 10022: main_panel,
+FIXED = {10000: strips, 10008: strips, 10009: strips, 10024: strips, 10007: frame, 10023: frame,
+         10022: main_panel,
          10001: knobs, 10002: knobs, 10016: knobs, 10017: knobs,
          10013: labels, 10014: labels, 10015: labels, 10021: labels}
 
@@ -36,7 +38,8 @@ def picture_of(bitmap):
 def main():
     arguments = argparse.ArgumentParser(description=__doc__)
     arguments.add_argument("numbers", nargs="*", type=int, help="only these bitmaps")
-    arguments.add_argument("--into", default=bitmap_list.RESOURCES, help="folder in place of resources/")
+    arguments.add_argument("--into", default=bitmap_list.RESOURCES,
+                           help="folder in place of resources/")
     arguments.add_argument("--fast", action="store_true", help="leave the files unoptimised")
     chosen = arguments.parse_args()
 
@@ -52,9 +55,10 @@ def main():
         os.makedirs(os.path.dirname(path), exist_ok=True)
         save(picture, path)
         if not chosen.fast:
-            subprocess.run(["optipng", "-quiet", "-o3", "-nc", "-nb", "-np", "-strip", "all", path], check=True)
-        print(f"{bitmap.number:6} {bitmap.width:4} x {bitmap.height:<5} {os.path.getsize(path):8} bytes "
-              f"{time.time() - start:6.1f} s")
+            subprocess.run(["optipng", "-quiet", "-o3", "-nc", "-nb", "-np", "-strip", "all", path],
+                           check=True)
+        print(f"{bitmap.number:6} {bitmap.width:4} x {bitmap.height:<5} "
+              f"{os.path.getsize(path):8} bytes {time.time() - start:6.1f} s")
     if not chosen.numbers:
         print(icon.draw(chosen.into))
         print(installer.draw(chosen.into))

@@ -1,4 +1,5 @@
-"""The chassis behind the strips: the left cheek with the name, the preset row's bed, the channel label."""
+"""The chassis behind the strips: the left cheek with the name, the preset row's bed, the channel
+label."""
 import numpy as np
 
 import look
@@ -17,12 +18,14 @@ def background():
     plate.rule(-5, width + 5, look.PRESET_TOP + 0.5)
     left, top, right, bottom = look.NAME_FIELD
     more = look.FIELD_POCKET
-    plate.pocket(left - more, top - more, right - left + 2 * more, bottom - top + 2 * more, more + 1, look.FIELD_DEPTH)
+    plate.pocket(left - more, top - more, right - left + 2 * more, bottom - top + 2 * more,
+                 more + 1, look.FIELD_DEPTH)
     picture = plate.finish()
     paste(picture, name_field(plate), 0, 0)
     paste(picture, menu_key(look.MENU_KEY), *look.MENU_KEY_AT)
     write_up(picture, "ZKR T46", look.BRAND_BASE, look.BRAND_MIDDLE, look.LETTER, look.CAPS_13, 4.0)
-    write_up(picture, "STEREO MASTERING EQUALISER", look.BRAND_LINE_BASE, look.BRAND_LINE_MIDDLE, look.LETTER_FAINT,
+    write_up(picture, "STEREO MASTERING EQUALISER", look.BRAND_LINE_BASE, look.BRAND_LINE_MIDDLE,
+             look.LETTER_FAINT,
              look.CAPS_7, 2.0)
     write(picture, "A", look.PRESET_BASE, look.LETTER, middle=look.SLOT_A_MIDDLE)
     write(picture, "B", look.PRESET_BASE, look.LETTER, middle=look.SLOT_B_MIDDLE)
@@ -32,7 +35,8 @@ def background():
 def name_field(plate):
     """A pale pane whose top lies in the shade of the pocket's wall."""
     left, top, right, bottom = look.NAME_FIELD
-    pane = box(plate.x, plate.y, left - 0.5, top - 0.5, right - left + 1, bottom - top + 1, look.FIELD_ROUND)
+    pane = box(plate.x, plate.y, left - 0.5, top - 0.5, right - left + 1, bottom - top + 1,
+               look.FIELD_ROUND)
     picture = tint(look.FIELD, shrink(cover(pane, 0.5).astype(np.float32), plate.scale))
     strength, rows = look.FIELD_SHADE
     depth = np.clip((np.arange(look.FRAME[1]) + 0.5 - top + 1) / rows, 0, 1)

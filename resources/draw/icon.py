@@ -1,8 +1,8 @@
 #!/usr/bin/python3
-"""Draws resources/icon.ico: one gain knob on a graphite plate, its groove lit as far as the pointer.
+"""Draws resources/icon.ico: one gain knob on a graphite plate, its groove lit up to the pointer.
 
-Down to 48 pixels it is the editor's coaxial knob under the editor's light. Below that its flutes and knurls
-would blur, so the small sizes are drawn from fewer and heavier parts.
+Down to 48 pixels it is the editor's coaxial knob under the editor's light. Below that its flutes
+and knurls would blur, so the small sizes are drawn from fewer and heavier parts.
 """
 import argparse
 import io
@@ -18,11 +18,11 @@ import look
 from pixels import light, over, shrink, tint, to_bytes, with_alpha
 from plates import brushed
 from shade import Surface, cast_shadow
-from shapes import box, cover, disc, ramp, slope, spoke
+from shapes import box, cover, disc, slope, spoke
 from turned import arc, cap, inlay, knurl, profile, rings
 
 FINE = 768                      # sub-pixels of a side, a multiple of every size
-PNG_FROM = 128                  # sizes from here on are stored as PNG, smaller ones as plain bitmaps
+PNG_FROM = 128                  # sizes from here on are PNG, smaller ones plain bitmaps
 POINTER = 60                    # degrees, and as far the groove is lit
 
 # The large form, in pixels of the editor
@@ -64,7 +64,8 @@ def large():
     s.height -= depth * slope(plate, -width, 0)
     on_ring = r < look.RING_RADIUS
     around = np.arctan2(x - c, c - y) - np.radians(POINTER)
-    s.height = np.where(on_ring, profile(r, look.RING_PROFILE) - knurl(r, around, look.RING_RADIUS, look.KNURL_DEPTH),
+    ring = profile(r, look.RING_PROFILE) - knurl(r, around, look.RING_RADIUS, look.KNURL_DEPTH)
+    s.height = np.where(on_ring, ring,
                         s.height)
     s.height = np.where(r < look.RING_INNER, look.GROOVE_FLOOR, s.height)
     s.paint(cover(r - look.RING_RADIUS, 0.3), look.ANODISED)
@@ -77,9 +78,11 @@ def large():
     grain = np.repeat(np.repeat(brushed(FINE // 3, FINE // 3, seed=46), 3, 0), 3, 1)
     rgb = rgb * np.where(on_ring, 1.0, grain)[..., None]
     picture = with_alpha(rgb, cover(plate, 1.0 / scale))
-    picture = over(picture, tint(RIM, 0.55 * cover(np.abs(plate + 0.5) - 0.5, 0.5) * cover(plate, 1.0 / scale)))
+    rim = 0.55 * cover(np.abs(plate + 0.5) - 0.5, 0.5) * cover(plate, 1.0 / scale)
+    picture = over(picture, tint(RIM, rim))
     picture = inlay(picture, pointer, edge, scale)
-    return lit(picture, x, y, c, scale, look.ARC_INNER - 0.2, look.ARC_OUTER + 0.4, r > look.CAP_RADIUS)
+    return lit(picture, x, y, c, scale, look.ARC_INNER - 0.2, look.ARC_OUTER + 0.4,
+               r > look.CAP_RADIUS)
 
 
 def small(size):
@@ -91,7 +94,8 @@ def small(size):
     down = y / size
     plate = box(x, y, 0, 0, size, size, corner)
     picture = with_alpha(blend(PLATE_TOP, PLATE_FOOT, down), cover(plate, 1.0 / scale))
-    picture = over(picture, tint(RIM, 0.6 * cover(np.abs(plate + 0.5) - 0.5, 0.2) * cover(plate, 1.0 / scale)))
+    rim = 0.6 * cover(np.abs(plate + 0.5) - 0.5, 0.2) * cover(plate, 1.0 / scale)
+    picture = over(picture, tint(RIM, rim))
     picture = over(picture, tint((0, 0, 0), 0.85 * cover(r - outer, 0.3)))
     face = blend(CAP_TOP, CAP_FOOT, np.clip((y - c + radius) / (2 * radius), 0, 1))
     picture = over(picture, with_alpha(face, cover(disc(x, y, c, c, radius), 0.2)))
@@ -107,7 +111,8 @@ def lit(picture, x, y, c, scale, inner, outer, groove):
     picture = over(picture, tint(look.LIT, lamp))
     reach = look.ARC_GLOW_REACH * (outer - inner) / (look.ARC_OUTER - look.ARC_INNER)
     metal = picture[..., 3] > 0.99
-    return light(picture, look.LIT_DEEP, look.ARC_GLOW * gaussian_filter(lamp, reach * scale) * metal)
+    return light(picture, look.LIT_DEEP,
+                 look.ARC_GLOW * gaussian_filter(lamp, reach * scale) * metal)
 
 
 def blend(top, foot, share):
@@ -161,7 +166,8 @@ def draw(folder):
 
 def main():
     arguments = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    arguments.add_argument("--into", default=bitmap_list.RESOURCES, help="folder in place of resources/")
+    arguments.add_argument("--into", default=bitmap_list.RESOURCES,
+                           help="folder in place of resources/")
     print(draw(arguments.parse_args().into))
 
 

@@ -7,7 +7,7 @@ TRAY_WIDTH = 8
 
 
 def lines(size, strokes, width=1.5):
-    """Open lines through points; a point of six numbers is the end of a curve, after its two handles."""
+    """Open lines through points; six numbers are the end of a curve, after its two handles."""
     surface = cairo.ImageSurface(cairo.FORMAT_A8, *size)
     context = cairo.Context(surface)
     context.set_line_width(width)
@@ -26,7 +26,8 @@ def lines(size, strokes, width=1.5):
 def shelf(size, cx, cy, side):
     """The response of a shelf that lifts the low (-1) or the high (1) end."""
     return lines(size, [[(cx - 8 * side, cy + 3.5), (cx - 3 * side, cy + 3.5),
-                         (cx + 0.5 * side, cy + 3.5, cx - 0.5 * side, cy - 3.5, cx + 3 * side, cy - 3.5),
+                         (cx + 0.5 * side, cy + 3.5,
+                          cx - 0.5 * side, cy - 3.5, cx + 3 * side, cy - 3.5),
                          (cx + 8 * side, cy - 3.5)]])
 
 
@@ -42,12 +43,14 @@ def bell(size, cx, cy):
     """The response of a bell between two flats."""
     return lines(size, [[(cx - 8, cy + 3.5), (cx - 6, cy + 3.5),
                          (cx - 2.5, cy + 3.5, cx - 2.5, cy - 4, cx, cy - 4),
-                         (cx + 2.5, cy - 4, cx + 2.5, cy + 3.5, cx + 6, cy + 3.5), (cx + 8, cy + 3.5)]])
+                         (cx + 2.5, cy - 4, cx + 2.5, cy + 3.5, cx + 6, cy + 3.5),
+                         (cx + 8, cy + 3.5)]])
 
 
 def chevron(size, cx, cy, dx, dy):
     """An angle that points along (dx, dy)."""
-    return lines(size, [[(cx - 1.5 * dx - 3 * dy, cy - 1.5 * dy - 3 * dx), (cx + 1.5 * dx, cy + 1.5 * dy),
+    return lines(size, [[(cx - 1.5 * dx - 3 * dy, cy - 1.5 * dy - 3 * dx),
+                         (cx + 1.5 * dx, cy + 1.5 * dy),
                          (cx - 1.5 * dx + 3 * dy, cy - 1.5 * dy + 3 * dx)]], width=1.4)
 
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Draws resources/installer-side.bmp, the picture at the left of the installer's first and last page."""
+"""Draws resources/installer-side.bmp, the picture beside the installer's first and last page."""
 import argparse
 import os
 
@@ -56,7 +56,8 @@ def draw(folder):
 
 def main():
     arguments = argparse.ArgumentParser(description=__doc__)
-    arguments.add_argument("--into", default=bitmap_list.RESOURCES, help="folder in place of resources/")
+    arguments.add_argument("--into", default=bitmap_list.RESOURCES,
+                           help="folder in place of resources/")
     print(draw(arguments.parse_args().into))
 
 

@@ -29,7 +29,8 @@ def key_body(size, rect, pressed, round_corners=look.KEY_ROUND, dish=look.LOW_DI
     x, y = grid(*size, SCALE)
     s = Surface(x, y, SCALE, look.PIT)
     d = box(x, y, left, top, width, height, round_corners)
-    slot = box(x, y, left - look.KEY_GAP, top - look.KEY_GAP, width + 2 * look.KEY_GAP, height + 2 * look.KEY_GAP,
+    slot = box(x, y, left - look.KEY_GAP, top - look.KEY_GAP, width + 2 * look.KEY_GAP,
+               height + 2 * look.KEY_GAP,
                round_corners + look.KEY_GAP)
     lift = look.KEY_PRESSED if pressed else look.KEY_HEIGHT
     v = (y - top - height / 2) / (height / 2)
@@ -46,7 +47,8 @@ def key_body(size, rect, pressed, round_corners=look.KEY_ROUND, dish=look.LOW_DI
 def held(picture, rect, round_corners):
     """A key's face under a finger: a wash of light from its legend."""
     x, y = grid(picture.shape[1] // SCALE, picture.shape[0] // SCALE, SCALE)
-    return light(picture, look.LIT_DEEP, look.HELD_WASH * cover(box(x, y, *rect, round_corners), 0.4))
+    return light(picture, look.LIT_DEEP,
+                 look.HELD_WASH * cover(box(x, y, *rect, round_corners), 0.4))
 
 
 def slit(size, cx, cy, width, height=2.0):
@@ -65,7 +67,8 @@ def lamp(picture, shape, rgb, glow):
     return picture
 
 
-def legend(picture, text, base, middle, rgb, glow, size=look.CAPS_7, tracking=0.5, strength=look.LEGEND_GLOW):
+def legend(picture, text, base, middle, rgb, glow, size=look.CAPS_7, tracking=0.5,
+           strength=look.LEGEND_GLOW):
     """Lettering on a key at the picture's own scale."""
     ink, above = mask(text, size, tracking, about=middle)
     whole = np.zeros(picture.shape[:2], np.float32)
@@ -112,7 +115,8 @@ def panel_key(size, lit):
     pressed, lamp_rgb, _, glow = ON if lit else OFF
     left, top, width, height = look.PANEL_KEY
     picture = key_body(size, look.PANEL_KEY, pressed)
-    return shrink(lamp(picture, slit(size, left + width / 2, top + height / 2, 18, 2.2), lamp_rgb, glow), SCALE)
+    return shrink(lamp(picture, slit(size, left + width / 2, top + height / 2, 18, 2.2), lamp_rgb,
+                       glow), SCALE)
 
 
 def channel_switch(size, chosen):
@@ -134,7 +138,8 @@ def info(size, frame):
     if frame == 2:
         picture = held(picture, look.INFO_KEY, look.KEY_ROUND)
     left, top, width, height = look.INFO_KEY
-    return legend(shrink(picture, SCALE), "INFO", top + 11, left + width / 2, *HOVER_INK[frame][:2], look.CAPS_7, 1.4,
+    return legend(shrink(picture, SCALE), "INFO", top + 11, left + width / 2, *HOVER_INK[frame][:2],
+                  look.CAPS_7, 1.4,
                   HOVER_INK[frame][2])
 
 
@@ -145,7 +150,8 @@ def draw(number, frames, width, height):
         10004: lambda state: tall_key(size, look.LOW_SHELF_KEY, icons.low_shelf, state),
         10005: lambda state: tall_key(size, look.HIGH_SHELF_KEY, icons.high_shelf, state),
         10010: lambda state: wide_key(size, look.KEY_28K, ("28k",), state),
-        10011: lambda state: wide_key(size, look.KEY_PHASE, ("\N{LATIN CAPITAL LETTER O WITH STROKE}",), state),
+        10011: lambda state: wide_key(size, look.KEY_PHASE,
+                                      ("\N{LATIN CAPITAL LETTER O WITH STROKE}",), state),
         10012: lambda state: wide_key(size, look.KEY_AMPLIFIER, ("AMP", "OFF"), state),
         10026: lambda state: wide_key(size, look.KEY_TRANSFORMER, ("TRAFO", "OFF"), state),
     }

@@ -1,4 +1,4 @@
-"""The knobs, frame by frame: modelled anew with flutes and pointer turned, under a light that never moves."""
+"""The knobs, frame by frame: modelled anew with flutes and pointer turned, under one light."""
 import numpy as np
 from scipy.ndimage import gaussian_filter
 
@@ -30,19 +30,22 @@ def coax_ring(frame):
     s.paint(cover(r - look.RING_INNER, 0.3), look.PIT)
     rings(s, c, c, look.RING_INNER + 1, look.RING_RADIUS - 3, seed=7)
     picture = with_alpha(s.picture(), cover(r - look.RING_RADIUS, 1.0 / SCALE))
-    pointer = spoke(s.x, s.y, c, c, degrees, look.RING_INNER + 1.2, look.RING_RADIUS - 0.4, look.POINTER_WIDTH)
+    pointer = spoke(s.x, s.y, c, c, degrees, look.RING_INNER + 1.2, look.RING_RADIUS - 0.4,
+                    look.POINTER_WIDTH)
     return shrink(inlay(picture, pointer, r - look.RING_RADIUS, SCALE), SCALE)
 
 
 def coax_knob(frame):
-    """The gain cap in its lamp groove; its shadow on the ring, which is another bitmap, is part of it."""
+    """The gain cap in its lamp groove, with its shadow on the ring, which is another bitmap."""
     degrees = (frame / (look.COAX_FRAMES - 1) - 0.5) * look.GAIN_SWEEP
     s, c, r = blank(look.COAX_IMAGE)
-    picture = lamp_and_cap(s, c, r, degrees, look.CAP_RADIUS, look.CAP_FACE, look.RING_INNER, look.RING_INNER)
+    picture = lamp_and_cap(s, c, r, degrees, look.CAP_RADIUS, look.CAP_FACE, look.RING_INNER,
+                           look.RING_INNER)
     occluder = np.where(r < look.CAP_RADIUS, look.CAP_SHADOW_HEIGHT, 0).astype(np.float32)
     shadow = look.CAP_SHADOW * (1 - cast_shadow(occluder, SCALE, onto=np.zeros_like(r)))
     picture = over(tint((0, 0, 0), shadow * cover(r - look.RING_RADIUS + 0.5, 1.0)), picture)
-    return shrink(lit(picture, s, c, r, degrees, look.CAP_RADIUS, look.ARC_INNER, look.ARC_OUTER), SCALE)
+    return shrink(lit(picture, s, c, r, degrees, look.CAP_RADIUS, look.ARC_INNER, look.ARC_OUTER),
+                  SCALE)
 
 
 def level_knob(frame):
@@ -51,9 +54,11 @@ def level_knob(frame):
     s, c, r = blank(look.DIAL_IMAGE)
     s.height = profile(r, look.COLLAR_PROFILE)
     rings(s, c, c, look.DIAL_ARC_OUTER + 1, look.DIAL_RADIUS - 1.4, seed=5)
-    picture = lamp_and_cap(s, c, r, degrees, look.DIAL_CAP_RADIUS, look.DIAL_CAP_FACE, look.COLLAR_INNER,
+    picture = lamp_and_cap(s, c, r, degrees, look.DIAL_CAP_RADIUS, look.DIAL_CAP_FACE,
+                           look.COLLAR_INNER,
                            look.DIAL_RADIUS)
-    picture = lit(picture, s, c, r, degrees, look.DIAL_CAP_RADIUS, look.DIAL_ARC_INNER, look.DIAL_ARC_OUTER)
+    picture = lit(picture, s, c, r, degrees, look.DIAL_CAP_RADIUS, look.DIAL_ARC_INNER,
+                  look.DIAL_ARC_OUTER)
     return shrink(picture, SCALE)
 
 
@@ -65,7 +70,8 @@ def high_pass_dial(frame):
     s.height = profile(r, look.SKIRT_PROFILE) - knurl(r, around, look.DIAL_RADIUS, look.KNURL_DEPTH)
     rings(s, c, c, look.CAP_RADIUS, look.DIAL_RADIUS - 2.4, seed=9)
     on_cap, _ = cap(s, c, c, degrees, look.CAP_RADIUS, look.CAP_FACE, look.SKIRT_FLOOR)
-    on_skirt = spoke(s.x, s.y, c, c, degrees, look.CAP_RADIUS - 2, look.DIAL_RADIUS - 0.3, look.POINTER_WIDTH)
+    on_skirt = spoke(s.x, s.y, c, c, degrees, look.CAP_RADIUS - 2, look.DIAL_RADIUS - 0.3,
+                     look.POINTER_WIDTH)
     picture = with_alpha(s.picture(), cover(r - look.DIAL_RADIUS, 1.0 / SCALE))
     return shrink(inlay(picture, np.minimum(on_cap, on_skirt), r - look.DIAL_RADIUS, SCALE), SCALE)
 
@@ -80,7 +86,7 @@ def lamp_and_cap(s, c, r, degrees, radius, face, groove, outline):
 
 
 def lit(picture, s, c, r, degrees, radius, inner, outer):
-    """Puts the lamp into the groove, lit as far as the pointer, and its glow on the metal around."""
+    """Puts the lamp into the groove, lit as far as the pointer, and its glow on the metal."""
     clear_of_cap = ramp(r, radius - 0.6, radius)
     track = np.abs(r - (inner + outer) / 2) - (outer - inner) / 2
     reach = np.abs(turn(s.x, s.y, c, c)) <= look.GAIN_SWEEP / 2 + 2
@@ -88,7 +94,8 @@ def lit(picture, s, c, r, degrees, radius, inner, outer):
     lamp = cover(arc(s.x, s.y, c, c, degrees, inner, outer), 0.5) * clear_of_cap
     picture = over(picture, tint(look.LIT, lamp))
     metal = picture[..., 3] > 0.99
-    return light(picture, look.LIT_DEEP, look.ARC_GLOW * gaussian_filter(lamp, look.ARC_GLOW_REACH * SCALE) * metal)
+    return light(picture, look.LIT_DEEP,
+                 look.ARC_GLOW * gaussian_filter(lamp, look.ARC_GLOW_REACH * SCALE) * metal)
 
 
 def draw(number, frames):

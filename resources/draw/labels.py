@@ -17,7 +17,8 @@ def place(text, degrees, rect, centre, radius):
             off = np.degrees(np.arctan2(dx, -dy)) - degrees
             sideways = np.radians((off + 180) % 360 - 180) * np.hypot(dx, dy)
             nearest = np.hypot(max(abs(dx) - w / 2, 0), max(abs(dy) - h / 2, 0))
-            cost = sideways ** 2 + 1.5 * (nearest - radius) ** 2 + 400 * max(radius - 1 - nearest, 0)
+            too_near = max(radius - 1 - nearest, 0)
+            cost = sideways ** 2 + 1.5 * (nearest - radius) ** 2 + 400 * too_near
             if best is None or cost < best[0]:
                 best = (cost, left, top)
     return ink, best[1], best[2]
@@ -34,7 +35,8 @@ def coax(band):
 
 
 def high_pass():
-    return placed(look.HPF_LABELS, look.HPF_RECTS, look.HPF_STEP_DEGREES, (look.DIAL_CENTRE, look.DIAL_CENTRE),
+    return placed(look.HPF_LABELS, look.HPF_RECTS, look.HPF_STEP_DEGREES,
+                  (look.DIAL_CENTRE, look.DIAL_CENTRE),
                   look.DIAL_LABEL_RADIUS)
 
 

@@ -25,9 +25,11 @@ def led(size, on):
     s.paint(lens, look.LENS)
     picture = with_alpha(s.picture(), cover(r - look.LED_RIM, 1.0 / SCALE))
     if not on:
-        return shrink(over(picture, tint(look.LAMP_DARK, 0.55 * lens * ramp(look.LED_RADIUS - r, 0, 1.6))), SCALE)
+        dark = 0.55 * lens * ramp(look.LED_RADIUS - r, 0, 1.6)
+        return shrink(over(picture, tint(look.LAMP_DARK, dark)), SCALE)
     picture = over(picture, tint(look.LIT, 0.97 * lens * ramp(look.LED_RADIUS - r, 0, 2.6)))
-    picture = light(picture, look.LIT_DEEP, look.LED_GLOW * gaussian_filter(lens, look.LED_GLOW_REACH * SCALE))
+    picture = light(picture, look.LIT_DEEP,
+                    look.LED_GLOW * gaussian_filter(lens, look.LED_GLOW_REACH * SCALE))
     border = min(cx, size[0] - cx)              # the glow ends before the bitmap does
     picture[..., 3] *= ramp(border - r, 0, 2)
     return shrink(picture, SCALE)
@@ -41,7 +43,8 @@ def power(size, on):
     s = Surface(x, y, SCALE, look.ANODISED)
     face, groove = look.POWER_FACE, look.POWER_GROOVE
     lift = look.POWER_SUNK if on else 0.0
-    s.height = np.where(r < face, profile(r, look.POWER_FACE_PROFILE) - lift, profile(r, look.POWER_COLLAR_PROFILE))
+    s.height = np.where(r < face, profile(r, look.POWER_FACE_PROFILE) - lift,
+                        profile(r, look.POWER_COLLAR_PROFILE))
     s.height = np.where((r >= face) & (r < groove), look.GROOVE_FLOOR, s.height)
     s.turned_about(cx, cy, np.ones_like(r))
     s.paint(cover(r - groove, 0.3), look.PIT)

@@ -47,7 +47,7 @@ def mask(text, size, tracking=0.4, bold=False, about=None):
 
 
 def engrave(picture, ink, rgb, left, top):
-    """Paint-filled engraving: the groove's upper wall is in shade, its lower lip catches the light."""
+    """Paint-filled engraving: the groove's upper wall is in shade, its lower lip in the light."""
     h, w = ink.shape
     groove = np.zeros((h + 2, w + 2), np.float32)
     groove[1:-1, 1:-1] = ink
@@ -59,8 +59,9 @@ def engrave(picture, ink, rgb, left, top):
     paste(picture, tint(rgb, ink), left, top)
 
 
-def write(picture, text, base, rgb, size=look.CAPS_7, left=None, middle=None, tracking=0.4, bold=False):
-    """Engraves a line by its left edge or its middle; the base line is the row below its capitals."""
+def write(picture, text, base, rgb, size=look.CAPS_7, left=None, middle=None, tracking=0.4,
+          bold=False):
+    """Engraves a line by its left edge or middle; the base line is the row below its capitals."""
     ink, above = mask(text, size, tracking, bold, about=middle)
     if left is None:
         left = int(round(middle - ink.shape[1] / 2))

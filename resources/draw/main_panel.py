@@ -5,7 +5,8 @@ from lettering import write
 from pixels import paste
 from plates import Plate
 
-KEY_NAMES = dict(link="LINK", second="2\N{MULTIPLICATION SIGN}T46", preamp="QB11", ms="M/S", left="L", right="R")
+KEY_NAMES = dict(link="LINK", second="2\N{MULTIPLICATION SIGN}T46", preamp="QB11", ms="M/S",
+                 left="L", right="R")
 CHANNEL_NAMES = ("MID", "LEFT", "STEREO", "RIGHT", "SIDE")
 
 
@@ -38,4 +39,5 @@ def plate(power_x, power_y):
 
 
 def name_key(picture, text, key_top):
-    write(picture, text, key_top + look.PANEL_LEGEND_BASE, look.LETTER, left=look.PANEL_LEGEND_LEFT, tracking=0.1)
+    write(picture, text, key_top + look.PANEL_LEGEND_BASE, look.LETTER, left=look.PANEL_LEGEND_LEFT,
+          tracking=0.1)

@@ -1,4 +1,4 @@
-"""Pictures as arrays of sRGB floats with straight alpha: coordinates, scaling, layering and PNG files."""
+"""Pictures as arrays of sRGB floats with straight alpha: coordinates, scaling, layering, files."""
 import numpy as np
 from PIL import Image
 
@@ -53,7 +53,7 @@ def over(below, above):
 
 
 def light(below, rgb, glow):
-    """Adds light of a colour to what is below; where nothing is below, the light lies there by itself."""
+    """Adds light of a colour to what is below; where that is empty, the light lies by itself."""
     a = np.clip(glow, 0, 1)[..., None]
     rgb = colour(rgb)
     alpha = below[..., 3:] + a * (1 - below[..., 3:])
@@ -68,7 +68,8 @@ def paste(below, above, left, top):
     y0, x0 = max(top, 0), max(left, 0)
     y1, x1 = min(top + h, below.shape[0]), min(left + w, below.shape[1])
     if y1 > y0 and x1 > x0:
-        below[y0:y1, x0:x1] = over(below[y0:y1, x0:x1], above[y0 - top:y1 - top, x0 - left:x1 - left])
+        below[y0:y1, x0:x1] = over(below[y0:y1, x0:x1],
+                                   above[y0 - top:y1 - top, x0 - left:x1 - left])
 
 
 def to_bytes(picture):

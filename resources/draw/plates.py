@@ -1,4 +1,5 @@
-"""The metal the instrument is made of: brushed plates, their chamfered edges, screws and shadows of knobs."""
+"""The metal the instrument is made of: brushed plates, their chamfered edges, screws and shadows of
+knobs."""
 import numpy as np
 from scipy.ndimage import gaussian_filter, gaussian_filter1d
 
@@ -36,7 +37,7 @@ class Plate:
         self.x, self.y = grid(*size, scale)
         self.surface = Surface(self.x, self.y, scale, material)
         self.surface.brightness = lamp_strength(self.y + top)
-        self.things_above = np.zeros_like(self.x)       # knobs of other bitmaps that cast shadows here
+        self.things_above = np.zeros_like(self.x)  # knobs of other bitmaps that cast shadows here
         self.bare = np.ones_like(self.x)                # where the grain shows
 
     def edges(self):
@@ -51,7 +52,8 @@ class Plate:
 
     def knob(self, cx, cy, radius, height):
         d = disc(self.x, self.y, cx, cy, radius)
-        self.things_above = np.maximum(self.things_above, np.where(d < 0, height, 0).astype(np.float32))
+        self.things_above = np.maximum(self.things_above,
+                                       np.where(d < 0, height, 0).astype(np.float32))
 
     def pocket(self, left, top, width, height, radius, depth, wall=0.8):
         """A milled recess with a black floor."""
@@ -95,7 +97,8 @@ class Plate:
 
     def finish(self):
         shadow = cast_shadow(self.things_above, self.scale, onto=np.zeros_like(self.x))
-        near = gaussian_filter((self.things_above > 0).astype(np.float32), look.CONTACT_REACH * self.scale)
+        near = gaussian_filter((self.things_above > 0).astype(np.float32),
+                               look.CONTACT_REACH * self.scale)
         rgb = self.surface.picture(shadow) * (1 - look.CONTACT_SHADE * near)[..., None]
         picture = shrink(opaque(rgb.astype(np.float32)), self.scale)
         bare = shrink(self.bare, self.scale)[..., None]

@@ -43,7 +43,8 @@ def arrow_key(size, state, up):
 def word_key(size, state, text, rect, capitals=look.CAPS_7):
     rgb, glow, strength = keys.HOVER_INK[state]
     base = rect[1] + look.PRESET_KEY_BASE
-    return keys.legend(small_key(size, state, rect), text, base, size[0] / 2, rgb, glow, capitals, 0.3, strength)
+    return keys.legend(small_key(size, state, rect), text, base, size[0] / 2, rgb, glow, capitals,
+                       0.3, strength)
 
 
 def draw(number, frames, width, height):

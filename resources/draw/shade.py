@@ -1,8 +1,8 @@
 """One light for everything: a height map and its materials become a picture.
 
-A surface is a height above the plate in pixels. Its normal is lit by a key and a fill light and by a
-sky; metal adds the stretched highlight of a grooved surface (Ward's model), whose grain direction is
-given. Nothing here turns with a knob, so highlights stay where they are while a pointer moves.
+A surface is a height above the plate in pixels. Its normal is lit by a key and a fill light and by
+a sky; metal adds the stretched highlight of a grooved surface (Ward's model), whose grain direction
+is given. Nothing here turns with a knob, so highlights stay where they are while a pointer moves.
 """
 import numpy as np
 from scipy.ndimage import gaussian_filter
@@ -79,11 +79,12 @@ class Surface:
                 / (4 * self.along * self.across)
         diffuse = diffuse * self.brightness
         highlight = highlight * self.metal * open_sky * self.brightness
-        return self.albedo * diffuse[..., None] + highlight[..., None] * np.array((0.98, 1.0, 1.03), np.float32)
+        tinted = highlight[..., None] * np.array((0.98, 1.0, 1.03), np.float32)
+        return self.albedo * diffuse[..., None] + tinted
 
 
 def cast_shadow(height, scale, onto=None):
-    """1 where the key light is seen, 0 where something stands between; soft further from its cause."""
+    """1 where the key light is seen, 0 in a shadow, whose edge is softer further from its cause."""
     ground = height if onto is None else onto
     reach = float(height.max() - ground.min())
     seen = np.zeros_like(height)
@@ -100,7 +101,8 @@ def cast_shadow(height, scale, onto=None):
             sx, sy = int(round(dx / flat * step * scale)), int(round(dy / flat * step * scale))
             blocker = shifted(height, -sx, -sy)
             penumbra = 0.25 + 0.7 * look.LIGHT_SIZE * step
-            clear = np.minimum(clear, np.clip(1 - (blocker - ground - step * rise) / penumbra, 0, 1))
+            clear = np.minimum(clear,
+                               np.clip(1 - (blocker - ground - step * rise) / penumbra, 0, 1))
         seen += clear
     return seen / len(rays)
 

@@ -26,7 +26,8 @@ def ticks(picture, plate, centre, angles, radius, length):
     """Engraved marks that stand exactly on the rays a pointer turns to."""
     ink = np.zeros_like(plate.x)
     for degrees in angles:
-        d = spoke(plate.x, plate.y, centre[0], centre[1], degrees, radius, radius + length, look.TICK_WIDTH)
+        d = spoke(plate.x, plate.y, centre[0], centre[1], degrees, radius, radius + length,
+                  look.TICK_WIDTH)
         ink = np.maximum(ink, cover(d, 0.5))
     return over(picture, tint(look.LETTER_FAINT, shrink(ink.astype(np.float32), plate.scale)))
 
@@ -47,16 +48,19 @@ def t46():
     plate = strip_plate(46)
     for y in look.BAND_RULES:
         plate.rule(look.NAME_LEFT, look.STRIP[0] - look.NAME_LEFT, y)
-    centres = {band: (x + look.COAX_CENTRE[0], y + look.COAX_CENTRE[1]) for band, (x, y) in look.COAX_VIEWS.items()}
+    centres = {band: (x + look.COAX_CENTRE[0], y + look.COAX_CENTRE[1])
+               for band, (x, y) in look.COAX_VIEWS.items()}
     for cx, cy in centres.values():
         plate.knob(cx, cy, look.RING_RADIUS - 1, look.RING_HEIGHT)
     picture = plate.finish()
     for band, (x, y) in look.COAX_VIEWS.items():
-        picture = ticks(picture, plate, centres[band], [look.COAX_STEP_DEGREES * k for k in range(10)],
+        picture = ticks(picture, plate, centres[band],
+                        [look.COAX_STEP_DEGREES * k for k in range(10)],
                         look.COAX_TICK_RADIUS, look.TICK_LENGTH)
         labels.engrave_unlit(picture, labels.coax(band), x, y)
     name_knobs(picture, ("HIGH", "MID", "LOW"), look.T46_NAME_BASES)
-    write(picture, "T46", look.TITLE_BASE, look.LETTER, look.CAPS_9, middle=look.STRIP_MIDDLE, tracking=2.0)
+    write(picture, "T46", look.TITLE_BASE, look.LETTER, look.CAPS_9, middle=look.STRIP_MIDDLE,
+          tracking=2.0)
     name_between_rules(picture, "SHELF", look.SHELF_GROUP, look.SHELF_GROUP_BASE, look.LETTER, 1.2)
     for text, middle in (("LOW", 28.5), ("HIGH", 62.5), ("EQ IN", 96.5)):
         write(picture, text, look.SHELF_LEGEND_BASE, look.LETTER, middle=middle, tracking=0.7)
@@ -65,19 +69,22 @@ def t46():
 
 def qb9():
     plate = strip_plate(9)
-    centres = {name: (x + look.DIAL_CENTRE, y + look.DIAL_CENTRE) for name, (x, y) in look.DIAL_VIEWS.items()}
+    centres = {name: (x + look.DIAL_CENTRE, y + look.DIAL_CENTRE)
+               for name, (x, y) in look.DIAL_VIEWS.items()}
     for name, (cx, cy) in centres.items():
         plate.knob(cx, cy, look.DIAL_RADIUS - 1, 4.6 if name == "hpf" else 3.0)
     picture = plate.finish()
     name_knobs(picture, ("DRIVE", "HPF", "OUT"), look.QB9_NAME_BASES)
     for name in look.DIAL_VIEWS:
         if name == "hpf":
-            picture = ticks(picture, plate, centres[name], [look.HPF_STEP_DEGREES * k for k in range(12)],
+            picture = ticks(picture, plate, centres[name],
+                            [look.HPF_STEP_DEGREES * k for k in range(12)],
                             look.DIAL_TICK_RADIUS, look.TICK_LENGTH)
             labels.engrave_unlit(picture, labels.high_pass(), *look.DIAL_VIEWS[name])
         else:
             picture = level_scale(picture, plate, centres[name])
-    write(picture, "QB11", look.TITLE_BASE, look.LETTER, look.CAPS_9, middle=look.STRIP_MIDDLE, tracking=2.0)
+    write(picture, "QB11", look.TITLE_BASE, look.LETTER, look.CAPS_9, middle=look.STRIP_MIDDLE,
+          tracking=2.0)
     return picture
 
 

@@ -1,4 +1,5 @@
-"""Parts made on a lathe: profiles, concentric grain, fluted caps, and the lamp in the groove around one."""
+"""Parts made on a lathe: profiles, concentric grain, fluted caps, and the lamp in the groove around
+one."""
 import numpy as np
 
 import look
@@ -12,10 +13,12 @@ def profile(radius, points):
 
 
 def rings(surface, cx, cy, inner, outer, seed):
-    """The fine rings that the tool leaves; they do not turn with the part, so no highlight flickers."""
+    """The fine rings that the tool leaves; they do not turn with the part, so that no
+    highlight flickers."""
     x, y = surface.x - cx, surface.y - cy
     radius = np.hypot(x, y)
-    ring = np.random.default_rng(seed).standard_normal(int(outer * look.RINGS_PER_PIXEL) + 3).astype(np.float32)
+    count = int(outer * look.RINGS_PER_PIXEL) + 3
+    ring = np.random.default_rng(seed).standard_normal(count).astype(np.float32)
     at = np.minimum(radius, outer) * look.RINGS_PER_PIXEL
     low = at.astype(int)
     wave = ring[low] + (ring[low + 1] - ring[low]) * (at - low)
@@ -32,7 +35,7 @@ def knurl(radius, around, outer, bite):
 
 
 def cap(surface, cx, cy, degrees, radius, face, base=0.0):
-    """A fluted titanium cap with a dished face; returns the distances to its pointer and to its edge."""
+    """A fluted titanium cap with a dished face; returns the distances to its pointer and edge."""
     x, y = surface.x, surface.y
     r = np.hypot(x - cx, y - cy)
     around = np.radians(turn(x, y, cx, cy) - degrees)
@@ -48,11 +51,12 @@ def cap(surface, cx, cy, degrees, radius, face, base=0.0):
     surface.paint(inside, look.TITANIUM)
     surface.turned_about(cx, cy, inside * (r < face + chamfer))
     rings(surface, cx, cy, 1.0, face, seed=11)
-    return spoke(x, y, cx, cy, degrees, look.POINTER_START * face, radius - 1.0, look.POINTER_WIDTH), r - edge
+    return spoke(x, y, cx, cy, degrees, look.POINTER_START * face, radius - 1.0,
+                 look.POINTER_WIDTH), r - edge
 
 
 def inlay(picture, line, within, scale):
-    """A pointer let into the metal, flush, with a dark seam around it; the light plays no trick with it."""
+    """A pointer let into the metal, flush, with a dark seam around it; no light or shadow on it."""
     inside = cover(within, 1.0 / scale)
     picture = over(picture, tint((0, 0, 0), look.POINTER_SEAM * cover(line - 0.3, 0.8) * inside))
     return over(picture, tint(look.POINTER, cover(line, 0.4) * inside))
@@ -62,5 +66,6 @@ def arc(x, y, cx, cy, degrees, inner, outer):
     """Distance to the part of a groove from straight up to the pointer; at 0 dB a dot is left."""
     middle, half = (inner + outer) / 2, (outer - inner) / 2
     at = turn(x, y, cx, cy)
-    past = np.radians(np.maximum(np.maximum(min(0.0, degrees) - at, at - max(0.0, degrees)), 0)) * middle
+    beyond = np.maximum(min(0.0, degrees) - at, at - max(0.0, degrees))
+    past = np.radians(np.maximum(beyond, 0)) * middle
     return np.hypot(past, np.hypot(x - cx, y - cy) - middle) - half

@@ -9,7 +9,7 @@ import numpy
 
 
 def samples_of(path):
-    """(rate, array of frames by channels): integers are scaled to -1 .. 1, floats stay as they are."""
+    """(rate, array of frames by channels): integers are scaled to -1 .. 1, floats stay."""
     data = path.read_bytes()
     assert data[:4] == b"RIFF" and data[8:12] == b"WAVE", f"{path} is not a WAV file"
     chunks, position = {}, 12

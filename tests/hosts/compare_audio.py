@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Compares what a host made of a file with the sum of what it should have made, and prints the largest
-difference. The exit code is 1 if that exceeds the tolerance, if rates or lengths differ, or if the
-result has no sound or numbers that are none."""
+"""Compares what a host made of a file with the sum of what it should have made, and prints the
+largest difference. The exit code is 1 if that exceeds the tolerance, if rates or lengths differ, or
+if the result has no sound or numbers that are none."""
 import argparse
 import sys
 from pathlib import Path

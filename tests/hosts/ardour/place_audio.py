@@ -12,7 +12,8 @@ from audio import shape_of  # noqa: E402
 
 SUPERCLOCKS_PER_SECOND = 282240000
 
-folder, audio, silence, tracks = Path(sys.argv[1]), Path(sys.argv[2]), int(sys.argv[3]), sys.argv[4:]
+folder, audio = Path(sys.argv[1]), Path(sys.argv[2])
+silence, tracks = int(sys.argv[3]), sys.argv[4:]
 document = folder / f"{folder.name}.ardour"
 tree = ElementTree.parse(document)
 session = tree.getroot()
