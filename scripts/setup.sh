@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing for a purpose.
-# Usage: setup.sh build|demo|manual|package|hosts|soak|test
+# Usage: setup.sh build|demo|manual|package|hosts|soak|test|tidy
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config juce-modules-source-data
@@ -22,8 +22,9 @@ package) wanted=("${build[@]}" "${package[@]}") ;;
 hosts) wanted=("${build[@]}" "${hosts[@]}") ;;
 soak) wanted=("${build[@]}" "${soak[@]}") ;;
 test) wanted=("${build[@]}" "${tests[@]}") ;;
+tidy) wanted=("${build[@]}" googletest libxtst-dev clang-tidy-14) ;;
 *)
-    echo "usage: setup.sh build|demo|manual|package|hosts|soak|test" >&2
+    echo "usage: setup.sh build|demo|manual|package|hosts|soak|test|tidy" >&2
     exit 2
     ;;
 esac
