@@ -102,11 +102,7 @@ void PLUGIN_API TemplateEditor::close()
     // A name that is being typed is taken over while there is a panel to take it.
     frame->setFocusView(nullptr);
     label = nullptr;
-    for (StripEditor* const strip : std::initializer_list<StripEditor*>{
-             mainPanel.get(), preampL.get(), preampR.get(), equaliserL.get(), equaliserR.get(),
-             secondaryL.get(), secondaryR.get(), separator.get()})
-        if (strip)
-            strip->detach();
+    forEachStrip([](StripEditor& strip) { strip.detach(); });
     mainPanel.reset();
     preampL.reset();
     preampR.reset();
@@ -136,11 +132,7 @@ void TemplateEditor::showAllParameters()
 void TemplateEditor::setPower(double value)
 {
     const int32 state = switchValue(value);
-    for (StripEditor* const strip : std::initializer_list<StripEditor*>{
-             mainPanel.get(), preampL.get(), preampR.get(), equaliserL.get(), equaliserR.get(),
-             secondaryL.get(), secondaryR.get()})
-        if (strip)
-            strip->setPower(state);
+    forEachStrip([&](StripEditor& strip) { strip.setPower(state); });
 }
 
 void TemplateEditor::setParameter(ParamID id, ParamValue value)
@@ -176,11 +168,7 @@ void TemplateEditor::setParameter(ParamID id, ParamValue value)
     default:
         break;
     }
-    for (StripEditor* const strip : std::initializer_list<StripEditor*>{
-             preampL.get(), preampR.get(), equaliserL.get(), equaliserR.get(), mainPanel.get(),
-             secondaryL.get(), secondaryR.get()})
-        if (strip)
-            strip->setParameter(tag, value);
+    forEachStrip([&](StripEditor& strip) { strip.setParameter(tag, value); });
 }
 
 }  // namespace Vst

@@ -16,6 +16,8 @@
 #include "ZKRPresetSystemEditor3.h"
 
 #include <array>
+#include <initializer_list>
+#include <iterator>
 #include <memory>
 #include <optional>
 
@@ -50,16 +52,30 @@ public:
     void valueChanged(VSTGUI::CControl* control) override;
 
 protected:
-    VSTGUI::CRect hoverRect(int32 tag) const;
     ParamValue currentValue(ParamID id) const override
     {
         return controller->getParamNormalized(id);
     }
 
 private:
-    // The hovered targets; none of them has this tag.
-    static constexpr int32 kNoHover = 58;
-    static constexpr std::size_t kHoverTargets = 17;
+    // What the mouse can rest on, in the order in which it is looked for.
+    static constexpr int32 kHoverTargets[]{
+        kTagInfo,          kSaveBankTag,   kDefaultBankTag, kLoadBankTag, kSavePresetTag,
+        kDefaultPresetTag, kLoadPresetTag, kRockerTag,      kStoreATag,   kRecallATag,
+        kStoreBTag,        kRecallBTag,    kManualTag,      k2x,          kQB11,
+        kBpsCh1,           kBpsCh2};
+    static constexpr int32 kNoHover = 58;  // the tag of none of them
+
+    // Calls the function with each strip that there is.
+    template <class Function>
+    void forEachStrip(Function function) const
+    {
+        for (StripEditor* const strip : std::initializer_list<StripEditor*>{
+                 mainPanel.get(), preampL.get(), preampR.get(), equaliserL.get(), equaliserR.get(),
+                 secondaryL.get(), secondaryR.get(), separator.get()})
+            if (strip)
+                function(*strip);
+    }
 
     // TemplateEditor.cpp
     int32 roundedParameter(ParamID id) const;
@@ -112,7 +128,7 @@ private:
     int32 layoutMode = -1;
     int32 preampOnShown = 0, secondaryOnShown = 0;
     int32 hoverTag = kNoHover, lastHoverTag = kNoHover;
-    std::array<VSTGUI::CRect, kHoverTargets> hoverRects{};
+    std::array<VSTGUI::CRect, std::size(kHoverTargets)> hoverRects{};
 };
 
 }  // namespace Vst

@@ -9,20 +9,10 @@ using namespace VSTGUI;
 namespace Steinberg {
 namespace Vst {
 
-namespace {
-
-// In the order in which they are looked at: the first that holds the mouse counts.
-constexpr std::array<int32, 17> kTargets{
-    kTagInfo,       kSaveBankTag, kDefaultBankTag, kLoadBankTag, kSavePresetTag, kDefaultPresetTag,
-    kLoadPresetTag, kRockerTag,   kStoreATag,      kRecallATag,  kStoreBTag,     kRecallBTag,
-    kManualTag,     k2x,          kQB11,           kBpsCh1,      kBpsCh2};
-
-}  // namespace
-
 void TemplateEditor::refreshHoverRects()
 {
-    for (std::size_t i = 0; i < kTargets.size(); ++i) {
-        const int32 tag = kTargets[i];
+    for (std::size_t i = 0; i < hoverRects.size(); ++i) {
+        const int32 tag = kHoverTargets[i];
         if (const CControl* const button = presetControl(tag))
             hoverRects[i] = button->getViewSize();
         else if (mainPanel)
@@ -46,9 +36,9 @@ void TemplateEditor::followMouse()
     CPoint where;
     hoverTag = kNoHover;
     if (frame->getCurrentMouseLocation(where))
-        for (std::size_t i = 0; i < kTargets.size() && hoverTag == kNoHover; ++i)
+        for (std::size_t i = 0; i < hoverRects.size() && hoverTag == kNoHover; ++i)
             if (hoverRects[i].pointInside(where))
-                hoverTag = kTargets[i];
+                hoverTag = kHoverTargets[i];
     if (hoverTag == lastHoverTag)
         return;
     leave(lastHoverTag, where);

@@ -30,10 +30,8 @@ void TemplateEditor::updateLayout()
     const int32 width = editorWidth(mode);
 
     placeStrips(mode);
-    if (mainPanel) {
-        mainPanel->detach();
+    if (mainPanel)
         mainPanel->attach(frame, CPoint(width - kMainPanelWidth, 0));
-    }
     if (label)
         label->setLayoutMode(mode);
     infoRect = CRect(0, 0, width, kEditorHeight);
@@ -70,16 +68,11 @@ void TemplateEditor::placeStrips(int32 mode)
     shown.push_back(separator.get());
     addChannel(preampR.get(), equaliserR.get(), secondaryR.get());
 
-    for (StripEditor* const strip : std::initializer_list<StripEditor*>{
-             preampL.get(), preampR.get(), secondaryL.get(), secondaryR.get()})
-        if (strip)
-            strip->detach();
+    forEachStrip([](StripEditor& strip) { strip.detach(); });
     CCoord x = kFirstStripX;
     for (StripEditor* const strip : shown) {
-        if (strip) {
-            strip->detach();
+        if (strip)
             strip->attach(frame, CPoint(x, kStripY));
-        }
         x += strip == separator.get() ? kSeparatorWidth : kStripWidth;
     }
 }
