@@ -108,9 +108,10 @@ void Vst2Wrapper::idle()
     return wrapper->init() ? wrapper.release() : nullptr;
 }
 
-Vst2Wrapper::Vst2Wrapper(IPtr<IAudioProcessor> ownProcessor, IPtr<IEditController> ownController,
-                         IPtr<IPluginFactory> ownFactory, const TUID componentID, VstInt32 vst2ID,
-                         audioMasterCallback audioMaster)
+Vst2Wrapper::Vst2Wrapper(const IPtr<IAudioProcessor>& ownProcessor,
+                         const IPtr<IEditController>& ownController,
+                         const IPtr<IPluginFactory>& ownFactory, const TUID componentID,
+                         VstInt32 vst2ID, audioMasterCallback audioMaster)
     : AudioEffectX(audioMaster, 1, 0), factory(ownFactory), processor(ownProcessor),
       component(query<IComponent>(ownProcessor)), controller(ownController),
       interfaceSupport(new PlugInterfaceSupport, false)

@@ -164,8 +164,8 @@ private:
         void prepare(IComponent& component, BusDirection direction);
     };
 
-    Vst2Wrapper(IPtr<IAudioProcessor> processor, IPtr<IEditController> controller,
-                IPtr<IPluginFactory> factory, const TUID componentID, VstInt32 vst2ID,
+    Vst2Wrapper(const IPtr<IAudioProcessor>& processor, const IPtr<IEditController>& controller,
+                const IPtr<IPluginFactory>& factory, const TUID componentID, VstInt32 vst2ID,
                 audioMasterCallback audioMaster);
 
     bool init();
