@@ -241,6 +241,14 @@ TEST_F(Editor, EveryLabelSetsItsStepInOneGesture)
                             || heard() == gesture(static_cast<ParamID>(knob.id), {id}));
             }
         }
+        if (labels.empty())
+            continue;
+        // "off" leads back to the step that the host had set.
+        set(static_cast<int>(id), 3 / last);
+        for (const double expected : {0.0, 3 / last}) {
+            window->click(knob.rect.getTopLeft() + labels[0].rect().getCenter());
+            EXPECT_NEAR(value(static_cast<int>(id)), expected, 1e-6) << knob.title;
+        }
     }
 }
 

@@ -24,6 +24,7 @@ TEST_F(PresetCommand, ABankGoesThroughJsonUnchanged)
 TEST_F(PresetCommand, APresetMovesIntoABankByWayOfAFile)
 {
     writeContent(folder / "mine.json",
+                 "\xEF\xBB\xBF"
                  R"({"format": "zkrt46-preset", "version": 1, "name": "M\u00e4rz",
                      "parameters": {"LGainL": "3.5 dB", "LFreqL": "82"}})");
     ASSERT_EQ(run("preset import mine.json --at 5 -o a.zkb"), 0) << err;

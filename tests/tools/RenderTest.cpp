@@ -86,10 +86,10 @@ TEST_F(Rendering, ChangesParametersOnTheirExactSample)
     writeInput(std::vector<float>(1000, 1.0f), 1);
     job.blockSize = 256;
     job.settings = {{0, 0.5f}};
-    // 100.4 samples are sample 100; behind the end is never.
+    // 100.4 samples are sample 100, 699.6 are 700; behind the end is never.
     job.automation = {{0.0, {0, 0.25f}},
                       {100.4 / kRate, {0, 0.75f}},
-                      {700.0 / kRate, {0, 0.125f}},
+                      {699.6 / kRate, {0, 0.125f}},
                       {700.0 / kRate, {0, 1.0f}},
                       {1e300, {0, 0.0f}}};
     const std::vector<float> output = rendered();
