@@ -12,7 +12,7 @@ package=("${manual[@]}" nsis dpkg-dev lintian)
 hosts=(ardour qtractor xvfb xdotool x11-utils imagemagick python3-numpy sonic-pi-samples)
 soak=(wine wine64 xvfb libxtst-dev)
 tests=("${demo[@]}" "${package[@]}" googletest clang-format-14 flake8 clang-14 libclang-rt-14-dev
-       libxtst-dev xvfb xdotool python3-numpy python3-pil valgrind)
+       libstb-dev libxtst-dev xvfb xdotool python3-numpy python3-pil valgrind)
 
 case ${1:-} in
 build) wanted=("${build[@]}") ;;
@@ -22,7 +22,7 @@ package) wanted=("${build[@]}" "${package[@]}") ;;
 hosts) wanted=("${build[@]}" "${hosts[@]}") ;;
 soak) wanted=("${build[@]}" "${soak[@]}") ;;
 test) wanted=("${build[@]}" "${tests[@]}") ;;
-tidy) wanted=("${build[@]}" googletest libxtst-dev clang-tidy-14) ;;
+tidy) wanted=("${build[@]}" googletest libstb-dev libxtst-dev clang-tidy-14) ;;
 *)
     echo "usage: setup.sh build|demo|manual|package|hosts|soak|test|tidy" >&2
     exit 2

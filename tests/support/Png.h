@@ -1,4 +1,4 @@
-// The plainest PNG that holds a picture: it is not compressed.
+// Pictures as PNG.
 #pragma once
 
 #include "vstgui/platform/pixels.h"
