@@ -7,6 +7,7 @@
 #include "CZKRTextEdit.h"
 #include "Documents.h"
 #include "IdleUpdate_ZKR_Handler.h"
+#include "NameField.h"
 #include "ZKRPresetSystemController3.h"
 
 #include <string>
@@ -144,7 +145,7 @@ CControl* ZKRPresetSystemEditor3::presetControl(int32 tag) const
 
 float ZKRPresetSystemEditor3::selectedFieldValue() const
 {
-    return (static_cast<float>(presets->getCurrentPreset()) + 1.0f) / kPresetCount;
+    return fieldValueOf(presets->getCurrentPreset());
 }
 
 void ZKRPresetSystemEditor3::setEntryTitle(int32 index)

@@ -4,6 +4,7 @@
 #include "CZKKickButton.h"
 #include "CZKRTextEdit.h"
 #include "Documents.h"
+#include "NameField.h"
 #include "ZKRPresetSystemController3.h"
 
 #include <algorithm>
@@ -110,10 +111,9 @@ void ZKRPresetSystemEditor3::valueChanged(CControl* control)
     }
 }
 
-// The field's value tells which preset its text belongs to.
 void ZKRPresetSystemEditor3::nameEdited(float fieldValue)
 {
-    const auto index = static_cast<int32>(fieldValue * 23.0f);
+    const int32 index = presetOf(fieldValue);
     if (index == presets->getCurrentPreset()) {
         if (nameField)
             presets->setCurrentPresetName(std::string(nameField->getText()).c_str());
