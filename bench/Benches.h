@@ -1,4 +1,4 @@
-// The three kinds of measurement.
+// The three benchmarks.
 #pragma once
 
 #include "Report.h"
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-// What to leave out; empty or 0 leaves out nothing.
+// What to measure; empty or 0 selects everything.
 struct Selection {
     std::string chain;  // "stages", or the name of a chain
     double rate = 0.0;
@@ -23,8 +23,8 @@ struct Selection {
 // Single stages of the audio path, on sub-blocks of 16 frames.
 void benchStages(const Selection& selection, Report& report);
 
-// Whole chains: music, then silence, then an input of 1e-40.
+// Whole chains: pink noise, then silence, then noise at 1e-40.
 void benchChains(const Selection& selection, Report& report);
 
-// What happens once: the block in which every parameter changes, and the one after activation.
+// Single blocks: the one in which every parameter changes, and the first after activation.
 void benchTransients(const Selection& selection, Report& report);

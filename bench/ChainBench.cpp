@@ -7,10 +7,10 @@
 
 namespace {
 
-constexpr int kChunk = 4096;  // frames timed at once
+constexpr int kChunk = 4096;  // frames in one measurement
 constexpr int kSettlingChunks = 4;
 constexpr int kMusicChunks = 12;
-constexpr int kSilentChunks = 32;  // long enough for every filter to ring out
+constexpr int kSilentChunks = 32;  // long enough for every filter to decay
 constexpr int kTinyChunks = 12;
 
 struct Section {
@@ -28,7 +28,7 @@ std::vector<Section> sections()
             {"1e-40", tinyNoise(kTinyChunks * kChunk), kTinyChunks, true}};
 }
 
-// Of one form in one section.
+// The measurements of one form in one section.
 struct Score {
     ProcessingForm form;
     ShortestTimes times;
@@ -36,7 +36,7 @@ struct Score {
 };
 using Scores = std::vector<std::vector<Score>>;  // [section][form]
 
-// Every form plays everything from the start, chunk by chunk in turn.
+// Every form processes all sections from the start; the forms take turns chunk by chunk.
 Scores play(const Chain& chain, double rate, int block, int repetitions,
             const std::vector<Section>& program)
 {
@@ -63,7 +63,7 @@ Scores play(const Chain& chain, double rate, int block, int repetitions,
     return scores;
 }
 
-// How much longer the slowest chunk of a section takes than the slowest of music, at worst.
+// By section: the largest ratio of its slowest chunk to the slowest chunk of music.
 using Slowdowns = std::map<std::string, std::vector<FormResult>>;
 
 void collect(Slowdowns& slowdowns, const std::string& name, const std::vector<Score>& section,
@@ -108,8 +108,8 @@ void benchChains(const Selection& selection, Report& report)
                 }
             }
     report.title(
-        "Slowest stretch of 4096 frames over the slowest of music, worst of the above (what else\n"
-        "runs on the machine shows here first):");
+        "Slowest stretch of 4096 frames over the slowest of music, worst of the above (sensitive\n"
+        "to other processes):");
     for (const auto& [name, ratios] : slowdowns)
         report.addRatio(name, ratios);
 }

@@ -1,4 +1,4 @@
-// The whole chains that are measured: what each of them has switched on.
+// The measured chains and their settings.
 #pragma once
 
 #include "ParameterIds.h"
@@ -17,7 +17,7 @@ inline std::vector<Setting> joined(std::vector<Setting> a, const std::vector<Set
     return a;
 }
 
-// Three bands in circuit, boosted and cut, alike in both channels of a pair of strips. `proc` is
+// Three bands in circuit, boosted and cut, equal in both channels of a pair of strips. `proc` is
 // the first of the pair's parameters.
 inline std::vector<Setting> threeBands(unsigned proc)
 {

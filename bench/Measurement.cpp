@@ -1,4 +1,3 @@
-// Hash and shortest times.
 #include "Measurement.h"
 
 #include <algorithm>

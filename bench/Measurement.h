@@ -1,5 +1,5 @@
-// Times several forms of the same work on a machine that has other things to do: the forms take
-// turns, everything is repeated, and of each piece of work the shortest time counts.
+// Timing of several forms of the same work on a machine with other processes: the forms take turns,
+// everything is repeated, and the shortest time of each piece of work counts.
 #pragma once
 
 #include <chrono>
@@ -33,7 +33,7 @@ double nanosecondsOf(Work work)
         .count();
 }
 
-// The shortest times seen of a row of pieces of work that is gone through several times.
+// The shortest time of each piece of work over several repetitions, in nanoseconds.
 class ShortestTimes {
 public:
     void record(std::size_t piece, double nanoseconds);

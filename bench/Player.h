@@ -1,4 +1,4 @@
-// The processor in one form, activated and driven block by block as a host does it.
+// The processor in one form, activated and driven block by block as by a host.
 #pragma once
 
 #include "PitchNamesProcessor.h"
@@ -33,7 +33,7 @@ public:
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
 
-    // Ends every glide of the settings at its target.
+    // Reactivates the processor, which ends every glide at its target.
     void activate()
     {
         processor->setActive(false);
@@ -49,7 +49,7 @@ public:
         }
     }
 
-    // A stretch of a signal, to be played next. Copied, since the processor may turn its input.
+    // Copies the part of a signal to process next, since the processor may invert its input.
     void load(const StereoSignal& signal, int start, int frames)
     {
         for (std::size_t c = 0; c < 2; ++c) {

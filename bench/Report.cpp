@@ -1,4 +1,3 @@
-// Formatting of the results.
 #include "Report.h"
 
 #include <cinttypes>

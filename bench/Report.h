@@ -1,4 +1,4 @@
-// The table on the screen and the file with one line for every number.
+// Prints the results as a table and writes them to a CSV file with one line per number.
 #pragma once
 
 #include "ProcessingForm.h"
@@ -22,7 +22,7 @@ struct Case {
 
 class Report {
 public:
-    // Starts a table with a line that says what its numbers are.
+    // Starts a table with a line that explains its numbers.
     void title(const std::string& text);
 
     // One line: nanoseconds of each form, plain over fast, share of real time of the first and the

@@ -1,4 +1,3 @@
-// Noise sources.
 #include "Signals.h"
 
 #include <cmath>
@@ -19,8 +18,8 @@ StereoSignal empty(int frames)
     return {channel, channel};
 }
 
-// White noise through one-pole low-passes an octave and a half apart, summed: each adds a step to a
-// staircase that falls like 1 / f.
+// The sum of white noise through one-pole low-passes an octave and a half apart, which approximates
+// a power spectrum of 1 / f.
 class PinkNoise {
 public:
     float next(std::mt19937& random)

@@ -1,4 +1,4 @@
-// What is played to the forms.
+// Test signals of the benchmarks.
 #pragma once
 
 #include <array>
@@ -6,11 +6,11 @@
 
 using StereoSignal = std::array<std::vector<float>, 2>;
 
-// Noise that falls by about 3 dB an octave, like music does, at -12 dBFS RMS; the channels are
-// half alike.
+// Pink noise (about -3 dB per octave, as music) at -12 dBFS RMS; the channels are half
+// correlated.
 StereoSignal musicLikeNoise(int frames);
 
 StereoSignal silence(int frames);
 
-// Noise at 1e-40, which is denormal as a float and far below what any filter lets through.
+// Noise at 1e-40, which is denormal as a float and below the flush threshold of every filter.
 StereoSignal tinyNoise(int frames);

@@ -1,5 +1,5 @@
-// Single stages. A stage takes one stereo sub-block of 16 host frames in place, as it lies between
-// its neighbours in the block loop; to add one, write its factory and add a line to kStages.
+// Single stages. A stage processes one stereo sub-block of 16 host frames in place, as in the block
+// loop; to add one, write its factory and add a line to kStages.
 #include "Benches.h"
 #include "Measurement.h"
 #include "Oversampling.h"
@@ -15,9 +15,9 @@ namespace {
 
 constexpr int kFrames = 16;
 constexpr double kStripRate = 192000.0;  // Hz, four times 48 kHz
-constexpr int kSubBlocks = 256;          // in one timed piece of work
+constexpr int kSubBlocks = 256;          // in one measurement
 
-// Takes `count` samples of each channel in place.
+// Processes `count` samples of each channel in place.
 using RunStage = std::function<void(double* left, double* right, int count)>;
 
 template <int kMode>
@@ -133,7 +133,7 @@ private:
     std::array<double, kSubBlocks * 2 * 64> samples;
 };
 
-// Plays the whole input; `sink` gets every sub-block of output.
+// Processes the whole input; `sink` gets every sub-block of output.
 template <typename Sink>
 void play(const Stage& stage, const RunStage& run, const Input& input, Sink sink)
 {

@@ -1,4 +1,4 @@
-// Blocks that come once: all parameters changing at a time, and the first block after activation.
+// Single blocks: the one in which all parameters change, and the first after activation.
 #include "Benches.h"
 #include "Chains.h"
 #include "Measurement.h"
@@ -14,8 +14,8 @@ constexpr double kRate = 48000.0;  // Hz
 constexpr int kEvents = 24;
 constexpr int kBlocksAfter = 20;  // each change or activation is followed by 213 ms
 
-// Everything that is on stays on, so that the block has all its work to do; what turns is turned,
-// both polarities flip, and the switches arrive once more as they are.
+// A change of all parameters: knobs move, both polarities flip, and switches get the value that
+// they have, so that every stage stays on.
 std::vector<Setting> changesOfAll(int event)
 {
     static constexpr unsigned kTurned[] = {
@@ -60,7 +60,7 @@ double playBlock(Contestant& contestant, const StereoSignal& music, int number)
     return time;
 }
 
-// One change of everything, and the time until nothing glides any more.
+// One change of all parameters, and blocks until every glide has ended.
 void changeAll(Contestant& contestant, int event, const StereoSignal& music)
 {
     const auto piece = static_cast<std::size_t>(event);
@@ -71,7 +71,7 @@ void changeAll(Contestant& contestant, int event, const StereoSignal& music)
         playBlock(contestant, music, block);
 }
 
-// Activation ends every glide; what follows is settled.
+// Activation ends every glide, so the blocks after the first are settled.
 void activate(Contestant& contestant, const StereoSignal& music)
 {
     contestant.player->activate();

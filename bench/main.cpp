@@ -9,13 +9,13 @@ namespace {
 
 constexpr const char* kUsage =
     "zkrt46-bench [--quick] [--chain NAME] [--rate HZ] [--block N] [-o FILE.csv]\n"
-    "  Every time is the shortest of many, with the forms taking turns. Equal outputs have\n"
-    "  equal codes in the last column.\n"
-    "  --quick       48 kHz and blocks of 512 only, fewer repetitions (the whole takes minutes)\n"
+    "  Every time is the shortest of many, with the forms taking turns. The last column is\n"
+    "  a hash of the output.\n"
+    "  --quick       48 kHz and blocks of 512 only, fewer repetitions (a full run takes minutes)\n"
     "  --chain NAME  one of: stages, \"power off\", default, \"three bands\", \"everything on\"\n"
     "  --rate HZ     44100, 48000, 96000 or 192000\n"
     "  --block N     64, 512 or 4096\n"
-    "  -o FILE.csv   also writes one line for every number\n";
+    "  -o FILE.csv   also writes every number to a CSV file\n";
 
 bool parse(int count, char** arguments, Selection& selection, std::string& file)
 {
@@ -58,7 +58,7 @@ int main(int count, char** arguments)
     benchChains(selection, report);
     benchTransients(selection, report);
     if (!report.everyBitAgreed())
-        std::puts("\nSome forms gave other bits than the plain one.");
+        std::puts("\nThe output of some forms differs from the plain one.");
     if (!file.empty() && !report.write(file)) {
         std::fprintf(stderr, "zkrt46-bench: cannot write %s\n", file.c_str());
         return 1;

@@ -1,6 +1,6 @@
-# zkr_bitmaps(LIST OUTPUT): turns a list of bitmaps into what the build of this system takes them
-# from: for Windows a resource script of PNG resources by number, elsewhere an assembler file with
-# their bytes and a table of them.
+# zkr_bitmaps(LIST OUTPUT): generates the source file that embeds a list of bitmaps: for Windows a
+# resource script of PNG resources by number, elsewhere an assembler file with their bytes and a
+# table of them.
 function(zkr_bitmaps list output)
   get_filename_component(folder ${list} DIRECTORY)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${list})

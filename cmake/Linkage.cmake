@@ -1,5 +1,5 @@
-# Nothing is visible outside a library unless it is exported by name, and the product needs no
-# library beyond the system's own.
+# Hidden visibility: libraries export only what their export lists name. The product depends only on
+# system libraries.
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
@@ -8,8 +8,8 @@ if(WIN32)
   add_link_options(-static)
 endif()
 
-# zkr_exports(TARGET): the library shows what exports.def (Windows) or exports.map (Linux) in its
-# folder names and nothing else, and brings the C++ runtime along.
+# zkr_exports(TARGET): the library exports only what exports.def (Windows) or exports.map (Linux) in
+# its folder names, and links the C++ runtime statically.
 function(zkr_exports target)
   if(WIN32)
     target_sources(${target} PRIVATE exports.def)
@@ -21,8 +21,8 @@ function(zkr_exports target)
   zkr_own_runtime(${target})
 endfunction()
 
-# zkr_own_runtime(TARGET): the library has a C++ runtime of its own inside, which goes without a
-# trace when the library is unloaded.
+# zkr_own_runtime(TARGET): the library contains its own C++ runtime, which leaks nothing when the
+# library is unloaded.
 function(zkr_own_runtime target)
   set(runtime ${CMAKE_SOURCE_DIR}/shell/runtime)
   set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
@@ -34,8 +34,8 @@ function(zkr_own_runtime target)
   target_sources(${target} PRIVATE ${runtime}/ResidentLibraries.cpp)
   if(NOT ZKR_SANITIZE)
     target_sources(${target} PRIVATE ${runtime}/ExceptionMemory.cpp)
-    # Hidden, the runtime is not mixed up with the host's. What of it nobody calls stays out, and
-    # with it the need for a newer C library.
+    # Hidden symbols keep the runtime separate from the host's. Garbage collection drops its unused
+    # sections, some of which would need a newer C library.
     target_link_options(${target} PRIVATE -s -Wl,-z,defs -static-libstdc++ -static-libgcc
       -Wl,--exclude-libs,libstdc++.a:libgcc.a:libgcc_eh.a -Wl,--gc-sections)
   endif()

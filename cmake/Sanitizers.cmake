@@ -1,4 +1,4 @@
-# Sanitizers go to every object, the SDK's included, and leave the stack readable.
+# Sanitizers for every object, the SDK's included, with frame pointers for readable stacks.
 if(ZKR_SANITIZE)
   add_compile_options(
     "$<$<COMPILE_LANGUAGE:CXX>:-fsanitize=${ZKR_SANITIZE}>"

@@ -1,6 +1,6 @@
-# zkr_version_resource(TARGET DESCRIPTION FILE): gives a Windows library or program what Explorer and
-# hosts show of it: version, maker, licence and icon. FILE is the name it is delivered under.
-# Elsewhere it does nothing.
+# zkr_version_resource(TARGET DESCRIPTION FILE): adds a version resource (version, vendor, licence
+# and icon, which Explorer and hosts show) to a Windows library or program. FILE is its name in the
+# product. Does nothing on other systems.
 function(zkr_version_resource target description file)
   if(NOT WIN32)
     return()

@@ -1,4 +1,4 @@
-# The VST 3 SDK: the subset that Debian's juce-modules-source-data ships, or a full SDK named here.
+# The VST 3 SDK: the subset in Debian's juce-modules-source-data, or a full SDK in ZKR_VST3_SDK.
 set(ZKR_VST3_SDK
     /usr/share/juce/modules/juce_audio_processors/format_types/VST3_SDK
     CACHE PATH "Folder of the VST 3 SDK that holds base/, pluginterfaces/ and public.sdk/")

@@ -1,4 +1,4 @@
-# Warnings for our own code; the SDK's headers are system headers and stay silent.
+# Warnings for our own code; the SDK's headers are system headers, which give none.
 add_library(zkr_warnings INTERFACE)
 target_compile_options(zkr_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wdouble-promotion -Wno-unknown-pragmas)
@@ -7,7 +7,7 @@ if(ZKR_WARNINGS_AS_ERRORS)
 endif()
 
 # zkr_library(NAME SOURCES... LINK...): one static library for one folder, headers beside the code.
-# A target sees the headers of what it links and no others.
+# A target sees only the headers of what it links.
 function(zkr_library name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
   add_library(${name} STATIC ${arg_SOURCES})

@@ -1,4 +1,4 @@
-# Read by CPack before each kind of package: which layout it takes, and its name.
+# Read by CPack before it builds each kind of package: its layout and file name.
 set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY OFF)
 set(CPACK_PACKAGING_INSTALL_PREFIX /)
 if(CPACK_GENERATOR STREQUAL DEB)

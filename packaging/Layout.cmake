@@ -1,9 +1,9 @@
-# What lies where in each package.
+# The files of each package.
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(plain OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 
-# The archive for Windows, which the installer takes its files from.
+# The archive for Windows; the installer contains the same files.
 install(FILES ${ZKR_PRODUCTS}/windows/ZKRT46.dll ${manual} ${notices}/windows/README.txt
     ${notices}/windows/LICENSE.txt ${notices}/windows/COPYRIGHT.txt
   DESTINATION . COMPONENT windows PERMISSIONS ${plain})
@@ -31,7 +31,7 @@ install(FILES ${notices}/linux/zkrt46.1.gz
 install(FILES ${notices}/debian/ManualPath
   DESTINATION share/${ZKR_SETTINGS_FOLDER}/ZKRT46 COMPONENT debian PERMISSIONS ${plain})
 
-# finish(COMPONENT STEPS): the last thing that happens to a laid-out tree.
+# finish(COMPONENT STEPS): runs CMake code after a component's files are installed.
 function(finish component steps)
   install(CODE "
     set(tree \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX})

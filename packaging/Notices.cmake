@@ -1,6 +1,6 @@
-# The texts that go with the products: who wrote what, under which licence; and what changed when.
+# The texts that come with the products: licences, copyrights, READMEs, changelog and manual page.
 
-# paragraph(FILE LINE RESULT): the first paragraph of a file that has this as its first line.
+# paragraph(FILE LINE RESULT): the first paragraph of a file that begins with this line.
 function(paragraph file line result)
   execute_process(
     COMMAND awk -v RS= -F "\n" "$1 == \"${line}\" { print; exit }" ${file}
@@ -11,7 +11,7 @@ function(paragraph file line result)
   set(${result} "${text}" PARENT_SCOPE)
 endfunction()
 
-# Licences of what is linked in, in the words that Debian ships with it.
+# Licence texts of linked libraries, from their Debian packages.
 paragraph(/usr/share/doc/libcli11-dev/copyright "License: BSD-3-clause" bsd)
 paragraph(/usr/share/doc/nlohmann-json3-dev/copyright "License: Expat" expat)
 paragraph(/usr/share/doc/mingw-w64-common/copyright "Files: *" mingw)
@@ -24,7 +24,7 @@ configure_file(${top}/LICENSE ${notices}/windows/LICENSE.txt @ONLY NEWLINE_STYLE
 configure_file(README-windows.txt.in ${notices}/windows/README.txt @ONLY NEWLINE_STYLE DOS)
 configure_file(README-linux.txt.in ${notices}/linux/README.txt @ONLY)
 
-string(TIMESTAMP day "%Y-%m-%d" UTC)  # of SOURCE_DATE_EPOCH, when that is set
+string(TIMESTAMP day "%Y-%m-%d" UTC)  # from SOURCE_DATE_EPOCH, if set
 execute_process(COMMAND date -R -u -d ${day}
   OUTPUT_VARIABLE changed OUTPUT_STRIP_TRAILING_WHITESPACE)
 configure_file(debian/changelog.in ${notices}/debian/changelog @ONLY)
@@ -35,6 +35,6 @@ foreach(text debian/changelog linux/zkrt46.1)
     COMMAND_ERROR_IS_FATAL ANY)
 endforeach()
 
-# Where the manual lies once the Debian package is installed: the text of a setting.
+# The setting ManualPath for the Debian package: the manual's installed path.
 set(documents share/doc/zkr-t46)
 file(WRITE ${notices}/debian/ManualPath "/usr/${documents}/ZKRT46-manual.pdf")

@@ -1,4 +1,4 @@
-# The packages, for CPack. What differs between them is in Generators.cmake.
+# CPack's settings for all packages; Generators.cmake has those that differ.
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_SOURCE_DIR}/Generators.cmake)
 set(CPACK_GENERATOR NSIS ZIP TGZ DEB)
@@ -20,8 +20,8 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 file(READ debian/description CPACK_DEBIAN_PACKAGE_DESCRIPTION)
 string(STRIP "${CPACK_DEBIAN_PACKAGE_DESCRIPTION}" CPACK_DEBIAN_PACKAGE_DESCRIPTION)
 
-# Asked here and not by CPack, which would have every plug-in below /usr/lib told to the dynamic
-# linker.
+# Dependencies are determined here, since CPack's own method would also register the plug-ins below
+# /usr/lib with the dynamic linker.
 file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/debian/control
      "Source: zkr-t46\n\nPackage: zkr-t46\nArchitecture: amd64\n")
 set(linux ${ZKR_PRODUCTS}/linux)
@@ -36,13 +36,13 @@ if(failed)
 endif()
 string(REGEX REPLACE "^shlibs:Depends=" "" CPACK_DEBIAN_PACKAGE_DEPENDS "${needed}")
 
-# The installer names every file of the bundle, so that it removes those and no others.
+# Lists every file of the bundle for the installer, so that it removes only those.
 set(installed "")
 set(files "")
 set(folders "")
 set(whole ${ZKR_PRODUCTS}/windows)
 file(GLOB_RECURSE entries RELATIVE ${whole} LIST_DIRECTORIES ON ${whole}/ZKRT46.vst3/*)
-list(SORT entries ORDER DESCENDING)  # a folder comes after what it holds
+list(SORT entries ORDER DESCENDING)  # a folder comes after its contents
 list(APPEND entries ZKRT46.vst3)
 foreach(entry ${entries})
   string(REPLACE "/" "\\" path ${entry})

@@ -1,13 +1,13 @@
-; Installs, replaces and removes ZKR T46 on Windows.
+; Installs, upgrades and removes ZKR T46 on Windows.
 ;
 ; Command line, besides NSIS' own /S (silent) and /D=FOLDER (for manual and uninstaller, comes last):
 ;   /VST2DIR=FOLDER   where the VST 2 library goes
-;   /NOVST2  /NOVST3  leaves that one out
-; Exit codes: 0 done, 1 cancelled by the user, and with nothing changed: 3 a file is in use,
-; 4 the command line is wrong. 2: a file could not be written. What had been written by then is
-; removed again, and a version that was installed before is back in its place.
+;   /NOVST2  /NOVST3  does not install that one
+; Exit codes: 0 done, 1 cancelled by the user, 2 a file could not be written, 3 a file is in use,
+; 4 the command line is wrong. After 2 the files written so far are removed and a previous version
+; is restored; after 3 and 4 nothing was changed.
 ;
-; The numbers of the exit codes, shared with the uninstaller:
+; The exit codes, shared with the uninstaller:
 !define EXIT_FAILED 2
 !define EXIT_IN_USE 3
 !define EXIT_USAGE 4
@@ -19,9 +19,9 @@
 !define VENDOR_KEY "SOFTWARE\${SETTINGS_FOLDER}"
 !define SETTINGS_KEY "${VENDOR_KEY}\ZKRT46"
 !define ENTRY_KEY "SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\ZKRT46"
-!define ASIDE ".zkr-aside"  ; ends the name of a file while another takes its place
+!define ASIDE ".zkr-aside"  ; suffix of an old file while the new one is written
 
-; A 64-bit program: Windows of 32 bits refuses to start it, and the registry is seen as hosts see it.
+; A 64-bit program: 32-bit Windows refuses to start it, and it uses the same registry as hosts.
 !pragma warning error all
 Target amd64-unicode
 Name "ZKR T46"
@@ -52,14 +52,14 @@ VIAddVersionKey /LANG=1033 ProductVersion "${VERSION}"
 
 Var Vst2Folder
 Var Vst3Folder
-Var OldHome     ; where the version is that is there already; nothing for what it has not
+Var OldHome     ; folders of an installed version; empty for parts that it lacks
 Var OldVst2
 Var OldVst3
-Var HomeCreated ; the uppermost folder that had to be made for each place
+Var HomeCreated ; the topmost folder that was created for each part
 Var Vst2Created
 Var Vst3Created
 Var Message
-Var Begun       ; what has to be undone: "aside" files of the old version, "written" new ones
+Var Begun       ; what a failure must undo: "aside": renamed old files; "written": also new files
 
 ; ---- Pages
 
@@ -96,9 +96,9 @@ Var Begun       ; what has to be undone: "aside" files of the old version, "writ
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 
-; ---- What installer and uninstaller share
+; ---- Shared by installer and uninstaller
 
-; Tells the user, or when silent the caller's error stream, and ends.
+; Shows an error (when silent: prints it to stderr) and ends.
 !macro Fail Code Text
   StrCpy $Message "${Text}"
   ${If} ${Silent}
@@ -112,8 +112,8 @@ Var Begun       ; what has to be undone: "aside" files of the old version, "writ
 !macroend
 
 !macro SharedFunctions un
-; Ends with EXIT_IN_USE while a program holds the file $0, as a host does a library and a viewer the
-; manual: Windows then refuses to open it for writing.
+; Ends with EXIT_IN_USE if a program has the file $0 open or loaded, as a host has a library or a
+; viewer the manual: Windows then refuses to open it for writing.
 Function ${un}RefuseInUse
   ${DoWhile} ${FileExists} "$0"
     System::Call 'kernel32::CreateFileW(w r0, i 0x40000000, i 7, p 0, i 3, i 0, p 0) p.r1 ?e'
@@ -136,7 +136,7 @@ Function ${un}RefuseInUse
   ${Loop}
 FunctionEnd
 
-; Removes the folder $0 and those above it up to $1, as long as they are empty; none without $1.
+; Removes the folder $0 and its parents up to $1 while they are empty; nothing if $1 is empty.
 Function ${un}RemoveCreated
   ${DoWhile} $1 != ""
     ClearErrors
@@ -158,7 +158,7 @@ FunctionEnd
 
 ; ---- Installing
 
-; Puts the uppermost folder of the path $0 that is not there yet into $1, nothing when all are.
+; Sets $1 to the topmost folder of the path $0 that does not exist; empty if all exist.
 Function FirstMissing
   StrCpy $1 ""
   StrCpy $2 "$0"
@@ -171,8 +171,8 @@ Function FirstMissing
   ${Loop}
 FunctionEnd
 
-; Makes the folder, and puts the uppermost that had to be made into the variable Created. What the
-; old version had to make around it, under Note in the registry, counts as well.
+; Creates the folder and sets Created to the topmost folder that was created, now or by the old
+; version, which recorded it in the registry value Note.
 !macro CreateFolder Folder Created Note
   StrCpy $0 "${Folder}"
   Call FirstMissing
@@ -192,8 +192,8 @@ FunctionEnd
   Call ${Function}
 !macroend
 
-; Calls the function with each file of the product in $0. A folder that is nothing is left out. A file
-; that the product gives up stays in this list, so that newer versions remove it.
+; Calls the function with each file of the product in $0; parts whose folder is empty are skipped.
+; Files that later versions no longer have must stay in this list, so that these versions remove them.
 !macro ForEachFile Function Home Vst2 Vst3
   ${If} "${Home}" != ""
     !insertmacro CallWith ${Function} "${Home}\uninstall.exe"
@@ -218,7 +218,7 @@ FunctionEnd
   !insertmacro ForEachFile ${Function} "$INSTDIR" "$Vst2Folder" "$Vst3Folder"
 !macroend
 
-; The file $0 makes room for a new one. A folder of that name is not ours.
+; Renames the file $0 to make room for a new one. A folder of that name is not ours.
 Function SetAside
   ${If} ${FileExists} "$0"
   ${AndIfNot} ${FileExists} "$0\*.*"
@@ -241,8 +241,8 @@ Function DeleteAside
   Delete "$0${ASIDE}"
 FunctionEnd
 
-; What is there, from an old version or copied there by hand, is only set aside until the new version
-; is complete. Until then the registry is left as it is.
+; Existing files, from an old version or copied by hand, are only renamed until the new version is
+; complete. The registry is changed only then.
 Section "-SetAside"
   Call FindPlaces
   StrCpy $0 "$OldVst2\${LIBRARY}"
@@ -289,14 +289,14 @@ Section "VST 3 plug-in" Vst3
   !insertmacro InstallBundle
 SectionEnd
 
-; Removes the folder, and those above it that were made for it, as long as they are empty.
+; Removes the folder and the parents that were created for it, while they are empty.
 !macro RemoveFolder Folder Created
   StrCpy $0 "${Folder}"
   StrCpy $1 "${Created}"
   Call RemoveCreated
 !macroend
 
-; The new version is complete: what was set aside goes, with the folders that nothing is left in.
+; The new version is complete: deletes the renamed files and folders that are now empty.
 Section "-RemoveOld"
   SetOutPath "$INSTDIR"
   !insertmacro ForEachOldFile DeleteAside
@@ -350,9 +350,9 @@ SectionEnd
   !insertmacro MUI_DESCRIPTION_TEXT ${Vst3} "For hosts that load VST 3 plug-ins, into the folder that all of them search."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
-; Puts the folder that the parameters $0 give after /VST2DIR= into $Vst2Folder. The error flag is set
-; when they give none. Quotes may stand around the folder, or, as programs do that start others,
-; around the whole of it; without any, the folder goes on to the next option.
+; Sets $Vst2Folder to the folder after /VST2DIR= in the parameters $0; sets the error flag if there
+; is none. Quotes may enclose the folder or, as some programs pass it, the whole option; without
+; quotes the folder extends to the next option.
 Function ReadVst2Option
   StrCpy $1 0
   StrCpy $2 " "
@@ -394,7 +394,7 @@ Function ReadVst2Option
   ClearErrors
 FunctionEnd
 
-; Takes a backslash off the end of $Vst2Folder. The error flag is set when that is not a full path.
+; Removes a trailing backslash from $Vst2Folder. Sets the error flag if it is not a full path.
 Function CheckVst2Folder
   ClearErrors
   StrCpy $1 $Vst2Folder 1 -1
@@ -409,8 +409,7 @@ Function CheckVst2Folder
   ${EndIf}
 FunctionEnd
 
-; Puts the places of the old version into their variables, and takes those that nothing goes into out
-; of theirs.
+; Reads the folders of the old version, and clears those of parts that are not selected.
 Function FindPlaces
   ReadRegStr $OldHome HKLM "${ENTRY_KEY}" "InstallLocation"
   ReadRegStr $OldVst2 HKLM "${ENTRY_KEY}" "Vst2Folder"
@@ -443,7 +442,7 @@ Function .onInit
     !insertmacro Fail ${EXIT_USAGE} "/NOVST2 and /NOVST3 together leave nothing to install."
   ${EndIf}
 
-  ; As told, or as before, or as hosts tell, or the usual folder.
+  ; The folder from the command line, else the previous one, else that of hosts, else the usual one.
   Call ReadVst2Option
   ${IfNot} ${Errors}
     Call CheckVst2Folder
@@ -463,7 +462,7 @@ Function .onInit
   ${EndIf}
 FunctionEnd
 
-; Half an installation is none: what was there before is there again.
+; Rolls back: restores the previous state.
 Function .onInstFailed
   ${If} $Begun == ""
     Return
@@ -543,7 +542,7 @@ Section "Uninstall"
   ReadRegStr $1 HKLM "${ENTRY_KEY}" "HomeCreated"
   Call un.RemoveCreated
 
-  ; The settings of the user stay, and with them their key.
+  ; The user's settings, and their key, are kept.
   DeleteRegValue HKCU "${SETTINGS_KEY}" "ManualPath"
   DeleteRegKey /ifempty HKCU "${SETTINGS_KEY}"
   DeleteRegKey /ifempty HKCU "${VENDOR_KEY}"

@@ -1,4 +1,4 @@
-// Documents, shown by the desktop.
+// Opening documents in the desktop's viewer.
 #pragma once
 
 #include <memory>
@@ -9,17 +9,17 @@ namespace platform {
 
 enum class OpenResult { Opened, NoViewer, Failed };
 
-// A document on its way to the user's viewer. When this ends, the viewer stays.
+// A request to open a document. Destroying it does not close the viewer.
 class DocumentOpening {
 public:
     virtual ~DocumentOpening() = default;
 
-    // What has come of it; nothing as long as the desktop has not answered. Does not wait.
+    // The result; nothing until the desktop has answered. Does not wait.
     virtual std::optional<OpenResult> result() = 0;
 };
 
-// Asks for a document to be shown in the user's viewer and returns at once. `window` is the
-// system's handle of the window that asks, or null. UTF-8.
+// Opens a document (path in UTF-8) in the user's viewer and returns at once. `window` is the
+// system's handle of the parent window, or null.
 std::unique_ptr<DocumentOpening> openDocument(void* window, const std::string& path);
 
 }  // namespace platform

@@ -1,5 +1,4 @@
-// Files and folders. Paths are UTF-8 and, where they are not absolute, start at the working
-// directory of the process.
+// Files and folders. Paths are UTF-8; relative ones start at the process's working directory.
 #pragma once
 
 #include <cstdint>
@@ -12,25 +11,25 @@ namespace platform {
 // '\\' on Windows, '/' elsewhere.
 extern const char kPathSeparator;
 
-// Empty when it cannot be told.
+// Empty if unknown.
 std::string workingDirectory();
 bool setWorkingDirectory(const std::string& path);
 
-// What a file has to permit to be opened.
+// The access that a file must permit.
 enum class Access { Read, ReadAndWrite };
 
-// The bytes of a file, of a large one the first `limit`; nothing if it cannot be opened with that
-// access or is not an ordinary file.
+// The bytes of a file, at most the first `limit`; nothing if it cannot be opened with that access
+// or is not a regular file.
 std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::size_t limit,
                                                   Access access = Access::Read);
 
-// Whether a save waits until the disk has it, so that it outlives a loss of power.
+// Whether a save is flushed to disk, so that it survives a loss of power.
 enum class Sync { Wait, None };
 
-// Writes a new file beside the old one and renames it over that, so that a crash or a full disk
-// leaves the old one whole. A link is followed. False, and nothing changed, if that fails or the
-// old file may not be written. On Windows, an old file that another program has open is given 0.2
-// seconds and then written in place, if that program lets others write.
+// Writes a temporary file beside the old one and renames it over that, so that a crash or a full
+// disk leaves the old one intact. Follows a symbolic link. False, and nothing changed, if that
+// fails or the old file is not writable. On Windows, if another program has the old file open,
+// retries for 0.2 s and then writes in place, if that program shares the file for writing.
 bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes,
                  Sync sync = Sync::Wait);
 

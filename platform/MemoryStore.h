@@ -1,4 +1,4 @@
-// A store that nobody else sees and that ends with the object.
+// A store in memory, private to the object.
 #pragma once
 
 #include "SettingsStore.h"

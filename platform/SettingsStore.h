@@ -1,4 +1,4 @@
-// The settings that belong to the user and outlive a project: a small store of named values.
+// Per-user settings, independent of projects: a small store of named values.
 #pragma once
 
 #include <cstdint>
@@ -9,10 +9,10 @@
 
 namespace platform {
 
-// Values are replaced whole: whoever reads meanwhile, in this process or another, gets the old
-// value or the new one. What cannot be read is absent; what cannot be written stays as it was.
-// Binary values outlive a loss of power right after they were written; texts may not. Names are
-// plain file names in ASCII.
+// Values are replaced atomically: a concurrent reader, in this process or another, gets the old
+// value or the new one. An unreadable value is absent; a failed write leaves the old value. Binary
+// values survive a loss of power as soon as they are written; texts may not. Names are plain file
+// names in ASCII.
 class SettingsStore {
 public:
     virtual ~SettingsStore() = default;

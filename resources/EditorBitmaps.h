@@ -1,5 +1,5 @@
 // The editor's bitmaps, by the numbers that resources/bitmaps.txt gives them.
 #pragma once
 
-// Makes them known to the toolkit. Any number of times; before the first bitmap is made.
+// Registers them with the toolkit, before the first bitmap is created; may be called repeatedly.
 void registerEditorBitmaps();

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Builds the Linux and the Windows product and gathers them under dist/.
+# Builds the Linux and the Windows product and collects them in dist/.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/setup.sh build
 
-# build_preset PRESET TARGETS...: quiet unless it fails.
+# build_preset PRESET TARGETS...: prints the log only on failure.
 build_preset() {
     local preset=$1 log
     shift
@@ -25,8 +25,8 @@ place() {
     mv "$2.new" "$2"
 }
 
-# gather BUILD SYSTEM FILES...: copies the files of a build to dist/SYSTEM, and its VST 3 bundle, of
-# which nothing older stays.
+# gather BUILD SYSTEM FILES...: copies the files of a build and its VST 3 bundle to dist/SYSTEM, and
+# removes files of an older bundle.
 gather() {
     local build=$1 target=dist/$2 file
     for file in "${@:3}"; do

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks what a compiler does not: layout, Python, and who may see which headers.
+# Checks what the compiler does not: formatting, Python, and which folders include which headers.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 failed=0
@@ -14,16 +14,16 @@ mapfile -t sources < <(find bench dsp editor params platform presets sdk shell t
     -name '*.h' -o -name '*.cpp' 2>/dev/null | sort)
 
 if unformatted=$(clang-format-14 --dry-run --Werror "${sources[@]}" 2>&1 | grep 'error:'); then
-    complain "these lines want clang-format" "$unformatted"
+    complain "these lines need clang-format" "$unformatted"
 fi
 if seen=$(! flake8); then
     complain "flake8 objects to these lines of Python" "$seen"
 fi
 if seen=$(grep -nE '#include [<"](pluginterfaces|public\.sdk|base/source|windows\.h|unistd\.h)' \
     -r dsp --include='*.h' --include='*.cpp'); then
-    complain "dsp/ sees neither the SDK nor the system" "$seen"
+    complain "dsp/ includes neither SDK nor system headers" "$seen"
 fi
-# Systems are told apart by which file is built; in code, only the two headers that need it may.
+# CMake chooses the files for each system; only shell/Export.h needs a condition.
 if seen=$(grep -nE '^ *# *if.*(_WIN32|__linux__|__ELF__|SMTG_OS_)' -r dsp params shell \
     --include='*.h' --include='*.cpp' | grep -v '^shell/Export\.h:'); then
     complain "CMake picks the system's file; no #ifdef in code" "$seen"

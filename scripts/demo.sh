@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and shows the equaliser at work: recorded music goes through the
-# Linux library and, under Wine, through the Windows one, in a few telling settings; then the
-# responses and the harmonics of those settings are measured and drawn.
+# Installs missing packages, builds, and demonstrates the equaliser: renders recorded music with the
+# Linux library and, under Wine, with the Windows one, in three settings; then measures and draws
+# the responses and harmonics of these settings.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/setup.sh demo
@@ -31,10 +31,10 @@ driven="Driven: QB11=On $(both Drive=10 Hpf=30 28k=On Output=-4 LFreq=63 LGain=2
 
 say() { printf '\n\033[1m%s\033[0m\n' "$1"; }
 
-say "The delay, measured against what the library reports"
+say "The measured delay, compared with the reported latency"
 "$tool" latency --plugin "$linux"
 
-# render NAME FILE CURVE: through both libraries, and compares the results.
+# render NAME FILE CURVE: renders with both libraries and compares the results.
 render() {
     local name=$1 input=$2 curve=$3 word
     local -a settings=()
@@ -43,7 +43,7 @@ render() {
     "$tool" render --verbose --plugin "$linux" "${settings[@]}" "$input" "$out/$name.wav"
     "$tool" render --verbose --plugin "$windows" "${settings[@]}" "$input" "$out/$name-windows.wav"
     if cmp -s "$out/$name.wav" "$out/$name-windows.wav"; then
-        echo "  Both libraries gave the same file, to the bit."
+        echo "  The files of both libraries are identical."
     else
         echo "  The two files differ."
     fi

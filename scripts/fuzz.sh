@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
-# Fuzzes what reads other people's bytes: banks, presets, projects, and the calls of a host.
+# Fuzzes the readers of untrusted data: banks, presets, projects, and calls of a host.
 # Usage: fuzz.sh [--runs N | --minutes M] [bank|preset|dispatcher]...
 #        fuzz.sh --memcheck M
 #
-# Without arguments: all targets, for a short fixed count that is the same every time. With a count
-# or a time, which is that of each target, from a new seed. What is worth keeping of the inputs
-# stays in build/fuzz/corpus, and what breaks something in build/fuzz/findings.
+# Without arguments: all targets, a fixed number of runs with a fixed seed. With a number of runs or
+# a time, which apply to each target: a new seed, and interesting inputs are kept in
+# build/fuzz/corpus. Findings go to build/fuzz/findings.
 #
-# With --memcheck no fuzzer runs, but the tests of presets and of the built plug-in, under valgrind,
-# again and again until M minutes are over: no leak, no read of what was never written.
+# With --memcheck no fuzzer runs. Instead, the tests of presets and of the built plug-in are
+# repeated under valgrind for M minutes, to detect leaks and uninitialised reads.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -43,7 +43,7 @@ done
 [ ${#targets[@]} -gt 0 ] || targets=(bank preset dispatcher)
 scripts/setup.sh test
 
-# build_preset PRESET TARGETS...: quiet unless it fails.
+# build_preset PRESET TARGETS...: prints the errors only on failure.
 build_preset() {
     local preset=$1 log=build/$1-fuzz.log
     shift
@@ -56,7 +56,7 @@ build_preset() {
     fi
 }
 
-# check NAME [ARGUMENTS]: one test program under valgrind.
+# check NAME [ARGUMENTS]: runs one test program under valgrind.
 check() {
     local program=build/release/tests/$1 log=build/memcheck.log
     shift
@@ -91,7 +91,7 @@ build_preset fuzz fuzzers
 rm -rf "$out/seeds"
 "$out/tests/fuzz/make_corpus" "$out/seeds"
 
-# short TARGET: the fixed count. A dispatcher's run makes a whole plug-in.
+# short TARGET: the fixed number of runs. Each run of the dispatcher creates a whole plug-in.
 short() {
     case $1 in
     dispatcher) echo 1000 ;;
@@ -99,7 +99,7 @@ short() {
     esac
 }
 
-# field NAME: of libFuzzer's last words.
+# field NAME: a value of libFuzzer's final statistics.
 field() {
     sed -n "s/^stat::$1: *//p" "$target_log" | tail -n 1
 }
@@ -112,7 +112,7 @@ for target in "${targets[@]}"; do
     if [ ${#limit[@]} -gt 0 ]; then
         how=("${limit[@]}" "$corpus")
     else
-        # Nothing that an earlier run has left: every run is the same.
+        # Without the corpus of earlier runs, so that every run is the same.
         how=("-runs=$(short "$target")" -seed=1)
     fi
     found=""

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Runs the built plug-in in hosts that others made, without a person, and checks what comes of it.
+# Runs the built plug-in unattended in third-party hosts and checks the results.
 # Usage: hosts.sh [ardour|ardour-window|qtractor]...          (default: all)
 #
-# Builds dist/linux first, or takes another folder of that shape, named in ZKR_DIST. The hosts get a
-# home of their own under build/hosts; sessions, results and what the hosts printed stay there until
-# the next run.
+# Builds dist/linux first, or uses another folder with the same layout, named in ZKR_DIST. The hosts
+# get their own home folder under build/hosts; sessions, results and logs stay there until the next
+# run.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -31,7 +31,7 @@ cp -r "${ZKR_DIST:-dist/linux}" "$work/dist"
 dist=$work/dist
 export HOME=$work/home XDG_CONFIG_HOME=$work/home/config XDG_CACHE_HOME=$work/home/cache \
     XDG_DATA_HOME=$work/home/data
-export PYTHONDONTWRITEBYTECODE=1  # nothing is left among the sources
+export PYTHONDONTWRITEBYTECODE=1  # no cache files among the sources
 unset VST_PATH LXVST_PATH VST3_PATH LV2_PATH DISPLAY WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS
 
 say() { printf '\n== %s\n' "$*"; }
@@ -41,7 +41,7 @@ fail() {
     faults=$((faults + 1))
 }
 
-# passes WORDS -- COMMAND...: a check, which prints its figures.
+# passes WORDS -- COMMAND...: runs a check and prints its output.
 passes() {
     local words=$1 figures
     if figures=$("${@:3}" 2>&1); then
@@ -53,14 +53,14 @@ passes() {
 
 compare_audio() { "$root/compare_audio.py" "$@"; }
 
-# silence RATE: samples, some seconds, in which the gain ramps of a start die away to the last bit.
+# silence RATE: samples of silence (some seconds), in which the gain ramps of the start end.
 silence() { echo $(($1 > 96000 ? 1024000 : 256000)); }
 
 # shown_values SET: a file's settings without its automation, as options of our tool, one a line.
 shown_values() { awk '/^[^#]/ && !$4 { print "--set"; print $1 "=" $2 }' "$settings/$1.txt"; }
 
-# expect SET INPUT OUTPUT: what our own renderer makes of a file of settings, values as the plug-in
-# shows them. Lines with a sample number become automation.
+# expect SET INPUT OUTPUT: renders with our own tool and the values of a settings file, as the
+# plug-in shows them. Lines with a sample number become automation.
 expect() {
     local input=$2 output=$3 rate
     local -a options
@@ -79,7 +79,7 @@ done
 
 echo
 if [ $faults -gt 0 ]; then
-    echo "$faults faults; what the hosts printed is in build/hosts/logs." >&2
+    echo "$faults faults; the hosts' logs are in build/hosts/logs." >&2
     exit 1
 fi
 echo "No faults."

@@ -13,8 +13,7 @@ from scipy.signal import remez
 TAPS = 255
 CENTRE = 127
 
-# name, what it is for, pass edge and stop edge relative to the input rate, stop-band weight, and
-# the fixed taps.
+# name, purpose, pass edge and stop edge relative to the input rate, stop-band weight, fixed taps
 TABLES = [
     ("down2xCoeffs", "twice oversampling: keeps every second output",
      0.24166696646951444, 0.26146254309948297, 23.548580015675643,
@@ -54,7 +53,7 @@ def design(pass_edge, stop_edge, weight):
 def table_text(name, purpose, pass_edge, stop_edge, weight, fixed):
     taps = design(pass_edge, stop_edge, weight)
     worst = max(abs(taps[k] - float(text)) for k, text in fixed.items())
-    assert worst < 3e-8, f"{name}: a fixed tap is missed by {worst}"
+    assert worst < 3e-8, f"{name}: the design differs from a fixed tap by {worst}"
     rows = [fixed.get(k, f"{taps[k]:.17g}") for k in range(CENTRE + 1)]
     lines = [f"// For {purpose}.", f"const double {name}[kDecimationTaps] = {{"]
     for first in range(0, len(rows), 4):

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the manual, dist/ZKRT46-manual.pdf, with pictures and numbers measured by the built tool.
+# Builds the manual, dist/ZKRT46-manual.pdf; the built tool supplies its pictures and numbers.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/setup.sh manual
@@ -16,12 +16,12 @@ fi
 rm -rf "$folder"
 mkdir -p "$folder"
 cp "$sources"/manual.css "$sources"/template.html "$sources"/*.svg "$folder"
-# A library named for other work is not what the manual is about.
+# The manual always describes the built library.
 unset ZKRT46_PLUGIN
 echo "Measuring and drawing"
 PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 "$sources/make_manual.py" "$program" "$folder"
 
-echo "Setting the pages"
+echo "Typesetting"
 product() {
     sed -n "s/^set($1 \"\(.*\)\")/\1/p" cmake/Product.cmake
 }
@@ -32,13 +32,13 @@ web=$(product ZKR_WEB_ADDRESS)
     pandoc manual.md -V maker="$maker" -V web="$web" --from markdown --to html5 \
         --template template.html --toc --toc-depth 2 --number-sections --columns 400 \
         --fail-if-warnings -o manual.html
-    # The embedded fonts would carry today's date.
+    # Otherwise the embedded fonts would contain today's date.
     SOURCE_DATE_EPOCH=0 weasyprint manual.html manual.pdf 2>weasyprint.log ||
         echo "it failed" >>weasyprint.log
 )
 if [ -s "$folder/weasyprint.log" ]; then
     cat "$folder/weasyprint.log" >&2
-    echo "manual: weasyprint complains" >&2
+    echo "manual: weasyprint reports problems" >&2
     exit 1
 fi
 cp "$folder/manual.pdf" dist/ZKRT46-manual.pdf

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Packs the product: an installer and an archive for Windows, an archive and a Debian package for
-# Linux, in dist/packages.
+# Packages the product into dist/packages: an installer and an archive for Windows, an archive and a
+# Debian package for Linux.
 # Usage: package.sh [FOLDER]
 #
-# Without a folder it builds everything first. With one, it packs what lies there as it is, laid out
-# as dist/ is, into FOLDER/packages.
+# Without a folder it builds everything first. With one, it packages the folder's contents, which
+# have the layout of dist/, into FOLDER/packages.
 set -euo pipefail
 [ $# -le 1 ] || { echo "usage: package.sh [FOLDER]" >&2; exit 2; }
 [ $# -eq 0 ] || products=$(realpath -e "$1")
@@ -17,13 +17,13 @@ if [ $# -eq 0 ]; then
     products=$PWD/dist
 fi
 
-# Two packagings of the same tree are the same bytes: every date in them is this one.
+# Reproducible packages: every date in them is this one.
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || date +%s)}
 export SOURCE_DATE_EPOCH
 
 work=build/packages-$(sha256sum <<<"$products" | head -c 8)
 log=$work.log
-echo "Packing $products"
+echo "Packaging $products"
 rm -rf "$work"
 mkdir -p build
 if ! { cmake -S packaging -B "$work" -DZKR_PRODUCTS="$products" &&

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing for a purpose.
+# Installs missing Debian packages for a purpose.
 # Usage: setup.sh build|demo|manual|package|hosts|soak|test|tidy
 set -euo pipefail
 

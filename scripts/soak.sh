@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Lets instances of the built plug-in live together as in a host, with editors opening and closing,
-# and watches them: sound, settings, memory, time.
+# Runs many instances of the built plug-in together as in a host, with editors opening and closing,
+# and checks their output, state, memory and timing.
 # Usage: soak.sh [--minutes M] [--instances N] [--windows] [OPTIONS OF zkrt46-soak]
 #
-# Ctrl+C ends it early, with its report. The exit code is 1 when anything was found. With --windows
-# the Windows library is soaked, under Wine. Without a display one is started. What the plug-in keeps
-# for its user goes to build/soak.
+# Ctrl+C ends it early, with its report. The exit code is 1 if there are findings. With --windows
+# the Windows library is tested under Wine. Without a display one is started. The plug-in's settings
+# go to build/soak.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -66,14 +66,14 @@ if [ -z "${DISPLAY:-}" ]; then
     export DISPLAY=:$number
 fi
 
-# Ctrl+C goes to the program alone; this script waits for its report.
+# The program handles Ctrl+C; this script waits for its report.
 trap : INT
 result=0
 if [ -z "$windows" ]; then
     build/release/tests/soak/zkrt46-soak dist/linux/ZKRT46.so "${options[@]}" || result=$?
 else
-    # Wine's servers keep the display that they were started with, and there is no window manager
-    # to wait for.
+    # Wine's servers keep the display that they were started with. There is no window manager, so
+    # Wine must not wait for one.
     wineserver --kill 2>/dev/null || true
     if ! grep -qs '"Managed"="N"' "$WINEPREFIX/user.reg"; then
         wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1

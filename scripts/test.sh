@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what the tests need, builds everything and runs every test: on Linux, on Windows through
-# Wine, under the address and undefined-behaviour sanitizers and under the thread sanitizer; fuzzes
-# for a short while; then packs the product and tries the packages.
+# Wine, and under the address, undefined-behaviour and thread sanitizers; fuzzes briefly; then
+# packages the product and tests the packages.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/setup.sh test
@@ -9,7 +9,7 @@ scripts/setup.sh test
 export WINEPREFIX=$PWD/build/wine
 export ZKR_EXPECT_WINDOWS=1  # tests that reach the Windows build must find it
 
-echo "== Rules of the sources"
+echo "== Source rules"
 scripts/check_sources.sh
 
 # run PRESET TARGETS [CTEST ARGUMENTS]: configures, builds with warnings as errors, tests.

@@ -1,4 +1,4 @@
-"""What the manual must not leave out."""
+"""Completeness checks on the manual's text."""
 import re
 
 
@@ -8,14 +8,14 @@ def fail(words, missing):
 
 
 def pictures(text, made):
-    """Every picture is shown, and every shown picture is made."""
+    """Every generated picture is shown, and every shown picture is generated."""
     shown = set(re.findall(r"\]\((\S+?\.(?:svg|png))\)", text))
     fail("these pictures are made and not shown", sorted(set(made) - shown - {"cover.png"}))
     fail("these pictures are shown and not made", sorted(shown - set(made)))
 
 
 def names(text, tool):
-    """Every parameter and every command of the program is named."""
+    """The text names every parameter and every command of the program."""
     named = set(re.findall(r"`([^`\n]+)`", text))
     fail("these parameters are not named",
          [row["title"] for row in tool.parameters() if row["title"] not in named])

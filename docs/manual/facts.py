@@ -1,4 +1,4 @@
-"""What the text says with figures of its own: each is measured, and required to be so."""
+"""Checks of figures that are typed in the text: a wrong one ends the build."""
 import json
 import subprocess
 

@@ -1,4 +1,4 @@
-"""Every drawing of the manual: what is measured for it, and how it is drawn."""
+"""The manual's diagrams: their measurements and layout."""
 from names import decibels, frequency
 from plot import Line, Panel, draw
 from situations import SITUATIONS
@@ -19,7 +19,7 @@ def frequencies(tool, title):
 
 
 def by_drive(tool, drives, hertz, levels, column):
-    """Lines over the level of a tone, one a DRIVE; two at a time, one in each channel."""
+    """Lines over the level of a tone, one per DRIVE; the two channels measure two at a time."""
     lines = []
     for pair in zip(drives[::2], drives[1::2]):
         settings = ["QB11=On", f"DriveL={pair[0]}", f"DriveR={pair[1]}"]
@@ -31,7 +31,7 @@ def by_drive(tool, drives, hertz, levels, column):
 
 
 def plus(first, second, reference):
-    """What two bands would do if neither knew of the other."""
+    """The response of two bands without interaction: the sum of each alone."""
     return [a + b - r for a, b, r in zip(first, second, reference)]
 
 

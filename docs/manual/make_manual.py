@@ -1,5 +1,5 @@
-"""Makes the manual's pictures, tables and numbers with the built program, and one Markdown file of
-the chapters. Usage: make_manual.py PROGRAM FOLDER"""
+"""Generates the manual's pictures, tables and numbers with the built program, and joins the
+chapters to one Markdown file. Usage: make_manual.py PROGRAM FOLDER"""
 import html
 import math
 import os
@@ -33,13 +33,13 @@ def identifier(heading):
 
 
 def fill(text, content):
-    """Puts tables and numbers in place of {{name}}, and marks each as used."""
+    """Replaces {{name}} by tables and numbers, and checks that all of them are used."""
     def one(found):
         name = found[1]
         if name.startswith(("ref:", "fig:")):
             return found[0]
         if name not in content:
-            raise SystemExit(f"the text asks for {found[0]}, which nothing makes")
+            raise SystemExit(f"there is no table or value for {found[0]}")
         used.add(name)
         return content[name]
     used = set()
@@ -49,7 +49,7 @@ def fill(text, content):
 
 
 def keep_units(text):
-    """Joins numbers to their units, outside of what is typed on a terminal."""
+    """Joins numbers to their units with no-break spaces, except in code."""
     kept, fenced = [], False
     for line in text.splitlines():
         fenced ^= line.startswith("```")
@@ -126,8 +126,8 @@ def make_mix(folder):
 
 
 def run_examples(text, program, folder):
-    """Runs the blocks of the kinds "run" and "refused" and shows what their commands print; those
-    of the second kind must fail."""
+    """Runs the code blocks marked "run" or "refused" and adds the output of their commands; the
+    commands of "refused" blocks must fail."""
     folder.mkdir()
     make_mix(folder)
     environment = dict(os.environ, PATH=f"{program.parent}:{os.environ['PATH']}", COLUMNS="100")
@@ -153,7 +153,7 @@ def run_examples(text, program, folder):
 
 
 def make_content(tool, folder):
-    """Draws all pictures and tests all facts, and returns the tables and numbers by name."""
+    """Draws all pictures, checks all facts, and returns the tables and numbers by name."""
     jobs = [(draw, (tool, folder / f"{name}.svg")) for name, draw in FIGURES.items()]
     jobs += [(work, (tool, folder)) for work in (*PICTURES.values(), *FACTS)]
     with ThreadPoolExecutor(os.cpu_count()) as workers:
@@ -172,7 +172,7 @@ def make_content(tool, folder):
 
 
 def write_text(tool, folder, content):
-    """Joins the chapters with their content into manual.md, checked."""
+    """Fills in and checks the chapters, and writes them to manual.md."""
     chapters = sorted(HERE.glob("[0-9][0-9]-*.md"))
     source = "\n\n".join(chapter.read_text() for chapter in chapters)
     check.pictures(source, [*(f"{name}.svg" for name in FIGURES), *PICTURES, "signal-path.svg"])

@@ -1,4 +1,4 @@
-"""What the editor calls the parameters."""
+"""The editor's names of the parameters."""
 import re
 
 GLOBAL = {
@@ -34,14 +34,14 @@ COLUMN = {
 
 
 def parts(title):
-    """The stem of a column's parameter, its channel L or R, and whether it is of the second T46."""
+    """Stem and channel (L or R) of a column's parameter, and whether it is of the second T46."""
     stem, channel, second = re.fullmatch(r"(.+?)([LR])(2?)", title).groups()
     return stem, channel, bool(second)
 
 
 def mirrored(left, right):
-    """Settings that give the left channel the first ones and the right channel the second ones,
-    which are also written for the left. None where the two want different things of both."""
+    """Combines two lists of left-channel settings: the first for the left channel, the second
+    moved to the right one. None if they need different global settings."""
     def split(settings):
         shared, own = set(), []
         for setting in settings:
@@ -70,7 +70,7 @@ def control(title):
 
 
 def frequency(text):
-    """A frequency as the editor writes it: 6800.00 becomes 6k8."""
+    """A frequency in the editor's notation: 6800.00 becomes 6k8."""
     hertz = float(text)
     if hertz < 1000:
         return f"{hertz:g}"
@@ -79,5 +79,5 @@ def frequency(text):
 
 
 def decibels(gain):
-    """A gain with its sign, and a true minus."""
+    """A gain with its sign, using the Unicode minus."""
     return f"{gain:+g} dB".replace("-", "\u2212") if gain else "0 dB"

@@ -1,4 +1,4 @@
-"""Pictures of the editor, with numbers beside the controls. They are drawn by the program."""
+"""Screenshots of the editor, made by the program, with numbers added beside the controls."""
 from PIL import Image, ImageDraw, ImageFont
 
 PICTURES = {}
@@ -24,7 +24,7 @@ def enlarged(image, times):
 
 
 def numbered(image, marks, radius):
-    """Puts round marks at places of the picture: {text: (x, y)}."""
+    """Draws round labels on the picture: {text: (x, y)}."""
     drawing = ImageDraw.Draw(image)
     font = ImageFont.truetype(FONT, int(radius * 1.25))
     for text, (x, y) in marks.items():
@@ -94,7 +94,7 @@ def layouts(tool, folder):
                         enumerate(([], ["--set", "QB11=On"],
                                    ["--set", "QB11=On", "--set", "2x=On"])))
     if [image.size for image in (plain, one, both)] != [(394, 505), (644, 505), (894, 505)]:
-        raise SystemExit("the manual says other sizes of the editor")
+        raise SystemExit("the editor's sizes differ from those in the manual")
     gap, head = 24, 34
     page = Image.new("RGB", (plain.width + gap + one.width, 2 * (head + 505) + gap), PAPER)
     drawing, font = ImageDraw.Draw(page), ImageFont.truetype(FONT, 24)

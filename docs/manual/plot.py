@@ -1,4 +1,4 @@
-"""Line drawings for print: panels with a few measured curves, drawn by gnuplot as SVG."""
+"""Diagrams for print: panels with a few curves, drawn by gnuplot as SVG."""
 import subprocess
 from dataclasses import dataclass
 
@@ -9,7 +9,7 @@ TICKS = [digit * decade for decade in (1, 10, 100, 1000, 10000) for digit in ran
 
 @dataclass
 class Line:
-    """x and y of a curve. A colour is an index; two lines of one colour differ by the dashes."""
+    """A curve. `colour` is an index; lines of one colour can differ by their dashes."""
     x: list
     y: list
     label: str = ""
@@ -21,13 +21,13 @@ class Line:
 @dataclass
 class Panel:
     lines: list
-    y: tuple  # lowest, highest, distance of the ticks
+    y: tuple  # lowest, highest, tick distance
     title: str = ""
     x: tuple = (10, 20000)
     xlabel: str = "Frequency, Hz"
     ylabel: str = "dB"
     decades: bool = True  # of the x axis
-    xticks: float = 6  # distance, where it has no decades
+    xticks: float = 6  # tick distance without decades
     log_y: bool = False
 
 
@@ -60,7 +60,7 @@ def _text(text):
 
 @dataclass
 class Frame:
-    """Where a panel's axes stand, in pixels from the lower left corner of the picture."""
+    """Position of a panel's axes, in pixels from the lower left corner of the picture."""
     left: float
     right: float
     bottom: float
@@ -74,7 +74,7 @@ class Frame:
 
 
 def _frames(panels, columns, width, height, key):
-    """The frames row by row, with room for the labels and for the key."""
+    """The frames row by row, with space for labels and key."""
     rows = -(-len(panels) // columns)
     head = 22 if any(panel.title for panel in panels) else 8
     foot, right = 72 if key == "below" else 50, 132 if key == "right" else 20
@@ -91,7 +91,7 @@ def _frames(panels, columns, width, height, key):
 
 
 def _key_line(line, x, y, width, height):
-    """One entry of a key, drawn by hand: gnuplot breaks its own into columns as it sees fit."""
+    """One entry of a key, drawn explicitly, since gnuplot arranges its own keys in columns."""
     return (f"set arrow from screen {x / width:.5f},{y / height:.5f} to screen "
             f"{(x + 24) / width:.5f},{y / height:.5f} nohead lw {line.width} "
             f"lc rgb '{COLOURS[line.colour % len(COLOURS)]}'{' dt (6,4)' if line.dashed else ''}\n"
@@ -136,9 +136,9 @@ def _panel(panel, number, label_below, label_left, digits):
 
 
 def draw(path, panels, columns=1, width=680, height=300, key="right"):
-    """Draws the panels row by row. The key stands to the "right" of each panel, "inside" it, or
-    once "below" all of them, whose curves then mean the same; or there is "none"."""
-    # The text block is 680 wide; all sizes follow from that.
+    """Draws the panels row by row. The key is to the "right" of each panel, "inside" it, once
+    "below" all panels (which must have the same curves), or absent ("none")."""
+    # A width of 680 fills the manual's text column; fonts and margins are sized for it.
     script = (f"set terminal svg noenhanced size {width},{height} font 'Liberation Sans,12' "
               "background rgb 'white'\nset encoding utf8\nset border 3 lc rgb '#505050' lw 0.8\n"
               "set tics nomirror out scale 0.5\nset style line 100 lc rgb '#D4D4D4' lw 0.7\n"

@@ -1,4 +1,4 @@
-"""Tables of settings in the editor's words: the factory presets, and the worked examples."""
+"""Tables of settings in the editor's terms: the factory presets, and the worked examples."""
 import re
 
 from names import COLUMN, GLOBAL, decibels, frequency
@@ -21,7 +21,7 @@ def presets(tool):
 
 
 def summary(tool, index):
-    """The settings of a preset in the editor's words, left and right in one where they agree."""
+    """A preset's settings in the editor's terms; equal values of left and right are given once."""
     text = tool.run("preset", "show", index)
     shown = {}
     for line in text.splitlines():

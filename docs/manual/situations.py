@@ -1,6 +1,6 @@
-"""The worked examples of the chapter on practice, as settings of the program."""
+"""The settings of the worked examples in the chapter "In practice"."""
 
-# Name: settings, and how the channels are called there.
+# Name: settings, and the channel view ("lr" or "ms").
 SITUATIONS = {
     "weight-and-air": (
         ["LShelfL=On", "LShelfR=On", "LFreqL=63", "LFreqR=63", "LGainL=1.5", "LGainR=1.5",

@@ -1,4 +1,4 @@
-"""Tables in Markdown, and the list of all that the manual has."""
+"""Markdown tables, and the registry of the manual's tables."""
 
 TABLES = {}
 
@@ -11,7 +11,7 @@ def table(name):
 
 
 def rows_of(head, rows, widths):
-    """A pipe table. Widths are shares of the line; right-aligned where negative."""
+    """A pipe table. Widths are relative; a negative one aligns right."""
     rule = ["-" * abs(w) + (":" if w < 0 else "-") for w in widths]
     lines = [head, rule, *rows]
     return "\n".join("| " + " | ".join(str(cell) for cell in line) + " |" for line in lines)

@@ -1,4 +1,4 @@
-"""Tables made from what the program lists and measures."""
+"""Tables from the program's lists and measurements."""
 import math
 import re
 
@@ -8,7 +8,7 @@ from values import db, drive, level_at, require
 
 
 def short(text):
-    """120.00 becomes 120, and a minus a true minus."""
+    """120.00 becomes 120, and a hyphen the Unicode minus."""
     return re.sub(r"(\d+)\.00\b", r"\1", text).replace("-", "\u2212")
 
 
@@ -54,7 +54,7 @@ def frequencies(tool):
 
 
 def shelving(tool):
-    """The low frequencies at which the shelf key changes the sound, found by measuring."""
+    """The LOW frequencies at which the shelf key changes the response, by measurement."""
     found = []
     for hertz in tool.values("LFreqL")[1:]:
         bell = ["LFreqL=" + hertz, "LGainL=6"]
@@ -67,7 +67,7 @@ def shelving(tool):
 
 @table("gain-steps")
 def gain_steps(tool):
-    """What the knob shows and what the band does, by measuring the MID band."""
+    """Displayed and effective gain, measured with the MID band."""
     tenths = range(0, 11)
     _, found = tool.left([["MFreqL=1800", f"MGainL={t / 10}"] for t in tenths], points=2,
                          first=1600, last=1601)
@@ -84,7 +84,7 @@ def gain_steps(tool):
 
 
 def width(hertz, levels):
-    """The peak, its place by a parabola through three points, and the octaves between the two
+    """The peak, its frequency (parabola through three points), and the octaves between the two
     points at half the gain in dB."""
     peak = max(range(len(levels)), key=lambda i: abs(levels[i]))
     half = levels[peak] / 2
@@ -144,7 +144,7 @@ def shelf_corners(tool):
 
 @table("neighbours")
 def neighbours(tool):
-    """How far two bands together are from the sum of each alone."""
+    """The largest differences between two bands together and the sum of each alone."""
     lows = tool.values("LFreqL")[1:][::-1]
     pairs = ((8, 8), (-8, -8), (8, -8))
 
@@ -226,5 +226,5 @@ def information(tool):
         if found and found[1] in ("Name", "Vendor", "Vendor's version", "Unique id", "Category",
                                   "Channels taken", "Channels refused"):
             rows.append([found[1], found[2]])
-    require(len(rows) == 7, "the plug-in tells seven things")
+    require(len(rows) == 7, "the plug-in reports seven properties")
     return rows_of(["What a host is told", ""], rows, [24, 60])

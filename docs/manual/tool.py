@@ -1,4 +1,4 @@
-"""The zkrt46 command as the manual uses it: responses, harmonics, parameters and pictures."""
+"""Runs the zkrt46 command for the manual: responses, harmonics, parameters and pictures."""
 import csv
 import io
 import re
@@ -8,13 +8,13 @@ from names import mirrored
 
 
 class Tool:
-    """One build of the program, run without a terminal."""
+    """A build of the program, run without a terminal."""
 
     def __init__(self, program):
         self.program = program
 
     def run(self, *arguments):
-        """What the program prints; any failure ends the build with the program's own words."""
+        """The program's output; a failure ends the build with the program's message."""
         done = subprocess.run([str(self.program), *arguments], capture_output=True, text=True,
                               stdin=subprocess.DEVNULL, timeout=120)
         if done.returncode != 0:
@@ -22,7 +22,7 @@ class Tool:
         return done.stdout
 
     def commands(self):
-        """The names of the subcommands, and of those that they have in turn."""
+        """The names of the subcommands and of their own subcommands."""
         names = []
         for name in self._listed("--help"):
             names.append(name)
@@ -34,7 +34,7 @@ class Tool:
         return re.findall(r"^  (\S+)", text, re.MULTILINE) if found else []
 
     def parameters(self):
-        """One dictionary a parameter: index, title, steps, default, unit, and values in words."""
+        """One dictionary per parameter: index, title, steps, default, unit, and values as text."""
         head, *lines = self.run("params").splitlines()
         unit, values = head.index("Unit"), head.index("Values")
         rows = []
@@ -67,7 +67,8 @@ class Tool:
         return hertz, measured
 
     def left(self, curves, **options):
-        """As response, of the left channel only. The right one measures every second curve."""
+        """As response, for curves of the left channel. Where possible, two curves are measured at
+        once, the second in the right channel."""
         runs, places = [], []
         for settings in curves:
             both = mirrored(runs[-1], settings) if runs and places[-1][1] == 0 else None
@@ -80,7 +81,7 @@ class Tool:
         return hertz, [measured[run][channel] for run, channel in places]
 
     def harmonics(self, settings, hz, levels):
-        """Measures a tone at levels in dBFS, "FROM:TO:STEP". For each channel, one dictionary a
+        """Measures a tone at levels in dBFS, "FROM:TO:STEP". For each channel, one dictionary per
         level: in, out and thd, and the harmonics by number in dB relative to the fundamental."""
         arguments = ["harmonics", "--freq", str(hz), "--sweep", levels]
         for setting in settings:

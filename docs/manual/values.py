@@ -1,9 +1,9 @@
-"""Numbers of the text, measured, with what the text says of them in words. Figures that are typed
-in the text are required in facts.py and with the tables and pictures, but for those that follow
-from the design: the corners of 5, 30 and 50 Hz, the 26 dB between the transformers, the 16 dB up to
-which neighbours hold each other back, what a pixel, a notch or a click of the mouse does (0.16, 0.2
-and 0.5 dB, 11 pixels, 0.12 and 0.04 dB) and where DRIVE and OUT take it (21 pixels), and double
-precision inside."""
+"""Measured numbers for the text, with checks of what the text says about them. Figures that are
+typed in the text are checked in facts.py and with the tables and pictures, except those that
+follow from the design: the corners of 5, 30 and 50 Hz, the 26 dB between the transformers, the sum
+of 16 dB up to which neighbours affect each other more, the effect of a pixel, a notch or a click of
+the mouse (0.16, 0.2 and 0.5 dB, 11 pixels, 0.12 and 0.04 dB), the radius in which DRIVE and OUT
+take it (21 pixels), and double precision."""
 import math
 import struct
 import wave
@@ -22,11 +22,11 @@ def value(name):
 
 def require(truth, words):
     if not truth:
-        raise SystemExit(f"the manual says what is not so: {words}")
+        raise SystemExit(f"the manual's text is wrong: {words}")
 
 
 def db(number, digits=1):
-    """A level with a true minus sign."""
+    """A level with the Unicode minus."""
     text = f"{number:.{digits}f}"
     return ("0" if float(text) == 0 else text).replace("-", "\u2212")
 
@@ -60,7 +60,7 @@ def percent(number):
 
 
 def tone(path, hertz=2205, seconds=2):
-    """A mono file of 44.1 kHz with a soft tone."""
+    """Writes a mono file at 44.1 kHz with a soft tone."""
     with wave.open(str(path), "wb") as out:
         out.setnchannels(1)
         out.setsampwidth(2)
@@ -79,8 +79,8 @@ def samples_of(path):
 
 
 def glide(tool, folder, name, settings, move):
-    """Moves one parameter at half a second. Returns the level of a tone over time, as a function
-    of seconds."""
+    """Changes one parameter at 0.5 s. Returns the level of a tone as a function of time in
+    seconds."""
     source, moves, result = (folder / f"glide-{name}.{end}" for end in ("wav", "txt", "out.wav"))
     tone(source)
     moves.write_text(f"0.5 {move}\n")
@@ -152,14 +152,14 @@ def drive_rest(tool):
 
 @value("drive-share")
 def drive_share(tool):
-    """What stays of the drive, as a share of its decibels."""
+    """The part of the drive that is not compensated, as a percentage of its dB."""
     high = level_at(tool, drive(16), 1000) - level_at(tool, drive(0), 1000)
     return f"{high / 16 * 100:.1f} %"
 
 
 @value("drive-time")
 def drive_time(tool, folder):
-    """OUT glides as DRIVE does, and nothing takes its movement back."""
+    """Measured with OUT, which glides as DRIVE does but is not compensated."""
     level = glide(tool, folder, "out", ["QB11=On"], "OutputL -16")
     start, end, early, late = level(0.49), level(1.4), level(0.52), level(0.58)
     require(start > early > late > end, "OUT glides")
@@ -225,7 +225,7 @@ def second_only(tool):
 
 
 def bell_peak(tool, mark):
-    """Where the bell of HIGH stands highest at +6 dB, with all that is behind it, in Hz."""
+    """The peak frequency in Hz of a HIGH bell at +6 dB, including the later stages."""
     hertz, [levels] = tool.left([[f"HFreqL={mark}", "HGainL=6"]], rate=96000, first=4000,
                                 last=40000, points=300)
     return hertz[levels.index(max(levels))]
@@ -277,7 +277,7 @@ def idle_loss(tool):
 
 @value("together")
 def together(tool):
-    """Peak of two boosted neighbours, measured and added up."""
+    """Peak of two boosted neighbours: measured, and as the sum of each alone."""
     low, mid = ["LFreqL=300", "LGainL=8"], ["MFreqL=1200", "MGainL=8"]
     _, (none, a, b, both) = tool.left([[], low, mid, low + mid])
     total = max(x + y - z for x, y, z in zip(a, b, none))
@@ -322,7 +322,7 @@ def parameter_count(tool):
 
 @value("silence")
 def silence(tool, folder):
-    """Silence in, everything on: every sample that comes out must be zero."""
+    """With silent input and everything on, every output sample must be zero."""
     source, result = folder / "silence.wav", folder / "silent.wav"
     with wave.open(str(source), "wb") as out:
         out.setnchannels(2)

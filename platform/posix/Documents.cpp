@@ -1,4 +1,4 @@
-// Documents, through the program that desktops bring for it.
+// Documents, opened through xdg-open.
 #include "Documents.h"
 
 #include "ChildProcess.h"
@@ -11,13 +11,13 @@ namespace platform {
 
 namespace {
 
-// Answer of xdg-open.
+// An exit status of xdg-open.
 constexpr int kNoProgramFound = 3;
-// An opener that is still busy then has become the viewer.
+// An xdg-open that runs longer than this has become the viewer itself.
 constexpr std::chrono::seconds kPatience{10};
 
-// The shell ends at once and is no child of ours any longer; what it leaves behind writes the
-// opener's status.
+// The shell exits at once, so that no child process is left to wait for; its background job writes
+// the exit status of xdg-open.
 constexpr const char* kScript = "{ xdg-open \"$1\" </dev/null >/dev/null 2>&1; echo $?; } &";
 
 OpenResult resultOf(const std::string& status)
@@ -47,7 +47,7 @@ public:
             return answer;
         std::string status;
         const bool more = shell->readOutput(status);
-        // The shell writes its line at once.
+        // The status arrives in one write.
         if (!more || !status.empty())
             answer = resultOf(status);
         else if (std::chrono::steady_clock::now() >= patienceEnds)

@@ -1,4 +1,3 @@
-// A store in a folder; and where the folder of this user lies.
 #include "FileStore.h"
 
 #include "Product.h"
@@ -15,7 +14,7 @@ namespace platform {
 
 namespace {
 
-// Far more than a bank, which is the largest value.
+// Far more than a bank, the largest value.
 constexpr std::size_t kMaxValue = 1 << 20;
 
 std::string homeDirectory()
@@ -39,7 +38,7 @@ std::string userFolder()
     return home.empty() ? "" : home + "/.local/share/" + product::kSettingsFolder;
 }
 
-// Where the system's packages leave values for every user, such as the manual's path.
+// Where packages install values for all users, such as the manual's path.
 std::vector<std::string> systemFolders()
 {
     const char* variable = std::getenv("XDG_DATA_DIRS");
@@ -98,7 +97,7 @@ std::optional<std::string> FileStore::readText(const char* name) const
     return std::string(bytes->begin(), bytes->end());
 }
 
-// Texts are small conveniences that every instance writes at its end, while the host waits.
+// Not flushed to disk: every instance writes its texts when it is destroyed, while the host waits.
 void FileStore::writeText(const char* name, const std::string& text)
 {
     save(name, {text.begin(), text.end()}, Sync::None);

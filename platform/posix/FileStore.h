@@ -8,8 +8,8 @@ namespace platform {
 
 class FileStore : public SettingsStore {
 public:
-    // The folder is made with the first value. Without a folder (empty) nothing is kept. A value
-    // that is not there is looked for in the shared folders, in their order; they are only read.
+    // The folder is created with the first value. With an empty path nothing is stored. Values that
+    // are missing there are read from the shared folders, in their order.
     explicit FileStore(std::string folder, std::vector<std::string> sharedFolders = {});
 
     std::optional<std::vector<std::uint8_t>> read(const char* name) const override;

@@ -1,4 +1,3 @@
-// Files and folders on POSIX systems.
 #include "Files.h"
 
 #include <algorithm>
@@ -34,7 +33,7 @@ private:
     int number;
 };
 
-// The file that a link leads to; the path itself where there is none yet.
+// The path with symbolic links resolved; the path itself if the file does not exist.
 std::string resolved(const std::string& path)
 {
     const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
@@ -53,8 +52,8 @@ bool writeAll(int file, const std::vector<std::uint8_t>& bytes)
     return true;
 }
 
-// A new file beside the target, under a name that no other process or thread uses now. It is short:
-// the target's own may be as long as the file system allows.
+// Creates a file beside the target, under a name that no other process or thread uses now. The name
+// is short, since the target's may have the largest length that the file system allows.
 int createBeside(const std::string& target, std::string& name)
 {
     static std::atomic<unsigned> count{0};
@@ -122,7 +121,7 @@ bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes
     if (file < 0)
         return false;
     if (exists && fchmod(file, status.st_mode & 07777) != 0) {
-        // A file system without rights is no reason to lose the file.
+        // Ignored, since some file systems have no permissions.
     }
     if (writeAll(file, bytes) && (sync == Sync::None || fsync(file) == 0) && file.close()
         && rename(temporary.c_str(), target.c_str()) == 0)

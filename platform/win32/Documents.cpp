@@ -1,4 +1,4 @@
-// Documents on Windows, which answers at once.
+// Documents on Windows, where the result is known at once.
 #include "Documents.h"
 
 #include "WideText.h"
@@ -24,7 +24,7 @@ private:
 
 std::unique_ptr<DocumentOpening> openDocument(void* window, const std::string& path)
 {
-    // Success is any number above 32.
+    // ShellExecute returns a value above 32 on success.
     constexpr INT_PTR kLastError = 32;
     const auto result = reinterpret_cast<INT_PTR>(ShellExecuteW(
         static_cast<HWND>(window), L"open", toWide(path).c_str(), nullptr, nullptr, SW_SHOW));

@@ -1,4 +1,3 @@
-// Files and folders on Windows.
 #include "Files.h"
 
 #include "WideText.h"
@@ -33,14 +32,14 @@ private:
     HANDLE handle;
 };
 
-// Beside the target, and like no other that this or another process uses now. It is short: the
-// target's own name may be as long as the file system allows.
+// A name beside the target that no other process or thread uses now. It is short, since the
+// target's may have the largest length that the file system allows.
 std::wstring temporaryName(const std::wstring& target)
 {
     static std::atomic<unsigned> count{0};
     wchar_t name[32];
     std::swprintf(name, 32, L"~zk%lx-%x.tmp", GetCurrentProcessId(), ++count);
-    // No separator at all gives 0: the working directory.
+    // Without a separator npos + 1 is 0: the working directory.
     return target.substr(0, target.find_last_of(L"\\/:") + 1) + name;
 }
 
@@ -51,8 +50,7 @@ bool writeAll(const FileHandle& file, const std::vector<std::uint8_t>& bytes, Sy
         && written == bytes.size() && (sync == Sync::None || FlushFileBuffers(file.get()));
 }
 
-// While somebody else has the target open, the system refuses; for a short reader it is tried
-// again.
+// Retries, since renaming fails while another program has the target open.
 bool renameOver(const std::wstring& temporary, const std::wstring& target)
 {
     constexpr int kAttempts = 10;
@@ -77,8 +75,8 @@ bool setEnd(const FileHandle& file, std::size_t position)
     return SetFilePointerEx(file.get(), end, nullptr, FILE_BEGIN) && SetEndOfFile(file.get());
 }
 
-// For a target that is held open by somebody who lets others write. Nothing has changed when the
-// file cannot be opened so or the disk has no room for it.
+// For a target that another program has open and shares for writing. Nothing is changed if it
+// cannot be opened or the disk is full.
 bool writeInPlace(const std::wstring& target, const std::vector<std::uint8_t>& bytes, Sync sync)
 {
     const FileHandle file(CreateFileW(target.c_str(), GENERIC_WRITE,

@@ -1,4 +1,3 @@
-// A store under a key of the current user's registry; and the key of this product.
 #include "RegistryStore.h"
 
 #include "Product.h"
@@ -54,7 +53,7 @@ std::optional<std::vector<std::uint8_t>> RegistryStore::read(const char* name) c
     std::vector<std::uint8_t> bytes;
     DWORD type = REG_NONE;
     LSTATUS result = ERROR_MORE_DATA;
-    // Another process may put a longer value there between the two questions.
+    // Another process may write a longer value between the two queries.
     while (result == ERROR_MORE_DATA) {
         bytes.resize(size);
         result =
@@ -80,7 +79,7 @@ void RegistryStore::remove(const char* name)
 
 std::optional<std::string> RegistryStore::readText(const char* name) const
 {
-    // Zeros behind the text stand in for the terminator that may be missing.
+    // Zeros after the text, since its terminator may be missing.
     wchar_t text[kMaxText / sizeof(wchar_t) + 2] = {};
     DWORD size = kMaxText;
     DWORD type = REG_NONE;

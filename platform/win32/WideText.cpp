@@ -1,4 +1,3 @@
-// Conversion by the system; what is no valid text comes out as replacement characters.
 #include "WideText.h"
 
 #include <windows.h>

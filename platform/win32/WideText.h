@@ -1,4 +1,4 @@
-// Text on its way between UTF-8 and the system's 16-bit text.
+// Conversion between UTF-8 and the system's UTF-16; invalid text gives replacement characters.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-"""Reads the list that names the editor's bitmaps."""
+"""Reads bitmaps.txt."""
 import os
 
 RESOURCES = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))

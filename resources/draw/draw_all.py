@@ -1,6 +1,5 @@
 #!/usr/bin/python3
-"""Redraws the editor's bitmaps into resources/bitmaps, each at the size the list gives; and the
-icon and the installer's picture."""
+"""Redraws the editor's bitmaps into resources/bitmaps, and the icon and the installer's picture."""
 import argparse
 import os
 import subprocess

@@ -1,5 +1,4 @@
-"""The chassis behind the strips: the left cheek with the name, the preset row's bed, the channel
-label."""
+"""The chassis behind the strips: left cheek with the name, preset row, channel label."""
 import numpy as np
 
 import look
@@ -33,7 +32,7 @@ def background():
 
 
 def name_field(plate):
-    """A pale pane whose top lies in the shade of the pocket's wall."""
+    """A pale pane whose upper edge is shaded by the pocket's wall."""
     left, top, right, bottom = look.NAME_FIELD
     pane = box(plate.x, plate.y, left - 0.5, top - 0.5, right - left + 1, bottom - top + 1,
                look.FIELD_ROUND)
@@ -45,7 +44,7 @@ def name_field(plate):
 
 
 def channel_label(frame_picture):
-    """Six rows on the chassis itself: three layouts in stereo, the same three in Mid/Side."""
+    """Six frames on the chassis background: three layouts in stereo, the same three in Mid/Side."""
     x0, y0 = look.LABEL_AT
     w, h = look.LABEL
     bed = frame_picture[y0:y0 + h, x0:x0 + w]

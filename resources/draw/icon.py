@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """Draws resources/icon.ico: one gain knob on a graphite plate, its groove lit up to the pointer.
 
-Down to 48 pixels it is the editor's coaxial knob under the editor's light. Below that its flutes
-and knurls would blur, so the small sizes are drawn from fewer and heavier parts.
+From 48 pixels on it is the editor's coaxial knob under the editor's light. Below that its flutes
+and knurls would blur, so the small sizes are drawn from fewer and heavier shapes.
 """
 import argparse
 import io
@@ -22,8 +22,8 @@ from shapes import box, cover, disc, slope, spoke
 from turned import arc, cap, inlay, knurl, profile, rings
 
 FINE = 768                      # sub-pixels of a side, a multiple of every size
-PNG_FROM = 128                  # sizes from here on are PNG, smaller ones plain bitmaps
-POINTER = 60                    # degrees, and as far the groove is lit
+PNG_FROM = 128                  # sizes from here on are stored as PNG, smaller ones as bitmaps
+POINTER = 60                    # degrees; the groove is lit up to it
 
 # The large form, in pixels of the editor
 SIDE = 76.0
@@ -46,14 +46,14 @@ CAP_FOOT = (0x50, 0x54, 0x5A)
 
 
 def field(side):
-    """x and y of each sub-pixel for a picture of this side, and sub-pixels to a unit."""
+    """x and y of each sub-pixel for a picture of this side length, and sub-pixels per unit."""
     scale = FINE / side
     across = (np.arange(FINE, dtype=np.float32) + 0.5) / scale
     return (*np.meshgrid(across, across), scale)
 
 
 def large():
-    """The editor's own knob, modelled and lit, at the full number of sub-pixels."""
+    """The editor's knob, modelled and lit, at FINE by FINE sub-pixels."""
     x, y, scale = field(SIDE)
     c = SIDE / 2
     r = np.hypot(x - c, y - c)
@@ -86,7 +86,7 @@ def large():
 
 
 def small(size):
-    """The same things as flat shapes with a light from above."""
+    """The same as flat shapes, lit from above."""
     corner, inner, outer, radius, start, end, width = SMALL[size]
     x, y, scale = field(size)
     c = size / 2
@@ -106,7 +106,7 @@ def small(size):
 
 
 def lit(picture, x, y, c, scale, inner, outer, groove):
-    """The light in the groove, from straight up to the pointer, and its glow."""
+    """Adds the light in the groove, from straight up to the pointer, and its glow."""
     lamp = cover(arc(x, y, c, c, POINTER, inner, outer), 0.5) * groove
     picture = over(picture, tint(look.LIT, lamp))
     reach = look.ARC_GLOW_REACH * (outer - inner) / (look.ARC_OUTER - look.ARC_INNER)
@@ -136,8 +136,8 @@ def image(size, picture):
         png = io.BytesIO()
         Image.fromarray(data).save(png, "PNG", optimize=True)
         return png.getvalue()
-    # A bitmap from the bottom up, blue first, then one bit a pixel for systems without alpha;
-    # its header counts the rows of both.
+    # A bottom-up BGRA bitmap, then a mask of one bit per pixel for systems without alpha; the
+    # height in the header counts the rows of both.
     header = struct.pack("<IiiHHIIiiII", 40, size, 2 * size, 1, 32, 0, 0, 0, 0, 0, 0)
     colours = data[::-1, :, (2, 1, 0, 3)].tobytes()
     row = -(-size // 32) * 32

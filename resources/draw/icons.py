@@ -1,4 +1,4 @@
-"""Line drawings on keys, as coverage of whole pixels."""
+"""Line drawings on keys, as coverage per pixel."""
 import cairo
 import numpy as np
 
@@ -7,7 +7,7 @@ TRAY_WIDTH = 8
 
 
 def lines(size, strokes, width=1.5):
-    """Open lines through points; six numbers are the end of a curve, after its two handles."""
+    """Open lines through points; a point of six numbers ends a curve: two handles, end."""
     surface = cairo.ImageSurface(cairo.FORMAT_A8, *size)
     context = cairo.Context(surface)
     context.set_line_width(width)
@@ -40,7 +40,7 @@ def high_shelf(size, cx, cy):
 
 
 def bell(size, cx, cy):
-    """The response of a bell between two flats."""
+    """The response of a bell."""
     return lines(size, [[(cx - 8, cy + 3.5), (cx - 6, cy + 3.5),
                          (cx - 2.5, cy + 3.5, cx - 2.5, cy - 4, cx, cy - 4),
                          (cx + 2.5, cy - 4, cx + 2.5, cy + 3.5, cx + 6, cy + 3.5),
@@ -48,7 +48,7 @@ def bell(size, cx, cy):
 
 
 def chevron(size, cx, cy, dx, dy):
-    """An angle that points along (dx, dy)."""
+    """A chevron that points along (dx, dy)."""
     return lines(size, [[(cx - 1.5 * dx - 3 * dy, cy - 1.5 * dy - 3 * dx),
                          (cx + 1.5 * dx, cy + 1.5 * dy),
                          (cx - 1.5 * dx + 3 * dy, cy - 1.5 * dy + 3 * dx)]], width=1.4)

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Draws resources/installer-side.bmp, the picture beside the installer's first and last page."""
+"""Draws resources/installer-side.bmp, the picture on the installer's first and last page."""
 import argparse
 import os
 

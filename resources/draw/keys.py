@@ -1,4 +1,4 @@
-"""The buttons: keys of dark metal in slots, each with a lamp slit and a legend that lights."""
+"""The buttons: dark metal keys in slots, each with a lamp slit and a legend that lights up."""
 import numpy as np
 from scipy.ndimage import gaussian_filter
 
@@ -11,20 +11,20 @@ from shapes import box, cover, slope
 
 SCALE = 6
 
-# How a key looks: (pressed, lamp colour, legend colour, glow colour)
+# States of a key: (pressed, lamp colour, legend colour, glow colour)
 OFF = (False, look.LAMP_DARK, look.KEY_LETTER, None)
 ON = (True, look.LIT, look.LIT, look.LIT_DEEP)
 ON_AMBER = (True, look.AMBER, look.AMBER, look.AMBER_DEEP)
 IDLE = (True, look.LAMP_IDLE, look.LETTER_IDLE, None)
 IDLE_AMBER = (True, look.AMBER_IDLE, look.AMBER_LETTER_IDLE, None)
 
-# A kick button's legend at rest, under the mouse and held: (colour, glow colour, glow strength)
+# A kick button's legend at rest, hovered and held: (colour, glow colour, glow strength)
 HOVER_INK = ((look.KEY_LETTER, None, 0), (look.LIT, look.LIT_DEEP, look.HOVER_GLOW),
              (look.LIT, look.LIT_DEEP, look.LEGEND_GLOW))
 
 
 def key_body(size, rect, pressed, round_corners=look.KEY_ROUND, dish=look.LOW_DISH):
-    """The key and the slot it moves in; nothing outside the slot's lip."""
+    """The key and its slot; transparent outside the slot's lip."""
     left, top, width, height = rect
     x, y = grid(*size, SCALE)
     s = Surface(x, y, SCALE, look.PIT)
@@ -45,7 +45,7 @@ def key_body(size, rect, pressed, round_corners=look.KEY_ROUND, dish=look.LOW_DI
 
 
 def held(picture, rect, round_corners):
-    """A key's face under a finger: a wash of light from its legend."""
+    """Adds the light of the legend to the face of a held key."""
     x, y = grid(picture.shape[1] // SCALE, picture.shape[0] // SCALE, SCALE)
     return light(picture, look.LIT_DEEP,
                  look.HELD_WASH * cover(box(x, y, *rect, round_corners), 0.4))
@@ -57,7 +57,7 @@ def slit(size, cx, cy, width, height=2.0):
 
 
 def lamp(picture, shape, rgb, glow):
-    """A slit milled into the metal, with its light and what that leaves on the key."""
+    """Adds a slit milled into the metal, its light and the glow on the key."""
     picture = over(picture, tint((0, 0, 0), 0.75 * cover(shape - 0.6, 0.8)))
     lit = cover(shape, 0.4)
     picture = over(picture, tint(rgb, lit))
@@ -69,7 +69,7 @@ def lamp(picture, shape, rgb, glow):
 
 def legend(picture, text, base, middle, rgb, glow, size=look.CAPS_7, tracking=0.5,
            strength=look.LEGEND_GLOW):
-    """Lettering on a key at the picture's own scale."""
+    """Adds lettering to a key, at the picture's scale."""
     ink, above = mask(text, size, tracking, about=middle)
     whole = np.zeros(picture.shape[:2], np.float32)
     left, top = int(round(middle - ink.shape[1] / 2)), base - above
@@ -78,7 +78,7 @@ def legend(picture, text, base, middle, rgb, glow, size=look.CAPS_7, tracking=0.
 
 
 def ink_on(picture, whole, rgb, glow, strength=look.LEGEND_GLOW):
-    """Ink in a shallow engraving, with the light it gives off."""
+    """Adds ink in a shallow engraving and its glow."""
     dark = np.zeros_like(whole)
     dark[:-1] = whole[1:]
     picture = over(picture, tint((0, 0, 0), 0.4 * dark))
@@ -111,7 +111,7 @@ def wide_key(size, rect, lines, state):
 
 
 def panel_key(size, lit):
-    """A low key with one long lamp, complete in its upper 22 rows."""
+    """A low key with one long lamp; the rows below the upper 22 are empty."""
     pressed, lamp_rgb, _, glow = ON if lit else OFF
     left, top, width, height = look.PANEL_KEY
     picture = key_body(size, look.PANEL_KEY, pressed)
@@ -120,7 +120,7 @@ def panel_key(size, lit):
 
 
 def channel_switch(size, chosen):
-    """Five interlocked keys; with none chosen it is what the panel shows without power."""
+    """Five interlocked keys; with none chosen, as the panel shows them without power."""
     picture = None
     left, top, width, height = look.CHANNEL_KEY
     for k in range(5):

@@ -1,4 +1,4 @@
-"""The knobs, frame by frame: modelled anew with flutes and pointer turned, under one light."""
+"""The knobs: every frame is modelled with flutes and pointer turned, under a fixed light."""
 import numpy as np
 from scipy.ndimage import gaussian_filter
 
@@ -12,7 +12,7 @@ SCALE = 6
 
 
 def blank(size):
-    """Black anodised stock, its grain turned about the middle; with the middle and each radius."""
+    """A black anodised surface with lathe grain, its centre, and each sub-pixel's radius."""
     x, y = grid(size, size, SCALE)
     middle = size / 2
     surface = Surface(x, y, SCALE, look.ANODISED)
@@ -63,7 +63,7 @@ def level_knob(frame):
 
 
 def high_pass_dial(frame):
-    """One piece: the cap on a black skirt whose pointer runs out to the labels."""
+    """The cap and a black skirt in one piece; the pointer continues on the skirt to the labels."""
     degrees = frame * look.HPF_STEP_DEGREES
     s, c, r = blank(look.DIAL_IMAGE)
     around = np.radians(turn(s.x, s.y, c, c) - degrees)
@@ -77,7 +77,7 @@ def high_pass_dial(frame):
 
 
 def lamp_and_cap(s, c, r, degrees, radius, face, groove, outline):
-    """A cap standing in a dark groove, cut out along the outline."""
+    """A cap in a dark groove; transparent outside the radius `outline`."""
     s.height = np.where(r < groove, look.GROOVE_FLOOR, s.height)
     s.paint(cover(r - groove, 0.3), look.PIT)
     pointer, edge = cap(s, c, c, degrees, radius, face)
@@ -86,7 +86,7 @@ def lamp_and_cap(s, c, r, degrees, radius, face, groove, outline):
 
 
 def lit(picture, s, c, r, degrees, radius, inner, outer):
-    """Puts the lamp into the groove, lit as far as the pointer, and its glow on the metal."""
+    """Adds the lamp in the groove, lit up to the pointer, and its glow on the metal around it."""
     clear_of_cap = ramp(r, radius - 0.6, radius)
     track = np.abs(r - (inner + outer) / 2) - (outer - inner) / 2
     reach = np.abs(turn(s.x, s.y, c, c)) <= look.GAIN_SWEEP / 2 + 2

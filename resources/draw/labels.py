@@ -1,4 +1,4 @@
-"""Where each stepped label stands, and its ink: the same for the unlit label and the lit one."""
+"""Place and ink of each step's label, common to the unlit and the lit one."""
 import numpy as np
 
 import look
@@ -7,7 +7,7 @@ from pixels import paste, tint
 
 
 def place(text, degrees, rect, centre, radius):
-    """The whole-pixel corner inside the click area that brings the label best onto its ray."""
+    """The label's ink, and its corner (whole pixels) inside the click area closest to its ray."""
     ink, _ = mask(text, look.CAPS_7, about=centre[0])
     h, w = ink.shape
     best = None

@@ -1,4 +1,4 @@
-"""The round lamp and the power button, which is lit around its face."""
+"""The round lamp and the power button, which has a lit ring."""
 import numpy as np
 from scipy.ndimage import gaussian_filter
 
@@ -30,13 +30,13 @@ def led(size, on):
     picture = over(picture, tint(look.LIT, 0.97 * lens * ramp(look.LED_RADIUS - r, 0, 2.6)))
     picture = light(picture, look.LIT_DEEP,
                     look.LED_GLOW * gaussian_filter(lens, look.LED_GLOW_REACH * SCALE))
-    border = min(cx, size[0] - cx)              # the glow ends before the bitmap does
+    border = min(cx, size[0] - cx)              # the glow fades out inside the bitmap
     picture[..., 3] *= ramp(border - r, 0, 2)
     return shrink(picture, SCALE)
 
 
 def power(size, on):
-    """A turned push button; its face sinks when it is on."""
+    """A turned push button, whose face is lower when it is on."""
     cx, cy = look.POWER_MIDDLE
     x, y = grid(*size, SCALE)
     r = np.hypot(x - cx, y - cy)

@@ -1,19 +1,20 @@
-"""Text at exact pixel size: heights snap to whole pixels, widths are spaced to an eighth of one."""
+"""Text at exact sizes: heights snap to whole pixels, letters to eighths of a pixel."""
 import cairo
 import numpy as np
 
 import look
 from pixels import paste, tint
 
-FINE = 8                # horizontal steps of a pixel
-ROOM = 24               # rows above the base line, and below it a third of that
+FINE = 8                # horizontal sub-pixels
+ROOM = 24               # rows above the base line; a third of that below it
 WIDTH = 400
 
 
 def mask(text, size, tracking=0.4, bold=False, about=None):
-    """Coverage of a line of text, cut to its ink, and the rows of it above the base line.
+    """Coverage of a line of text, cropped to its ink, and the number of rows above the base line.
 
-    With a middle to stand about, the width is even or odd so that the ink is centred there exactly.
+    With `about` (the line's middle) the width is made even or odd so that the ink is centred there
+    exactly.
     """
     rows = ROOM + ROOM // 3
     surface = cairo.ImageSurface(cairo.FORMAT_A8, WIDTH * FINE, rows)
@@ -38,7 +39,7 @@ def mask(text, size, tracking=0.4, bold=False, about=None):
     whole = -(-(inked[-1] + 1 - start) // FINE)
     if about is not None and (whole - round(2 * about)) % 2:
         whole += 1
-    spare = (whole * FINE - (inked[-1] + 1 - start)) // 2     # ink sits in the middle of its pixels
+    spare = (whole * FINE - (inked[-1] + 1 - start)) // 2     # centres the ink in whole pixels
     start -= spare
     line = fine[:, start:start + whole * FINE].astype(np.float32) / 255
     line = line.reshape(rows, whole, FINE).mean(2)
@@ -47,7 +48,7 @@ def mask(text, size, tracking=0.4, bold=False, about=None):
 
 
 def engrave(picture, ink, rgb, left, top):
-    """Paint-filled engraving: the groove's upper wall is in shade, its lower lip in the light."""
+    """Paint-filled engraving: the groove's upper wall is in shade, its lower edge is lit."""
     h, w = ink.shape
     groove = np.zeros((h + 2, w + 2), np.float32)
     groove[1:-1, 1:-1] = ink
@@ -61,7 +62,7 @@ def engrave(picture, ink, rgb, left, top):
 
 def write(picture, text, base, rgb, size=look.CAPS_7, left=None, middle=None, tracking=0.4,
           bold=False):
-    """Engraves a line by its left edge or middle; the base line is the row below its capitals."""
+    """Engraves a line at its left edge or middle; the base line is the row below its capitals."""
     ink, above = mask(text, size, tracking, bold, about=middle)
     if left is None:
         left = int(round(middle - ink.shape[1] / 2))
@@ -69,14 +70,14 @@ def write(picture, text, base, rgb, size=look.CAPS_7, left=None, middle=None, tr
 
 
 def write_up(picture, text, column, middle, rgb, size, tracking, bold=False):
-    """A line that reads upwards; its base line is the column to the right of its capitals."""
+    """Engraves a line that reads upwards; its base line is the column right of its capitals."""
     ink, above = mask(text, size, tracking, bold)
     ink = np.rot90(ink)
     engrave(picture, ink, rgb, column - above, int(round(middle - ink.shape[0] / 2)))
 
 
 def name_between_rules(picture, text, ends, base, rgb, tracking, up=False):
-    """A name with a hairline either side, turned at both ends towards what it names."""
+    """Engraves a name between two hairlines, whose ends bend down, or up, to what it names."""
     middle = (ends[0] + ends[1]) / 2
     ink, above = mask(text, look.CAPS_7, tracking, about=middle)
     start = int(round(middle - ink.shape[1] / 2))

@@ -1,5 +1,5 @@
-"""Every dimension and colour of the artwork. Lengths are pixels, angles degrees clockwise from
-straight up."""
+"""Every dimension and colour of the artwork. Lengths are in pixels, angles in degrees clockwise
+from straight up."""
 import re
 from pathlib import Path
 
@@ -19,16 +19,16 @@ FILL_LIGHT = (0.75, 0.10, 0.66)
 FILL_STRENGTH = 0.20
 SKY = 0.34              # ambient light on a face turned to the key light
 GROUND = 0.10           # and on one turned away from it
-LAMP_ABOVE = 420        # above the window's top; rows further down get less light
-LAMP_HEIGHT = 800       # over the panel
-LIGHT_SIZE = 0.20       # of the key light, which softens the edges of its shadows
-SHADOW_REACH = 16       # the furthest a cast shadow is followed
-CAVITY_RADIUS = 3.0     # how far a neighbouring wall darkens a floor
+LAMP_ABOVE = 420        # the lamp's distance above the window's top; lower rows get less light
+LAMP_HEIGHT = 800       # and its height over the panel
+LIGHT_SIZE = 0.20       # of the key light; softens the edges of its shadows
+SHADOW_REACH = 16       # greatest length of a cast shadow
+CAVITY_RADIUS = 3.0     # distance within which a wall darkens a floor
 CAVITY_STRENGTH = 0.16
 
 # ---- Materials ---------------------------------------------------------------------------------
-# albedo (linear red, green, blue), metal: strength of the highlight,
-# along and across: its width along and across the grain (a radian measure of the surface slope).
+# albedo: linear red, green, blue; metal: strength of the highlight; along, across: its width along
+# and across the grain (surface slope).
 GRAPHITE = dict(albedo=(0.0375, 0.0394, 0.0434), metal=0.015, along=0.30, across=0.55)
 CHASSIS = dict(albedo=(0.0150, 0.0158, 0.0176), metal=0.008, along=0.30, across=0.55)
 ANODISED = dict(albedo=(0.0165, 0.0172, 0.0190), metal=0.075, along=0.22, across=0.50)
@@ -40,18 +40,18 @@ PIT = dict(albedo=(0.0032, 0.0034, 0.0038), metal=0.0, along=0.5, across=0.5)
 
 # ---- Colours (sRGB) ----------------------------------------------------------------------------
 LIT = (0xD1, 0xE3, 0xEE)            # the pale blue of the name field and of every lamp
-LIT_DEEP = (0x7F, 0xB4, 0xD6)       # what its glow leaves on the metal
-AMBER = (0xF2, 0x9A, 0x4B)          # something is off
+LIT_DEEP = (0x7F, 0xB4, 0xD6)       # its glow on metal
+AMBER = (0xF2, 0x9A, 0x4B)          # lamps of switches that turn something off
 AMBER_DEEP = (0xC8, 0x5A, 0x1E)
 LETTER = (0xCE, 0xD1, 0xD4)         # captions
-LETTER_FAINT = (0x97, 0x9C, 0xA2)   # scales and labels that wait to be lit
+LETTER_FAINT = (0x97, 0x9C, 0xA2)   # scales and unlit labels
 LETTER_AMBER = (0xC9, 0x87, 0x50)   # the caption of a bypass
 POINTER = (0xF4, 0xF7, 0xF9)
-LAMP_DARK = (0x1B, 0x20, 0x24)      # a lamp with no light
-LETTER_IDLE = (0x7C, 0x90, 0x9C)   # the legend of such a lamp
+LAMP_DARK = (0x1B, 0x20, 0x24)      # an unlit lamp
+LETTER_IDLE = (0x7C, 0x90, 0x9C)    # the legend of a key that is on without power
 AMBER_IDLE = (0x80, 0x58, 0x38)
 AMBER_LETTER_IDLE = (0xA0, 0x78, 0x58)
-LAMP_IDLE = (0x5A, 0x70, 0x7E)      # a lamp that is set but has no power
+LAMP_IDLE = (0x5A, 0x70, 0x7E)      # the lamp of a key that is on without power
 KEY_LETTER = (0x9C, 0xA1, 0xA6)     # a key's legend, unlit
 FIELD = (0xD1, 0xE3, 0xEE)
 
@@ -62,8 +62,8 @@ CAPS_6 = 8.45
 CAPS_8 = 11.25
 CAPS_9 = 12.66
 CAPS_13 = 18.30
-RULE_RISE = 4           # of a caption's hairlines over its base line
-RULE_GAP = 6            # between them and the caption
+RULE_RISE = 4           # height of a caption's hairlines above its base line
+RULE_GAP = 6            # between hairline and caption
 RULE_HOOK = 4
 RULE_INK = 0.6
 
@@ -72,22 +72,22 @@ GRAIN_LENGTHS = (7, 28, 110)
 GRAIN_DEPTH = 0.030
 
 # ---- Plates ------------------------------------------------------------------------------------
-EDGE_GAP = 0.9          # of darkness around a plate
+EDGE_GAP = 0.9          # dark gap around a plate
 EDGE_DEPTH = 2.5
 EDGE_CHAMFER = (1.3, 0.65)  # width and depth
 HAIRLINE_DEPTH = 0.55
 HAIRLINE_INK = 0.8
-CONTACT_SHADE = 0.45    # where a knob meets the plate
+CONTACT_SHADE = 0.45    # darkening of the plate around a knob
 CONTACT_REACH = 2.2
 COUNTERSINK = (0.9, 1.1)    # width and depth
 SCREW_CROWN = 0.5
 SCREW_EDGE = (0.9, 0.7)     # width and depth of the chamfer on its head
-SOCKET_SHARE = 0.46     # of the head's radius
+SOCKET_SHARE = 0.46     # socket size as a share of the head's radius
 SOCKET_DEPTH = 2.0
 
 # ---- Parts turned on a lathe ---------------------------------------------------------------------
 RINGS_PER_PIXEL = 2.5
-TURNED_DEPTH = 0.075    # slope of the lathe's rings on a knob's face
+TURNED_DEPTH = 0.075    # slope of the lathe rings on a knob's face
 
 # ---- Frame -------------------------------------------------------------------------------------
 FRAME = (940, 505)
@@ -100,7 +100,7 @@ PRESET_TOP = 487
 CHEEK_MIDDLE = 20.5
 CHEEK_SCREWS = (25.0, 462.0)
 CHEEK_SCREW_RADIUS = 6.5
-BRAND_BASE = 27         # columns of the two upright lines, and the rows of their middles
+BRAND_BASE = 27         # columns of the two upright lines, and rows of their middles
 BRAND_MIDDLE = 352
 BRAND_LINE_BASE = 24
 BRAND_LINE_MIDDLE = 190
@@ -119,7 +119,7 @@ NAME_LEFT = 9           # of a band's or knob's name, at the upper left of its k
 TICK_LENGTH = 3.0
 TICK_WIDTH = 1.0
 
-# Coaxial knob: the view is 121 by 101 and the image stands in it at (25, 12)
+# Coaxial knob: the view is 121 by 101, with the image at (25, 12)
 COAX_VIEWS = dict(high=(2, 36), mid=(2, 138), low=(2, 240))
 COAX_VIEW = (121, 101)
 COAX_IMAGE_AT = (25, 12)
@@ -141,7 +141,7 @@ RING_NOTCHES = 48
 RING_HEIGHT = 8.0
 # profiles: (radius, height)
 RING_PROFILE = ((21.2, 7.3), (22.5, 8.0), (27.0, 8.0), (28.6, 7.25), (31.0, 3.65))
-RING_FLOOR = 4.5        # under the cap
+RING_FLOOR = 4.5        # height under the cap
 GROOVE_FLOOR = -1.6     # of the groove that holds a lamp
 KNURL_WIDTH = 2.6
 KNURL_DEPTH = 0.9
@@ -149,13 +149,13 @@ CAP_RADIUS = 18.4
 CAP_FACE = 13.6
 CAP_FLUTES = 18
 FLUTE_DEPTH = 1.5
-FLUTE_BITE = 0.75       # what a flute takes off the cap's radius
+FLUTE_BITE = 0.75       # depth of a flute in the cap's outline
 CAP_HEIGHT = 9.0        # above the ring
 CAP_DISH = 0.5          # depth of the face's hollow
 CAP_CHAMFER = (1.1, 0.6)    # width and depth
-CAP_TAPER = 0.42        # share of its height that the skirt falls
+CAP_TAPER = 0.42        # drop of the cap's side, as a share of its height
 POINTER_START = 0.40    # share of the face's radius
-CAP_SHADOW_HEIGHT = 5.5  # of the shadow on the ring; short, so that the ring's pointer is legible
+CAP_SHADOW_HEIGHT = 5.5  # for the shadow on the ring; low, so that the ring's pointer stays legible
 CAP_SHADOW = 0.48
 ARC_INNER = 19.0       # the lamp in the groove around a knob
 ARC_OUTER = 20.9
@@ -163,9 +163,9 @@ POINTER_WIDTH = 1.8
 POINTER_SEAM = 0.5      # darkness of the seam around it
 ARC_GLOW = 0.55
 ARC_GLOW_REACH = 1.3
-GAIN_SWEEP = 300        # of a gain knob, 0 dB straight up
+GAIN_SWEEP = 300        # rotation of a gain knob; 0 dB is straight up
 
-# Level knob and high-pass dial: the view is 112 by 112 and the image stands in it at (15, 15)
+# Level knob and high-pass dial: the view is 112 by 112, with the image at (15, 15)
 DIAL_VIEWS = dict(drive=(7, 29), hpf=(7, 128), output=(7, 230))
 DIAL_VIEW = 112
 DIAL_INSET = 15
@@ -178,7 +178,7 @@ HPF_LABELS = ("OFF", "20", "30", "50", "70", "100", "140", "200", "280", "400", 
 COLLAR_PROFILE = ((23.5, 2.2), (24.2, 3.0), (25.4, 3.0), (26.8, 2.35), (27.6, 0.35), (27.7, 0.0))
 COLLAR_INNER = 23.5
 SKIRT_PROFILE = ((0.0, 4.6), (24.2, 4.6), (25.7, 3.9), (27.6, 1.3), (27.7, 0.0))
-SKIRT_FLOOR = 3.0       # the cap's foot
+SKIRT_FLOOR = 3.0       # height of the cap's base
 DIAL_CAP_RADIUS = 20.6
 DIAL_CAP_FACE = 15.0
 DIAL_ARC_INNER = 21.3
@@ -186,7 +186,7 @@ DIAL_ARC_OUTER = 23.1
 DIAL_RADIUS = 27.6
 DIAL_TICK_RADIUS = 29.2
 DIAL_LABEL_RADIUS = 34.6
-LEVEL_TICKS = (1, 2, 3, 4, 6, 8, 12, 16)     # dB, both ways
+LEVEL_TICKS = (1, 2, 3, 4, 6, 8, 12, 16)     # dB, positive and negative
 LEVEL_LABELS = (2, 4, 8, 12, 16)
 LEVEL_RANGE = 16        # dB at either end
 
@@ -206,7 +206,7 @@ LAMP_GLOW_REACH = 1.6
 LEGEND_GLOW = 0.375
 LEGEND_GLOW_REACH = 1.3
 HOVER_GLOW = 0.25
-HELD_WASH = 0.22        # light on the face of a key that is held
+HELD_WASH = 0.22        # light on the face of a held key
 LOW_SHELF_KEY = (5, 3, 29, 38)
 HIGH_SHELF_KEY = (3, 3, 29, 38)
 PROCESS_KEY = (2, 3, 29, 38)
@@ -230,7 +230,7 @@ LED_MIDDLE = (10.5, 11.0)
 MAIN_PANEL = (89, 487)
 PANEL_LEGEND_LEFT = 53
 PANEL_LEGEND_BASE = 11  # below a key's top
-BYPASS_AT = (8, 282)    # of its caption: left, base line
+BYPASS_AT = (8, 282)    # its caption's left edge and base line
 POWER_BASE = 451
 SWITCH_SIZE = (47, 92)
 PANEL_RULE_INSET = 6
@@ -249,7 +249,7 @@ POWER_FACE = 15.2
 POWER_GROOVE = 16.6
 POWER_FACE_PROFILE = ((0.0, 2.2), (6.8, 2.5), (10.0, 2.85), (13.6, 3.4), (15.2, 2.0))
 POWER_COLLAR_PROFILE = ((16.6, 2.6), (18.6, 2.6), (20.0, 0.2), (20.1, 0.0))
-POWER_SUNK = 2.2        # of its face when it is on
+POWER_SUNK = 2.2        # how much lower its face is when on
 POWER_INK = (0x14, 0x17, 0x1A)
 POWER_AT = (3, 387)
 PANEL_SCREWS = ((79.5, 9.5), (79.5, 477.5))
@@ -259,17 +259,17 @@ INFO_KEY = (3, 2, 39, 15)
 LABEL_AT = (33, 455)
 LABEL = (771, 32)
 LABEL_BASE = 20
-LABEL_INSET = 6         # of a rule's ends from the strips' edges
+LABEL_INSET = 6         # from the strips' edges to the ends of a rule
 # Left and right ends, in the frame, of the strips of each channel
 LABEL_GROUPS = (((42, 167), (180, 305)), ((42, 292), (305, 555)), ((42, 417), (430, 805)))
 LABEL_NAMES = (("LEFT", "RIGHT"), ("MID", "SIDE"))
 
 # ---- Preset row --------------------------------------------------------------------------------
 NAME_FIELD = (139, 489, 255, 503)
-FIELD_POCKET = 1.5      # what the pocket around the name field is larger by
+FIELD_POCKET = 1.5      # margin of the pocket around the name field
 FIELD_DEPTH = 1.2
 FIELD_ROUND = 1.5
-FIELD_SHADE = (0.20, 3.0)   # of the pocket's wall on the field's top: strength and rows
+FIELD_SHADE = (0.20, 3.0)   # shade of the pocket's wall at the field's top: strength and rows
 MENU_KEY_AT = (258, 489)
 MENU_KEY = (12, 14)
 SLOT_A_MIDDLE = 321.5

@@ -1,4 +1,4 @@
-"""The plate at the right with the global controls: captions, rules and what shows without power."""
+"""The right-hand plate with the global controls: captions, rules and the unlit channel switch."""
 import keys
 import look
 from lettering import write

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Puts the bitmaps together as the editor does, in each of its four layouts, with some settings."""
+"""Composes the bitmaps as the editor does, in each of its four layouts, with some settings."""
 import argparse
 import os
 
@@ -9,7 +9,7 @@ import bitmap_list
 import look
 import strips
 
-# One column's settings: per band ring step and gain in dB, then the switches
+# Settings of one column: ring step and gain in dB of each band, then the switches
 EQ_WARM = dict(high=(6, 1.5), mid=(0, 0.0), low=(7, 2.0), low_shelf=1, high_shelf=1, process=1)
 EQ_CUT = dict(high=(2, 4.5), mid=(9, -3.0), low=(5, -1.25), low_shelf=0, high_shelf=1, process=1)
 EQ_OUT = dict(high=(0, 0.0), mid=(4, 8.0), low=(8, -6.0), low_shelf=1, high_shelf=0, process=0)

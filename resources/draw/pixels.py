@@ -1,10 +1,10 @@
-"""Pictures as arrays of sRGB floats with straight alpha: coordinates, scaling, layering, files."""
+"""Pictures as arrays of sRGB floats with straight alpha: coordinates, scaling, blending, files."""
 import numpy as np
 from PIL import Image
 
 
 def grid(width, height, scale):
-    """x and y of each sub-pixel's middle, in pixels."""
+    """x and y of each sub-pixel's centre, in pixels."""
     x = (np.arange(width * scale, dtype=np.float32) + 0.5) / scale
     y = (np.arange(height * scale, dtype=np.float32) + 0.5) / scale
     return np.meshgrid(x, y)
@@ -40,12 +40,12 @@ def with_alpha(rgb, alpha):
 
 
 def tint(rgb, alpha):
-    """A plain colour in the shape of a mask."""
+    """A plain colour with the given alpha."""
     return with_alpha(np.broadcast_to(colour(rgb), alpha.shape + (3,)), np.clip(alpha, 0, 1))
 
 
 def over(below, above):
-    """Lays one picture over another of the same size."""
+    """Blends one picture over another of the same size."""
     a, b = above[..., 3:], below[..., 3:]
     alpha = a + b * (1 - a)
     rgb = (above[..., :3] * a + below[..., :3] * b * (1 - a)) / np.maximum(alpha, 1e-6)
@@ -53,7 +53,7 @@ def over(below, above):
 
 
 def light(below, rgb, glow):
-    """Adds light of a colour to what is below; where that is empty, the light lies by itself."""
+    """Adds light of a colour to a picture; on transparent pixels it is the picture's colour."""
     a = np.clip(glow, 0, 1)[..., None]
     rgb = colour(rgb)
     alpha = below[..., 3:] + a * (1 - below[..., 3:])
@@ -63,7 +63,7 @@ def light(below, rgb, glow):
 
 
 def paste(below, above, left, top):
-    """Lays a smaller picture over part of a larger one, in place, cut at the edges."""
+    """Blends a picture over part of another one, in place, clipped at the edges."""
     h, w = above.shape[:2]
     y0, x0 = max(top, 0), max(left, 0)
     y1, x1 = min(top + h, below.shape[0]), min(left + w, below.shape[1])
@@ -79,7 +79,7 @@ def to_bytes(picture):
 
 
 def save(picture, path):
-    """8 bits a channel, alpha only where it is used."""
+    """Writes a PNG with 8 bits per channel; alpha only if the picture is not opaque."""
     data = to_bytes(picture)
     if (data[..., 3] == 255).all():
         data = np.ascontiguousarray(data[..., :3])

@@ -1,5 +1,4 @@
-"""The metal the instrument is made of: brushed plates, their chamfered edges, screws and shadows of
-knobs."""
+"""Brushed metal plates: chamfered edges, engravings, screws and shadows of knobs."""
 import numpy as np
 from scipy.ndimage import gaussian_filter, gaussian_filter1d
 
@@ -12,7 +11,7 @@ SCALE = 4
 
 
 def brushed(width, height, seed):
-    """Brightness of a horizontally brushed surface about 1: streaks of several lengths."""
+    """Brightness (around 1) of a horizontally brushed surface: streaks of several lengths."""
     rng = np.random.default_rng(seed)
     grain = np.zeros((height, width), np.float32)
     for length in look.GRAIN_LENGTHS:
@@ -23,22 +22,23 @@ def brushed(width, height, seed):
 
 
 def lamp_strength(y):
-    """How much of the lamp's light reaches a row of the window, 1 at half height."""
+    """Relative brightness of the lamp at a row of the window, 1 at half height."""
     def distance(row):
         return look.LAMP_HEIGHT ** 2 + (row + look.LAMP_ABOVE) ** 2
     return distance(look.FRAME[1] / 2) / distance(y)
 
 
 class Plate:
-    """A sheet of metal under construction, from its height map to the finished picture."""
+    """A metal plate, built up as a height map and rendered by finish()."""
 
     def __init__(self, size, material, seed, top=0, scale=SCALE):
         self.size, self.scale, self.seed = size, scale, seed
         self.x, self.y = grid(*size, scale)
         self.surface = Surface(self.x, self.y, scale, material)
         self.surface.brightness = lamp_strength(self.y + top)
-        self.things_above = np.zeros_like(self.x)  # knobs of other bitmaps that cast shadows here
-        self.bare = np.ones_like(self.x)                # where the grain shows
+        # Heights of knobs in other bitmaps, for their shadows
+        self.things_above = np.zeros_like(self.x)
+        self.bare = np.ones_like(self.x)        # 1 where the grain is visible
 
     def edges(self):
         """A dark gap at the border of the plate and a chamfer inside it."""
@@ -68,7 +68,7 @@ class Plate:
         self.engrave(box(self.x, self.y, left, y - 0.5, right - left, 1.0, 0.5))
 
     def outline(self, left, top, width, height):
-        """An engraved frame, one hairline wide, with the corners of a key."""
+        """An engraved rounded rectangle, one hairline wide."""
         self.engrave(np.abs(box(self.x, self.y, left, top, width, height, look.KEY_ROUND)) - 0.5)
 
     def engrave(self, distance):

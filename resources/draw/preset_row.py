@@ -23,7 +23,7 @@ def menu_key(size):
 
 
 def rocker(size, frame):
-    """Two keys, previous and next: at rest, each under the mouse, each held."""
+    """Two keys, previous and next: frames at rest, each hovered, each held."""
     width, height = size
     half = width // 2
     halves = []

@@ -1,8 +1,8 @@
-"""One light for everything: a height map and its materials become a picture.
+"""Lighting: renders a height map with materials to a picture.
 
-A surface is a height above the plate in pixels. Its normal is lit by a key and a fill light and by
-a sky; metal adds the stretched highlight of a grooved surface (Ward's model), whose grain direction
-is given. Nothing here turns with a knob, so highlights stay where they are while a pointer moves.
+A surface is a height above the plate in pixels. It is lit by a key and a fill light and by the
+sky; metal adds the anisotropic highlight of a grooved surface (Ward's model) with a given grain
+direction. The lights are fixed, so highlights stay in place while a knob turns.
 """
 import numpy as np
 from scipy.ndimage import gaussian_filter
@@ -32,7 +32,7 @@ class Surface:
         self.across = np.full_like(x, material["across"])
         self.brightness = 1.0
         self.grain = np.zeros_like(x)       # angle of the grain, radians from the x axis
-        self.tilt_x = np.zeros_like(x)      # fine relief too small for the height map
+        self.tilt_x = np.zeros_like(x)      # slopes of relief too fine for the height map
         self.tilt_y = np.zeros_like(x)
 
     def paint(self, mask, material):
@@ -43,7 +43,7 @@ class Surface:
             field += (material[name] - field) * mask
 
     def turned_about(self, cx, cy, mask):
-        """Lathe grain: grooves run around the centre."""
+        """Sets the lathe grain: grooves around the centre."""
         around = np.arctan2(self.y - cy, self.x - cx) + np.pi / 2
         self.grain = np.where(mask > 0.5, around, self.grain)
 
@@ -84,7 +84,7 @@ class Surface:
 
 
 def cast_shadow(height, scale, onto=None):
-    """1 where the key light is seen, 0 in a shadow, whose edge is softer further from its cause."""
+    """Visibility of the key light, 0 to 1; shadows get softer with distance from the occluder."""
     ground = height if onto is None else onto
     reach = float(height.max() - ground.min())
     seen = np.zeros_like(height)
@@ -108,7 +108,7 @@ def cast_shadow(height, scale, onto=None):
 
 
 def shifted(field, dx, dy):
-    """The field moved by whole sub-pixels; its edge values fill what comes in."""
+    """The field shifted by whole sub-pixels; edge values are repeated."""
     h, w = field.shape
     rows = np.clip(np.arange(h) - dy, 0, h - 1)
     columns = np.clip(np.arange(w) - dx, 0, w - 1)

@@ -1,4 +1,4 @@
-"""Distances and profiles that height maps are made of; a distance is negative inside its shape."""
+"""Signed distances (negative inside a shape) and profiles for height maps."""
 import numpy as np
 
 
@@ -23,18 +23,18 @@ def spoke(x, y, cx, cy, degrees, inner, outer, width):
 
 
 def cover(distance, softness):
-    """How much of a small square of this side a shape covers, from its distance."""
+    """Anti-aliased coverage from a signed distance; `softness` is the width of the edge."""
     return np.clip(0.5 - distance / softness, 0, 1)
 
 
 def ramp(value, start, end):
-    """0 before the start, 1 after the end, smooth between."""
+    """0 before the start, 1 after the end, smooth in between."""
     t = np.clip((value - start) / (end - start), 0, 1)
     return t * t * (3 - 2 * t)
 
 
 def slope(value, start, end):
-    """0 before the start, 1 after the end, straight between: a machined chamfer."""
+    """0 before the start, 1 after the end, linear in between, as a machined chamfer."""
     return np.clip((value - start) / (end - start), 0, 1)
 
 

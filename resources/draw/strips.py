@@ -23,7 +23,7 @@ def name_knobs(picture, names, bases):
 
 
 def ticks(picture, plate, centre, angles, radius, length):
-    """Engraved marks that stand exactly on the rays a pointer turns to."""
+    """Engraved marks at the given pointer angles."""
     ink = np.zeros_like(plate.x)
     for degrees in angles:
         d = spoke(plate.x, plate.y, centre[0], centre[1], degrees, radius, radius + length,
@@ -33,7 +33,7 @@ def ticks(picture, plate, centre, angles, radius, length):
 
 
 def level_position(decibels):
-    """Where the level law puts the knob, 0 to 1, for a gain."""
+    """The level knob's position, 0 to 1, for a gain."""
     x = (decibels + look.LEVEL_RANGE) / (2 * look.LEVEL_RANGE)
     t = max(x, 1 - x)
     p = (((-8.60583 * t + 30.0348) * t - 39.2757) * t + 23.4886) * t - 4.64187

@@ -1,5 +1,4 @@
-"""Parts made on a lathe: profiles, concentric grain, fluted caps, and the lamp in the groove around
-one."""
+"""Parts turned on a lathe: profiles, concentric grain, fluted caps, and the lamp around a cap."""
 import numpy as np
 
 import look
@@ -8,13 +7,13 @@ from shapes import cover, ramp, slope, spoke, turn
 
 
 def profile(radius, points):
-    """Height along a radius, straight between the given (radius, height) corners."""
+    """Height at a radius, interpolated linearly between (radius, height) points."""
     return np.interp(radius, [p[0] for p in points], [p[1] for p in points]).astype(np.float32)
 
 
 def rings(surface, cx, cy, inner, outer, seed):
-    """The fine rings that the tool leaves; they do not turn with the part, so that no
-    highlight flickers."""
+    """Adds the fine rings of the lathe tool; the same in all frames, so that highlights do not
+    flicker."""
     x, y = surface.x - cx, surface.y - cy
     radius = np.hypot(x, y)
     count = int(outer * look.RINGS_PER_PIXEL) + 3
@@ -29,13 +28,14 @@ def rings(surface, cx, cy, inner, outer, seed):
 
 
 def knurl(radius, around, outer, bite):
-    """Notches cut into a rim, deepest at its edge; around is in radians from the pointer."""
+    """Depth of notches in a rim, deepest at its edge; `around` is the angle from the pointer, in
+    radians."""
     notch = ramp(np.cos(look.RING_NOTCHES * around), 0.1, 0.9)
     return bite * notch * ramp(radius, outer - look.KNURL_WIDTH, outer - look.KNURL_WIDTH / 2)
 
 
 def cap(surface, cx, cy, degrees, radius, face, base=0.0):
-    """A fluted titanium cap with a dished face; returns the distances to its pointer and edge."""
+    """Adds a fluted titanium cap with a dished face; returns the distances to pointer and edge."""
     x, y = surface.x, surface.y
     r = np.hypot(x - cx, y - cy)
     around = np.radians(turn(x, y, cx, cy) - degrees)
@@ -56,14 +56,14 @@ def cap(surface, cx, cy, degrees, radius, face, base=0.0):
 
 
 def inlay(picture, line, within, scale):
-    """A pointer let into the metal, flush, with a dark seam around it; no light or shadow on it."""
+    """Adds a flush pointer with a dark seam, unaffected by the lighting."""
     inside = cover(within, 1.0 / scale)
     picture = over(picture, tint((0, 0, 0), look.POINTER_SEAM * cover(line - 0.3, 0.8) * inside))
     return over(picture, tint(look.POINTER, cover(line, 0.4) * inside))
 
 
 def arc(x, y, cx, cy, degrees, inner, outer):
-    """Distance to the part of a groove from straight up to the pointer; at 0 dB a dot is left."""
+    """Distance to the arc of a groove from straight up to the pointer; at 0 dB a dot."""
     middle, half = (inner + outer) / 2, (outer - inner) / 2
     at = turn(x, y, cx, cy)
     beyond = np.maximum(min(0.0, degrees) - at, at - max(0.0, degrees))

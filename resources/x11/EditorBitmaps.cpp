@@ -1,9 +1,9 @@
-// Where the system knows no resources, the bitmaps are a table in the library.
+// On systems without resources the bitmaps are a table in the library.
 #include "EditorBitmaps.h"
 
 #include "vstgui/platform/bitmapresources.h"
 
-// Written by the build from the list of bitmaps.
+// Generated from bitmaps.txt (cmake/Bitmaps.cmake).
 extern "C" const VSTGUI::EmbeddedBitmap zkrEditorBitmaps[];
 extern "C" const VSTGUI::EmbeddedBitmap zkrEditorBitmapsEnd[];
 

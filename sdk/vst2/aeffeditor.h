@@ -1,4 +1,4 @@
-// AEffEditor: the editor of a VST 2 effect, as the effect's dispatcher drives it.
+// AEffEditor: the editor of a VST 2 effect, called by the effect's dispatcher.
 #pragma once
 
 #include "vst2interface.h"
@@ -7,9 +7,9 @@ class AEffEditor {
 public:
     virtual ~AEffEditor() = default;
 
-    // Points `rect` at the size, which stays valid until the next call. False: there is none.
+    // Points `rect` at the size, which stays valid until the next call. False: no size is known.
     virtual bool getRect(ERect** rect) = 0;
-    // As a child of the host's window. False when it cannot be shown.
+    // Opens as a child of the host's window. False if it cannot be shown.
     virtual bool open(void* parentWindow) = 0;
     virtual void close() = 0;
     // `character` or `virtualKey` is 0 where there is none; `modifiers` are VstModifierKey bits.

@@ -1,4 +1,4 @@
-// The C side of an effect: callbacks, dispatch, and the checks at the border.
+// The C functions of an effect: argument checks and dispatch to the virtual functions.
 #include "audioeffectx.h"
 
 namespace {
@@ -8,7 +8,7 @@ AudioEffect* effectOf(AEffect* effect)
     return effect ? static_cast<AudioEffect*>(effect->object) : nullptr;
 }
 
-// Nothing that is thrown may reach the host's C code: it gets `failed` instead.
+// No exception may reach the host's C code: it gets `failed` instead.
 template <typename Result, typename Call>
 Result guarded(Result failed, Call call)
 {
@@ -49,7 +49,7 @@ float getEffectParameter(AEffect* effect, VstInt32 index)
     return object->getParameter(index);
 }
 
-// The accumulating form that hosts gave up long ago; the pointer must be there, the work not.
+// The obsolete accumulating form: the pointer must not be null, but no host calls it.
 void processAccumulating(AEffect*, float**, float**, VstInt32) { }
 
 void processEffect(AEffect* effect, float** inputs, float** outputs, VstInt32 frames)
@@ -225,7 +225,7 @@ VstIntPtr AudioEffectX::editorDispatcher(VstInt32 opcode, VstInt32 index, VstInt
                                          void* ptr, float opt)
 {
     const auto key = static_cast<VstInt32>(value & 0xFF);
-    // A number that no set of modifiers has would not fit an integer.
+    // Values outside the range of modifier flags may not fit an integer.
     const VstInt32 modifiers = opt >= 0.0f && opt < 256.0f ? static_cast<VstInt32>(opt) : 0;
     switch (opcode) {
     case effEditGetRect:

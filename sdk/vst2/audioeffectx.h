@@ -1,11 +1,11 @@
-// The object behind an AEffect: turns a host's C calls into virtual functions, and checks what a
-// host may get wrong (indices, null pointers) before they are called.
+// The object behind an AEffect: turns a host's C calls into virtual functions, after checking
+// indices and pointers.
 #pragma once
 
 #include "aeffeditor.h"
 #include "vst2interface.h"
 
-// The effect with the operations that every host uses.
+// The basic operations.
 class AudioEffect {
 public:
     AudioEffect(audioMasterCallback audioMaster, VstInt32 numPrograms, VstInt32 numParams);
@@ -15,7 +15,7 @@ public:
 
     AEffect* getAeffect() { return &cEffect; }
 
-    // Answers an EffectOpcode; unknown ones give 0.
+    // Handles an EffectOpcode; unknown ones return 0.
     virtual VstIntPtr dispatcher(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
                                  float opt);
 
@@ -45,7 +45,7 @@ public:
     virtual void processReplacing(float** inputs, float** outputs, VstInt32 frames) = 0;
 
 protected:
-    // Asks the host; 0 without a host.
+    // Calls the host; 0 without a host.
     VstIntPtr askHost(HostOpcode opcode, VstInt32 index = 0, VstIntPtr value = 0,
                       void* ptr = nullptr, float opt = 0.0f);
 
@@ -55,7 +55,7 @@ private:
     audioMasterCallback hostCallback;
 };
 
-// The operations of the interface's second version.
+// The operations that version 2 of the interface added.
 class AudioEffectX : public AudioEffect {
 public:
     using AudioEffect::AudioEffect;
@@ -70,14 +70,14 @@ public:
 
     virtual bool getInputProperties(VstInt32 pin, VstPinProperties* properties) = 0;
     virtual bool getOutputProperties(VstInt32 pin, VstPinProperties* properties) = 0;
-    // Either arrangement may be null, which keeps the present one.
+    // A null arrangement keeps the present one.
     virtual bool setSpeakerArrangement(const VstSpeakerArrangement* input,
                                        const VstSpeakerArrangement* output) = 0;
     virtual bool getSpeakerArrangement(VstSpeakerArrangement** input,
                                        VstSpeakerArrangement** output) = 0;
 
-    // Texts of at most 32 (name) and 64 characters (vendor, product), without a terminator where
-    // they fill their room.
+    // Texts of at most 32 (name) and 64 characters (vendor, product), without a terminator if they
+    // fill the buffer.
     virtual bool getEffectName(char* text) = 0;
     virtual bool getVendorString(char* text) = 0;
     virtual bool getProductString(char* text) = 0;
@@ -93,7 +93,7 @@ public:
     virtual void idle() { }
 
 protected:
-    // Null: the effect has no editor. The editor stays the caller's.
+    // Null: the effect has no editor. The caller keeps ownership.
     void setEditor(AEffEditor* editorToShow);
 
 private:

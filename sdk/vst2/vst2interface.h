@@ -1,6 +1,6 @@
 // The C interface of VST 2.4 as this project uses it, for 64-bit systems: the structures that host
-// and plug-in share, and the numbers of the operations each may ask of the other. Layouts are fixed
-// by what existing hosts were compiled with; the assertions below pin them.
+// and plug-in share, and the opcodes that each sends to the other. Existing binaries fix the
+// layouts; the assertions below check them.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ using VstIntPtr = std::intptr_t;
 
 struct AEffect;
 
-// What a host gives the entry point: the plug-in asks through it, with a HostOpcode.
+// The host's callback, passed to the entry point: the plug-in calls it with a HostOpcode.
 using audioMasterCallback = VstIntPtr (*)(AEffect* effect, VstInt32 opcode, VstInt32 index,
                                           VstIntPtr value, void* ptr, float opt);
 using AEffectDispatcherProc = VstIntPtr (*)(AEffect* effect, VstInt32 opcode, VstInt32 index,
@@ -38,14 +38,14 @@ struct AEffect {
     VstInt32 numInputs;
     VstInt32 numOutputs;
     VstInt32 flags;           // EffectFlags
-    VstIntPtr hostReserved1;  // the host's own; zero at the start
+    VstIntPtr hostReserved1;  // for the host; initially zero
     VstIntPtr hostReserved2;
     VstInt32 initialDelay;  // latency, in samples
     VstInt32 unused1;
     VstInt32 unused2;
     float unused3;
-    void* object;  // the plug-in's own
-    void* user;    // the host's own
+    void* object;  // for the plug-in
+    void* user;    // for the host
     VstInt32 uniqueID;
     VstInt32 version;
     AEffectProcessProc processReplacing;
@@ -156,8 +156,8 @@ enum PluginCategory : VstInt32 {
     kPlugCategGenerator = 11,
 };
 
-// Buffer sizes that a host may be relied on to offer, without the terminator where a C string
-// shorter than the size is written.
+// Smallest sizes of the hosts' text buffers, in bytes. Parameter labels and displays may have a
+// terminator in addition.
 constexpr std::size_t kVstMaxProgNameLen = 24;
 constexpr std::size_t kVstMaxParamStrLen = 8;
 constexpr std::size_t kVstMaxParamNameLen = 32;
@@ -166,7 +166,7 @@ constexpr std::size_t kVstMaxVendorStrLen = 64;
 constexpr std::size_t kVstMaxLabelLen = 64;
 constexpr std::size_t kVstMaxShortLabelLen = 8;
 
-// What a host asks of the plug-in, through AEffect::dispatcher.
+// Operations that a host calls through AEffect::dispatcher.
 enum EffectOpcode : VstInt32 {
     effOpen = 0,
     effClose = 1,
@@ -220,9 +220,9 @@ enum EffectOpcode : VstInt32 {
     effGetNumMidiOutputChannels = 79,
 };
 
-constexpr VstIntPtr kEffectIdentity = 0x4E764566;  // "NvEf", what effIdentify answers
+constexpr VstIntPtr kEffectIdentity = 0x4E764566;  // "NvEf", the answer to effIdentify
 
-// What the plug-in asks of the host.
+// Operations that the plug-in calls through audioMasterCallback.
 enum HostOpcode : VstInt32 {
     audioMasterAutomate = 0,  // index, opt
     audioMasterVersion = 1,

@@ -1,4 +1,4 @@
-// Band models, interactions and the laws behind the knobs, against values worked out apart.
+// Band models, band interactions and control laws, against independently computed values.
 #include "BandModels.h"
 
 #include "BandInteractions.h"
@@ -63,8 +63,7 @@ TEST(BandModels, FiguresAtZeroAndAtTheEnds)
     EXPECT_NEAR(midBellModel(1.0, 5600.0).damping, 1.7, 1e-12);
 }
 
-// Also at 0 dB, which is a boost for a shelf and a cut for a bell, and beyond 16 dB, which count as
-// 16.
+// Also at 0 dB (a boost for a shelf, a cut for a bell) and beyond 16 dB (clamped to 16).
 TEST(BandInteractions, CurvesAndTheirWeights)
 {
     ASSERT_EQ(workedRows("shelf").size(), 29u);

@@ -40,7 +40,7 @@ TEST(BiquadFilter, EveryResponseIsItsAnaloguePrototypeWithTheNarrowedQ)
     }
 }
 
-TEST(BiquadFilter, SwitchedOffIsAWireThatForgets)
+TEST(BiquadFilter, DisabledPassesItsInputAndClearsItsState)
 {
     for (const bool bySample : {true, false}) {
         SCOPED_TRACE(bySample);
@@ -57,7 +57,7 @@ TEST(BiquadFilter, SwitchedOffIsAWireThatForgets)
         EXPECT_EQ(x, 0.25);
         for (const double past : {filter.x1, filter.x2, filter.y1, filter.y2})
             EXPECT_EQ(past, 0.0);
-        EXPECT_EQ(filter.b0, 1.0);  // designed as a wire, too
+        EXPECT_EQ(filter.b0, 1.0);  // the design, too, passes the input through
         EXPECT_EQ(filter.a1, 0.0);
     }
 }
@@ -97,13 +97,13 @@ TEST(BiquadFilter, LimitsOfItsSettersAndBadNumbers)
     filter.setSampleRate(44100.0);
     EXPECT_EQ(filter.frequency, 40000.0);  // not limited again by the new rate
     filter.b0 = 42.0;
-    filter.setEnabled(1);  // as it is already: nothing is designed again
+    filter.setEnabled(1);  // no change: not redesigned
     EXPECT_EQ(filter.b0, 42.0);
 }
 
-// A first-order low-pass has the single pole p and the gain 1 - p. The glide moves both in straight
-// lines, so the signal follows y = g[n] x + p[n] y.
-TEST(BiquadFilter, AGlideMovesPoleAndGainInStraightLinesFor150Milliseconds)
+// A first-order low-pass has the single pole p and the gain 1 - p. The glide interpolates both
+// linearly, so the output is y = g[n] x + p[n] y.
+TEST(BiquadFilter, AGlideInterpolatesPoleAndGainLinearlyFor150Milliseconds)
 {
     const auto poleAt = [](double hz) {
         return std::exp(-2.0 * std::asinh(std::sin(kPi * hz / 20000.0)));
@@ -134,7 +134,7 @@ TEST(BiquadFilter, AGlideOfComplexPolesArrivesAtTheDesignAndAnyCallOfSetInstantE
     for (int n = 0; n < 7199; ++n)
         filter.processSample(0.0);
     EXPECT_EQ(filter.rampCount, 1);
-    // The last coefficients of the glide, read from one sample after rest.
+    // With the state cleared, one sample shows the glide's last b0.
     filter.x1 = filter.x2 = filter.y1 = filter.y2 = 0.0;
     const BiquadFilter target = designed(48000.0, FilterType::PeakingEq, 6000.0, 1.5, 9.0);
     EXPECT_NEAR(filter.processSample(1.0), target.b0, 1e-9);
@@ -146,7 +146,7 @@ TEST(BiquadFilter, AGlideOfComplexPolesArrivesAtTheDesignAndAnyCallOfSetInstantE
     EXPECT_EQ(filter.pole1Im.current, filter.pole1Im.target);
     EXPECT_EQ(filter.pole1Im.step, 0.0);
 
-    filter.setEnabled(0);  // with a glide, off is reached only at its end
+    filter.setEnabled(0);  // glides to off
     EXPECT_EQ(filter.rampCount, 7200);
     for (int n = 0; n < 7200; ++n)
         filter.processSample(0.5);

@@ -24,7 +24,7 @@ TEST(WetBiquadFilter, BlendsItsOutputWithTheInput)
     }
 }
 
-TEST(WetBiquadFilter, TheMixIsLimitedGlidesWithTheFilterAndDryItStillRuns)
+TEST(WetBiquadFilter, TheMixIsClampedAndGlidesAndTheFilterRunsAlsoWhenDry)
 {
     WetBiquadFilter filter(20000.0, FilterType::LowPass1, 500.0, 1.0, 0.0);
     filter.setWet(7.0);
@@ -44,7 +44,7 @@ TEST(WetBiquadFilter, TheMixIsLimitedGlidesWithTheFilterAndDryItStillRuns)
     EXPECT_EQ(filter.wetCurrent, 0.6);
 }
 
-TEST(TrackedBiquadFilter, AFrequencyCutShortByALowRateComesBackAtAHigherOne)
+TEST(TrackedBiquadFilter, AFrequencyClampedAtALowRateIsRestoredAtAHigherOne)
 {
     TrackedBiquadFilter filter(kRate, 71355.0);
     filter.setFrequency(1e9);
@@ -78,7 +78,7 @@ TEST(ShelfSection, TheSkirtsMixAndFrequencyAreLimited)
     section.setSkirt(-0.1, -3.0);
     EXPECT_EQ(section.skirtMix, 0.0);
     EXPECT_NEAR(section.skirt.frequency, 100.0 * 0.127 * 0.25, 1e-9);
-    EXPECT_EQ(section.skirtRatio, -3.0);  // kept as it came
+    EXPECT_EQ(section.skirtRatio, -3.0);  // stored unclamped
 }
 
 TEST(PeakSection, IsABandPassWithBlendedSkirtsScaledFromItsEdges)
@@ -100,7 +100,7 @@ TEST(PeakSection, IsABandPassWithBlendedSkirtsScaledFromItsEdges)
     }
 }
 
-TEST(PeakSection, RatiosOnlyMoveASkirtInwardsAndNoFurtherThanTwoOctavesBeyondTheOtherEdge)
+TEST(PeakSection, RatiosMoveASkirtOnlyInwardsAndAtMostTwoOctavesBeyondTheOtherEdge)
 {
     PeakSection section(kRate, FilterType::BandPass);
     section.setFrequency(1000.0);

@@ -52,8 +52,7 @@ inline Complex lowPass1At(double corner, double hz, double rate)
     return (1.0 - pole) / (1.0 - pole * std::polar(1.0, -2.0 * kPi * hz / rate));
 }
 
-// Of the responses that the strips have. Q falls towards half the rate, at a pace of its own for
-// each.
+// The responses that the strips use. Q falls towards half the rate, differently for each.
 inline Complex analogueAt(FilterType type, double corner, double q, double hz, double rate)
 {
     if (type == FilterType::HighPass1)
@@ -76,7 +75,7 @@ inline bool isDenormal(double x)
     return std::fpclassify(x) == FP_SUBNORMAL;
 }
 
-// The same value whatever the optimiser knows: the sum is really made, then the difference.
+// x + tiny - tiny, which the optimiser must not simplify.
 inline double flushed(double x, double tiny)
 {
     volatile double y = x;

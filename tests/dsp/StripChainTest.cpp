@@ -1,5 +1,5 @@
-// The fast forms of the strips against the plain one: side by side through random automation, every
-// sample and every byte the strips keep.
+// The fast forms of the strips against the plain one under the same random automation: every sample
+// and every byte of the strips' state.
 #include "StripChain.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ namespace {
 
 constexpr int kMaxCount = StripProcessorQB9::kMaxCount;
 
-// In memory that was zero before, so that padding compares equal.
+// Constructed in zeroed memory, so that padding compares equal.
 template <class Strip>
 struct Zeroed {
     std::unique_ptr<unsigned char[]> memory{new unsigned char[sizeof(Strip)]()};
@@ -47,7 +47,7 @@ struct Channel {
     }
 };
 
-// Two channels in one form; what is not in the chain stays as it is.
+// Two channels that run in one form. A layout may leave some of their strips out of the chain.
 struct Rig {
     Channel left, right;
     std::function<ProcessingForm(int block)> form;
@@ -55,7 +55,7 @@ struct Rig {
 
 using Rigs = std::vector<std::unique_ptr<Rig>>;
 
-// What each channel's chain has: the pre-amplifier, the first and the second strip.
+// The strips in each channel's chain: P pre-amplifier, 1 first strip, 2 second strip.
 struct Layout {
     const char *name, *left, *right;  // without right: mono
 };
@@ -95,7 +95,8 @@ public:
     double unit() { return std::uniform_real_distribution<double>(0.0, 1.0)(random); }
     int below(int n) { return std::uniform_int_distribution<int>(0, n - 1)(random); }
 
-    // The same for all rigs; mostly on all strips, so that left and right often agree.
+    // Applies one random change to all rigs; mostly to all strips, so that left and right often
+    // agree.
     void turnSomething(const Rigs& rigs)
     {
         const int side = below(10);
@@ -121,7 +122,7 @@ public:
         };
         const double v = unit();
         switch (below(20)) {
-        case 0: {  // at the lowest rates a gain glide is over within a block or a few
+        case 0: {  // at the lowest rates a gain glide ends within a few blocks
             const double rates[] = {250.0, 700.0, 3000.0, 44100.0, 192000.0};
             const double rate = rates[below(5)];
             onPreamps([=](QB9& s) { s.setSampleRate(rate); });
@@ -131,7 +132,7 @@ public:
             return onPreamps([=](QB9& s) { s.stripActive = v < 0.9; });
         case 2:
             return onStrips([=](T46& s) { s.setProcessOn(v < 0.8 ? 1.0F : 0.0F); });
-        case 3:  // until the next update of the band switches it off again
+        case 3:  // cleared by the band's next update
             return onStrips([=](T46& s) { s.midBell.main.setLimitDrive(0.5); });
         case 4:
             return onStrips([=](T46& s) {
@@ -143,7 +144,7 @@ public:
         case 6:
             return onPreamps([=, set = kPreampSetters[below(4)]](QB9& s) { (s.*set)(v); });
         default: {
-            // Bands are out, and stages in circuit, more often than chance would have them.
+            // Switches bands off, and stages on, more often than a uniform value would.
             const int index = below(14);
             const bool zero = index >= 11 ? v < 0.3 : index >= 8 && v < 0.8;
             const auto set = kStripSetters[index % 11];
@@ -175,7 +176,7 @@ Rigs makeRigs()
     const ProcessingForms forms;  // plain first
     for (const ProcessingForm form : forms)
         add([form](int) { return form; });
-    add([forms](int block) {  // a different one each time
+    add([forms](int block) {  // another form for each block
         return forms.begin()[block % (forms.end() - forms.begin())];
     });
     return rigs;
@@ -188,7 +189,7 @@ void runSideBySide(unsigned seed, const Layout& layout, int blocks, std::set<int
     const Rigs rigs = makeRigs();
     int kind = 0;
     for (int block = 0; block < blocks; ++block) {
-        // Now and then a burst of changes, then quiet, so that glides run and come to their end.
+        // Bursts of changes with pauses between them, so that glides reach their end.
         if (automation.below(12) == 0)
             for (int i = automation.below(12); i >= 0; --i)
                 automation.turnSomething(rigs);
@@ -234,7 +235,7 @@ TEST(StripChain, EveryFormLeavesTheSameBitsInSamplesAndStrips)
             if (HasFatalFailure())
                 return;
         }
-    EXPECT_EQ(bandModes.size(), 19U);  // all there are, and the process switch
+    EXPECT_EQ(bandModes.size(), 19U);  // every band mode, and the process switched off
     EXPECT_GT(glidesEnded, 20);
 }
 
@@ -260,7 +261,7 @@ TEST(StripChain, BadNumbersInItsSettersLeaveTheSignalFinite)
             channel.first->setProcessOn(1.0F);
             for (const auto setter : kPreampSetters)
                 (channel.preamp.strip->*setter)(bad);
-            for (const double value : {1.0, bad})  // with the bands in circuit and as they fall
+            for (const double value : {1.0, bad})  // with all bands on, then with the bad value
                 for (const auto setter : kStripSetters)
                     (channel.first.strip->*setter)(value);
             channel.preamp->setPhase(bad);

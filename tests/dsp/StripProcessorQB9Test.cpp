@@ -1,4 +1,4 @@
-// The pre-amplifier strip: its rate and what its setters leave alone.
+// The pre-amplifier strip: rate changes, smoothing and the boost.
 #include "StripProcessorQB9.h"
 
 #include "Responses.h"
@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST(StripProcessorQB9, ARateChangeAppliesAWaitingPolarityAndEndsEveryGlide)
+TEST(StripProcessorQB9, ARateChangeAppliesAPendingPolarityAndEndsEveryGlide)
 {
     StripProcessorQB9 strip;
     strip.setPhase(1.0);
@@ -28,7 +28,7 @@ TEST(StripProcessorQB9, ARateChangeAppliesAWaitingPolarityAndEndsEveryGlide)
     EXPECT_EQ(strip.inverted, 1);
 }
 
-TEST(StripProcessorQB9, WhatLiesFarBelowHearingIsCutOffInEverySmoother)
+TEST(StripProcessorQB9, EverySmootherFlushesTinyValues)
 {
     StripProcessorQB9 strip;
     const double tiny = 1e-20, cut = flushed(tiny, 1e-14);
@@ -49,14 +49,14 @@ TEST(StripProcessorQB9, TheBoostIsDesignedWhenSwitchedAndOnlyThen)
     StripProcessorQB9 strip;
     strip.set28k(1.0);
     strip.setSampleRate(192000.0);
-    EXPECT_DOUBLE_EQ(strip.boostBand.frequency, 44100.0 * 0.499);  // cut short at the first rate
+    EXPECT_DOUBLE_EQ(strip.boostBand.frequency, 44100.0 * 0.499);  // clamped at the first rate
     strip.boostBand.b0 = 42.0;
-    strip.set28k(0.7);  // as it is already
+    strip.set28k(0.7);  // no change: still on
     EXPECT_EQ(strip.boostBand.b0, 42.0);
     strip.boostBand.y1 = 0.5;
     strip.set28k(0.0);
     EXPECT_EQ(strip.boostBand.frequency, 28000.0);
-    EXPECT_EQ(strip.boostBand.enabled, 1);  // only no longer called
+    EXPECT_EQ(strip.boostBand.enabled, 1);  // still enabled, but no longer called
     double x = 1.0;
     strip.processInputStage(&x, 1);
     EXPECT_EQ(x, 1.0);

@@ -37,9 +37,8 @@ TEST(AmplifierCurve, BendsFoldsAt28AndIsStraightFrom7)
     EXPECT_NEAR(shapeAmplifier(-17.0, 0.0, 0.25), -(2.8 + 14.2 * straight), 1e-12);
 }
 
-// The stages one after the other as they stand in the signal's road; the colour stays without the
-// bands.
-TEST(T46Process, LoudSignalsMeetTransformersAndAmplifierInTheirOrder)
+// The stages in processing order. Switching the bands off leaves transformers and amplifier on.
+TEST(T46Process, ALoudSignalPassesTransformersAndAmplifierInOrder)
 {
     const double rate = 88200.0;
     const auto filter = [&](FilterType type, double hz) {
@@ -80,7 +79,7 @@ TEST(T46Process, GainsMoveInLinearRampsOf150MillisecondsAndOnlyWithTheProcess)
     ASSERT_GT(bandRamp, 0.0);
     ASSERT_GT(outputRamp, 0.0);
     double block[64] = {};
-    strip.processOn = 0;  // without an update, which would start the ramp anew
+    strip.processOn = 0;  // set without an update, which would restart the ramp
     strip.process(block, 64);
     strip.processOn = 1;
     for (int n = 0; n <= 7200; ++n) {

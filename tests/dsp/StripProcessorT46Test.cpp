@@ -43,7 +43,7 @@ TEST(StripProcessorT46, TheLowShelfActsFrom63To300HzOnlyAndTheSwitchStays)
     }
     strip.setLowFrequency(step(6));
     strip.setLowFrequency(0.0);
-    EXPECT_EQ(strip.lowShelfActive, 1);  // judged by the last step
+    EXPECT_EQ(strip.lowShelfActive, 1);  // decided by the last step that was on
     EXPECT_EQ(strip.bandMode, 0);
     strip.setLowFrequency(step(6));
     strip.setLowShelf(0.49);

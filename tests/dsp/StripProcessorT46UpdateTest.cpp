@@ -1,4 +1,4 @@
-// What an update hands to the sections and the gain ramp, by combination of bands.
+// What an update sets in the sections and the gain ramp, for each combination of bands.
 #include "FrequencySteps.h"
 #include "Responses.h"
 #include "StripProcessorT46.h"
@@ -15,7 +15,7 @@ double knob(double db)
     return (db + 16.0) / 32.0;
 }
 
-// The position of a step; Off where the table has none such.
+// The knob position of a step; that of "Off" for a frequency that is not in the table.
 template <class Table>
 double position(const Table& table, double hz)
 {
@@ -23,7 +23,7 @@ double position(const Table& table, double hz)
     return static_cast<double>(step % 10) / 9.0;
 }
 
-// In the order of the worked values.
+// In the order of the columns of worked_values.txt.
 std::vector<double> setUpOf(const ShelfSection& shelf)
 {
     return {shelf.main.frequency, 1.0, 0.0, 1.0, shelf.skirtMix, shelf.skirtRatio};
@@ -95,7 +95,7 @@ TEST(T46Update, TheRampStartsFromTheGainInForceAndATinyStepIsFlushed)
     EXPECT_EQ(strip.lowGainStep, flushed(raw, 1e-14));
 
     strip.setSampleRate(96000.0);
-    strip.update();  // nothing moved: the ramp runs again with no step
+    strip.update();  // no gain changed: the ramp restarts with a step of 0
     EXPECT_EQ(strip.gainRampCount, 14400);
     EXPECT_EQ(strip.midGainStep, 0.0);
 }

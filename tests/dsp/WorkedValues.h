@@ -1,4 +1,4 @@
-// The rows of worked_values.txt, whose comments explain their numbers.
+// Reads worked_values.txt; the comments there explain its columns.
 #pragma once
 
 #include <fstream>
@@ -8,7 +8,7 @@
 
 using WorkedRow = std::vector<double>;
 
-// Those of one kind; empty where there is no such file.
+// The rows of one kind; empty if the file is missing.
 inline std::vector<WorkedRow> workedRows(const std::string& kind)
 {
     std::vector<WorkedRow> rows;

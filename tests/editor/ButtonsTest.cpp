@@ -1,12 +1,11 @@
-// Buttons and switches while they are used: what is held, hovered or half on, and how the wheel
-// turns what has more than two positions.
+// Buttons and switches in use: held, hovered, half on, and turned by the wheel.
 #include "EditorStage.h"
 
 using namespace VSTGUI;
 
 namespace {
 
-TEST_F(Editor, HalfIsOnToTheEyeAndToTheClickAndAPressNeedsNoRelease)
+TEST_F(Editor, AButtonActsOnThePressAndIsOnFromOneHalf)
 {
     for (const double half : {0.5, 0.49}) {
         set(kMS, half);
@@ -53,14 +52,14 @@ TEST_F(Editor, TheChannelSwitchStepsByPressAndWheelAndOnlyWithPower)
     set(kPower, 0);
     window->screen.mouseMove(position(60), kLButton);
     window->screen.mouseUp(position(60));
-    EXPECT_EQ(heard(), gesture(kChannel, {kChannel})) << "power lost in a drag";
+    EXPECT_EQ(heard(), gesture(kChannel, {kChannel})) << "power switched off in a drag";
     window->drag(position(60), {0, -51});
     EXPECT_TRUE(window->screen.wheel(position(9), -1));
     EXPECT_EQ(heard(), Calls{});
     expectShown();
 }
 
-// Of a momentary button, with the mouse in the window.
+// The frame that a momentary button shows, with the mouse in the window.
 Look showing(int tag, int frame)
 {
     Look look;
@@ -91,7 +90,7 @@ TEST_F(Editor, AMomentaryButtonActsOnThePressAndStaysDownWhileHeld)
         window->screen.mouseMove({200, 300});
         expectShown();
     }
-    // The info button shows only that the mouse is over it.
+    // The info button has a hover frame but no pressed one.
     window->screen.mouseMove(at(kTagInfo));
     window->screen.mouseDown(at(kTagInfo));
     Look info = showing(kTagInfo, 1);
@@ -99,7 +98,7 @@ TEST_F(Editor, AMomentaryButtonActsOnThePressAndStaysDownWhileHeld)
     expectShown(info);
 }
 
-TEST_F(Editor, TheRockerShowsItsSideAndComesToRestSilently)
+TEST_F(Editor, TheRockerShowsItsPressedSideAndReturnsToRestWithoutEffect)
 {
     const CRect rect = control(kRockerTag).rect;
     const CPoint left(rect.left + 15, 495), right(rect.left + 16, 495), away(200, 300);
@@ -111,14 +110,14 @@ TEST_F(Editor, TheRockerShowsItsSideAndComesToRestSilently)
     const struct {
         const char* what;
         std::function<void()> action;
-        int frame, preset;  // then; preset 5 before
+        int frame, preset;  // expected afterwards; preset 5 before
     } steps[] = {
         {"over the left", [&] { screen.mouseMove(left); }, 1, 5},
         {"over the right", [&] { screen.mouseMove(right); }, 2, 5},
         {"right button", [&] { window->click(right, kRButton); }, 2, 5},
         {"press", [&] { screen.mouseDown(right); }, 4, 6},
         {"drag", [&] { screen.mouseMove(left, kLButton); }, 4, 6},
-        {"release", [&] { screen.mouseUp(left); }, 2, 6},  // no move without a button since
+        {"release", [&] { screen.mouseUp(left); }, 2, 6},  // hover changes only on a move
         {"back over the left", [&] { screen.mouseMove(left); }, 1, 6},
         {"click", [&] { window->click(left); }, 1, 5},
         {"leave", [&] { screen.mouseMove(away); }, 0, 5},

@@ -1,5 +1,5 @@
-// What happens every day around a control: its host closes the window or changes the layout while
-// it is dragged or in the middle of its own handler.
+// The host closes the window or changes the layout while a control is dragged or inside its own
+// handler.
 #include "EditorStage.h"
 
 #include <functional>
@@ -35,7 +35,7 @@ struct ControlLife : Editor {
         controller.setComponentHandler(&controller.host);
     }
 
-    // With the middle of one control of each class.
+    // Calls `use` with the centre of one control of each class.
     void forEachClass(const std::function<void(CPoint)>& use)
     {
         showEverything();
@@ -48,13 +48,13 @@ struct ControlLife : Editor {
             showEverything();
             window->screen.onMenu = [](COptionMenu&) { return 3; };
             host.calls.clear();
-            // The host lets go of a closed editor when it is out of its calls.
+            // The host releases a closed editor only after the editor's calls have returned.
             const IPtr<TemplateEditor> alive = window->view;
             use(placed.isDisplay() ? placed.rect.getCenter() : at(placed.id));
             expectBalanced();
         }
     }
-    // As many ends as begins, and never more ends than begins.
+    // Begins and ends of gestures match and do not nest.
     void expectBalanced() const
     {
         int open = 0;
@@ -67,7 +67,7 @@ struct ControlLife : Editor {
     void changeLayout() { set(kQB11, 1 - value(kQB11)); }
 
     RestlessHost host;
-    const BitmapUser decoded;  // for all windows
+    const BitmapUser decoded;  // keeps the bitmaps decoded for all windows
 };
 
 TEST_F(ControlLife, WindowMayCloseOrChangeAtAnyCallOfTheHost)
@@ -97,14 +97,14 @@ TEST_F(ControlLife, WindowMayCloseOrChangeAtAnyCallOfTheHost)
         }
 }
 
-TEST_F(ControlLife, ADragThatIsCutOffEndsItsGesture)
+TEST_F(ControlLife, ADragThatIsInterruptedEndsItsGesture)
 {
     const std::function<void(CPoint)> cuts[] = {
         [&](CPoint) { window->close(); },
         [&](CPoint) { changeLayout(); },
         // A second button.
         [&](CPoint where) { window->screen.mouseDown(where, kLButton | kRButton); },
-        // The release has gone astray.
+        // A move without a button: the release was missed.
         [&](CPoint where) { window->screen.mouseMove(where, 0); },
     };
     for (const auto& cut : cuts) {

@@ -1,5 +1,5 @@
-// Every control in every layout, held against controls.txt: what it is and where, what it shows,
-// and what mouse and wheel make of it.
+// Every control in every layout, compared with controls.txt: class and place, what it shows, and
+// its response to mouse and wheel.
 #include "EditorStage.h"
 
 #include <algorithm>
@@ -24,7 +24,7 @@ bool isExactly(const CControl* control, const std::string& className)
     return std::string(typeid(*control).name()).find(mangled) != std::string::npos;
 }
 
-// The control that the mouse finds there; null for none.
+// The topmost control at a point; null for none.
 CControl* underMouse(CFrame* frame, CPoint where)
 {
     std::vector<SharedPointer<CView>> chain;
@@ -32,7 +32,7 @@ CControl* underMouse(CFrame* frame, CPoint where)
     return chain.empty() ? nullptr : dynamic_cast<CControl*>(&*chain.back());
 }
 
-TEST_F(Editor, EveryControlIsWhatItsRowSaysAndStandsThere)
+TEST_F(Editor, EveryControlHasTheClassAndPlaceOfItsRow)
 {
     for (const Row& row : rows("layout")) {
         show(row);
@@ -51,11 +51,11 @@ TEST_F(Editor, EveryControlIsWhatItsRowSaysAndStandsThere)
             EXPECT_TRUE(placed.rect.left >= window->width()
                         || std::any_of(met.begin(), met.end(),
                                        [&](const auto& pair) { return pair.first == &placed; }))
-                << placed.title << " is out of reach";
+                << placed.title << " is covered everywhere";
         for (const auto& [placed, control] : met) {
-            SCOPED_TRACE(row.at("name") + ", " + (placed ? placed->title : "beside all rows"));
+            SCOPED_TRACE(row.at("name") + ", " + (placed ? placed->title : "outside all rows"));
             if (!placed || !control) {
-                EXPECT_EQ(placed, nullptr) << "the mouse does not find it all over its place";
+                EXPECT_EQ(placed, nullptr) << "no control at a point of its rectangle";
                 EXPECT_EQ(control, nullptr) << "there is a control of tag " << control->getTag();
                 continue;
             }
@@ -190,7 +190,7 @@ TEST_F(KnobRows, TurnEveryKnob)
         }
 }
 
-TEST_F(Editor, EachMoveOfADragIsToldTwiceInOneGesture)
+TEST_F(Editor, EachMoveOfADragIsReportedTwiceInOneGesture)
 {
     set(kLink, 0);
     window->screen.mouseDown(at(kLGainL));
@@ -201,10 +201,10 @@ TEST_F(Editor, EachMoveOfADragIsToldTwiceInOneGesture)
         controller.host.calls,
         (Calls{"begin 28", "perform 28", "perform 28", "perform 28", "perform 28", "end 28"}));
     ASSERT_EQ(controller.host.edits.size(), 4u);
-    EXPECT_NEAR(controller.host.edits[2].second, 0.5, 1e-4) << "at first as things stand";
+    EXPECT_NEAR(controller.host.edits[2].second, 0.5, 1e-4) << "first the old value";
     EXPECT_NEAR(controller.host.edits[3].second, 0.55, 1e-3);
 
-    // A double click tells of what the gesture before has moved.
+    // A double click reports the parameter that the previous gesture moved.
     window->click(at(kLFreqL));
     heard();
     window->screen.mouseDown(at(kLGainL), kLButton | kDoubleClick);
@@ -264,7 +264,7 @@ TEST_F(Editor, BothBypassesTheChannelsUnlessBothAreBypassed)
     }
 }
 
-TEST_F(Editor, EveryButtonTurnsItsParameterOverAndIsLockedAsItsRowSays)
+TEST_F(Editor, EveryButtonTogglesItsParameterAndIsDisabledAsItsRowSays)
 {
     const std::set<std::string> kinds{"wheel", "always", "key", "label", "both"};
     for (const Row& row : rows("layout")) {

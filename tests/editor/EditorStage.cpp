@@ -1,4 +1,3 @@
-// Using the editor, and drawing it once more from controls.txt.
 #include "EditorStage.h"
 
 #include "EditorBitmap.h"
@@ -65,7 +64,8 @@ Tables readTables()
     return tables;
 }
 
-// Where a knob shows a value that has a row, or whose mirror image has one.
+// The position at which a knob shows a value: from the row of the value or of its mirror image,
+// else the value itself.
 double position(const std::string& kind, double value)
 {
     for (const Row& row : rows("law", kind))
@@ -192,7 +192,7 @@ CPoint Editor::at(int id)
         if (placed.use == "band" && placed.id == id + 2)
             return placed.face().getCenter() + CPoint(28, 0);
     const Placed found = control(id);
-    // The upper edge of the right bypass lies under the left one.
+    // The left bypass covers the upper edge of the right one.
     return found.face().getCenter() + CPoint(0, id == kBpsCh2 ? 3 : 0);
 }
 
@@ -215,7 +215,7 @@ std::string Editor::hint()
     return "no hint label";
 }
 
-// Of its picture; -1 when it shows none.
+// The frame of its picture; -1 if it shows none.
 int Editor::frameOf(const Placed& placed, const Look& look)
 {
     if (const auto other = look.frames.find(placed.id); other != look.frames.end())
@@ -272,7 +272,7 @@ void Editor::draw(CDrawContext& context, const Placed& placed, const Look& look)
     } else if (placed.isKnob()) {
         drawKnob(context, placed);
     } else if (placed.className == "CBlinkLEDButton" && frameOf(placed, look) > 0) {
-        // The light lies over the dark key.
+        // The lit frame is blended over the dark one.
         drawFrame(context, placed.picture, placed.frames, 0, placed.rect);
         drawFrame(context, placed.picture, placed.frames, 1, placed.rect, look.light);
     } else if (placed.use != "menu") {

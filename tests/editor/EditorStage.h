@@ -1,5 +1,5 @@
-// The editor of a controller in a host that has no display: the mouse goes where a user would
-// move it, and what the host hears and the pictures show is held against controls.txt.
+// A fixture for the editor in an offscreen host, under synthetic mouse input. Expected pictures are
+// drawn from controls.txt.
 #pragma once
 
 #include "../presets/ControllerProbe.h"
@@ -16,10 +16,10 @@ using VSTGUI::CPoint;
 using VSTGUI::CRect;
 using Calls = std::vector<std::string>;
 
-// What a host hears of a control that is used once.
+// The calls that a host gets in one gesture.
 Calls gesture(ParamID tag, std::initializer_list<ParamID> edited);
 
-// The window of a host, which takes every size that the editor asks for.
+// A host's window, which accepts every size that the editor requests.
 class Window : public IPlugFrame {
 public:
     explicit Window(ControllerProbe& controller);
@@ -41,7 +41,7 @@ public:
 
     int width() const { return static_cast<int>(screen.frameSize().x); }
     VSTGUI::CFrame* frame() { return view->getFrame(); }
-    // A point of the column at the right end.
+    // A point relative to the main panel, the column at the right.
     CPoint panel(double x, double y) const { return {width() - 89 + x, y}; }
 
     void click(CPoint where, int32_t buttons = VSTGUI::kLButton)
@@ -59,10 +59,10 @@ public:
 
     VSTGUI::OffscreenHost screen;
     IPtr<TemplateEditor> view;
-    std::vector<int> widths;  // that the editor asked for
+    std::vector<int> widths;  // requested by the editor
 };
 
-// A row of controls.txt: words by the names of their columns.
+// A row of controls.txt: values by column name.
 struct Row : std::map<std::string, std::string> {
     double number(const std::string& column) const { return std::stod(at(column)); }
     int whole(const std::string& column) const { return std::stoi(at(column)); }
@@ -73,38 +73,38 @@ struct Row : std::map<std::string, std::string> {
 };
 
 const std::vector<Row>& rows(const std::string& table);
-// Those for a kind of knob.
+// Only the rows for one kind of knob.
 std::vector<Row> rows(const std::string& table, const std::string& knob);
 
-// A control in the window, and what messages call it.
+// A control in the window; `title` is its name in messages.
 struct Placed {
     std::string name, className, use, title;
     CRect rect;
     int id, picture, frames, lit;
 
-    // Where a knob's picture stands in its rectangle.
+    // The rectangle of a knob's picture.
     CRect face() const;
     bool isKnob() const { return use == "band" || use == "level" || use == "dial"; }
-    // The others have a tag of their own.
+    // Displays have no tag of their own.
     bool isDisplay() const { return use == "lamp" || use == "hint"; }
 };
 
-// What a window shows beside the parameters.
+// Expected contents of a window that do not follow from the parameters.
 struct Look {
-    // Of momentary buttons that are not at rest, by tag.
+    // Frames of momentary buttons that are not at rest, by tag.
     std::map<int, int> frames{};
-    // Of a lit bypass.
+    // Brightness of a lit bypass button.
     float light = 1.0f;
     std::string hint = "www.zkr-soundworks.example";
-    // In its field, if not the selected preset's.
+    // Text of the name field; empty: the selected preset's name.
     std::string name{};
-    // Empty while the info panel is not shown.
+    // Latency line of the info panel; empty: the panel is closed.
     std::string latency{};
 };
 
 struct Editor : testing::Test {
     Editor() { openWindow(); }
-    // The window goes ahead of the controller.
+    // The window must be destroyed before the controller.
     ~Editor() override { window.reset(); }
 
     void openWindow() { window = std::make_unique<Window>(controller); }
@@ -114,23 +114,23 @@ struct Editor : testing::Test {
     {
         controller.setParamNormalized(static_cast<ParamID>(id), value);
     }
-    // What the host heard since the last question, without repeats.
+    // The host's calls since the previous call of heard(), without repeats.
     Calls heard();
-    // All strips in a window of 894 pixels, unlinked.
+    // Shows all strips (894 pixels wide) and unlinks the channels.
     void showEverything();
     void show(const Row& layout);
 
-    // Of the layout that is asked for, the later ones on top.
+    // The controls of the current layout, topmost last.
     std::vector<Placed> controls();
     Placed control(int tag);
-    // The middle of the control that edits the parameter, or of the ring on its right-hand side.
+    // The centre of the control that edits the parameter; for a ring, a point on its right side.
     CPoint at(int id);
-    // The text that stands there.
+    // The text of the hint line.
     std::string hint();
 
-    // What the window should look like.
+    // The picture drawn from controls.txt.
     VSTGUI::Pixels expectedPicture(const Look& look = {});
-    // Says what else shows.
+    // Compares the window with it and names the controls that differ.
     void expectShown(const Look& look = {});
 
     VSTGUI::ManualClock clock;

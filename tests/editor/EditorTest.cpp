@@ -1,5 +1,5 @@
-// The editor as a whole: layouts, what the host hears of edits, the link of the channels, hints,
-// the info panel, and several windows of one plug-in.
+// The editor as a whole: layouts, edits reported to the host, linked channels, hints, the info
+// panel, and several windows of one plug-in.
 #include "EditorStage.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@ namespace {
 TEST_F(Editor, ModuleButtonsResizeTheWindowAndEverythingMovesAlong)
 {
     EXPECT_EQ(window->width(), 394);
-    // A host makes room for the editor before it is opened.
+    // A host asks for the size before it opens the editor.
     const auto unopened = Steinberg::owned(controller.createView("editor"));
     ViewRect told;
     constexpr std::pair<ParamID, int> kSteps[] = {
@@ -31,7 +31,7 @@ TEST_F(Editor, ModuleButtonsResizeTheWindowAndEverythingMovesAlong)
     EXPECT_EQ(controller.createView("other"), nullptr);
 }
 
-// The two channels, linked in every way that there is.
+// Linked channels, and every way of linking them.
 struct LinkedEditor : Editor {
     LinkedEditor()
     {
@@ -48,7 +48,7 @@ struct LinkedEditor : Editor {
                 knobs.push_back(placed.id - 2);
         }
     }
-    // By a click, by the host, or before the window opens.
+    // 0: by a click, 1: by the host, 2: before the window opens.
     void link(int way)
     {
         if (way == 0)
@@ -57,7 +57,7 @@ struct LinkedEditor : Editor {
         if (way == 2)
             openWindow();
     }
-    // Turns what edits the parameter, upwards or downwards.
+    // Moves the parameter's control upwards (1) or downwards (-1).
     void turn(int id, int direction, int32_t modifiers = 0)
     {
         if (id == kHpfL || id == kHpfR)
@@ -69,12 +69,12 @@ struct LinkedEditor : Editor {
     std::vector<int> knobs, switches;  // of the left channel
 };
 
-TEST_F(LinkedEditor, KnobsKeepTheirDistanceUntilControlTakesIt)
+TEST_F(LinkedEditor, KnobsKeepTheirOffsetUntilAControlDragRemovesIt)
 {
     ASSERT_EQ(knobs.size(), 15u);
     for (int round = 0; round < 6; ++round) {
         const int way = round / 2, side = round % 2, direction = round % 4 < 2 ? -1 : 1;
-        // Neighbours have other distances.
+        // Neighbouring knobs have different offsets.
         const auto distanceOf = [&](std::size_t knob) {
             return -direction * (2 + static_cast<int>(knob % 3)) / 11.0;
         };
@@ -95,10 +95,10 @@ TEST_F(LinkedEditor, KnobsKeepTheirDistanceUntilControlTakesIt)
                 turn(left + side, step < 5 ? direction : -direction);
                 const double partner = value(left + 1 - side);
                 EXPECT_NEAR(partner, std::clamp(value(left + side) - distance, 0.0, 1.0), 1e-6);
-                EXPECT_TRUE(step > 0 || value(left + side) != before) << "it did not move";
+                EXPECT_TRUE(step > 0 || value(left + side) != before) << "the knob did not move";
                 limited |= partner == (direction < 0 ? 0.0 : 1.0);
             }
-            EXPECT_TRUE(limited) << "the partner never stood at its limit";
+            EXPECT_TRUE(limited) << "the partner never reached its limit";
         }
         for (std::size_t knob = 0; knob < knobs.size(); ++knob) {
             const int left = knobs[knob];
@@ -108,12 +108,12 @@ TEST_F(LinkedEditor, KnobsKeepTheirDistanceUntilControlTakesIt)
             turn(left + side, direction, kControl);
             EXPECT_EQ(value(left + side), value(left + 1 - side));
             turn(left + 1 - side, -direction);
-            EXPECT_EQ(value(left + side), value(left + 1 - side)) << "the distance is back";
+            EXPECT_EQ(value(left + side), value(left + 1 - side)) << "the offset came back";
         }
     }
 }
 
-TEST_F(LinkedEditor, SwitchesThatDifferBecomeAlike)
+TEST_F(LinkedEditor, SwitchesThatDifferBecomeEqual)
 {
     ASSERT_EQ(switches.size(), 10u);
     for (const int way : {0, 1, 2}) {
@@ -137,13 +137,13 @@ TEST_F(LinkedEditor, SwitchesThatDifferBecomeAlike)
     heard();
     for (const ParamID id : {kPower, kBpsCh1, kBpsCh2, kMS}) {
         window->click(at(static_cast<int>(id)));
-        EXPECT_EQ(heard(), gesture(id, {id})) << "of both channels";
+        EXPECT_EQ(heard(), gesture(id, {id})) << "a parameter of both channels";
         set(kPower, 1);
         heard();
     }
 }
 
-TEST_F(Editor, AHostsAutomationMovesTheControlsAndRepaintsNothingElse)
+TEST_F(Editor, AutomationMovesTheControlsAndRepaintsNothingElse)
 {
     const auto picture = [this] { return window->screen.paint().rgba; };
     const auto before = picture();
@@ -168,7 +168,7 @@ TEST_F(Editor, AModuleThatAnotherThreadSwitchesInTheMiddleOfALayoutIsFollowed)
     EXPECT_EQ(window->width(), 394);
 }
 
-TEST_F(Editor, TwoWindowsShowTheSameAndOneOutlivesTheOther)
+TEST_F(Editor, TwoWindowsShowTheSameAndOneWorksAfterTheOtherCloses)
 {
     Window second(controller);
     window->click(at(kQB11));
@@ -185,7 +185,7 @@ TEST_F(Editor, TwoWindowsShowTheSameAndOneOutlivesTheOther)
     window->screen.paint();
 }
 
-TEST_F(Editor, TheRestingMouseLightsItsTargetOrGivesItsHint)
+TEST_F(Editor, AHoveredControlIsHighlightedOrShowsItsHint)
 {
     const auto rest = [this](CPoint where) {
         window->screen.setPointer(where);
@@ -223,7 +223,7 @@ TEST_F(Editor, TheRestingMouseLightsItsTargetOrGivesItsHint)
             }
         }
     }
-    // The text turns with the parameter, though the mouse rests where it was.
+    // The hint follows the parameter without a mouse move.
     for (const Row& target : rows("hover"))
         for (const double on : {0.0, 1.0, 0.0}) {
             if (target.at("off") == target.at("on"))
@@ -234,7 +234,7 @@ TEST_F(Editor, TheRestingMouseLightsItsTargetOrGivesItsHint)
         }
 }
 
-TEST_F(Editor, ALitBypassBreathesInStepWithTheOther)
+TEST_F(Editor, LitBypassButtonsPulseInPhase)
 {
     clock.advance(500);
     expectShown();
@@ -257,7 +257,7 @@ TEST_F(Editor, ALitBypassBreathesInStepWithTheOther)
 TEST_F(Editor, InfoPanelCoversEveryLayoutAndClosesAtAClickOrANewSize)
 {
     Look look;
-    bool first = true;  // stands without having been told
+    bool first = true;  // the first latency is shown without a report
     const auto toggle = [&] {
         window->click(at(kTagInfo));
         window->screen.mouseMove({200, 300});
@@ -278,7 +278,7 @@ TEST_F(Editor, InfoPanelCoversEveryLayoutAndClosesAtAClickOrANewSize)
             window->screen.mouseMove({200, 300});
             expectShown();
         }
-        EXPECT_EQ(heard(), Calls{}) << "a host heard of the info panel";
+        EXPECT_EQ(heard(), Calls{}) << "the info panel caused calls to the host";
         toggle();
         set(kQB11, 1 - row.number("QB11"));
         expectShown();
@@ -290,8 +290,8 @@ TEST_F(Editor, InfoPanelCoversEveryLayoutAndClosesAtAClickOrANewSize)
     }
 }
 
-// All over the widest layout.
-TEST_F(Editor, TheMouseReachesNothingUnderTheInfoPanel)
+// At every point of the widest layout.
+TEST_F(Editor, TheInfoPanelTakesAllMouseInput)
 {
     showEverything();
     window->screen.onMenu = [](VSTGUI::COptionMenu&) {
@@ -321,7 +321,7 @@ TEST_F(Editor, TheMouseReachesNothingUnderTheInfoPanel)
     EXPECT_EQ(heard(), Calls{});
     EXPECT_EQ(window->screen.paint().rgba, shown);
 
-    // A double or triple click closes it and does no more.
+    // A double or triple click only closes it.
     for (const Placed& placed : controls()) {
         SCOPED_TRACE(placed.title);
         if (placed.id == kTagInfo)

@@ -1,4 +1,4 @@
-// What passes between the preset panels of several windows, the controller, the host and the store.
+// Messages between the preset panels of several windows, the controller, the host and the store.
 #include "EditorStage.h"
 #include "HandMadeImages.h"
 #include "IdleUpdate_ZKR_Handler.h"
@@ -6,7 +6,7 @@
 
 namespace {
 
-// Two windows, and a third editor that writes down what it is told.
+// Two windows, and a third editor that records its notifications.
 struct Panels : Editor {
     Panels() { controller.editorAttached(&listener); }
     ~Panels() override { controller.editorRemoved(&listener); }
@@ -25,12 +25,12 @@ View& viewOf(Window& window)
     throw std::runtime_error("the panel is not complete");
 }
 
-// The bank changes behind the panels' backs; then each message makes them read again what it tells.
+// The bank changes without notice; then each message must make the panels reread their part of it.
 TEST(PresetPanel, EachMessageRefreshesItsPartOfEveryPanel)
 {
     struct Row {
         int tag;
-        const char *text, *selected, *other;  // in the field, and of menu entries 7 and 1
+        const char *text, *selected, *other;  // of the field and of menu entries 7 and 1
         float value;                          // of the field
     };
     constexpr float kSelected = 8.0f / 24.0f, kTold = 0.25f, kBefore = 1.0f / 24.0f;
@@ -46,7 +46,7 @@ TEST(PresetPanel, EachMessageRefreshesItsPartOfEveryPanel)
     };
     for (int tag = 998; tag <= 1021; ++tag) {
         SCOPED_TRACE(tag);
-        // The others, a loaded preset among them, leave all as it is.
+        // All other messages, that of a loaded preset among them, change nothing.
         Row expected{tag, "typed", "Drum group", "Fat Kick", kBefore};
         for (const Row& row : rows)
             if (row.tag == tag)
@@ -72,15 +72,15 @@ TEST(PresetPanel, EachMessageRefreshesItsPartOfEveryPanel)
     }
 }
 
-// All names fill their 24 bytes, of which an action that sets the name again keeps 23.
-TEST(PresetPanel, EachActionTellsTheOtherEditorsTheHostAndTheStore)
+// All names fill their 24 bytes; an action that sets the name again keeps 23 of them.
+TEST(PresetPanel, EachActionNotifiesEditorsAndHostAndUpdatesTheStore)
 {
     const std::string full(24, 'x'), cut(23, 'x');
     const struct {
         const char* name;
         CPoint where;
         bool twice;
-        std::string file;  // that the dialog answers with
+        std::string file;  // chosen in the dialog
         Values told;
         int published;
         std::string preset, offered, stored;
@@ -177,7 +177,7 @@ TEST(IdleHandler, TriggersDeferredUpdatesThirtyTimesASecond)
         EXPECT_EQ(listener.heard, (std::vector<int32>{5}));
         subject.removeDependent(&listener);
     }
-    EXPECT_FALSE(TimerProbe::callback) << "the timer outlives its handler";
+    EXPECT_FALSE(TimerProbe::callback) << "the timer was not stopped by its handler";
 }
 #endif
 

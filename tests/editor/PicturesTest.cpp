@@ -1,5 +1,5 @@
-// What the editor looks like, compared with reference pictures. Its texts, which each system draws
-// in its own way, are masked: they are held against controls.txt.
+// The editor compared with reference pictures. Its texts, which each system renders differently,
+// are masked; other tests compare them with controls.txt.
 #include "Pictures.h"
 #include "EditorStage.h"
 
@@ -28,7 +28,7 @@ TEST_F(Editor, LooksLikeItsReferencePictures)
             window->click(at(kTagInfo));
             masks.emplace_back(87, 111, 307, 299);
         }
-        // Nothing lights up under the mouse.
+        // Away from the window, so that nothing is hovered.
         window->screen.mouseExit({2000, 2000});
         clock.advance(200);
         expectPicture(window->screen.paint(), row.picture, masks);

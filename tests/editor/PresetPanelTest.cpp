@@ -6,14 +6,14 @@
 
 namespace {
 
-// The rocker's halves, from its middle.
+// Offsets of the rocker's halves from its centre.
 const CPoint kBack(-10, 0), kForth(10, 0);
 
 TEST_F(Editor, TheRockerStepsThroughThePresetsAndStopsAtTheEnds)
 {
     window->click(at(kRockerTag) + kBack);
     EXPECT_EQ(controller.getCurrentPreset(), 0);
-    EXPECT_EQ(controller.host.edits.size(), 58u) << "the first preset is published all the same";
+    EXPECT_EQ(controller.host.edits.size(), 58u) << "the first preset was not published again";
     for (int i = 1; i < 30; ++i)
         window->click(at(kRockerTag) + kForth);
     EXPECT_EQ(controller.getCurrentPreset(), 23);
@@ -47,7 +47,7 @@ TEST_F(Editor, TheMenuListsAllPresetsWithTheSelectedOneChecked)
     EXPECT_EQ(controller.getCurrentPreset(), 19);
 }
 
-TEST_F(Editor, ANameThatIsTypedIsTheSelectedPresetsNameIn23Bytes)
+TEST_F(Editor, ATypedNameIsCutTo23BytesAndRenamesTheSelectedPreset)
 {
     const std::string kept = std::string("Zwölf Boxkämpfer jagen Viktor").substr(0, 23);
     Look typing;
@@ -71,14 +71,14 @@ TEST_F(Editor, ANameThatIsTypedIsTheSelectedPresetsNameIn23Bytes)
         EXPECT_EQ(controller.name(preset), kept);
         expectShown();
     }
-    // By the host, and wider than the field.
+    // Set by the host, and wider than the field.
     controller.setSelectedName("WWWWWWWWWWWWWWWWWWWWWWW");
     expectShown();
     window->click(at(kNameTag));
     EXPECT_STREQ(window->screen.textBoxText(), "WWWWWWWWWWWWWWWWWWWWWWW");
 }
 
-TEST_F(Editor, DefaultKeysWantADoubleClickAndControlClears)
+TEST_F(Editor, DefaultKeysNeedADoubleClickAndControlClears)
 {
     for (const auto& [tag, name, size] : {std::tuple(kDefaultBankTag, "DefaultBank", 48617u),
                                           {kDefaultPresetTag, "DefaultPreset", 2065u}}) {
@@ -105,7 +105,7 @@ TEST_F(Editor, CompareSlotsKeepAPresetEach)
     EXPECT_NEAR(value(kLGainL), 0.9, 1e-6);
     EXPECT_EQ(controller.getCurrentPreset(), 1);
     window->click(at(kNameTag));
-    EXPECT_STREQ(window->screen.textBoxText(), "Default") << "the name came along";
+    EXPECT_STREQ(window->screen.textBoxText(), "Default") << "the recalled name is not shown";
 }
 
 TEST_F(Editor, FilesAreChosenInDialogs)
@@ -163,7 +163,7 @@ TEST_F(Editor, FilesAreChosenInDialogs)
         return std::vector<std::string>{folder / "mine.zkb"};
     };
     window->click(at(kLoadBankTag));
-    EXPECT_NEAR(value(kLGainL), 0.9, 1e-6) << "the host closed the editor under the dialog";
+    EXPECT_NEAR(value(kLGainL), 0.9, 1e-6) << "the host closed the editor during the dialog";
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Ends a fuzzer's run on a finding, so that libFuzzer keeps the input.
+// Aborts a fuzzer on a finding, so that libFuzzer keeps the input.
 #pragma once
 
 #include <cstdio>

@@ -1,7 +1,7 @@
-// A host out of its mind: one input is a sequence of calls of the VST 2 interface, in any order and
-// with any numbers, that a host can make without breaking the interface's own promises (a pointer
-// leads to as much room as its operation is owed, or is null; channels are as long as the block).
-// The rooms are as small as they may be, so that the sanitizer sees the first byte beyond.
+// A misbehaving host: one input is a sequence of VST 2 calls in any order and with any numbers that
+// keep to the interface's contract (a pointer leads to a buffer of the size that its operation
+// requires, or is null; channels are as long as the block). Buffers have the smallest permitted
+// size, so that the sanitizer sees the first byte beyond.
 #include "EntryPoints.h"
 #include "Finding.h"
 #include "Vst2Rooms.h"
@@ -14,7 +14,7 @@
 
 namespace {
 
-// An input taken for numbers; zeros when it is used up.
+// Reads numbers from an input; zeros after its end.
 class Bytes {
 public:
     Bytes(const std::uint8_t* data, std::size_t size) : next(data), left(size) { }
@@ -81,14 +81,14 @@ public:
             callOperation();
     }
 
-    // Wherever the calls have led, the effect is sound and its state is one that it takes back.
+    // After any calls the effect must be consistent, and its saved state must load again.
     void requireSound()
     {
         const AEffect& raw = *effect;
-        require(raw.numParams == kParameters && raw.numPrograms == 1, "other counts");
+        require(raw.numParams == kParameters && raw.numPrograms == 1, "wrong counts");
         require(raw.numInputs == 1 || raw.numInputs == 2, "inputs neither mono nor stereo");
         require(raw.numOutputs == 1 || raw.numOutputs == 2, "outputs neither mono nor stereo");
-        require(raw.initialDelay == 0 || raw.initialDelay == 96, "an odd latency");
+        require(raw.initialDelay == 0 || raw.initialDelay == 96, "a latency other than 0 or 96");
         for (VstInt32 i = 0; i < kParameters; ++i)
             requireValue(get(i));
 
@@ -101,7 +101,7 @@ public:
                 requireValue(value);
             }
         load(state);
-        require(save() == state, "a saved state is another one when it is loaded");
+        require(save() == state, "a saved state changes when it is loaded and saved again");
     }
 
 private:
@@ -126,11 +126,11 @@ private:
     {
         void* data = nullptr;
         require(dispatch(effGetChunk, 0, 0, &data) == kChunkSize && data,
-                "a chunk of another size");
+                "a chunk of the wrong size");
         const auto* first = static_cast<const std::uint8_t*>(data);
         return {first, first + kChunkSize};
     }
-    // Of memory as long as the state.
+    // From memory exactly as long as the state.
     void load(std::vector<std::uint8_t> state) const
     {
         dispatch(effSetChunk, 0, static_cast<VstIntPtr>(state.size()), state.data());
@@ -146,7 +146,7 @@ private:
         load(state);
     }
 
-    // An operation with what it is owed, or with less of it, and whatever numbers.
+    // An operation with its arguments, or with some missing, and any numbers.
     void callOperation()
     {
         const VstInt32 opcode = bytes.byte() % 103 - 2;
@@ -156,14 +156,14 @@ private:
             return dispatch(opcode, index, value, how & 2 ? nullptr : ptr, opt);
         };
         switch (opcode) {
-        case effClose:     // comes last
-        case effEditOpen:  // there is no window
+        case effClose:     // called at the end
+        case effEditOpen:  // needs a window
             break;
         case effSetSampleRate:
             call(0, nullptr, someRate(how));
             break;
         case effSetBlockSize: {
-            // Sizes that are refused, and sizes that do not take long to clear.
+            // Sizes that are refused, and small ones, whose buffers are quick to clear.
             auto frames = how & 1 ? bytes.take<VstIntPtr>() : bytes.take<std::uint16_t>();
             if (frames > kMostAnnounced && frames <= 1 << 20)
                 frames %= kMostAnnounced;
@@ -228,15 +228,15 @@ private:
         return rate;
     }
 
-    // One block with channels that may be missing, shared or used for both directions, and samples
-    // of any kind. Moderate ones at usual rates come out as numbers.
+    // One block with channels that may be missing, shared or used as input and output, and samples
+    // of any kind. Moderate samples at usual rates must give finite output.
     void process()
     {
         const std::uint8_t how = bytes.byte();
         const VstInt32 frames = how & 1 ? bytes.byte() % kMostFrames : bytes.byte() % 40 - 2;
         const auto length = static_cast<std::size_t>(std::max(frames, 0));
         const auto few = bytes.take<std::uint32_t>();
-        // Separate blocks of memory, each exactly as long as the block of samples.
+        // Separate allocations, each exactly as long as the block.
         std::vector<std::vector<float>> samples(
             static_cast<std::size_t>(effect->numInputs + effect->numOutputs),
             std::vector<float>(length));
@@ -251,7 +251,7 @@ private:
             for (int i = bytes.byte() % 4; i > 0; --i) {
                 float& sample = in[bytes.byte() % in.size()][bytes.byte() % length];
                 sample = bytes.take<float>();
-                // What is no number at all is taken for silence.
+                // Samples that are not finite count as silence.
                 moderate = moderate && (!std::isfinite(sample) || std::abs(sample) <= 16.0f);
             }
         if (how & 4)
@@ -268,10 +268,10 @@ private:
             return;
         for (const float* channel : out)
             for (std::size_t k = 0; channel && k < length; ++k)
-                require(std::isfinite(channel[k]), "an output that is no number");
+                require(std::isfinite(channel[k]), "an output that is not finite");
     }
 
-    // Hosts ask from inside what they are told, and set again the parameter of which they hear.
+    // Hosts call back from inside callbacks, and set again the parameter that was reported.
     static VstIntPtr answer(AEffect*, VstInt32 opcode, VstInt32 index, VstIntPtr, void*, float opt)
     {
         if (opcode == audioMasterVersion)
@@ -293,14 +293,14 @@ private:
 
     static AEffect* make()
     {
-        // No settings of whoever runs the fuzzer.
+        // Without the user's own settings.
         setenv("XDG_DATA_HOME", "/dev/null", 1);
         AEffect* const made = VSTPluginMain(answer);
         require(made != nullptr, "no effect");
         return made;
     }
 
-    static inline Host* current = nullptr;  // who may answer
+    static inline Host* current = nullptr;  // whose callbacks are answered
 
     Bytes& bytes;
     AEffect* const effect = make();

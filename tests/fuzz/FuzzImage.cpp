@@ -1,6 +1,6 @@
-// Images from files and from the store, and states of a host's project: whatever the bytes, what is
-// in the bank afterwards is what their records say or what it was. Built once for banks and once
-// for presets, which change the selected preset alone.
+// Images from files and from the store, and states: whatever the bytes, the bank afterwards holds
+// what their records say or is unchanged. Built once for banks and once for presets, which change
+// only the selected preset.
 #include "Finding.h"
 #include "OpenedController.h"
 
@@ -8,27 +8,27 @@ namespace {
 
 constexpr bool kBank = ZKR_FUZZ_BANK;
 
-// The first byte of an input chooses the road.
+// The first byte of an input selects how it is loaded.
 enum Choice : std::uint8_t { kFromFile = 1, kReversed = 2, kSelectAnother = 4, kState = 8 };
 
 struct Images : CheckedController {
     Images()
     {
-        // Nobody but the presets' names tells one from another as yet.
+        // Distinct names, since the presets are equal otherwise.
         for (std::size_t i = 0; i < start.bank.size(); ++i)
             start.bank[i][0] = static_cast<std::uint8_t>('A' + i);
         heldState.resize(48625);
     }
 
-    // What is in a bank after any load can be saved and loaded again.
+    // After any load the bank can be saved and loaded again.
     void requireReadable()
     {
         const expected::Controller now = controller.now();
         expected::Bytes image;
-        require(controller.serializeBank(image) == 48617, "the bank has no image");
+        require(controller.serializeBank(image) == 48617, "the bank cannot be serialized");
         require(loads(Road::StoredBank, image) && wanted.bank == now.bank
                     && wanted.selected == now.selected,
-                "a saved bank is another one when it is loaded");
+                "a saved bank changes when it is loaded");
     }
 };
 
@@ -49,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     images.start.selected = choice & kSelectAnother ? 5 : 0;
     require(
         images.loads(road, expected::Bytes(data + 1, data + size), isFile && (choice & kReversed)),
-        "the bank is not what the records say");
+        "the bank differs from what the records say");
     if (kBank && images.wanted.bank != images.start.bank)
         images.requireReadable();
     return 0;

@@ -1,5 +1,5 @@
-// Writes what the fuzzers start from, into FOLDER/bank, /preset and /dispatcher: good images and
-// crafted ones, each near to something that a reader may get wrong.
+// Writes the fuzzers' seed corpus into FOLDER/bank, /preset and /dispatcher: valid images, and ones
+// crafted around cases that a reader may get wrong.
 #include "HandMadeImages.h"
 
 #include <cstdio>
@@ -33,8 +33,8 @@ Bytes behind(const Bytes& start, const Bytes& rest)
     return all;
 }
 
-// An image as it comes from the store, from a file, from a file with its order reversed by hand,
-// and as a host's state.
+// Writes an image as the input for the store, for a file, for an endian-reversed file, and for a
+// state.
 void writeImage(std::uint8_t kind, const std::string& name, const Bytes& image)
 {
     const std::string target = kind == kBank ? "bank" : "preset";
@@ -44,7 +44,7 @@ void writeImage(std::uint8_t kind, const std::string& name, const Bytes& image)
     write(target, name + ".state", behind({8}, stateOf(image)));
 }
 
-// Records that are as short as they may be, so that small inputs can hold what matters.
+// Records of the shortest permitted size, to keep inputs small.
 Image shortRecords(std::uint32_t preset, bool bigEndian = false)
 {
     Image image(bigEndian);
@@ -84,7 +84,7 @@ void writeImages(std::uint8_t kind)
 
 void writeCalls()
 {
-    // Each call is its number modulo 8 and what it takes; see FuzzDispatcher.cpp.
+    // Each call is its number modulo 8 and its arguments; see FuzzDispatcher.cpp.
     const auto operation = [](std::uint8_t opcode) -> Bytes {
         return {0, static_cast<std::uint8_t>(opcode + 2), 1, 5, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
     };

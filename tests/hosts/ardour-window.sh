@@ -1,5 +1,5 @@
-# Ardour with its window, on a display of its own: the editor opens in it with the session, is worked
-# with the mouse, and the session keeps what was done. Read by scripts/hosts.sh.
+# Ardour with its window, on a display of its own: the editor opens with the session, gets mouse
+# input, and the session keeps the edits. Sourced by scripts/hosts.sh.
 
 . "$root/ardour/common.sh"
 
@@ -8,21 +8,21 @@ cp "$root/ardour/dummy_engine.config" "$XDG_CONFIG_HOME/ardour7/config"
 touch "$XDG_CONFIG_HOME/ardour7/.a7"  # not the first start
 "$root/make_audio.py" "$audio/window.wav" 48000 2 stereo
 
-# drawn FILE OPTIONS...: the editor as our own tool draws it.
+# drawn FILE OPTIONS...: a picture of the editor by our own tool.
 drawn() { "$dist/zkrt46" screenshot --plugin "$dist/ZKRT46.so" --output "$1" "${@:2}" >/dev/null; }
 
-# alike WORDS FILE EXPECTED: no pixel differs.
+# alike WORDS FILE EXPECTED: two pictures must be equal.
 alike() {
     local differing
     differing=$(compare -metric AE "$2" "$3" "$results/$(basename "$2" .png)-difference.png" 2>&1) || true
     if [ "$differing" = 0 ]; then
-        echo "  $1: as our own tool draws it, to the pixel"
+        echo "  $1: equals our own tool's picture"
     else
         fail "$1: $differing pixels differ between $2 and $3"
     fi
 }
 
-# shown NAME WIDTH look|edit: drives the session's window.
+# shown NAME WIDTH look|edit: opens the session's window through drive_window.sh.
 shown() {
     echo "$2" >"$sessions/$1/width"
     if ! with_ardour "$root/../vstgui/x11/on_display.sh" "$root/ardour/drive_window.sh" \
@@ -34,7 +34,7 @@ shown() {
     echo "  window: $(reported "$1-$3-drive" window | tr '\n' ' ')"
 }
 
-# kept_value NAME TITLE: what the session holds.
+# kept_value NAME TITLE: a parameter's value in the saved session.
 kept_value() {
     sed -n "s/.*<Controllable name=\"$2\".* value=\"\([^\"]*\)\".*/\1/p" \
         "$sessions/$1/$1.ardour"
@@ -55,17 +55,17 @@ in_window() {
     drive=$(kept_value "$name" DriveL)
     options+=(--set QB11=On --set "DriveL=${drive}n")
     drawn "$results/$name-after.png" "${options[@]}"
-    alike "after a click and a turn" "$sessions/$name/after.png" "$results/$name-after.png"
+    alike "after a click and a drag" "$sessions/$name/after.png" "$results/$name-after.png"
     if [ "$(kept_value "$name" QB11)" = 1 ] && [ "$(kept_value "$name" DriveR)" = 0.5 ] &&
         awk "BEGIN { exit !($drive > 0.55) }"; then
-        echo "  the host followed: QB11 on, the left drive at $drive"
+        echo "  the session has QB11 on and the left drive at $drive"
     else
         fail "$name: the session has QB11 $(kept_value "$name" QB11), DriveL $drive," \
             "DriveR $(kept_value "$name" DriveR)"
     fi
 
     shown "$name" 894 look || return 0
-    alike "opened again by another process" "$sessions/$name/before.png" "$results/$name-after.png"
+    alike "reopened by another process" "$sessions/$name/before.png" "$results/$name-after.png"
 }
 
 in_window LXVST "VST 2"

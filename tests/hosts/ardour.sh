@@ -1,11 +1,10 @@
-# Ardour without a window: sessions are made, saved, loaded by another process and exported by a third,
-# and the results compared with our own renderer. Read by scripts/hosts.sh.
+# Ardour without a window: sessions are created and saved, loaded by another process and exported by
+# a third, and the results compared with our own renderer. Sourced by scripts/hosts.sh.
 
 . "$root/ardour/common.sh"
 
-# export_to NAME SESSION RATE: with the host's own exporter. That one now and then writes an empty
-# file, frees memory twice or reads where it must not, in sessions without any plug-in as well. Then
-# it is asked again.
+# export_to NAME SESSION RATE: runs the host's own exporter. Sometimes it writes an empty file or
+# crashes (double free, invalid read), also in sessions without a plug-in; then it is run again.
 export_to() {
     local log=$logs/$1-export.log result=$results/$1.wav code try
     for try in 1 2 3 4 5; do
@@ -23,7 +22,7 @@ export_to() {
             return 0
         fi
     done
-    fail "$1: the export failed at the $try. try, exit code $code: $(tail -n 2 "$log")"
+    fail "$1: the export failed at attempt $try, exit code $code: $(tail -n 2 "$log")"
     return 1
 }
 
@@ -65,7 +64,7 @@ music_in() {
     done
 }
 
-# uses_in FORMAT WORDS: what else people do.
+# uses_in FORMAT WORDS: the host's presets, automation, bypass, 192 kHz and mono tracks.
 uses_in() {
     local format=$1 name track set
     say "Ardour, $2: the same again, the host's own presets, automation"
@@ -87,7 +86,7 @@ uses_in() {
         check "$name" "$name" bypassed "music=$settings/driven.txt" &&
             same "bypassed, against the input" "$name-off" "$name" 48000 "$mixed"
         check "$name" "$name" enabled "music=$settings/driven.txt" &&
-            same "and back" "$name-on" "$name" 48000 "$audio/driven.wav"
+            same "enabled again" "$name-on" "$name" 48000 "$audio/driven.wav"
     fi
     name=$format-192
     if make "$name" 192000 "$format" 2 "$mixed192" "music=$settings/equaliser.txt" &&
@@ -103,33 +102,33 @@ uses_in() {
     fi
 }
 
-# eight_in FORMAT WORDS: eight at once, each with settings of its own, heard together.
+# eight_in FORMAT WORDS: eight instances with different settings, summed.
 eight_in() {
     local name=$1-eight track
     local -a tracks=() parts=()
-    say "Ardour, $2: eight in one session"
+    say "Ardour, $2: eight instances in one session"
     for track in 1 2 3 4 5 6 7 8; do
         tracks+=("t$track=$settings/${sets[track % 4]}.txt")
         parts+=("$audio/${sets[track % 4]}.wav")
     done
-    # The sum is of the order of 7, where a float's step is 5e-7.
+    # The sum reaches about 7, where a float's step is 5e-7.
     make "$name" 48000 "$1" 2 "$mixed" "${tracks[@]}" &&
         check "$name" "$name" as-saved "${tracks[@]}" &&
-        same "all together" "$name" "$name" 48000 "${parts[@]}" --tolerance 2e-6
+        same "sum of all" "$name" "$name" 48000 "${parts[@]}" --tolerance 2e-6
 }
 
-# spoilt_in FORMAT WORDS: what the session keeps of the plug-in's state is no good; the host then falls
-# back on the single values that it keeps beside it.
+# spoilt_in FORMAT WORDS: the plug-in's state in the session is damaged; the host then uses the
+# single values that it stores beside it.
 spoilt_in() {
     local whole=$1-driven-48 how name
     local also_explained='^\[ERROR\]: VST3<ZKR T46>: failed to load chunk-data$'
-    say "Ardour, $2: sessions whose state of the plug-in is spoilt"
+    say "Ardour, $2: sessions with a damaged state of the plug-in"
     for how in half empty noise torn; do
         name=$1-$how
         cp -r "$sessions/$whole" "$sessions/$name"
         mv "$sessions/$name/$whole.ardour" "$sessions/$name/$name.ardour"
         mv "$sessions/$name/interchange/$whole" "$sessions/$name/interchange/$name"
-        "$root/ardour/edit_session.py" "$sessions/$name" $how || fail "$name: nothing was spoilt"
+        "$root/ardour/edit_session.py" "$sessions/$name" $how || fail "$name: the state was not damaged"
         check "$name" "$name" as-saved "music=$settings/driven.txt" &&
             same "$how" "$name" "$name" 48000 "$audio/driven.wav"
     done

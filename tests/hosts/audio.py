@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The shape of WAV and FLAC files, and the samples of WAV files, as hosts write them.
+"""Reads channels, rate and length of WAV and FLAC files, and the samples of WAV files.
 Usage, to print a file's rate: audio.py FILE"""
 import struct
 import sys
@@ -9,7 +9,7 @@ import numpy
 
 
 def samples_of(path):
-    """(rate, array of frames by channels): integers are scaled to -1 .. 1, floats stay."""
+    """(rate, array of frames by channels): integers are scaled to -1 .. 1, floats are unchanged."""
     data = path.read_bytes()
     assert data[:4] == b"RIFF" and data[8:12] == b"WAVE", f"{path} is not a WAV file"
     chunks, position = {}, 12
@@ -18,7 +18,7 @@ def samples_of(path):
         chunks[data[position:position + 4]] = data[position + 8:position + 8 + size]
         position += 8 + size + size % 2
     tag, channels, rate, _, _, bits = struct.unpack_from("<HHIIHH", chunks[b"fmt "])
-    if tag == 0xFFFE:  # extensible: the tag proper opens the format's identifier
+    if tag == 0xFFFE:  # WAVE_FORMAT_EXTENSIBLE: the tag is the start of the sub-format
         tag, = struct.unpack_from("<H", chunks[b"fmt "], 24)
     types = {(1, 16): "<i2", (3, 32): "<f4"}
     assert (tag, bits) in types, f"{path}: format {tag} with {bits} bits is not read here"
@@ -34,8 +34,8 @@ def shape_of(path):
     if data[:4] != b"fLaC":
         rate, samples = samples_of(path)
         return samples.shape[1], rate, samples.shape[0]
-    # The first block of a FLAC file, from byte 8: sizes, then 20 bits of rate, 3 of channels less
-    # one, 5 of bits less one, 36 of frames.
+    # STREAMINFO, from byte 8: 10 bytes of sizes, then 20 bits of rate, 3 of channels - 1, 5 of
+    # bits - 1, 36 of frames.
     packed = int.from_bytes(data[18:26], "big")
     return (packed >> 41 & 7) + 1, packed >> 44, packed & (1 << 36) - 1
 

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Writes a 16-bit WAV file with something of everything: struck low notes, a high tone and noise.
-Left and right are not alike; mono is the left alone, and doubled the left on both sides.
+"""Writes a 16-bit WAV file with decaying low notes, a high tone and noise, different in left and
+right; "mono" is the left channel alone, "doubled" the left one in both channels.
 Usage: make_audio.py FILE RATE SECONDS stereo|mono|doubled"""
 import sys
 import wave

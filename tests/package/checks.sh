@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2034  # variables for those who source this
-# What the tests of the packages share. Sourced by each, which gives the folder of the products.
+# Functions of the package tests; sourced by each with its argument, the folder of the products.
 set -eEuo pipefail
 export LC_ALL=C.UTF-8
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -40,24 +40,24 @@ same() {
     cmp "$1" "$2" >&2 || fail "$2 is not the same as $1"
 }
 
-# same_text FILE FILE: equal but for the ends of lines, which are Windows' in the second.
+# same_text FILE FILE: equal except for the line ends, which must be CRLF in the second.
 same_text() {
     [ -s "$2" ] || fail "$2 is missing"
-    [ "$(grep -c $'\r$' "$2")" = "$(wc -l <"$2")" ] || fail "$2 has line ends that are not Windows'"
-    tr -d '\r' <"$2" | cmp - "$1" >&2 || fail "$2 has not the text of $1"
+    [ "$(grep -c $'\r$' "$2")" = "$(wc -l <"$2")" ] || fail "$2 has line ends other than CRLF"
+    tr -d '\r' <"$2" | cmp - "$1" >&2 || fail "the text of $2 differs from $1"
 }
 
-# same_tree FOLDER FOLDER: equal files under equal names.
+# same_tree FOLDER FOLDER: equal names and contents.
 same_tree() {
     diff -r "$1" "$2" >&2 || fail "$2 is not the same as $1"
 }
 
-# listing FOLDER: every file, link and folder below, without the folder.
+# listing FOLDER: the paths of everything below it, relative to it.
 listing() {
     (cd "$1" && find . -mindepth 1 \( -type d -printf '%P/\n' -o -printf '%P\n' \) | sort)
 }
 
-# bundle_listing FOLDER: that of a VST 3 bundle, with its name in front.
+# bundle_listing FOLDER: the listing of the VST 3 bundle in it, with the bundle's name.
 bundle_listing() {
     echo ZKRT46.vst3/
     listing "$1/ZKRT46.vst3" | sed 's|^|ZKRT46.vst3/|'

@@ -1,5 +1,6 @@
-; A program that holds the file that its command line names, a library as a host does and another as
-; a viewer does. It puts the file "holding" beside itself and goes on until there is a "release".
+; A program that keeps the file named on its command line in use: it loads a library, as a host
+; does, and opens any other file, as a viewer does. It creates the file "holding" beside itself and
+; runs until a file "release" exists there.
 Target amd64-unicode
 Name holder
 OutFile "${OUTPUT}"

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Installs, replaces and removes the product on Windows, through Wine in a prefix of its own: every
-# file and registry value at its place, the installed library at work, and afterwards nothing left
-# but what belongs to the user and to others. Looks into the Windows archive too.
+# Installs, upgrades and removes the product under Wine, in a prefix of its own: checks every file
+# and registry value, uses the installed library, and checks that removal leaves only what belongs
+# to the user and to others. Also checks the contents of the Windows archive.
 # Usage: installer_test.sh [FOLDER]   FOLDER holds the products and packages/; default: dist
-# The variable ZKR_VST3_TEST names the program that tries the VST 3 library; default: the one that
-# scripts/test.sh builds. Without ZKR_EXPECT_WINDOWS it may be missing.
+# The variable ZKR_VST3_TEST names the program that tests the VST 3 library; default: the one that
+# scripts/test.sh builds. It may be missing unless ZKR_EXPECT_WINDOWS is set.
 # shellcheck source=checks.sh
 source "$(dirname "${BASH_SOURCE[0]}")/checks.sh"
 
@@ -27,17 +27,17 @@ stop_wine() {
 }
 trap stop_wine EXIT
 
-# win PROGRAM ARGUMENTS...: a Windows program, which may take two minutes.
+# win PROGRAM ARGUMENTS...: runs a Windows program, for at most two minutes.
 win() {
     timeout 120 wine "$@" >"$work/stdout" 2>"$work/stderr"
 }
 
-# windows PATH: the same path for a Windows program.
+# windows PATH: the path as a Windows program sees it.
 windows() {
     echo "Z:${1//\//\\}"
 }
 
-# typed LINE: a line as somebody types it, with its own quotes.
+# typed LINE: runs a command line as typed, with its own quotes.
 typed() {
     printf '@%s\r\n@exit %%errorlevel%%\r\n' "start /wait \"\" $1" >"$work/typed.bat"
     win cmd /c "$(windows "$work/typed.bat")"
@@ -47,19 +47,19 @@ install_silently() {
     win "$installer" /S "$@"
 }
 
-# uninstall_silently [FOLDER]: the uninstaller leaves its place and goes on as a copy; this waits for
-# that copy's end, which is when the entry in Windows' list is gone.
+# uninstall_silently [FOLDER]: the uninstaller continues as a copy of itself; this waits until that
+# copy has removed the entry in Windows' list of programs.
 uninstall_silently() {
     local folder=${1:-$home} patience=100
     code 0 win "$folder/uninstall.exe" /S
     while [ -e "$folder/uninstall.exe" ] || ask query "$entry"; do
-        [ $((patience--)) -gt 0 ] || fail "the uninstaller has left its entry or itself after 10 s"
+        [ $((patience--)) -gt 0 ] || fail "the uninstaller or its entry is still there after 10 s"
         sleep 0.1
     done
 }
 
-# ask VERB KEY ARGUMENTS...: of the registry; the answer is in $work/stdout. False when there is no such
-# key, for which no answer is not taken.
+# ask VERB KEY ARGUMENTS...: queries the registry; the answer is in $work/stdout. False only if reg
+# reports that the key does not exist; any other error is a failure.
 ask() {
     local found=0
     win reg "$@" || found=$?
@@ -70,8 +70,8 @@ $(cat "$work/stdout" "$work/stderr")"
     return 1
 }
 
-# read_key KEY: puts the text of the key into $work/key and its values into the table "value", nothing
-# when there is no such key.
+# read_key KEY: writes the exported key to $work/key and its values to the table "value"; both are
+# empty if the key does not exist.
 declare -A value
 read_key() {
     local line text
@@ -91,7 +91,7 @@ read_key() {
     done <"$work/key"
 }
 
-# expect_values KEY NAME TEXT...: text by text of the key's values, "(none)" for one that must not be.
+# expect_values KEY NAME TEXT...: the key's values; "(none)" for one that must not exist.
 expect_values() {
     local key=$1
     shift
@@ -102,15 +102,15 @@ expect_values() {
     done
 }
 
-# unix PATH: of a Windows path. The prefix has but one drive of its own.
+# unix PATH: the Unix path of a Windows path on drive C.
 unix() {
-    [[ $1 == C:\\* ]] || fail "$1 is no path on drive C"
+    [[ $1 == C:\\* ]] || fail "$1 is not a path on drive C"
     local path=${1#C:}
     echo "$drive${path//\\//}"
 }
 
-# everything: what there is in the prefix, with its sum, but for the system's own and temporary files;
-# and what is in the registry where products leave things.
+# everything: all files of the prefix with their checksums, except the system's and temporary ones;
+# and the registry keys that the product or its vendor could write.
 everything() {
     (cd "$drive" && find . \( -path ./windows -o -path '*/Temp' \) -prune -o \
         \( -type f -exec sha256sum {} + , -print \) | sort -k 2)
@@ -125,13 +125,13 @@ everything() {
     done
 }
 
-# expect_as FILE WHAT-IF-NOT: everything is as it was when that was written.
+# expect_as FILE MESSAGE: everything is as recorded in the file.
 expect_as() {
     everything >"$work/now"
     diff "$work/$1" "$work/now" >&2 || fail "$2 (< before, > now)"
 }
 
-# expect_installed VST2-FOLDER HOME: all files with their bytes, and what points at them.
+# expect_installed VST2-FOLDER HOME: all files with their contents, and the settings that name them.
 expect_installed() {
     same "$products/windows/ZKRT46.dll" "$1/ZKRT46.dll"
     same_tree "$products/windows/ZKRT46.vst3" "$vst3/ZKRT46.vst3"
@@ -144,7 +144,7 @@ expect_installed() {
         "$(dirname "$(realpath "$(unix "${value[ManualPath]}")")")"
 }
 
-# expect_none VST2-FOLDER: neither library, nor entry, nor manual.
+# expect_none VST2-FOLDER: no libraries, no entry, no manual.
 expect_none() {
     local left
     for left in "$1/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$home" "$manual_link"; do
@@ -154,9 +154,9 @@ expect_none() {
     expect_values "$settings" ManualPath "(none)"
 }
 
-# told FILE: what the file tells of itself: the icon's widths, in octal digits of a byte, and the version.
+# version_of FILE: the icon's widths, as octal bytes, and the version resource.
 icon='icon \020 \030 \040 \060 \100 \200 \000'
-told() {
+version_of() {
     x86_64-w64-mingw32-windres -J coff -O rc "$1" | awk '
         /^ *"[^ ]*\\000\\000", 1, 32, / {icon = icon " " substr($1, 2, 4)}
         /^[0-9]+ VERSIONINFO/ {print "icon" icon}
@@ -176,12 +176,12 @@ ${3:+VALUE \"InternalName\", \"ZKRT46\"
 ${3:+VALUE \"OriginalFilename\", \"$3\"
 }VALUE \"ProductName\", \"ZKR T46\"
 VALUE \"ProductVersion\", \"$version\"
-VALUE \"Translation\", 0x409, 1200" "$(told "$1")"
+VALUE \"Translation\", 0x409, 1200" "$(version_of "$1")"
 }
 
 [ -f "$installer" ] || fail "$installer is missing; scripts/package.sh makes it"
-step "a new Windows"
-# One that goes on until the end, however long the pauses between two programs are.
+step "a new Wine prefix"
+# The server stays until the end, however long the pauses between two programs are.
 mkdir "$WINEPREFIX"
 wineserver -p600
 code 0 win wineboot --init
@@ -195,13 +195,13 @@ grep -aq "ZKRT46-manual.pdf" "$manual_link" || fail "the start menu's entry does
 expect_values "$entry" DisplayName "ZKR T46" DisplayVersion "$version" Publisher ZKR-soundworks \
     UninstallString '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe"' \
     QuietUninstallString '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe" /S'
-expect "icon of the entry" "$icon" "$(told "$(unix "${value[DisplayIcon]-}")" | sed -n 1p)"
+expect "icon of the entry" "$icon" "$(version_of "$(unix "${value[DisplayIcon]-}")" | sed -n 1p)"
 size=$((${value[EstimatedSize]/dword:/0x}))
 real=$(du -cbk --apparent-size "$vst2/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$home" | tail -n 1 | cut -f 1)
 [ $((size * 10)) -gt $((real * 8)) ] && [ $((size * 10)) -lt $((real * 12)) ] ||
     fail "EstimatedSize is $size KB, the files have $real KB"
 
-step "what the files tell of themselves"
+step "version resources"
 expect_version "$vst2/ZKRT46.dll" "ZKR T46 mastering equaliser (VST 2)" ZKRT46.dll
 expect_version "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" \
     "ZKR T46 mastering equaliser (VST 3)" ZKRT46.vst3
@@ -213,7 +213,7 @@ uninstall_silently
 expect_none "$vst2"
 expect_as before "the uninstaller leaves something or takes too much"
 
-step "in company: folders of others, settings of the user, the folder that hosts name"
+step "with others' files, the user's settings, and the folder that hosts name"
 named=$drive/Audio/Plug-ins
 mkdir -p "$named" "$vst2" "$vst3/Other.vst3"
 foreign_files=("$named/Other.dll" "$vst2/ZKRT46.dll" "$vst3/Other.vst3/a" "$vst3/b.vst3")
@@ -225,11 +225,11 @@ win reg add 'HKLM\SOFTWARE\VST' /v VSTPluginsPath /d 'C:\Audio\Plug-ins\' /f
 code 0 install_silently
 expect_installed "$named" "$home"
 
-step "the installed library at work"
+step "use the installed library"
 export ZKRT46_BRIDGE=$products/windows/zkrt46-bridge.exe
 tool=$products/linux/zkrt46
 timeout 60 "$tool" info --plugin "$named/ZKRT46.dll" >"$work/info"
-grep -q "Zt46" "$work/info" || fail "the tool does not know the installed library"
+grep -q "Zt46" "$work/info" || fail "the tool cannot open the installed library"
 noise "$work/in.wav"
 warm=(--set LFreqL=82 --set LGainL=+3.5 --set HFreqR=12000 --set HGainR=-2)
 timeout 60 "$tool" render --plugin "$named/ZKRT46.dll" "${warm[@]}" "$work/in.wav" "$work/out.wav"
@@ -237,9 +237,9 @@ timeout 60 "$tool" render --plugin "$products/linux/ZKRT46.so" "${warm[@]}" "$wo
     "$work/expected.wav"
 same "$work/expected.wav" "$work/out.wav"
 timeout 60 "$tool" render --plugin "$products/linux/ZKRT46.so" "$work/in.wav" "$work/flat.wav"
-if cmp -s "$work/flat.wav" "$work/out.wav"; then fail "the settings change nothing"; fi
+if cmp -s "$work/flat.wav" "$work/out.wav"; then fail "the settings have no effect"; fi
 if [ -f "$vst3_test" ]; then
-    # try_vst3 LIBRARY: plays through it and through the VST 2 library.
+    # try_vst3 LIBRARY: compares its output with that of the VST 2 library.
     try_vst3() {
         ZKR_TEST_VST3_LIBRARY=$(windows "$1") win "$vst3_test" \
             --gtest_filter=Bundle.SoundsAsTheVst2LibraryDoesToTheBit
@@ -247,25 +247,25 @@ if [ -f "$vst3_test" ]; then
     try_vst3 "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" ||
         fail "the installed VST 3 library: $(cat "$work/stdout")"
     grep -q '\[  PASSED  \] 1 test\.' "$work/stdout" || fail "no test of the VST 3 library has run"
-    if try_vst3 "$vst3/Other.vst3/a"; then fail "$vst3_test tries another library than it is told"; fi
+    if try_vst3 "$vst3/Other.vst3/a"; then fail "$vst3_test does not test the library that it is given"; fi
 elif [ -n "${ZKR_EXPECT_WINDOWS:-}" ]; then
     fail "$vst3_test is missing"
 else
-    step "left out, without $vst3_test: the installed VST 3 library"
+    step "skipped, without $vst3_test: the installed VST 3 library"
 fi
 
 step "remove: what belongs to others stays"
 uninstall_silently
 expect_none "$named"
 everything >"$work/before"
-grep -q '"CurrBank"=' "$work/before" || fail "the uninstaller takes the settings that the library has left"
-grep -q '"DefaultBank"=hex:5a,4b,52' "$work/before" || fail "the uninstaller takes the default bank"
+grep -q '"CurrBank"=' "$work/before" || fail "the uninstaller removes the settings that the library has stored"
+grep -q '"DefaultBank"=hex:5a,4b,52' "$work/before" || fail "the uninstaller removes the default bank"
 for foreign in "${foreign_files[@]}"; do
     expect "$foreign" foreign "$(cat "$foreign")"
 done
 code 0 install_silently
 
-step "over an older version, into a folder of long and foreign letters"
+step "upgrade an older version, into a folder with a long non-ASCII name"
 win reg add "$entry" /v DisplayVersion /d 0.9.0.0 /f
 echo old >"$named/ZKRT46.dll"
 echo old >"$home/ZKRT46-manual.pdf"
@@ -273,16 +273,16 @@ moved="$drive/Müsik 音/VST 2 $(printf 'ordner %.0s' {1..15})x"
 code 0 install_silently "/VST2DIR=C:\\Müsik 音\\${moved##*/}"
 expect_installed "$moved" "$home"
 expect_values "$entry" DisplayVersion "$version"
-expect_files "the folder of before" Other.dll "$(listing "$named")"
+expect_files "the previous folder" Other.dll "$(listing "$named")"
 
-step "again, and it stays in that folder"
+step "install again: the folder is kept"
 code 0 install_silently
 expect_installed "$moved" "$home"
 timeout 60 "$tool" info --plugin "$moved/ZKRT46.dll" >"$work/info-moved"
 diff <(grep -v '^Plug-in ' "$work/info") <(grep -v '^Plug-in ' "$work/info-moved") >&2 ||
     fail "the library reports something else from there"
 
-# hold FILE: a program that has it loaded or open.
+# hold FILE: runs a program that has the file loaded or open.
 makensis -V1 -DOUTPUT="$work/holder.exe" "$here/holder.nsi"
 hold() {
     rm -f "$work/holding" "$work/release"
@@ -298,13 +298,13 @@ release() {
     wait
 }
 
-step "in use: refused, and nothing changed"
+step "files in use: refused, and nothing changed"
 everything >"$work/installed"
 for held in "$moved/ZKRT46.dll" "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" \
     "$home/ZKRT46-manual.pdf"; do
     hold "$held"
     code 3 install_silently
-    grep -q "is in use" "$work/stderr" || fail "no word about $held being in use"
+    grep -q "is in use" "$work/stderr" || fail "no message that $held is in use"
     expect_installed "$moved" "$home"
     code 3 typed '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe" /S _?=C:\Program Files\ZKR-soundworks\ZKR T46'
     expect_installed "$moved" "$home"
@@ -324,7 +324,7 @@ code 4 install_silently /VST2DIR=plug-ins
 code 4 install_silently /VST2DIR=
 expect_as installed "a refused installation has changed something"
 
-step "one of the two, without the other"
+step "one of the two plug-ins without the other"
 code 0 install_silently /NOVST3
 same "$products/windows/ZKRT46.dll" "$moved/ZKRT46.dll"
 [ ! -e "$vst3/ZKRT46.vst3" ] || fail "/NOVST3 leaves the VST 3 plug-in"
@@ -340,7 +340,7 @@ rm "$drive/setup.exe"
 code 0 install_silently "/VST2DIR=C:\\Audio\\Plug-ins\\"
 expect_installed "$named" "$home"
 
-step "remove: what others have put among our files stays"
+step "remove: others' files in our folders stay"
 echo mine >"$vst3/ZKRT46.vst3/Contents/Resources/mine.txt"
 echo mine >"$home/mine.txt"
 uninstall_silently
@@ -348,15 +348,15 @@ expect mine mine "$(cat "$vst3/ZKRT46.vst3/Contents/Resources/mine.txt" "$home/m
 rm -r "$vst3/ZKRT46.vst3" "$drive/Program Files/ZKR-soundworks"
 expect_as before "the uninstaller leaves something or takes too much"
 
-step "a file that cannot be written: taken back as a whole"
+step "a file that cannot be written: the installation is rolled back"
 mkdir "$named/ZKRT46.dll"
 everything >"$work/before"
 code 2 install_silently
 expect_as before "half an installation is left"
 rmdir "$named/ZKRT46.dll"
 
-step "an older version, and a new one that cannot be written: the older is there again"
-# older [ARGUMENTS...]: installs it; each of its bytes and values tells it from the new one.
+step "an upgrade that cannot be written: the older version is restored"
+# older [ARGUMENTS...]: installs an older version, whose files and values differ from the new ones.
 older() {
     code 0 install_silently "$@"
     local file
@@ -367,26 +367,26 @@ older() {
     win reg add "$entry" /v EstimatedSize /t REG_DWORD /d 46 /f
     everything >"$work/older"
 }
-# upgrade_fails [ARGUMENTS...]: the older version is as it was, byte for byte.
+# upgrade_fails [ARGUMENTS...]: the upgrade fails and leaves the older version as it was.
 upgrade_fails() {
     code 2 install_silently "$@"
-    expect_as older "the older version is not there as before"
+    expect_as older "the older version has changed"
 }
 everything >"$work/before"
 
-# In other places, where the VST 2 library cannot be written.
+# Into other folders, where the VST 2 library cannot be written.
 mkdir -p "$drive/Blocked/ZKRT46.dll"
 older
 upgrade_fails '/VST2DIR=C:\Blocked' '/D=C:\Elsewhere'
 rm -r "$drive/Blocked"
 
-# In the same places, where a program has one of the old files open.
+# Into the same folders, where a program has one of the old files open.
 older
 hold "$home/LICENSE.txt"
 upgrade_fails
 release
 
-# In the same places, where the last file of all cannot be written.
+# Into the same folders, where the last file cannot be written.
 code 0 install_silently /NOVST3
 mkdir -p "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" "$vst3/ZKRT46.vst3/Contents/Resources"
 echo mine >"$vst3/ZKRT46.vst3/Contents/Resources/mine.txt"
@@ -394,13 +394,13 @@ older /NOVST3
 upgrade_fails
 rm -r "$vst3/ZKRT46.vst3"
 
-# Nothing is in the way any more.
+# With no obstacle left the upgrade succeeds.
 code 0 install_silently
 expect_installed "$named" "$home"
 uninstall_silently
 expect_as before "the uninstaller leaves something or takes too much"
 
-step "hosts name no folder; manual and uninstaller in a folder by command line"
+step "no valid VST folder of hosts; manual and uninstaller in a folder from the command line"
 rm "$vst2/ZKRT46.dll"
 win reg add 'HKLM\SOFTWARE\VST' /v VSTPluginsPath /d 'somewhere' /f
 everything >"$work/before"
@@ -423,10 +423,10 @@ same "$products/ZKRT46-manual.pdf" "$unpacked/ZKRT46-manual.pdf"
 same_text "$top/LICENSE" "$unpacked/LICENSE.txt"
 for holder in "Steinberg Media Technologies" "mingw-w64 project" "License: ZPL-2.1" \
     "License: BSD-3-clause" "License: Expat"; do
-    grep -q "$holder" "$unpacked/COPYRIGHT.txt" || fail "COPYRIGHT.txt says nothing of $holder"
+    grep -q "$holder" "$unpacked/COPYRIGHT.txt" || fail "COPYRIGHT.txt does not mention $holder"
 done
 for word in "ZKR T46 $version" ZKRT46.dll ZKRT46.vst3 ZKRT46-manual.pdf ManualPath /VST2DIR= /NOVST2 /NOVST3; do
-    grep -qF -- "$word" "$unpacked/README.txt" || fail "README.txt says nothing of $word"
+    grep -qF -- "$word" "$unpacked/README.txt" || fail "README.txt does not mention $word"
 done
 stop_wine
 rm -rf "$WINEPREFIX"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Looks into the Linux archive and the Debian package: every file at its place with the right bytes,
-# the tool and the libraries at work from there, and the libraries they need declared.
+# Checks the Linux archive and the Debian package: the place and contents of every file, the tool
+# and the libraries run from there, and the declared dependencies.
 # Usage: linux_packages_test.sh [FOLDER]   FOLDER holds the products and packages/; default: dist
 # shellcheck source=checks.sh
 source "$(dirname "${BASH_SOURCE[0]}")/checks.sh"
@@ -9,13 +9,13 @@ archive=$packages/ZKRT46-$version-linux-x86_64.tar.gz
 package=$packages/zkr-t46_${version}_amd64.deb
 export XDG_DATA_HOME=$work/settings
 
-# What is packed has no symbols for a debugger; the rest is as it was built.
+# Packaged binaries are stripped; all other files are as built.
 mkdir -p "$work/stripped"
 cp -r "$products"/linux/. "$work/stripped"
 find "$work/stripped" -type f \( -name '*.so' -o -name zkrt46 \) \
     -exec strip --strip-unneeded --remove-section=.comment {} +
 
-# at_work TOOL: it finds its library by itself, and renders what the built one renders.
+# at_work TOOL: it finds its library by itself, and renders the same as the built one.
 at_work() {
     expect "libraries missing for $1" "" "$(ldd "$1" | sed -n '/not found/p')"
     [ -f "$work/expected.wav" ] || {
@@ -44,10 +44,10 @@ same "$products/ZKRT46-manual.pdf" "$unpacked/ZKRT46-manual.pdf"
 same "$top/LICENSE" "$unpacked/LICENSE"
 at_work "$unpacked/zkrt46"
 for word in "ZKR T46 $version" ZKRT46.so ZKRT46.vst3 zkrt46 ZKRT46-manual.pdf .vst3 ManualPath; do
-    grep -qF -- "$word" "$unpacked/README.txt" || fail "README.txt says nothing of $word"
+    grep -qF -- "$word" "$unpacked/README.txt" || fail "README.txt does not mention $word"
 done
 
-step "what the README tells to type"
+step "the commands in the README"
 mkdir "$work/user"
 sed -n 's/^  \(mkdir\|cp\|settings=\|printf\|\.\/zkrt46\)/\1/p' "$unpacked/README.txt" >"$work/typed"
 (cd "$unpacked" && env -u XDG_DATA_HOME HOME="$work/user" bash -e "$work/typed" >"$work/info")
@@ -75,10 +75,10 @@ same_tree "$work/stripped/ZKRT46.vst3" "$root/usr/lib/vst3/ZKRT46.vst3"
 same "$work/stripped/zkrt46" "$root/usr/bin/zkrt46"
 same "$products/ZKRT46-manual.pdf" "$root/$documents/ZKRT46-manual.pdf"
 same "$products/ZKRT46-manual.pdf" "$root$(cat "$root/usr/share/ZKR-soundworks/ZKRT46/ManualPath")"
-(cd "$root" && md5sum --check --quiet "$work/control/md5sums") || fail "md5sums do not fit"
+(cd "$root" && md5sum --check --quiet "$work/control/md5sums") || fail "md5sums do not match"
 expect "files that are not root's" "" "$(dpkg-deb --contents "$package" | awk '$2 != "root/root"')"
 
-step "what the package tells of itself"
+step "the package's fields"
 field() { dpkg-deb --field "$package" "$1"; }
 expect Version "$version" "$(field Version)"
 expect Architecture amd64 "$(field Architecture)"
@@ -90,16 +90,16 @@ size=$(field Installed-Size)
     fail "Installed-Size is $size KB, the files have $listed KB"
 zcat "$root/$documents/changelog.gz" | head -n 1 | grep -qF "zkr-t46 ($version)" ||
     fail "the changelog does not begin with this version"
-# Every command of the tool is in its page, and the page has no mistakes.
+# The manual page describes every command of the tool; lintian checks the page.
 zcat "$root/usr/share/man/man1/zkrt46.1.gz" >"$work/zkrt46.1"
 "$root/usr/bin/zkrt46" --help | sed -n '/^Subcommands:/,$s/^  \([a-z]\+\) .*/\1/p' >"$work/commands"
 [ -s "$work/commands" ] || fail "the tool lists no commands"
 while read -r command; do
-    grep -q "^\.B $command\$" "$work/zkrt46.1" || fail "the page zkrt46(1) says nothing of $command"
+    grep -q "^\.B $command\$" "$work/zkrt46.1" || fail "the page zkrt46(1) does not mention $command"
 done <"$work/commands"
 lintian --no-cfg --fail-on error,warning "$package" >&2 || fail "lintian complains"
 
-step "the tool and the libraries at work, and what they need"
+step "use the tool and the libraries, and check their dependencies"
 at_work "$root/usr/bin/zkrt46"
 binaries=("$root/usr/bin/zkrt46" "$root/usr/lib/vst/ZKRT46.so"
     "$root/usr/lib/vst3/ZKRT46.vst3/Contents/x86_64-linux/ZKRT46.so")
@@ -115,14 +115,14 @@ done | sort -u)
 expect "packages of the needed libraries" "$needed" \
     "$(field Depends | tr ',' '\n' | sed 's/^ *//; s/[ (:].*//' | sort -u)"
 
-step "packed again: the same bytes"
+step "packaging is reproducible"
 mkdir "$work/again"
 cp -r "$products/windows" "$products/linux" "$products/ZKRT46-manual.pdf" "$work/again"
 SOURCE_DATE_EPOCH=$(stat -c %Y "$unpacked/LICENSE") "$top/scripts/package.sh" "$work/again" >/dev/null
 same_tree "$packages" "$work/again/packages"
 
-step "the sums"
-(cd "$packages" && sha256sum --check --quiet SHA256SUMS) || fail "SHA256SUMS do not fit"
-expect "summed files" "$(cd "$packages" && find . -type f ! -name SHA256SUMS -printf '%P\n' | sort)" \
+step "checksums"
+(cd "$packages" && sha256sum --check --quiet SHA256SUMS) || fail "SHA256SUMS do not match"
+expect "files in SHA256SUMS" "$(cd "$packages" && find . -type f ! -name SHA256SUMS -printf '%P\n' | sort)" \
     "$(awk '{print $2}' "$packages/SHA256SUMS" | sort)"
 echo "$test_name: passed in $SECONDS s"

@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kTen[] = {-1, 11, 22, 33, 44, 55, 66, 77, 88, 99};
 
-TEST(LookupStep, HalfWayBetweenTwoStepsTakesTheUpperAndALittleLessTheLower)
+TEST(LookupStep, TheMidpointBetweenTwoStepsTakesTheUpperAndLessTakesTheLower)
 {
     // Steps lie at ninths, so the borders are the odd multiples of 1/18.
     for (int i = 0; i < 9; ++i) {

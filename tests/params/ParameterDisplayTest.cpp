@@ -1,4 +1,4 @@
-// What a position of each parameter reads as, and which texts can be typed.
+// The text of each parameter's positions, and which typed texts are accepted.
 #include "ParameterDisplay.h"
 
 #include <clocale>
@@ -19,7 +19,7 @@ TEST_F(ParameterDisplay, LevelsReadAsTheNearestStepAlsoBeyondTheEnds)
     } rows[] = {
         {0.0015624, "-16.00", "-16.00"},  // just under half a tenth
         {0.0015626, "-15.90", "-16.00"}, {0.0039063, "-15.90", "-15.75"},
-        {1.5, "32.00", "32.00"},         {-0.25, "-23.90", "-23.75"},  // cut off towards zero
+        {1.5, "32.00", "32.00"},         {-0.25, "-23.90", "-23.75"},  // truncated towards zero
     };
     for (const auto& row : rows) {
         EXPECT_EQ(shown(kLGainR2, row.value), row.gain) << row.value;
@@ -68,7 +68,7 @@ TEST_F(ParameterDisplay, AHostThatWritesDecimalCommasDoesNotChangeTheTexts)
     std::setlocale(LC_ALL, before.c_str());
 }
 
-TEST_F(ParameterDisplay, TypedTextIsRefusedWithoutATraceExceptByPlainSwitches)
+TEST_F(ParameterDisplay, TypedTextIsAcceptedOnlyByPlainSwitches)
 {
     for (const ParamID id : {kChannel, kMS, kDriveL, kHpfL, kOutputL, kLFreqL, kLGainL, kLatency})
         for (const TChar* text : {STR16("0.25"), STR16("5600.00"), STR16("Off"), STR16("")}) {

@@ -1,4 +1,4 @@
-// The 59 parameters as projects and presets of users hold them.
+// The 59 parameters with the ids, titles and defaults that stored projects and presets rely on.
 #include "ParameterDisplay.h"
 #include "PitchNamesController.h"
 
@@ -10,13 +10,13 @@ using namespace Steinberg::Vst;
 namespace {
 
 struct Expected {
-    std::string title;  // an asterisk stands for two parameters, L and R
+    std::string title;  // an asterisk makes two parameters, L and R
     int steps;
     double initial;
     const char *units, *display;
 };
 
-// In order of id. Written down by hand from what stored projects rely on.
+// In order of id. A list of its own: stored projects rely on it, so the table must not drift.
 // clang-format off
 const Expected kExpected[] = {
     {"Power", 1, 1.0, "", "On"},         {"BpsCh1", 1, 0.0, "", "Off"},
@@ -76,7 +76,7 @@ TEST(ParameterTable, EveryParameterIsWhereStoredProjectsExpectItAndShowsItsDefau
     EXPECT_EQ(controller->terminate(), kResultOk);
 }
 
-TEST(ParameterTable, OneUnitWithoutProgramsIsListedAndASecondStartAddsNothing)
+TEST(ParameterTable, OneUnitWithoutProgramsIsListedAndASecondInitializeAddsNothing)
 {
     auto controller = owned(new PitchNamesController);
     ASSERT_EQ(controller->initialize(controller->unknownCast()), kResultOk);

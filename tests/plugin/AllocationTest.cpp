@@ -1,5 +1,5 @@
-// Nothing is allocated while either library processes: every allocation of the process passes
-// through the functions below, which count while they are told to.
+// Neither library allocates or frees memory while it processes audio: the functions below replace
+// those of the C library and count calls while `counting` is set.
 #include "Host.h"
 #include "NativePlugin.h"
 
@@ -101,7 +101,7 @@ TEST(Allocation, ProcessNeverAllocatesOrFreesWhateverChanges)
             for (VstInt32 id = 0; id < 58; ++id)
                 plugin.setParameter(id, valueOf(id, block));
             if (block == 20)
-                plugin.mainsOn();  // until then the library was never switched on
+                plugin.mainsOn();  // not active before
             counting = true;
             plugin.process(in, out, length);
             counting = false;
@@ -110,14 +110,14 @@ TEST(Allocation, ProcessNeverAllocatesOrFreesWhateverChanges)
     }
 }
 
-TEST(Allocation, NorDoesTheVst3Form)
+TEST(Allocation, Vst3ProcessNeverAllocatesOrFreesWhateverChanges)
 {
     using namespace vst3;
     const Module module;
     Instance instance(module);
     instance.start();
     const Bytes project = instance.controllerState();
-    // The host's own lists have room for all.
+    // The host's own lists have room for every parameter.
     ParameterChanges changes(60), reported(60);
     const auto process = [&](int block, float** in, float** out, int length) {
         if (block % 20 == 0)

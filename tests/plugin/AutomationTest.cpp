@@ -1,5 +1,5 @@
-// Long random automation of every parameter at every rate: the sound stays finite and bounded, and
-// silence costs no more than music.
+// Long random automation of every parameter at every rate: the output stays finite and bounded, and
+// silence takes no more processor time than music.
 //
 // ZKR_AUTOMATION_SECONDS sets how much audio each rate gets (10 s unless told otherwise).
 #include "NativePlugin.h"
@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::size_t kBlock = 512;
 
-// The largest magnitude; not a number where any sample is none.
+// The largest magnitude; NaN if any sample is not finite.
 float loudest(const std::vector<Signal>& sound)
 {
     float largest = 0.0f;
@@ -31,7 +31,7 @@ float loudest(const std::vector<Signal>& sound)
     return largest;
 }
 
-// The fastest of many blocks, in seconds: what the work costs when nothing else disturbs it.
+// Time of the fastest of many blocks, in seconds, which other processes disturb least.
 double fastestBlock(host::Plugin& plugin, const Signal& sound)
 {
     const std::vector<Signal> in(2, sound);
@@ -50,10 +50,10 @@ double fastestBlock(host::Plugin& plugin, const Signal& sound)
 class Automation : public testing::TestWithParam<double> { };
 
 // With the amplifiers switched off, six bands of up to 17 dB, 16 dB of output gain and the 6 dB of
-// "Middle" can stand on top of each other: 124 dB. What grows without bound passes that soon.
+// "Middle" can add up to 124 dB. An unstable filter soon exceeds that.
 constexpr float kBound = 1.6e6f;
 
-TEST_P(Automation, OfEverythingNeverLeavesASampleThatIsNotFiniteOrGrowsWithoutBound)
+TEST_P(Automation, OfEveryParameterKeepsEverySampleFiniteAndBounded)
 {
     host::NativePlugin plugin(ZKR_PLUGIN);
     plugin.setSampleRate(GetParam());
@@ -63,7 +63,7 @@ TEST_P(Automation, OfEverythingNeverLeavesASampleThatIsNotFiniteOrGrowsWithoutBo
     const char* const asked = std::getenv("ZKR_AUTOMATION_SECONDS");
     const double seconds = asked ? std::atof(asked) : 10.0;
     for (double done = 0.0; done < seconds;) {
-        // A few parameters in most blocks, all of them now and then; ends and steps included.
+        // A few parameters in most blocks, all of them in some; values include ends and steps.
         const bool all = random() % 50 == 0;
         for (VstInt32 i = 0; i < 58; ++i) {
             if (!all && random() % 20 != 0)
@@ -84,7 +84,7 @@ TEST_P(Automation, OfEverythingNeverLeavesASampleThatIsNotFiniteOrGrowsWithoutBo
         done += static_cast<double>(frames) / GetParam();
     }
 
-    // The filters' memory runs out: the slowest, at 5 Hz, falls by 1 / e in 32 ms.
+    // Silence lets the filters decay: the slowest, at 5 Hz, falls by 1 / e in 32 ms.
     const Signal silence(static_cast<std::size_t>(3 * GetParam()));
     stream(plugin, {silence, silence});
     EXPECT_LT(loudest(stream(plugin, {Signal(kBlock), Signal(kBlock)})), 1e-6f);
@@ -93,9 +93,9 @@ TEST_P(Automation, OfEverythingNeverLeavesASampleThatIsNotFiniteOrGrowsWithoutBo
 INSTANTIATE_TEST_SUITE_P(Rates, Automation,
                          testing::Values(44100.0, 48000.0, 88200.0, 96000.0, 176400.0, 192000.0));
 
-// Everything is switched on, so that every filter runs. A machine with other work disturbs single
-// blocks, so the fastest of many is compared; denormal numbers would cost many times as much.
-TEST(Silence, CostsNoMoreThanMusicOnceTheFiltersHaveRunOut)
+// Everything is switched on, so that every filter runs. Other processes delay single blocks, so the
+// fastest of many is compared; denormal numbers would take many times as long.
+TEST(Silence, TakesNoLongerThanMusicOnceTheFiltersHaveDecayed)
 {
     host::NativePlugin plugin(ZKR_PLUGIN);
     plugin.setSampleRate(48000.0);

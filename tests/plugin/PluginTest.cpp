@@ -1,4 +1,4 @@
-// The built library, loaded and driven as a host does it, through the entry a host uses.
+// The built library, loaded and driven as a host does, through its entry point.
 #include "NativePlugin.h"
 #include "Noise.h"
 #include "ParameterIds.h"
@@ -26,7 +26,7 @@ std::unique_ptr<NativePlugin> open(double rate = 44100.0, int in = 2, int out = 
 
 }  // namespace
 
-TEST(Library, TellsAHostWhatItIs)
+TEST(Library, ReportsItsPropertiesToAHost)
 {
     NativePlugin plugin(ZKR_PLUGIN);
     const host::EffectFields fields = plugin.fields();
@@ -58,7 +58,7 @@ TEST(Library, TellsAHostWhatItIs)
     }
 }
 
-TEST(Library, TwoEffectsLiveSideBySideAndOneOutlivesTheOther)
+TEST(Library, TwoEffectsCoexistAndOneOutlivesTheOther)
 {
     auto first = open(), second = open();
     first->setParameter(kPower, 0.0f);
@@ -69,10 +69,10 @@ TEST(Library, TwoEffectsLiveSideBySideAndOneOutlivesTheOther)
     first.reset();
     EXPECT_EQ(stream(*second, in, 64), wanted);
     second.reset();
-    EXPECT_NO_THROW(open()) << "after the last effect is gone the library makes another";
+    EXPECT_NO_THROW(open()) << "after the last effect is closed another can be opened";
 }
 
-TEST(Library, AnImpulseComesOutExactlyWhereTheHostIsToldInEveryLayoutRateAndBlockSize)
+TEST(Library, AnImpulseIsDelayedByTheReportedLatencyInEveryLayoutRateAndBlockSize)
 {
     constexpr struct {
         int in, out;

@@ -1,5 +1,4 @@
-// Presets of the built library, seen by a VST 2 host: the program's name, the project's chunk and
-// what the user has stored.
+// Presets of the built library in a VST 2 host: program name, chunk and stored defaults.
 #include "FactoryBank.h"
 #include "Images.h"
 #include "NativePlugin.h"
@@ -18,7 +17,7 @@ namespace {
 using host::NativePlugin;
 using Bytes = std::vector<std::uint8_t>;
 
-// The first block after a start, with something to hear in it.
+// The output of the first block after a start, with noise as input.
 std::vector<Signal> firstBlock(NativePlugin& plugin)
 {
     plugin.setSampleRate(48000.0);
@@ -42,7 +41,7 @@ Signal valuesOf(NativePlugin& plugin)
     return values;
 }
 
-// The same settings for whoever runs these tests, whatever an earlier run left behind.
+// Removes stored presets before and after each test.
 struct StoredSettings : testing::Test {
     StoredSettings() { clear(); }
     ~StoredSettings() override { clear(); }
@@ -55,7 +54,7 @@ struct StoredSettings : testing::Test {
 
 }  // namespace
 
-TEST_F(StoredSettings, AProjectKeepsTheWholeBankAndSoundsAsItDidFromTheFirstBlock)
+TEST_F(StoredSettings, AProjectRestoresTheWholeBankAndTheOutputFromTheFirstBlock)
 {
     NativePlugin saved(ZKR_PLUGIN);
     setAll(saved, factoryBank()[19]);
@@ -64,7 +63,7 @@ TEST_F(StoredSettings, AProjectKeepsTheWholeBankAndSoundsAsItDidFromTheFirstBloc
     EXPECT_EQ(saved.reports().displayUpdates, 1);
     const std::string name = std::string(u8"Für Müller, leise genug").substr(0, 23);
     EXPECT_EQ(saved.programName(0), name);
-    const Bytes chunk = saved.bankChunk();  // a value set just before belongs to it
+    const Bytes chunk = saved.bankChunk();  // includes a value set just before
     ASSERT_EQ(chunk.size(), 48641u);
     const Bytes start{0, 0, 0, 0, 0, 0, 0, 0, 0xF1, 0xBD, 0, 0, 0, 0, 0, 0, 0, 0, 0, 2};
     EXPECT_TRUE(std::equal(start.begin(), start.end(), chunk.begin()));
@@ -88,7 +87,7 @@ TEST_F(StoredSettings, AProjectKeepsTheWholeBankAndSoundsAsItDidFromTheFirstBloc
     EXPECT_EQ(reopened.bankChunk(), chunk);
 }
 
-TEST_F(StoredSettings, AUsersDefaultPresetIsShownAndHeardFromTheFirstBlock)
+TEST_F(StoredSettings, AStoredDefaultPresetIsShownAndAppliedFromTheFirstBlock)
 {
     PresetSlot preset = factoryBank()[1];
     // As in some files: 24 bytes without a terminator, of which a host has room for 23.

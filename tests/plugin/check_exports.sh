@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks what a built library shows to the world: exactly these names, and no library needed beyond
-# the system's own, nor a C library newer than 2.35. Usage: check_exports.sh LIBRARY NAME...
+# Checks that a built library exports exactly these names, depends only on system libraries and
+# needs no C library newer than 2.35. Usage: check_exports.sh LIBRARY NAME...
 set -euo pipefail
 library=$1
 wanted=$(printf '%s\n' "${@:2}" | LC_ALL=C sort)
@@ -30,7 +30,7 @@ if foreign=$(grep -viE "$allowed" <<<"$needed"); then
     exit 1
 fi
 if [ -n "${newer:-}" ]; then
-    printf '%s wants of a newer C library: %s\n' "$library" "$newer" >&2
+    printf '%s needs symbols of a newer C library: %s\n' "$library" "$newer" >&2
     exit 1
 fi
 echo "$library: $(($# - 1)) exports; needs $(tr '\n' ' ' <<<"$needed")"

@@ -1,4 +1,4 @@
-// The bytes of images as users' files hold them, and where the files lie.
+// The bytes of bank and preset files, and where the files are stored.
 #include "ControllerProbe.h"
 #include "Files.h"
 #include "HandMadeImages.h"
@@ -25,7 +25,7 @@ struct BankFiles : testing::Test {
     ControllerProbe controller{store};
 };
 
-TEST_F(BankFiles, HoldHeaderAndRecordsAtTheirPlaces)
+TEST_F(BankFiles, HoldHeaderAndRecordsAtTheirOffsets)
 {
     handmade::Image bank, preset;
     const auto add = [this](handmade::Image& image, unsigned index, int32 from) {
@@ -35,7 +35,7 @@ TEST_F(BankFiles, HoldHeaderAndRecordsAtTheirPlaces)
     };
     for (unsigned index = 0; index < 24; ++index)
         add(bank, index, static_cast<int32>(index));
-    // A preset's image bears index 0 wherever the preset lies.
+    // A preset's image has index 0 whatever its place in the bank.
     add(preset, 0, 3);
     EXPECT_EQ(controller.bankImage(), bank.finish(handmade::kBank, 3));
     EXPECT_EQ(controller.presetImage(), preset.finish(handmade::kPreset));
@@ -63,7 +63,7 @@ TEST_F(BankFiles, LeaveHiddenParametersOutOfRecordsAndCounts)
                   (hiding.isParameterHidden(id) ? factoryBank()[0] : hiding.preset(9)).values[id]);
 }
 
-TEST_F(BankFiles, LieWhereTheirPathSaysAndTheFolderIsKept)
+TEST_F(BankFiles, AreStoredAtTheirPathAndTheFolderIsRemembered)
 {
     const auto saved = [this](const std::string& name) {
         const std::string content = contentOf(folder / name);
@@ -76,13 +76,13 @@ TEST_F(BankFiles, LieWhereTheirPathSaysAndTheFolderIsKept)
     EXPECT_EQ(saved("one.zkr"), controller.presetImage());
     EXPECT_STREQ(controller.getCurrPreset(), "one.zkr");
     EXPECT_TRUE(fs::equivalent(fs::current_path(), folder.path()))
-        << "files are opened from their folder";
+        << "the working folder is not that of the file";
 
-    // Without a separator the name used last is opened.
+    // For a name without a separator the last file is used.
     fs::remove(fs::u8path(folder / "first.zkb"));
     controller.saveBank("ignored.zkb");
     EXPECT_EQ(saved("first.zkb"), controller.bankImage());
-    // As long as file systems allow.
+    // The longest name that file systems allow.
     const std::string longName = std::string(251, 'n') + ".zkb";
     controller.saveBank((folder / longName).c_str());
     EXPECT_EQ(saved(longName), controller.bankImage());
@@ -98,10 +98,10 @@ TEST_F(BankFiles, LieWhereTheirPathSaysAndTheFolderIsKept)
     EXPECT_EQ(folder.count(), 3) << "something was left behind";
 }
 
-TEST_F(BankFiles, InAFolderTooLongToBeRememberedLeaveTheFolderAndFileOfBefore)
+TEST_F(BankFiles, InAFolderWithTooLongAPathDoNotReplaceTheRememberedOne)
 {
     if (platform::kPathSeparator == '\\')
-        GTEST_SKIP() << "Windows enters no such folder";
+        GTEST_SKIP() << "Windows cannot enter such a folder";
     const std::string first = folder / "first.zkb", part = '/' + std::string(120, 'f');
     const std::string far = folder.path().u8string() + part + part + part;
     fs::create_directories(far);

@@ -1,4 +1,4 @@
-// The controller with a host that writes down what it is told, a store of its own and an editor.
+// The controller with a host and an editor that record their calls, and a given store.
 #pragma once
 
 #include "FactoryBank.h"
@@ -98,7 +98,7 @@ public:
     }
     ~ControllerProbe() override { terminate(); }
 
-    // The 6144 bytes.
+    // The bank's 6144 bytes.
     std::string bank() const
     {
         return std::string(reinterpret_cast<const char*>(presetBank.get()), sizeof(Bank));
@@ -135,7 +135,7 @@ public:
     std::function<void(ParamID)> afterRead;  // on the reading thread
 };
 
-// Values that no factory preset holds, a different one in every place.
+// Sets distinct values, none of which occurs in a factory preset.
 inline void fillWithOddValues(ControllerProbe& controller)
 {
     for (int32 index = 0; index < kPresetCount; ++index) {

@@ -1,4 +1,4 @@
-// The controller between the user's thread and another one on which the host sets states.
+// The controller while the user edits on one thread and the host sets states on another.
 #include "ControllerProbe.h"
 #include "Times.h"
 
@@ -11,7 +11,7 @@
 namespace {
 
 struct ControllerThreads : testing::Test {
-    // As an editor's control does.
+    // What an editor's control calls.
     void edit(ParamID id, ParamValue value)
     {
         controller.setParamNormalized(id, value);
@@ -21,7 +21,7 @@ struct ControllerThreads : testing::Test {
     ControllerProbe controller{store};
 };
 
-TEST_F(ControllerThreads, AnEditorHearsOnItsOwnThreadAloneAndOfTheLastValueInTheEnd)
+TEST_F(ControllerThreads, AnEditorIsNotifiedOnlyOnItsOwnThreadAndFinallyOfTheLastValue)
 {
     EditorProbe editor(&controller);
     controller.editorAttached(&editor);
@@ -83,7 +83,7 @@ TEST_F(ControllerThreads, TheHostEndsWithTheNewerOfTwoValues)
     EXPECT_EQ(controller.host.edits.back(), Values::value_type(kLGainL, 0.75));
 }
 
-TEST_F(ControllerThreads, AgreeInTheEndHoweverTheyMeet)
+TEST_F(ControllerThreads, EndWithTheSameValuesInHostParameterAndPreset)
 {
     MemoryStream states[2];
     for (MemoryStream& state : states) {

@@ -1,5 +1,5 @@
-// Banks, presets and states with bytes changed or cut off: what is in the bank afterwards is what
-// the remaining records say, or what was there before.
+// Banks, presets and states with changed bytes or cut short: afterwards the bank holds what the
+// remaining valid records say, or is unchanged.
 #include "HandMadeImages.h"
 #include "OpenedController.h"
 
@@ -10,12 +10,12 @@ using namespace handmade;
 namespace {
 
 constexpr std::size_t kHeader = 41, kName = 168, kStatePrefix = 8;
-// Has no factor in common with the 2024 bytes of a preset's records: in a bank of 24, each of their
-// places is met in one preset or another.
+// Coprime to the 2024 bytes of a preset's records, so that over the 24 presets of a bank each byte
+// position of the records is reached.
 constexpr unsigned kStride = 21;
 
-// The bytes of [first, last) that are `stride` apart get one of `step` other values each. A step of
-// 17 still tries all values at each place of a record, since there are 58 records of 32 bytes.
+// Changes every `stride`th byte of [first, last), one at a time, to every `step`th other value. A
+// step of 17 still tries all values at each offset within a record: there are 58 records.
 struct Row {
     const char* name;
     Road road;
@@ -27,7 +27,7 @@ struct Row {
 struct Corruption : testing::Test {
     Corruption()
     {
-        // Nothing of this is in the images that are read.
+        // Contents that none of the loaded images has.
         EXPECT_EQ(checked.start.loadImage(goodBank(9, 4), 0x38, false, false), 1);
         expected::Controller other = checked.start;
         EXPECT_EQ(other.loadImage(goodPreset(8), 0x22, false, false), 1);
@@ -54,9 +54,9 @@ struct Corruption : testing::Test {
     CheckedController checked;
 };
 
-// In either order of bytes, also turned round once more, of the kind that is asked for or the
-// other, and with whatever behind the records, be it more than is ever read of a file.
-TEST_F(Corruption, AGoodImageIsTakenUnlessItsKindOrOrderIsAnother)
+// In both byte orders, with and without the endian-reversed option, of the requested kind and of
+// the other, and with bytes after the records, also beyond the largest size that is read.
+TEST_F(Corruption, AGoodImageIsLoadedUnlessItsKindOrByteOrderIsWrong)
 {
     for (const bool bigEndian : {false, true})
         for (const bool reversed : {false, true})
@@ -74,7 +74,7 @@ TEST_F(Corruption, AGoodImageIsTakenUnlessItsKindOrOrderIsAnother)
             }
 }
 
-TEST_F(Corruption, WhatIsNotKnownIsPassedOver)
+TEST_F(Corruption, UnknownRecordsAreSkipped)
 {
     Image image;
     image.name(2, "Named").value(2, 58, 2.0f).value(24, 1, 2.0f).head(7, 5, 2).zeros(5);
@@ -85,8 +85,8 @@ TEST_F(Corruption, WhatIsNotKnownIsPassedOver)
     EXPECT_FALSE(changedNothing());
 }
 
-// Every length up to the middle of the second value record, then every so many. Of a state that is
-// cut off the rest is what the buffer held.
+// Every length up to the middle of the second value record, then every `every`th. A state that is
+// cut short is completed by the previous contents of the state buffer.
 TEST_F(Corruption, ACutOffImageChangesNothing)
 {
     const struct {
@@ -143,8 +143,8 @@ TEST_F(Corruption, EveryChangeOfARecordIsSurvived)
           Row{"big-endian values", Road::StoredPreset, bigPreset, kValues, preset.size(), 1, 85},
           Row{"a name of a bank", Road::StoredBank, one, kHeader, kValues, 1, 1},
           Row{"values of a bank", Road::StoredBank, one, kValues, one.size(), 1, 17},
-          Row{"where records lie", Road::StoredBank, bank, kHeader, bank.size(), kStride, 255},
-          Row{"those of a state", Road::State, state, kStatePrefix + kHeader, state.size(), kStride,
+          Row{"a whole bank", Road::StoredBank, bank, kHeader, bank.size(), kStride, 255},
+          Row{"a whole state", Road::State, state, kStatePrefix + kHeader, state.size(), kStride,
               255}})
         change(row);
 }

@@ -1,5 +1,5 @@
-// What images do to a bank, worked out plainly and slowly, with nothing of the code under test:
-// numbers are compared by their bits.
+// A simple reference reader of images, independent of the code under test; values are compared as
+// bits.
 #pragma once
 
 #include <algorithm>
@@ -28,19 +28,19 @@ inline std::int64_t number(const Bytes& bytes, std::size_t at, bool bigEndian)
     return x < 0x80000000 ? x : x - 0x100000000;
 }
 
-// Positive floats are ordered as their bits are; of the negative ones only zero is in 0 to 1.
+// Positive floats have the order of their bits; of the negative ones only -0 is in 0 to 1.
 inline bool liesInZeroToOne(std::uint32_t bits)
 {
     return bits <= 0x3F800000 || bits == 0x80000000;
 }
 
-// The controller as far as images touch it. Each load returns how often it selects a preset.
+// The part of the controller that images change. Each load returns how often it selects a preset.
 struct Controller {
     Bank bank{};
     Preset reset{};
     std::size_t selected = 0;
 
-    // From a file or the store, where an image of that kind is asked for: 0x38 or 0x22.
+    // Loads an image from a file or the store; `kind` is the one requested: 0x38 or 0x22.
     int loadImage(const Bytes& image, std::uint8_t kind, bool isFile, bool reversed)
     {
         constexpr std::uint32_t kMagic = 0x5A743436;
@@ -63,7 +63,7 @@ struct Controller {
         return selections + 1;
     }
 
-    // `state` holds the last one, of which a shorter one leaves the rest.
+    // `state` holds the previous state; a shorter one replaces only its beginning.
     int loadState(const Bytes& given, Bytes& state)
     {
         std::copy_n(given.begin(), std::min(given.size(), state.size()), state.begin());

@@ -1,4 +1,4 @@
-// Images put together byte by byte, good ones and others.
+// Builds images byte by byte, valid ones and others.
 #pragma once
 
 #include <cstdint>
@@ -26,7 +26,7 @@ public:
         records.resize(records.size() + length);
         return *this;
     }
-    // The head of a record whose body the caller adds.
+    // Adds the header of a record; the caller adds its body.
     Image& head(std::uint32_t kind, std::uint32_t size, std::uint32_t preset)
     {
         ++count;
@@ -71,7 +71,7 @@ private:
     Bytes records;
 };
 
-// Values like those of no other preset of the same or another seed, with zeros and ones among them.
+// Values that differ between presets and seeds; one in eight is 0 or 1.
 inline float someValue(unsigned seed, unsigned preset, unsigned id)
 {
     const unsigned mixed = (seed * 24 + preset * 58 + id + 1) * 2654435761u;
@@ -102,7 +102,7 @@ inline Bytes goodPreset(unsigned seed, bool bigEndian = false)
     return image.finish(kPreset);
 }
 
-// A host's state: an image of a bank behind 8 bytes.
+// A host's state: a prefix of 8 bytes, then a bank's image.
 inline Bytes stateOf(const Bytes& bank)
 {
     Bytes state{0, 0, 0, 2, 0x36, 0x34, 0x74, 0x5A};

@@ -1,4 +1,4 @@
-// A controller with its bank laid open, next to what is expected of it.
+// A controller whose bank tests can read and set, beside the reference reader.
 #pragma once
 
 #include "ExpectedBank.h"
@@ -27,7 +27,7 @@ public:
         return Steinberg::kResultOk;
     }
 
-    // What the expectations start from.
+    // The present bank and selection.
     expected::Controller now() const
     {
         expected::Controller copy;
@@ -36,7 +36,7 @@ public:
         copy.selected = static_cast<std::size_t>(currentPreset);
         return copy;
     }
-    // Back to that, with no word to anybody.
+    // Sets bank and selection without notifying anyone.
     void become(const expected::Controller& wanted)
     {
         std::memcpy(presetBank.get(), wanted.bank.data(), sizeof wanted.bank);
@@ -45,7 +45,7 @@ public:
         edits = 0;
         inOrder = true;
     }
-    // Of what a state leaves out, the buffer's bytes count.
+    // Loads a state over `buffer`, whose bytes complete a state that is too short.
     void loadState(expected::Bytes state, const expected::Bytes& buffer)
     {
         std::memcpy(stateBuffer.get(), buffer.data(), kStateBufferSize);
@@ -53,8 +53,8 @@ public:
         setState(&stream);
     }
 
-    // That bank and selection are as wanted, and that the host has heard of `selections` of them,
-    // the last of which is the present one.
+    // Whether bank and selection are as wanted and the host was told of that many selections, the
+    // last with the present values.
     bool is(const expected::Controller& wanted, int selections) const
     {
         const PresetSlot& selected = *(presetBank.get() + currentPreset);
@@ -67,16 +67,16 @@ public:
 
 private:
     unsigned edits = 0;
-    bool inOrder = true;  // ids ran from 0 to 57, again and again
+    bool inOrder = true;  // each selection's ids ran from 0 to 57
     std::array<float, 58> last{};
 };
 
 enum class Road { BankFile, PresetFile, StoredBank, StoredPreset, State };
 
-// Gives the same images to the controller and to what is expected of it, always from `start` on.
+// Loads the same images into the controller and the reference reader, each time from `start`.
 struct CheckedController {
-    // Whether the controller holds afterwards what the image's records say, or those of a whole
-    // state. Leaves that in `wanted`.
+    // Whether the controller ends with what the reference reader expects, which is then in
+    // `wanted`.
     bool loads(Road road, const expected::Bytes& image, bool reversed = false)
     {
         controller.become(wanted = start);
@@ -88,7 +88,7 @@ struct CheckedController {
         const bool isFile = road == Road::BankFile || road == Road::PresetFile;
         const bool isBank = road == Road::BankFile || road == Road::StoredBank;
         if (isFile) {
-            // Some systems wait for the disk when a file is truncated.
+            // Some systems wait for the disk when an existing file is truncated.
             std::filesystem::remove(path);
             writeContent(path, std::string(image.begin(), image.end()));
             isBank ? controller.loadBank(path.c_str(), reversed)
@@ -104,7 +104,7 @@ struct CheckedController {
     platform::MemoryStore store;
     OpenedController controller{store};
     expected::Controller start = controller.now(), wanted;
-    expected::Bytes heldState;  // that a state is read over
+    expected::Bytes heldState;  // the state buffer before each load
 
 private:
     TemporaryFolder folder;

@@ -1,4 +1,4 @@
-// Selection, names, the store and the host's state, through the controller as a host holds it.
+// Selection, names, the store and the state, through the controller's interface.
 #include "ControllerProbe.h"
 #include "TemporaryFolder.h"
 
@@ -53,7 +53,7 @@ TEST_F(Presets, StartWithTheNamesAndValuesThatUsersProjectsRelyOn)
         EXPECT_EQ(controller.getParamNormalized(id), static_cast<double>(first[id])) << id;
 }
 
-TEST_F(Presets, SelectedOneGoesToParametersAndHostByTurnsAndIsFollowedByAnEmptyGesture)
+TEST_F(Presets, WhenSelectedSetEachParameterThenTellTheHostAndEndWithAnEmptyGesture)
 {
     fillWithOddValues(controller);
     const float* const values = controller.preset(12).values;
@@ -61,7 +61,7 @@ TEST_F(Presets, SelectedOneGoesToParametersAndHostByTurnsAndIsFollowedByAnEmptyG
         const ParamID next = std::min<ParamID>(id + 1, 57);
         EXPECT_EQ(static_cast<float>(controller.getParamNormalized(next)) == values[next],
                   next == id)
-            << "the host heard of " << id << " after the next parameter was set";
+            << "the host was told of " << id << " after the next parameter was set";
     };
     controller.host.calls.clear();
     controller.host.edits.clear();
@@ -81,7 +81,7 @@ TEST_F(Presets, SelectedOneGoesToParametersAndHostByTurnsAndIsFollowedByAnEmptyG
     EXPECT_EQ(controller.getCurrentPreset(), 12);
 }
 
-TEST_F(Presets, TakeEveryChangeOfAParameterIntoTheSelectedOneAtOnce)
+TEST_F(Presets, StoreEveryParameterChangeInTheSelectedPresetAtOnce)
 {
     controller.setCurrentPreset(2);
     controller.setParamNormalized(28, 0.1);
@@ -97,9 +97,9 @@ TEST_F(Presets, TakeEveryChangeOfAParameterIntoTheSelectedOneAtOnce)
     EXPECT_EQ(controller.preset(2).values[28], 1.0f) << "a bank with 7.0 could not be read again";
 }
 
-TEST_F(Presets, NamesHold23BytesAndThoseFromTheHostAreToldToEditors)
+TEST_F(Presets, NamesHold23BytesAndEditorsAreToldOfThoseSetByTheHost)
 {
-    // Characters of two, three and four bytes around the 23rd, and what is no UTF-8.
+    // Characters of two, three and four bytes around the 23rd byte, and invalid UTF-8.
     const std::pair<std::string, std::size_t> cuts[] = {
         {std::string(23, 'x'), 23},          {std::string(24, 'x'), 23},
         {repeated(u8"ä", 12), 22},           {"x" + repeated(u8"ä", 12), 23},
@@ -124,18 +124,18 @@ TEST_F(Presets, NamesHold23BytesAndThoseFromTheHostAreToldToEditors)
     EXPECT_EQ(controller.setSelectedName(nullptr), kResultFalse);
     controller.editorRemoved(&editor);
 
-    // One from a file may have no terminator.
+    // A name from a file may lack a terminator.
     std::memset(controller.preset(5).name, 'x', 24);
     EXPECT_EQ(controller.name(5), std::string(24, 'x'));
     controller.resetPreset(5);
     EXPECT_EQ(std::memcmp(&controller.preset(5), &factoryBank()[0], 256), 0);
 }
 
-TEST_F(Presets, WhatTheUserStoresComesWithTheNextInstanceUnderNamesThatEveryVersionKnows)
+TEST_F(Presets, StoredDefaultsLoadInTheNextInstanceAndTheStoresNamesNeverChange)
 {
     controller.loadMemoA();
     controller.loadMemoB();
-    EXPECT_TRUE(controller.host.edits.empty()) << "what is not stored was loaded";
+    EXPECT_TRUE(controller.host.edits.empty()) << "something was loaded though nothing is stored";
     fillWithOddValues(controller);
     controller.setCurrentPreset(9);
     controller.storeDefaultBank();
@@ -157,7 +157,7 @@ TEST_F(Presets, WhatTheUserStoresComesWithTheNextInstanceUnderNamesThatEveryVers
     std::map<std::string, std::size_t> sizes;
     for (const auto& [name, bytes] : store.values)
         sizes[name] = bytes.size();
-    // With no folder used, empty paths too.
+    // Paths are stored even if empty.
     EXPECT_EQ(sizes,
               (decltype(sizes){{"CurrBank", 0},
                                {"CurrDir", 0},
@@ -173,9 +173,9 @@ TEST_F(Presets, WhatTheUserStoresComesWithTheNextInstanceUnderNamesThatEveryVers
     EXPECT_EQ(last.name(1), "Fat Kick");
 }
 
-TEST_F(Presets, PathsAreStoredAtTheEndAndReadAtTheStart)
+TEST_F(Presets, PathsAreStoredAtAnInstancesEndAndReadAtItsStart)
 {
-    // 256 characters of 16 bits fit, whatever they take in UTF-8. What does not fit is not cut.
+    // 256 UTF-16 code units fit, whatever they take in UTF-8. A longer path is dropped, not cut.
     for (const auto& [text, most] :
          {std::pair{std::string("b"), 256}, std::pair{std::string(u8"ä"), 256},
           std::pair{std::string(u8"音"), 256}, std::pair{std::string(u8"🎚"), 128}}) {
@@ -196,12 +196,12 @@ TEST_F(Presets, PathsAreStoredAtTheEndAndReadAtTheStart)
     }
 }
 
-TEST_F(Presets, StateIsTheWholeBankBehindEightBytes)
+TEST_F(Presets, AStateIsEightBytesAndTheWholeBank)
 {
     fillWithOddValues(controller);
     controller.setCurrentPreset(17);
     MemoryStream state;
-    for (int round = 0; round < 2; ++round) {  // whatever the stream holds and wherever it stands
+    for (int round = 0; round < 2; ++round) {  // also over existing contents, from their end
         EXPECT_EQ(controller.getState(&state), kResultOk);
         ASSERT_EQ(state.getSize(), 48625);
     }
@@ -210,7 +210,7 @@ TEST_F(Presets, StateIsTheWholeBankBehindEightBytes)
     ControllerProbe other(store);
     EditorProbe editor(&other);
     other.editorAttached(&editor);
-    EXPECT_EQ(other.setState(&state), kResultOk) << "the stream stands at its end";
+    EXPECT_EQ(other.setState(&state), kResultOk) << "the stream was at its end";
     EXPECT_EQ(other.bank(), controller.bank());
     EXPECT_EQ(other.getCurrentPreset(), 17);
     EXPECT_EQ(other.host.edits.size(), 58u);

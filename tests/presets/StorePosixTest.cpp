@@ -1,5 +1,5 @@
-// The per-user store and its files on POSIX systems: where the store lies, links, rights, and saves
-// that are cut short.
+// The per-user store and its files on POSIX systems: location, symbolic links, permissions, and
+// saves that fail.
 #include "FileStore.h"
 #include "HandMadeImages.h"
 #include "OpenedController.h"
@@ -23,8 +23,8 @@ namespace {
 
 int syncs = 0;  // calls of fsync
 
-// Whether `action` returns true in a process of its own, as an ordinary user: rights do not bind
-// root.
+// Runs `action` in a child process as an ordinary user, since permissions do not restrict root;
+// returns whether it returned true.
 bool asOrdinaryUser(const std::function<bool()>& action)
 {
     const pid_t child = fork();
@@ -41,7 +41,7 @@ struct PosixFile : testing::Test {
     PosixFile()
     {
         EXPECT_TRUE(platform::replaceFile(path, old));
-        // For the ordinary user too.
+        // The ordinary user may write here.
         chmod(folder.path().c_str(), 0777);
         chmod(path.c_str(), 0666);
     }
@@ -63,14 +63,14 @@ constexpr const char* kOwnFolder = "/ZKR-soundworks/ZKRT46/";
 
 }  // namespace
 
-// In place of the system's, which it calls.
+// Replaces the system's function and calls it.
 extern "C" int fsync(int file)
 {
     ++syncs;
     return static_cast<int>(syscall(SYS_fsync, file));
 }
 
-TEST_F(PosixFile, WhatTheUserStoresWaitsForTheDiskAndPathsDoNot)
+TEST_F(PosixFile, StoredPresetsAreFlushedToDiskAndPathsAreNot)
 {
     platform::FileStore store(folder / "values");
     {
@@ -85,12 +85,12 @@ TEST_F(PosixFile, WhatTheUserStoresWaitsForTheDiskAndPathsDoNot)
         EXPECT_EQ(syncsOf([&] { controller.storeMemoA(); }), 1);
         syncs = 0;
     }
-    EXPECT_EQ(syncs, 0) << "the end of an instance waits for the disk";
+    EXPECT_EQ(syncs, 0) << "destroying an instance waits for the disk";
     EXPECT_EQ(store.readText("CurrBank"), "bank.zkb");
 }
 
-// What is written and removed is the user's own; what the user has not is read from the system's.
-TEST_F(PosixFile, TheStoreLiesInTheDataFolderOfTheUserAndThoseOfTheSystem)
+// Writes and removals affect the user's folder; what is missing there is read from the system's.
+TEST_F(PosixFile, TheStoreUsesTheDataFolderOfTheUserThenThoseOfTheSystem)
 {
     const std::string home = folder.path(), first = folder / "first", second = folder / "second";
     for (const std::string& file :
@@ -98,7 +98,7 @@ TEST_F(PosixFile, TheStoreLiesInTheDataFolderOfTheUserAndThoseOfTheSystem)
           second + kOwnFolder + "A"}) {
         fs::create_directories(fs::path(file).parent_path());
         writeContent(file, file);
-        // As a package installs it.
+        // With the permissions that a package gives it.
         chmod(file.c_str(), 0444);
     }
     const struct {
@@ -142,22 +142,22 @@ TEST_F(PosixFile, ALinkIsFollowedAndStays)
     EXPECT_EQ(folder.count(), 2);
 }
 
-TEST_F(PosixFile, TheRightsStay)
+TEST_F(PosixFile, ThePermissionsAreKept)
 {
     for (const mode_t mode : {0600u, 0664u, 0755u}) {
         ASSERT_EQ(chmod(path.c_str(), mode), 0);
         EXPECT_TRUE(platform::replaceFile(path, next));
         EXPECT_EQ(modeOf(path), mode);
     }
-    // A new one has those that the user wants for new files.
+    // A new file follows the umask.
     const mode_t mask = umask(027);
     EXPECT_TRUE(platform::replaceFile(folder / "new", next));
     umask(mask);
     EXPECT_EQ(modeOf(folder / "new"), 0640u);
 }
 
-// Where rights or room are missing. Without room the system takes the first bytes of the new file
-// and refuses the others.
+// Permissions or disk space are missing. On a full disk the first bytes of the new file can be
+// written and the rest fails.
 TEST_F(PosixFile, ASaveThatFailsLeavesTheOldFile)
 {
     const struct {
@@ -179,7 +179,7 @@ TEST_F(PosixFile, ASaveThatFailsLeavesTheOldFile)
             OpenedController controller(settings), reader(settings);
             controller.saveBank(path.c_str());
             platform::FileStore(folder.path()).write("bank.zkb", next);
-            // What could not be saved again is not loaded.
+            // A file that could not be saved again is not loaded.
             char name[25] = {};
             reader.loadBank(path.c_str(), false);
             reader.getPresetName(name, 0);
@@ -192,7 +192,7 @@ TEST_F(PosixFile, ASaveThatFailsLeavesTheOldFile)
     }
 }
 
-TEST_F(PosixFile, APipeIsNoFileAndHoldsNobodyUp)
+TEST_F(PosixFile, APipeIsRefusedWithoutBlocking)
 {
     const std::string pipe = folder / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);

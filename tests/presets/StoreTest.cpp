@@ -1,4 +1,4 @@
-// The per-user store and its files: between instances, and as a whole.
+// The per-user store and its files, shared by several instances.
 #include "Files.h"
 #include "HandMadeImages.h"
 #include "TemporaryFolder.h"
@@ -18,22 +18,22 @@ struct Store : testing::Test {
     SystemStore store = openStore(place.name), other = openStore(place.name);
 };
 
-TEST_F(Store, HoldsWhatAnotherHasWritten)
+TEST_F(Store, ReadsWhatAnotherInstanceHasWritten)
 {
     for (const Bytes& value : {Bytes(2065, 'x'), Bytes(3, 'y'), Bytes()}) {
         other.write("MemoA", value);
         EXPECT_EQ(store.read("MemoA"), value);
     }
-    for (int round = 0; round < 2; ++round)  // what is absent may be removed
+    for (int round = 0; round < 2; ++round)  // removing an absent value is allowed
         other.remove("MemoA");
     EXPECT_FALSE(store.read("MemoA"));
     EXPECT_FALSE(store.readText("CurrDir"));
     EXPECT_EQ(place.count(), 0);
 }
 
-TEST_F(Store, TextsKeepUmlautsAndChineseAndAreAbsentWhenTheyAreTooLong)
+TEST_F(Store, TextsKeepAllOfUnicodeAndAreAbsentWhenTheyAreTooLong)
 {
-    // In 16-bit characters with their terminator, 1023 of them are within 2050 bytes.
+    // 1023 UTF-16 code units and their terminator are within 2050 bytes.
     for (const std::string& text :
          {std::string(), std::string("/tmp/ab/"), std::string(u8"/Musik/Größer als 中文/"),
           std::string("\xF0\x9F\x8E\x9A beyond 16 bits"), std::string(1023, 'm')}) {
@@ -44,8 +44,8 @@ TEST_F(Store, TextsKeepUmlautsAndChineseAndAreAbsentWhenTheyAreTooLong)
     EXPECT_FALSE(store.readText("CurrDir"));
 }
 
-// Two instances write long and short values by turns as fast as they can; whoever reads meanwhile
-// finds one of the two.
+// Two instances write a long and a short value as fast as they can; a reader always finds one of
+// the two, complete.
 TEST_F(Store, NobodyReadsHalfAValue)
 {
     const std::map<std::uint8_t, std::size_t> written{{'l', 48617}, {'s', 2065}};
@@ -62,12 +62,12 @@ TEST_F(Store, NobodyReadsHalfAValue)
     };
     std::uint8_t last = 'l';
     int changes = 0;
-    // Now and then one writer is done before the other begins.
+    // Repeated, since one writer may finish before the other begins.
     for (int round = 0; round < 20 && changes < 5; ++round) {
         const std::future<void> writers[] = {start(Bytes(48617, 'l')), start(Bytes(2065, 's'))};
         while (!isOver(writers[0]) || !isOver(writers[1])) {
             const auto value = store.read("DefaultBank");
-            ASSERT_TRUE(value) << "the value was away after " << changes << " changes";
+            ASSERT_TRUE(value) << "the value was missing after " << changes << " changes";
             ASSERT_FALSE(value->empty());
             const std::uint8_t letter = value->front();
             ASSERT_EQ(written.count(letter), 1u);
@@ -76,7 +76,7 @@ TEST_F(Store, NobodyReadsHalfAValue)
             last = letter;
         }
     }
-    EXPECT_GE(changes, 5) << "the writers never met, so this shows nothing";
+    EXPECT_GE(changes, 5) << "the writers hardly overlapped: nothing was tested";
     EXPECT_EQ(place.count(), 1) << "a writer has left something behind";
 }
 

@@ -1,5 +1,5 @@
-// The per-user store and its files on Windows: what lies in the registry, byte for byte, and files
-// that may not be replaced.
+// The per-user store and its files on Windows: the registry values, byte for byte, and files that
+// cannot be replaced.
 #include "Files.h"
 #include "HandMadeImages.h"
 #include "OpenedController.h"
@@ -32,7 +32,7 @@ struct RegistryValues : testing::Test {
         auto size = static_cast<DWORD>(raw.size());
         EXPECT_EQ(RegQueryValueExW(key, name, nullptr, &found, raw.data(), &size), ERROR_SUCCESS);
         EXPECT_EQ(found, type);
-        // Systems that care for terminators add a whole one to what ends with half of it.
+        // Some systems complete half a terminator by adding a whole one.
         EXPECT_TRUE(size == bytes.size() || (type == REG_SZ && size == bytes.size() + 2)) << size;
         raw.resize(bytes.size());
         EXPECT_EQ(raw, bytes);
@@ -48,14 +48,14 @@ TEST_F(RegistryValues, ImagesAreBinaryAndTextsUtf16WithHalfATerminator)
     EXPECT_FALSE(store.read("DefaultBank"));
     EXPECT_FALSE(store.readText("CurrDir"));
     store.remove("DefaultBank");
-    EXPECT_FALSE(place.open()) << "the key is made by reading";
+    EXPECT_FALSE(place.open()) << "reading created the key";
     store.write("DefaultBank", goodBank(1, 3));
     expectRaw(L"DefaultBank", REG_BINARY, goodBank(1, 3));
     store.writeText("CurrDir", u8"C:\\ü中");
     expectRaw(L"CurrDir", REG_SZ, {'C', 0, ':', 0, '\\', 0, 0xFC, 0, 0x2D, 0x4E, 0});
 }
 
-TEST_F(RegistryValues, OfOtherProgramsAreReadWithOrWithoutTheirTerminatorIfTheTypeIsRight)
+TEST_F(RegistryValues, FromOtherProgramsAreReadWithOrWithoutTerminatorIfTheTypeMatches)
 {
     const std::wstring longest(1026, L'm');
     const struct {
@@ -80,8 +80,8 @@ TEST_F(RegistryValues, OfOtherProgramsAreReadWithOrWithoutTheirTerminatorIfTheTy
     }
 }
 
-// What another program permits while it reads the file decides what a save can do.
-TEST(WindowsFile, IsSavedWhereverAttributesAndOtherProgramsPermitIt)
+// The share mode with which another program holds the file decides whether a save succeeds.
+TEST(WindowsFile, IsSavedIfAttributesAndShareModePermitIt)
 {
     const TemporaryFolder folder(u8"ü中");
     const std::string path = folder / "bank.zkb";
@@ -119,7 +119,7 @@ TEST(WindowsFile, IsSavedWhereverAttributesAndOtherProgramsPermitIt)
         }
 }
 
-// A reader that is done soon costs the save no more than a moment, and the file is replaced whole.
+// The save waits for a reader that closes the file soon, and replaces the file completely.
 TEST(WindowsFile, IsReplacedWhenTheOtherProgramHasClosedIt)
 {
     const TemporaryFolder folder;

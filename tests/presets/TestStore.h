@@ -1,4 +1,4 @@
-// The per-user store of the system that the tests run on, in a place of its own.
+// The per-user store of the system, in a location of its own for each test.
 #pragma once
 
 #ifdef _WIN32
@@ -17,13 +17,13 @@
 #ifdef _WIN32
 using SystemStore = platform::RegistryStore;
 
-// A key that no two tests on a machine share, which is made by the first value in it.
+// A registry key that no two tests on a machine share; the first value written creates it.
 class StorePlace {
 public:
     ~StorePlace()
     {
         RegDeleteKeyW(HKEY_CURRENT_USER, key.c_str());
-        // Goes with the last of them.
+        // Fails, as it should, while other tests still have keys there.
         RegDeleteKeyW(HKEY_CURRENT_USER, L"SOFTWARE\\ZKR-soundworks\\Tests");
     }
     HKEY open() const
@@ -32,7 +32,7 @@ public:
         RegOpenKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, KEY_READ | KEY_WRITE, &opened);
         return opened;
     }
-    // How many values there are in the place.
+    // The number of values in this location.
     int count() const
     {
         const HKEY opened = open();

@@ -1,8 +1,8 @@
-# Images and stores as they should not be, and the store between instances.
+# Damaged images, and the store under concurrent access and failures.
 find_package(Threads REQUIRED)
 zkr_test(corruption_test SOURCES CorruptionTest.cpp LINK zkr_params)
-# The code under test is in libraries and keeps its sanitizers; what is expected of it is worked out
-# some hundred thousand times.
+# Optimised and without sanitizers, since the reference reader runs some hundred thousand times. The
+# code under test is in libraries and keeps its sanitizers.
 set_source_files_properties(CorruptionTest.cpp PROPERTIES
   COMPILE_OPTIONS "-O2;-fno-sanitize=all" SKIP_PRECOMPILE_HEADERS ON)
 

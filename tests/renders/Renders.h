@@ -1,4 +1,4 @@
-// The worked renders of renders.txt; its head explains the format.
+// Reads renders.txt; its head explains the format.
 #pragma once
 
 #include <cstdio>
@@ -18,7 +18,7 @@ struct Render {
         std::size_t frame;
         std::vector<double> channels;
     };
-    std::string text;  // its lines up to the output, for messages
+    std::string text;  // its lines before the output, for messages
     double rate, amplitude;
     int block, frames, in, out;
     unsigned seed;
@@ -27,7 +27,7 @@ struct Render {
     std::vector<double> absolute;  // per channel
 };
 
-// Empty where there is no such file; a line of no known kind ends the reading.
+// Empty if the file is missing; reading ends at a line of unknown kind.
 inline std::vector<Render> readRenders(const char* path)
 {
     std::vector<Render> renders;

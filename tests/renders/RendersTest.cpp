@@ -1,5 +1,5 @@
-// The whole chain against worked renders: through the processor in every form, and through the
-// built library as a host drives it.
+// The whole chain against the expected samples of renders.txt: through the processor in every form,
+// and through the built library.
 #include "Renders.h"
 #include "../shell/ProcessorProbe.h"
 #include "NativePlugin.h"
@@ -14,8 +14,8 @@ using probe::Processor;
 using probe::Signal;
 using Pointers = std::vector<float*>;
 
-// Far above what another mathematical library leaves, far below any fault of the wiring.
-constexpr double kTolerance = 1e-6;  // of the largest sample, or of the sum
+// Far above the differences between mathematical libraries, far below the effect of any fault.
+constexpr double kTolerance = 1e-6;  // relative to the largest sample, or to the sum
 
 struct Player {
     std::function<void(unsigned id, float value)> set;
@@ -49,7 +49,7 @@ std::vector<Signal> play(const Render& render, const Player& player,
     return out;
 }
 
-// Names the first wrong sample, or the sums where only samples that are not listed are wrong.
+// Reports the first wrong sample, or the sums if only samples that are not listed are wrong.
 void expectSound(const Render& render, const std::vector<Signal>& out)
 {
     double peak = 0.0;

@@ -39,15 +39,15 @@ def click_areas(knob):
 
 COAX_RECTS, DIAL_RECTS = click_areas("band"), click_areas("dial")
 # overlay: (strip, view's corner on the strip, label rectangles, knob's centre in the view, radius
-# free of scale marks)
+# outside which there are no scale marks)
 OVERLAYS = {
     10013: (10000, (2, 36), COAX_RECTS, (60.5, 47.5), 36.5),
     10014: (10000, (2, 138), COAX_RECTS, (60.5, 47.5), 36.5),
     10015: (10000, (2, 240), COAX_RECTS, (60.5, 47.5), 36.5),
     10021: (10009, (7, 128), DIAL_RECTS, (56.0, 56.0), 33.2),
 }
-# strip: (frames with a pointer, first direction, degrees a frame, radii between which to look,
-# tolerance, radii of the metal around it or none)
+# strip: (frames with a pointer, first direction, degrees per frame, radii between which the pointer
+# is measured, tolerance, radii of the metal around it or none)
 POINTERS = {
     10001: (range(0, 20, 2), 0, 30, (22.5, 29.5), 0.6, None),
     10017: (range(12), 0, 30, (20.5, 26.5), 0.6, (5.0, 12.5)),
@@ -57,7 +57,7 @@ POINTERS = {
 BUTTONS = (989, 990, 991, 992, 993, 995, 10003, 10004, 10005, 10006, 10010, 10011, 10012, 10018,
            10020, 10025, 10026)
 LAMPS = (10003, 10004, 10005, 10010, 10011, 10012, 10026)
-# layout: right end of the view of the channel names, and where the strips of either name stand
+# layout: right end of the channel label's view, and left and right ends of each name's strips
 LAYOUTS = [(304, (42, 167), (180, 305)), (554, (42, 292), (305, 555)), (804, (42, 417), (430, 805))]
 
 
@@ -92,8 +92,8 @@ def laid_over(below, above):
 
 
 def around(centre, left, top, width, height):
-    """From the centre to the middle of each pixel of a rectangle: x, y, radius, and the direction
-    in degrees clockwise from straight up."""
+    """Of each pixel in a rectangle, relative to the centre: x, y, radius, and direction in degrees
+    clockwise from straight up."""
     x, y = np.meshgrid(np.arange(width) + left + 0.5 - centre[0],
                        np.arange(height) + top + 0.5 - centre[1])
     return x, y, np.hypot(x, y), np.degrees(np.arctan2(x, -y))
@@ -135,7 +135,7 @@ class Artwork(unittest.TestCase):
         self.assertEqual(shown, labels)
 
     def test_lit_labels(self):
-        """Each lies in its click area, on its pointer's ray, and covers the unlit one exactly."""
+        """Each is inside its click area, on its pointer's ray, and covers the unlit one exactly."""
         for overlay, (strip, (left, top), rects, centre, clear) in OVERLAYS.items():
             lit = picture(overlay)
             plate = picture(strip)[top:top + lit.shape[0], left:left + lit.shape[1]]
@@ -156,26 +156,26 @@ class Artwork(unittest.TestCase):
                 metal = np.median(unlit[(a == 0) & free])
                 ink = np.median(unlit[a > 0.9]) if (a > 0.9).any() else unlit[a > 0].max()
                 self.assertGreater(ink - metal, 40, f"{name}: unlit label illegible")
-                # the unlit ink, read back from the plate, is the overlay's coverage
+                # the coverage of the unlit ink, measured on the plate, must equal the overlay's
                 read = (unlit - metal) / (ink - metal)
                 self.assertFalse(((read > 0.30) & (a == 0) & free).any(),
-                                 f"{name}: unlit ink left bare")
+                                 f"{name}: unlit ink is not covered")
                 self.assertFalse(((a > 0.40) & (read < 0.02) & free).any(),
-                                 f"{name}: bare metal is lit")
+                                 f"{name}: lit where there is no ink")
                 self.assertLess(np.abs(read - a)[a > 0.5].max(), 0.25, f"{name}: labels differ")
             self.assertFalse(outside.any(), f"{overlay}: ink outside every click area")
 
     def test_pointers(self):
-        """They stand on their ticks and turn around the middle; the metal around them stays."""
+        """They point to their ticks and turn around the centre; the metal around them is still."""
         for number, (chosen, first, step, (inner, outer), tolerance, metal) in POINTERS.items():
             strip = brightness(frames(number))[list(chosen)]
             expected = first + step * np.arange(len(strip))
             size = strip.shape[-1]
             x, y, r, at = around((size / 2, size / 2), 0, 0, size, size)
-            # What a frame has more than the middle one of all is its pointer. The dark seam along
-            # its sides counts as well, since the two sides balance.
+            # The difference from the median frame is the pointer; the dark seam on both its sides
+            # is symmetric and does not shift the centroid.
             more = strip - np.median(strip, 0)
-            # a window without a step at its edges
+            # a window that is smooth at its edges
             window = np.sin(np.pi * np.clip((r - inner) / (outer - inner), 0, 1)) ** 2
             weight = more * window * (np.abs(turned(at - expected[:, None, None])) < 30)
             self.assertGreater(np.where(weight > 50, weight, 0).sum((1, 2)).min(), 0,
@@ -188,7 +188,7 @@ class Artwork(unittest.TestCase):
                             f"{number}: off zero")
             self.assertLess(np.ptp(np.hypot(cx, cy)), 0.5,
                             f"{number}: the pointer changes its radius")
-            # centre of the circle that fits the centroids
+            # the centre of the circle fitted to the centroids
             a = np.column_stack([2 * cx, 2 * cy, np.ones(len(cx))])
             off = np.linalg.lstsq(a, cx ** 2 + cy ** 2, rcond=None)[0][:2]
             self.assertLess(np.hypot(*off), 0.12, f"{number}: wobble")
@@ -198,7 +198,7 @@ class Artwork(unittest.TestCase):
                 self.assertLess(np.abs(strip[k + 1] - strip[k])[face].max(), 2.5,
                                 f"{number} frame {k}: flickers")
 
-    def test_states_can_be_told_apart(self):
+    def test_states_are_distinguishable(self):
         for number in BUTTONS:
             strip = frames(number)
             for j, k in itertools.combinations(range(len(strip)), 2):
@@ -211,30 +211,30 @@ class Artwork(unittest.TestCase):
             self.assertGreater(lamp.sum(), 12, f"{number}: no lamp lights")
             off, on, idle = (frame[lamp].mean() for frame in strip)
             self.assertTrue(on > idle + 60 and idle > off + 20, f"{number}: {off}, {on}, {idle}")
-        # Keys that overlap others, or are cut, are empty there.
+        # Keys that overlap others, or are clipped, are empty there.
         self.assertLess(frames(10020)[:, 19:, :, 3].max(), 8)
         self.assertLess(frames(10026)[:, :, 40:, 3].max(), 8)
 
     def test_panel_without_power_shows_the_channel_keys_dark(self):
-        """Where a frame's key is not the chosen one, the frame on the panel changes nothing."""
+        """Outside the chosen key a frame equals the panel's background."""
         panel = picture(10022)[172:264, 6:53]
         rows = np.arange(92)
         for k, frame in enumerate(frames(10019)):
             change = np.abs(laid_over(panel, frame) - panel[..., :3]).max(-1)
             mine = (rows >= 18.4 * k - 1) & (rows < 18.4 * (k + 1) + 1)
             self.assertGreater(change[mine].max(), 60, f"key {k} does not light")
-            self.assertLess(change[~mine].max(), 20, f"key {k} disturbs another")
+            self.assertLess(change[~mine].max(), 20, f"key {k} changes another")
 
     def test_frame(self):
         frame = picture(10007)
         self.assertEqual(tuple(frame[496, 197, :3]), (0xD1, 0xE3, 0xEE), "the text fields' colour")
         for left in (395, 520):
             self.assertLess(brightness(frame[488:504, left:left + 215]).max(), 64,
-                            "metal under the hint")
+                            "bright metal under the hint")
         for width in (394, 644, 894):
             band = brightness(frame[:, width - 6:width + 6])
             self.assertLess(np.ptp(band, 1).max(), 14,
-                            f"something stands across the cut at {width}")
+                            f"something crosses the window's edge at {width}")
 
     def test_channel_names_stand_under_the_strips_of_their_layout(self):
         bed = picture(10007)[455:487, 33:804]
@@ -246,7 +246,7 @@ class Artwork(unittest.TestCase):
             self.assertLess(columns.max(), end, f"row {k} runs past its view")
             inside = [columns[(columns >= left) & (columns < right)] for left, right in groups]
             self.assertEqual(sum(map(len, inside)), (columns >= 42).sum(),
-                             f"row {k}: something between the names")
+                             f"row {k}: something outside the names' strips")
             for mine, (left, right) in zip(inside, groups):
                 self.assertGreater(len(mine), 30, f"row {k}")
                 self.assertLess(abs((mine.min() + mine.max() + 1 - left - right) / 2), 1.1,

@@ -1,5 +1,5 @@
-// CPluginFactory: what it makes and how long it lives; and what a component inherits that defines
-// nothing of its own.
+// CPluginFactory: object creation and its own lifetime; and the bus functions that a component
+// inherits from AudioEffect.
 #include "public.sdk/source/main/pluginfactory.h"
 #include "public.sdk/source/vst/vstaudioeffect.h"
 
@@ -10,7 +10,7 @@ using namespace Steinberg::Vst;
 
 namespace {
 
-// Made by the factory; counts itself in the context.
+// Created by the factory; counts its instances in the context.
 struct Counted : Vst::AudioEffect {
     explicit Counted(int& count) : alive(count) { ++alive; }
     ~Counted() override { --alive; }
@@ -52,12 +52,12 @@ TEST(Factory, ACreatedObjectBelongsToTheCallerAloneAndAFailedOneLeavesNothingBeh
     EXPECT_EQ(alive, 0);
 }
 
-TEST(Factory, TheGlobalOneIsForgottenWithItsOwnEndAlone)
+TEST(Factory, TheGlobalPointerIsClearedOnlyWhenItsOwnFactoryIsDestroyed)
 {
     auto* const other = new CPluginFactory(PFactoryInfo());
     gPluginFactory = new CPluginFactory(PFactoryInfo());
     EXPECT_EQ(other->release(), 0u);
-    ASSERT_NE(gPluginFactory, nullptr) << "the end of another factory cleared the library's own";
+    ASSERT_NE(gPluginFactory, nullptr) << "destroying another factory cleared the library's own";
     gPluginFactory->addRef();
     EXPECT_EQ(gPluginFactory->release(), 1u);
     EXPECT_EQ(gPluginFactory->release(), 0u);

@@ -1,5 +1,4 @@
-// A small plug-in and a small host around the wrapper: the plug-in writes down all that reaches it,
-// the host all that it is asked.
+// A mock plug-in and a mock host around the wrapper: both record every call that they receive.
 #pragma once
 
 #include "pluginterfaces/base/ibstream.h"
@@ -37,17 +36,17 @@ using Values = std::vector<std::pair<ParamID, double>>;
 class FakeComponent;
 class FakeController;
 
-// What the classes of the plug-in are to do, and what became of them.
+// How the mock classes behave, and pointers to the instances.
 struct Plan {
     TUID componentId, controllerId;
-    FakeComponent* component = nullptr;  // the last ones made
+    FakeComponent* component = nullptr;  // the latest instances
     FakeController* controller = nullptr;
     int alive = 0;
     bool componentStarts = true, controllerStarts = true;
     std::string componentState;         // empty: refused
-    std::function<void()> whileInside;  // in the component's next call that hosts keep apart
-    std::function<void(ParamID)> whileValueIsRead;  // of the controller
-    std::function<IPlugView*()> makeView;           // without one there is no editor
+    std::function<void()> whileInside;  // called once in the component's next setup or process call
+    std::function<void(ParamID)> whileValueIsRead;  // called in the controller
+    std::function<IPlugView*()> makeView;           // null: no editor
 };
 
 inline std::string readAll(IBStream* stream)
@@ -63,7 +62,7 @@ inline tresult writeAll(IBStream* stream, std::string bytes)
     return stream->write(bytes.data(), static_cast<int32>(bytes.size()), nullptr);
 }
 
-// Copies its input to its output, then turns the input's sign round in place.
+// Copies its input to its output, then inverts the input in place.
 class FakeComponent : public Steinberg::Vst::AudioEffect {
 public:
     struct Block {
@@ -108,7 +107,7 @@ public:
         return AudioEffect::setupProcessing(setup);
     }
 
-    // Takes as many outputs as inputs; turns to stereo when it refuses.
+    // Accepts equal numbers of inputs and outputs; a refusal sets both to stereo.
     tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
                                           SpeakerArrangement* outputs, int32 numOuts) override
     {
@@ -163,9 +162,9 @@ public:
     Calls calls;
     std::vector<Block> blocks;
     std::map<ParamID, double> heard;  // the last change of each parameter
-    std::optional<double> meter;      // reported with the next block
+    std::optional<double> meter;      // reported in the next block
     std::string restored;
-    bool keepsRecord = true;  // of calls and blocks
+    bool keepsRecord = true;  // in `calls` and `blocks`
 
 private:
     void enter(const std::string& call)
@@ -185,10 +184,10 @@ private:
     }
 
     Plan& plan;
-    uint32 latency = 96;  // of the last activation; above 176 kHz none
+    uint32 latency = 96;  // as of the last activation; 0 from 176.4 kHz
 };
 
-// A state is one byte for each writable parameter, 255 being 1.0; it is put into force by editing.
+// A state is one byte for each writable parameter, 255 being 1.0; it is applied through edits.
 class FakeController : public EditController {
 public:
     explicit FakeController(Plan& owner) : plan(owner)
@@ -284,7 +283,7 @@ struct Plugin : Plan {
         "A maker whose name fills all the room that there is for it, and more", "", "", 0));
 };
 
-// A host with one effect, opened as hosts do.
+// A host with one open effect.
 class Host {
 public:
     struct Asked {

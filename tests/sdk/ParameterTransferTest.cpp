@@ -1,4 +1,4 @@
-// ParameterTransfer: nothing is lost and nothing overtakes, with one thread and with several.
+// ParameterTransfer: no value is lost and the order is kept, with one thread and with several.
 #include "public.sdk/source/vst/vst2wrapper/parametertransfer.h"
 
 #include <gtest/gtest.h>
@@ -44,7 +44,7 @@ TEST(ParameterTransfer, WritersThatNeverPauseLoseNoLastValueAndTheLastWrittenSlo
         std::vector<std::thread> writers;
         for (std::size_t w = 0; w < kWriters; ++w)
             writers.emplace_back([&transfer, &finished, w] {
-                // Every other writer ends with the slot that is looked at first.
+                // Every other writer writes last the slot that the reader visits first.
                 const std::size_t first = 2 * w + (w & 1), last = 2 * w + 1 - (w & 1);
                 for (int i = 1; i <= 2000; ++i) {
                     transfer.set(first, i);
@@ -76,8 +76,8 @@ TEST(ParameterTransfer, WritersThatNeverPauseLoseNoLastValueAndTheLastWrittenSlo
 
 TEST(ParameterTransfer, OfTwoSlotsWrittenOneAfterTheOtherTheSecondNeverArrivesFirstAndBothArrive)
 {
-    // Both ways round, since a reader that walks the table meets one pair in the order of writing
-    // and the other against it, and far apart, so that the walk takes its time. The writer goes on
+    // In both orders, since a reader that walks the table meets one pair in the order of writing
+    // and the other against it; and far apart, so that the walk takes long. The writer continues
     // once its pair has arrived.
     for (const std::size_t first : {0u, 255u}) {
         ParameterTransfer transfer(256);
@@ -94,7 +94,7 @@ TEST(ParameterTransfer, OfTwoSlotsWrittenOneAfterTheOtherTheSecondNeverArrivesFi
         });
 
         int values[2] = {}, overtaken = 0, lost = 0;
-        // However long a busy machine takes for a hundred pairs: a lost value ends it.
+        // At least 0.5 s and a hundred pairs, however busy the machine; a lost value ends the loop.
         const auto start = Clock::now();
         while (lost == 0
                && (Clock::now() - start < std::chrono::milliseconds(500) || arrived <= 100)) {

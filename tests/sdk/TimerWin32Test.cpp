@@ -1,4 +1,4 @@
-// The timer on Windows, which ticks on the thread that made it and may be ended on any.
+// The timer on Windows, whose callback runs on the thread that created it; any thread may stop it.
 #include "Times.h"
 
 #include "base/source/timer.h"
@@ -27,11 +27,11 @@ struct Guarded : ITimerCallback {
 
 }  // namespace
 
-TEST(TimerOnWindows, NothingIsCalledAfterAnotherThreadHasEndedIt)
+TEST(TimerOnWindows, NoCallbackRunsAfterAnotherThreadHasStoppedIt)
 {
     constexpr int kAtOnce = 20;
     int found = 0, ticks = 0;
-    // The system keeps what is ended on another thread until the ticking one ends.
+    // A timer that another thread stops stays allocated until the thread that created it ends.
     for (int done = 0; done < times() / 10; done += kAtOnce) {
         std::vector<Guarded> callbacks(kAtOnce);
         std::vector<Timer*> timers;

@@ -1,4 +1,4 @@
-// The editor calls of a VST 2 host, against a view that writes down what it is told.
+// The editor calls of a VST 2 host, with a mock view that records its calls.
 #include "FakePlugin.h"
 
 #include "public.sdk/source/common/pluginview.h"
@@ -9,7 +9,7 @@ using namespace fake;
 
 namespace {
 
-// 394 pixels wide until it is told otherwise.
+// Initially 394 pixels wide.
 class FakeView : public CPluginView {
 public:
     explicit FakeView(Calls& log) : calls(log) { rect = ViewRect(0, 0, 394, 505); }
@@ -68,12 +68,12 @@ struct WrappedEditor : testing::Test {
     int window = 0;
 };
 
-TEST_F(WrappedEditor, OpensAndClosesInEveryOrderThatHostsKnow)
+TEST_F(WrappedEditor, OpensAndClosesInEveryOrderThatHostsUse)
 {
     EXPECT_NE(host->effect->flags & effFlagsHasEditor, 0);
     EXPECT_EQ(width(), 394);
     host->call(effEditClose);
-    EXPECT_TRUE(calls.empty()) << "a view that was only measured was told of an end";
+    EXPECT_TRUE(calls.empty()) << "removed() was called though the view was never attached";
     EXPECT_EQ(openWindow(), 1);
     EXPECT_EQ(openWindow(), 1);
     host->call(effEditClose);
@@ -100,7 +100,7 @@ TEST_F(WrappedEditor, EveryChangeOfSizeReachesHostAndViewWhateverTheHostAnswers)
     EXPECT_EQ(width(), 394);
 }
 
-TEST_F(WrappedEditor, KeysComeThroughWithTheirModifiers)
+TEST_F(WrappedEditor, KeysArriveWithTheirModifiers)
 {
     EXPECT_EQ(host->call(effEditKeyDown, 'x', 0, nullptr, 0.0f), 0) << "there is no view yet";
     openWindow();

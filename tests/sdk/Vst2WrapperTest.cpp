@@ -1,4 +1,4 @@
-// Vst2Wrapper as a host meets it: creation, the C border, parameters, rates, buses and blocks.
+// Vst2Wrapper from a host's side: creation, the C interface, parameters, rates, buses and blocks.
 #include "FakePlugin.h"
 #include "Times.h"
 #include "Vst2Rooms.h"
@@ -28,7 +28,7 @@ struct WrappedEffect : testing::Test {
     Host host{plugin};
 };
 
-TEST(WrapperCreation, AnythingThatFailsOnTheWayGivesNullAndLeavesNothingAlive)
+TEST(WrapperCreation, AnyFailureGivesNullAndLeavesNoObjectAlive)
 {
     Plugin plugin;
     const auto create = [&plugin](const TUID id) {
@@ -47,20 +47,20 @@ TEST(WrapperCreation, AnythingThatFailsOnTheWayGivesNullAndLeavesNothingAlive)
     {
         Host closing(plugin);
         EXPECT_EQ(closing.call(effIdentify), 0x4E764566);
-        EXPECT_TRUE(closing.log.empty()) << "the host was asked before it holds the effect";
+        EXPECT_TRUE(closing.log.empty()) << "the host was called before it holds the effect";
     }
     EXPECT_EQ(plugin.alive, 0);
     plugin.factory->addRef();
-    EXPECT_EQ(plugin.factory->release(), 1u) << "references of the factory were kept";
+    EXPECT_EQ(plugin.factory->release(), 1u) << "references to the factory leaked";
 }
 
-TEST_F(WrappedEffect, NoCallWithNastyArgumentsWritesMoreThanAHostHasRoomFor)
+TEST_F(WrappedEffect, NoCallWithOddArgumentsWritesBeyondTheHostsBuffer)
 {
     const std::string untouched(1000, 'x');
     for (VstInt32 opcode = -1; opcode <= 100; ++opcode) {
         if (opcode == effClose)
             continue;
-        // Pointers travel in the value of these two: a host has good ones or none.
+        // The value of these two is a pointer: a host passes a valid one or null.
         const bool hasPointer =
             opcode == effSetSpeakerArrangement || opcode == effGetSpeakerArrangement;
         for (const VstInt32 index : {0, 1, 2, 3, kWritable, 1000, -1, INT_MIN, INT_MAX})
@@ -84,7 +84,7 @@ TEST_F(WrappedEffect, NoCallWithNastyArgumentsWritesMoreThanAHostHasRoomFor)
     EXPECT_EQ(host.block(), (Values{})) << "one of the calls changed a parameter";
 }
 
-TEST_F(WrappedEffect, TheControllerGetsWaitingValuesWhenItAsksAndTheHostNewsOfItsState)
+TEST_F(WrappedEffect, TheControllerGetsPendingValuesOnRequestAndTheHostIsToldOfChanges)
 {
     host.set(0, 0.9f);
     EXPECT_EQ(host.controller->getParamNormalized(kLevelId), 0.5);
@@ -97,7 +97,7 @@ TEST_F(WrappedEffect, TheControllerGetsWaitingValuesWhenItAsksAndTheHostNewsOfIt
     host.set(0, 0.75f);
     wrapper->restartComponent(kParamValuesChanged);
     EXPECT_EQ(host.timesAsked(audioMasterUpdateDisplay), 2);
-    EXPECT_EQ(host.get(0), 0.75f) << "a value on its way to the controller was lost";
+    EXPECT_EQ(host.get(0), 0.75f) << "a value pending for the controller was lost";
     wrapper->performEdit(kLevelId, std::nan(""));
     EXPECT_EQ(host.get(0), 0.75f);
     wrapper->performEdit(kLevelId, 3.0);
@@ -134,10 +134,10 @@ TEST_F(WrappedEffect, AThousandHostValuesBetweenTwoBlocksArriveAsTheLastOne)
     EXPECT_EQ(host.controller->getParamNormalized(kBeyondId), 0.0);
     host.call(effEditIdle);
     EXPECT_EQ(host.controller->getParamNormalized(kBeyondId), 1000.0 / 1024.0);
-    EXPECT_EQ(host.timesAsked(audioMasterAutomate), 0) << "the host's own values came back to it";
+    EXPECT_EQ(host.timesAsked(audioMasterAutomate), 0) << "the host's own values came back";
 }
 
-TEST_F(WrappedEffect, AnEditOfThePluginsGoesToHostAndProcessorByTheHostsIndex)
+TEST_F(WrappedEffect, AnEditInThePluginReachesTheProcessorAndTheHostUnderItsIndex)
 {
     host.block();
     host.controller->edit(kBeyondId, 0.75);
@@ -157,11 +157,11 @@ TEST_F(WrappedEffect, AnEditOfThePluginsGoesToHostAndProcessorByTheHostsIndex)
     host.controller->edit(kLevelId, 0.25);
     host.call(effEditIdle);
     EXPECT_EQ(host.controller->getParamNormalized(kLevelId), 0.25)
-        << "an older value of the host's undid the edit";
+        << "an older value from the host replaced the edit";
     EXPECT_EQ(host.get(0), 0.25f);
 }
 
-TEST_F(WrappedEffect, AReportOfTheProcessorReachesTheControllerWithTheTickAndBeforeTheStateIsRead)
+TEST_F(WrappedEffect, AReportedValueReachesTheControllerOnIdleAndBeforeTheStateIsRead)
 {
     host.component->meter = 0.5;
     host.block();
@@ -193,7 +193,7 @@ TEST_F(WrappedEffect, ARateOrBlockLengthSetWhileRunningComesBetweenTwoActivation
     host.mains(false);
     host.component->calls.clear();
     host.setRate(48000.0f);
-    // For a moment, since the latency of a rate is told only then.
+    // Briefly active, since the latency at the new rate is known only then.
     EXPECT_EQ(host.component->calls, (Calls{"rate 48000", "frames 512", "active 1", "active 0"}));
     EXPECT_EQ(host.effect->initialDelay, 96);
 
@@ -205,7 +205,7 @@ TEST_F(WrappedEffect, ARateOrBlockLengthSetWhileRunningComesBetweenTwoActivation
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "frames 67108864"), 0) << "an absurd length";
 }
 
-TEST_F(WrappedEffect, AHostThatNeverTurnsTheMainsOnLearnsTheLatencyAndIsHeard)
+TEST_F(WrappedEffect, WithoutMainsOnTheLatencyIsReportedAndBlocksAreProcessed)
 {
     host.setRate(192000.0f);
     EXPECT_EQ(host.effect->initialDelay, 0);
@@ -220,15 +220,15 @@ TEST_F(WrappedEffect, AHostThatNeverTurnsTheMainsOnLearnsTheLatencyAndIsHeard)
     host.block();
     EXPECT_EQ(host.component->calls,
               (Calls{"active 1", "processing 1", "processing 0", "active 0"}))
-        << "a block after mains-off activates nothing";
+        << "a block after mains-off must not activate";
     EXPECT_EQ(host.component->blocks.size(), 3u);
 }
 
-TEST_F(WrappedEffect, ABlockThatMeetsASetupIsSilentAndTheSetupWaitsForABlock)
+TEST_F(WrappedEffect, ABlockDuringASetupIsSilentAndASetupWaitsForABlock)
 {
     const struct {
         const char* name;
-        std::function<void(bool)> setUp;  // in one way or the other
+        std::function<void(bool)> setUp;  // toggles between two setups
     } rows[] = {
         {"rate", [&](bool other) { host.setRate(other ? 48000.0f : 96000.0f); }},
         {"block", [&](bool other) { host.call(effSetBlockSize, 0, other ? 256 : 512); }},
@@ -271,7 +271,7 @@ TEST_F(WrappedEffect, ABlockThatMeetsASetupIsSilentAndTheSetupWaitsForABlock)
         EXPECT_NE(host.component->calls, Calls());
     }
 
-    // However they meet, a block is whole or silent.
+    // However blocks and setups coincide, a block is either complete or silent.
     plugin.whileInside = nullptr;
     host.component->keepsRecord = false;
     std::atomic<bool> stop{false};
@@ -290,7 +290,7 @@ TEST_F(WrappedEffect, ABlockThatMeetsASetupIsSilentAndTheSetupWaitsForABlock)
     audio.join();
 }
 
-TEST_F(WrappedEffect, AValueThatIsSetWhileTheStateIsTakenOverIsNotLost)
+TEST_F(WrappedEffect, AValueThatIsSetWhileAStateIsRestoredIsNotLost)
 {
     const std::string state = host.chunk();
     const auto expectSettled = [&](float value) {
@@ -300,7 +300,7 @@ TEST_F(WrappedEffect, AValueThatIsSetWhileTheStateIsTakenOverIsNotLost)
         EXPECT_EQ(static_cast<float>(host.controller->getParamNormalized(kLevelId)), value);
         EXPECT_EQ(static_cast<float>(host.component->heard[kLevelId]), value);
     };
-    // As the wrapper reads what the controller has now, on the audio thread.
+    // Sets a value from another thread while the wrapper reads the restored ones.
     plugin.whileValueIsRead = [&, count = 0](ParamID id) mutable {
         if (id == kLevelId && count++ == 0)
             std::thread([&] { host.set(0, 0.125f); }).join();
@@ -322,7 +322,7 @@ TEST_F(WrappedEffect, AValueThatIsSetWhileTheStateIsTakenOverIsNotLost)
             host.component->blocks.clear();
     }
     setter.join();
-    // Which of the two came last is not known; but all agree on it.
+    // Either value may have come last, but all must hold the same one.
     host.call(effEditIdle);
     host.block();
     expectSettled(host.get(0));
@@ -375,7 +375,8 @@ TEST_F(WrappedEffect, MissingAndSharedChannelsAreReplacedOverTheWholeOfALongBloc
     float* same[] = {ramp.data(), ramp.data()};
     float* oneIn[] = {nullptr, ramp.data()};
     float* noneIn[] = {nullptr, nullptr};
-    // Samples are changed in place, which neither the other channel nor later silence may hear.
+    // The component changes its inputs in place; neither the other channel nor later silence may be
+    // affected.
     const struct {
         const char* name;
         float **in, **out;
@@ -407,12 +408,12 @@ TEST_F(WrappedEffect, MissingAndSharedChannelsAreReplacedOverTheWholeOfALongBloc
 // Level 0x33, Switch 0xFF, Long 0x00, Beyond 0xCC; no component state.
 const std::string kState{"\0\0\0\0\0\0\0\0\4\0\0\0\0\0\0\0\x33\xFF\0\xCC", 20};
 
-TEST_F(WrappedEffect, StateIsTwoLittleEndianSizesAndTheTwoStatesThatGoToTheirHalves)
+TEST_F(WrappedEffect, AStateIsTwoLittleEndianSizesAndTheStatesOfComponentAndController)
 {
     host.set(0, 0.2f);
     host.set(2, 0.0f);
     host.set(3, 0.8f);
-    EXPECT_EQ(host.chunk(), kState) << "values that wait for the controller belong to the state";
+    EXPECT_EQ(host.chunk(), kState) << "values pending for the controller are part of the state";
     plugin.componentState = "abc";
     EXPECT_EQ(host.chunk(), '\3' + kState.substr(1, 15) + "abc" + kState.substr(16));
     host.restore(host.chunk() + "rest");
@@ -420,10 +421,10 @@ TEST_F(WrappedEffect, StateIsTwoLittleEndianSizesAndTheTwoStatesThatGoToTheirHal
     EXPECT_EQ(host.controller->restored, kState.substr(16));
     host.restore(std::string("\2\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0de", 18));
     EXPECT_EQ(host.component->restored, "de");
-    EXPECT_EQ(host.controller->statesGiven, 1) << "an absent part was handed on";
+    EXPECT_EQ(host.controller->statesGiven, 1) << "setState was called for an absent part";
 }
 
-TEST_F(WrappedEffect, ARestoredStateIsInForceBeforeTheNextBlockAndIsNoAutomation)
+TEST_F(WrappedEffect, ARestoredStateAppliesBeforeTheNextBlockAndIsNotReportedAsAutomation)
 {
     host.block();
     host.set(0, 0.9f);
@@ -433,11 +434,11 @@ TEST_F(WrappedEffect, ARestoredStateIsInForceBeforeTheNextBlockAndIsNoAutomation
     EXPECT_EQ(host.get(3), 0.8f);
     host.call(effEditIdle);
     EXPECT_EQ(host.controller->getParamNormalized(kLevelId), 0.2)
-        << "an older host value came back";
+        << "an older value from the host replaced the restored one";
     ASSERT_EQ(host.log.size(), 1u);
     EXPECT_EQ(host.log[0].opcode, audioMasterUpdateDisplay);
     host.controller->edit(kLevelId, 0.5);
-    EXPECT_EQ(host.timesAsked(audioMasterAutomate), 1) << "edits stay silent after a restore";
+    EXPECT_EQ(host.timesAsked(audioMasterAutomate), 1) << "edits go unreported after a restore";
 }
 
 TEST_F(WrappedEffect, StatesCutOffAnywhereOrWithSizesThatDoNotFitChangeNothing)
@@ -445,7 +446,7 @@ TEST_F(WrappedEffect, StatesCutOffAnywhereOrWithSizesThatDoNotFitChangeNothing)
     host.block();
     plugin.componentState = "abc";
     const std::string full = host.chunk();
-    // Copies of just that size, so that a read past their end is found out.
+    // Copies of exactly that size, so that the sanitizer sees a read past their end.
     for (std::size_t size = 0; size < full.size(); ++size)
         host.restore(std::vector<char>(full.begin(), full.begin() + static_cast<long>(size)));
     for (std::size_t byte = 0; byte < 16; ++byte)

@@ -1,5 +1,5 @@
-// What a host shows of a position against what is heard there, step by step, for every parameter
-// that has steps; and the latency.
+// The text that a host shows for a position against the value in the processor, for every step of
+// every stepped parameter; and the latency.
 #include "../params/ParameterDisplay.h"
 #include "CInfo.h"
 #include "ProcessorProbe.h"
@@ -17,7 +17,7 @@ std::string twoDecimals(double value)
     return text;
 }
 
-// A left parameter of the first strips, and what it is right and in the secondary strips.
+// The ids of one parameter in all four strips, given that of the first left one.
 std::vector<ParamID> inEveryStrip(ParamID left)
 {
     return {left, left + 1, left + (kProcL2 - kProcL), left + (kProcR2 - kProcL)};
@@ -84,7 +84,8 @@ TEST_F(ParameterDisplay, FrequenciesAreThoseInForceAtEveryStep)
             }
 }
 
-// Band gains show tenths of a decibel and act in quarters; drive and output act as they show.
+// Band gains are shown in tenths of a decibel and applied in quarters; drive and output are applied
+// as shown.
 TEST_F(ParameterDisplay, LevelsAreThoseInForceAtEveryStep)
 {
     using Strip = StripProcessorT46;
@@ -122,7 +123,7 @@ TEST_F(ParameterDisplay, LevelsAreThoseInForceAtEveryStep)
         }
 }
 
-// Without equaliser strips and oversampling the samples come out as they went in.
+// Without equaliser strips and oversampling the output equals the input.
 TEST_F(ParameterDisplay, SelectorsAreWhatIsHeard)
 {
     const float l = 0.5f, r = 0.125f;
@@ -130,7 +131,7 @@ TEST_F(ParameterDisplay, SelectorsAreWhatIsHeard)
         Processor processor(192000.0);
         for (auto* strip : {&processor.eqStripL, &processor.eqStripR})
             strip->reset();
-        processor.set(kBpsCh1, 1.0);  // so that Mid/Side takes the gain off one half of the other
+        processor.set(kBpsCh1, 1.0);  // channel 1, left or mid, is unprocessed
         processor.set(kQB11, 1.0);
         processor.set(kPhaseR, 1.0);
         processor.set(id, position);

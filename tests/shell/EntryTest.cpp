@@ -1,4 +1,4 @@
-// The entry functions, linked in: what a host gets of them, and the factory behind them.
+// The entry functions, linked in: the effects they make and the factory behind them.
 #include "EntryPoints.h"
 #include "PluginFactory.h"
 
@@ -30,7 +30,7 @@ VstIntPtr hostOfVersion(AEffect* effect, VstInt32 opcode, VstInt32 index, VstInt
 
 }  // namespace
 
-// One test for one order of events: the factory is there once and for all.
+// A single test, since the factory lives until the process ends: the order of the calls matters.
 TEST(Entry, MakesEffectsThatShareOneFactoryWhichOutlivesThem)
 {
     for (int i = 0; i < 3; ++i) {
@@ -58,8 +58,8 @@ TEST(Entry, MakesEffectsThatShareOneFactoryWhichOutlivesThem)
     EXPECT_EQ(factory->countClasses(), 2);
 }
 
-// Hosts find the classes of their projects by these.
-TEST(Factory, NamesItsTwoClassesAsTheSystemOrdersTheirBytes)
+// Hosts' projects refer to the classes by these identifiers.
+TEST(Factory, StoresItsClassIdentifiersInTheSystemsByteOrder)
 {
     using namespace Steinberg;
     IPluginFactory* factory = getFactory();
@@ -67,7 +67,7 @@ TEST(Factory, NamesItsTwoClassesAsTheSystemOrdersTheirBytes)
     ASSERT_EQ(gPluginFactory->getClassInfo2(0, &processor), kResultOk);
     EXPECT_STREQ(processor.category, "Audio Module Class");
 #ifdef _WIN32
-    // 6F75E1E9 4807310A ... as Windows orders the parts of an identifier.
+    // 6F75E1E9 4807310A ... in the byte order of a Windows GUID.
     const unsigned char bytes[] = {0xE9, 0xE1, 0x75, 0x6F, 0x07, 0x48, 0x0A, 0x31};
 #else
     const unsigned char bytes[] = {0x6F, 0x75, 0xE1, 0xE9, 0x48, 0x07, 0x31, 0x0A};

@@ -1,4 +1,4 @@
-// The oversampling stages against their definition: every bit, in every form that the machine can
+// The oversampling stages against their definition, bit for bit, in every form that the machine can
 // run.
 #include "Oversampling.h"
 
@@ -33,7 +33,7 @@ double ofSize(Random& random, int smallest, int binades)
     return std::ldexp(uniform(random), smallest + static_cast<int>(random() % 4096) % binades);
 }
 
-// Sums whose terms differ widely in size show a changed order of additions at once.
+// Terms of widely different size make a changed order of additions visible.
 const Signal kSignals[] = {
     {"noise", uniform},
     {"1e-40", [](Random& random) { return uniform(random) * 1e-40; }},
@@ -46,8 +46,8 @@ const Signal kSignals[] = {
      }},
 };
 
-// Every second one is a sum over the last `half` samples that takes the newest once more in place
-// of one at the far end; the others are the sample of half / 2 steps ago.
+// Even outputs are a symmetric sum over the last `half` samples, in which the newest sample also
+// stands in for the one at the far end; odd outputs are the scaled sample of half / 2 steps ago.
 Samples doubled(const Samples& in, const double* taps, std::size_t half)
 {
     Samples out;
@@ -62,7 +62,7 @@ Samples doubled(const Samples& in, const double* taps, std::size_t half)
     return out;
 }
 
-// Each last one of `factor` outputs of a low-pass that starts with the sample before.
+// A low-pass, delayed by one sample, of whose outputs every `factor`th is kept.
 Samples lowered(const Samples& in, const double* half, std::size_t factor)
 {
     Samples out;
@@ -84,8 +84,8 @@ void expectSameBits(const Samples& got, const Samples& wanted, const char* where
             << where << ", sample " << i << " is " << got[i] << ", not " << wanted[i];
 }
 
-// A long signal in sub-blocks of changing length. What goes down is a signal of its own, not what
-// came up.
+// Runs a long signal in sub-blocks of varying length. The decimation gets a signal of its own, not
+// the output of the interpolation.
 void compare(Oversampling& oversampling, int mode, bool stereo, const Signal& signal)
 {
     SCOPED_TRACE(std::string(signal.name) + (stereo ? ", stereo" : ", mono") + ", mode "
@@ -130,7 +130,7 @@ class OversamplingTest : public testing::TestWithParam<ProcessingForm> { };
 
 }  // namespace
 
-// One object goes through all cases: after clear() nothing is left of the case before.
+// One object for all cases: clear() must remove all state of the previous case.
 TEST_P(OversamplingTest, GivesEveryBitOfTheDirectForm)
 {
     Oversampling oversampling(GetParam());
@@ -148,11 +148,11 @@ const ProcessingForms kForms;
 INSTANTIATE_TEST_SUITE_P(Forms, OversamplingTest, testing::ValuesIn(kForms.begin(), kForms.end()),
                          [](const auto& form) { return std::string(nameOf(form.param)); });
 
-TEST(ProcessingForms, AreThoseThatLinuxReports)
+TEST(ProcessingForms, AreThoseThatLinuxReportsAsSupported)
 {
     std::ifstream file("/proc/cpuinfo");
     if (!file)
-        GTEST_SKIP() << "no Linux to ask";
+        GTEST_SKIP() << "needs Linux";
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     const auto has = [&](const char* flag) { return text.find(flag) != std::string::npos; };
     ASSERT_TRUE(has(" sse2 "));

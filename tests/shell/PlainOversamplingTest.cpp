@@ -30,7 +30,7 @@ double magnitude(const std::vector<double>& taps, double cyclesPerSample)
 
 }  // namespace
 
-TEST(Interpolator, TapsAreHalfBandWithTheirSumLeftAsItIs)
+TEST(Interpolator, TapsAreHalfBandAndTheirSumIsNotNormalised)
 {
     const PlainOversampling oversampling;
     const struct {
@@ -69,9 +69,9 @@ TEST(Decimator, TablesMeetTheirEdgesRippleAndSum)
         const std::vector<double> taps = wholeFilter(design.half);
         SCOPED_TRACE(design.sum);
         ASSERT_EQ(taps.size(), 255u);
-        // To all digits: a changed tap changes the sum.
+        // Tight, so that any changed tap shows in the sum.
         EXPECT_NEAR(std::accumulate(taps.begin(), taps.end(), 0.0), design.sum, 1e-12);
-        // The edges are rounded outwards by up to 5e-5, so the ripple holds just inside them.
+        // The edges are rounded outwards by up to 5e-5, so the ripple is checked just inside them.
         for (double f = 0.0; f <= design.passEdge - 1e-4; f += 1e-4)
             ASSERT_NEAR(magnitude(taps, f), 1.0, design.ripple * 1.02) << f;
         for (double f = design.stopEdge + 1e-4; f <= 0.5; f += 1e-4)

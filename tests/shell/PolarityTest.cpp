@@ -1,5 +1,5 @@
-// Polarity flips at the quietest sample that can be found: in the whole block, by the host's own
-// buffer, outside Mid/Side operation; in the sub-block otherwise.
+// Polarity flips at the quietest sample: of the whole block, in the host's own buffer, outside
+// Mid/Side operation; of the sub-block otherwise.
 #include "ProcessorProbe.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@ using namespace probe;
 namespace {
 
 // At 192 kHz nothing is oversampled, and without equaliser strips and at 0 dB the pre-amplifier
-// leaves the samples alone, so that only the polarity is heard.
+// leaves the samples unchanged, so that only the polarity affects the output.
 struct Bare : Processor {
     Bare() : Processor(192000.0)
     {
@@ -20,7 +20,7 @@ struct Bare : Processor {
     }
 };
 
-// From which sample on the signal is inverted; its length if nowhere.
+// The index from which the signal is inverted; its length if nowhere.
 std::ptrdiff_t flipOf(const Signal& before, const Signal& after)
 {
     const auto flip =
@@ -30,7 +30,7 @@ std::ptrdiff_t flipOf(const Signal& before, const Signal& after)
     return flip;
 }
 
-// Between the two channels and mid and side.
+// Converts left and right to mid and side (factor 0.5) and back (factor 1).
 std::vector<Signal> sumAndDifference(const std::vector<Signal>& x, float factor)
 {
     std::vector<Signal> y = x;
@@ -43,13 +43,13 @@ std::vector<Signal> sumAndDifference(const std::vector<Signal>& x, float factor)
 
 }  // namespace
 
-TEST(Polarity, FlipsWhereEachChannelIsQuietestAloneAndWhereTheirSumIsTogether)
+TEST(Polarity, FlipsAtTheQuietestSampleOfOneChannelOrOfTheSumOfBoth)
 {
     enum { kRight = 3, kBoth = 7, kLeft = 11, kNever = 99 };
     using Settings = std::vector<std::pair<ParamID, double>>;
     const struct {
         const char* name;
-        Settings settings;  // a block each
+        Settings settings;  // each applied in a block of its own
         int left, right;
         int waitLeft, waitRight;
     } rows[] = {
@@ -75,11 +75,11 @@ TEST(Polarity, FlipsWhereEachChannelIsQuietestAloneAndWhereTheirSumIsTogether)
                     processor.flush();
                 }
                 std::vector<Signal> strips(2, Signal(length, 0.5f));
-                for (const std::size_t next : {0u, 1u}) {  // the first of two equal ones counts
+                for (const std::size_t next : {0u, 1u}) {  // of two equal samples the first counts
                     strips[0][kLeft + next] = strips[1][kRight + next] = 0.125f;
                     strips[0][kBoth + next] = strips[1][kBoth + next] = 0.25f;
                 }
-                // The second block has no minimum, and changes nothing.
+                // The second block is constant and must not flip again.
                 for (const bool first : {true, false}) {
                     const auto n = static_cast<std::ptrdiff_t>(strips[0].size());
                     const auto in = midSide ? sumAndDifference(strips, 0.5f) : strips;
@@ -100,9 +100,9 @@ TEST(Polarity, FlipsWhereEachChannelIsQuietestAloneAndWhereTheirSumIsTogether)
             }
 }
 
-// Of a mono input the host's buffer changes once, and the right strip waits; sub-blocks of a stereo
-// output have two channels that flip together.
-TEST(Polarity, OfAMonoInputFlipsOnce)
+// With a mono input the host's buffer is inverted once and the right strip's change stays pending;
+// with a stereo output and sub-blocks, both channels flip together.
+TEST(Polarity, FlipsAMonoInputOnce)
 {
     for (const std::size_t out : {std::size_t{1}, std::size_t{2}})
         for (const std::size_t length : {std::size_t{16}, std::size_t{17}}) {

@@ -7,7 +7,7 @@ using namespace probe;
 
 namespace {
 
-// A queue whose points cannot be had, for all that it leaves behind.
+// A queue that announces a point but fails to return it, though it writes a value.
 struct BrokenQueue : ParameterValueQueue {
     using ParameterValueQueue::ParameterValueQueue;
     int32 PLUGIN_API getPointCount() override { return 1; }
@@ -28,7 +28,7 @@ struct BrokenChanges : ParameterChanges {
     BrokenQueue broken{kPower};
 };
 
-// A host that wants no reports.
+// A host that accepts no output parameter changes.
 struct NoReports : ParameterChanges {
     IParamValueQueue* PLUGIN_API addParameterData(const ParamID&, int32&) override
     {
@@ -48,7 +48,7 @@ TEST(Intake, OnlyTheLastPointOfABlockCountsWhateverItsOffset)
     EXPECT_EQ(processor.channelMode, 1);
 
     int32 index = 0;
-    processor.changes.addParameterData(kChannel, index);  // a queue without points
+    processor.changes.addParameterData(kChannel, index);  // an empty queue
     processor.set(58, 1.0);
     processor.set(1000, 1.0);
     processor.set(kLatency, 1.0);
@@ -82,7 +82,7 @@ TEST(Intake, ChangesThatCannotBeReadAreSkippedOneByOne)
     EXPECT_EQ(processor.channelMode, 1);
 }
 
-// Also where the value is the one in force.
+// Even if the value does not change.
 TEST(Intake, EveryArrivalOfAStageSwitchStartsTheGainGlidesAnew)
 {
     for (const ParamID id : {kQB11, k2x, kTrfoDsL, kTrfoDsR, kAmpDsbL, kAmpDsbR}) {

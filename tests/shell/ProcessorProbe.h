@@ -1,4 +1,4 @@
-// The processor with its protected members open to tests, and the host calls that drive it.
+// The processor with its protected members made public, and the host calls that drive it.
 #pragma once
 
 #include "Noise.h"
@@ -59,13 +59,13 @@ public:
         changes.addParameterData(id, index)->addPoint(offset, value, index);
     }
 
-    // Runs one block of any channel counts; outputs are new, inputs may change.
+    // Processes one block of any channel counts and returns the outputs; inputs may change.
     std::vector<Signal> block(std::vector<Signal>& in, std::size_t channelsOut)
     {
         return inPieces(in, {static_cast<int>(in.front().size())}, channelsOut);
     }
 
-    // Runs a whole signal in blocks of the given lengths, over and over.
+    // Processes a whole signal in blocks whose lengths cycle through the given ones.
     std::vector<Signal> render(std::vector<Signal> in, const std::vector<int>& blockLengths,
                                std::size_t channelsOut = 2)
     {
@@ -77,7 +77,7 @@ public:
         AudioBusBuffers inBus, outBus;
         inBus.numChannels = static_cast<int32>(in.size());
         inBus.channelBuffers32 = in.data();
-        // Silence is neither heeded nor announced.
+        // Silence flags are neither read nor written.
         inBus.silenceFlags = outBus.silenceFlags = 3;
         outBus.numChannels = static_cast<int32>(out.size());
         outBus.channelBuffers32 = out.data();

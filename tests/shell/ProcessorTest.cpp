@@ -1,4 +1,4 @@
-// The processor's rates, buses, block loop and what a listener hears of them.
+// The processor's rates, buses, block loop and channel modes.
 #include "ProcessorProbe.h"
 
 #include <gtest/gtest.h>
@@ -95,7 +95,7 @@ TEST(Buses, AreAsRequestedWhereAcceptedAndStereoWhereRefused)
     }
 }
 
-TEST(Blocks, AnyCuttingOfTheStreamGivesTheSameBits)
+TEST(Blocks, AnyBlockLengthsGiveTheSameBits)
 {
     const std::vector<Signal> in = stereoNoise(5000);
     for (const double rate : {48000.0, 96000.0, 192000.0}) {
@@ -129,9 +129,9 @@ TEST(Blocks, AnEmptyBlockTakesParametersAndTouchesNoSample)
     processor.run({guard, guard}, {guard, guard + 1}, 0);
     EXPECT_EQ(processor.powerOn, 0);
     EXPECT_EQ(guard[0], -7.0f);
-    EXPECT_EQ(processor.reports.getParameterCount(), 1) << "the latency goes out all the same";
+    EXPECT_EQ(processor.reports.getParameterCount(), 1) << "the latency is reported all the same";
 
-    // Nor does one that lacks the buses of a side.
+    // Nor does a block that lacks the input or the output buses.
     AudioBusBuffers bus;
     ProcessData data;
     data.numSamples = 4;
@@ -198,8 +198,8 @@ TEST(Channels, SelectionTakesTheNearestPositionAndStereoBeyondTheLast)
                 << row.position;
 }
 
-// A mono track sounds as a stereo one with the same signal in both channels.
-TEST(Channels, MonoSoundsAsTwoEqualChannelsDo)
+// Mono gives the output of stereo with the same signal in both channels.
+TEST(Channels, MonoEqualsStereoWithTwoEqualChannels)
 {
     const Signal in = noise(600, 4);
     for (const double power : {0.0, 1.0})

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks that a Windows library moves wide registers to and from memory without asking for
-# alignment. Its stack is aligned to 16 bytes only: an aligned move of 32 or 64 would end the host.
+# Checks that a Windows library has no aligned moves between wide registers and memory. The stack
+# there is aligned to 16 bytes only, so an aligned move of 32 or 64 bytes would crash the host.
 # Usage: check_vector_moves.sh LIBRARY
 set -euo pipefail
 code=$(x86_64-w64-mingw32-objdump -d --no-show-raw-insn "$1")

@@ -1,5 +1,5 @@
-// A window with an instance's editor in it, and a mouse that moves there without a hand: its events
-// are sent to the window that the editor has put into this one, whatever else is on the screen.
+// A window with an instance's editor, and synthetic mouse input: events are sent directly to the
+// editor's child window, whatever else is on the screen.
 #pragma once
 
 #include "HostError.h"
@@ -8,7 +8,7 @@
 
 class EditorWindow {
 public:
-    // Throws where there is no display, or the plug-in shows nothing.
+    // Throws HostError without a display, or if the editor does not open.
     explicit EditorWindow(host::NativePlugin& owner)
         : plugin(owner), rect(rectOf(owner)), window({0, 0}, rect.right, rect.bottom)
     {
@@ -20,7 +20,7 @@ public:
     EditorWindow(const EditorWindow&) = delete;
     EditorWindow& operator=(const EditorWindow&) = delete;
 
-    // Takes the size that the plug-in has asked for, if it has.
+    // Takes the size that the plug-in has requested, if any.
     void follow()
     {
         const host::HostReports reports = plugin.reports();
@@ -32,7 +32,7 @@ public:
     int width() const { return rect.right; }
 
     enum class Act { Move, Press, Release, WheelUp, WheelDown };
-    // Coordinates of the editor.
+    // x and y are relative to the editor.
     void send(Act act, int x, int y);
 
 private:
@@ -48,5 +48,5 @@ private:
     host::NativePlugin& plugin;
     ERect rect;
     HostWindow window;
-    bool held = false;  // the left button
+    bool held = false;  // the left button is down
 };

@@ -1,4 +1,4 @@
-// Input on Windows, put into the queue, which the host's idle calls empty.
+// Input on Windows, posted to the message queue, which the host's idle calls process.
 #include "EditorWindow.h"
 
 #include <windows.h>

@@ -19,7 +19,7 @@ void EditorWindow::send(Act act, int x, int y)
         XFree(children);
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     XEvent event{};
-    // Motion has these fields at the same places, and instead of the button a hint: none.
+    // A motion event has the same layout, with is_hint (0) in place of the button.
     XButtonEvent& mouse = event.xbutton;
     mouse.type = act == Act::Move ? MotionNotify
         : act == Act::Release     ? ButtonRelease
@@ -38,6 +38,6 @@ void EditorWindow::send(Act act, int x, int y)
     held = act == Act::Press || (held && act != Act::Release);
     if (child)
         XSendEvent(display, child, False, NoEventMask, &event);
-    // The plug-in's own connection may end the window next, and be served first.
+    // Otherwise the server may first destroy the window at the request of the plug-in's connection.
     XSync(display, True);
 }

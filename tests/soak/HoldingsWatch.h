@@ -1,5 +1,5 @@
-// What the process holds: its memory over the time, and everything at the moments when the library
-// is unloaded, at which nothing of it may be left.
+// Leak checks: the process's memory over time, and heap, descriptors and threads whenever the
+// library is unloaded.
 #pragma once
 
 #include "Run.h"
@@ -10,11 +10,10 @@
 
 class HoldingsWatch {
 public:
-    // The samples' own memory must not count.
+    // Reserved, so that the samples themselves do not count as growth.
     explicit HoldingsWatch(Run& shared) : run(shared) { samples.reserve(50000); }
 
-    // All instances are closed, and the library is unloaded. The first time is what later ones are
-    // held against.
+    // To be called while the library is unloaded. The first call is the reference for later ones.
     void atRest()
     {
         last = holdingsAtRest();
@@ -23,20 +22,20 @@ public:
         for (std::size_t i = 0; i < last.size(); ++i)
             if (last[i] > first[i] + kKinds[i].allowed)
                 run.fail(textOf("unloading %d", rests - 1),
-                         textOf("%lld %s, where there were %lld at the first unloading and %lld "
-                                "more are granted",
+                         textOf("%lld %s; %lld at the first unloading, and at most %lld more are "
+                                "allowed",
                                 last[i], kKinds[i].what, first[i], kKinds[i].allowed));
     }
 
-    // In even distances of time.
+    // To be called at regular intervals.
     void sample()
     {
         if (samples.size() < samples.capacity())
             samples.push_back(static_cast<double>(memoryHeld()) / (1024.0 * 1024.0));
     }
 
-    // Steady growth shows twice in the difference of the last two thirds' means. Under sanitizers
-    // memory that is given back is kept for a while, to tell late uses.
+    // Steady growth over the last two thirds is twice the difference of their means. Sanitizers
+    // keep freed memory for a while, to detect uses after free.
     void judgeGrowth()
     {
         const auto third = static_cast<std::ptrdiff_t>(samples.size() / 3);
@@ -48,8 +47,8 @@ public:
         growth = 2.0 * difference / static_cast<double>(third);
         if (growth > run.growthMiB)
             run.fail("the end",
-                     textOf("the process has grown by %.1f MiB after the first third of its time, "
-                            "where %.1f MiB are granted",
+                     textOf("the process has grown by %.1f MiB after the first third of its time; "
+                            "%.1f MiB are allowed",
                             growth, run.growthMiB));
     }
 
@@ -65,8 +64,8 @@ public:
     double mebibytes() const { return samples.empty() ? 0.0 : samples.back(); }
 
 private:
-    // In the order of Holdings, and how much of it system libraries may take for good at their
-    // first use, and not again.
+    // In the order of Holdings, with the growth allowed for what system libraries allocate once at
+    // their first use.
     static constexpr struct {
         const char* what;
         long long allowed;

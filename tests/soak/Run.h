@@ -1,4 +1,4 @@
-// What every part of a run shares: what it is asked for, what was found, and chance.
+// What all parts of a run share: options, findings and random numbers.
 #pragma once
 
 #include <atomic>
@@ -18,14 +18,14 @@ struct Run {
     std::vector<int> blockSizes{16, 32, 64, 100, 128, 256, 441, 512, 1024, 2048, 4096};
     int audioThreads = 2;
     bool editors = false;
-    double growthMiB = 32.0;    // that the process may gain after its first third
-    double hangSeconds = 30.0;  // that a thread may stand still
+    double growthMiB = 32.0;    // allowed growth of the process after its first third
+    double hangSeconds = 30.0;  // a thread without progress for longer hangs
 
     std::atomic<int> failures{0};
     std::atomic<bool> interrupted{false};
 
-    // From any thread: prints the seed, the step and what was seen there. The first ones only; a
-    // fault comes seldom alone.
+    // From any thread: prints the seed, the step and the finding. Only the first ones are printed,
+    // since one fault often causes many.
     void fail(const std::string& step, const std::string& seen)
     {
         constexpr int kMostPrinted = 12;
@@ -47,10 +47,10 @@ __attribute__((format(printf, 1, 2))) inline std::string textOf(const char* patt
     return text;
 }
 
-// Chance that comes out the same for the same seed on every system.
+// Random numbers, the same for the same seed on every system.
 class Dice {
 public:
-    // Each stream of a seed is a row of its own.
+    // Each stream of a seed is an independent sequence.
     Dice(std::uint32_t seed, std::uint32_t stream)
     {
         std::seed_seq sequence{seed, stream};

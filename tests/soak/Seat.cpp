@@ -1,4 +1,3 @@
-// A seat's instances, and the calls that a host makes only while it is stopped.
 #include "Seat.h"
 
 #include <algorithm>
@@ -47,7 +46,7 @@ void Seat::change(const Setup& wanted)
         plugin->stopProcess();
         plugin->mainsOff();
         if (!plugin->setSpeakerArrangement(setup.channels[0], setup.channels[1]))
-            fail("the plug-in refuses an arrangement that it has");
+            fail("the plug-in refuses an arrangement that it supports");
         plugin->setSampleRate(setup.rate);
         plugin->setBlockSize(setup.blockSize);
         plugin->mainsOn();

@@ -1,7 +1,8 @@
-// A place in the host's session: one instance of the plug-in, or twins, which must never differ.
+// A slot of the host's session: one instance of the plug-in, or twins (two instances with the same
+// parameters and input, whose output must be equal).
 //
-// A seat is played by one audio thread. The user's thread stops it, as a host does, around whatever
-// must not happen during processing; what may happen at any time, it does at any time.
+// One audio thread processes a seat. The user's thread stops it, as a host does, for calls that
+// must not happen during processing; it makes all other calls at any time.
 #pragma once
 
 #include "EditorWindow.h"
@@ -20,8 +21,8 @@
 
 constexpr VstInt32 kParameters = kPresetParamCount;
 
-// Short blocks turn the polarity at another place of the chain than long ones: twins, whose blocks
-// differ, leave it alone.
+// Short blocks invert the polarity elsewhere in the chain than long ones, so twins, whose block
+// sizes differ, do not change it.
 constexpr bool isPolarity(VstInt32 id)
 {
     return id == kPhaseL || id == kPhaseR;
@@ -44,13 +45,13 @@ public:
 
     // --- The audio thread ---
 
-    // Some parameters, then one stretch of up to two blocks that takes no changes. False while the
-    // seat is stopped. Nothing is allocated, unless something has gone wrong.
+    // Changes some parameters, then processes a stretch of up to two blocks without changes. False
+    // while the seat is stopped. Does not allocate except to report a failure.
     bool play();
 
     // --- The user's thread ---
 
-    // While it lives nothing is processed here.
+    // No processing while an object of this class exists.
     struct Stopped {
         explicit Stopped(Seat& seat) : stopped(seat)
         {
@@ -66,32 +67,32 @@ public:
         }
         Seat& stopped;
     };
-    // Something is about to change the sound, or has just changed it: silence starts anew.
+    // Call before and after anything that changes the output: the time of silence restarts.
     void touch() { ++touches; }
     void fail(const std::string& seen) { run.fail(step(), seen); }
 
     // --- With the seat stopped ---
 
-    // Makes the instances, in a setup by chance, and switches them on. Throws HostError.
+    // Creates the instances with a random setup and activates them. Throws HostError.
     void open(Dice& dice);
     void close();
-    // Off, into this setup, and on.
+    // Deactivates, applies the setup, activates.
     void change(const Setup& setup);
-    // Twins must hold the same settings, bit for bit.
+    // The states of twins must be equal, bit for bit.
     void compareTwins(const char* after);
 
     const int number;
     const bool twins;
     Setup setup{};
-    std::vector<std::unique_ptr<host::NativePlugin>> plugins;  // none while closed
+    std::vector<std::unique_ptr<host::NativePlugin>> plugins;  // empty while closed
     std::unique_ptr<EditorWindow> editor;                      // of the first one
-    std::atomic<bool> quiet{false};  // silence is played and waits for its end
-    const char* lastState = "none";  // that was loaded with the seat stopped
+    std::atomic<bool> quiet{false};  // plays silence until the output has decayed
+    const char* lastState = "none";  // last loaded while stopped
 
-    // Of the audio thread; for all after it has ended.
+    // Written by the audio thread; others may read after it has ended.
     std::atomic<long long> blocks{0};
     long long twinSamples = 0, silences = 0;
-    double longestShare = 0.0;  // block, as a share of its real time
+    double longestShare = 0.0;  // longest time of a block / its real time
     float loudest = 0.0f;
 
 private:

@@ -1,4 +1,4 @@
-// What is played to a seat, and the checks on its sound.
+// The input of a seat, and the checks on its output.
 #include "Seat.h"
 
 #include <algorithm>
@@ -8,7 +8,7 @@
 namespace {
 
 // With the amplifiers switched off, six bands of up to 17 dB, 16 dB of output gain and the 6 dB of
-// "Middle" can stand on top of each other: 124 dB. What grows without bound passes that soon.
+// "Middle" can add up to 124 dB. An unstable filter soon exceeds that.
 constexpr float kBound = 1.6e6f;
 
 // The slowest filter, at 5 Hz, falls by 1 / e in 32 ms: from the bound above to the level below
@@ -36,7 +36,7 @@ bool Seat::play()
         automate();
     for (std::vector<float>& channel : source)
         std::generate_n(channel.begin(), samples, [this] { return signal.sample(dice); });
-    // Changes take effect with a block: the first one after them is the same for twins.
+    // Changes take effect at a block's start: the first block after them is equal for twins.
     const int firstPiece = std::min({samples, blockSize, dice.between(1, 60)});
     for (std::size_t instance = 0; instance < plugins.size(); ++instance)
         playTo(instance, samples, firstPiece);
@@ -47,7 +47,7 @@ bool Seat::play()
 void Seat::chooseSignal(double seconds)
 {
     if (signalLeft <= 0.0) {
-        // Ends of silences that were disturbed count as none.
+        // A silence that was disturbed is not counted.
         quiet = dice.oneIn(6);
         signal.kind =
             quiet ? TestSignal::Kind::Silence : static_cast<TestSignal::Kind>(dice.below(kSignals));
@@ -59,7 +59,7 @@ void Seat::chooseSignal(double seconds)
     signalLeft -= seconds;
 }
 
-// Both twins get the same, in the same order.
+// Both twins get the same changes in the same order.
 void Seat::automate()
 {
     const bool all = dice.oneIn(40);
@@ -67,8 +67,8 @@ void Seat::automate()
         const VstInt32 id = all ? i : dice.below(kParameters);
         float value = dice.position();
         if (dice.oneIn(4))
-            value = std::round(value * 9.0f) / 9.0f;  // ends and steps included
-        // Left to themselves these would keep all else from being heard most of the time.
+            value = std::round(value * 9.0f) / 9.0f;  // includes ends and steps
+        // Uniform values of these would bypass everything else most of the time.
         if (id == kPower)
             value = dice.oneIn(12) ? 0.0f : 1.0f;
         if (id == kBpsCh1 || id == kBpsCh2)
@@ -99,7 +99,7 @@ void Seat::playPiece(std::size_t instance, int offset, int samples)
     Stereo& out = outputs[instance];
     float* from[2] = {in[0].data() + offset, in[1].data() + offset};
     float* to[2] = {out[0].data() + offset, out[1].data() + offset};
-    // Where input and output are one memory, the sound must be the same.
+    // Processing in place must give the same output.
     const int shared = dice.oneIn(4) ? setup.channels[0] : 0;
     std::copy_n(from, shared, to);
     if (dice.oneIn(50))
@@ -115,11 +115,11 @@ void Seat::playPiece(std::size_t instance, int offset, int samples)
 
     const double realTime = samples / setup.rate;
     longestShare = std::max(longestShare, processor / realTime);
-    // A neighbour on the machine may hold a thread up at any moment; what the thread itself does,
-    // or waits for, is the plug-in's own.
+    // Other processes may preempt the thread at any moment, so only processor time counts; unless
+    // the thread waited, which is the plug-in's doing.
     if ((waited ? clock : processor) > realTime + kBlockPatience)
-        fail(textOf("a block of %d samples took %.1f ms, %.1f ms of that on a processor%s; its "
-                    "real time is %.1f ms",
+        fail(textOf("a block of %d samples took %.1f ms, %.1f ms of processor time%s; its real "
+                    "time is %.1f ms",
                     samples, 1e3 * clock, 1e3 * processor, waited ? ", and waited" : "",
                     1e3 * realTime));
     for (std::size_t channel = 0; channel < static_cast<std::size_t>(shared); ++channel)
@@ -142,7 +142,7 @@ void Seat::judge(int samples)
             }
     loudest = std::max(loudest, peak);
     if (peak > kBound)
-        fail(textOf("an output of %g, where at most %g can be right", static_cast<double>(peak),
+        fail(textOf("an output of %g; the largest possible one is %g", static_cast<double>(peak),
                     static_cast<double>(kBound)));
     judgeSilence(samples / setup.rate, peak);
     if (twins)

@@ -1,4 +1,4 @@
-// What the soak asks of the system it runs on.
+// Process and thread statistics of the operating system.
 #pragma once
 
 #include <array>
@@ -10,26 +10,26 @@ constexpr bool kSanitized = true;
 constexpr bool kSanitized = false;
 #endif
 
-// What the process holds at this moment; -1 for what the system does not tell: bytes handed out by
-// the allocator, open files and connections (on Windows handles), threads.
+// Resources that the process uses now; -1 for an unknown count: bytes allocated on the heap, open
+// descriptors (on Windows handles), threads.
 using Holdings = std::array<long long, 3>;
 
-// Bytes that count against this process alone. Quick enough to be asked every few seconds.
+// Private memory of the process, in bytes. Fast enough to be called every second.
 long long memoryHeld();
-// Other threads may run, but not allocate.
+// Other threads may run, but must not allocate.
 Holdings holdingsAtRest();
 
-// Loads the libraries of the system that hosts have by themselves and that leave something behind
-// when they go with the plug-in.
+// Loads system libraries that every host has loaded anyway and that leak when they are unloaded
+// with the plug-in.
 void loadHostsLibraries();
 
-// The longest that any block may take beyond its own real time, in seconds. It is long, for the
-// time in which a virtual machine stands still may count as the thread's.
+// How much longer than its real time a block may take, in seconds. Generous, since time in which a
+// virtual machine is paused may count as the thread's.
 extern const double kBlockPatience;
-// What the calling thread has used in all its life.
+// Usage by the calling thread since it started.
 struct ThreadUse {
-    double processor;  // seconds; on Windows by the clock, in which neighbours have their turns
-    long waits;        // times it gave its processor up by itself: for a lock, a file, a sleep
+    double processor;  // processor time in seconds; on Windows wall-clock time
+    long waits;        // voluntary context switches: for a lock, a file, a sleep
 };
 ThreadUse threadUse();
 

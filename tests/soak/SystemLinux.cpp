@@ -1,4 +1,4 @@
-// Linux: /proc, the allocator's own count, and the clocks of a thread.
+// Linux: /proc, mallinfo2, and thread clocks.
 #include "System.h"
 
 #include <filesystem>
@@ -19,7 +19,7 @@ long long entriesOf(const char* folder)
 
 }  // namespace
 
-// Resident pages without those of files.
+// Resident pages that are not backed by files.
 long long memoryHeld()
 {
     long long size = 0, resident = 0, shared = 0;
@@ -29,7 +29,7 @@ long long memoryHeld()
 
 Holdings holdingsAtRest()
 {
-    // Sanitizers bring an allocator of their own.
+    // Sanitizers replace the allocator.
     const struct mallinfo2 heap = mallinfo2();
     return {kSanitized ? -1 : static_cast<long long>(heap.uordblks + heap.hblkhd),
             entriesOf("/proc/self/fd"), entriesOf("/proc/self/task")};

@@ -1,15 +1,15 @@
-// Windows: counts of the process, a walk through its heaps, and the clock. Wine leaves some of the
-// counts at 0; what can be counted by hand is.
+// Windows: process counters, heap walks and the clock. Wine leaves some of the counters at 0; where
+// possible they are counted here instead.
 #include "System.h"
 
 #include <vector>
 
 #include <windows.h>
-// After it, since they rely on its types.
+// After windows.h, whose types it needs.
 #include <psapi.h>
 #include <tlhelp32.h>
 
-const double kBlockPatience = 10.0;  // by the clock, in which neighbours have their turns
+const double kBlockPatience = 10.0;  // wall-clock time, which includes other processes
 
 namespace {
 
@@ -79,15 +79,14 @@ Holdings holdingsAtRest()
     return {heapBytes(), countHandles(), countThreads()};
 }
 
-// With Wine's file dialogs its print spooler comes and goes, and each time leaves a mutex.
+// Wine's file dialogs load its print spooler, which leaks a mutex each time it is unloaded.
 void loadHostsLibraries()
 {
     LoadLibraryW(L"comctl32.dll");
     LoadLibraryW(L"comdlg32.dll");
 }
 
-// A thread's processor time comes in steps of some milliseconds, and whether it has waited is not
-// told.
+// Windows reports processor time of threads in steps of some milliseconds, and no waits.
 ThreadUse threadUse()
 {
     return {clockSeconds(), 0};

@@ -1,4 +1,4 @@
-// What is played to an instance: now this, now that.
+// Test signals: noise, bursts, noise with non-finite samples, silence.
 #pragma once
 
 #include "Run.h"
@@ -9,7 +9,7 @@
 struct TestSignal {
     enum class Kind { Noise, Bursts, Poison, Silence, Count };
 
-    // Within -1 to 1; of Poison some are no numbers at all.
+    // -1 to 1; with Kind::Poison some are NaN, infinite or denormal.
     float sample(Dice& dice)
     {
         using Limits = std::numeric_limits<float>;

@@ -1,4 +1,3 @@
-// The user's turn, and what he does to an instance.
 #include "User.h"
 
 #include "BankFormat.h"
@@ -10,14 +9,13 @@
 
 namespace {
 
-// In front of the bank's image: the sizes of two states, 64 bits each, and the controller's prefix.
+// Before the bank's image: the sizes of both states, 64 bits each, and the controller's prefix.
 constexpr std::size_t kImageAt = 2 * 8 + kStatePrefix.size();
 constexpr std::size_t kHeadersEnd = kImageAt + kFileHeaderSize;
-// In the image's header, 32 bits, of which the lowest byte suffices.
+// 32 bits in the image's header; writing the lowest byte suffices.
 constexpr std::size_t kCurrentPresetAt = kImageAt + FileHeader::kCurrentAt;
 
-// From here down the editor has the row of the presets, whose menu and file dialogs wait for
-// somebody to answer.
+// Below this lies the row of preset keys, whose menu and file dialogs would wait for an answer.
 constexpr int kSafeHeight = 450;
 
 constexpr std::ptrdiff_t kMostEditors = 4;
@@ -33,7 +31,7 @@ User::User(Run& shared, Whereabouts& where) : run(shared), whereabouts(where), d
         {"states loaded", 16, &User::load},
         {"damaged states loaded", 6, &User::loadDamaged},
         {"setups changed", 18, &User::change},
-        {"instances closed and made anew", 3, &User::reopen},
+        {"instances closed and reopened", 3, &User::reopen},
     };
     if (run.editors) {
         actions.push_back({"editors opened or closed", 4, &User::openOrCloseEditor});
@@ -55,7 +53,7 @@ void User::turn()
     for (int deeds = dice.between(1, 5); deeds > 0; --deeds) {
         Seat& seat = *dice.of(seats);
         Action& action = *dice.of(wheel);
-        // A seat that waits for the end of its silence is mostly left to it.
+        // A seat that waits for its output to decay is mostly left alone.
         if ((seat.quiet && !dice.oneIn(12)) || (action.wantsEditor && (seat.twins || !seat.editor)))
             continue;
         whereabouts.now(action.name, seat.number);
@@ -65,10 +63,10 @@ void User::turn()
     idle();
 }
 
-// What a host does between two events.
+// A host's idle calls.
 void User::idle()
 {
-    // One idle call empties the thread's queue of messages, for all.
+    // One idle call processes the thread's message queue, for all instances.
     seats.front()->plugins.front()->idle();
     for (const auto& seat : seats) {
         whereabouts.now("idle", seat->number);
@@ -84,7 +82,7 @@ void User::idle()
 
 void User::closeAll()
 {
-    // A host that ends a session stops it first.
+    // A host that closes a session stops it first.
     std::vector<std::unique_ptr<Seat::Stopped>> stopped;
     for (const auto& seat : seats)
         stopped.push_back(std::make_unique<Seat::Stopped>(*seat));
@@ -105,7 +103,7 @@ void User::openAll()
 
 void User::automate(Seat& seat)
 {
-    // Twins take their parameters at the head of one and the same stretch, on the audio thread.
+    // Twins get their parameters on the audio thread, at the start of the same stretch.
     if (seat.twins)
         return;
     seat.touch();
@@ -135,7 +133,7 @@ void User::read(Seat& seat)
 void User::save(Seat& seat)
 {
     constexpr std::size_t kKept = 6;
-    // While it plays; twins are compared when they stand still.
+    // During processing; twins are compared only while stopped.
     Bytes state = seat.plugins.front()->bankChunk();
     if (state.size() != factory.size())
         return seat.fail("a state of " + std::to_string(state.size()) + " bytes, at first it had "
@@ -146,8 +144,8 @@ void User::save(Seat& seat)
         dice.of(saved) = std::move(state);
 }
 
-// Twins turn their polarity back at once, before they play. With the seat stopped, or for a single
-// instance at any time.
+// For twins the polarity is reset before they process the state. Twins must be stopped; a single
+// instance may be processing.
 void User::give(Seat& seat, const Bytes& state)
 {
     for (const auto& plugin : seat.plugins) {
@@ -158,7 +156,8 @@ void User::give(Seat& seat, const Bytes& state)
     }
 }
 
-// One that was saved, or the factory's with another preset. It must be there at once, whole.
+// Loads a saved state, or a fresh one with another preset selected. It must apply completely and at
+// once.
 void User::load(Seat& seat)
 {
     Bytes state = dice.of(saved);
@@ -167,7 +166,7 @@ void User::load(Seat& seat)
         state[kCurrentPresetAt] = static_cast<std::uint8_t>(dice.below(kPresetCount));
     }
     if (!seat.twins && dice.oneIn(2)) {
-        // While it plays.
+        // During processing.
         seat.touch();
         give(seat, state);
         return seat.touch();
@@ -176,16 +175,16 @@ void User::load(Seat& seat)
     give(seat, state);
     seat.lastState = "whole";
     if (!seat.twins && seat.plugins.front()->bankChunk() != state)
-        seat.fail("a state that was loaded is another when saved again");
+        seat.fail("a state changes when it is loaded and saved again");
     seat.compareTwins("loading a state");
 }
 
-// What makes no sense must change nothing; what does by chance must be as good as any.
+// Invalid states must change nothing; one that is valid by chance must work as any other.
 void User::loadDamaged(Seat& seat)
 {
     const Seat::Stopped stopped(seat);
-    // Of a state that is too short, the rest is what the instance last had in its buffer: let twins
-    // have the same there.
+    // A state that is too short is completed by the previous contents of the instance's buffer,
+    // which must be equal for twins.
     Bytes before;
     for (const auto& plugin : seat.plugins)
         before = plugin->bankChunk();
@@ -196,18 +195,19 @@ void User::loadDamaged(Seat& seat)
         const Bytes after = plugin->bankChunk();
         if (state.size() < factory.size() && !seat.twins && after != before)
             seat.fail("the first " + std::to_string(state.size())
-                      + " bytes of a state are taken for one");
+                      + " bytes of a state are accepted");
         if (after.size() != factory.size())
             seat.fail("a state of " + std::to_string(after.size()) + " bytes after damaged ones");
         plugin->setBankChunk(after);
         if (plugin->bankChunk() != after)
-            seat.fail("after damaged bytes a state is another when saved again");
+            seat.fail("after a damaged state, a state changes when it is loaded and saved again");
     }
     read(seat);
     seat.compareTwins("loading a damaged state");
 }
 
-// Cut off, or other bits: everywhere, in the sizes and the header, or here and there.
+// Cuts the state short, or changes random bits: everywhere, in the sizes and the header, or in a
+// few places.
 User::Bytes User::damaged(Bytes state)
 {
     const int kind = dice.below(4);
@@ -223,7 +223,7 @@ User::Bytes User::damaged(Bytes state)
     return state;
 }
 
-// Off and on, most often with something else about the setup.
+// Deactivates and activates, mostly with a changed setup.
 void User::change(Seat& seat)
 {
     const Seat::Stopped stopped(seat);
@@ -257,13 +257,13 @@ void User::openOrCloseEditor(Seat& seat)
     seat.touch();
 }
 
-// As automation of the two switches does it.
+// Through the two switches that select the layout, as automation does.
 void User::resizeEditor(Seat& seat)
 {
     seat.plugins.front()->setParameter(dice.oneIn(2) ? kQB11 : k2x, dice.oneIn(2) ? 1.0f : 0.0f);
 }
 
-// Another size, or a drag, a click or a turn of the wheel somewhere over the controls.
+// Resizes the editor, or drags, clicks or turns the wheel somewhere over the controls.
 void User::useEditor(Seat& seat)
 {
     using Act = EditorWindow::Act;
@@ -284,14 +284,14 @@ void User::useEditor(Seat& seat)
         }
         editor.send(Act::Release, x, y);
     }
-    // The plug-in hears of it on this thread.
+    // Delivers the events to the plug-in on this thread.
     seat.plugins.front()->idle();
     seat.touch();
 }
 
 void User::tryOneEditor()
 {
-    // The last seat is a single one wherever there is one at all.
+    // The last seat is a single instance if there is any.
     Seat& seat = *seats.back();
     openOrCloseEditor(seat);
     for (int turns = 0; turns < 120; ++turns) {

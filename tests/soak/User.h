@@ -1,5 +1,5 @@
-// The thread of the host's user interface: everything that a user, or the host for him, does to the
-// instances while they play.
+// The host's user interface thread: everything that a user, or the host on the user's behalf, does
+// to the instances while they process audio.
 #pragma once
 
 #include "Seat.h"
@@ -13,20 +13,20 @@ class User {
 public:
     using Bytes = std::vector<std::uint8_t>;
 
-    // Takes the seats, of every four instances two as twins. Throws HostError when the plug-in, or
-    // a display for its editors, is not there.
+    // Creates the seats; of every four instances two are twins. Throws HostError without the
+    // plug-in or, for editors, without a display.
     User(Run& run, Whereabouts& whereabouts);
 
-    // Some deeds by chance, and a turn of everything that lives on this thread.
+    // Some random actions, and the idle calls of this thread.
     void turn();
-    // Opens an editor, makes it as wide as it gets, and closes it: what libraries of the system
-    // load and keep for editors, they have from then on.
+    // Opens an editor, widens it fully and closes it, so that system libraries have made their
+    // one-time allocations for editors.
     void tryOneEditor();
     // Closes all instances, so that the library is unloaded.
     void closeAll();
     void openAll();
 
-    // A line for each kind of deed: how often it was done.
+    // Prints how often each kind of action was done.
     void print() const;
 
     std::vector<std::unique_ptr<Seat>> seats;
@@ -36,7 +36,7 @@ private:
         const char* name;
         std::size_t weight;
         void (User::*act)(Seat& seat);
-        bool wantsEditor = false;  // for a single instance that has one open
+        bool wantsEditor = false;  // only for a single instance with an open editor
         long long times = 0;
     };
 
@@ -62,7 +62,7 @@ private:
     Whereabouts& whereabouts;
     Dice dice;
     std::vector<Action> actions;
-    std::vector<Action*> wheel;  // as many of each as it weighs
+    std::vector<Action*> wheel;  // each action as often as its weight
     Bytes factory;               // the state of a fresh instance
     std::vector<Bytes> saved;    // the latest few
 };

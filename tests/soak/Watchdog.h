@@ -1,4 +1,4 @@
-// Ends the process when one of its threads stands still.
+// Ends the process when one of its threads makes no progress.
 #pragma once
 
 #include "Run.h"
@@ -8,9 +8,9 @@
 #include <deque>
 #include <thread>
 
-// Where a thread is, told by itself.
+// A thread's progress, reported by the thread itself.
 struct Whereabouts {
-    // `what` is a literal.
+    // `what` must be a string literal.
     void now(const char* what, int seatNumber)
     {
         doing = what;
@@ -22,12 +22,12 @@ struct Whereabouts {
     std::atomic<int> seat{-1};
     std::atomic<long long> steps{0};
 
-    // Of the watchdog.
+    // Used only by the watchdog.
     long long stepsSeen = -1;
     double still = 0.0;  // seconds
 };
 
-// A thread that looks every half second whether the others have got on.
+// A thread that checks every half second whether the other threads have progressed.
 class Watchdog {
 public:
     // The last of the threads is the user's.
@@ -57,9 +57,9 @@ private:
                 run.fail(textOf("%s, step %lld",
                                 &each == &watched.back() ? "the user's thread" : "an audio thread",
                                 now),
-                         textOf("has stood still for %.0f s at '%s', seat %d", each.still,
+                         textOf("no progress for %.0f s at '%s', seat %d", each.still,
                                 each.doing.load(), each.seat.load()));
-                // What hangs would hang an orderly end as well.
+                // A regular exit would wait for the hanging thread.
                 std::_Exit(1);
             }
         }

@@ -1,5 +1,5 @@
-// zkrt46-soak: lets instances of the built plug-in live for a while as they would in a host, and
-// watches them.
+// zkrt46-soak: runs instances of the built plug-in as a host would for a given time, and checks
+// their output and resources.
 #include "HoldingsWatch.h"
 #include "User.h"
 #include "Watchdog.h"
@@ -20,7 +20,7 @@ constexpr int kBadInput = 2;
 
 Run run;
 
-// The first wish to end is taken in order, the second one at once.
+// First SIGINT: finish regularly; second: exit at once.
 void interrupt(int signal)
 {
     std::signal(signal, SIG_DFL);
@@ -33,7 +33,7 @@ public:
 
     void live()
     {
-        // A crash leaves the seed, too.
+        // Printed and flushed first, so that the seed is known after a crash.
         std::printf("%d instances on %zu seats, %d audio threads, editors %s, %.4g minutes, "
                     "seed %u\n",
                     run.instances, user.seats.size(), run.audioThreads, run.editors ? "on" : "off",
@@ -50,7 +50,7 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    // The last one watched is the user's thread.
+    // The watchdog's last entry is the user's thread.
     void play(std::size_t thread)
     {
         const auto step = static_cast<std::size_t>(run.audioThreads);
@@ -75,7 +75,7 @@ private:
 
     void soak()
     {
-        // What anything takes for good at its first use, it takes now.
+        // Warm-up: one-time allocations happen before measuring.
         loadHostsLibraries();
         for (begun = Clock::now(); seconds() < 1.0 && !run.mustEnd();)
             user.turn();
@@ -139,7 +139,7 @@ private:
         const std::pair<const char*, double> rows[]{
             {"blocks played", static_cast<double>(blocks)},
             {"samples in which twins were compared", static_cast<double>(twinSamples)},
-            {"times silence came out in the end", static_cast<double>(silences)},
+            {"silences reached at the output", static_cast<double>(silences)},
             {"loudest sample", loudest},
             {"longest block / its real time", longest},
         };
@@ -147,7 +147,7 @@ private:
             std::printf("  %-40s %14.10g\n", what, value);
         holdings.print();
         if (run.interrupted)
-            std::puts("Ended by hand.");
+            std::puts("Interrupted.");
         if (run.failures > 0)
             std::printf("%d FAILURES, seed %u\n", run.failures.load(), run.seed);
         else
@@ -166,26 +166,24 @@ private:
 
 int main(int argc, char** argv)
 {
-    CLI::App app("Lets instances of the plug-in live as in a host, for as long as wanted, and "
-                 "watches them. It works with the settings of whoever runs it; scripts/soak.sh "
-                 "gives it settings of its own.",
+    CLI::App app("Runs instances of the plug-in as a host would for a given time, and checks them. "
+                 "It uses the settings of the user who runs it; scripts/soak.sh gives it settings "
+                 "of its own.",
                  "zkrt46-soak");
-    app.allow_windows_style_options(false);  // a path may begin with a stroke
+    app.allow_windows_style_options(false);  // a path may begin with a slash
     app.option_defaults()->always_capture_default();
     app.add_option("library", run.library, "The built plug-in")->required();
-    app.add_option("--instances", run.instances, "How many live at once")
-        ->check(CLI::Range(1, 500));
-    app.add_option("--minutes", run.minutes, "For how long")->check(CLI::Range(0.01, 1e6));
+    app.add_option("--instances", run.instances, "Number of instances")->check(CLI::Range(1, 500));
+    app.add_option("--minutes", run.minutes, "Duration of the run")->check(CLI::Range(0.01, 1e6));
     app.add_option("--seed", run.seed,
-                   "Repeats the deeds of an earlier run, though not how its threads met");
+                   "Repeats the actions of an earlier run, but not the timing of its threads");
     app.add_option("--blocks", run.blockSizes, "The block sizes to choose from, in samples")
         ->delimiter(',')
         ->check(CLI::Range(1, 65536));
     app.add_option("--threads", run.audioThreads, "Audio threads")->check(CLI::Range(1, 64));
-    app.add_flag("--editor", run.editors, "Open editors, too, in windows");
-    app.add_option("--growth", run.growthMiB,
-                   "MiB that the process may gain after its first third");
-    app.add_option("--hang", run.hangSeconds, "Seconds that a thread may stand still")
+    app.add_flag("--editor", run.editors, "Also open editors in windows");
+    app.add_option("--growth", run.growthMiB, "Allowed growth in MiB after the first third");
+    app.add_option("--hang", run.hangSeconds, "Seconds without progress after which a thread hangs")
         ->check(CLI::Range(1.0, 1e6));
     try {
         app.parse(argc, argv);

@@ -1,1 +1,1 @@
-// Carries the precompiled headers of the tests.
+// The source file of the tests' precompiled headers.

@@ -1,17 +1,17 @@
-// What the tests need of a system: a host's window on the screen, and a user's hands on mouse and
-// keyboard, whose input takes the whole way through the system.
+// A host's window on the screen, and synthetic mouse and keyboard input that passes through the
+// whole system as a user's does.
 #pragma once
 
 #include "vstgui/platform/pixels.h"
 
 #include <string>
 
-// A pixel of the screen.
+// A pixel position on the screen.
 struct Place {
     int x, y;
 };
 
-// Without decoration.
+// A window without decoration.
 class HostWindow {
 public:
     HostWindow(Place corner, int width, int height);
@@ -19,42 +19,42 @@ public:
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
 
-    // As effEditOpen wants it.
+    // The parent argument of effEditOpen.
     void* handle() const { return window; }
     void resize(int width, int height);
-    // As hosts do that do not ask first.
+    // Destroys the window without closing the editor first, as some hosts do.
     void destroy();
-    // The same in the midst of whatever the host's thread is doing; from any other one.
+    // The same from another thread, whatever the host's thread is doing.
     void destroyFromOutside();
-    // As hosts have it while their window is in front.
+    // Gives the window the keyboard focus.
     void takeKeyboard();
-    // Key presses that came here since the last question.
+    // Key presses that the window got since the previous call.
     int keysHeard();
-    // Of the window that stands in this one; 0 when there is none.
+    // Width of the child window; 0 if there is none.
     int childWidth() const;
-    // Paints over the window that stands in this one, without its knowing.
+    // Paints over the child window without invalidating it.
     void paintChildOver() const;
 
 private:
     void* window;
 };
 
-// From any thread; a colour a pixel, opaque.
+// From any thread; opaque pixels.
 VSTGUI::Pixels screenshot(Place corner, int width, int height);
 
-// The host's share of the system's message loop: never waits for long.
+// Processes the host's pending messages; never waits for long.
 void turnMessageLoop();
 
-// The title of the window that has the keyboard, and what a message box there says; always empty
-// where the system has no dialogs of its own. And the field there that is waiting for a text.
+// The title of the window that has the keyboard, the text of a message box there (both empty if the
+// system has no dialogs of its own), and setting the text of its edit field.
 std::string titleInFront();
 std::string messageInFront();
 void fillFieldInFront(const std::string& text);
 
-// The colour of paintChildOver.
+// The colour that paintChildOver uses.
 const VSTGUI::CColor kScribble(255, 0, 255);
 
-// The hands; to be used on another thread than the host's, for menus and dialogs keep that busy.
+// User input; to be called on another thread than the host's, which menus and dialogs block.
 namespace hands {
 
 enum class Button { Left, Right };
@@ -64,7 +64,7 @@ void movePointer(Place where);
 void button(Button which, bool down);
 void wheel(bool up);
 void key(Key which, bool down);
-// ASCII.
+// ASCII only.
 void type(const std::string& text);
 
 }  // namespace hands

@@ -1,4 +1,3 @@
-// A window of Windows, input by SendInput, and reading the screen.
 #include "HostWindow.h"
 
 #include <utility>
@@ -7,7 +6,7 @@
 using VSTGUI::CColor;
 using VSTGUI::Pixels;
 
-// The toolkit asks for it; pictures of the tests come from files.
+// The toolkit's module handle; null, since the tests' pictures come from files.
 void* hInstance = nullptr;
 
 namespace {
@@ -55,8 +54,8 @@ HostWindow::HostWindow(Place corner, int width, int height) : window(nullptr)
     RegisterClassW(&description);
     window = CreateWindowExW(0, kClass, L"Host", WS_POPUP | WS_CLIPCHILDREN, corner.x, corner.y,
                              width, height, nullptr, nullptr, description.hInstance, nullptr);
-    // Shown first and activated then, Wine keeps the window away from window managers and from
-    // waiting for one.
+    // Shown first and activated afterwards, so that Wine leaves the window unmanaged and does not
+    // wait for a window manager.
     ShowWindow(asWindow(window), SW_SHOWNOACTIVATE);
     SetForegroundWindow(asWindow(window));
     turnMessageLoop();
@@ -182,11 +181,11 @@ namespace hands {
 
 void movePointer(Place where)
 {
-    // The whole screen is 65536 wide and high; aim at the middle of the pixel.
+    // SendInput's coordinates: the screen is 65536 wide and high. Aims at the pixel's centre.
     const int width = GetSystemMetrics(SM_CXSCREEN), height = GetSystemMetrics(SM_CYSCREEN);
     sendMouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, (where.x * 65536 + 32768) / width,
               (where.y * 65536 + 32768) / height, 0);
-    // Wine moves the pointer of the X server, too, and hears of that a little later.
+    // Wine also moves the X server's pointer and is notified of that a little later.
     Sleep(8);
 }
 

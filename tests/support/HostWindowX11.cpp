@@ -1,4 +1,3 @@
-// An X window, input by the server's test extension, and reading the screen.
 #include "HostWindow.h"
 
 #include <X11/Xlib.h>
@@ -206,7 +205,7 @@ void type(const std::string& text)
 {
     for (const char character : text) {
         const bool shifted = character >= 'A' && character <= 'Z';
-        // ASCII characters are their own symbols.
+        // The keysyms of ASCII characters equal the characters.
         const auto symbol = static_cast<KeySym>(static_cast<unsigned char>(character));
         if (shifted)
             pressKey(XK_Shift_L, true);

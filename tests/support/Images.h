@@ -1,4 +1,4 @@
-// The bytes of files and stored settings with some presets in them.
+// Builds the bytes of bank and preset images from presets.
 #pragma once
 
 #include "BankFormat.h"

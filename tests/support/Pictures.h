@@ -1,5 +1,6 @@
-// Comparing what is shown with reference pictures, pixel for pixel. They serve both systems, whose
-// letters are masked. With ZKR_RENEW_PICTURES set, what is shown becomes the reference.
+// Compares windows with reference pictures, pixel for pixel. The references serve both systems, so
+// texts, which differ, are masked. With ZKR_RENEW_PICTURES set, the shown picture becomes the
+// reference.
 #pragma once
 
 #include "Png.h"
@@ -20,7 +21,7 @@
 #include <string>
 #include <vector>
 
-// Empty when there is no such file.
+// Empty if the file is missing.
 inline VSTGUI::Pixels readPng(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
@@ -37,15 +38,15 @@ inline VSTGUI::Pixels readPng(const std::string& path)
     return surface->readPixels();
 }
 
-// Where the systems' own letters stand, which differ: the preset's name and, in the wide layouts,
-// the hint, in an editor of this width.
+// The rectangles of system-rendered text in an editor of this width: the preset's name and, in the
+// wide layouts, the hint.
 inline std::vector<VSTGUI::CRect> textsOfEditor(int width)
 {
     const double hint = width == 894 ? 520 : 395;
     return {{139, 488, 255, 504}, {hint, 488, hint + 215, 504}};
 }
 
-// How far two colours are apart, of 255.
+// The largest difference of two colours in a channel, 0 to 255.
 inline int furthestChannel(const VSTGUI::CColor& a, const VSTGUI::CColor& b)
 {
     return std::max({std::abs(a.red - b.red), std::abs(a.green - b.green),
@@ -53,11 +54,11 @@ inline int furthestChannel(const VSTGUI::CColor& a, const VSTGUI::CColor& b)
 }
 
 struct Difference {
-    int pixels = 0;      // that differ by more than 1 of 255 in a channel
-    VSTGUI::CRect area;  // around those pixels
+    int pixels = 0;      // number that differs by more than 1 of 255 in a channel
+    VSTGUI::CRect area;  // bounds of those pixels
 };
 
-// All of the larger one where the sizes differ. Pixels inside the masks are not looked at.
+// If the sizes differ, all pixels of the larger one. Pixels inside the masks are ignored.
 inline Difference difference(const VSTGUI::Pixels& a, const VSTGUI::Pixels& b,
                              const std::vector<VSTGUI::CRect>& masks = {})
 {
@@ -77,8 +78,8 @@ inline Difference difference(const VSTGUI::Pixels& a, const VSTGUI::Pixels& b,
     return found;
 }
 
-// Where a text stands on one colour, as the toolkit draws it in its usual font: the left upper
-// corner of its capitals.
+// Finds a text that the toolkit has drawn in its usual font on one colour: the upper left corner of
+// its capitals.
 inline std::optional<VSTGUI::CPoint> findText(const VSTGUI::Pixels& shown, const std::string& text,
                                               const VSTGUI::CColor& colour,
                                               const VSTGUI::CColor& back)

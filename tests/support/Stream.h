@@ -1,4 +1,3 @@
-// Sound through a VST 2 plug-in.
 #pragma once
 
 #include "Plugin.h"
@@ -9,8 +8,8 @@
 
 using Signal = std::vector<float>;
 
-// Streams the channels of `in` through the plug-in in blocks of one length and returns the channels
-// that come out.
+// Processes the channels of `in` with a VST 2 plug-in in blocks of one length and returns its
+// output channels.
 inline std::vector<Signal> stream(host::Plugin& plugin, std::vector<Signal> in, int block = 512)
 {
     const auto channelsOut = static_cast<std::size_t>(plugin.fields().numOutputs);

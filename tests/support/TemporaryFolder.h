@@ -1,4 +1,4 @@
-// An empty folder that goes with the test; no two tests on a machine share one.
+// An empty folder that is removed after the test; no two tests on a machine share one.
 #pragma once
 
 #include <filesystem>
@@ -9,7 +9,7 @@
 
 class TemporaryFolder {
 public:
-    // The name ends in "name" (UTF-8), for tests of paths that are hard to spell.
+    // The folder's name ends in `name` (UTF-8), for tests of paths with special characters.
     explicit TemporaryFolder(const std::string& name = "")
     {
         std::random_device dice;
@@ -18,7 +18,7 @@ public:
                 / std::filesystem::u8path("zkrt46-" + std::to_string(dice()) + name);
         while (!std::filesystem::create_directory(folder));
     }
-    // Leaves it first, if the process has come to work in it.
+    // Leaves it first if it is the working folder.
     ~TemporaryFolder()
     {
         std::filesystem::current_path(start);
@@ -28,7 +28,7 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     const std::filesystem::path& path() const { return folder; }
-    // UTF-8.
+    // The path of an entry, UTF-8.
     std::string operator/(const std::string& name) const
     {
         return (folder / std::filesystem::u8path(name)).u8string();

@@ -1,9 +1,9 @@
-// How often a test repeats what only happens when two threads meet.
+// How often a test repeats a race between two threads.
 #pragma once
 
 #include <cstdlib>
 
-// 2000, or what ZKR_TIMES asks for.
+// ZKR_TIMES, or 2000.
 inline int times()
 {
     const char* const asked = std::getenv("ZKR_TIMES");

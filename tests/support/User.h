@@ -1,4 +1,4 @@
-// A user at work in a host's windows, on a thread beside the host's.
+// Scripts of user input in a host's windows, run on a thread beside the host's.
 #pragma once
 
 #include "HostWindow.h"
@@ -10,7 +10,7 @@
 #include <string>
 #include <thread>
 
-// Turns a loop until the condition holds; false after half a minute.
+// Runs a loop until the condition holds; false after half a minute.
 inline bool turnUntil(const std::function<bool()>& condition, const std::function<void()>& turn)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
@@ -20,13 +20,12 @@ inline bool turnUntil(const std::function<bool()>& condition, const std::functio
     return true;
 }
 
-// The actions, in the order of a script. Two clicks on one place are never taken for a double
-// click.
+// The actions of a script. Two clicks on one place are spaced so that they are no double click.
 class User {
 public:
     using Button = hands::Button;
 
-    // Works through the script while the host's loop goes on.
+    // Runs the script while the host's loop goes on.
     static void act(const std::function<void(User&)>& script, const std::function<void()>& turn)
     {
         std::atomic<bool> done{false};
@@ -70,7 +69,7 @@ public:
         press(from);
         for (int step = 1; step <= kSteps; ++step)
             moveTo({from.x + dx * step / kSteps, from.y + dy * step / kSteps});
-        // A slow machine may otherwise hear of the button before the last step.
+        // Otherwise a slow machine may process the release before the last step.
         pause(40);
         release();
     }
@@ -84,7 +83,7 @@ public:
         hands::key(which, true);
         hands::key(which, false);
     }
-    // With the pointer where it is to act already.
+    // The pointer must be in place already.
     void holdingControl(const std::function<void()>& action)
     {
         pause(kEntering);
@@ -104,8 +103,8 @@ public:
     }
 
 private:
-    // ms: where the pointer enters a window, Wine sets its keys and its place to those of the X
-    // server, of which it hears a little later.
+    // ms. When the pointer enters a window, Wine takes key and pointer state from the X server,
+    // with a delay.
     static constexpr int kEntering = 60;
 
     static inline Place lastPlace{};

@@ -1,11 +1,11 @@
-// How much of a host's memory each operation of VST 2 may fill.
+// The buffer size of each VST 2 operation.
 #pragma once
 
 #include "vst2interface.h"
 
 #include <cstddef>
 
-// Bytes, terminators included; 0 for an operation that writes nothing.
+// Bytes that an operation may write, terminators included; 0 if it writes nothing.
 inline std::size_t roomOf(VstInt32 opcode)
 {
     constexpr struct {

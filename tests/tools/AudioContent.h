@@ -1,4 +1,4 @@
-// The samples of whole audio files.
+// Reads all samples of audio files.
 #pragma once
 
 #include "AudioFile.h"

@@ -1,4 +1,4 @@
-// Files that appear whole or not at all, and samples that survive them.
+// Files are written completely or not at all, and samples are read back unchanged.
 #include "AudioContent.h"
 #include "Complaint.h"
 #include "Noise.h"
@@ -17,7 +17,7 @@ namespace {
 
 using namespace tool;
 
-// Stands for a full disk: writes beyond the limit fail.
+// Simulates a full disk: writes beyond the limit fail.
 std::string complaintWithin(rlim_t bytes, const std::function<void()>& action)
 {
     rlimit before;
@@ -29,7 +29,7 @@ std::string complaintWithin(rlim_t bytes, const std::function<void()>& action)
     return said;
 }
 
-TEST(OutputFile, ReplacesWhollyOrNotAtAll)
+TEST(OutputFile, ReplacesAFileCompletelyOrNotAtAll)
 {
     TemporaryFolder folder;
     const std::string path = folder / "real.csv";
@@ -58,14 +58,14 @@ TEST(OutputFile, ReplacesWhollyOrNotAtAll)
     EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.csv"));
     struct stat status;
     stat(path.c_str(), &status);
-    EXPECT_EQ(status.st_mode & 0777u, 0640u) << "the file keeps its permissions";
-    EXPECT_EQ(folder.count(), 3) << "the temporary files are gone";
+    EXPECT_EQ(status.st_mode & 0777u, 0640u) << "the permissions changed";
+    EXPECT_EQ(folder.count(), 3) << "a temporary file is left";
 }
 
 TEST(AudioFile, AFullDiskAtAnyPointLeavesNoFile)
 {
     const std::vector<float> sound = noise(20000, 1);
-    // About 40000 bytes in each: the last limits bite only when the file is being finished.
+    // About 40000 bytes in each: the largest limits take effect only when the file is closed.
     for (const char* name : {"a.wav", "a.aif", "a.flac"}) {
         TemporaryFolder folder;
         writeAudio(folder / name, sound, SampleFormat::Int16);
@@ -81,10 +81,10 @@ TEST(AudioFile, AFullDiskAtAnyPointLeavesNoFile)
     }
 }
 
-TEST(AudioFile, SamplesComeBackToTheBitAndEqualWritesAreEqualFiles)
+TEST(AudioFile, SamplesAreReadBackExactlyAndEqualWritesGiveEqualFiles)
 {
     TemporaryFolder folder;
-    // Every one a whole number of 16-bit steps.
+    // Multiples of a 16-bit step.
     std::vector<float> samples{0.0f,   1.0f / 32768.0f,     -1.0f / 32768.0f,    0.5f,
                                -0.75f, 32767.0f / 32768.0f, 12345.0f / 32768.0f, -1.0f};
     std::vector<std::string> files;
@@ -96,7 +96,7 @@ TEST(AudioFile, SamplesComeBackToTheBitAndEqualWritesAreEqualFiles)
                 EXPECT_EQ(readAudio(folder / name), samples) << name;
                 files.push_back(contentOf(folder / name));
             }
-        sleep(round == 0 ? 2 : 0);  // a time of writing would show in whole seconds
+        sleep(round == 0 ? 2 : 0);  // a timestamp in the file would have a resolution of seconds
     }
     EXPECT_TRUE(std::equal(files.begin(), files.begin() + 10, files.begin() + 10));
     const std::vector<float> floats{1e-30f, -3.5f, 0.1f};
@@ -108,14 +108,14 @@ TEST(AudioFile, SamplesComeBackToTheBitAndEqualWritesAreEqualFiles)
     writeAudio(folder / "empty.wav", {}, SampleFormat::Int24);
     EXPECT_EQ(AudioReader(folder / "empty.wav").frames(), 0);
 
-    // What lies outside full scale is limited, and counted.
+    // Samples outside full scale are clipped and counted.
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float infinity = std::numeric_limits<float>::infinity();
     const std::vector<float> hot{1.0f, -1.0f, 1.5f, -1.5f, infinity, -infinity, nan};
     AudioWriter writer(folder / "hot.wav", 44100, 1, SampleFormat::Int16, 7);
     writer.write(hot.data(), 7);
     writer.commit();
-    EXPECT_EQ(writer.clipped(), 5) << "all but -1, which is the lowest sample there is, and NaN";
+    EXPECT_EQ(writer.clipped(), 5) << "all but NaN and -1, the lowest sample";
     const float top = 32767.0f / 32768.0f;
     EXPECT_EQ(readAudio(folder / "hot.wav"),
               (std::vector<float>{top, -1.0f, top, -1.0f, top, -1.0f, 0.0f}));
@@ -148,7 +148,7 @@ TEST(AudioFile, RefusesWhatAFormatCannotHold)
     EXPECT_EQ(folder.count(), 0);
 }
 
-TEST(AudioFile, RefusesWhatItCannotReadAsMusic)
+TEST(AudioFile, RefusesFilesThatAreNotReadableAudio)
 {
     TemporaryFolder folder;
     writeContent(folder / "text.wav", "this is no audio");

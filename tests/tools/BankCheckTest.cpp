@@ -1,4 +1,4 @@
-// The messages for faulty files, and that they agree with the readers of the plug-in.
+// The messages for faulty files, and their agreement with the plug-in's own readers.
 #include "BankCheck.h"
 #include "HandMadeImages.h"
 #include "PresetFile.h"
@@ -43,8 +43,8 @@ enum Image { kPreset, kBank, kState, kBigEndian, kZeros };
 const std::uint32_t kNan = 0x7FC00000, k2 = 0x40000000, kMinusQuarter = 0xBE800000,
                     kXs = 0x78787878;
 
-// Words that are put over four bytes of an image, which they may end; or, where the word is `kCut`,
-// the image is cut off or prolonged there.
+// 32-bit words to write into an image at an offset; kCut instead sets the image's length to that
+// offset.
 constexpr std::uint32_t kCut = 0xC0C0C0C0;
 constexpr std::size_t kAnywhere = 0xFFFFFFFF;
 struct Patch {
@@ -109,9 +109,9 @@ const Row kRows[]{
 };
 // clang-format on
 
-TEST(BankCheck, NamesTheFaultTheByteAndTheConsequence)
+TEST(BankCheck, ReportsTheFaultItsOffsetAndItsConsequence)
 {
-    // Of a state neither start nor size is looked at, so that zeros are one.
+    // The reader of states checks neither magic nor size, so zeros are a valid state.
     const Bytes images[]{goodPreset(), goodBank(), handmade::stateOf(goodBank()),
                          handmade::goodPreset(1, true), Bytes(8 + 48617)};
     for (const Image image : {kPreset, kBank, kState})
@@ -135,7 +135,7 @@ TEST(BankCheck, NamesTheFaultTheByteAndTheConsequence)
         EXPECT_TRUE(std::any_of(report.findings.begin(), report.findings.end(), isTheOne))
             << (report.findings.empty() ? "nothing" : report.findings.front().text);
     }
-    // What is too much to list is counted.
+    // Findings beyond the longest list are counted.
     Bytes bytes = goodBank();
     for (std::size_t id = 0; id < 58; ++id)
         put(bytes, kPreset5 + 192 + id * 32, k2);
@@ -144,8 +144,8 @@ TEST(BankCheck, NamesTheFaultTheByteAndTheConsequence)
     EXPECT_EQ(report.findings.back().text, "and 48 more values outside 0 to 1");
 }
 
-// What becomes of an image, by the readers of the plug-in alone; and the image that it would write
-// of what it read.
+// The outcome of loading an image with the plug-in's readers, and the image that the plug-in would
+// then write.
 Outcome readerSays(const Bytes& bytes, Bytes& written)
 {
     const ByteView image{bytes.data(), bytes.size()};
@@ -178,8 +178,8 @@ Outcome readerSays(const Bytes& bytes, Bytes& written)
     return taken ? Outcome::Taken : Outcome::Undone;
 }
 
-// Findings are there exactly where the image is not the one that the plug-in itself would write;
-// but for the few names that it does write, and that are odd.
+// There must be findings exactly if the image differs from the one that the plug-in would write;
+// except for odd names, which it writes unchanged.
 void expectAgreement(const Bytes& bytes)
 {
     Bytes written;
@@ -195,7 +195,7 @@ void expectAgreement(const Bytes& bytes)
 
 TEST(BankCheck, AgreesWithTheReaders)
 {
-    // On every truncation, every changed byte, and banks with several faults.
+    // For every truncation, every changed byte, and banks with several faults.
     const Bytes preset = goodPreset(), bank = goodBank();
     for (std::size_t at = 0; at < preset.size(); ++at) {
         SCOPED_TRACE(at);
@@ -217,7 +217,7 @@ TEST(BankCheck, AgreesWithTheReaders)
         SCOPED_TRACE(round);
         Bytes bytes = bank;
         for (int change = 0; change < 3; ++change) {
-            // Heads and ids more often than the rest: there is more to go wrong.
+            // Record headers and ids more often than the rest, since most cases depend on them.
             const std::size_t record = 41 + random() % 24 * 2024 + 168 + random() % 58 * 32;
             const std::size_t at =
                 random() % 2 ? record + 4 * (random() % 4) : random() % bytes.size();

@@ -1,4 +1,4 @@
-// Banks through JSON and back, and what people make of such a file. The displays are the plug-in's.
+// Banks to JSON and back, and JSON written by hand. The display texts are the plug-in's.
 #include "BankJson.h"
 #include "Complaint.h"
 #include "OpenPlugin.h"
@@ -17,7 +17,7 @@ std::string bank(const std::string& rest)
     return R"({"format": "zkrt46-bank", "version": 1, )" + rest + "}";
 }
 
-// A bank whose third preset is this.
+// A bank whose third preset has these members.
 std::string preset(const std::string& members)
 {
     return bank(R"("presets": [{"name": "A"}, {"name": "B"}, {)" + members + "}]");
@@ -59,13 +59,13 @@ TEST_F(BankJson, GivesTheSameBytesBack)
             for (char& c : slot.name)
                 c = static_cast<char>(random() % (round % 2 ? 256 : 128));
             for (float& value : slot.values) {
-                // Any bits from 0 to 1, the tiniest included; and minus zero.
+                // Any float from 0 to 1, denormals included; and minus zero.
                 const auto bits = static_cast<std::uint32_t>(random() % 0x3F800001u);
                 std::memcpy(&value, &bits, sizeof(value));
             }
             slot.values[random() % 58] = -0.0f;
         }
-        // Plain, without a terminator, and four ways not to be UTF-8.
+        // A valid name, one without a terminator, and four kinds of invalid UTF-8.
         const std::string names[]{"\"q\\\n\x7F\xC3\xA9",
                                   "24 bytes, no terminator.",
                                   "\xED\xA0\x80",
@@ -81,7 +81,7 @@ TEST_F(BankJson, GivesTheSameBytesBack)
     }
 }
 
-TEST_F(BankJson, TakesWhatAPersonWrites)
+TEST_F(BankJson, AcceptsHandWrittenValues)
 {
     const BankContent bank = bankFromJson("\xEF\xBB\xBF" + setting(R"(
         "lgainr": "-16.00 dB", "LFreqL": {"display": "82"}, "2x": "On", "HGainL": {"stored": 0.75},
@@ -95,13 +95,13 @@ TEST_F(BankJson, TakesWhatAPersonWrites)
     EXPECT_EQ(slot.values[kHGainL], 0.75f);
     EXPECT_EQ(slot.values[kHGainR], 0.75f);
     EXPECT_EQ(slot.values[kMGainL], 0.5006f) << "0.5006 * 320 + 0.5 is 160.69: displayed as 0.00";
-    EXPECT_EQ(slot.values[kLink], 1.0f) << "what is not named takes its default";
+    EXPECT_EQ(slot.values[kLink], 1.0f) << "a parameter that is not listed has its default";
     EXPECT_EQ(slot.values[kMGainR], 0.5f);
     EXPECT_STREQ(bank.presets[3].name, "Init");
     EXPECT_EQ(bank.presets[3].values[k2x], 0.0f);
 }
 
-TEST_F(BankJson, SaysWhereAndWhatIsWrong)
+TEST_F(BankJson, ErrorMessagesNamePlaceAndCause)
 {
     const std::pair<std::string, const char*> rows[]{
         {"{\n  \"format\": zkr", "a.json:2:13: "},

@@ -1,5 +1,5 @@
-// The road from Linux to a Windows plug-in. With a real Wine and the Windows build at hand, the
-// plug-in must behave the same on both sides; the failures are shown with stand-ins for Wine.
+// The bridge from Linux to a Windows plug-in. With Wine and the Windows build available, the
+// plug-in must behave the same on both sides; failures are tested with scripts in place of Wine.
 #include "BridgedPlugin.h"
 #include "Complaint.h"
 #include "Noise.h"
@@ -53,25 +53,25 @@ TEST_F(FakeWine, SaysWhatIsMissing)
     expectRefusal("no such plug-in");
 }
 
-TEST_F(FakeWine, TrustsNoHelperThatDiesOrDamagesTheLine)
+TEST_F(FakeWine, DetectsAHelperThatExitsOrSendsDamagedMessages)
 {
     const std::pair<const char*, const char*> rows[]{
         {"echo 'wine: some note' >&2; echo 'wine: the reason' >&2; exit 1",
          "ended unexpectedly: wine: the reason"},
-        // Alive long enough to greet, then gone in the middle of its answer.
+        // Sends the greeting, then exits in the middle of an answer.
         {"printf 'ZRB1'; printf '\\100\\000\\000\\000half'", "ended unexpectedly"},
         {"echo 'some chatter on the line'; cat >/dev/null", "is not the helper of this program"},
-        // Longer than any message may be; and one that ends before its content.
+        // A message longer than permitted; and one that is too short for its content.
         {"printf 'ZRB1\\377\\377\\377\\377'; cat >/dev/null", "damaged message"},
         {"printf 'ZRB1\\002\\000\\000\\000\\000\\000'; cat >/dev/null", "damaged message"},
-        // A failure in the helper comes through as it was written.
+        // The helper's error message is passed on unchanged.
         {"printf 'ZRB1\\007\\000\\000\\000\\001\\002\\000\\000\\000qz'; cat >/dev/null", "qz"},
     };
     for (const auto& [script, words] : rows) {
         wineIs(script);
         expectRefusal(words);
     }
-    // The environment is kept quiet unless the user chose.
+    // Wine's variables get defaults only where the user has not set them.
     unsetenv("WINEPREFIX");
     unsetenv("WINEDLLOVERRIDES");
     setenv("WINEDEBUG", "+relay", 1);
@@ -80,7 +80,7 @@ TEST_F(FakeWine, TrustsNoHelperThatDiesOrDamagesTheLine)
     unsetenv("WINEDEBUG");
 }
 
-// What a host can ask of a plug-in, and what becomes of a few changes.
+// Everything that a host can query, before and after a few changes, as text.
 std::string storyOf(Plugin& plugin)
 {
     std::ostringstream story;
@@ -111,7 +111,7 @@ std::string storyOf(Plugin& plugin)
     return story.str();
 }
 
-TEST(RealWine, APluginBehavesAsOnItsOwnSide)
+TEST(RealWine, APluginBehavesAsTheNativeOne)
 {
     const std::string windows = ZKR_WINDOWS_BUILD, dll = windows + "/shell/ZKRT46.dll";
     const std::string helper = windows + "/tools/bridge/zkrt46-bridge.exe";

@@ -1,4 +1,4 @@
-// Talking to other programs: nothing may hang, whatever they do.
+// Communication with child processes: nothing may hang, whatever they do.
 #include "ChildProcess.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@ using Outcome = ChildProcess::Outcome;
 using Role = ChildProcess::Role;
 using Seconds = ChildProcess::Seconds;
 
-TEST(ChildProcess, CarriesMoreThanAPipeHoldsInBothDirections)
+TEST(ChildProcess, TransfersMoreThanAPipeBuffersInBothDirections)
 {
     std::string input;
     for (int i = 0; input.size() < 1000000; ++i)
@@ -26,7 +26,7 @@ TEST(ChildProcess, CarriesMoreThanAPipeHoldsInBothDirections)
     EXPECT_EQ(cat.wait(Seconds(5.0)), 0);
 }
 
-TEST(ChildProcess, SaysWhenTheOtherIsSilentOrGone)
+TEST(ChildProcess, ReportsAChildThatIsSilentOrHasExited)
 {
     char byte = 0;
     {
@@ -65,13 +65,13 @@ TEST(ChildProcess, OfAProcessThatIgnoresItsChildrenEndsAllTheSame)
     std::signal(SIGCHLD, usual);
 }
 
-TEST(ChildProcess, NoticesTheEndThoughARelativeHoldsThePipeOpen)
+TEST(ChildProcess, DetectsTheExitThoughAGrandchildHoldsThePipeOpen)
 {
     const auto start = std::chrono::steady_clock::now();
     ChildProcess parent(Role::Helper, {"sh", "-c", "sleep 20 2>&1 & printf ab; exit 0"});
     char bytes[3]{};
     EXPECT_EQ(parent.read(bytes, 3, Seconds(15.0)), Outcome::Ended);
-    EXPECT_EQ(std::string(bytes, 2), "ab") << "what came before the end is not lost";
+    EXPECT_EQ(std::string(bytes, 2), "ab") << "output before the exit was lost";
     EXPECT_LT(Seconds(std::chrono::steady_clock::now() - start).count(), 5.0);
 }
 

@@ -1,4 +1,5 @@
-// The built program, run by a shell in a folder of its own. The plug-in is the built library.
+// A fixture that runs the built program in a shell, in a temporary folder, with the built library
+// as the plug-in.
 #pragma once
 
 #include "AudioContent.h"
@@ -24,7 +25,7 @@ protected:
         for (const char* stream : {"out.txt", "err.txt"})
             writeContent(folder / stream, "");
     }
-    // Arguments are a shell's, in the test's folder.
+    // `arguments` are parsed by the shell; `before` precedes the program's name.
     int run(const std::string& arguments, const std::string& before = "")
     {
         const std::string command = "cd '" + (folder / "") + "' && " + before
@@ -35,7 +36,7 @@ protected:
         err = contentOf(folder / "err.txt");
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
-    // One line of complaint, exit code 2, and nothing new in the folder.
+    // Expects one line of error message, exit code 2, and no new file.
     void expectComplaint(const std::string& arguments)
     {
         SCOPED_TRACE(arguments);

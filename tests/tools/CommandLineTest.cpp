@@ -1,4 +1,4 @@
-// The built program from outside: exit codes, messages, files. The plug-in is the built library.
+// The built program: exit codes, messages and files.
 #include "CommandLine.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@ namespace {
 
 using namespace tool;
 
-TEST_F(CommandLine, BadInputGetsOneLineCodeTwoAndNoFile)
+TEST_F(CommandLine, BadInputGivesOneLineExitCode2AndNoFile)
 {
     writeContent(folder / "text.wav", "no audio at all");
     writeContent(folder / "late.csv", "0.1,LGainL,+3\n0.2,LGainL,+99\n");
@@ -59,13 +59,13 @@ TEST_F(CommandLine, BadInputGetsOneLineCodeTwoAndNoFile)
 
 TEST_F(CommandLine, AnInterruptionLeavesNoFile)
 {
-    // A minute of silence in blocks of one sample gives time to interrupt.
+    // A minute of silence in blocks of one sample takes long enough to interrupt.
     const int files = folder.count();
     EXPECT_NE(run("render in.wav x.wav --pre-roll 60 --block 1", "timeout -s INT 0.2 env"), 0);
     EXPECT_EQ(folder.count(), files);
 }
 
-TEST_F(CommandLine, RendersQuietlyAndTheSameInAnyBlocks)
+TEST_F(CommandLine, RendersWithoutOutputAndTheSameInAnyBlockSize)
 {
     ASSERT_EQ(run("render in.wav a.wav --set LFreqL=82 --set LGainL=+3.5 --set LShelfL=on"), 0);
     EXPECT_EQ(out + err, "");
@@ -77,12 +77,12 @@ TEST_F(CommandLine, RendersQuietlyAndTheSameInAnyBlocks)
     EXPECT_EQ(AudioReader(folder / "a.wav").frames(), 4800);
     ASSERT_EQ(run("render in.wav c.wav"), 0);
     EXPECT_FALSE(contentOf(folder / "a.wav") == contentOf(folder / "c.wav"))
-        << "the settings reached the plug-in";
+        << "the settings had no effect";
     ASSERT_EQ(run("render in.wav d.flac --keep-latency --bits 16"), 0);
     EXPECT_EQ(AudioReader(folder / "d.flac").frames(), 4800 + 96);
 }
 
-TEST_F(CommandLine, ListsShowsAndProves)
+TEST_F(CommandLine, ListsParametersAndChecksTheLatency)
 {
     EXPECT_EQ(run("params"), 0);
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 1 + 58);
@@ -96,11 +96,11 @@ TEST_F(CommandLine, ListsShowsAndProves)
     EXPECT_NE(out.find("\"Zt46\" (0x5A743436)"), std::string::npos);
     EXPECT_NE(out.find("4 (mastering)"), std::string::npos);
     EXPECT_EQ(run("latency"), 0) << out;
-    // A heading of two lines, six rates in three states, and the verdict.
+    // Two header lines, six rates in three states each, and the result.
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 2 + 18 + 1);
 }
 
-TEST_F(CommandLine, MeasuresIntoTablesAndPictures)
+TEST_F(CommandLine, WritesMeasurementsAsTablesAndPictures)
 {
     EXPECT_EQ(run("response --points 5 --curve 'up: LFreqL=82 LGainL=6' --curve flat: -o r.csv"), 0)
         << err;
@@ -111,7 +111,7 @@ TEST_F(CommandLine, MeasuresIntoTablesAndPictures)
         << err;
     const std::string svg = contentOf(folder / "r.SVG");
     EXPECT_NE(svg.find("</svg>"), std::string::npos);
-    EXPECT_NE(svg.find("it's_100%"), std::string::npos) << "a title is drawn as it is written";
+    EXPECT_NE(svg.find("it's_100%"), std::string::npos) << "the title was changed";
     EXPECT_EQ(run("harmonics --freq 1000 --sweep -20:-10:10 -o h.png"), 0) << err;
     EXPECT_EQ(contentOf(folder / "h.png").substr(1, 3), "PNG");
     EXPECT_EQ(run("harmonics --freq 1000 --sweep -20:-10:10"), 0) << err;

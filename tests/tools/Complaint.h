@@ -1,4 +1,4 @@
-// What an action complains of.
+// The message of the exception that an action throws.
 #pragma once
 
 #include <exception>

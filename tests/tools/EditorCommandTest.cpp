@@ -1,10 +1,10 @@
-// zkrt46 screenshot and edit, as a shell runs them.
+// The commands screenshot and edit of the built program.
 #include "CommandLine.h"
 
 namespace {
 
 struct EditorCommand : CommandLine {
-    // Width and height, as the head of a PNG file has them.
+    // Width and height from the header of a PNG file.
     std::pair<int, int> sizeOfPng(const std::string& name)
     {
         const std::string png = contentOf(folder / name);

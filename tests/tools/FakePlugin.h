@@ -1,5 +1,5 @@
-// A plug-in made of plain code: a gain, which is its only parameter, the arithmetic that a test
-// gives it, and a delay that it reports.
+// A mock plug-in: a gain, which is its only parameter, a given function per sample, and a delay
+// that it reports as latency.
 #pragma once
 
 #include "Plugin.h"
@@ -11,7 +11,7 @@
 
 class FakePlugin : public host::Plugin {
 public:
-    // One sample of one channel.
+    // Computes one sample of one channel.
     using Arithmetic = std::function<float(int channel, float x)>;
 
     FakePlugin(int samplesOfDelay, Arithmetic rule)
@@ -19,7 +19,7 @@ public:
     {
     }
 
-    std::vector<int> blockSizes;  // as they came
+    std::vector<int> blockSizes;  // in the order of processing
     double rate = 0.0;
 
     host::EffectFields fields() override { return {1, 1, inputs, outputs, 16, delay, 0, 0}; }
@@ -58,7 +58,7 @@ public:
                 line.erase(line.begin());
             }
         }
-        // Hosts must not rely on their inputs afterwards.
+        // Overwrites the inputs, since hosts must not rely on them afterwards.
         for (int channel = 0; channel < inputs; ++channel)
             std::fill(in[channel], in[channel] + samples, 123.0f);
     }

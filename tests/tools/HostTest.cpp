@@ -1,4 +1,4 @@
-// The host against a small effect: what it tells the effect, what it hears, and what it refuses.
+// The host with a small effect: opening, callbacks, and libraries that it refuses.
 #include "Complaint.h"
 #include "NativePlugin.h"
 #include "OpenPlugin.h"
@@ -9,7 +9,7 @@ namespace {
 
 using namespace host;
 
-TEST(Host, TellsEffectsOfItselfAndHearsTheirReports)
+TEST(Host, AnswersAnEffectsQueriesAndRecordsItsReports)
 {
     NativePlugin old(TEST_EFFECT_OLD_ENTRY), plugin(TEST_EFFECT_GOOD), other(TEST_EFFECT_GOOD);
     plugin.setSampleRate(96000.0);
@@ -19,7 +19,7 @@ TEST(Host, TellsEffectsOfItselfAndHearsTheirReports)
     ASSERT_EQ(plugin.reports().automated.size(), 1u);
     EXPECT_EQ(plugin.reports().automated[0].index, 2);
     EXPECT_EQ(plugin.reports().automated[0].value, 0.75f);
-    EXPECT_EQ(plugin.reports().beginEdits, 1) << "the effect reports while it is being opened";
+    EXPECT_EQ(plugin.reports().beginEdits, 1) << "reports during opening were lost";
     plugin.clearReports();
     EXPECT_TRUE(plugin.reports().automated.empty());
     for (NativePlugin* const untouched : {&old, &other}) {
@@ -28,7 +28,7 @@ TEST(Host, TellsEffectsOfItselfAndHearsTheirReports)
     }
 }
 
-TEST(Host, RefusesWhatIsNoPluginInOneLine)
+TEST(Host, RefusesInvalidPluginsWithAMessageOfOneLine)
 {
     HostSettings ancient;
     ancient.vstVersion = 0;
@@ -41,7 +41,7 @@ TEST(Host, RefusesWhatIsNoPluginInOneLine)
         {TEST_EFFECT_BAD_MAGIC, {}, "no valid effect"},
         {"no/such/plugin.so", {}, "no such plug-in"},
         {TEST_EFFECT_GOOD, ancient, "refused to start"},
-        {TEST_SOURCE_FILE, {}, "cannot load"},  // this very file is no library
+        {TEST_SOURCE_FILE, {}, "cannot load"},  // a text file
     };
     for (const auto& row : rows) {
         const std::string said = complaintOf([&] { openPlugin(row.path, row.settings); });

@@ -1,4 +1,4 @@
-// Responses and harmonics of systems whose answers are known in closed form.
+// Measured responses and harmonics of systems with known closed forms.
 #include "FakePlugin.h"
 #include "Harmonics.h"
 #include "Response.h"
@@ -15,10 +15,10 @@ constexpr double kPi = 3.141592653589793;
 
 void ignoreProgress(double) { }
 
-TEST(Response, OfAOnePoleFilterBehindADelayIsTheFormula)
+TEST(Response, OfAOnePoleFilterWithADelayMatchesTheFormula)
 {
-    // y[n] = (1 - a) x[n] + a y[n - 1] on the left; its inverse sign at half level on the right,
-    // where neither a slow drift nor a second harmonic may leak into the result.
+    // y[n] = (1 - a) x[n] + a y[n - 1] on the left; -y[n] / 2 on the right, where neither a slow
+    // drift nor a second harmonic may affect the result.
     const double a = 0.9;
     float state = 0.0f, drift = 0.0f;
     FakePlugin plugin(37, [&](int channel, float x) {
@@ -50,8 +50,8 @@ TEST(Response, OfAOnePoleFilterBehindADelayIsTheFormula)
 
 TEST(Response, SeparatesMidFromSide)
 {
-    // The left channel doubled: mid and side are both (2 + 1) / 2 of what they were. With the right
-    // one turned around, each turns into the other, and what is left is (2 - 1) / 2.
+    // Left doubled: the gain of mid and of side is (2 + 1) / 2. With right inverted as well, each
+    // goes mostly into the other, and (2 - 1) / 2 remains.
     ResponsePlan plan;
     plan.points = 3;
     plan.fromHz = 100.0;
@@ -64,10 +64,10 @@ TEST(Response, SeparatesMidFromSide)
     }
 }
 
-TEST(Harmonics, OfASquareAndACubeAreTheFormula)
+TEST(Harmonics, OfASquareAndACubeMatchTheFormula)
 {
     // Left: x + 0.1 x^2 + 0.05 x^3 of x = A sin: H1 = A + 0.0375 A^3, H2 = 0.05 A^2,
-    // H3 = 0.0125 A^3. Right: untouched.
+    // H3 = 0.0125 A^3. Right: unchanged.
     FakePlugin plugin(
         5, [](int channel, float x) { return channel ? x : x + 0.1f * x * x + 0.05f * x * x * x; });
     HarmonicsPlan plan;
@@ -89,7 +89,7 @@ TEST(Harmonics, OfASquareAndACubeAreTheFormula)
         EXPECT_NEAR(left.thd, std::hypot(second, third), 1e-6);
         EXPECT_LT(point.channels[1].db[0], -130.0);
     }
-    // Above half the rate there are none.
+    // There are no harmonics above half the rate.
     plan.hz = 7000.0;
     const auto high = measureHarmonics(plugin, {}, plan, ignoreProgress);
     const auto& below = high.front().channels[0].belowHalfRate;

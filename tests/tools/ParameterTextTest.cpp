@@ -1,4 +1,4 @@
-// Values as people type them, and lists of them in time. The displays are the plug-in's.
+// Typed parameter values, and automation lists. The display texts are the plug-in's.
 #include "ParameterText.h"
 #include "Automation.h"
 #include "Complaint.h"
@@ -23,7 +23,7 @@ struct ParameterTexts : ::testing::Test {
     }
 };
 
-TEST_F(ParameterTexts, TakesAValueInEveryFormTheDisplayCanBeMeant)
+TEST_F(ParameterTexts, AcceptsEveryNotationOfADisplayedValue)
 {
     const struct {
         const char* text;
@@ -49,10 +49,10 @@ TEST_F(ParameterTexts, TakesAValueInEveryFormTheDisplayCanBeMeant)
         EXPECT_EQ(assignment.value, static_cast<float>(one.value));
     }
     EXPECT_EQ(parameters.initialValue(kLGainL), before)
-        << "reading the displays left the knob moved";
+        << "reading the display texts changed the parameter";
 }
 
-TEST_F(ParameterTexts, SaysWhatWouldHaveBeenRight)
+TEST_F(ParameterTexts, ErrorMessagesListValidValues)
 {
     const std::pair<const char*, const char*> rows[]{
         {"LGainL=3.55", "LGainL cannot be '3.55'; the nearest values are 3.50 and 3.60 dB"},
@@ -71,12 +71,12 @@ TEST_F(ParameterTexts, SaysWhatWouldHaveBeenRight)
         EXPECT_NE(complaint(bad), "none") << bad;
 }
 
-TEST_F(ParameterTexts, AutomationTakesTheUsualSeparatorsAndIsSortedByTime)
+TEST_F(ParameterTexts, AutomationAcceptsTheUsualSeparatorsAndIsSortedByTime)
 {
     std::string text =
         "\xEF\xBB\xBFtime, title, value\r\n# a comment\r\n\r\n"
         "2.5, LGainL, +3.5   # louder\r\n1;Power;off\n1\tPower\tOn\n0.25 LFreqL 82\n";
-    // Changes of one time keep the order of the file: the last one counts.
+    // Changes at one time keep the file's order: the last one applies.
     std::vector<std::tuple<double, int, float>> expected{{0.25, kLFreqL, 7.0f / 9.0f},
                                                          {1.0, kPower, 0.0f},
                                                          {1.0, kPower, 1.0f},
@@ -100,7 +100,7 @@ TEST_F(ParameterTexts, AutomationNamesTheLineThatIsWrong)
         {"1,Power,On,Off", "moves.csv:1: expected time, title and value"},
         {"1,LGainL,99", "moves.csv:1: LGainL cannot be '99'; it goes from -16.00 to 16.00 dB"},
         {"inf,Power,On", "moves.csv:1: 'inf' is not a time in seconds"},
-        // Column heads are heads on the first line only.
+        // Only the first line may be a header.
         {"1,Power,On\ntime,title,value", "moves.csv:2: 'time' is not a time in seconds"},
         {std::string(100000, 'x'), "moves.csv:1: the line is too long"},
         {"", "none"},

@@ -1,4 +1,4 @@
-// Presets and banks through the built program: files to files, tables, and into the sound.
+// Presets and banks in the built program: conversion, tables, and rendering.
 #include "BankFormat.h"
 #include "CommandLine.h"
 
@@ -16,12 +16,12 @@ TEST_F(PresetCommand, ABankGoesThroughJsonUnchanged)
     ASSERT_EQ(run("bank import a.json -o b.zkb"), 0) << err;
     EXPECT_EQ(contentOf(folder / "a.zkb").size(), kBankImageSize);
     EXPECT_TRUE(contentOf(folder / "a.zkb") == contentOf(folder / "b.zkb"));
-    EXPECT_EQ(run("bank diff a.json"), 0) << "the factory bank is the other one";
+    EXPECT_EQ(run("bank diff a.json"), 0) << "must be compared with the factory bank";
     EXPECT_EQ(run("check a.zkb a.json b.zkb"), 0);
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 3) << out;
 }
 
-TEST_F(PresetCommand, APresetMovesIntoABankByWayOfAFile)
+TEST_F(PresetCommand, APresetCanBeMovedBetweenBanksThroughAFile)
 {
     writeContent(folder / "mine.json",
                  "\xEF\xBB\xBF"
@@ -56,16 +56,16 @@ TEST_F(PresetCommand, APresetMovesIntoABankByWayOfAFile)
               "21 \"März\"  LGainL     3.50 dB   0.00 dB\n");
 }
 
-TEST_F(PresetCommand, CheckTellsTheFaultAndTheExitCode)
+TEST_F(PresetCommand, CheckReportsTheFaultAndSetsTheExitCode)
 {
     ASSERT_EQ(run("preset export 3 -o a.zkr"), 0);
     std::string bytes = contentOf(folder / "a.zkr");
-    bytes[1129 + 3] = 0x41;  // LGainL, id 28, stands at 41 + 168 + 28 * 32 + 24
+    bytes[1129 + 3] = 0x41;  // LGainL, id 28, is at 41 + 168 + 28 * 32 + 24
     writeContent(folder / "bad.zkr", bytes);
     writeContent(folder / "bad.json", "{\"format\": 1");
     const struct {
         const char* files;
-        int code;  // the worst of all counts
+        int code;  // that of the worst file
         const char* words;
     } rows[]{
         {"a.zkr bad.zkr", 1, "bad.zkr: preset, 2065 bytes: the plug-in undoes the load"},
@@ -122,18 +122,18 @@ TEST_F(PresetCommand, AudioStartsFromTheChosenPreset)
          {"--preset vox", "--preset 3 --bank mine.zkb", "--preset 3 --bank mine.json",
           "--preset-file vox.zkr", "--preset 3 --set LGainL=-0.5 --set LGainL=-1.6"})
         EXPECT_TRUE(rendered(options) == vox) << options;
-    EXPECT_FALSE(rendered("--preset 3 --set LGainL=6") == vox) << "settings come after the preset";
+    EXPECT_FALSE(rendered("--preset 3 --set LGainL=6") == vox) << "settings must come last";
     EXPECT_TRUE(rendered("--bank mine.zkb") == plain);
 
     const std::string shaped = printed("response --points 3 --preset Vox");
     EXPECT_EQ(out.rfind("hz,\"Vox, left, dB\"", 0), 0u) << out;
     EXPECT_NE(shaped, printed("response --points 3"));
     EXPECT_EQ(shaped, printed("response --points 3 --preset Vox --curve a:"))
-        << "curves start from the preset, too";
+        << "curves must start from the preset";
     const std::string harmonics = "harmonics --freq 1000 --sweep -20:-10:10 ";
     EXPECT_NE(printed(harmonics), printed(harmonics + "--preset-file vox.zkr"));
 
-    // A default of the user changes nothing.
+    // A default preset that the user has stored has no effect.
     const std::string store = "XDG_DATA_HOME='" + (folder / "data") + "'";
     const std::string values = folder / "data/ZKR-soundworks/ZKRT46";
     std::filesystem::create_directories(values);
@@ -144,7 +144,7 @@ TEST_F(PresetCommand, AudioStartsFromTheChosenPreset)
     const std::string parameters = printed("params");
     ASSERT_EQ(run("params", store), 0);
     EXPECT_EQ(out.substr(out.find('\n')), parameters);
-    // Presets are for one plug-in: others keep what they start with.
+    // Other plug-ins get no preset.
     rendered("--plugin '" TEST_EFFECT_GOOD "'");
 }
 

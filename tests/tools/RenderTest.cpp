@@ -1,5 +1,5 @@
-// The renderer around a plug-in whose arithmetic is known: a delay, a gain that a parameter sets,
-// and the right channel turned around.
+// The renderer with a mock plug-in: a delay, a gain set by its parameter, and an inverted right
+// channel.
 #include "Render.h"
 #include "AudioContent.h"
 #include "FakePlugin.h"
@@ -43,7 +43,7 @@ protected:
     RenderReport report;
 };
 
-TEST_F(Rendering, GivesEverySampleBackAtItsPlace)
+TEST_F(Rendering, KeepsEverySampleAtItsPosition)
 {
     const struct {
         int blockSize;
@@ -72,7 +72,7 @@ TEST_F(Rendering, GivesEverySampleBackAtItsPlace)
     EXPECT_EQ(plugin.rate, kRate);
 }
 
-TEST_F(Rendering, MakesStereoOfMonoAndKeepsChannelsApart)
+TEST_F(Rendering, MakesStereoOfMonoAndKeepsChannelsSeparate)
 {
     writeInput({0.5f, 0.25f, -0.125f}, 1);
     job.outputChannels = 2;
@@ -86,7 +86,7 @@ TEST_F(Rendering, ChangesParametersOnTheirExactSample)
     writeInput(std::vector<float>(1000, 1.0f), 1);
     job.blockSize = 256;
     job.settings = {{0, 0.5f}};
-    // 100.4 samples are sample 100, 699.6 are 700; behind the end is never.
+    // 100.4 samples round to 100, 699.6 to 700; a change after the end is never made.
     job.automation = {{0.0, {0, 0.25f}},
                       {100.4 / kRate, {0, 0.75f}},
                       {699.6 / kRate, {0, 0.125f}},

@@ -1,5 +1,5 @@
-// A small VST 2 effect for testing the host, and, by its build flags, the faults that the product's
-// own library never shows. It halves the sound, and its name is what the host says of itself.
+// A small VST 2 effect for testing the host; build flags give it faults. It halves its input, and
+// its name contains the host's answers about itself.
 #include "vst2interface.h"
 
 #include <cstdio>
@@ -49,14 +49,14 @@ float getParameter(AEffect*, VstInt32)
 
 }  // namespace
 
-// C++ refuses a function called main of another type; a label gives it any name.
+// C++ does not allow a function called main of another type, so an asm label gives it its name.
 EXPORTED AEffect* entry(audioMasterCallback host) __asm__(TEST_EFFECT_ENTRY);
 EXPORTED AEffect* entry(audioMasterCallback host)
 {
     if (host(nullptr, audioMasterVersion, 0, 0, nullptr, 0.0f) == 0)
         return nullptr;
     askHost = host;
-    // Never given back: a host that refuses an effect has no way to close it.
+    // Never freed, since a host that refuses an effect cannot close it.
     static AEffect effects[16];
     static int used = 0;
     if (used == 16)

@@ -1,4 +1,3 @@
-// The host's steps.
 #include "Host.h"
 
 #include <algorithm>
@@ -14,7 +13,7 @@ Function find(const host::SharedLibrary& library, const char* name)
     return reinterpret_cast<Function>(library.find(name));
 }
 
-// The built library, or the one that the variable names, such as an installed one.
+// The built library, or the one that an environment variable names, such as an installed one.
 std::string libraryPath()
 {
     const char* const named = std::getenv("ZKR_TEST_VST3_LIBRARY");
@@ -34,7 +33,7 @@ Module::Module() : library(libraryPath())
     }
     auto* const getFactory = find<IPluginFactory*(PLUGIN_API*)()>(library, "GetPluginFactory");
     if (!open || !close || !getFactory || !open(nullptr))
-        throw std::runtime_error("the library has not the entries of a VST 3 module");
+        throw std::runtime_error("the library lacks the entry points of a VST 3 module");
     const IPtr<IPluginFactory> plain = owned(getFactory());
     factory = FUnknownPtr<IPluginFactory3>(plain).getInterface();
 }

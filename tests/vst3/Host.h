@@ -1,5 +1,5 @@
-// A host of VST 3 for the tests: loads the built bundle and meets its classes only through their
-// interfaces. It does one step at a time, so that a test can take them in any order.
+// A VST 3 host for the tests: loads the built bundle and uses its classes only through their
+// interfaces. Each step is a function of its own, so that a test can take them in any order.
 #pragma once
 
 #include "Noise.h"
@@ -52,8 +52,8 @@ public:
     IPtr<IPluginFactory3> factory;
 };
 
-// What the controller tells; edits go on to the processor with the next block, unless `deaf`. Edits
-// outside a gesture are lost.
+// Records what the controller reports. Edits reach the processor with the next block, unless
+// `deaf`; edits outside a gesture are dropped.
 class Handler : public IComponentHandler, public IComponentHandler2 {
 public:
     tresult PLUGIN_API beginEdit(ParamID id) SMTG_OVERRIDE
@@ -89,7 +89,7 @@ public:
     tresult PLUGIN_API requestOpenEditor(FIDString) SMTG_OVERRIDE { return kNotImplemented; }
     tresult PLUGIN_API startGroupEdit() SMTG_OVERRIDE { return kResultOk; }
     tresult PLUGIN_API finishGroupEdit() SMTG_OVERRIDE { return kResultOk; }
-    // Lives as long as the test wants.
+    // Not reference-counted: the test owns it.
     uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
     uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
     tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) SMTG_OVERRIDE
@@ -104,11 +104,11 @@ public:
     bool deaf = false;
     std::vector<std::pair<ParamID, ParamValue>> edits;  // those inside a gesture
     std::set<ParamID> gestures;                         // begun and not ended
-    int calls = 0;                                      // of any kind but restarts
+    int calls = 0;                                      // of all kinds except restarts
     std::vector<int32> restarts;
 };
 
-// One plug-in. The destructor takes the steps back that were taken.
+// One plug-in instance. The destructor undoes the steps that were taken.
 class Instance {
 public:
     explicit Instance(const Module& module);
@@ -118,8 +118,8 @@ public:
 
     void setHandler() { EXPECT_EQ(controller->setComponentHandler(&handler), kResultOk); }
     void connect();
-    // By way of two proxies that let messages pass only when both are in place, as hosts have them
-    // whose processor and controller live apart.
+    // Through two proxies that pass messages only when both are in place, as in hosts that keep
+    // processor and controller apart.
     void connectByProxies();
     void activate(double rate = 48000.0, int32 maxBlock = 512, int32 mode = kRealtime);
     void deactivate();
@@ -135,17 +135,17 @@ public:
     }
     tresult loadControllerState(const Bytes& state) { return controller->setState(State(state)); }
 
-    // For the next block; the controller hears of it too.
+    // Queues a change for the next block and tells the controller.
     void automate(ParamID id, ParamValue value);
-    // Hands on parameters alone.
+    // Processes parameter changes without audio.
     tresult flush()
     {
         ProcessData data;
         return process(data);
     }
-    // One block with the changes that wait. Reported values go to the controller.
+    // Processes one block with the queued changes. Values that it reports go to the controller.
     tresult process(ProcessData& data);
-    // Streams the channels through in blocks of the given lengths, again and again.
+    // Processes the channels in blocks whose lengths cycle through the given ones.
     std::vector<Signal> render(const std::vector<Signal>& in, const std::vector<int32>& blocks,
                                int channelsOut = 2);
 
@@ -156,7 +156,7 @@ public:
     IPtr<IEditController> controller;
 
 private:
-    // For one call.
+    // A stream over the bytes, for the duration of one call.
     struct State : MemoryStream {
         explicit State(const Bytes& bytes)
             : MemoryStream(const_cast<char*>(bytes.data()), static_cast<TSize>(bytes.size()))
@@ -164,7 +164,7 @@ private:
         }
         operator IBStream*() { return this; }
     };
-    // Files of hosts hold states behind other bytes.
+    // The state does not start at the stream's beginning, as in hosts' files.
     template <class Part>
     static Bytes stateOf(const Part& part)
     {

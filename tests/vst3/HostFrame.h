@@ -10,10 +10,10 @@
 
 namespace vst3 {
 
-// The system's event loop for views.
+// The system's event loop as a host offers it to views.
 struct EventLoop {
     FIDString windowType;
-    FUnknown* offered;                           // that a frame offers too; null on Windows
+    FUnknown* offered;                           // the run loop, null on Windows
     std::function<std::size_t()> registrations;  // timers and descriptors left by views
     void (*turn)();
 };
@@ -21,16 +21,16 @@ extern const EventLoop eventLoop;
 
 class HostFrame : public IPlugFrame {
 public:
-    // The view's left upper corner will be there; the window gets its size.
+    // Opens a window of the view's size at plugView's future upper left corner.
     HostFrame(IPlugView* plugView, Place place) : view(plugView), corner(place)
     {
         EXPECT_EQ(view->getSize(&size), kResultTrue);
         window = std::make_unique<HostWindow>(corner, size.getWidth(), size.getHeight());
     }
-    // Removes what is attached.
+    // Removes the view if it is attached.
     ~HostFrame() { remove(); }
 
-    // What the view answers.
+    // Returns the view's answer.
     tresult attach()
     {
         view->setFrame(this);
@@ -45,13 +45,13 @@ public:
             EXPECT_EQ(view->removed(), kResultTrue);
         }
     }
-    // Lets go of the view without removing it first, as hosts do that are in a hurry.
+    // Releases the view without removing it first, as some hosts do.
     void forget()
     {
         attached = false;
         view = nullptr;
     }
-    // Turns the loop until it holds; false after half a minute.
+    // Runs the loop until the condition holds; false after half a minute.
     static bool soon(const std::function<bool()>& condition)
     {
         return turnUntil(condition, eventLoop.turn);

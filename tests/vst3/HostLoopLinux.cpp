@@ -1,4 +1,4 @@
-// The event loop that hosts of Linux turn for their views.
+// The event loop that Linux hosts run for their views.
 #include "HostFrame.h"
 
 #include <algorithm>
@@ -49,7 +49,7 @@ public:
         for (const Registration& each : registered)
             sources.push_back({each.fd, POLLIN, 0});
         poll(sources.data(), sources.size(), 3);
-        // Calls may register and take away.
+        // A copy: callbacks may register and unregister.
         const std::vector<Registration> all = registered;
         for (std::size_t i = 0; i < all.size(); ++i) {
             const auto now = find(all[i].handler);

@@ -1,4 +1,4 @@
-// On Windows views live on the system's own message loop.
+// On Windows, views use the system's message loop.
 #include "HostFrame.h"
 
 namespace vst3 {

@@ -1,4 +1,4 @@
-// The description in the bundle, which hosts read instead of loading the library.
+// moduleinfo.json in the bundle, which hosts read instead of loading the library.
 #include "Host.h"
 
 #include <nlohmann/json.hpp>
@@ -29,7 +29,7 @@ TEST(ModuleInfo, DescribesTheClassesAsTheFactoryDoes)
         FUID::fromTUID(info.cid).toString(id);
         EXPECT_EQ(one["CID"], id);
         EXPECT_EQ(one["Name"], info.name);
-        // Readers take the factory's for a class that names none.
+        // A class without a vendor has that of the factory.
         EXPECT_EQ(one["Vendor"], *info.vendor ? info.vendor : maker.vendor);
         EXPECT_EQ(one["Category"], info.category);
         EXPECT_EQ(one["Version"], info.version);

@@ -1,4 +1,4 @@
-// A library that makes its C++ runtime lock, wait and keep thread-local values.
+// A library that makes its C++ runtime lock, wait and keep thread-local values, for UnloadTest.cpp.
 #include "Export.h"
 
 #include <mutex>
@@ -18,8 +18,8 @@ struct SlowStart {
 
 }  // namespace
 
-// Throws and catches 100 times and counts it. When several threads call at once, one makes a static
-// object and the others wait for it.
+// Throws, catches and counts 100 exceptions. When several threads call it at once, one constructs a
+// static object and the others wait for it.
 ZKR_EXPORT void useRuntime()
 {
     static const SlowStart start;
@@ -32,7 +32,7 @@ ZKR_EXPORT void useRuntime()
         }
 }
 
-// Of all threads; -1 unless the object was made once.
+// The count of all threads; -1 if the object was not constructed exactly once.
 ZKR_EXPORT int countedByRuntime()
 {
     return starts == 1 ? catches : -1;

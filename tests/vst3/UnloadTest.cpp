@@ -1,4 +1,4 @@
-// Both libraries come and go in a process that goes on, as in a host that scans or reloads.
+// Both libraries are loaded and unloaded many times in one process, as in a host that scans.
 #include "HostFrame.h"
 #include "NativePlugin.h"
 #include "System.h"
@@ -45,7 +45,7 @@ void runVst3(bool withEditor)
         eventLoop.turn();
 }
 
-// Of the process, on Windows.
+// The GDI objects of the process; 0 except on Windows.
 long long drawingObjects()
 {
 #ifdef _WIN32
@@ -55,12 +55,12 @@ long long drawingObjects()
 #endif
 }
 
-// Loads, uses and unloads a library many times by `run`, which is told the number of the turn. At
-// the end a few bytes may be missing.
+// Calls `run`, which loads, uses and unloads a library, with the number of each turn. The heap may
+// have grown by at most `bytes` at the end.
 template <typename Run>
 void expectNothingLeft(int turns, int bytes, const Run& run)
 {
-    // Fonts and the like are taken for good by the first turns.
+    // The first turns allocate fonts and the like once and for all.
     constexpr int kFirst = 9;
     Holdings first{};
     long long firstMemory = 0, firstDrawing = 0;
@@ -76,7 +76,7 @@ void expectNothingLeft(int turns, int bytes, const Run& run)
     const auto [heap, descriptors, threads] = holdingsAtRest();
     EXPECT_LE(heap - firstHeap, bytes);
     EXPECT_EQ(descriptors, firstDescriptors);
-    // The system may still count some that have just ended.
+    // The system may still count threads that have just ended.
     EXPECT_LT(threads - firstThreads, 10);
     EXPECT_LT(memoryHeld() - firstMemory, 1 << 20);
     EXPECT_EQ(drawingObjects(), firstDrawing);
@@ -84,21 +84,21 @@ void expectNothingLeft(int turns, int bytes, const Run& run)
 
 }  // namespace
 
-TEST(Unloading, GivesBackWhatLoadingTook)
+TEST(Unloading, ReleasesWhatLoadingAllocated)
 {
     constexpr int kTurns = 1000, kTurnsPerEditor = 100, kBytes = 200;
     loadHostsLibraries();
     for (const auto run : {runVst2, runVst3}) {
         SCOPED_TRACE(run == runVst2 ? "VST 2" : "VST 3");
-        // The window system's library grows once more with the second editor.
+        // The window system's library allocates again for the second editor.
         expectNothingLeft(kTurns, kBytes,
                           [&](int turn) { run(turn < 5 || turn % kTurnsPerEditor == 0); });
     }
 }
 
-TEST(Unloading, GivesBackWhatItTookForThreadsThatLiveOn)
+TEST(Unloading, ReleasesThreadLocalMemoryOfThreadsThatLiveOn)
 {
-    // The system keeps some for new threads.
+    // The system caches some memory for new threads.
     constexpr int kTurns = 100, kThreads = 4, kBytes = 10000;
     expectNothingLeft(kTurns, kBytes, [](int) {
         auto library = std::make_unique<host::SharedLibrary>(ZKR_RUNTIME_MODULE);
@@ -124,7 +124,7 @@ TEST(Unloading, GivesBackWhatItTookForThreadsThatLiveOn)
     });
 }
 
-TEST(Unloading, LetsANewerFileTakeTheLibrarysPlace)
+TEST(Unloading, AllowsTheLibrarysFileToBeReplaced)
 {
     namespace fs = std::filesystem;
     const fs::path place = ZKR_VST2_LIBRARY "-replaced", newer = ZKR_VST2_LIBRARY "-newer";

@@ -1,4 +1,4 @@
-// The bundle's editor in windows of VST 3 hosts.
+// The bundle's editor in a VST 3 host's window.
 #include "HostFrame.h"
 #include "ParameterIds.h"
 #include "Pictures.h"
@@ -20,7 +20,7 @@ struct View : testing::Test {
         hands::movePointer({1000, 740});
     }
     IPtr<IPlugView> open() { return owned(instance.controller->createView(ViewType::kEditor)); }
-    // Once everything is painted.
+    // Waits until everything is painted.
     static void expectReferencePicture(const HostFrame& frame)
     {
         const VSTGUI::Pixels reference = readPng(picturePath("equalisers"));
@@ -35,7 +35,7 @@ struct View : testing::Test {
 
 }  // namespace
 
-TEST_F(View, OpensInAWindowFollowsTheHostAndLeavesNothing)
+TEST_F(View, OpensInAWindowFollowsTheHostAndLeavesNothingBehind)
 {
     for (int round = 0; round < 3; ++round) {
         HostFrame frame(open(), {20, 10});
@@ -56,7 +56,7 @@ TEST_F(View, OpensInAWindowFollowsTheHostAndLeavesNothing)
     }
 }
 
-TEST_F(View, TellsTheHostOfTheUsersHands)
+TEST_F(View, ReportsTheUsersEditsToTheHost)
 {
     HostFrame frame(open(), {20, 10});
     ASSERT_EQ(frame.attach(), kResultTrue);
@@ -77,7 +77,7 @@ TEST_F(View, TellsTheHostOfTheUsersHands)
     EXPECT_TRUE(frame.soon([&] { return frame.window->childWidth() == 644; }));
 }
 
-TEST_F(View, RefusesHostsInWhichItCannotLive)
+TEST_F(View, RefusesHostsWithoutAFrameOrARunLoop)
 {
     const IPtr<IPlugView> view = open();
     EXPECT_EQ(view->attached(nullptr, eventLoop.windowType), kResultFalse);
@@ -87,7 +87,7 @@ TEST_F(View, RefusesHostsInWhichItCannotLive)
     EXPECT_EQ(view->attached(frame.window->handle(), "NSView"), kResultFalse);
     if (!eventLoop.offered)
         return;
-    // Neither without a frame nor in one without a loop; then all is well.
+    // Refused without a frame and in a frame without a loop; accepted afterwards.
     EXPECT_EQ(view->attached(frame.window->handle(), eventLoop.windowType), kResultFalse);
     frame.offersLoop = false;
     EXPECT_EQ(frame.attach(), kResultFalse);
@@ -96,7 +96,7 @@ TEST_F(View, RefusesHostsInWhichItCannotLive)
     EXPECT_EQ(frame.attach(), kResultTrue);
 }
 
-TEST_F(View, OneOfTwoGoesOnWhenTheOtherIsClosed)
+TEST_F(View, OneOfTwoKeepsWorkingWhenTheOtherIsClosed)
 {
     HostFrame frame(open(), {20, 10}), other(open(), {460, 10});
     ASSERT_EQ(frame.attach(), kResultTrue);
@@ -135,7 +135,7 @@ TEST_F(View, FollowsStatesThatAnotherThreadLoads)
 }
 
 // The first view is not removed, and the other one keeps its controller alive.
-TEST_F(View, LeavesNothingInWhateverOrderItIsLetGo)
+TEST_F(View, LeavesNothingBehindInAnyOrderOfRelease)
 {
     IPtr<IPlugView> view;
     {

@@ -1,4 +1,4 @@
-// The built VST 3 bundle in hosts that are stricter, or laxer, than most.
+// The built VST 3 bundle, also in hosts that are stricter or laxer than most.
 #include "FactoryBank.h"
 #include "Host.h"
 #include "Images.h"
@@ -18,7 +18,7 @@ namespace {
 
 using Setting = std::pair<ParamID, ParamValue>;
 
-// Both channels differ, and every stage is at work.
+// The channels differ, and every stage is on.
 const std::vector<Setting> kSettings = {
     {kQB11, 1.0},   {k2x, 1.0},       {kMS, 1.0},      {kDriveL, 0.7},  {kDriveR, 0.4},
     {kHpfL, 0.5},   {kOutputR, 0.45}, {kPhaseL, 1.0},  {kLShelfL, 1.0}, {kLFreqL, 0.4},
@@ -39,7 +39,7 @@ void automateAll(Instance& instance, const std::vector<Setting>& settings)
         instance.automate(id, static_cast<float>(value));
 }
 
-// A project's state with the settings in it.
+// The controller state that a project with these settings holds.
 Bytes projectState(const Module& module)
 {
     Instance instance(module);
@@ -48,7 +48,7 @@ Bytes projectState(const Module& module)
     return instance.controllerState();
 }
 
-// What settings sound like through the library's VST 2 form.
+// The output of the VST 2 library with these settings.
 std::vector<Signal> throughVst2(const std::vector<Setting>& settings = kSettings,
                                 double rate = 48000.0)
 {
@@ -92,7 +92,7 @@ TEST_F(Bundle, SoundsAsTheVst2LibraryDoesToTheBit)
     constexpr struct {
         double rate, midSide;
         int32 mode;
-        bool flushed;  // parameters come without audio
+        bool flushed;  // parameters arrive in a call without audio
     } rows[] = {
         {44100.0, 0.0, kRealtime, false},
         {192000.0, 1.0, kPrefetch, true},
@@ -112,11 +112,11 @@ TEST_F(Bundle, SoundsAsTheVst2LibraryDoesToTheBit)
     }
 }
 
-TEST_F(Bundle, TakesAProjectInAnyOrderOfSteps)
+TEST_F(Bundle, LoadsAProjectInAnyOrderOfSteps)
 {
     const Bytes project = projectState(module);
     Instance original(module);
-    EXPECT_TRUE(original.componentState().empty()) << "values that nobody has told";
+    EXPECT_TRUE(original.componentState().empty()) << "no values were set yet";
     original.start();
     ASSERT_EQ(original.loadControllerState(project), kResultOk);
     const Bytes component = original.componentState();
@@ -136,8 +136,8 @@ TEST_F(Bundle, TakesAProjectInAnyOrderOfSteps)
     int orders = 0;
     do {
         Instance instance(module);
-        // Some hosts are deaf to edits while they load; some projects are of builds that left the
-        // component's part empty.
+        // Some hosts ignore edits while they load; in projects of early builds the component's
+        // part is empty.
         instance.handler.deaf = orders / 2 % 2 == 0;
         part = orders / 4 % 2 == 0 ? component : Bytes();
         for (const char step : order)
@@ -149,14 +149,13 @@ TEST_F(Bundle, TakesAProjectInAnyOrderOfSteps)
     EXPECT_EQ(orders, 720);
 }
 
-// A host that reads the parameters wherever it may goes on with what it finds, and would write a
-// wrong value back.
+// Hosts may read the parameters at any of these points and write what they read back later.
 TEST_F(Bundle, ShowsARestoredStateAtEveryPointWhereAHostMayRead)
 {
     Instance instance(module);
     instance.start();
     std::mt19937 random(1);
-    // Some hosts run before they save, some do not.
+    // Some hosts process a block before they save, some do not.
     const auto setAll = [&](bool run) {
         std::uniform_real_distribution<float> value(0.0f, 1.0f);
         for (ParamID id = 0; id < kPresetParamCount; ++id)
@@ -182,7 +181,7 @@ TEST_F(Bundle, ShowsARestoredStateAtEveryPointWhereAHostMayRead)
     }
 }
 
-TEST_F(Bundle, TakesAComponentStateForWhatItTells)
+TEST_F(Bundle, ReadsAComponentStateOnlyAsFarAsItIsValid)
 {
     Instance original(module), instance(module);
     original.start();
@@ -198,10 +197,10 @@ TEST_F(Bundle, TakesAComponentStateForWhatItTells)
     const struct {
         const char* what;
         Bytes state;
-        double gain, power;  // then; 0.25 and 0 before
+        double gain, power;  // expected afterwards; before: 0.25 and 0
     } rows[] = {
         {"cut off", cut(243), 0.25, 0},
-        {"half a head", cut(11), 0.25, 0},
+        {"half a header", cut(11), 0.25, 0},
         {"empty", {}, 0.25, 0},
         {"another magic", with(0, {0x37}), 0.25, 0},
         {"another version", with(4, {2}), 0.25, 0},
@@ -222,7 +221,7 @@ TEST_F(Bundle, TakesAComponentStateForWhatItTells)
         EXPECT_EQ(instance.controller->getParamNormalized(kLGainL), row.gain);
         EXPECT_EQ(instance.controller->getParamNormalized(kPower), row.power);
     }
-    // Without a controller the processor sounds like it all the same.
+    // A processor without a controller gives the same output.
     Instance alone(module), told(module);
     EXPECT_EQ(alone.loadComponentState(whole), kResultOk);
     EXPECT_EQ(alone.componentState(), whole);
@@ -232,10 +231,10 @@ TEST_F(Bundle, TakesAComponentStateForWhatItTells)
     EXPECT_EQ(alone.render(music(), kBlocks), told.render(music(), kBlocks));
 }
 
-TEST_F(Bundle, TakesWholeStatesAlone)
+TEST_F(Bundle, RefusesIncompleteStates)
 {
     const PresetSlot& preset = factoryBank()[7];
-    // Two presets of a build that knew no others, behind the prefix.
+    // The prefix and a bank of only two presets.
     const auto image = imageOf(kBankKind, {preset, preset});
     Bytes fewer(8 + image.size());
     std::copy(image.begin(), image.end(), fewer.begin() + 8);
@@ -287,7 +286,7 @@ TEST_F(Bundle, GlidesOnceToAValueThatIsRepeated)
         automateAll(again, automation);
         ASSERT_EQ(again.render(music(), {512}), once.render(music(), {512})) << block;
     }
-    // Of two that work one switch the last to arrive wins, also with the value it had.
+    // Of two parameters that control one switch the last change wins, even to the same value.
     for (const Setting& change : {Setting{kQB11, 1.0},
                                   {kTrfoDsR, 1.0},
                                   {kTrfoDsL, 0.0},
@@ -300,8 +299,8 @@ TEST_F(Bundle, GlidesOnceToAValueThatIsRepeated)
     EXPECT_EQ(again.render(music(), kBlocks), once.render(music(), kBlocks));
 }
 
-// Beyond their range, no numbers at all, of parameters that are not there.
-TEST_F(Bundle, HoldsValuesOfHostsToTheirRange)
+// Values out of range, NaN, and ids that do not exist.
+TEST_F(Bundle, ClampsValuesFromHostsToTheirRange)
 {
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     Instance odd(module), plain(module);
@@ -322,8 +321,8 @@ TEST_F(Bundle, HoldsValuesOfHostsToTheirRange)
     EXPECT_TRUE(odd.handler.restarts.empty());
 }
 
-// A longer block than announced too.
-TEST_F(Bundle, TakesBusesAndChannelsThatAreNotThere)
+// Also a block longer than announced.
+TEST_F(Bundle, HandlesMissingBusesAndChannels)
 {
     constexpr int32 kBlock = 300;
     constexpr struct {
@@ -370,7 +369,7 @@ TEST_F(Bundle, TakesBusesAndChannelsThatAreNotThere)
         data.outputs = row.busesOut ? outBuses : nullptr;
         EXPECT_EQ(instance.process(data), kResultOk);
 
-        // Further channels and buses are silenced.
+        // Additional channels and buses are silenced.
         for (int i = 0; i < 8; ++i) {
             SCOPED_TRACE(i);
             const auto channel = static_cast<std::size_t>(i);
@@ -381,7 +380,7 @@ TEST_F(Bundle, TakesBusesAndChannelsThatAreNotThere)
     }
 }
 
-TEST_F(Bundle, RefusesArrangementsItHasNotAndPlaysTheOthers)
+TEST_F(Bundle, RefusesUnsupportedArrangementsAndProcessesTheOthers)
 {
     SpeakerArrangement mono = SpeakerArr::kMono, stereo = SpeakerArr::kStereo;
     Instance instance(module), refused(module), plain(module);
@@ -397,10 +396,10 @@ TEST_F(Bundle, RefusesArrangementsItHasNotAndPlaysTheOthers)
     EXPECT_NE(out[0], Signal(2000, 0.0f));
 }
 
-// The host has always just asked; it is told where it has no other way to know. Some hosts, while
-// they load a preset, set every parameter to what they have just read, and would wait for
-// themselves if that led to a call back.
-TEST_F(Bundle, TellsOfNoLatencyThatTheHostHasAlready)
+// Here the host has just asked for the latency, so no restart may be requested. Some hosts, while
+// they load a preset, set every parameter to what they have just read, and would deadlock if that
+// led to a callback.
+TEST_F(Bundle, ReportsNoLatencyThatTheHostKnowsAlready)
 {
     Instance instance(module);
     instance.start(48000.0);
@@ -419,7 +418,7 @@ TEST_F(Bundle, TellsOfNoLatencyThatTheHostHasAlready)
     }
 }
 
-TEST_F(Bundle, AnswersQuestionsOutsideItsTables)
+TEST_F(Bundle, AnswersCallsWithIndicesOutOfRange)
 {
     Instance instance(module);
     ParameterInfo parameter;
@@ -447,7 +446,7 @@ TEST_F(Bundle, IsSilentAfterItsTailAndNotBefore)
 {
     Instance instance(module);
     instance.start();
-    // What rings longest: the lowest bands, boosted and high-passed.
+    // The longest decay: the lowest bands, boosted and high-passed.
     automateAll(instance, {{kQB11, 1.0}, {k2x, 1.0}, {kLFreqL, 1.0}, {kLGainL, 1.0}, {kHpfL, 0.1}});
     const auto loudest = [&](std::size_t length) {
         const Signal silence(length, 0.0f);

@@ -1,4 +1,4 @@
-// Who gets presses, drags and the wheel, and what survives views that vanish meanwhile.
+// Which view gets presses, drags and the wheel, also when views are removed during the event.
 #include "Probe.h"
 
 namespace {
@@ -11,7 +11,7 @@ TEST_F(Dispatch, TheTopmostViewUnderThePointGetsThePressInItsParentsCoordinates)
     frame->addView(box);
     box->addView(new ProbeView(CRect(10, 10, 40, 40), "low", log));
     box->addView(new ProbeView(CRect(10, 10, 40, 40), "high", log));
-    // The right and the bottom edge are outside.
+    // The right and the bottom edge are exclusive.
     for (const CPoint& where : {CPoint(90, 35), CPoint(65, 60)})
         EXPECT_EQ(host.mouseDown(where), kMouseEventNotHandled);
     EXPECT_EQ(host.mouseDown({60, 30}), kMouseEventHandled);
@@ -34,7 +34,7 @@ TEST_F(Dispatch, OnlyTransparentOrDisabledViewsLetAnUnhandledPressThrough)
     EXPECT_EQ(heard(), (Log{"high down 5,5", "low down 5,5", "low up 5,5", "low down 6,6"}));
 }
 
-TEST_F(Dispatch, AMultipleClickIsNotForAViewThatItsFirstPressHasUncovered)
+TEST_F(Dispatch, ADoubleClickDoesNotReachAViewThatItsFirstPressUncovered)
 {
     addProbe("low");
     auto* high = addProbe("high");
@@ -43,7 +43,7 @@ TEST_F(Dispatch, AMultipleClickIsNotForAViewThatItsFirstPressHasUncovered)
         host.mouseDown(where, buttons);
         host.mouseUp(where, buttons);
     };
-    // The third press of a triple click is a single one again.
+    // The third press of a triple click counts as a single one.
     for (const int32_t buttons : {+kLButton, kLButton | kDoubleClick, +kLButton})
         click({5, 5}, buttons);
     EXPECT_EQ(heard(), (Log{"high down 5,5", "high dies", "low enter 5,5"}));
@@ -52,7 +52,7 @@ TEST_F(Dispatch, AMultipleClickIsNotForAViewThatItsFirstPressHasUncovered)
     EXPECT_EQ(heard(), (Log{"low down 15,5", "low up 15,5", "low down 15,5", "low up 15,5"}));
 }
 
-TEST_F(Dispatch, ResultsDecideAboutCapture)
+TEST_F(Dispatch, TheResultOfAPressDecidesWhetherItIsCaptured)
 {
     auto* v = addProbe("v");
     v->pressResult = kMouseDownEventHandledButDontNeedMovedOrUpEvents;
@@ -65,11 +65,11 @@ TEST_F(Dispatch, ResultsDecideAboutCapture)
     host.mouseMove({90, 90}, kLButton);
     host.mouseMove({91, 91}, kLButton);
     host.mouseUp({92, 92});
-    // Given up in the move, which then counts as one of the hovered view.
+    // The capture ends in the move, which then also goes to the hovered view.
     EXPECT_EQ(heard(), (Log{"v down 5,5", "v drag 90,90", "v move 90,90", "v exit 91,91"}));
 }
 
-TEST_F(Dispatch, ViewsMayVanishInAPressAndAreNotCapturedThen)
+TEST_F(Dispatch, ViewsMayBeRemovedInAPressAndAreNotCapturedThen)
 {
     auto* box = new CViewContainer(CRect(0, 0, 100, 100));
     frame->addView(box);
@@ -114,7 +114,7 @@ TEST_F(Dispatch, ViewsMayVanishInAPressAndAreNotCapturedThen)
     EXPECT_EQ(host.mouseMove({5, 5}, kLButton), kMouseEventNotHandled);
 }
 
-TEST_F(Dispatch, LostMouseReleasesWhoeverHasNoCancelOfItsOwn)
+TEST_F(Dispatch, ACancelledDragIsAReleaseForViewsWithoutACancelHandler)
 {
     addProbe("v");
     host.mouseDown({5, 5});
@@ -139,7 +139,7 @@ TEST_F(Dispatch, TheWheelGoesToTheTopmostAndIsIgnoredDuringADrag)
                    "v enter 5,5", "v exit 5,5"}));
 }
 
-TEST_F(Dispatch, HoverMovesOnAfterDragsAndWithoutAnExitForWhatIsGone)
+TEST_F(Dispatch, HoverIsUpdatedAfterDragsAndRemovedViewsGetNoExit)
 {
     auto* const a = addProbe("a");
     addProbe("b", CRect(40, 0, 80, 40));
@@ -161,7 +161,7 @@ TEST_F(Dispatch, HoverMovesOnAfterDragsAndWithoutAnExitForWhatIsGone)
     EXPECT_EQ(heard(), (Log{"a dies"}));
 }
 
-TEST_F(Dispatch, RepaintsGoOnWhileAMenuIsOpenWhichMayGoThenAndEndsItsGesture)
+TEST_F(Dispatch, RepaintsGoOnWhileAMenuIsOpenAndRemovingItEndsItsGesture)
 {
     const std::function<void(CView*)> ends[] = {[&](CView* menu) { frame->removeView(menu); },
                                                 [&](CView*) { closeFrame(); }};

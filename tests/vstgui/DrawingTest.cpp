@@ -5,7 +5,7 @@ namespace {
 
 class Drawing : public FrameTest {
 protected:
-    // Paints with a function, all over the frame, and returns the frame's picture.
+    // Returns the frame's picture after `paint` has drawn over it.
     Pixels drawn(std::function<void(CDrawContext&)> paint)
     {
         addProbe("painter", kAll)->onDraw = std::move(paint);
@@ -19,7 +19,7 @@ TEST_F(Drawing, FilledRectanglesCoverExactlyTheirPixelsAndStrokesTheInnerBorder)
 {
     const Pixels p = drawn([](CDrawContext& c) {
         c.setFillColor(kRedCColor);
-        c.drawRect(CRect(20, 20, 10, 10), kDrawFilled);  // turned round
+        c.drawRect(CRect(20, 20, 10, 10), kDrawFilled);  // edges swapped
         c.setFrameColor(kBlueCColor);
         c.drawRect(CRect(30, 10, 40, 20), kDrawStroked);
     });
@@ -32,7 +32,7 @@ TEST_F(Drawing, FilledRectanglesCoverExactlyTheirPixelsAndStrokesTheInnerBorder)
             << at.x << ',' << at.y;
 }
 
-TEST_F(Drawing, ColoursAndGlobalAlphaMixOverWhatIsThere)
+TEST_F(Drawing, ColoursAndGlobalAlphaBlendOverTheBackground)
 {
     const Pixels p = drawn([this](CDrawContext& c) {
         c.setFillColor(kBlackCColor);
@@ -81,13 +81,13 @@ TEST_F(Drawing, BitmapsAreCopiedUnscaledFromTheirOffsetAndNeverBeyondTheirEdges)
     const auto strip = owned(filmstrip(9001, 3));
     const Pixels p = drawn([&](CDrawContext& c) {
         strip->draw(&c, CRect(0, 0, 10, 10), CPoint(0, 10));
-        strip->draw(&c, CRect(20, 0, 40, 40), CPoint(0, 20));  // larger than what is left
+        strip->draw(&c, CRect(20, 0, 40, 40), CPoint(0, 20));  // reaches beyond the bitmap
         strip->draw(&c, CRect(50, 0, 60, 10), CPoint(-5, -5));
-        strip->draw(&c, CRect(70.9, 0.9, 80.9, 10.9));  // whole pixels
+        strip->draw(&c, CRect(70.9, 0.9, 80.9, 10.9));  // drawn at whole pixels
         strip->draw(&c, CRect(90, 0, 100, 10), CPoint(0, 20), 0.5f);
         strip->draw(&c, CRect(110, 0, 120, 10), CPoint(0, 20), 0.f);
     });
-    // Which frame of the strip stands there; -1 for none.
+    // The frame of the strip at x; -1 for none.
     const auto frameAt = [&](int x) {
         return p.at(x, 0) == kGreenCColor && p.at(x + 5, 5).blue == 0 ? p.at(x + 5, 5).red / 10
                                                                       : -1;
@@ -103,7 +103,7 @@ TEST_F(Drawing, BitmapsAreCopiedUnscaledFromTheirOffsetAndNeverBeyondTheirEdges)
     EXPECT_EQ(p.at(115, 5), kGreyCColor);
 }
 
-TEST_F(Drawing, TextThatIsNoUtf8DoesNotSpoilWhatFollows)
+TEST_F(Drawing, InvalidUtf8DoesNotAffectLaterText)
 {
     const Pixels p = drawn([](CDrawContext& c) {
         c.setFont(kNormalFont);

@@ -1,4 +1,4 @@
-// Keyboard focus and the life of a text box.
+// Keyboard focus, and opening and closing of text boxes.
 #include "Probe.h"
 
 namespace {
@@ -10,7 +10,7 @@ protected:
     CTextEdit* edit{new CTextEdit(CRect(10, 10, 110, 30), &listener, 9, "old")};
 };
 
-TEST_F(Focus, APressOpensTheBoxReturnTakesTheTextOverAndEscapeDoesNot)
+TEST_F(Focus, APressOpensTheBoxReturnCommitsTheTextAndEscapeDiscardsIt)
 {
     host.mouseDown({20, 20});
     ASSERT_STREQ(host.textBoxText(), "old");
@@ -32,7 +32,7 @@ TEST_F(Focus, APressOpensTheBoxReturnTakesTheTextOverAndEscapeDoesNot)
     EXPECT_TRUE(edit->bWasReturnPressed);
     EXPECT_STREQ(edit->getText(), "n\xC3\xA9w");
     EXPECT_EQ(listener.log, (Log{"begin", "value", "end"}));
-    EXPECT_FALSE(host.keyDown({0, VKEY_TAB, 0})) << "without a focus it is the host's";
+    EXPECT_FALSE(host.keyDown({0, VKEY_TAB, 0})) << "without a focus view the key is the host's";
 }
 
 TEST_F(Focus, WhateverTakesTheFocusAwayCommits)
@@ -53,7 +53,7 @@ TEST_F(Focus, WhateverTakesTheFocusAwayCommits)
         EXPECT_EQ(host.textBoxText(), nullptr);
         EXPECT_EQ(listener.log, (Log{"begin", "value", "end"}));
         if (&way == &ways[1]) {
-            host.activate(true);  // back where it was
+            host.activate(true);  // reopens the box
             EXPECT_NE(host.textBoxText(), nullptr);
             host.pressEscapeInTextBox();
         }
@@ -77,14 +77,14 @@ TEST_F(Focus, AListenerMayRemoveTheFieldOrCloseTheFrameWhileItCommits)
     EXPECT_FALSE(host.isOpen());
 }
 
-TEST_F(Focus, APressIsEnoughToWorkInAFrameWhoseWindowHasNotTheKeyboard)
+TEST_F(Focus, APressWorksInAFrameWhoseWindowIsNotActive)
 {
     host.mouseDown({20, 20});
     host.typeText("one");
     host.activate(false);
     host.mouseDown({150, 90});
     host.activate(true);
-    EXPECT_EQ(host.textBoxText(), nullptr) << "a field that was left opens again";
+    EXPECT_EQ(host.textBoxText(), nullptr) << "a field that lost the focus opened again";
     host.activate(false);
     host.mouseDown({20, 20});
     host.typeText("two");

@@ -1,5 +1,5 @@
-// A frame in a host's window on the screen that notes down all that the system tells it, the loop
-// that the host turns, and what a user does in the middle of it.
+// A fixture: a frame in a host's window on the screen that records its events, the host's event
+// loop, and user input during it.
 #pragma once
 
 #include "HostWindow.h"
@@ -22,11 +22,11 @@ using namespace VSTGUI;
 
 using Log = std::vector<std::string>;
 
-// Where the host's window stands on the screen.
+// The host window's corner on the screen.
 constexpr Place kHost{300, 200};
 
-// Turns the host's loop until the condition holds, or for so long and ten times at least. Returns
-// whether it does.
+// Runs the host's loop until the condition holds or the time is over, but at least ten times.
+// Returns whether the condition holds.
 inline bool pumpUntil(const std::function<bool()>& condition, int milliseconds = 20000)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
@@ -46,19 +46,19 @@ inline void pump(int milliseconds = 60)
     pumpUntil([] { return false; }, milliseconds);
 }
 
-// What happens to a frame, and how it answers.
+// The events of a frame, and its handlers.
 struct Record {
     // For example "down 10,20 L", "move -3,5 L shift", "exit", "cancel", "wheel 5,6 y 0.5".
     Log events;
     std::vector<CRect> drawn;
-    std::function<CMouseEventResult()> onPress;  // in place of the views
+    std::function<CMouseEventResult()> onPress;  // replaces dispatching to the views
     std::function<void(CDrawContext&, const CRect&)> onDraw;
 
     bool has(const std::string& event) const
     {
         return std::find(events.begin(), events.end(), event) != events.end();
     }
-    // Without moves, of which systems send any number.
+    // Without moves, whose number depends on the system.
     Log eventsButMoves() const
     {
         Log rest;
@@ -149,8 +149,8 @@ private:
     Record& record;
 };
 
-// Does the steps one after the other, one each 60 ms, from inside whatever loop is running; the
-// first one not before it is ready.
+// Runs the steps one by one, every 60 ms, from a timer of whatever loop is running; the first one
+// not before isReady returns true.
 class Script {
 public:
     using Step = std::function<void()>;
@@ -179,8 +179,8 @@ private:
     SharedPointer<CVSTGUITimer> timer;
 };
 
-// A frame of 300 by 200 at the top left corner of a host's window of 400 by 300, the pointer beside
-// it.
+// A frame of 300 by 200 at the top left corner of a host's window of 400 by 300, with the pointer
+// outside the frame.
 class OpenFrame : public testing::Test, public IControlListener {
 public:
     void valueChanged(CControl* control) override { values.push_back(control->getValue()); }
@@ -215,7 +215,7 @@ protected:
             std::exchange(frame, nullptr)->close();
     }
 
-    // The user, in coordinates of the host's inside. Delivered by the system; pump afterwards.
+    // User input, in coordinates of the host's window. The system delivers it in a later pump().
     static void movePointer(int x, int y) { hands::movePointer({kHost.x + x, kHost.y + y}); }
     static void press() { hands::button(hands::Button::Left, true); }
     static void release() { hands::button(hands::Button::Left, false); }

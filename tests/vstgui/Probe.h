@@ -1,4 +1,4 @@
-// A frame without a display, and views and listeners that write down what happens to them.
+// A frame without a display, and views and listeners that record their events.
 #pragma once
 
 #include "Png.h"
@@ -95,7 +95,7 @@ public:
     std::function<void()> onValue;
 };
 
-// A frame of 200 by 100, grey, open on an OffscreenHost, whose views repaint at once.
+// A grey frame of 200 by 100, open on an OffscreenHost, whose dirty views repaint at once.
 class FrameTest : public ::testing::Test {
 protected:
     FrameTest()
@@ -124,7 +124,7 @@ protected:
         return view;
     }
 
-    // What happened to probes since the last question.
+    // The events of all probes since the previous call.
     Log heard() { return std::exchange(log, {}); }
 
     Log log;

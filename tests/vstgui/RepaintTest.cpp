@@ -1,4 +1,4 @@
-// What is asked to be repainted, and when.
+// Which rectangles are invalidated, and when.
 #include "Probe.h"
 
 namespace {
@@ -15,7 +15,7 @@ protected:
 
 using Rects = std::vector<CRect>;
 
-TEST_F(Repaint, InvalidRectanglesAreMovedUpAndCutByEachContainer)
+TEST_F(Repaint, InvalidRectanglesAreTranslatedAndClippedByEachContainer)
 {
     auto* box = new CViewContainer(CRect(50, 20, 100, 60));
     frame->addView(box);
@@ -49,13 +49,13 @@ TEST_F(Repaint, DirtyViewsAreRepaintedAtOnce)
     EXPECT_FALSE(knob->isDirty());
 }
 
-TEST_F(Repaint, ViewsThatComeMoveOrGoRepaintTheirPlaces)
+TEST_F(Repaint, AddingMovingOrRemovingAViewRepaintsItsRectangle)
 {
     const CRect here(0, 0, 10, 10), there(50, 0, 60, 10);
     auto* v = new ProbeView(here, "v", log);
     v->setDirty();
     v->invalid();
-    EXPECT_EQ(taken(), Rects{}) << "not there yet";
+    EXPECT_EQ(taken(), Rects{}) << "not added yet";
     frame->addView(v);
     EXPECT_FALSE(frame->addView(v));
     EXPECT_EQ(taken(), (Rects{here}));
@@ -68,7 +68,7 @@ TEST_F(Repaint, ViewsThatComeMoveOrGoRepaintTheirPlaces)
     EXPECT_EQ(taken(), (Rects{there}));
 }
 
-TEST_F(Repaint, OneEventPassesEachAreaOnOnce)
+TEST_F(Repaint, OneEventInvalidatesEachAreaOnce)
 {
     auto* v = addProbe("v");
     taken();

@@ -1,4 +1,4 @@
-// Pictures by number, and damaged pictures.
+// Bitmaps by resource number, and damaged bitmaps.
 #include "Probe.h"
 
 namespace {
@@ -15,7 +15,7 @@ TEST(Resources, AMissingOrDamagedPictureIsUnloadedAndDrawsNothing)
     picture.set(3, 2, CColor(10, 20, 30, 40));
     const std::vector<uint8_t> png = encodePng(picture);
     for (size_t length = 0; length < png.size() - 12; ++length) {
-        // A copy of exactly that length, so that a read behind its end is seen.
+        // A copy of exactly that length, so that the sanitizer sees a read beyond its end.
         const std::vector<uint8_t> cut(png.begin(), png.begin() + static_cast<long>(length));
         const EmbeddedBitmap entry{4712, cut.data(), cut.size()};
         registerBitmaps(&entry, 1);
@@ -30,7 +30,7 @@ TEST(Resources, AMissingOrDamagedPictureIsUnloadedAndDrawsNothing)
     EXPECT_EQ(bitmap->getHeight(), 5);
 }
 
-TEST(Resources, OnePictureIsSharedAndLetGoWithItsLastUser)
+TEST(Resources, ABitmapIsSharedAndReleasedByItsLastUser)
 {
     auto* first = filmstrip(4713, 2);
     const auto second = owned(new CBitmap(CResourceDescription(4713)));

@@ -1,4 +1,4 @@
-// What this process has of the system that a frame could leave behind.
+// Counts of system resources of this process that a frame could leak.
 #pragma once
 
 #include <vector>

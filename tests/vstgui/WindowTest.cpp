@@ -1,4 +1,4 @@
-// Frames in a host's window, under a user's hands.
+// Frames in a host's window under real user input.
 #include "OpenFrame.h"
 #include "Traces.h"
 
@@ -60,7 +60,7 @@ TEST_F(Window, ADragGoesOnOutsideUntilItsRelease)
     EXPECT_EQ(where, CPoint(-40, -50));
 }
 
-TEST_F(Window, TheSecondOfThreePressesIsADoubleClickAndControlAndWheelAreTold)
+TEST_F(Window, TheSecondOfThreePressesIsADoubleClickAndControlAndWheelArrive)
 {
     record.onPress = [] { return kMouseDownEventHandledButDontNeedMovedOrUpEvents; };
     for (int i = 0; i < 3; ++i)
@@ -91,7 +91,7 @@ TEST_F(Window, MayCloseInsideAPress)
     EXPECT_EQ(record.eventsButMoves(), Log{"down 20,30 L"});
 }
 
-TEST_F(Window, AHostMayTakeItAwayDuringADrag)
+TEST_F(Window, AHostMayDestroyItDuringADrag)
 {
     record.onPress = takePress;
     movePointer(20, 30);
@@ -99,7 +99,7 @@ TEST_F(Window, AHostMayTakeItAwayDuringADrag)
     ASSERT_TRUE(pumpUntil([&] { return record.has("down 20,30 L"); }));
     void* const handle = host.handle();
     host.destroy();
-    // Calls before and after the news has come.
+    // Before and after the frame has processed the destruction.
     for (int i = 0; i < 2; ++i) {
         CPoint where;
         frame->getCurrentMouseLocation(where);
@@ -115,19 +115,19 @@ TEST_F(Window, AHostMayTakeItAwayDuringADrag)
     late->close();
 }
 
-TEST_F(Window, AReleaseOfThePressThatOpensAMenuIsNoChoice)
+TEST_F(Window, TheReleaseOfThePressThatOpensAMenuChoosesNothing)
 {
     addMenu();
     Script script(
         {[] { release(); }, [&] { EXPECT_EQ(gestures, 1); }, [] { tap(hands::Key::Escape); }},
         menuIsOpen());
-    movePointer(40, 38);  // on what becomes the first entry
+    movePointer(40, 38);  // where the first entry will be
     press();
     EXPECT_TRUE(pumpUntil([&] { return script.finished() && gestures == 0; }));
     EXPECT_TRUE(values.empty());
 }
 
-TEST_F(Window, AMenuIsChosenFromInOneDragFromThePressThatOpensIt)
+TEST_F(Window, AMenuEntryCanBeChosenByDraggingFromTheOpeningPress)
 {
     addMenu();
     Script script({[] { movePointer(40, 65); }, [] { movePointer(42, 60); }, [] { release(); }},

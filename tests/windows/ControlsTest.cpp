@@ -1,5 +1,4 @@
-// One control of each kind by its place on the screen, under a real mouse, and what the host hears
-// of it.
+// One control of each kind under a real mouse, and the edits that the host gets.
 #include "EditorOnScreen.h"
 
 namespace {
@@ -25,7 +24,7 @@ TEST_F(EditorOnScreen, ControlsTakeClicksDragsAndTheWheel)
         double value, tolerance;
         int width;
     } steps[] = {
-        // 20 pixels of 200; the law is near the identity.
+        // 20 pixels of 200; the law is close to the identity.
         {"knob", [&](User& u) { u.drag(knob, 0, -20); }, kLGainR2, kLGainR2, 0.6, 0.01, 894},
         {"ring", [&](User& u) { u.drag(ring, 0, -24); }, kLGainR2, kLFreqR2, 0.25, 1e-6, 894},
         {"wheel", [&](User& u) { u.wheel(ring, true); }, kLGainR2, kLFreqR2, 0.361, 1e-3, 894},
@@ -51,7 +50,7 @@ TEST_F(EditorOnScreen, ControlsTakeClicksDragsAndTheWheel)
         EXPECT_EQ(host->window->childWidth(), step.width);
         EXPECT_EQ(host->resizes, step.width != before);
     }
-    // Linked channels keep their distance until Control clears it.
+    // Linked channels keep their offset until Control removes it.
     host->automate(kLGainR2, 0.4);
     Host::user(clickPanel(30));
     Host::user([&](User& user) { user.drag(knob, 0, -20); });

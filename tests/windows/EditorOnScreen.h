@@ -1,5 +1,5 @@
-// The editor of the built library in a VST 2 host's window, with settings that nobody left behind
-// and unlinked channels.
+// A fixture: the editor of the built library in a VST 2 host's window, with cleared settings and
+// unlinked channels.
 #pragma once
 
 #include "NativePlugin.h"
@@ -25,7 +25,7 @@ constexpr double kKnobX = 42 + 62.5, kKnobY = 7 + 287.5;
 
 class Host : public host::NativePlugin {
 public:
-    // The editor's left upper corner will be there.
+    // `place` is the editor's upper left corner on the screen.
     explicit Host(Place place = {20, 10}) : NativePlugin(ZKR_PLUGIN), corner(place)
     {
         hosts.push_back(this);
@@ -36,7 +36,7 @@ public:
         hosts.erase(std::find(hosts.begin(), hosts.end(), this));
     }
 
-    // What the library says when it is asked for the editor's size.
+    // The editor's size as the library reports it.
     VSTGUI::CPoint toldSize()
     {
         ERect* rect = nullptr;
@@ -51,7 +51,7 @@ public:
         window = std::make_unique<HostWindow>(corner, width, height);
         EXPECT_EQ(effect()->dispatcher(effect(), effEditOpen, 0, 0, window->handle(), 0.0f), 1);
     }
-    // The window goes after the editor, or before it.
+    // Destroys the window after closing the editor, or before.
     void closeEditor(bool windowFirst = false)
     {
         if (!window)
@@ -67,8 +67,8 @@ public:
     {
         setParameter(static_cast<VstInt32>(id), static_cast<float>(value));
     }
-    // What the editor told since the last question ("begin 5", "change 5", "end 5"), equal ones in
-    // a row once.
+    // The editor's calls since the previous call of heard(), as "begin 5", "change 5", "end 5",
+    // without consecutive repeats.
     std::vector<std::string> heard()
     {
         std::vector<std::string> calls = std::exchange(told, {});
@@ -82,11 +82,11 @@ public:
     }
     VSTGUI::Pixels picture() const { return screenshot(corner, width, height); }
 
-    // Lets the user act while all hosts' idle calls go on, and some time longer.
+    // Runs a script of user input while all hosts' idle calls go on, and a little longer.
     static void user(const std::function<void(User&)>& script)
     {
         User::act(script, idleAll);
-        // A repaint and what follows.
+        // Time for repaints and their consequences.
         idleFor(40);
     }
     static void idleFor(int milliseconds)
@@ -96,7 +96,7 @@ public:
         while (Clock::now() < end)
             idleAll();
     }
-    // Whether it holds within half a minute.
+    // Waits up to half a minute; returns whether the condition holds.
     static bool soon(const std::function<bool()>& condition)
     {
         return turnUntil(condition, idleAll);
@@ -105,7 +105,7 @@ public:
     int width = 0, height = 0;
     int resizes = 0;  // calls of sizeWindow
     std::unique_ptr<HostWindow> window;
-    // Of the loop that gives idle calls; it stands still while a menu or dialog has one of its own.
+    // Iterations of the idle loop, which stops while a menu or dialog runs its own.
     static inline std::atomic<int> turns{0};
 
 private:
@@ -119,7 +119,7 @@ private:
         if (opcode == audioMasterEndEdit)
             told.push_back("end " + std::to_string(index));
         if (opcode == audioMasterSizeWindow) {
-            // Hosts wait there for their interface thread, which may wait for the one that asks.
+            // From another thread a host could deadlock with its interface thread.
             EXPECT_EQ(std::this_thread::get_id(), ownThread);
             ++resizes;
             width = index;
@@ -143,7 +143,7 @@ private:
     const std::thread::id ownThread = std::this_thread::get_id();
 };
 
-// A gesture that changed this parameter, as Host::heard tells it.
+// A gesture that changed this parameter, as Host::heard returns it.
 inline std::vector<std::string> gesture(unsigned id)
 {
     const std::string number = std::to_string(id);
@@ -158,11 +158,12 @@ struct EditorOnScreen : testing::Test {
         host = std::make_unique<Host>();
         host->automate(kLink, 0);
         host->openEditor();
-        // Beside all windows.
+        // Outside all windows.
         Host::user([](User& user) { user.moveTo({1000, 740}); });
     }
 
-    // Clicks on what opens a menu or a text box, and goes on when more than a key has changed.
+    // Clicks on what opens a menu or a text box and waits until more pixels than a key's have
+    // changed.
     void clickToOpen(User& user, Place where)
     {
         const VSTGUI::Pixels before = host->picture();
@@ -172,6 +173,6 @@ struct EditorOnScreen : testing::Test {
     }
 
     std::unique_ptr<Host> host;
-    // The name's field and the menu's key, on the screen.
+    // The name field and the menu key, on the screen.
     static constexpr Place field{217, 506}, menu{284, 504};
 };

@@ -1,5 +1,4 @@
-// The editor's window between host and user: automation, several instances, the end in the middle
-// of things, what it looks like, and what it all costs.
+// The editor's window: repaints, closing during user input, size, appearance and processor time.
 #include "EditorOnScreen.h"
 #include "FactoryBank.h"
 
@@ -8,7 +7,7 @@
 
 namespace {
 
-// Of processor time that this process has taken.
+// Processor time of this process.
 double processorSeconds()
 {
     timespec time{};
@@ -46,15 +45,15 @@ TEST_F(EditorOnScreen, RepaintsNothingUnlessSomethingChangesAndAKnobAlone)
         EXPECT_EQ(inside > 1000, row.repaints);
         EXPECT_EQ(outside, 0);
     }
-    EXPECT_TRUE(host->heard().empty()) << "the host hears its own automation";
+    EXPECT_TRUE(host->heard().empty()) << "automation was reported back to the host";
 }
 
-TEST_F(EditorOnScreen, ClosesInTheMiddleOfThingsAndOpensAgain)
+TEST_F(EditorOnScreen, ClosesDuringADragATextInputAndAMenuAndOpensAgain)
 {
     const Place knob = host->at(kKnobX, kKnobY);
     for (const bool windowFirst : {false, true}) {
         SCOPED_TRACE(windowFirst);
-        // A drag.
+        // During a drag.
         host->heard();
         Host::user([&](User& user) {
             user.press(knob);
@@ -64,7 +63,7 @@ TEST_F(EditorOnScreen, ClosesInTheMiddleOfThingsAndOpensAgain)
         EXPECT_EQ(host->heard(), gesture(kLGainL)) << "the gesture was left open";
         Host::user([](User& user) { user.release(); });
         host->openEditor();
-        // A name that is being typed.
+        // While a name is typed.
         const std::string name = windowFirst ? "First" : "Second";
         Host::user([&](User& user) {
             clickToOpen(user, field);
@@ -74,12 +73,12 @@ TEST_F(EditorOnScreen, ClosesInTheMiddleOfThingsAndOpensAgain)
         EXPECT_EQ(host->programName(), name);
         host->openEditor();
     }
-    // The window goes while the menu is open.
+    // The window is destroyed while the menu is open.
     Host::user([&](User& user) {
         clickToOpen(user, menu);
         const int turns = Host::turns;
         host->window->destroyFromOutside();
-        EXPECT_TRUE(user.waitFor([&] { return Host::turns > turns; })) << "the menu stays";
+        EXPECT_TRUE(user.waitFor([&] { return Host::turns > turns; })) << "the menu stays open";
         user.tap(hands::Key::Escape);
     });
     host->closeEditor();
@@ -89,7 +88,7 @@ TEST_F(EditorOnScreen, ClosesInTheMiddleOfThingsAndOpensAgain)
     EXPECT_EQ(host->heard(), gesture(kLGainL));
 }
 
-TEST_F(EditorOnScreen, TheSizeIsThatOfTheProjectAsItIsNow)
+TEST_F(EditorOnScreen, TheSizeFollowsTheProjectAlsoWhileClosed)
 {
     host->automate(kQB11, 1);
     EXPECT_TRUE(Host::soon([&] { return host->window->childWidth() == 644; }));
@@ -107,7 +106,7 @@ TEST_F(EditorOnScreen, TheSizeIsThatOfTheProjectAsItIsNow)
     EXPECT_EQ(host->resizes, 0) << "the window had the wrong size";
 }
 
-// Processor time, which other programs' work does not count in.
+// Measures processor time, which does not include other processes.
 TEST_F(EditorOnScreen, OpensQuicklyFiftyTimes)
 {
     std::vector<double> times;  // ms, until all is painted
@@ -127,7 +126,7 @@ TEST_F(EditorOnScreen, OpensQuicklyFiftyTimes)
     EXPECT_NEAR(host->value(kLGainL), 0.6, 0.01);
 }
 
-TEST_F(EditorOnScreen, IdlingCostsNextToNothing)
+TEST_F(EditorOnScreen, AnIdleEditorTakesLittleProcessorTime)
 {
     const char* const asked = std::getenv("ZKR_IDLE_SECONDS");
     const int seconds = asked ? std::atoi(asked) : 2;

@@ -1,4 +1,4 @@
-// The row of keys at the bottom under mouse and keyboard: menu, name, files, manual.
+// The row of keys at the bottom, under mouse and keyboard: menu, name, files, manual.
 #include "EditorOnScreen.h"
 #include "FactoryBank.h"
 #include "TemporaryFolder.h"
@@ -11,8 +11,8 @@ namespace fs = std::filesystem;
 using hands::Key;
 
 struct Panel : EditorOnScreen {
-    // The programs that a desktop brings are scripts that write down what they are asked; no others
-    // are found.
+    // The desktop's helper programs are mocked by scripts that record their arguments; the search
+    // path holds no other programs.
     Panel() { setPath(folder.path().string()); }
     ~Panel() override
     {
@@ -28,7 +28,7 @@ struct Panel : EditorOnScreen {
         setenv("PATH", value.c_str(), 1);
 #endif
     }
-    // The last command of the script is its answer.
+    // `answer` is the last command of the script.
     void installHelper(const std::string& name, const std::string& answer)
     {
         const std::string file = folder / name;
@@ -45,7 +45,7 @@ struct Panel : EditorOnScreen {
     {
         Host::user([&](User& user) { user.click(where); });
     }
-    // Presses a key that opens a file dialog, and answers that.
+    // Presses a key that opens a file dialog and chooses `answer` there.
     void chooseFile(Place key, const std::string& title, const std::string& answer,
                     hands::Button button = hands::Button::Left)
     {
@@ -56,7 +56,7 @@ struct Panel : EditorOnScreen {
                 return;
             EXPECT_TRUE(user.waitFor([&] { return titleInFront() == title; })) << title;
             user.pause(200);
-            // Not typed: the system would add endings of its own to it.
+            // Not typed: the system would auto-complete it.
             fillFieldInFront(answer);
             user.tap(Key::Return);
             EXPECT_TRUE(user.waitFor([&] { return titleInFront() != title; })) << title;
@@ -64,7 +64,7 @@ struct Panel : EditorOnScreen {
         EXPECT_TRUE(kOnWindows || asked().find("--title=" + title) != std::string::npos) << asked();
     }
 
-    // Whether a message of the toolkit's own, without dialogs of the system, shows this line.
+    // Whether a message box drawn by the toolkit shows this line.
     bool messageShows(const std::string& line) const
     {
         return findText(host->picture(), line, VSTGUI::CColor(20, 20, 20),
@@ -103,7 +103,7 @@ TEST_F(Panel, APresetIsChosenInTheMenuByKeysAndByTheMouse)
     } rows[] = {
         {down, fourth},
         {[](User& user) { user.tap(Key::Escape); }, fourth},
-        // The first entry lies over the key.
+        // The first entry covers the key.
         {[](User& user) {
              user.click({menu.x + 60, menu.y + 12});
          },
@@ -121,7 +121,7 @@ TEST_F(Panel, APresetIsChosenInTheMenuByKeysAndByTheMouse)
     EXPECT_EQ(host->programName(), factoryBank()[1].name);
 }
 
-TEST_F(Panel, ANameIsTypedTakenOverAndGivenUp)
+TEST_F(Panel, ANameIsTypedCommittedAndDiscarded)
 {
     const struct {
         std::string typed;
@@ -138,7 +138,7 @@ TEST_F(Panel, ANameIsTypedTakenOverAndGivenUp)
         Host::user(script);
         return host->window->keysHeard();
     };
-    // Keys are the host's unless a name is typed.
+    // Keys go to the host unless a name is being typed.
     const auto typeAfterAClick = [&](User& user) {
         user.click(host->at(kKnobX, kKnobY));
         user.pause(100);
@@ -181,12 +181,12 @@ TEST_F(Panel, FilesAreSavedAndLoadedThroughTheSystemsDialogs)
     EXPECT_EQ(host->value(kLGainL), 0.5f);
     chooseFile(loadPreset, "Load preset", preset);
     EXPECT_NEAR(host->value(kLGainL), 0.9, 1e-6);
-    // Bytes of the usual order are refused where the other one is asked for.
+    // Files in the usual byte order are refused with the endian-reversed option.
     chooseFile(loadBank, "Load bank (endian-reversed)", bank, hands::Button::Right);
     EXPECT_NEAR(host->value(kLGainL), 0.9, 1e-6);
 }
 
-TEST_F(Panel, FilesAndTheManualOpenOrAMessageTellsWhyNot)
+TEST_F(Panel, DialogsAndTheManualOpenOrAMessageTellsWhyNot)
 {
     const std::vector<std::string> noHelper{"Files are chosen with the program zenity or kdialog,",
                                             "and neither of them is installed.",
@@ -200,7 +200,7 @@ TEST_F(Panel, FilesAndTheManualOpenOrAMessageTellsWhyNot)
     writeContent(file, "manual");
     const struct {
         std::string manual;
-        const char* opener;  // what xdg-open answers
+        const char* opener;  // the commands of xdg-open
         std::string caption, text;
     } rows[] = {
         {file, "/bin/sleep 1; exit 3", "Could not open manual file",
@@ -215,7 +215,7 @@ TEST_F(Panel, FilesAndTheManualOpenOrAMessageTellsWhyNot)
             user.click(manual);
             if (!kOnWindows) {
                 user.pause(500);
-                EXPECT_GT(Host::turns - turns, 10) << "the host stood still for the opener";
+                EXPECT_GT(Host::turns - turns, 10) << "the host was blocked by the opener";
                 return closeMessage(user, {row.text});
             }
             EXPECT_TRUE(user.waitFor([&] { return messageInFront() == row.text; })) << row.text;
@@ -232,7 +232,7 @@ TEST_F(Panel, FilesAndTheManualOpenOrAMessageTellsWhyNot)
         });
     }
     click(next);
-    EXPECT_NE(host->programName(), "Default") << "the editor works on after the messages";
+    EXPECT_NE(host->programName(), "Default") << "the editor does not work after the messages";
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// An open editor while other threads set states and parameters, process, and end instances. Run
-// under the thread sanitizer as well.
+// An open editor while other threads set states and parameters, process, and destroy instances.
+// Also run under the thread sanitizer.
 #include "EditorOnScreen.h"
 #include "Noise.h"
 #include "Stream.h"
@@ -13,14 +13,14 @@ namespace {
 using namespace std::chrono_literals;
 using host::NativePlugin;
 
-// How long a host's life is tried, in seconds: ZKR_SECONDS, or 3.
+// Duration in seconds: ZKR_SECONDS, or 3.
 int secondsToTry()
 {
     const char* const asked = std::getenv("ZKR_SECONDS");
     return asked ? std::atoi(asked) : 3;
 }
 
-// Of noise, after so much silence that nothing older is heard.
+// The output for noise, after enough silence for all older input to decay.
 std::vector<Signal> soundOf(NativePlugin& plugin)
 {
     const Signal silence(44100 * 4), played = noise(22050, 5);
@@ -29,7 +29,7 @@ std::vector<Signal> soundOf(NativePlugin& plugin)
     return stream(plugin, {played, played});
 }
 
-TEST_F(EditorOnScreen, FollowsWhatAnotherThreadSetsAndNobodyHangs)
+TEST_F(EditorOnScreen, FollowsWhatAnotherThreadSetsWithoutDeadlock)
 {
     const auto narrow = host->bankChunk();
     host->automate(kQB11, 1);
@@ -37,12 +37,12 @@ TEST_F(EditorOnScreen, FollowsWhatAnotherThreadSetsAndNobodyHangs)
     const auto wide = host->bankChunk();
     host->mainsOn();
 
-    // As hosts hold it around all that they ask of a plug-in, idle calls included.
+    // Some hosts hold such a lock around all calls to a plug-in, idle calls included.
     std::mutex hostsLock;
     std::atomic<bool> stop{false};
     std::thread worker([&] {
         std::mt19937 random(1);
-        // The pause lets the interface thread have the lock.
+        // The pause lets the interface thread take the lock.
         for (; !stop; std::this_thread::sleep_for(1ms)) {
             const std::lock_guard<std::mutex> lock(hostsLock);
             host->setBankChunk(random() % 2 ? narrow : wide);
@@ -86,10 +86,11 @@ TEST_F(EditorOnScreen, FollowsWhatAnotherThreadSetsAndNobodyHangs)
     audio.join();
     hands.join();
 
-    // Left and right of these work one switch, and the last to arrive wins, which no project tells.
+    // The left and right parameters of these control one switch; the last change wins, and projects
+    // do not store which it was.
     for (const unsigned id : {kTrfoDsL, kTrfoDsR, kAmpDsbL, kAmpDsbR})
         host->automate(id, 0.0);
-    // All agree in the end: host, editor, what a project would keep, and what is heard.
+    // Host, editor, saved project and output must agree.
     const bool preamp = host->value(kQB11) >= 0.5f, secondary = host->value(k2x) >= 0.5f;
     EXPECT_TRUE(Host::soon(
         [&] { return host->window->childWidth() == 394 + 250 * (int(preamp) + int(secondary)); }));
@@ -105,10 +106,10 @@ TEST_F(EditorOnScreen, FollowsWhatAnotherThreadSetsAndNobodyHangs)
     }
 }
 
-TEST_F(EditorOnScreen, EndsOnItsOwnWhenAnotherThreadClosesIt)
+TEST_F(EditorOnScreen, ClosesOnItsOwnThreadWhenAnotherThreadClosesIt)
 {
     for (int round = 0; round < 10; ++round) {
-        // The editor's thread goes on with what it has to do.
+        // The editor's thread keeps running its idle loop.
         User::act([&](User&) { host->dispatch(effEditClose); }, [] { Host::idleFor(1); });
         EXPECT_TRUE(Host::soon([&] { return host->window->childWidth() == 0; }));
         host->window.reset();
@@ -117,8 +118,8 @@ TEST_F(EditorOnScreen, EndsOnItsOwnWhenAnotherThreadClosesIt)
         EXPECT_TRUE(
             Host::soon([&] { return host->window->childWidth() == (round % 2 == 0 ? 644 : 394); }));
     }
-    // One that is gone altogether before its thread has a turn, which another one's idle calls
-    // give.
+    // The instance is destroyed before its thread runs again; idle calls of another instance do the
+    // rest.
     const Host other;
     const std::unique_ptr<HostWindow> window = std::move(host->window);
     std::thread([&] {

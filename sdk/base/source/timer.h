@@ -1,4 +1,4 @@
-// Timer: calls back at a steady period, on the thread that made it.
+// Timer: periodic callbacks on the thread that created it.
 #pragma once
 
 #include "base/source/fobject.h"
@@ -15,17 +15,17 @@ public:
 
 class Timer : public FObject {
 public:
-    // Starts a timer of that period; the caller owns the one reference. Null where no source of
-    // ticks exists, which every owner must accept. On Windows the ticks come while the creating
-    // thread dispatches messages, on Linux from whatever was injected.
+    // Starts a timer of that period; the caller owns the only reference. Null if no event loop can
+    // supply timers, which every caller must handle. On Windows the callbacks come while the
+    // creating thread dispatches messages, on Linux from the injected event loop.
     static Timer* create(ITimerCallback* callback, uint32 milliseconds);
 
-    // Ends the ticks; may be called any number of times, also from inside the callback.
+    // Stops the callbacks; may be called any number of times, also from inside the callback.
     virtual void stop() = 0;
 };
 
 #if !SMTG_OS_WINDOWS
-// Linux has no timers of its own: whoever runs an event loop supplies them here (null: nobody).
+// On Linux whoever runs an event loop injects its timers here (null: none).
 using CreateTimerFunc = Timer* (*)(ITimerCallback* callback, uint32 milliseconds);
 void InjectCreateTimerFunction(CreateTimerFunc create);
 #endif

@@ -1,4 +1,4 @@
-// Timer on Linux: made by the event loop that was injected, if any.
+// Timer on Linux: created by the injected event loop, if any.
 #include "base/source/timer.h"
 
 #include <atomic>
@@ -6,9 +6,9 @@
 namespace Steinberg {
 
 namespace {
-// Hosts make instances on several threads.
+// Atomic, since hosts create instances on several threads.
 std::atomic<CreateTimerFunc> createTimer{nullptr};
-}
+}  // namespace
 
 void InjectCreateTimerFunction(CreateTimerFunc create)
 {

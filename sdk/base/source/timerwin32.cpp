@@ -1,4 +1,4 @@
-// Timer on Windows: a thread timer without a window.
+// Timer on Windows: SetTimer without a window.
 #include "base/source/timer.h"
 
 #include <list>
@@ -11,9 +11,9 @@ namespace {
 
 class Win32Timer;
 
-// Timers by the number that Windows gave them. A tick that was already on its way when its timer
-// ended finds nothing here and is dropped. Never destroyed, since a tick may outlive static data;
-// empty, it holds no memory that an unloaded library would leave behind.
+// The running timers. A queued tick whose timer has been stopped finds no entry here and is
+// dropped. Never destroyed, since a tick may come after the destruction of static objects; an empty
+// list holds no memory that an unloaded library would leak.
 struct LiveTimers {
     SRWLOCK lock = SRWLOCK_INIT;
     CONDITION_VARIABLE tickEnded = CONDITION_VARIABLE_INIT;
@@ -68,12 +68,12 @@ public:
             LiveTimers& live = liveTimers();
             const Locked locked(live);
             live.timers.remove(this);
-            // On another thread than the ticks', the one under way is waited for.
+            // On another thread than the timer's, waits for a callback that is running.
             while (ticks > 0 && thread != GetCurrentThreadId())
                 locked.waitForTick();
         }
-        // Only the creating thread can end the ticks. Ended from another one they go on into this
-        // library, which therefore has to stay loaded.
+        // Only the creating thread can kill the timer. After a stop on another one Windows keeps
+        // calling onTick, so this library must stay loaded.
         if (!KillTimer(nullptr, id)) {
             HMODULE self = nullptr;
             GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN
@@ -86,7 +86,7 @@ public:
     ITimerCallback* callback;
     UINT_PTR id;
     const DWORD thread;
-    int ticks = 0;  // under way, one inside the other
+    int ticks = 0;  // callbacks running, nested
 };
 
 void CALLBACK onTick(HWND, UINT, UINT_PTR id, DWORD)

@@ -1,5 +1,5 @@
-// The text boxes that Windows gives the toolkit's text field and the editor's name field: what
-// shows beyond typing ASCII into the editor.
+// The Windows text boxes of the toolkit's text field and of the editor's name field: appearance,
+// focus, Unicode input and length limits.
 #include "CZKRTextEdit.h"
 #include "OpenFrame.h"
 
@@ -31,7 +31,7 @@ struct TextBox : OpenFrame {
         click(70, 55);
         ASSERT_TRUE(pumpUntil([&] { return box() && GetFocus() == box(); }));
     }
-    // UTF-16 as an input method hands it over.
+    // Sends UTF-16 code units as an input method does.
     void type(const std::wstring& text)
     {
         for (const wchar_t unit : text)
@@ -56,13 +56,13 @@ struct TextBox : OpenFrame {
         EXPECT_EQ(at.right, 180);
         EXPECT_NEAR((at.top + at.bottom) / 2., 55, 0.5);
         EXPECT_TRUE(SendMessageW(box(), WM_GETDLGCODE, VK_RETURN, 0) & DLGC_WANTALLKEYS)
-            << "a dialog around would take Return";
+            << "an enclosing dialog would take Return";
         type(L"Gr\u00fc\u00dfe \u4f60 \U0001F600");
         end(hands::Key::Return);
         EXPECT_STREQ(field->getText(), u8"Gr\u00fc\u00dfe \u4f60 \U0001F600");
         EXPECT_EQ(values.size(), 1u);
-        EXPECT_EQ(GetFocus(), host.handle()) << "who had the keyboard before has it again";
-        // The one who had it is gone: it goes to the host's window.
+        EXPECT_EQ(GetFocus(), host.handle()) << "the previous owner did not get the focus back";
+        // The previous owner is gone: the host's window gets the focus.
         const HWND passing =
             CreateWindowExW(0, L"BUTTON", L"", WS_CHILD | WS_VISIBLE, 0, 250, 20, 20,
                             static_cast<HWND>(host.handle()), nullptr, nullptr, nullptr);
@@ -74,16 +74,16 @@ struct TextBox : OpenFrame {
         openBox();
         host.takeKeyboard();
         EXPECT_TRUE(pumpUntil([&] { return box() == nullptr; }));
-        EXPECT_EQ(GetFocus(), host.handle()) << "it was taken back";
+        EXPECT_EQ(GetFocus(), host.handle()) << "the focus was taken back";
     }
 };
 
-TEST_F(TextBox, OfTheToolkitLooksLikeItsFieldAndGivesTheKeyboardBack)
+TEST_F(TextBox, OfTheToolkitLooksLikeItsFieldAndReturnsTheFocus)
 {
     expectBox(add<CTextEdit>());
 }
 
-TEST_F(TextBox, OfTheNameLooksLikeItsFieldAndGivesTheKeyboardBack)
+TEST_F(TextBox, OfTheNameLooksLikeItsFieldAndReturnsTheFocus)
 {
     expectBox(add<CZKRTextEdit>());
 }
@@ -92,7 +92,7 @@ TEST_F(TextBox, OfTheToolkitStopsAtItsLimitInCharacters)
 {
     CTextEdit* const field = add<ShortTextEdit>("");
     openBox();
-    // Beyond 16 bits each; then too many in front of what is there.
+    // Surrogate pairs; then more characters than fit before them.
     type(L"\U0001F600\U0001F601\U0001F602");
     SendMessageW(box(), EM_SETSEL, 0, 0);
     type(L"abcd\U0001F603");
@@ -109,7 +109,7 @@ TEST_F(TextBox, OfTheNameStopsAtItsLimitAndReadsAHundred)
     EXPECT_EQ(GetWindowTextLengthW(box()), 24);
     SetWindowTextW(box(), (std::wstring(99, L'a') + L"\U0001F600").c_str());
     end(hands::Key::Return);
-    EXPECT_EQ(field->getText(), std::string(99, 'a'));  // not half of the last one
+    EXPECT_EQ(field->getText(), std::string(99, 'a'));  // without half a surrogate pair
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
--- Loads a session and says what became of the values; saves it again if the host's own switch of the
--- plug-in is to be changed.
+-- Loads a session and reports how many values were restored; with "bypassed" or "enabled" it also
+-- sets the host's bypass of the plug-in and saves the session.
 -- Arguments: FOLDER as-saved|bypassed|enabled NAME=SETTINGS...       SETTINGS may be "-": any values
 dofile(debug.getinfo(1, "S").source:match("^@(.*/)") .. "common.lua")
 
@@ -8,7 +8,7 @@ AudioEngine:set_backend("None (Dummy)", "Unit-Test", "")
 local session = load_session(folder, folder:match("[^/]+$"))
 assert(session, "no session")
 
--- How many of the values are the saved ones; the others are named.
+-- Reports how many values are the saved ones, and names the others.
 local function kept(wanted, insert, processor)
     local list, expected, wrong = parameters(insert), {}, 0
     for _, parameter in ipairs(list) do

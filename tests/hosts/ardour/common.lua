@@ -1,6 +1,7 @@
--- What the session scripts share: settings files, values of the plug-in, and what a script reports.
+-- Functions of the session scripts: settings files, values of the plug-in, and reports.
 
--- Reads "title, shown, place[, sample]" lines: value is the place as the host's value from 0 to 1.
+-- Reads lines of title, shown text, step/steps and an optional sample number; `value` is the host's
+-- value from 0 to 1.
 function read_settings(path)
     local settings = {}
     for line in io.lines(path) do
@@ -16,18 +17,18 @@ function read_settings(path)
     return settings
 end
 
--- The value as a host keeps it.
+-- The value rounded to a 32-bit float, as the host stores it.
 function as_float(x)
     return (string.unpack("f", string.pack("f", x)))
 end
 
--- Lines of a script's own are told from the host's by their first word.
+-- Prints a line; its first word distinguishes it from the host's output.
 function report(...)
     print("report", ...)
     io.stdout:flush()
 end
 
--- Of every parameter of a plug-in: index, title, default.
+-- Index, title and default of every parameter of a plug-in.
 function parameters(insert)
     local plugin = insert:plugin(0)
     local list = {}
@@ -45,11 +46,11 @@ function insert_of(session, track, n)
     local processor = session:route_by_name(track):nth_plugin(n or 0)
     assert(not processor:isnil(), "no plug-in on track " .. track)
     local insert = processor:to_insert()
-    assert(not insert:isnil(), "track " .. track .. " has a place holder instead of the plug-in")
+    assert(not insert:isnil(), "track " .. track .. " has a placeholder instead of the plug-in")
     return insert, processor
 end
 
--- "name=file name=file" as a list.
+-- Parses words of the form NAME=SETTINGS into a list.
 function tracks_of(words)
     local tracks = {}
     for _, word in ipairs(words) do

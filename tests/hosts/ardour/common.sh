@@ -1,11 +1,11 @@
-# What both parts about Ardour need: the plug-in where the host looks for it and scanned, the host's
-# surroundings, its session scripts and what they report. Read by tests/hosts/ardour*.sh.
+# Functions of both Ardour tests: installs and scans the plug-in, sets the host's environment, runs
+# its session scripts and reads their reports. Sourced by tests/hosts/ardour*.sh.
 
 ardour=/usr/lib/ardour7
 sessions=$work/sessions results=$work/results
 grep -v -e '^#' -e '^$' "$root/ardour/known_messages.txt" >"$work/ardour_messages"
 
-# with_ardour COMMAND...: with the surroundings that Ardour's own start script gives.
+# with_ardour COMMAND...: with the environment that Ardour's own start script sets.
 with_ardour() {
     LD_LIBRARY_PATH=$ardour GTK_PATH=/etc/ardour7:$ardour VAMP_PATH=$ardour/vamp \
         ARDOUR_DATA_PATH=/usr/share/ardour7 ARDOUR_CONFIG_PATH=/etc/ardour7 \
@@ -13,15 +13,15 @@ with_ardour() {
         timeout --kill-after=5 90 "$@" </dev/null
 }
 
-# explained LOG: a line of the host's that has no explanation is a fault.
+# explained LOG: fails on lines of the host that known_messages.txt does not list.
 explained() {
     local line
     line=$(tr '\r' '\n' <"$1" | grep -av -e '^report' -e '^ *$' |
         grep -avE -f "$work/ardour_messages" | grep -avE "${also_explained:-^$}" || true)
-    [ -z "$line" ] || fail "$(basename "$1" .log): the host says: $line"
+    [ -z "$line" ] || fail "$(basename "$1" .log): the host prints: $line"
 }
 
-# script NAME SCRIPT ARGUMENTS...: runs a session script; what it and the host print goes to a log.
+# script NAME SCRIPT ARGUMENTS...: runs a session script with its output in a log.
 script() {
     local log=$logs/$1.log script=$2
     shift 2
@@ -32,7 +32,7 @@ script() {
     explained "$log"
 }
 
-# reported NAME WORDS: what follows these words in the reports of a session script.
+# reported NAME WORDS: the text after these words in the reports of a session script.
 reported() { sed -n "s/^report\s\+${2// /\\s\\+}\s\+//p" "$logs/$1.log" | tr '\t' ' '; }
 
 # reports NAME WORDS EXPECTED MEANING
@@ -47,8 +47,8 @@ reports() {
     fi
 }
 
-# make NAME RATE FORMAT CHANNELS AUDIO TRACK=SETTINGS...: a saved session with the audio on its
-# tracks, behind a silence in which a start's gain ramps die away.
+# make NAME RATE FORMAT CHANNELS AUDIO TRACK=SETTINGS...: saves a session with the audio on its
+# tracks, after a silence in which the gain ramps of the start end.
 make() {
     local name=$1 audio=$5
     local -a tracks=("${@:6}")
@@ -58,7 +58,7 @@ make() {
         fail "$name: the audio could not be placed"
 }
 
-# check NAME SESSION STATE TRACK=SETTINGS...: loads it in a new process and looks at the values.
+# check NAME SESSION STATE TRACK=SETTINGS...: loads it in a new process and checks the values.
 check() {
     local track
     script "$1" check_session "$sessions/$2" "${@:3}" || return 1
@@ -68,22 +68,22 @@ check() {
     done
 }
 
-# scan SCANNER FILE WORDS...: the scanner must say all the words and complain of nothing.
+# scan SCANNER FILE WORDS...: the scanner must print all the words and no warning or error.
 scan() {
     local log=$logs/$1.log words
     with_ardour "$ardour/$1" -f -v "$2" >"$log" 2>&1 || fail "$1 failed"
     sed "s|$work/||g; s/^/  /" "$log"
     for words in "${@:3}"; do
-        grep -qaF -- "$words" "$log" || fail "$1 does not say $words"
+        grep -qaF -- "$words" "$log" || fail "$1 does not print $words"
     done
-    ! grep -aiE '\[(warning|error|fatal)\]|fail|blacklist' "$log" || fail "$1 complains"
+    ! grep -aiE '\[(warning|error|fatal)\]|fail|blacklist' "$log" || fail "$1 prints warnings or errors"
 }
 
 if [ ! -e "$sessions" ]; then
     mkdir -p "$work"/{vst2,vst3} "$sessions" "$results"
     cp "$dist/ZKRT46.so" "$work/vst2/"
     cp -r "$dist/ZKRT46.vst3" "$work/vst3/"
-    # The host takes a scan for stale that is not newer than its library.
+    # The host considers a scan out of date if it is not newer than the library.
     find "$work/vst2" "$work/vst3" -exec touch -d '1 hour ago' {} +
 
     say "Ardour $(dpkg-query -W -f='${Version}' ardour): its scanners"

@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Opens a session in Ardour's window on the present display, where the plug-in's editor opens with it,
-# and leaves pictures of the editor: FOLDER/before.png and, unless it is only to look, FOLDER/after.png
-# when QB11 has been clicked on and the left drive turned up. Saves and quits.
+# Opens a session in Ardour's window on the current display, where the plug-in's editor opens with
+# it, and writes a picture of the editor to FOLDER/before.png. With "edit" it clicks on QB11, turns
+# up the left drive, and writes another one to FOLDER/after.png. Saves and quits.
 # Usage: drive_window.sh FOLDER LOG look|edit
 set -euo pipefail
 folder=$1 log=$2 what=$3
 document=$folder/$(basename "$folder").ardour
 
-# The editor is the lower part of the plug-in's window: 505 high, below the host's own row of buttons.
+# The editor is the lower part of the plug-in's window: 505 high, below the host's row of buttons.
 editor_height=505 host_row=34
 
 give_up() {
@@ -23,12 +23,12 @@ wait_for() {
     shift 2
     until "$@"; do
         ticks=$((ticks - 1))
-        [ $ticks -gt 0 ] || give_up "waited in vain for $words"
+        [ $ticks -gt 0 ] || give_up "timeout while waiting for $words"
         sleep 0.1
     done
 }
 
-# The plug-in's window as WIDTHxHEIGHT+X+Y, once it is WIDTH wide.
+# window_is WIDTH: whether the plug-in's window has this width; sets geometry (WxH+X+Y), left, top.
 window_is() {
     geometry=$(xwininfo -root -tree 2>/dev/null | grep 'ZKR T46 (by ZKR-soundworks)' |
         sed -n 's/.*) *\([0-9]*x[0-9]*\)+[0-9-]*+[0-9-]* *+\([0-9]*\)+\([0-9]*\)$/\1+\2+\3/p')
@@ -38,12 +38,12 @@ window_is() {
 
 # picture WIDTH FILE
 picture() {
-    xdotool mousemove 1020 760  # off the controls, which light up under the mouse
+    xdotool mousemove 1020 760  # away from the controls, which have hover pictures
     sleep 1.5
     import -window root -crop "$1x$editor_height+$left+$((top + host_row))" +repage "$2"
 }
 
-# at X Y: the place in the editor as one on the display.
+# at X Y: a point of the editor in coordinates of the display.
 at() { echo $((left + $1)) $((top + host_row + $2)); }
 
 saved() { [ "$document" -nt "$folder/asked" ]; }

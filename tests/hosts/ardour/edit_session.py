@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Changes a saved Ardour session with one plug-in: window opens the plug-in's window when the
-session is loaded; the others spoil the plug-in's state: half drops the later half of the bytes,
-empty all of them, noise puts others in their place, torn breaks the text that carries them.
+"""Changes a saved Ardour session with one plug-in. "window" opens the plug-in's window when the
+session is loaded; the others damage the plug-in's state: "half" drops the second half of its bytes,
+"empty" drops all of them, "noise" replaces them with random ones, "torn" breaks the base64 text.
 Usage: edit_session.py FOLDER window|half|empty|noise|torn"""
 import base64
 import random

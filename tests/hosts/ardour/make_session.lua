@@ -1,5 +1,5 @@
--- Makes a session with the plug-in on every track and saves it. Automation starts SILENCE samples
--- behind the session's start, as the audio will.
+-- Creates and saves a session with the plug-in on every track. Automation starts SILENCE samples
+-- after the session's start, as the audio will.
 -- Arguments: FOLDER RATE SILENCE LXVST|VST3 CHANNELS NAME=SETTINGS...
 dofile(debug.getinfo(1, "S").source:match("^@(.*/)") .. "common.lua")
 
@@ -28,7 +28,7 @@ for _, wanted in ipairs(tracks_of({ table.unpack(arg, 6) })) do
     track:panner_shell():set_bypassed(true)
     local plugin = ARDOUR.LuaAPI.new_plugin(session, "ZKR T46", ARDOUR.PluginType[format], "")
     assert(not plugin:isnil(), "the host does not know the plug-in")
-    assert(track:add_processor_by_index(plugin, 0, nil, true) == 0, "the plug-in was not taken")
+    assert(track:add_processor_by_index(plugin, 0, nil, true) == 0, "the plug-in was not added")
     local insert, processor = insert_of(session, wanted.name)
 
     local by_title, moves = {}, {}
@@ -51,7 +51,7 @@ for _, wanted in ipairs(tracks_of({ table.unpack(arg, 6) })) do
     end
 end
 
--- Tracks are connected behind the script's back.
+-- Tracks are connected asynchronously.
 for _, wanted in ipairs(tracks_of({ table.unpack(arg, 6) })) do
     local output = session:route_by_name(wanted.name):output():audio(0)
     for _ = 1, 100 do

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Puts an audio file on tracks of a saved Ardour session, without fades, some silence behind the
-start, and ends the session's range with it.
+"""Places an audio file on tracks of a saved Ardour session, without fades, after some silence, and
+ends the session's range with it.
 Usage: place_audio.py FOLDER AUDIO SILENCE TRACK...       SILENCE in samples"""
 import shutil
 import sys
@@ -19,16 +19,16 @@ tree = ElementTree.parse(document)
 session = tree.getroot()
 next_id = int(session.get("id-counter"))
 channels, rate, frames = shape_of(audio)
-assert rate == int(session.get("sample-rate")), f"{audio} has another rate than the session"
+assert rate == int(session.get("sample-rate")), f"the rate of {audio} is not the session's"
 
 
 def clocks(samples):
-    """A time as the session writes it."""
+    """A time in the session's notation."""
     return f"a{samples * SUPERCLOCKS_PER_SECOND // rate}"
 
 
 def add(parent, kind, **attributes):
-    """Adds a child with an id of its own; underscores of the names stand for hyphens."""
+    """Adds a child with a new id, which is returned; underscores in names become hyphens."""
     global next_id
     next_id += 1
     names = {name.replace("_", "-"): str(value) for name, value in attributes.items()}

@@ -1,4 +1,4 @@
--- The host's own presets of the plug-in: what is set is stored under a name, changed, and called back.
+-- The host's own presets of the plug-in: stores the current values, changes them, loads them again.
 -- Arguments: FOLDER TRACK
 dofile(debug.getinfo(1, "S").source:match("^@(.*/)") .. "common.lua")
 

@@ -1,4 +1,4 @@
-// What stays behind, and timers.
+// Leaks of system resources, and timers.
 #include "OpenFrame.h"
 #include "Traces.h"
 
@@ -7,8 +7,8 @@
 
 namespace {
 
-// Wine does not answer how many objects a process has, but keeps the table of GDI objects where
-// Windows keeps it: in the process environment block, an entry of 24 bytes each.
+// Wine does not implement the count of GDI objects, but keeps their table where Windows has it: in
+// the process environment block, with entries of 24 bytes.
 int countGdiObjects()
 {
     if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS))
@@ -61,7 +61,7 @@ Traces traces()
     return {countGdiObjects(), countWindows()};
 }
 
-TEST_F(OpenFrame, TheClassOfItsWindowIsGoneWithTheLastOne)
+TEST_F(OpenFrame, TheLastFrameUnregistersTheWindowClass)
 {
     EXPECT_GT(countGdiObjects(), 0);
     EXPECT_GT(countWindows(), 0);
@@ -77,7 +77,7 @@ TEST_F(OpenFrame, TheClassOfItsWindowIsGoneWithTheLastOne)
     EXPECT_FALSE(GetClassInfoW(GetModuleHandleW(nullptr), name, &description));
 }
 
-TEST(Timer, TickThatIsOnItsWayDoesNotArriveAfterTheStop)
+TEST(Timer, AQueuedTickIsNotDeliveredAfterTheStop)
 {
     int ticks = 0;
     const auto timer = owned(new CVSTGUITimer([&](CVSTGUITimer*) { ++ticks; }, 10));

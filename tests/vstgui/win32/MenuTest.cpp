@@ -1,5 +1,4 @@
-// Menus and file dialogs of the system, which run message loops of their own, and what may happen
-// meanwhile.
+// The system's menus and file dialogs, which run their own message loops, and events during them.
 #include "OpenFrame.h"
 
 #include <objbase.h>
@@ -15,7 +14,7 @@ HWND openMenu()
 
 using Menu = OpenFrame;
 
-// The dialog's window and, in it, the box for the name.
+// The dialog's window, and the edit box for the name in it.
 HWND openDialog(LPCWSTR title)
 {
     return FindWindowW(L"#32770", title);
@@ -38,13 +37,13 @@ HWND nameBox(HWND dialog)
     return found;
 }
 
-// Its box for a name is there: what the user can see.
+// Whether the dialog shows its edit box.
 std::function<bool()> isOpen(LPCWSTR title)
 {
     return [title] { return openDialog(title) && nameBox(openDialog(title)); };
 }
 
-// The user types a name.
+// Saves under a typed name.
 void expectSaves(CFrame* frame)
 {
     const auto selector = owned(CNewFileSelector::create(frame, CNewFileSelector::kSelectSaveFile));
@@ -95,7 +94,7 @@ TEST_F(Menu, OpensAtItsControlWithColumnsCheckAndPlainAmpersand)
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
-TEST(FileDialog, GivesWhatTheUserChoosesAndGoesAwayWithItsOwner)
+TEST(FileDialog, ReturnsTheChosenFileAndClosesWithItsOwner)
 {
     struct Dialogs : OpenFrame {
         void TestBody() override
@@ -120,7 +119,7 @@ TEST(FileDialog, GivesWhatTheUserChoosesAndGoesAwayWithItsOwner)
             return chosen;
         }
     };
-    // The shell's dialog refuses threads of the second kind, which get the classic one.
+    // The shell's dialog does not work in a multithreaded apartment, which gets the classic one.
     for (const DWORD kind : {COINIT_APARTMENTTHREADED, COINIT_MULTITHREADED})
         std::thread([kind] {
             SCOPED_TRACE(kind);

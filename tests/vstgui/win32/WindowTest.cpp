@@ -1,4 +1,4 @@
-// What of a frame in a host's window is Windows': pixels, messages, capture, keys.
+// Frames in a host's window, the parts specific to Windows: pixels, messages, capture, keys.
 #include "OpenFrame.h"
 #include "vstgui/platform/iplatformsurface.h"
 
@@ -58,14 +58,14 @@ TEST_F(Win32Window, ScreenShowsExactlyWhatTheOffscreenSurfaceHolds)
     };
     EXPECT_TRUE(pumpUntil(shown));
     EXPECT_EQ(expected.at(82, 10), kBlueCColor);
-    // Text has left something of its colour.
+    // The text has drawn pixels of its colour.
     int white = 0;
     for (int x = 0; x < 200; ++x)
         white += expected.at(x, 80) == kWhiteCColor;
     EXPECT_GT(white, 0);
 }
 
-TEST_F(Win32Window, OnlyRectanglesThatWaitArePaintedEachForItself)
+TEST_F(Win32Window, OnlyInvalidRectanglesArePaintedEachSeparately)
 {
     IPlatformFrame& platform = *frame->getPlatformFrame();
     record.drawn.clear();
@@ -73,7 +73,7 @@ TEST_F(Win32Window, OnlyRectanglesThatWaitArePaintedEachForItself)
     EXPECT_TRUE(platform.invalidRect(CRect(100, 100, 110, 110)));
     EXPECT_FALSE(platform.invalidRect(CRect(50, 50, 50, 60)));
     record.onDraw = [&](CDrawContext&, const CRect&) {
-        EXPECT_FALSE(platform.invalidRect(CRect(0, 0, 1, 1)));  // would never end
+        EXPECT_FALSE(platform.invalidRect(CRect(0, 0, 1, 1)));  // refused: painting would never end
     };
     pump();
     EXPECT_EQ(record.drawn, (std::vector<CRect>{{10, 10, 21, 21}, {100, 100, 110, 110}}));
@@ -112,7 +112,7 @@ TEST(Picture, ComesFromTheModulesResourcesWhateverResolutionItClaims)
 
 TEST_F(Win32Window, MessagesTellAllButtonsAndModifiersAndNotchesAlsoLeftOfAndAboveTheScreen)
 {
-    // Positions of wheels are the screen's; 300 left and 200 above the host are off it.
+    // Wheel messages have screen coordinates; 300 left of and 200 above the host is off the screen.
     const struct {
         UINT message;
         WPARAM what;
@@ -133,7 +133,7 @@ TEST_F(Win32Window, MessagesTellAllButtonsAndModifiersAndNotchesAlsoLeftOfAndAbo
     }
 }
 
-TEST_F(Win32Window, APressThatNobodyTakesIsNotCaptured)
+TEST_F(Win32Window, APressThatNoViewHandlesIsNotCaptured)
 {
     record.onPress = [] { return kMouseDownEventHandledButDontNeedMovedOrUpEvents; };
     movePointer(20, 30);
@@ -147,7 +147,7 @@ TEST_F(Win32Window, APressThatNobodyTakesIsNotCaptured)
     EXPECT_FALSE(record.has("up 350,250 L"));
 }
 
-TEST_F(Win32Window, CaptureOrReleaseTakenByOthersCancelsTheDrag)
+TEST_F(Win32Window, LosingTheCaptureOrTheReleaseCancelsTheDrag)
 {
     for (const bool byWindow : {true, false}) {
         SCOPED_TRACE(byWindow);
@@ -160,7 +160,7 @@ TEST_F(Win32Window, CaptureOrReleaseTakenByOthersCancelsTheDrag)
                 Sleep(1);
             return kMouseEventHandled;
         };
-        movePointer(byWindow ? 20 : 90, 30);  // no double click
+        movePointer(byWindow ? 20 : 90, 30);  // elsewhere, to avoid a double click
         pump();
         record.events.clear();
         press();
@@ -181,7 +181,7 @@ TEST_F(Win32Window, CaptureOrReleaseTakenByOthersCancelsTheDrag)
     }
 }
 
-TEST_F(Win32Window, WithoutItsWindowTheObjectAnswersNothing)
+TEST_F(Win32Window, AfterItsWindowIsDestroyedEveryQueryFails)
 {
     host.destroy();
     IPlatformFrame& platform = *frame->getPlatformFrame();
@@ -196,7 +196,7 @@ TEST_F(Win32Window, WithoutItsWindowTheObjectAnswersNothing)
     EXPECT_EQ(platform.createPlatformTextEdit(nullptr), nullptr);
 }
 
-TEST_F(Win32Window, CurrentButtonsAreThoseOfTheMoment)
+TEST_F(Win32Window, MousePositionAndButtonsAreTheCurrentOnes)
 {
     movePointer(250, -20);
     hands::button(hands::Button::Right, true);
@@ -222,7 +222,7 @@ TEST_F(Win32Window, KeysArriveWithModifiersWhileItHasTheKeyboard)
     SetKeyboardState(keys);
     SendMessageW(window(), WM_KEYDOWN, VK_F12, 0);
     SendMessageW(window(), WM_KEYUP, VK_NUMPAD9, 0);
-    SendMessageW(window(), WM_KEYDOWN, 'A', 0);  // no virtual key: left to the host
+    SendMessageW(window(), WM_KEYDOWN, 'A', 0);  // not a special key: left to the host
     keys[VK_SHIFT] = 0;
     SetKeyboardState(keys);
     tap(hands::Key::Down);

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs a Windows program on a display of its own, with a Wine prefix for such programs: Wine's servers
-# keep the display that they were started with, so that only one may run at a time.
+# Runs a Windows program on a display of its own and in a Wine prefix for such programs: Wine's
+# servers keep the display that they were started with, so only one such program may run at a time.
 set -eu
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 WINEPREFIX=$(cd "$here/../../.." && pwd)/build/wine-with-display
@@ -10,9 +10,9 @@ end_servers() {
     wineserver --kill 2>/dev/null || true
     wineserver --wait 2>/dev/null || true
 }
-end_servers  # of a run that was broken off
+end_servers  # of an interrupted run
 trap end_servers EXIT
-# There is no window manager to wait for.
+# There is no window manager, so Wine must not wait for one.
 if ! grep -qs '"Managed"="N"' "$WINEPREFIX/user.reg"; then
     wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
     wineserver --wait

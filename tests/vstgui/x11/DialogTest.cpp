@@ -1,4 +1,4 @@
-// File dialogs through a helper program that stands in for the desktop's.
+// File dialogs, with a mock of the desktop's helper program.
 #include "OpenFrame.h"
 #include "TemporaryFolder.h"
 
@@ -18,7 +18,7 @@ protected:
         unsetenv("LD_LIBRARY_PATH");
     }
 
-    // A shell script that first writes its arguments and environment down.
+    // Installs a shell script that first records its arguments and environment.
     void installHelper(const std::string& name, const std::string& script)
     {
         const std::string file = folder / "bin/" + name;
@@ -42,7 +42,7 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(Dialog, ZenityIsAskedWithoutAShellAndItsPathTaken)
+TEST_F(Dialog, ZenityIsRunWithoutAShellAndItsPathIsUsed)
 {
     installHelper("zenity", "echo 'Gtk-WARNING: noise'; echo '/tmp/B\xC3\xA4nk 1.zkb'");
     const auto s = loadSelector();
@@ -55,7 +55,7 @@ TEST_F(Dialog, ZenityIsAskedWithoutAShellAndItsPathTaken)
     EXPECT_EQ(contentOf(folder / "environment"), "");
 }
 
-TEST_F(Dialog, KdialogComesFirstAndSavesUnderTheGivenName)
+TEST_F(Dialog, KdialogIsPreferredAndGetsTheDefaultName)
 {
     installHelper("zenity", "echo /wrong");
     installHelper("kdialog", "echo /a.b/.new");
@@ -70,9 +70,9 @@ TEST_F(Dialog, KdialogComesFirstAndSavesUnderTheGivenName)
               "--title\nSave preset\n--getsavefilename\n./--help\nZKR Preset (*.zkr)\n");
 }
 
-TEST_F(Dialog, ACancelNoHelperAndNonsenseAreNoChoice)
+TEST_F(Dialog, CancelNoHelperAndInvalidOutputChooseNothing)
 {
-    // Without a helper a message says so, which is not waited for.
+    // Without a helper a message is shown, and the call returns at once.
     EXPECT_FALSE(loadSelector()->runModal());
     for (const char* const script : {"echo /path; exit 1", "echo relative/path"}) {
         installHelper("zenity", script);

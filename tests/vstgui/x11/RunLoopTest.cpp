@@ -1,4 +1,4 @@
-// The loop that hosts' idle calls turn.
+// The run loop that is driven by hosts' idle calls, and hosts' own run loops.
 #include "OpenFrame.h"
 #include "Times.h"
 
@@ -27,7 +27,7 @@ struct Handler : X11::IEventHandler, X11::ITimerHandler {
     }
 };
 
-TEST(IdleRunLoop, MissedTicksComeOnceAndAreCountedFromThen)
+TEST(IdleRunLoop, MissedTicksAreDeliveredOnceAndThePeriodRestarts)
 {
     auto& loop = IdleRunLoop::instance();
     Handler h;
@@ -44,7 +44,7 @@ TEST(IdleRunLoop, MissedTicksComeOnceAndAreCountedFromThen)
     EXPECT_FALSE(loop.unregisterTimer(&h));
 }
 
-TEST(IdleRunLoop, CallbacksMayTakeEachOtherAwayAndCannotTurnTheLoop)
+TEST(IdleRunLoop, CallbacksMayUnregisterEachOtherAndCannotReenterTheLoop)
 {
     auto& loop = IdleRunLoop::instance();
     Handler first;
@@ -68,8 +68,8 @@ TEST(IdleRunLoop, CallbacksMayTakeEachOtherAwayAndCannotTurnTheLoop)
     loop.unregisterTimer(&first);
 }
 
-// Hosts end instances, and with them their timers, on threads of their own.
-TEST(IdleRunLoop, NothingIsCalledAfterAnotherThreadHasTakenItAway)
+// Hosts may destroy instances, and with them their timers, on other threads.
+TEST(IdleRunLoop, NoCallbackRunsAfterAnotherThreadHasUnregisteredIt)
 {
     struct Guarded : X11::IEventHandler, X11::ITimerHandler {
         std::atomic<int> inside{0};
@@ -101,7 +101,7 @@ TEST(IdleRunLoop, NothingIsCalledAfterAnotherThreadHasTakenItAway)
     EXPECT_EQ(found, 0);
 }
 
-// A host's loop with one source of events and any number of timers.
+// A host's run loop with one event handler and any number of timers.
 struct HostLoop : X11::IRunLoop {
     bool registerEventHandler(int, X11::IEventHandler* h) override
     {
@@ -133,7 +133,7 @@ struct HostLoop : X11::IRunLoop {
     std::vector<X11::ITimerHandler*> timers;
 };
 
-TEST(HostsRunLoop, AFrameAndAllTimersLiveOnItUntilItsLastFrameCloses)
+TEST(HostsRunLoop, AFrameAndAllTimersUseItUntilItsLastFrameCloses)
 {
     HostWindow host(kHost, 100, 100);
     const auto loop = owned(new HostLoop);
@@ -158,12 +158,12 @@ TEST(HostsRunLoop, AFrameAndAllTimersLiveOnItUntilItsLastFrameCloses)
     EXPECT_TRUE(pumpUntil([&] { return ticks > 2; }));
 }
 
-// Xlib may read an event while it sends a picture, after which the descriptor is silent.
-TEST(HostsRunLoop, EventsThatTheDescriptorNoLongerTellsOfAreHandledAtTheNextTick)
+// Xlib may read events while it sends a picture; the descriptor then does not become readable.
+TEST(HostsRunLoop, EventsThatXlibHasReadAlreadyAreHandledAtTheNextTick)
 {
     HostWindow host(kHost, 100, 100);
     const auto loop = owned(new HostLoop);
-    const auto timer = owned(new CVSTGUITimer([](CVSTGUITimer*) { }, 5));
+    const auto timer = owned(new CVSTGUITimer([](CVSTGUITimer*) {}, 5));
     X11::FrameConfig config(loop);
     Record record;
     auto* frame = new RecordingFrame(record, {100, 100});

@@ -53,7 +53,7 @@ TEST(TextLine, ASelectionCollapsesToTheSideOfTheArrow)
     EXPECT_FALSE(line.hasSelection());
 }
 
-TEST(TextLine, BytesThatAreNoUtf8BecomeReplacements)
+TEST(TextLine, InvalidUtf8BecomesReplacementCharacters)
 {
     const std::string r = "\xEF\xBF\xBD";
     EXPECT_EQ(platform::validUtf8("a\xFFz"), "a" + r + "z");

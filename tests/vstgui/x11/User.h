@@ -1,4 +1,4 @@
-// A user who works the keyboard through xdotool, and what a desktop knows of windows.
+// User input through xdotool, and what a window manager sees of windows.
 #pragma once
 
 // Before the macros of Xlib.
@@ -8,7 +8,7 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
-// Lets the user act while the host's loop turns; {} marks where a sentence to type stands.
+// Runs xdotool while the host's loop runs; {} in the commands stands for the sentence to type.
 inline void user(const std::string& commands, const std::string& sentence = "")
 {
     std::vector<std::string> words{"xdotool"};
@@ -24,7 +24,7 @@ inline void user(const std::string& commands, const std::string& sentence = "")
     pump();
 }
 
-// xdotool's words for moving the pointer inside the host's window.
+// xdotool's command for moving the pointer inside the host's window.
 inline std::string to(int x, int y)
 {
     return " mousemove " + std::to_string(kHost.x + x) + " " + std::to_string(kHost.y + y);
@@ -51,7 +51,7 @@ public:
         return holder == windowOf(host);
     }
 
-    // Puts characters on the last keys, so that xdotool need not change keys while it types.
+    // Maps characters to the last key codes, so that xdotool need not remap keys while it types.
     void addKeys(std::vector<KeySym> symbols)
     {
         const int count = static_cast<int>(symbols.size());
@@ -61,7 +61,7 @@ public:
         XSync(display, False);
     }
 
-    // Nobody else holds pointer or keyboard.
+    // Whether nobody has grabbed pointer or keyboard.
     bool inputIsFree()
     {
         const ::Window root = DefaultRootWindow(display);
@@ -75,8 +75,8 @@ public:
         return pointer == GrabSuccess && keyboard == GrabSuccess;
     }
 
-    // What a window manager does: the titles of the windows that belong in front of this one, the
-    // keyboard for each of them, and the request to close.
+    // Acts as a window manager on the windows that are transient for the host's: gives each the
+    // keyboard, asks it to close if `close`, and returns their titles.
     std::vector<std::string> titlesInFront(const HostWindow& host, bool close = false)
     {
         ::Window ignored = 0;

@@ -1,4 +1,4 @@
-// What of a frame in a host's window is the X server's: keyboard, grabs, messages.
+// Frames in a host's window, the parts specific to X11: keyboard, grabs, message windows.
 #include "Traces.h"
 #include "User.h"
 
@@ -17,7 +17,7 @@ struct X11Window : OpenFrame {
     Desktop desktop;
 };
 
-TEST_F(X11Window, TellsShiftTheMiddleButtonAndTheWheelToTheSide)
+TEST_F(X11Window, ReportsShiftTheMiddleButtonAndTheHorizontalWheel)
 {
     record.onPress = [] { return kMouseDownEventHandledButDontNeedMovedOrUpEvents; };
     user(to(20, 20) + " click 2 keydown shift click 1 keyup shift click 6 click 7");
@@ -60,7 +60,7 @@ TEST_F(X11Window, TheMouseSetsTheCaretAndSelectsInTheTextBox)
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "b");
 }
 
-TEST_F(X11Window, TheKeyboardGoesBackToWhoeverHadItOrElseToTheHost)
+TEST_F(X11Window, TheFocusReturnsToItsPreviousOwnerOrElseToTheHost)
 {
     addEdit();
     auto* next = addEdit(100, "next");
@@ -68,7 +68,7 @@ TEST_F(X11Window, TheKeyboardGoesBackToWhoeverHadItOrElseToTheHost)
     other.takeKeyboard();
     user(to(100, 70) + " click 1");
     EXPECT_FALSE(desktop.hasKeyboard(other));
-    // On to the next field, whose box does not open anew with all text selected meanwhile.
+    // The next field's box stays open between the two inputs: "y" must not replace "x".
     user(to(100, 110) + " click 1 type x");
     user("type y");
     user("key Return");
@@ -77,7 +77,7 @@ TEST_F(X11Window, TheKeyboardGoesBackToWhoeverHadItOrElseToTheHost)
     user(to(100, 70) + " click 1");
     other.takeKeyboard();
     pump();
-    EXPECT_TRUE(desktop.hasKeyboard(other)) << "it was taken back";
+    EXPECT_TRUE(desktop.hasKeyboard(other)) << "the focus was taken back";
     user(to(100, 70) + " click 1");
     closeFrame();
     EXPECT_TRUE(desktop.hasKeyboard(other));
@@ -91,7 +91,7 @@ TEST_F(X11Window, TheKeyboardGoesBackToWhoeverHadItOrElseToTheHost)
     EXPECT_TRUE(desktop.hasKeyboard(host));
 }
 
-TEST_F(X11Window, AMenuTakesClicksAndKeysAndGivesTheInputBack)
+TEST_F(X11Window, AMenuGrabsClicksAndKeysAndReleasesThem)
 {
     auto* const menu = addMenu();
     const std::string open = to(25, 40) + " click 1 sleep 0.3";
@@ -122,13 +122,13 @@ TEST_F(X11Window, AMenuTakesClicksAndKeysAndGivesTheInputBack)
     EXPECT_TRUE(ended);
 }
 
-TEST_F(X11Window, AMessageStaysInFrontOfTheHostUntilTheUserClosesItOrTheFrameGoes)
+TEST_F(X11Window, AMessageStaysInFrontOfTheHostUntilTheUserOrTheFrameClosesIt)
 {
     const auto show = [this](const char* caption) {
         frame->getPlatformFrame()->showMessage("One line,\nand another one.", caption);
         pump();
     };
-    // Over the text, the button and the text once more; the frame has 300 by 200 pixels.
+    // Points on the message's text and on its button; the frame has 300 by 200 pixels.
     const std::string text = to(150, 70), button = to(150, 129);
     for (const std::string& closing :
          {text + " key Return", text + " key Escape", text + " key space", button + " click 1"}) {

@@ -1,6 +1,6 @@
 #!/bin/sh
 # Runs a program on an X server of its own: on_display.sh PROGRAM ARGUMENTS...
-# A missing server or input tool is a failure, not a reason to skip.
+# Fails if the server or the input tool is missing.
 set -u
 for tool in Xvfb xdotool; do
     command -v "$tool" >/dev/null || { echo "on_display.sh: $tool is not installed" >&2; exit 1; }

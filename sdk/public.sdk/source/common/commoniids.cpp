@@ -1,5 +1,5 @@
-// Identifiers of interfaces that are only declared elsewhere: of views, in the rest of the SDK, and
-// of what the VST 2 wrapper and a controller offer each other.
+// Identifiers of interfaces that are only declared elsewhere: of views, in the SDK, and of those
+// between the VST 2 wrapper and a controller.
 #include "../vst/vst2wrapper/ivst2bridge.h"
 
 #include "pluginterfaces/gui/iplugview.h"

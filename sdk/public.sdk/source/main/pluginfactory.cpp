@@ -1,4 +1,3 @@
-// CPluginFactory: registering, describing and creating classes.
 #include "public.sdk/source/main/pluginfactory.h"
 
 #include <algorithm>

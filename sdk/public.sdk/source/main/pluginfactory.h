@@ -1,4 +1,4 @@
-// CPluginFactory: the table of classes that a plug-in library offers.
+// CPluginFactory: registers, describes and creates the classes of a plug-in library.
 #pragma once
 
 #include "pluginterfaces/base/ipluginbase.h"
@@ -24,8 +24,8 @@ public:
     tresult PLUGIN_API getClassInfo(int32 index, PClassInfo* info) SMTG_OVERRIDE;
     tresult PLUGIN_API getClassInfo2(int32 index, PClassInfo2* info) SMTG_OVERRIDE;
     tresult PLUGIN_API getClassInfoUnicode(int32 index, PClassInfoW* info) SMTG_OVERRIDE;
-    // Makes an object of the class `cid` and hands out its interface `iid`; a class or interface
-    // that does not exist gives kNoInterface and a null object.
+    // Creates an object of the class `cid` and returns its interface `iid`; an unknown class or
+    // interface gives kNoInterface and a null object.
     tresult PLUGIN_API createInstance(FIDString cid, FIDString iid, void** obj) SMTG_OVERRIDE;
     tresult PLUGIN_API setHostContext(FUnknown* context) SMTG_OVERRIDE;
 
@@ -43,7 +43,7 @@ private:
     std::vector<Entry> entries;
 };
 
-// The library's factory: null until the first one is made, and again once it is destroyed.
+// The library's factory: null before it is created and after it is destroyed.
 extern CPluginFactory* gPluginFactory;
 
 }  // namespace Steinberg

@@ -1,4 +1,3 @@
-// AudioEffect: buses and process setup.
 #include "public.sdk/source/vst/vstaudioeffect.h"
 
 namespace Steinberg {

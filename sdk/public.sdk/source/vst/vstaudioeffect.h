@@ -12,7 +12,7 @@ class AudioEffect : public Component, public IAudioProcessor {
 public:
     AudioEffect();
 
-    // Each adds a bus at the end of its list, which owns it, and returns it.
+    // Each appends a bus to its list, which owns it, and returns it.
     AudioBus* addAudioInput(const TChar* name, SpeakerArrangement arr, BusType busType = kMain,
                             int32 flags = BusInfo::kDefaultActive);
     AudioBus* addAudioOutput(const TChar* name, SpeakerArrangement arr, BusType busType = kMain,
@@ -22,8 +22,8 @@ public:
     AudioBus* getAudioInput(int32 index);
     AudioBus* getAudioOutput(int32 index);
 
-    // IAudioProcessor. The default takes any arrangement for the buses that exist, processes
-    // nothing, has no latency and no tail, and accepts 32-bit samples only.
+    // IAudioProcessor. The default accepts any arrangement for the buses that exist and only 32-bit
+    // samples, processes nothing, and has no latency and no tail.
     tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
                                           SpeakerArrangement* outputs, int32 numOuts) SMTG_OVERRIDE;
     tresult PLUGIN_API getBusArrangement(BusDirection dir, int32 index,

@@ -1,4 +1,3 @@
-// VSTGUIEditor: between the host's view calls and the frame.
 #include "vstguieditor.h"
 
 #include "vstguiplatform.h"
@@ -63,7 +62,7 @@ VSTGUIEditor::~VSTGUIEditor()
 
 int32_t VSTGUIEditor::getNbReference() const
 {
-    // Reading the count is not const in the SDK.
+    // getRefCount is not const in the SDK.
     return static_cast<int32_t>(const_cast<VSTGUIEditor*>(this)->getRefCount());
 }
 
@@ -135,7 +134,7 @@ tresult PLUGIN_API VSTGUIEditor::removed()
 {
     if (!isOnOwnThread() && frame) {
         hostGone = true;
-        // Lives until the window has ended, and so does the code.
+        // Keeps this object and the library alive until the window is closed.
         addRef();
         keepLibraryLoaded();
         removalPostponed = true;
@@ -160,7 +159,7 @@ void VSTGUIEditor::tick()
         forget();
         return;
     }
-    // Hosts may open an editor on one thread and turn its loop on another.
+    // Hosts may open an editor on one thread and run its event loop on another.
     ownThread = std::this_thread::get_id();
     notify(timer, VSTGUI::CVSTGUITimer::kMsgTimer);
 }

@@ -1,4 +1,4 @@
-// VSTGUIEditor: an editor view whose contents are a VSTGUI frame.
+// VSTGUIEditor: an editor view that contains a VSTGUI frame.
 #pragma once
 
 #include "public.sdk/source/vst/vsteditcontroller.h"
@@ -21,28 +21,28 @@ public:
     explicit VSTGUIEditor(void* controller, ViewRect* size = nullptr);
     ~VSTGUIEditor() override;
 
-    // For the subclass: makes the frame and opens it in the host's window, with `frameConfig` as
-    // its configuration; ends it.
+    // For the subclass: open() creates the frame and opens it in the host's window with
+    // `frameConfig` as its configuration; close() destroys it.
     virtual bool PLUGIN_API open(void* parent, const VSTGUI::PlatformType& type) = 0;
     virtual void PLUGIN_API close() = 0;
 
-    // The period of the tick that `notify` brings while the editor is attached; 100 ms to begin
-    // with.
+    // The period of the timer messages that `notify` gets while the editor is attached; initially
+    // 100 ms.
     void setIdleRate(int32 milliseconds);
 
-    // The sizes that requestResize may ask for, both included. False, and nothing stored, when min
-    // exceeds max. A frame outside of them asks for the nearest size inside.
+    // The smallest and the largest size that requestResize accepts. False, and nothing stored, if
+    // min exceeds max. A frame outside these limits requests the nearest size inside.
     bool setEditorSizeConstrains(const VSTGUI::CPoint& min, const VSTGUI::CPoint& max);
-    // Asks the host for a window of that size. False outside the constraints, without a host, and
-    // when the host refuses.
+    // Asks the host for a window of that size. False outside the limits, without a host, and if
+    // the host refuses.
     bool requestResize(const VSTGUI::CPoint& size);
 
-    // Whether the caller runs on the thread that the window and the timer live on. Before the view
-    // is attached, any thread is.
+    // Whether the caller is the thread of the window and the timer. True on any thread before the
+    // view is attached.
     bool isOnOwnThread() const;
 
-    // IPlugView. A host that takes the view away on another thread than its own is answered at
-    // once: the view asks nothing more of the host, and ends its window with its next tick.
+    // IPlugView. removed() on another thread than the view's returns at once: the view makes no
+    // more calls to the host, and closes its window at its next timer tick.
     tresult PLUGIN_API setFrame(IPlugFrame* frame) SMTG_OVERRIDE;
     tresult PLUGIN_API isPlatformTypeSupported(FIDString type) SMTG_OVERRIDE;
     tresult PLUGIN_API attached(void* parent, FIDString type) SMTG_OVERRIDE;
@@ -57,7 +57,7 @@ public:
     void endEdit(int32_t index) override;
     int32_t getKnobMode() const override;
 
-    // CBaseObject. There is one count, the view's.
+    // CBaseObject. References are counted by the view.
     VSTGUI::CMessageResult notify(VSTGUI::CBaseObject* sender,
                                   VSTGUI::IdStringPtr message) override;
     void remember() override { addRef(); }
@@ -65,7 +65,7 @@ public:
     int32_t getNbReference() const override;
 
 protected:
-    // The event loop that the frame is to live on; null where it needs none to be named.
+    // The event loop for the frame; null if the system's is used.
     VSTGUI::IPlatformFrameConfig* frameConfig() const { return config.get(); }
 
 private:
@@ -74,7 +74,7 @@ private:
 
     std::unique_ptr<VSTGUI::IPlatformFrameConfig> config;
     std::atomic<std::thread::id> ownThread{std::thread::id()};  // none while not attached
-    std::atomic<bool> hostGone{false};                          // plugFrame is not to be used
+    std::atomic<bool> hostGone{false};                          // plugFrame must not be used
     std::atomic<bool> removalPostponed{false};
     VSTGUI::CVSTGUITimer* timer;
     VSTGUI::CPoint minSize{0, 0}, maxSize{32767, 32767};

@@ -1,4 +1,4 @@
-// What differs between systems in the start of an editor.
+// The system-specific part of opening an editor.
 #pragma once
 
 #include "pluginterfaces/gui/iplugview.h"
@@ -10,19 +10,19 @@
 namespace Steinberg {
 namespace Vst {
 
-// Once, before the first use of the toolkit.
+// To be called once, before the first use of the toolkit.
 void startToolkit();
 
-// How the toolkit is to live in this host; null where that needs no saying.
+// The toolkit's configuration for this host; null if it needs none.
 std::unique_ptr<VSTGUI::IPlatformFrameConfig> makeFrameConfig(IPlugFrame* host);
 
-// Whether this host turns an event loop for its views, or the system does.
+// Whether views get an event loop, from this host or from the system.
 bool hasEventLoop(IPlugFrame* host);
 
-// For what cannot end before the host may unload the library.
+// For objects that may outlive the host's last reference to the library.
 void keepLibraryLoaded();
 
-// The kind of window that a view opens in.
+// The platform type of the parent window.
 FIDString windowType();
 
 }  // namespace Vst

@@ -1,9 +1,8 @@
-// The start of an editor on Windows.
 #include "vstguiplatform.h"
 
 #include <windows.h>
 
-// The module whose resources the toolkit draws: this library.
+// The module whose resources the toolkit loads: this library.
 void* hInstance = nullptr;
 
 namespace Steinberg {

@@ -1,5 +1,5 @@
-// The start of an editor on Linux, where windows and timers live on an event loop: the host's, if
-// it offers one, else one that the idle calls of a VST 2 host turn.
+// Opening an editor on Linux, where windows and timers use the host's event loop, if it offers one,
+// else one that the idle calls of a VST 2 host run.
 #include "vstguiplatform.h"
 
 #include "base/source/timer.h"
@@ -16,7 +16,7 @@ namespace {
 
 namespace X11 = VSTGUI::X11;
 
-// What is registered with a host: one handler of the toolkit in the clothes of the SDK.
+// Adapters that are registered with a host: each wraps a handler of the toolkit.
 class HostEventHandler : public FObject, public Linux::IEventHandler {
 public:
     explicit HostEventHandler(X11::IEventHandler* target) : handler(target) { }
@@ -51,7 +51,7 @@ public:
     DELEGATE_REFCOUNT(FObject)
 };
 
-// Takes the one that stands for `handler` out of a list; null if there is none.
+// Removes the adapter of `handler` from a list and returns it; null if there is none.
 template <typename Registered, typename Handler>
 IPtr<Registered> takeOut(std::vector<IPtr<Registered>>& list, Handler* handler)
 {
@@ -66,7 +66,7 @@ IPtr<Registered> takeOut(std::vector<IPtr<Registered>>& list, Handler* handler)
     return taken;
 }
 
-// While it lives, the host's loop also turns the timers of the SDK, which are no view's own.
+// The host's loop for a frame. It also runs the SDK's timers, which belong to no view.
 class HostRunLoop : public X11::IRunLoop, private X11::ITimerHandler {
 public:
     explicit HostRunLoop(IPtr<Linux::IRunLoop> hostLoop) : loop(hostLoop)
@@ -112,7 +112,7 @@ private:
     std::vector<IPtr<HostTimerHandler>> timers;
 };
 
-// The SDK's timer on the loop that idle calls turn.
+// The SDK's timer on the loop that idle calls run.
 class IdleTimer : public Timer, private X11::ITimerHandler {
 public:
     static Timer* create(ITimerCallback* callback, uint32 milliseconds)
@@ -160,8 +160,8 @@ bool hasEventLoop(IPlugFrame* host)
     return FUnknownPtr<Linux::IRunLoop>(host) != nullptr;
 }
 
-// Nothing outside calls into a library that has gone: the loop is the library's own, and the
-// window ends with its parent.
+// Not needed: the event loop is the library's own, so nothing calls into an unloaded library, and
+// the window is destroyed with its parent.
 void keepLibraryLoaded() { }
 
 FIDString windowType()

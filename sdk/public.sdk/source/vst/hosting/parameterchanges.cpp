@@ -1,4 +1,3 @@
-// Lists of parameter changes: the container operations.
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Lists of parameter changes as a host hands them to a processor, kept in memory that is reused.
+// Lists of parameter changes as a host passes them to a processor; their memory is reused.
 #pragma once
 
 #include "pluginterfaces/vst/ivstparameterchanges.h"
@@ -19,7 +19,7 @@ public:
     ParamID PLUGIN_API getParameterId() SMTG_OVERRIDE { return paramID; }
     int32 PLUGIN_API getPointCount() SMTG_OVERRIDE { return static_cast<int32>(points.size()); }
     tresult PLUGIN_API getPoint(int32 index, int32& sampleOffset, ParamValue& value) SMTG_OVERRIDE;
-    // A point at an offset that is taken replaces the one there; `index` gets its position.
+    // Replaces an existing point at the same offset; `index` gets the point's position.
     tresult PLUGIN_API addPoint(int32 sampleOffset, ParamValue value, int32& index) SMTG_OVERRIDE;
 
     void setParamID(ParamID id) { paramID = id; }
@@ -44,13 +44,13 @@ public:
     explicit ParameterChanges(int32 maxParameters = 0);
     virtual ~ParameterChanges() = default;
 
-    // Sets how many queues stand ready; a negative number is ignored.
+    // Preallocates this many queues; a negative number is ignored.
     void setMaxParameters(int32 maxParameters);
     void clearQueue() { usedCount = 0; }
 
     int32 PLUGIN_API getParameterCount() SMTG_OVERRIDE { return usedCount; }
     IParamValueQueue* PLUGIN_API getParameterData(int32 index) SMTG_OVERRIDE;
-    // The queue of `id`, a fresh one if it has none yet; never null.
+    // The queue of `id`, added if missing; never null.
     IParamValueQueue* PLUGIN_API addParameterData(const ParamID& id, int32& index) SMTG_OVERRIDE;
 
     DECLARE_FUNKNOWN_METHODS

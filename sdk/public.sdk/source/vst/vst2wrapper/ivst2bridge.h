@@ -1,4 +1,4 @@
-// What the VST 2 wrapper and a controller may offer each other beyond the SDK's interfaces.
+// Interfaces between the VST 2 wrapper and a controller, beyond the SDK's.
 #pragma once
 
 #include "pluginterfaces/base/funknown.h"
@@ -6,7 +6,7 @@
 namespace Steinberg {
 namespace Vst {
 
-// Of the controller: the name of the one program that a VST 2 host sees.
+// Implemented by the controller: the name of the single program that a VST 2 host sees.
 class IProgramName : public FUnknown {
 public:
     static constexpr int32 kSize = 25;  // bytes, with the terminator
@@ -16,7 +16,7 @@ public:
 };
 DECLARE_CLASS_IID(IProgramName, 0x1F0A6E53, 0x8C2B4D77, 0x9E61B03D, 0x54C7F218)
 
-// Of the wrapper: hands the controller, now, the values that a host has set.
+// Implemented by the wrapper: gives the controller all pending values that a host has set.
 class IPendingValues : public FUnknown {
 public:
     virtual void PLUGIN_API deliverPendingValues() = 0;
@@ -24,9 +24,10 @@ public:
 };
 DECLARE_CLASS_IID(IPendingValues, 0x6B3D91C4, 0x27F84E0A, 0xB5D20C9F, 0xE8134A76)
 
-// Of the controller: while editors are held, changes of parameters wait; with the last release, the
-// editors of the releasing thread follow, others with their next tick. Nobody who holds them calls
-// into a view, and so into the host. Calls come in pairs, from any thread.
+// Implemented by the controller: while editors are held, they are not notified of parameter
+// changes. The last release notifies the editors of its own thread; others catch up at their next
+// timer tick. So a thread that holds editors never calls into a view and through it into the host.
+// Calls are paired, from any thread.
 class IEditorUpdates : public FUnknown {
 public:
     virtual void PLUGIN_API holdEditors() = 0;

@@ -1,4 +1,4 @@
-// ParameterTransfer: carries the latest value of every parameter to one reading thread.
+// ParameterTransfer: transfers the latest value of every parameter to one reading thread.
 #pragma once
 
 #include <atomic>
@@ -11,10 +11,10 @@
 namespace Steinberg {
 namespace Vst {
 
-// A table of latest values, one per slot, with the moment of each slot's last change. Any number
-// of threads write, one thread at a time reads; nobody waits, nothing is allocated after
-// construction, and however many values are written between two reads, the last of every slot
-// arrives. Slots that changed are read in the order of their last change.
+// A lock-free table of latest values, one per slot, each with a stamp of its last change. Any
+// number of threads write, one thread at a time reads. Does not allocate after construction. Of any
+// number of writes between two reads the last one of every slot arrives, and changed slots are read
+// in the order of their last change.
 class ParameterTransfer {
 public:
     struct Change {
@@ -40,7 +40,7 @@ public:
         published.fetch_add(1, std::memory_order_release);
     }
 
-    // Whether a slot has been written since its last change was taken. By the reader.
+    // Whether a slot has been written since its last change was taken. For the reader only.
     bool hasChange(std::size_t slot) const
     {
         return slots[slot].stamp.load(std::memory_order_acquire) != delivered[slot];
@@ -54,8 +54,8 @@ public:
         if (now == seen)
             return changes;
         seen = now;
-        // What is written from here on waits for the next call, so that of two slots written one
-        // after the other the second never overtakes the first.
+        // Later writes are left for the next call, so that of two slots written one after the other
+        // the second never arrives first.
         const std::uint64_t newest = lastStamp.load(std::memory_order_acquire);
         for (std::size_t i = 0; i < delivered.size(); ++i) {
             const std::uint64_t stamp = slots[i].stamp.load(std::memory_order_acquire);
@@ -70,7 +70,7 @@ public:
 private:
     static_assert(std::atomic<double>::is_always_lock_free
                       && std::atomic<std::uint64_t>::is_always_lock_free,
-                  "the audio thread must not meet a lock");
+                  "the audio thread must not lock");
 
     struct Slot {
         std::atomic<double> value{0.0};
@@ -90,7 +90,7 @@ private:
     std::atomic<std::uint64_t> lastStamp{0};
     std::atomic<std::uint64_t> published{0};
 
-    // The reader's own.
+    // Used only by the reader.
     std::uint64_t seen = 0;
     std::vector<std::uint64_t> delivered;
     std::vector<Change> changes;

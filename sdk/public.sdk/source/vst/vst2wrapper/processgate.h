@@ -1,5 +1,4 @@
-// ProcessGate: keeps a host's setup calls out of a running block, and blocks out of a running
-// setup.
+// ProcessGate: mutual exclusion of audio blocks and a host's setup calls.
 #pragma once
 
 #include <atomic>
@@ -8,12 +7,12 @@
 namespace Steinberg {
 namespace Vst {
 
-// Hosts may change rate, block size, buses or activity only between blocks; some do it while their
-// audio thread is inside one. A setup then waits for the end of the block; a block that meets a
-// setup does not wait, and is to be silent.
+// Hosts may change rate, block size, buses or activation only between blocks, but some do so while
+// their audio thread is processing one. A setup then waits for the end of the block; a block that
+// starts during a setup does not wait and must output silence.
 class ProcessGate {
 public:
-    // A block's stay, from construction to destruction. Never waits. One block at a time.
+    // Guards a block from construction to destruction. Never waits. One block at a time.
     class Block {
     public:
         explicit Block(ProcessGate& owner) : gate(owner)
@@ -30,7 +29,7 @@ public:
         Block(const Block&) = delete;
         Block& operator=(const Block&) = delete;
 
-        // False: there is a setup inside, and nothing may be touched.
+        // False: a setup is running, and the block must not use anything that it changes.
         explicit operator bool() const { return admitted; }
 
     private:
@@ -38,8 +37,8 @@ public:
         bool admitted;
     };
 
-    // A setup's stay. Waits for the block that is inside, and for setups of other threads; a setup
-    // may contain others of its own thread.
+    // Guards a setup. Waits for a running block and for setups of other threads; recursive on its
+    // own thread.
     class Setup {
     public:
         explicit Setup(ProcessGate& owner) : gate(owner)
@@ -75,7 +74,7 @@ private:
 
     std::atomic<State> state{State::Free};
     std::atomic<std::thread::id> setupThread{std::thread::id()};
-    int depth = 0;  // of the setup inside
+    int depth = 0;  // recursion depth of the running setup
 };
 
 }  // namespace Vst

@@ -1,4 +1,3 @@
-// Vst2EditorWrapper: the view's life between the host's calls, its size, and keys.
 #include "vst2editor.h"
 
 #include <utility>
@@ -14,7 +13,7 @@ const FIDString kPlatform = kPlatformTypeHWND;
 const FIDString kPlatform = kPlatformTypeX11EmbedWindowID;
 #endif
 
-// VST 2 has Ctrl of a PC at 8 and the command key at 4, VST 3 the other way round.
+// In VST 2 Ctrl is 8 and the command key is 4; in VST 3 they are swapped.
 int16 modifiersOf(VstInt32 modifiers)
 {
     constexpr VstInt32 kSame = 1 | 2, kCommand = 4, kControl = 8;
@@ -22,7 +21,7 @@ int16 modifiersOf(VstInt32 modifiers)
                               | (modifiers & kControl ? kCommand : 0));
 }
 
-// The character that belongs to a virtual key; else the one that the host names.
+// The character of a virtual key, if it has one; else the one that the host passes.
 char16 characterOf(VstInt32 character, VstInt32 virtualKey)
 {
     constexpr VstInt32 kSpace = 7, kFirstAscii = 128;
@@ -85,7 +84,7 @@ bool Vst2EditorWrapper::open(void* parentWindow)
 
 void Vst2EditorWrapper::close()
 {
-    // Forgotten first: the view may call back while it goes.
+    // Cleared first, since the view may call back while it is removed.
     const IPtr<IPlugView> closing = view;
     view = nullptr;
     if (!closing)

@@ -13,11 +13,11 @@ namespace Vst {
 
 class Vst2EditorWrapper : public ::AEffEditor, public IPlugFrame {
 public:
-    // Asks the host for a window of that many pixels; false when the host does not do it.
+    // Asks the host for a window of that size in pixels; false if the host does not resize it.
     using SizeWindow = std::function<bool(int32 width, int32 height)>;
 
     Vst2EditorWrapper(IEditController& controller, SizeWindow sizeWindow);
-    // Closes a view that is open still.
+    // Closes an open view.
     ~Vst2EditorWrapper() override;
 
     // Whether the controller has an editor at all.
@@ -32,11 +32,11 @@ public:
     bool onWheel(float distance) override;
     bool setKnobMode(VstInt32 mode) override;
 
-    // IPlugFrame: the view's wish, by way of the host. A host that does not resize its window gets
-    // a view that is larger or smaller than that.
+    // IPlugFrame: passes the view's request on to the host. If the host does not resize its window,
+    // the view is resized all the same.
     tresult PLUGIN_API resizeView(IPlugView* view, ViewRect* newSize) SMTG_OVERRIDE;
 
-    // The effect ends it, so references are not counted.
+    // Owned by the effect, so references are not counted.
     tresult PLUGIN_API queryInterface(const TUID iid, void** obj) SMTG_OVERRIDE;
     uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
     uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
@@ -48,7 +48,7 @@ private:
     SizeWindow sizeWindow;
     IPtr<IPlugView> view;
     bool attached = false;
-    ERect rect{};  // what the host knows
+    ERect rect{};  // as reported to the host
 };
 
 }  // namespace Vst

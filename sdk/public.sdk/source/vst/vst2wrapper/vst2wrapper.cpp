@@ -1,5 +1,5 @@
-// Vst2Wrapper: creation, destruction, what the host is told about the plug-in, and what the
-// plug-in may ask of the host.
+// Vst2Wrapper: creation, destruction, the plug-in's properties, and the host services for the
+// plug-in.
 #include "vst2wrapper.h"
 
 #include "Utf8.h"
@@ -40,7 +40,7 @@ IPtr<Interface> createInstance(IPluginFactory& factory, const TUID classId)
 
 std::atomic<Vst2Wrapper::IdleFunction> idleFunction{nullptr};
 
-// "1.0.1.0" as one byte for each number, the first one highest.
+// Packs "1.0.1.0" into one byte per number, the first one highest.
 VstInt32 packVersion(const char* text)
 {
     unsigned major = 0, minor = 0, sub = 0, build = 0;
@@ -49,7 +49,7 @@ VstInt32 packVersion(const char* text)
                                  | (build & 255));
 }
 
-// Fills the host's room of `size` bytes; a text that fills it has no terminator.
+// Copies into the host's buffer of `size` bytes; a text that fills it has no terminator.
 bool copyText(char* target, const std::string& text, std::size_t size)
 {
     if (text.empty())
@@ -102,7 +102,7 @@ void Vst2Wrapper::idle()
 
     std::unique_ptr<Vst2Wrapper> wrapper(
         new Vst2Wrapper(processor, controller, factory, vst3ComponentID, vst2ID, audioMaster));
-    // Both hold the wrapper as their context, so it has to be the last to let go of them.
+    // Both hold a pointer to the wrapper as their context, so they are released before it ends.
     processor = nullptr;
     controller = nullptr;
     return wrapper->init() ? wrapper.release() : nullptr;

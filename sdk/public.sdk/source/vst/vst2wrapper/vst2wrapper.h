@@ -1,10 +1,10 @@
-// Vst2Wrapper: shows a VST 3 component and its controller to a host as a VST 2 effect.
+// Vst2Wrapper: presents a VST 3 component and its controller to a host as a VST 2 effect.
 //
 // Threads: `processReplacing` runs on the host's audio thread, the editor's calls and `idle` on its
 // user-interface thread; parameters, states, names and the setup (rate, block size, arrangement,
-// mains) may come on any thread at any time. Parameter values cross in one table of latest values,
-// whose changes each reader takes up when it can, so that all of them end with the same. A setup
-// waits for the block that is being processed; a block that meets a setup is silent.
+// mains) may come on any thread at any time. Parameter values pass through one table of latest
+// values, whose changes each reader takes when it can, so that all end with the same values. A
+// setup waits for the block that is being processed; a block during a setup is silent.
 #pragma once
 
 #include "base/source/timer.h"
@@ -42,14 +42,14 @@ class Vst2Wrapper : public IHostApplication,
                     public ::AudioEffectX,
                     public IVst3ToVst2Wrapper {
 public:
-    // Makes the effect around a new object of the class `vst3ComponentID` and its controller. Takes
-    // over one reference of `factory`. Null if the class, or its initialisation, fails.
+    // Creates the effect with a new object of the class `vst3ComponentID` and its controller. Takes
+    // over one reference to `factory`. Null if creation or initialisation fails.
     static ::AudioEffect* create(IPluginFactory* factory, const TUID vst3ComponentID,
                                  VstInt32 vst2ID, audioMasterCallback audioMaster);
     ~Vst2Wrapper() override;
 
-    // Called by every idle call of a host, whichever effect it goes to: on Linux, where windows
-    // have no loop of their own, the editors' events and timers wait for it. Null: nothing to do.
+    // Called in every idle call of a host, for any effect: on Linux it processes the events and
+    // timers of editors, for which VST 2 hosts have no event loop. Null: nothing to do.
     using IdleFunction = void (*)();
     static void setIdleFunction(IdleFunction function);
 
@@ -63,7 +63,7 @@ public:
     void getParameterName(VstInt32 index, char* text) override;
     void getParameterLabel(VstInt32 index, char* text) override;
     void getParameterDisplay(VstInt32 index, char* text) override;
-    // There is one program: it bears the controller's program name, else the effect's.
+    // There is one program, with the controller's program name, else the effect's name.
     void getProgramName(char* text) override;
     void setProgramName(const char* text) override;
     VstInt32 getChunk(void** data, bool isProgram) override;
@@ -104,7 +104,7 @@ public:
     tresult PLUGIN_API endEdit(ParamID id) SMTG_OVERRIDE;
     tresult PLUGIN_API restartComponent(int32 flags) SMTG_OVERRIDE;
 
-    // IComponentHandler2: a changed state is news for the host's display.
+    // IComponentHandler2: a changed state updates the host's display.
     tresult PLUGIN_API setDirty(TBool state) SMTG_OVERRIDE;
     tresult PLUGIN_API requestOpenEditor(FIDString) SMTG_OVERRIDE { return kNotImplemented; }
     tresult PLUGIN_API startGroupEdit() SMTG_OVERRIDE { return kNotImplemented; }
@@ -123,19 +123,19 @@ public:
     // ITimerCallback
     void onTimer(Timer*) override { updateController(); }
 
-    // The host ends the effect, so references to it are not counted.
+    // Owned by the host, so references are not counted.
     tresult PLUGIN_API queryInterface(const TUID iid, void** obj) SMTG_OVERRIDE;
     uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
     uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
 
 private:
-    // A parameter of the controller; the index in the table is its slot in the transfers.
+    // A parameter of the controller; its index in the table is its slot in the transfers.
     struct ExportedParameter {
         ParameterInfo info;
         VstInt32 index;  // its VST 2 index, or -1 for one that hosts do not see
     };
 
-    // Keeps views and their host out of what is done while it lives. Null: nothing to hold.
+    // Holds the editors' notifications during its lifetime. Null: nothing to hold.
     class HeldEditors {
     public:
         explicit HeldEditors(IEditorUpdates* updates) : editors(updates)
@@ -155,12 +155,12 @@ private:
         IEditorUpdates* editors;
     };
 
-    // The channel pointers of one direction, bus by bus, as a processor wants them.
+    // The channel pointers of one direction, bus by bus, in the form of IAudioProcessor.
     struct BusBuffers {
         std::vector<AudioBusBuffers> buses;
         std::vector<Sample32*> channels;
 
-        // Follows the component's buses of that direction and activates the main ones.
+        // Adopts the component's buses of that direction and activates the main ones.
         void prepare(IComponent& component, BusDirection direction);
     };
 
@@ -213,16 +213,16 @@ private:
 
     bool componentInitialised = false;
     bool controllerInitialised = false;
-    // Guarded by the gate: what a setup changes and a block uses.
+    // Guarded by the gate: everything that a setup changes and a block uses.
     ProcessGate gate;
     bool active = false;
-    bool suspended = false;  // by the host, since it was active last
+    bool suspended = false;  // by the host, since the last activation
     std::atomic<bool> processing{false};
     std::atomic<VstInt32> outputCount{0};  // for a block that is not admitted
 
-    std::mutex stateMutex;  // one state at a time is read or set
-    std::atomic<std::thread::id> restoring{std::thread::id()};  // the thread that sets one
-    std::mutex changesMutex;                                    // of the controller's tables
+    std::mutex stateMutex;                                      // held while a state is read or set
+    std::atomic<std::thread::id> restoring{std::thread::id()};  // the thread that sets a state
+    std::mutex changesMutex;                                    // for the controller's transfers
     std::atomic<std::thread::id> takingUp{std::thread::id()};   // the thread that holds it
 
     ProcessSetup setup;
@@ -233,8 +233,8 @@ private:
     std::vector<std::size_t> slotByIndex;       // by VST 2 index
     std::vector<std::size_t> slotById;          // slots in ascending order of id
 
-    // The value of each parameter, by slot: what the host is told, and what goes to the processor
-    // and the controller when the transfers tell them that it has changed.
+    // The value of each parameter, by slot: reported to the host, and sent to the processor and the
+    // controller when the transfers report a change.
     std::unique_ptr<std::atomic<double>[]> currentValues;
 
     std::unique_ptr<ParameterTransfer> toProcessor;    // from any thread to the audio thread
@@ -243,7 +243,7 @@ private:
     ParameterChanges inputChanges, outputChanges;
 
     BusBuffers inputBuses, outputBuses;
-    std::vector<std::vector<Sample32>> scratch;  // stands in for channels a host leaves out
+    std::vector<std::vector<Sample32>> scratch;  // replaces channels that a host leaves out
     std::vector<char> chunk;
     VstSpeakerArrangement inputArrangement{}, outputArrangement{};
 };

@@ -13,10 +13,10 @@ namespace Vst {
 
 namespace {
 
-// Room for channels that a host leaves out, whatever its block size.
+// Samples of scratch for channels that a host leaves out, whatever its block size.
 constexpr int32 kSmallestScratch = 64;
 
-// A host that announces more is not taken seriously.
+// Larger announced block sizes are ignored.
 constexpr VstInt32 kLargestBlock = 1 << 20;
 
 bool anyMissing(Sample32* const* channels, std::size_t count)
@@ -70,7 +70,7 @@ void Vst2Wrapper::BusBuffers::prepare(IComponent& owner, BusDirection direction)
     }
 }
 
-// Follows the component's buses and keeps one scratch buffer for each channel of either direction.
+// Adopts the component's buses and allocates one scratch buffer for each input and output channel.
 void Vst2Wrapper::setupBuses()
 {
     inputBuses.prepare(*component, kInput);
@@ -89,7 +89,7 @@ bool Vst2Wrapper::applySetup()
     return processor->setupProcessing(setup) == kResultOk;
 }
 
-// Brings the latency that hosts read up to date; true if it is another one now.
+// Updates the latency that hosts read; true if it has changed.
 bool Vst2Wrapper::updateLatency()
 {
     const auto latency = static_cast<VstInt32>(processor->getLatencySamples());
@@ -156,10 +156,10 @@ void Vst2Wrapper::setProcessing(bool state)
     processing = state;
 }
 
-// A component takes a new rate, block size or bus layout only between two activations, and tells
-// the latency that goes with it only after the next one: it is activated for a moment where the
-// host has not done so, or a host that never does would not learn of it. True if the latency is
-// another one now, which the host is told when the gate is open again.
+// A component accepts a new rate, block size or bus layout only while inactive, and knows the
+// resulting latency only after the next activation. So an inactive component is activated briefly,
+// as some hosts never activate. True if the latency has changed; the caller reports that to the
+// host after it has left the gate.
 template <typename Change>
 bool Vst2Wrapper::changeSetup(Change change)
 {
@@ -221,7 +221,7 @@ bool Vst2Wrapper::setSpeakerArrangement(const VstSpeakerArrangement* input,
         if (wanted[0] == present[0] && wanted[1] == present[1])
             return true;
 
-        // A refusal too may leave the component with other buses than before.
+        // A refusal, too, may have changed the component's buses.
         const VstInt32 inputsBefore = cEffect.numInputs, outputsBefore = cEffect.numOutputs;
         changeSetup([&] {
             accepted = processor->setBusArrangements(&wanted[0], 1, &wanted[1], 1) == kResultTrue;
@@ -299,9 +299,8 @@ bool Vst2Wrapper::getOutputProperties(VstInt32 pin, VstPinProperties* properties
     return pinProperties(kOutput, pin, properties);
 }
 
-// Runs on the audio thread, and never waits for another.
-//
-// The host is asked nothing here: the processor looks neither at the time nor at the process mode.
+// Runs on the audio thread and never waits for another. Does not call the host, since the processor
+// uses neither time information nor process mode.
 void Vst2Wrapper::processReplacing(float** inputs, float** outputs, VstInt32 frames)
 {
     const ProcessGate::Block inside(gate);
@@ -312,13 +311,13 @@ void Vst2Wrapper::processReplacing(float** inputs, float** outputs, VstInt32 fra
             std::fill_n(outputs[i], frames, 0.0f);
 }
 
-// Parameters travel with the block's first slice; there is more than one slice only where scratch
-// has to stand in for channels and the block is longer than the scratch.
+// Parameter changes go with the block's first slice. There are several slices only if scratch
+// replaces missing channels and the block is longer than the scratch.
 void Vst2Wrapper::processBlock(float** inputs, float** outputs, int32 frames)
 {
-    // A host that never turns the mains on means the same by its first block. One that comes after
-    // they were turned off is late, or the host does not turn them on again: it is processed, since
-    // the component is ready, and the next activation starts from silence as ever.
+    // For a host that never turns the mains on, the first block activates. A block after mains off
+    // is late, or the host does not turn them on again: it is processed without activation, and the
+    // next activation starts from silence as usual.
     if (!active && !suspended)
         activate();
     if (active)
@@ -344,7 +343,7 @@ void Vst2Wrapper::processBlock(float** inputs, float** outputs, int32 frames)
     } while (offset < frames);
 }
 
-// A missing input is silence, a missing output goes nowhere. The processor may change its input
+// A missing input is silent, a missing output is discarded. The processor may change its input
 // buffers in place, so two inputs never share one.
 void Vst2Wrapper::processSlice(Sample32** inputs, Sample32** outputs, int32 offset, int32 frames)
 {

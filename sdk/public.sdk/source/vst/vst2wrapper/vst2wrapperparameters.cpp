@@ -1,4 +1,4 @@
-// Vst2Wrapper: the parameters that a host sees, and the road of their values between host,
+// Vst2Wrapper: the parameters that a host sees, and the transfer of their values between host,
 // controller and processor.
 #include "vst2wrapper.h"
 
@@ -15,7 +15,7 @@ namespace Vst {
 
 namespace {
 
-// Writes a text of the SDK into a host's room: `length` characters and a terminator.
+// Writes an SDK text into a host's buffer: at most `length` characters and a terminator.
 void writeText(char* target, const String128 text, std::size_t length)
 {
     char ascii[129] = {};
@@ -57,7 +57,7 @@ void Vst2Wrapper::collectParameters()
     cEffect.numParams = static_cast<VstInt32>(slotByIndex.size());
 }
 
-// What the controller holds once it has started is news to the processor, which keeps no state.
+// Sends the controller's initial values to the processor, which has no state of its own.
 void Vst2Wrapper::sendStartValues()
 {
     readValuesFromController();
@@ -65,7 +65,7 @@ void Vst2Wrapper::sendStartValues()
         toProcessor->set(slot, currentValues[slot].load());
 }
 
-// A value that the host sets meanwhile is newer than what is read.
+// A value that the host sets meanwhile is newer than the one read, and is kept.
 void Vst2Wrapper::readValuesFromController()
 {
     updateController();
@@ -111,7 +111,7 @@ void Vst2Wrapper::setParameter(VstInt32 index, float value)
     toController->set(slot, clamped);
 }
 
-// The table first: whoever learns of the change finds this value in it, or a newer one.
+// The table is written first, so that a reader of the change finds this value or a newer one.
 void Vst2Wrapper::setCurrentValue(std::size_t slot, double value)
 {
     currentValues[slot].store(value);
@@ -160,7 +160,7 @@ bool Vst2Wrapper::string2parameter(VstInt32 index, const char* text)
         return false;
     String128 wide = {};
     UString(wide, 128).fromAscii(text);
-    // The SDK's scan may report success without having found a number.
+    // The SDK's conversion may report success without having found a number.
     ParamValue value = std::numeric_limits<ParamValue>::quiet_NaN();
     if (controller->getParamValueByString(parameter->info.id, wide, value) != kResultTrue
         || value != value)
@@ -233,7 +233,7 @@ tresult PLUGIN_API Vst2Wrapper::restartComponent(int32 flags)
     if (flags & (kParamValuesChanged | kParamTitlesChanged)) {
         if (flags & kParamValuesChanged)
             readValuesFromController();
-        if (!isRestoringState())  // which ends with the same message
+        if (!isRestoringState())  // restoring ends with the same message
             askHost(audioMasterUpdateDisplay);
         result = kResultTrue;
     }
@@ -247,13 +247,13 @@ tresult PLUGIN_API Vst2Wrapper::restartComponent(int32 flags)
 
 tresult PLUGIN_API Vst2Wrapper::setDirty(TBool state)
 {
-    if (state && !isRestoringState())  // which ends with the same message
+    if (state && !isRestoringState())  // restoring ends with the same message
         askHost(audioMasterUpdateDisplay);
     return kResultTrue;
 }
 
-// Brings the controller up to date with host and processor. Editors follow when the lock is free
-// again, since what they ask of the host may wait for the thread that waits for the lock.
+// Updates the controller with changes from host and processor. Editors are notified after the lock
+// is released: they may call the host, which may wait for a thread that waits for the lock.
 void Vst2Wrapper::updateController()
 {
     if (!controller || !fromProcessor)
@@ -262,7 +262,7 @@ void Vst2Wrapper::updateController()
     takeUpChanges();
 }
 
-// A call that comes back from inside finds the work under way.
+// A recursive call returns at once, since the outer one takes the changes.
 void Vst2Wrapper::takeUpChanges()
 {
     const std::thread::id caller = std::this_thread::get_id();
@@ -276,7 +276,7 @@ void Vst2Wrapper::takeUpChanges()
     } guard{takingUp};
     for (const ParameterTransfer::Change& change : fromProcessor->takeChanges())
         controller->setParamNormalized(parameters[change.slot].info.id, change.value);
-    // Of a parameter that the controller has edited since, the newer value counts.
+    // Uses the current values: the controller may have edited a parameter since the change.
     for (const ParameterTransfer::Change& change : toController->takeChanges())
         controller->setParamNormalized(parameters[change.slot].info.id,
                                        currentValues[change.slot].load());

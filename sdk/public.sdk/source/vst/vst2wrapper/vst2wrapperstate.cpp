@@ -1,4 +1,4 @@
-// Vst2Wrapper: the plug-in's state as the bytes that a VST 2 host keeps.
+// Vst2Wrapper: the plug-in's state as a VST 2 chunk.
 //
 //   0       int64   C, size of the component's state
 //   8       int64   K, size of the controller's state      (both little-endian)
@@ -56,8 +56,8 @@ VstInt32 Vst2Wrapper::getChunk(void** data, bool /*isProgram*/)
     return static_cast<VstInt32>(chunk.size());
 }
 
-// Hands the two parts to the component and the controller. The host knows that it is loading: 58
-// automation calls would only be recorded.
+// Passes the two parts to the component and the controller. The changes are not reported to the
+// host, which would only record them as automation.
 void Vst2Wrapper::restoreState(char* bytes, int64 componentSize, int64 controllerSize)
 {
     restoring = std::this_thread::get_id();
@@ -78,7 +78,7 @@ void Vst2Wrapper::restoreState(char* bytes, int64 componentSize, int64 controlle
     }
 }
 
-// Bytes that do not fit together are ignored as a whole.
+// A chunk with inconsistent sizes is ignored.
 VstInt32 Vst2Wrapper::setChunk(const void* data, VstInt32 size, bool /*isProgram*/)
 {
     if (size < static_cast<VstInt32>(kHeadSize))
@@ -91,7 +91,7 @@ VstInt32 Vst2Wrapper::setChunk(const void* data, VstInt32 size, bool /*isProgram
         || controllerSize > room - componentSize)
         return 0;
 
-    // What was set before belongs to the old state.
+    // Values set before must not be applied to the new state.
     updateController();
 
     {
