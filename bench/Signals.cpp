@@ -7,6 +7,7 @@ namespace {
 
 constexpr double kLevel = 0.251188643150958;  // -12 dBFS
 
+// From -1 to 1.
 float uniform(std::mt19937& random)
 {
     return static_cast<float>(static_cast<double>(random()) / 2147483648.0 - 1.0);

@@ -15,8 +15,9 @@ cp -r "$products"/linux/. "$work/stripped"
 find "$work/stripped" -type f \( -name '*.so' -o -name zkrt46 \) \
     -exec strip --strip-unneeded --remove-section=.comment {} +
 
-# at_work TOOL: it finds its library by itself, and renders the same as the built one.
-at_work() {
+# check_tool TOOL: has all its libraries, finds the plug-in without being told where it is, and
+# renders the same samples as the built tool.
+check_tool() {
     expect "libraries missing for $1" "" "$(ldd "$1" | sed -n '/not found/p')"
     [ -f "$work/expected.wav" ] || {
         noise "$work/in.wav"
@@ -42,7 +43,7 @@ same "$work/stripped/zkrt46" "$unpacked/zkrt46"
 same_tree "$work/stripped/ZKRT46.vst3" "$unpacked/ZKRT46.vst3"
 same "$products/ZKRT46-manual.pdf" "$unpacked/ZKRT46-manual.pdf"
 same "$top/LICENSE" "$unpacked/LICENSE"
-at_work "$unpacked/zkrt46"
+check_tool "$unpacked/zkrt46"
 for word in "ZKR T46 $version" ZKRT46.so ZKRT46.vst3 zkrt46 ZKRT46-manual.pdf .vst3 ManualPath; do
     grep -qF -- "$word" "$unpacked/README.txt" || fail "README.txt does not mention $word"
 done
@@ -100,7 +101,7 @@ done <"$work/commands"
 lintian --no-cfg --fail-on error,warning "$package" >&2 || fail "lintian complains"
 
 step "use the tool and the libraries, and check their dependencies"
-at_work "$root/usr/bin/zkrt46"
+check_tool "$root/usr/bin/zkrt46"
 binaries=("$root/usr/bin/zkrt46" "$root/usr/lib/vst/ZKRT46.so"
     "$root/usr/lib/vst3/ZKRT46.vst3/Contents/x86_64-linux/ZKRT46.so")
 for binary in "${binaries[@]}"; do

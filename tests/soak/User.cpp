@@ -15,7 +15,7 @@ constexpr std::size_t kHeadersEnd = kImageAt + kFileHeaderSize;
 // 32 bits in the image's header; writing the lowest byte suffices.
 constexpr std::size_t kCurrentPresetAt = kImageAt + FileHeader::kCurrentAt;
 
-// Below this lies the row of preset keys, whose menu and file dialogs would wait for an answer.
+// The row of preset keys is below this, whose menu and file dialogs would wait for an answer.
 constexpr int kSafeHeight = 450;
 
 constexpr std::ptrdiff_t kMostEditors = 4;
@@ -50,7 +50,7 @@ User::User(Run& shared, Whereabouts& where) : run(shared), whereabouts(where), d
 
 void User::turn()
 {
-    for (int deeds = dice.between(1, 5); deeds > 0; --deeds) {
+    for (int remaining = dice.between(1, 5); remaining > 0; --remaining) {
         Seat& seat = *dice.of(seats);
         Action& action = *dice.of(wheel);
         // A seat that waits for its output to decay is mostly left alone.

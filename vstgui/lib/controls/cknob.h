@@ -1,4 +1,4 @@
-// CKnob: what rotary controls have in common. A subclass draws it and turns it by the mouse.
+// CKnob: base of rotary controls. Subclasses do the drawing and the handling of the mouse.
 #pragma once
 
 #include "vstgui/lib/controls/ccontrol.h"
@@ -11,7 +11,7 @@ public:
     CKnob(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* background,
           CBitmap* handle, const CPoint& offset = CPoint(0, 0), int32_t drawStyle = 0);
 
-    // The background.
+    // Draws the background bitmap only.
     void draw(CDrawContext* context) override;
     CMouseEventResult onMouseUp(CPoint& where, const CButtonState& buttons) override;
     int32_t onKeyDown(VstKeyCode& keyCode) override;
