@@ -1,7 +1,7 @@
 // The three benchmarks.
 #pragma once
 
-#include "Report.h"
+#include "bench/Report.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // Whole chains through the processor, at several rates and block lengths.
-#include "Benches.h"
-#include "Chains.h"
-#include "Measurement.h"
+#include "bench/Benches.h"
+#include "bench/Chains.h"
+#include "bench/Measurement.h"
 
 #include <map>
 

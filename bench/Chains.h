@@ -1,8 +1,8 @@
 // The measured chains and their settings.
 #pragma once
 
-#include "ParameterIds.h"
-#include "Player.h"
+#include "bench/Player.h"
+#include "params/ids/ParameterIds.h"
 
 #include <vector>
 

@@ -1,9 +1,9 @@
 // The processor in one form, activated and driven block by block as by a host.
 #pragma once
 
-#include "PitchNamesProcessor.h"
-#include "ProcessingForm.h"
-#include "Signals.h"
+#include "bench/Signals.h"
+#include "dsp/ProcessingForm.h"
+#include "shell/PitchNamesProcessor.h"
 
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 

@@ -1,7 +1,7 @@
 // Prints the results as a table and writes them to a CSV file with one line per number.
 #pragma once
 
-#include "ProcessingForm.h"
+#include "dsp/ProcessingForm.h"
 
 #include <cstdint>
 #include <string>

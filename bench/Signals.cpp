@@ -1,4 +1,4 @@
-#include "Signals.h"
+#include "bench/Signals.h"
 
 #include <cmath>
 #include <random>

@@ -1,9 +1,9 @@
 // Single stages. A stage processes one stereo sub-block of 16 host frames in place, as in the block
 // loop; to add one, write its factory and add a line to kStages.
-#include "Benches.h"
-#include "Measurement.h"
-#include "Oversampling.h"
-#include "StripChain.h"
+#include "bench/Benches.h"
+#include "bench/Measurement.h"
+#include "dsp/lanes/StripChain.h"
+#include "shell/oversampling/Oversampling.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 // Single blocks: the one in which all parameters change, and the first after activation.
-#include "Benches.h"
-#include "Chains.h"
-#include "Measurement.h"
+#include "bench/Benches.h"
+#include "bench/Chains.h"
+#include "bench/Measurement.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,5 +1,5 @@
 // zkrt46-bench: measures the plain and the fast forms of the audio path side by side.
-#include "Benches.h"
+#include "bench/Benches.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -7,10 +7,9 @@ if(ZKR_WARNINGS_AS_ERRORS)
 endif()
 
 # zkr_library(NAME SOURCES... LINK...): one static library for one folder, headers beside the code.
-# A target sees only the headers of what it links.
+# Includes name the folder; which folder may include which, scripts/check_sources.sh knows.
 function(zkr_library name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
   add_library(${name} STATIC ${arg_SOURCES})
-  target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
   target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE zkr_warnings)
 endfunction()

@@ -1,6 +1,6 @@
 // The two interaction curves. Like the band models, they define the sound: presets and the worked
 // values depend on every digit of the constants.
-#include "BandInteractions.h"
+#include "dsp/BandInteractions.h"
 
 #include <algorithm>
 #include <cmath>

@@ -5,10 +5,10 @@
 // Throughout: g is the gain in dB, w = log10(|g| + 1) / log10(17) runs from 0 at 0 dB to 1 at 16 dB
 // on either side, u = g / 16 keeps the sign. For frequency and Q a cut is g below 0; for output
 // gain and damping it is g at or below 0. At 0 dB a band is a wire in any case.
-#include "BandModels.h"
+#include "dsp/BandModels.h"
 
-#include "ControlLaws.h"
-#include "FrequencySteps.h"
+#include "dsp/ControlLaws.h"
+#include "params/lookup/FrequencySteps.h"
 
 #include <array>
 #include <cstddef>

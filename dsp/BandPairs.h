@@ -1,7 +1,7 @@
 // The combinations of two bands, and how the two see each other in each.
 #pragma once
 
-#include "BandMode.h"
+#include "dsp/BandMode.h"
 
 #include <array>
 

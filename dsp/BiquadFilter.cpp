@@ -1,8 +1,8 @@
 // The design of a BiquadFilter: coefficients by the cookbook formulas (bilinear transform), then
 // the zeros, poles and gain that they stand for.
-#include "BiquadFilter.h"
+#include "dsp/BiquadFilter.h"
 
-#include "ControlLaws.h"
+#include "dsp/ControlLaws.h"
 
 namespace {
 

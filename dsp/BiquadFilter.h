@@ -3,7 +3,7 @@
 // by a glide in the pole-zero plane; with `instant` set, which is the rule, it is reached at once.
 #pragma once
 
-#include "FilterType.h"
+#include "dsp/FilterType.h"
 
 #include <cmath>
 

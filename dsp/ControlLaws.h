@@ -1,7 +1,7 @@
 // How a knob position becomes a level, and the small conversions around that.
 #pragma once
 
-#include "Truncate.h"
+#include "params/lookup/Truncate.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 // each blended in by half the amount.
 #pragma once
 
-#include "TrackedBiquadFilter.h"
+#include "dsp/TrackedBiquadFilter.h"
 
 class DampingFilterPair {
 public:

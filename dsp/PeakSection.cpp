@@ -1,7 +1,7 @@
 // How a PeakSection sets its three filters.
-#include "PeakSection.h"
+#include "dsp/PeakSection.h"
 
-#include "ControlLaws.h"
+#include "dsp/ControlLaws.h"
 
 PeakSection::PeakSection(double rate, FilterType response)
     : sampleRate(rate), type(response), main(rate, response, 1000.0, 1.0, 0.0),

@@ -2,7 +2,7 @@
 // and a high-pass at its lower edge, blended in to steepen a flank towards a neighbouring band.
 #pragma once
 
-#include "WetBiquadFilter.h"
+#include "dsp/WetBiquadFilter.h"
 
 class PeakSection {
 public:

@@ -1,5 +1,5 @@
 // Which kernels this machine can run.
-#include "ProcessingForm.h"
+#include "dsp/ProcessingForm.h"
 
 ProcessingForms::ProcessingForms() : forms{ProcessingForm::Plain, ProcessingForm::Sse2}, count(2)
 {

@@ -1,7 +1,7 @@
 // How a ShelfSection sets its two filters.
-#include "ShelfSection.h"
+#include "dsp/ShelfSection.h"
 
-#include "ControlLaws.h"
+#include "dsp/ControlLaws.h"
 
 ShelfSection::ShelfSection(double rate, FilterType response)
     : sampleRate(rate), type(response), main(rate, response, 1000.0, 1.0, 0.0),

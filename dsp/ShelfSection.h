@@ -2,7 +2,7 @@
 // which is blended in to steepen the flank towards a neighbouring band.
 #pragma once
 
-#include "WetBiquadFilter.h"
+#include "dsp/WetBiquadFilter.h"
 
 class ShelfSection {
 public:

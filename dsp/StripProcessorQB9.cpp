@@ -1,9 +1,9 @@
 // The pre-amplifier strip's life, rate and setters.
-#include "StripProcessorQB9.h"
+#include "dsp/StripProcessorQB9.h"
 
-#include "ControlLaws.h"
-#include "FrequencySteps.h"
-#include "LookupStep.h"
+#include "dsp/ControlLaws.h"
+#include "params/lookup/FrequencySteps.h"
+#include "params/lookup/LookupStep.h"
 
 StripProcessorQB9::StripProcessorQB9()
 {

@@ -3,7 +3,7 @@
 // gain. It has no saturation of its own.
 #pragma once
 
-#include "BiquadFilter.h"
+#include "dsp/BiquadFilter.h"
 
 #include <array>
 

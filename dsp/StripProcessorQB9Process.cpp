@@ -1,5 +1,5 @@
 // The pre-amplifier strip's stages: polarity, and the pair of stages around the equaliser strips.
-#include "StripProcessorQB9.h"
+#include "dsp/StripProcessorQB9.h"
 
 #include <cmath>
 

@@ -1,8 +1,8 @@
 // The equaliser strip's life, rate and setters: from knob positions to switches, steps and gains.
-#include "StripProcessorT46.h"
+#include "dsp/StripProcessorT46.h"
 
-#include "FrequencySteps.h"
-#include "LookupStep.h"
+#include "params/lookup/FrequencySteps.h"
+#include "params/lookup/LookupStep.h"
 
 StripProcessorT46::StripProcessorT46()
 {

@@ -3,15 +3,15 @@
 // filtered copy of the signal, subtracted with the factor 1 - G, where G is the band's linear gain.
 #pragma once
 
-#include "BandInteractions.h"
-#include "BandMode.h"
-#include "BandModels.h"
-#include "BandPairs.h"
-#include "BiquadFilter.h"
-#include "ControlLaws.h"
-#include "DampingFilterPair.h"
-#include "PeakSection.h"
-#include "ShelfSection.h"
+#include "dsp/BandInteractions.h"
+#include "dsp/BandMode.h"
+#include "dsp/BandModels.h"
+#include "dsp/BandPairs.h"
+#include "dsp/BiquadFilter.h"
+#include "dsp/ControlLaws.h"
+#include "dsp/DampingFilterPair.h"
+#include "dsp/PeakSection.h"
+#include "dsp/ShelfSection.h"
 
 class StripProcessorT46 {
 public:

@@ -1,7 +1,7 @@
 // The equaliser strip's audio path, stage by stage.
-#include "AmplifierCurve.h"
-#include "StripProcessorT46.h"
-#include "TransformerCurve.h"
+#include "dsp/AmplifierCurve.h"
+#include "dsp/StripProcessorT46.h"
+#include "dsp/TransformerCurve.h"
 
 void StripProcessorT46::process(double* buffer, int count)
 {

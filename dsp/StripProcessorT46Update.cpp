@@ -2,7 +2,7 @@
 // band's gain never enters a filter design; the sections get frequency, Q and skirts, the gain ramp
 // gets the gain. Nothing here sees the sample rate: the filters' own design is the whole of the
 // compensation.
-#include "StripProcessorT46.h"
+#include "dsp/StripProcessorT46.h"
 
 namespace {
 

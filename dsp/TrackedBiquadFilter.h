@@ -2,7 +2,7 @@
 // cut short comes back at a higher rate.
 #pragma once
 
-#include "WetBiquadFilter.h"
+#include "dsp/WetBiquadFilter.h"
 
 class TrackedBiquadFilter : public WetBiquadFilter {
 public:

@@ -1,7 +1,7 @@
 // The blend of a WetBiquadFilter: where it should go and how it gets there.
-#include "WetBiquadFilter.h"
+#include "dsp/WetBiquadFilter.h"
 
-#include "ControlLaws.h"
+#include "dsp/ControlLaws.h"
 
 void WetBiquadFilter::setWet(double wet)
 {

@@ -2,7 +2,7 @@
 // filter runs on, also while nothing of it is heard.
 #pragma once
 
-#include "BiquadFilter.h"
+#include "dsp/BiquadFilter.h"
 
 class WetBiquadFilter : public BiquadFilter {
 public:

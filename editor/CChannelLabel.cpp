@@ -1,9 +1,9 @@
 // CChannelLabel: the row of its bitmap, and its width.
-#include "CChannelLabel.h"
+#include "editor/CChannelLabel.h"
 
-#include "Truncate.h"
+#include "params/lookup/Truncate.h"
 
-#include "controls/PressToToggle.h"
+#include "editor/controls/PressToToggle.h"
 
 using namespace VSTGUI;
 

@@ -1,9 +1,9 @@
 // CInfo: draws the lines of the panel, and closes it at a click.
-#include "CInfo.h"
+#include "editor/CInfo.h"
 
 #include "Product.h"
 
-#include "controls/PressToToggle.h"
+#include "editor/controls/PressToToggle.h"
 
 #include <cstdio>
 

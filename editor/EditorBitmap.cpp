@@ -1,7 +1,7 @@
 // The table of decoded bitmaps.
-#include "EditorBitmap.h"
+#include "editor/EditorBitmap.h"
 
-#include "EditorBitmaps.h"
+#include "resources/EditorBitmaps.h"
 
 #include <map>
 

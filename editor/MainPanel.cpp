@@ -1,14 +1,14 @@
 // MainPanel: what stands where, what it shows, and the pulse.
-#include "MainPanel.h"
+#include "editor/MainPanel.h"
 
-#include "EditorBitmap.h"
-#include "ParameterIds.h"
-#include "Truncate.h"
+#include "editor/EditorBitmap.h"
+#include "params/ids/ParameterIds.h"
+#include "params/lookup/Truncate.h"
 
-#include "controls/CBlinkLEDButton.h"
-#include "controls/CPoweredResizeButton.h"
-#include "controls/CPoweredVerticalSwitch.h"
-#include "controls/CZKKickButton2.h"
+#include "editor/controls/CBlinkLEDButton.h"
+#include "editor/controls/CPoweredResizeButton.h"
+#include "editor/controls/CPoweredVerticalSwitch.h"
+#include "editor/controls/CZKKickButton2.h"
 
 using namespace VSTGUI;
 

@@ -2,7 +2,7 @@
 // makes a lit bypass button breathe.
 #pragma once
 
-#include "StripEditor.h"
+#include "editor/StripEditor.h"
 
 class CBlinkLEDButton;
 class CPoweredButton;

@@ -1,7 +1,7 @@
 // StripEditor: its container.
-#include "StripEditor.h"
+#include "editor/StripEditor.h"
 
-#include "EditorBitmap.h"
+#include "editor/EditorBitmap.h"
 
 using namespace VSTGUI;
 

@@ -1,13 +1,13 @@
 // StripEditorQB9: what stands where, and which parameter it shows.
-#include "StripEditorQB9.h"
+#include "editor/StripEditorQB9.h"
 
-#include "EditorBitmap.h"
-#include "ParameterTraits.h"
+#include "editor/EditorBitmap.h"
+#include "params/ids/ParameterTraits.h"
 
-#include "controls/CAnimDriveKnob.h"
-#include "controls/CAnimFreqKnob.h"
-#include "controls/CAnimGainKnob.h"
-#include "controls/CPoweredButton.h"
+#include "editor/controls/CAnimDriveKnob.h"
+#include "editor/controls/CAnimFreqKnob.h"
+#include "editor/controls/CAnimGainKnob.h"
+#include "editor/controls/CPoweredButton.h"
 
 using namespace VSTGUI;
 using param::Control;

@@ -1,7 +1,7 @@
 // StripEditorQB9: the column of a channel's pre-amplifier.
 #pragma once
 
-#include "StripEditor.h"
+#include "editor/StripEditor.h"
 
 class CAnimDriveKnob;
 class CAnimFreqKnob;

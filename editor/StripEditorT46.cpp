@@ -1,12 +1,12 @@
 // StripEditorT46: what stands where, and which parameter it shows.
-#include "StripEditorT46.h"
+#include "editor/StripEditorT46.h"
 
-#include "EditorBitmap.h"
-#include "ParameterTraits.h"
+#include "editor/EditorBitmap.h"
+#include "params/ids/ParameterTraits.h"
 
-#include "controls/CAnimCoaxT46CustomKnob.h"
-#include "controls/CPowerLED.h"
-#include "controls/CPoweredButton.h"
+#include "editor/controls/CAnimCoaxT46CustomKnob.h"
+#include "editor/controls/CPowerLED.h"
+#include "editor/controls/CPoweredButton.h"
 
 using namespace VSTGUI;
 using param::Control;

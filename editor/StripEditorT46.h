@@ -1,7 +1,7 @@
 // StripEditorT46: the column of a channel's equaliser, primary or secondary.
 #pragma once
 
-#include "StripEditor.h"
+#include "editor/StripEditor.h"
 
 class CAnimCoaxT46CustomKnob;
 class CPoweredButton;

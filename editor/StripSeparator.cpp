@@ -1,5 +1,5 @@
 // StripSeparator: its size and picture.
-#include "StripSeparator.h"
+#include "editor/StripSeparator.h"
 
 bool StripSeparator::attach(VSTGUI::CFrame* parent, const VSTGUI::CPoint& origin)
 {

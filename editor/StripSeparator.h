@@ -1,7 +1,7 @@
 // StripSeparator: the narrow column between the strips of the two channels. It has no controls.
 #pragma once
 
-#include "StripEditor.h"
+#include "editor/StripEditor.h"
 
 class StripSeparator : public StripEditor {
 public:

@@ -1,13 +1,13 @@
 // TemplateEditor: opening, closing, and how it follows the parameters.
-#include "TemplateEditor.h"
+#include "editor/TemplateEditor.h"
 
-#include "EditorLayout.h"
-#include "ParameterIds.h"
 #include "Product.h"
-#include "Truncate.h"
-#include "ZKRPresetSystemController3.h"
+#include "editor/EditorLayout.h"
+#include "params/ids/ParameterIds.h"
+#include "params/lookup/Truncate.h"
+#include "presets/ZKRPresetSystemController3.h"
 
-#include "controls/CZKRTextEdit.h"
+#include "editor/controls/CZKRTextEdit.h"
 
 using namespace VSTGUI;
 

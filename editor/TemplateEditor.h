@@ -3,17 +3,17 @@
 // the two channels linked.
 #pragma once
 
-#include "AttachedEditor.h"
-#include "CChannelLabel.h"
-#include "CInfo.h"
-#include "EditorBitmap.h"
-#include "MainPanel.h"
-#include "ParameterIds.h"
-#include "StripEditorQB9.h"
-#include "StripEditorT46.h"
-#include "StripSeparator.h"
-#include "ZKRFrame.h"
-#include "ZKRPresetSystemEditor3.h"
+#include "editor/CChannelLabel.h"
+#include "editor/CInfo.h"
+#include "editor/EditorBitmap.h"
+#include "editor/MainPanel.h"
+#include "editor/StripEditorQB9.h"
+#include "editor/StripEditorT46.h"
+#include "editor/StripSeparator.h"
+#include "editor/ZKRFrame.h"
+#include "editor/panel/ZKRPresetSystemEditor3.h"
+#include "params/AttachedEditor.h"
+#include "params/ids/ParameterIds.h"
 
 #include <array>
 #include <initializer_list>

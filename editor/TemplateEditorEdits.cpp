@@ -1,11 +1,11 @@
 // TemplateEditor: how a control's movement becomes edits of parameters, and the link of the two
 // channels.
-#include "TemplateEditor.h"
+#include "editor/TemplateEditor.h"
 
-#include "ParameterTraits.h"
-#include "Truncate.h"
+#include "params/ids/ParameterTraits.h"
+#include "params/lookup/Truncate.h"
 
-#include "controls/CAnimCoaxT46Knob.h"
+#include "editor/controls/CAnimCoaxT46Knob.h"
 
 #include <algorithm>
 #include <utility>

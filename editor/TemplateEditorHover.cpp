@@ -1,8 +1,8 @@
 // TemplateEditor: the tick, and what shows under the resting mouse.
-#include "TemplateEditor.h"
+#include "editor/TemplateEditor.h"
 
-#include "ParameterIds.h"
 #include "Product.h"
+#include "params/ids/ParameterIds.h"
 
 using namespace VSTGUI;
 

@@ -1,8 +1,8 @@
 // TemplateEditor: which strips are shown, and where everything stands then.
-#include "TemplateEditor.h"
+#include "editor/TemplateEditor.h"
 
-#include "EditorLayout.h"
-#include "ParameterIds.h"
+#include "editor/EditorLayout.h"
+#include "params/ids/ParameterIds.h"
 
 #include <vector>
 

@@ -1,5 +1,5 @@
 // ZKRFrame: where its mouse events go.
-#include "ZKRFrame.h"
+#include "editor/ZKRFrame.h"
 
 using namespace VSTGUI;
 

@@ -1,7 +1,7 @@
 // AttachedEditor: changes that wait for the editor's thread.
-#include "AttachedEditor.h"
+#include "params/AttachedEditor.h"
 
-#include "ParameterIds.h"
+#include "params/ids/ParameterIds.h"
 
 #include <utility>
 

@@ -1,9 +1,9 @@
 // The texts of the parameters.
-#include "ParameterClasses.h"
+#include "params/ParameterClasses.h"
 
-#include "LookupStep.h"
-#include "ParameterIds.h"
-#include "Truncate.h"
+#include "params/ids/ParameterIds.h"
+#include "params/lookup/LookupStep.h"
+#include "params/lookup/Truncate.h"
 
 #include "pluginterfaces/base/ustring.h"
 

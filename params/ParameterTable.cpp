@@ -1,9 +1,9 @@
 // The table of parameters, made from their traits.
-#include "ParameterTable.h"
+#include "params/ParameterTable.h"
 
-#include "FrequencySteps.h"
-#include "ParameterClasses.h"
-#include "ParameterTraits.h"
+#include "params/ParameterClasses.h"
+#include "params/ids/ParameterTraits.h"
+#include "params/lookup/FrequencySteps.h"
 
 #include "pluginterfaces/base/ustring.h"
 

@@ -1,8 +1,8 @@
 // PitchNamesController: start-up, state, editors and units.
-#include "PitchNamesController.h"
+#include "params/PitchNamesController.h"
 
-#include "FactoryBank.h"
-#include "ParameterTable.h"
+#include "params/ParameterTable.h"
+#include "presets/FactoryBank.h"
 
 #include "pluginterfaces/base/ibstream.h"
 #include "pluginterfaces/gui/iplugview.h"

@@ -2,8 +2,8 @@
 // and the list of open editors, and with them everything that a host's project keeps.
 #pragma once
 
-#include "AttachedEditor.h"
-#include "ZKRPresetSystemController3.h"
+#include "params/AttachedEditor.h"
+#include "presets/ZKRPresetSystemController3.h"
 
 #include <vector>
 

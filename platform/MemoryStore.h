@@ -1,7 +1,7 @@
 // A store in memory, private to the object.
 #pragma once
 
-#include "SettingsStore.h"
+#include "platform/SettingsStore.h"
 
 #include <map>
 

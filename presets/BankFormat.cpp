@@ -1,5 +1,5 @@
 // The bytes of banks and presets, field by field.
-#include "BankFormat.h"
+#include "presets/BankFormat.h"
 
 #include <algorithm>
 #include <cstring>

@@ -5,7 +5,7 @@
 // fields are little-endian and unaligned; an image from a big-endian machine is told by its magic.
 #pragma once
 
-#include "PresetSlot.h"
+#include "presets/PresetSlot.h"
 
 #include <array>
 #include <cstddef>

@@ -1,5 +1,5 @@
 // The 24 presets that a new instance starts from, as what each changes in the defaults.
-#include "FactoryBank.h"
+#include "presets/FactoryBank.h"
 
 #include <initializer_list>
 

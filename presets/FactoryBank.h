@@ -1,7 +1,7 @@
 // The 24 presets that a new instance starts from.
 #pragma once
 
-#include "PresetSlot.h"
+#include "presets/PresetSlot.h"
 
 #include <array>
 

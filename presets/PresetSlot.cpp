@@ -1,7 +1,7 @@
 // PresetSlot: its two setters.
-#include "PresetSlot.h"
+#include "presets/PresetSlot.h"
 
-#include "Utf8.h"
+#include "platform/Utf8.h"
 
 #include <cstring>
 

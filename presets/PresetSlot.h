@@ -1,7 +1,7 @@
 // PresetSlot: one preset, as the bank holds it.
 #pragma once
 
-#include "ParameterIds.h"
+#include "params/ids/ParameterIds.h"
 
 #include <cstddef>
 

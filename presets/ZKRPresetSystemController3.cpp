@@ -1,8 +1,8 @@
 // ZKRPresetSystemController3: life, selection and names.
-#include "ZKRPresetSystemController3.h"
+#include "presets/ZKRPresetSystemController3.h"
 
-#include "Files.h"
-#include "PresetTags.h"
+#include "platform/Files.h"
+#include "presets/PresetTags.h"
 
 #include <algorithm>
 #include <cstring>

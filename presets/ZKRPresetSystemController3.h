@@ -11,8 +11,8 @@
 // Whoever comes last wins, and parameters, selected preset and host agree in the end.
 #pragma once
 
-#include "BankFormat.h"
-#include "SettingsStore.h"
+#include "platform/SettingsStore.h"
+#include "presets/BankFormat.h"
 
 #include "public.sdk/source/vst/vst2wrapper/ivst2bridge.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"

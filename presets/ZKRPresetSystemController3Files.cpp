@@ -1,8 +1,8 @@
 // ZKRPresetSystemController3: banks and presets in files.
-#include "ZKRPresetSystemController3.h"
+#include "presets/ZKRPresetSystemController3.h"
 
-#include "Files.h"
-#include "Utf8.h"
+#include "platform/Files.h"
+#include "platform/Utf8.h"
 
 #include <cstring>
 

@@ -1,6 +1,6 @@
 // ZKRPresetSystemController3: the bank and the selected preset as bytes, and back.
-#include "PresetTags.h"
-#include "ZKRPresetSystemController3.h"
+#include "presets/PresetTags.h"
+#include "presets/ZKRPresetSystemController3.h"
 
 namespace Steinberg {
 namespace Vst {

@@ -1,5 +1,5 @@
 // ZKRPresetSystemController3: the settings of the user that every instance shares.
-#include "ZKRPresetSystemController3.h"
+#include "presets/ZKRPresetSystemController3.h"
 
 namespace Steinberg {
 namespace Vst {

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks what the compiler does not: formatting, Python, and which folders include which headers.
+# Checks what the compiler does not: formatting, Python, and which folder includes which.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 failed=0
@@ -19,9 +19,12 @@ fi
 if seen=$(! flake8); then
     complain "flake8 objects to these lines of Python" "$seen"
 fi
-if seen=$(grep -nE '#include [<"](pluginterfaces|public\.sdk|base/source|windows\.h|unistd\.h)' \
-    -r dsp --include='*.h' --include='*.cpp'); then
-    complain "dsp/ includes neither SDK nor system headers" "$seen"
+if seen=$(! scripts/check_includes.py); then
+    complain "these includes run against the order of the folders" "$seen"
+fi
+if seen=$(grep -nE '#include <(windows|unistd)\.h' -r dsp params presets editor \
+    --include='*.h' --include='*.cpp' --exclude-dir=win32); then
+    complain "only a system's own folders include its headers" "$seen"
 fi
 # CMake chooses the files for each system; only shell/Export.h needs a condition.
 if seen=$(grep -nE '^ *# *if.*(_WIN32|__linux__|__ELF__|SMTG_OS_)' -r dsp params shell \

@@ -4,7 +4,7 @@
 
 #include "pluginterfaces/base/funknown.h"
 
-#include "vst2interface.h"
+#include "sdk/vst2/vst2interface.h"
 
 namespace Steinberg {
 namespace Vst {

@@ -1,8 +1,8 @@
 // The library's exported functions.
-#include "EntryPoints.h"
+#include "shell/EntryPoints.h"
 
-#include "ClassIds.h"
-#include "PluginFactory.h"
+#include "shell/ClassIds.h"
+#include "shell/PluginFactory.h"
 
 #include "public.sdk/source/vst/vst2wrapper/vst2wrapper.h"
 

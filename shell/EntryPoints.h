@@ -1,9 +1,9 @@
 // The library's exported functions.
 #pragma once
 
-#include "Export.h"
+#include "shell/Export.h"
 
-#include "vst2interface.h"
+#include "sdk/vst2/vst2interface.h"
 
 // Both succeed and do nothing; any number of calls in any order will do.
 ZKR_EXPORT bool InitDll();

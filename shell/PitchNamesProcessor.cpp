@@ -1,7 +1,7 @@
 // PitchNamesProcessor: life, rates and buses, and the order of one block.
-#include "PitchNamesProcessor.h"
+#include "shell/PitchNamesProcessor.h"
 
-#include "ClassIds.h"
+#include "shell/ClassIds.h"
 
 #include "pluginterfaces/vst/vstspeaker.h"
 

@@ -4,8 +4,8 @@
 // It keeps no settings of its own: every one reaches it as a parameter change.
 #pragma once
 
-#include "Oversampling.h"
-#include "StripChain.h"
+#include "dsp/lanes/StripChain.h"
+#include "shell/oversampling/Oversampling.h"
 
 #include "public.sdk/source/vst/vstaudioeffect.h"
 

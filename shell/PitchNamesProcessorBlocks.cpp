@@ -1,6 +1,6 @@
 // One block of audio, from the host's input buffers to its output buffers, in sub-blocks of 16
 // samples.
-#include "PitchNamesProcessor.h"
+#include "shell/PitchNamesProcessor.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,10 +1,10 @@
 // How parameter changes reach the processor's switches and the strips' setters, and how the latency
 // goes back. Of each parameter only the last value of a block counts, from the block's first sample
 // on.
-#include "PitchNamesProcessor.h"
+#include "shell/PitchNamesProcessor.h"
 
-#include "ParameterTraits.h"
-#include "Truncate.h"
+#include "params/ids/ParameterTraits.h"
+#include "params/lookup/Truncate.h"
 
 #include "pluginterfaces/vst/ivstparameterchanges.h"
 

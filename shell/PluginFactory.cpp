@@ -1,11 +1,11 @@
 // What a library offers: the processor and the controller.
-#include "PluginFactory.h"
+#include "shell/PluginFactory.h"
 
-#include "ClassIds.h"
-#include "PitchNamesController.h"
-#include "PitchNamesProcessor.h"
 #include "Product.h"
-#include "TemplateEditor.h"
+#include "editor/TemplateEditor.h"
+#include "params/PitchNamesController.h"
+#include "shell/ClassIds.h"
+#include "shell/PitchNamesProcessor.h"
 
 #include <new>
 #include <string>

@@ -1,5 +1,5 @@
 // How a block goes through the kernels.
-#include "FastStrips.h"
+#include "dsp/lanes/FastStrips.h"
 
 namespace {
 

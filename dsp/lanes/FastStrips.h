@@ -2,8 +2,8 @@
 // once a block: which gains stand still, and which channels can go side by side.
 #pragma once
 
-#include "StripChain.h"
-#include "StripKernels.h"
+#include "dsp/lanes/StripChain.h"
+#include "dsp/lanes/StripKernels.h"
 
 // Whether the kernels can take the chain as it is set now. They know nothing of gliding filters,
 // limiters, or filters that are off, all of which are rare or never met.

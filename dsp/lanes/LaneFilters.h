@@ -9,8 +9,8 @@
 // writeBack() gives the history after the block to the plain filters.
 #pragma once
 
-#include "LaneVectors.h"
-#include "WetBiquadFilter.h"
+#include "dsp/WetBiquadFilter.h"
+#include "dsp/lanes/LaneVectors.h"
 
 namespace {
 

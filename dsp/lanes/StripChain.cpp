@@ -1,7 +1,7 @@
 // The plain form of the chain, and the way into the fast one.
-#include "StripChain.h"
+#include "dsp/lanes/StripChain.h"
 
-#include "FastStrips.h"
+#include "dsp/lanes/FastStrips.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 // the strips one after the other; the fast forms run the same arithmetic on both channels at once.
 #pragma once
 
-#include "ProcessingForm.h"
-#include "StripProcessorQB9.h"
-#include "StripProcessorT46.h"
+#include "dsp/ProcessingForm.h"
+#include "dsp/StripProcessorQB9.h"
+#include "dsp/StripProcessorT46.h"
 
 // One channel's strips; null for one that is not in the chain.
 struct StripChain {

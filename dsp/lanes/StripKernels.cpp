@@ -1,5 +1,5 @@
 // The fast strips' stages, made of pipelines.
-#include "StripStages.h"
+#include "dsp/lanes/StripStages.h"
 
 #include <utility>
 

@@ -11,8 +11,8 @@
 // draws how.
 #pragma once
 
-#include "StripProcessorQB9.h"
-#include "StripProcessorT46.h"
+#include "dsp/StripProcessorQB9.h"
+#include "dsp/StripProcessorT46.h"
 
 // A factor for each lane of every row; with a stride of 0 the same ones for all rows.
 struct FactorRows {

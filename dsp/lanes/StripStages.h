@@ -27,10 +27,10 @@
 // filters keep as their history. The passes between do without these tests.
 #pragma once
 
-#include "AmplifierCurve.h"
-#include "LaneFilters.h"
-#include "StripKernels.h"
-#include "TransformerCurve.h"
+#include "dsp/AmplifierCurve.h"
+#include "dsp/TransformerCurve.h"
+#include "dsp/lanes/LaneFilters.h"
+#include "dsp/lanes/StripKernels.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The steps, the labels and the value law of an equaliser band's knob.
-#include "CAnimCoaxT46CustomKnob.h"
+#include "editor/controls/CAnimCoaxT46CustomKnob.h"
 
-#include "Filmstrip.h"
-#include "FrequencySteps.h"
-#include "Truncate.h"
+#include "editor/controls/Filmstrip.h"
+#include "params/lookup/FrequencySteps.h"
+#include "params/lookup/Truncate.h"
 
 #include <algorithm>
 #include <cmath>

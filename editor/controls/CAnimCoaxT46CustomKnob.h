@@ -3,8 +3,8 @@
 // off. Control is left to the listener; only a double click resets the knob.
 #pragma once
 
-#include "CAnimCoaxT46Knob.h"
-#include "StepLabels.h"
+#include "editor/controls/CAnimCoaxT46Knob.h"
+#include "editor/controls/StepLabels.h"
 
 class CAnimCoaxT46CustomKnob : public CAnimCoaxT46Knob {
 public:

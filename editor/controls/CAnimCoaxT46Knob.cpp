@@ -1,9 +1,9 @@
 // How a coaxial knob draws, and how mouse and wheel turn it.
-#include "CAnimCoaxT46Knob.h"
+#include "editor/controls/CAnimCoaxT46Knob.h"
 
-#include "Filmstrip.h"
-#include "PressGuard.h"
-#include "Truncate.h"
+#include "editor/controls/Filmstrip.h"
+#include "editor/controls/PressGuard.h"
+#include "params/lookup/Truncate.h"
 
 #include <algorithm>
 #include <cmath>

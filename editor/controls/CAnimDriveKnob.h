@@ -1,7 +1,7 @@
 // CAnimDriveKnob: the gain knob of a drive, which it turns exactly alike.
 #pragma once
 
-#include "CAnimGainKnob.h"
+#include "editor/controls/CAnimGainKnob.h"
 
 class CAnimDriveKnob : public CAnimGainKnob {
 public:

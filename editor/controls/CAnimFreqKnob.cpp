@@ -1,8 +1,8 @@
 // The steps and labels of a dial that goes round.
-#include "CAnimFreqKnob.h"
+#include "editor/controls/CAnimFreqKnob.h"
 
-#include "Filmstrip.h"
-#include "FrequencySteps.h"
+#include "editor/controls/Filmstrip.h"
+#include "params/lookup/FrequencySteps.h"
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 // all over, without a ring. Control is left to the listener; only a double click resets it.
 #pragma once
 
-#include "CAnimCoaxT46Knob.h"
-#include "StepLabels.h"
+#include "editor/controls/CAnimCoaxT46Knob.h"
+#include "editor/controls/StepLabels.h"
 
 class CAnimFreqKnob : public CAnimCoaxT46Knob {
 public:

@@ -1,5 +1,5 @@
 // The law of a gain knob, and its Control key.
-#include "CAnimGainKnob.h"
+#include "editor/controls/CAnimGainKnob.h"
 
 using namespace VSTGUI;
 

@@ -2,7 +2,7 @@
 // Control is left to the listener; only a double click resets it.
 #pragma once
 
-#include "CAnimCoaxT46Knob.h"
+#include "editor/controls/CAnimCoaxT46Knob.h"
 
 class CAnimGainKnob : public CAnimCoaxT46Knob {
 public:

@@ -1,7 +1,7 @@
 // The light of a CBlinkLEDButton: the frame in force over the dark one.
-#include "CBlinkLEDButton.h"
+#include "editor/controls/CBlinkLEDButton.h"
 
-#include "Filmstrip.h"
+#include "editor/controls/Filmstrip.h"
 
 #include <algorithm>
 

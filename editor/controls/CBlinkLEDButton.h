@@ -1,7 +1,7 @@
 // CBlinkLEDButton: a button whose light comes and goes while it is on.
 #pragma once
 
-#include "CPoweredButton.h"
+#include "editor/controls/CPoweredButton.h"
 
 class CBlinkLEDButton : public CPoweredButton {
 public:

@@ -1,7 +1,7 @@
 // The frame of a CPowerLED.
-#include "CPowerLED.h"
+#include "editor/controls/CPowerLED.h"
 
-#include "Filmstrip.h"
+#include "editor/controls/Filmstrip.h"
 
 #include "vstgui/lib/cbitmap.h"
 

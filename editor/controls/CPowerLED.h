@@ -1,7 +1,7 @@
 // CPowerLED: a light that shows its value, and its first frame without power.
 #pragma once
 
-#include "CPoweredControl.h"
+#include "editor/controls/CPoweredControl.h"
 
 #include "vstgui/lib/controls/cmoviebitmap.h"
 

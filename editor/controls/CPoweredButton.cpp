@@ -1,7 +1,7 @@
 // How power changes the look and the use of a button.
-#include "CPoweredButton.h"
+#include "editor/controls/CPoweredButton.h"
 
-#include "Filmstrip.h"
+#include "editor/controls/Filmstrip.h"
 
 using namespace VSTGUI;
 

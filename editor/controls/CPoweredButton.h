@@ -1,8 +1,8 @@
 // CPoweredButton: a latching button that shows whether the plug-in is switched on.
 #pragma once
 
-#include "CPoweredControl.h"
-#include "CZKROnOffButton.h"
+#include "editor/controls/CPoweredControl.h"
+#include "editor/controls/CZKROnOffButton.h"
 
 class CPoweredButton : public CZKROnOffButton, public CPoweredControl {
 public:

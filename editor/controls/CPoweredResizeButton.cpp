@@ -1,5 +1,5 @@
 // The wheel goes past a CPoweredResizeButton.
-#include "CPoweredResizeButton.h"
+#include "editor/controls/CPoweredResizeButton.h"
 
 using namespace VSTGUI;
 

@@ -2,7 +2,7 @@
 // turn over it cannot do that.
 #pragma once
 
-#include "CPoweredButton.h"
+#include "editor/controls/CPoweredButton.h"
 
 class CPoweredResizeButton : public CPoweredButton {
 public:

@@ -1,5 +1,5 @@
 // Power in front of everything a vertical switch does.
-#include "CPoweredVerticalSwitch.h"
+#include "editor/controls/CPoweredVerticalSwitch.h"
 
 using namespace VSTGUI;
 

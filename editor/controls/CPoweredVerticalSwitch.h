@@ -1,8 +1,8 @@
 // CPoweredVerticalSwitch: a vertical switch that is locked and out of sight without power.
 #pragma once
 
-#include "CPoweredControl.h"
-#include "CZKRVerticalSwitch.h"
+#include "editor/controls/CPoweredControl.h"
+#include "editor/controls/CZKRVerticalSwitch.h"
 
 class CPoweredVerticalSwitch : public CZKRVerticalSwitch, public CPoweredControl {
 public:

@@ -1,5 +1,5 @@
 // The press and the look of a button that opens a file dialog.
-#include "CSaveLoadButton.h"
+#include "editor/controls/CSaveLoadButton.h"
 
 #include "vstgui/lib/cbitmap.h"
 

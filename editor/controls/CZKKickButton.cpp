@@ -1,5 +1,5 @@
 // The press, the release and the look of a momentary button.
-#include "CZKKickButton.h"
+#include "editor/controls/CZKKickButton.h"
 
 #include "vstgui/lib/cbitmap.h"
 

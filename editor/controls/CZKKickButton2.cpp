@@ -1,5 +1,5 @@
 // The look of a CZKKickButton2.
-#include "CZKKickButton2.h"
+#include "editor/controls/CZKKickButton2.h"
 
 using namespace VSTGUI;
 

@@ -1,7 +1,7 @@
 // CZKKickButton2: a momentary button that shows the mouse over it, but not that it is held.
 #pragma once
 
-#include "CZKKickButton.h"
+#include "editor/controls/CZKKickButton.h"
 
 class CZKKickButton2 : public CZKKickButton {
 public:

@@ -1,8 +1,8 @@
 // How a CZKROnOffButton looks and takes mouse and wheel.
-#include "CZKROnOffButton.h"
+#include "editor/controls/CZKROnOffButton.h"
 
-#include "Filmstrip.h"
-#include "PressToToggle.h"
+#include "editor/controls/Filmstrip.h"
+#include "editor/controls/PressToToggle.h"
 
 using namespace VSTGUI;
 

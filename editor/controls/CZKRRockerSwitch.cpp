@@ -1,7 +1,7 @@
 // The two sides of a rocker under mouse and wheel.
-#include "CZKRRockerSwitch.h"
+#include "editor/controls/CZKRRockerSwitch.h"
 
-#include "PressGuard.h"
+#include "editor/controls/PressGuard.h"
 
 #include "vstgui/lib/cbitmap.h"
 #include "vstgui/lib/cvstguitimer.h"

@@ -1,7 +1,7 @@
 // How a CZKRTextEdit draws its text and opens its box.
-#include "CZKRTextEdit.h"
+#include "editor/controls/CZKRTextEdit.h"
 
-#include "SystemBox.h"
+#include "editor/controls/SystemBox.h"
 
 #include "vstgui/lib/cbitmap.h"
 #include "vstgui/lib/cdrawcontext.h"

@@ -1,8 +1,8 @@
 // The wheel over a vertical switch.
-#include "CZKRVerticalSwitch.h"
+#include "editor/controls/CZKRVerticalSwitch.h"
 
-#include "Filmstrip.h"
-#include "PressGuard.h"
+#include "editor/controls/Filmstrip.h"
+#include "editor/controls/PressGuard.h"
 
 using namespace VSTGUI;
 

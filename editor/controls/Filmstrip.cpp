@@ -1,7 +1,7 @@
 // Which frame of a filmstrip stands for a value, and where it begins.
-#include "Filmstrip.h"
+#include "editor/controls/Filmstrip.h"
 
-#include "Truncate.h"
+#include "params/lookup/Truncate.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // Turning a latching button over.
-#include "PressToToggle.h"
+#include "editor/controls/PressToToggle.h"
 
-#include "Truncate.h"
+#include "params/lookup/Truncate.h"
 
 using namespace VSTGUI;
 

@@ -1,5 +1,5 @@
 // IdleUpdate_ZKR_Handler: its timer.
-#include "IdleUpdate_ZKR_Handler.h"
+#include "editor/panel/IdleUpdate_ZKR_Handler.h"
 
 #include "vstgui/lib/cview.h"
 

@@ -1,7 +1,7 @@
 // The value of the name field, which says which preset the text in it belongs to.
 #pragma once
 
-#include "PresetSlot.h"
+#include "presets/PresetSlot.h"
 
 constexpr float fieldValueOf(int preset)
 {

@@ -1,14 +1,14 @@
 // ZKRPresetSystemEditor3: the panel's controls, and how they follow the presets.
-#include "ZKRPresetSystemEditor3.h"
+#include "editor/panel/ZKRPresetSystemEditor3.h"
 
-#include "CSaveLoadButton.h"
-#include "CZKKickButton.h"
-#include "CZKRRockerSwitch.h"
-#include "CZKRTextEdit.h"
-#include "Documents.h"
-#include "IdleUpdate_ZKR_Handler.h"
-#include "NameField.h"
-#include "ZKRPresetSystemController3.h"
+#include "editor/controls/CSaveLoadButton.h"
+#include "editor/controls/CZKKickButton.h"
+#include "editor/controls/CZKRRockerSwitch.h"
+#include "editor/controls/CZKRTextEdit.h"
+#include "editor/panel/IdleUpdate_ZKR_Handler.h"
+#include "editor/panel/NameField.h"
+#include "platform/Documents.h"
+#include "presets/ZKRPresetSystemController3.h"
 
 #include <string>
 

@@ -6,7 +6,7 @@
 // editor through updatePresetPanel.
 #pragma once
 
-#include "PresetTags.h"
+#include "presets/PresetTags.h"
 
 #include "public.sdk/source/vst/vstguieditor.h"
 

@@ -1,11 +1,11 @@
 // ZKRPresetSystemEditor3: what the panel's controls do.
-#include "ZKRPresetSystemEditor3.h"
+#include "editor/panel/ZKRPresetSystemEditor3.h"
 
-#include "CZKKickButton.h"
-#include "CZKRTextEdit.h"
-#include "Documents.h"
-#include "NameField.h"
-#include "ZKRPresetSystemController3.h"
+#include "editor/controls/CZKKickButton.h"
+#include "editor/controls/CZKRTextEdit.h"
+#include "editor/panel/NameField.h"
+#include "platform/Documents.h"
+#include "presets/ZKRPresetSystemController3.h"
 
 #include <algorithm>
 #include <string>

@@ -3,7 +3,7 @@
 // ask here.
 #pragma once
 
-#include "ParameterIds.h"
+#include "params/ids/ParameterIds.h"
 
 #include <array>
 

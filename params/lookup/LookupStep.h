@@ -1,7 +1,7 @@
 // The shared table lookup: how a knob position from 0 to 1 picks a step of a table.
 #pragma once
 
-#include "Truncate.h"
+#include "params/lookup/Truncate.h"
 
 #include <array>
 #include <cstddef>

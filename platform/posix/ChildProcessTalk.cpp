@@ -1,5 +1,5 @@
 // Talking to a helper without ever waiting for ever.
-#include "ChildProcess.h"
+#include "platform/posix/ChildProcess.h"
 
 #include <algorithm>
 #include <cerrno>

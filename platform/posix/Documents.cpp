@@ -1,7 +1,7 @@
 // Documents, opened through xdg-open.
-#include "Documents.h"
+#include "platform/Documents.h"
 
-#include "ChildProcess.h"
+#include "platform/posix/ChildProcess.h"
 
 #include <cstdlib>
 

@@ -1,4 +1,4 @@
-#include "FileStore.h"
+#include "platform/posix/FileStore.h"
 
 #include "Product.h"
 

@@ -1,8 +1,8 @@
 // A store in a folder, one file for each value.
 #pragma once
 
-#include "Files.h"
-#include "SettingsStore.h"
+#include "platform/Files.h"
+#include "platform/SettingsStore.h"
 
 namespace platform {
 

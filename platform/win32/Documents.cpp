@@ -1,7 +1,7 @@
 // Documents on Windows, where the result is known at once.
-#include "Documents.h"
+#include "platform/Documents.h"
 
-#include "WideText.h"
+#include "platform/win32/WideText.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
-#include "Files.h"
+#include "platform/Files.h"
 
-#include "WideText.h"
+#include "platform/win32/WideText.h"
 
 #include <windows.h>
 

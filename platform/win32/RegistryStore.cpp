@@ -1,7 +1,7 @@
-#include "RegistryStore.h"
+#include "platform/win32/RegistryStore.h"
 
 #include "Product.h"
-#include "WideText.h"
+#include "platform/win32/WideText.h"
 
 #include <windows.h>
 

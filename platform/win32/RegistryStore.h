@@ -1,7 +1,7 @@
 // A store under a key of the current user's registry.
 #pragma once
 
-#include "SettingsStore.h"
+#include "platform/SettingsStore.h"
 
 namespace platform {
 

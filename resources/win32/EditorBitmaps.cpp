@@ -1,4 +1,4 @@
 // On Windows the bitmaps are resources of the library, which the toolkit loads by number.
-#include "EditorBitmaps.h"
+#include "resources/EditorBitmaps.h"
 
 void registerEditorBitmaps() { }

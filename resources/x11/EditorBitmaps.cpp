@@ -1,5 +1,5 @@
 // On systems without resources the bitmaps are a table in the library.
-#include "EditorBitmaps.h"
+#include "resources/EditorBitmaps.h"
 
 #include "vstgui/platform/bitmapresources.h"
 

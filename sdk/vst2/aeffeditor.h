@@ -1,7 +1,7 @@
 // AEffEditor: the editor of a VST 2 effect, called by the effect's dispatcher.
 #pragma once
 
-#include "vst2interface.h"
+#include "sdk/vst2/vst2interface.h"
 
 class AEffEditor {
 public:

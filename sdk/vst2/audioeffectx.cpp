@@ -1,5 +1,5 @@
 // The C functions of an effect: argument checks and dispatch to the virtual functions.
-#include "audioeffectx.h"
+#include "sdk/vst2/audioeffectx.h"
 
 namespace {
 

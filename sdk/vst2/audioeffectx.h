@@ -2,8 +2,8 @@
 // indices and pointers.
 #pragma once
 
-#include "aeffeditor.h"
-#include "vst2interface.h"
+#include "sdk/vst2/aeffeditor.h"
+#include "sdk/vst2/vst2interface.h"
 
 // The basic operations.
 class AudioEffect {

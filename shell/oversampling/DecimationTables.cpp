@@ -7,7 +7,7 @@
 //   pass-band ripple      0.000236        0.00229
 //   stop-band peak        -100 dB         -80 dB
 //   sum of all taps       1.00023459      1.00228389
-#include "DecimationTables.h"
+#include "shell/oversampling/DecimationTables.h"
 
 // clang-format off
 // For twice oversampling: keeps every second output.

@@ -1,5 +1,5 @@
 // The choice of the kernels, the memory of their histories, the order of the stages.
-#include "Oversampling.h"
+#include "shell/oversampling/Oversampling.h"
 
 #include <algorithm>
 #include <iterator>

@@ -12,9 +12,9 @@
 // on the input's grid (64 + 32 samples at twice the rate, 32 + 64 at four times).
 #pragma once
 
-#include "OversamplingKernels.h"
-#include "PlainOversampling.h"
-#include "ProcessingForm.h"
+#include "dsp/ProcessingForm.h"
+#include "shell/oversampling/OversamplingKernels.h"
+#include "shell/oversampling/PlainOversampling.h"
 
 #include <memory>
 

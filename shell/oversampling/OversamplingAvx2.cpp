@@ -1,5 +1,5 @@
 // The oversampling stages with four lanes of one channel.
-#include "OversamplingStages.h"
+#include "shell/oversampling/OversamplingStages.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The oversampling stages with four lanes of the left channel and four of the right.
-#include "OversamplingStages.h"
+#include "shell/oversampling/OversamplingStages.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 // lines, and those of a vector are those of its neighbour M taps later.
 #pragma once
 
-#include "PlainOversampling.h"
+#include "shell/oversampling/PlainOversampling.h"
 
 constexpr int kOutputsAtOnce = 16;
 

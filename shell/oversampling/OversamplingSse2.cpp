@@ -1,5 +1,5 @@
 // The oversampling stages with two lanes, on every x86-64 processor.
-#include "OversamplingStages.h"
+#include "shell/oversampling/OversamplingStages.h"
 
 namespace {
 

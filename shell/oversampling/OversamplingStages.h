@@ -9,7 +9,7 @@
 //   transpose               kLanes vectors, rows to columns in each channel
 #pragma once
 
-#include "OversamplingKernels.h"
+#include "shell/oversampling/OversamplingKernels.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Design of the filters, and their plain form.
 //
 // The order of the additions is part of the result: whoever writes a faster form keeps it.
-#include "PlainOversampling.h"
+#include "shell/oversampling/PlainOversampling.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 // A stage works on one sub-block, for one channel or two, and keeps its history between sub-blocks.
 #pragma once
 
-#include "DecimationTables.h"
+#include "shell/oversampling/DecimationTables.h"
 
 // The samples of one sub-block, one or two channels; `right` is null for one channel. A buffer
 // holds up to 64 samples.

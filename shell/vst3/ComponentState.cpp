@@ -1,6 +1,6 @@
-#include "ComponentState.h"
+#include "shell/vst3/ComponentState.h"
 
-#include "BankFormat.h"
+#include "presets/BankFormat.h"
 
 #include <algorithm>
 #include <cstring>

@@ -4,7 +4,7 @@
 // with what they find there, so the component's part has to tell the values too.
 #pragma once
 
-#include "ParameterIds.h"
+#include "params/ids/ParameterIds.h"
 
 #include "pluginterfaces/base/ibstream.h"
 #include "pluginterfaces/vst/vsttypes.h"

@@ -1,9 +1,9 @@
 // The exported functions of the VST 3 form: the host opens the module, takes the factory, and
 // closes the module as often as it opened it. exports.def has the names that Windows wants.
-#include "Export.h"
-#include "PluginFactory.h"
-#include "Vst3Controller.h"
-#include "Vst3Processor.h"
+#include "shell/Export.h"
+#include "shell/PluginFactory.h"
+#include "shell/vst3/Vst3Controller.h"
+#include "shell/vst3/Vst3Processor.h"
 
 #include <atomic>
 #include <new>

@@ -1,10 +1,10 @@
 // Vst3Controller: states in streams of any kind, the latency, and values for the processor.
-#include "Vst3Controller.h"
+#include "shell/vst3/Vst3Controller.h"
 
-#include "ComponentState.h"
-#include "Messages.h"
-#include "ParameterTable.h"
-#include "Vst3Editor.h"
+#include "params/ParameterTable.h"
+#include "shell/vst3/ComponentState.h"
+#include "shell/vst3/Messages.h"
+#include "shell/vst3/Vst3Editor.h"
 
 #include "public.sdk/source/common/memorystream.h"
 

@@ -1,8 +1,8 @@
 // Vst3Controller: the controller for hosts of VST 3, whose calls no wrapper checks or orders.
 #pragma once
 
-#include "ParameterIds.h"
-#include "PitchNamesController.h"
+#include "params/PitchNamesController.h"
+#include "params/ids/ParameterIds.h"
 
 #include <atomic>
 #include <thread>

@@ -1,5 +1,5 @@
 // Vst3Editor: which windows it opens in.
-#include "Vst3Editor.h"
+#include "shell/vst3/Vst3Editor.h"
 
 #include "public.sdk/source/vst/vstguiplatform.h"
 

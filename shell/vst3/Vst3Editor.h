@@ -1,7 +1,7 @@
 // Vst3Editor: the editor for hosts of VST 3.
 #pragma once
 
-#include "TemplateEditor.h"
+#include "editor/TemplateEditor.h"
 
 namespace Steinberg {
 namespace Vst {

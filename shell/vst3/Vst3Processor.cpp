@@ -1,8 +1,8 @@
 // Vst3Processor: blocks of any shape, and the controller's values.
-#include "Vst3Processor.h"
+#include "shell/vst3/Vst3Processor.h"
 
-#include "ComponentState.h"
-#include "Messages.h"
+#include "shell/vst3/ComponentState.h"
+#include "shell/vst3/Messages.h"
 
 #include "pluginterfaces/vst/ivstmessage.h"
 

@@ -2,8 +2,8 @@
 // VST 2 wrapper does not, and do not pass on the controller's values at the start.
 #pragma once
 
-#include "ParameterIds.h"
-#include "PitchNamesProcessor.h"
+#include "params/ids/ParameterIds.h"
+#include "shell/PitchNamesProcessor.h"
 
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 #include "public.sdk/source/vst/vst2wrapper/parametertransfer.h"

@@ -1,9 +1,9 @@
 // Band models, band interactions and control laws, against independently computed values.
-#include "BandModels.h"
+#include "dsp/BandModels.h"
 
-#include "BandInteractions.h"
-#include "ControlLaws.h"
-#include "WorkedValues.h"
+#include "dsp/BandInteractions.h"
+#include "dsp/ControlLaws.h"
+#include "tests/dsp/WorkedValues.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // BiquadFilter alone: responses, limits, glide, limiter and denormals.
-#include "BiquadFilter.h"
+#include "dsp/BiquadFilter.h"
 
-#include "Responses.h"
+#include "tests/dsp/Responses.h"
 
 #include <gtest/gtest.h>
 

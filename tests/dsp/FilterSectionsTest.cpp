@@ -1,8 +1,8 @@
 // The filters built on BiquadFilter, and the sections built on those.
-#include "PeakSection.h"
-#include "Responses.h"
-#include "ShelfSection.h"
-#include "TrackedBiquadFilter.h"
+#include "dsp/PeakSection.h"
+#include "dsp/ShelfSection.h"
+#include "dsp/TrackedBiquadFilter.h"
+#include "tests/dsp/Responses.h"
 
 #include <gtest/gtest.h>
 

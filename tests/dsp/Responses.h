@@ -2,7 +2,7 @@
 // analogue prototypes seen through the bilinear transform, not the code's coefficients.
 #pragma once
 
-#include "FilterType.h"
+#include "dsp/FilterType.h"
 
 #include <cmath>
 #include <complex>

@@ -1,6 +1,6 @@
 // The fast forms of the strips against the plain one under the same random automation: every sample
 // and every byte of the strips' state.
-#include "StripChain.h"
+#include "dsp/lanes/StripChain.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The pre-amplifier strip: rate changes, smoothing and the boost.
-#include "StripProcessorQB9.h"
+#include "dsp/StripProcessorQB9.h"
 
-#include "Responses.h"
+#include "tests/dsp/Responses.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // The equaliser strip's audio path.
-#include "AmplifierCurve.h"
-#include "Responses.h"
-#include "StripProcessorT46.h"
-#include "TransformerCurve.h"
+#include "dsp/AmplifierCurve.h"
+#include "dsp/StripProcessorT46.h"
+#include "dsp/TransformerCurve.h"
+#include "tests/dsp/Responses.h"
 
 #include <gtest/gtest.h>
 

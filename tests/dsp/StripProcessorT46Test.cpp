@@ -1,5 +1,5 @@
 // The equaliser strip's state, rate and setters.
-#include "StripProcessorT46.h"
+#include "dsp/StripProcessorT46.h"
 
 #include <gtest/gtest.h>
 

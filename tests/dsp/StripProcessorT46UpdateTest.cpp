@@ -1,8 +1,8 @@
 // What an update sets in the sections and the gain ramp, for each combination of bands.
-#include "FrequencySteps.h"
-#include "Responses.h"
-#include "StripProcessorT46.h"
-#include "WorkedValues.h"
+#include "dsp/StripProcessorT46.h"
+#include "params/lookup/FrequencySteps.h"
+#include "tests/dsp/Responses.h"
+#include "tests/dsp/WorkedValues.h"
 
 #include <gtest/gtest.h>
 

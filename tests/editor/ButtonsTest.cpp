@@ -1,5 +1,5 @@
 // Buttons and switches in use: held, hovered, half on, and turned by the wheel.
-#include "EditorStage.h"
+#include "tests/editor/EditorStage.h"
 
 using namespace VSTGUI;
 

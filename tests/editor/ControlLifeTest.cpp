@@ -1,6 +1,6 @@
 // The host closes the window or changes the layout while a control is dragged or inside its own
 // handler.
-#include "EditorStage.h"
+#include "tests/editor/EditorStage.h"
 
 #include <functional>
 #include <set>

@@ -1,6 +1,6 @@
 // Every control in every layout, compared with controls.txt: class and place, what it shows, and
 // its response to mouse and wheel.
-#include "EditorStage.h"
+#include "tests/editor/EditorStage.h"
 
 #include <algorithm>
 #include <set>

@@ -1,7 +1,7 @@
-#include "EditorStage.h"
+#include "tests/editor/EditorStage.h"
 
-#include "EditorBitmap.h"
-#include "Png.h"
+#include "editor/EditorBitmap.h"
+#include "tests/support/Png.h"
 
 #include "vstgui/platform/iplatformsurface.h"
 

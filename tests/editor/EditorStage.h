@@ -2,8 +2,8 @@
 // drawn from controls.txt.
 #pragma once
 
-#include "../presets/ControllerProbe.h"
-#include "TemplateEditor.h"
+#include "editor/TemplateEditor.h"
+#include "tests/presets/ControllerProbe.h"
 
 #include "vstgui/platform/offscreen/manualclock.h"
 #include "vstgui/platform/offscreen/offscreenhost.h"

@@ -1,6 +1,6 @@
 // The editor as a whole: layouts, edits reported to the host, linked channels, hints, the info
 // panel, and several windows of one plug-in.
-#include "EditorStage.h"
+#include "tests/editor/EditorStage.h"
 
 #include <algorithm>
 #include <set>

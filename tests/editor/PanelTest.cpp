@@ -1,8 +1,8 @@
 // Messages between the preset panels of several windows, the controller, the host and the store.
-#include "EditorStage.h"
-#include "HandMadeImages.h"
-#include "IdleUpdate_ZKR_Handler.h"
-#include "TemporaryFolder.h"
+#include "editor/panel/IdleUpdate_ZKR_Handler.h"
+#include "tests/editor/EditorStage.h"
+#include "tests/presets/HandMadeImages.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The editor compared with reference pictures. Its texts, which each system renders differently,
 // are masked; other tests compare them with controls.txt.
-#include "Pictures.h"
-#include "EditorStage.h"
+#include "tests/support/Pictures.h"
+#include "tests/editor/EditorStage.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // The row of keys at the editor's bottom.
-#include "EditorStage.h"
+#include "tests/editor/EditorStage.h"
 
-#include "Files.h"
-#include "TemporaryFolder.h"
+#include "platform/Files.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 

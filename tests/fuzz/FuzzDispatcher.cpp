@@ -2,9 +2,9 @@
 // keep to the interface's contract (a pointer leads to a buffer of the size that its operation
 // requires, or is null; channels are as long as the block). Buffers have the smallest permitted
 // size, so that the sanitizer sees the first byte beyond.
-#include "EntryPoints.h"
-#include "Finding.h"
-#include "Vst2Rooms.h"
+#include "shell/EntryPoints.h"
+#include "tests/fuzz/Finding.h"
+#include "tests/support/Vst2Rooms.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 // Images from files and from the store, and states: whatever the bytes, the bank afterwards holds
 // what their records say or is unchanged. Built once for banks and once for presets, which change
 // only the selected preset.
-#include "Finding.h"
-#include "OpenedController.h"
+#include "tests/fuzz/Finding.h"
+#include "tests/presets/OpenedController.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Writes the fuzzers' seed corpus into FOLDER/bank, /preset and /dispatcher: valid images, and ones
 // crafted around cases that a reader may get wrong.
-#include "HandMadeImages.h"
+#include "tests/presets/HandMadeImages.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // lookupStep: which step of a table a knob position picks.
-#include "LookupStep.h"
+#include "params/lookup/LookupStep.h"
 
 #include <gtest/gtest.h>
 

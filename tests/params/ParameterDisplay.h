@@ -1,9 +1,9 @@
 // The parameters as a host shows them.
 #pragma once
 
-#include "ParameterClasses.h"
-#include "ParameterIds.h"
-#include "ParameterTable.h"
+#include "params/ParameterClasses.h"
+#include "params/ParameterTable.h"
+#include "params/ids/ParameterIds.h"
 
 #include "pluginterfaces/base/ustring.h"
 

@@ -1,5 +1,5 @@
 // The text of each parameter's positions, and which typed texts are accepted.
-#include "ParameterDisplay.h"
+#include "tests/params/ParameterDisplay.h"
 
 #include <clocale>
 #include <cmath>

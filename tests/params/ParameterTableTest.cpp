@@ -1,6 +1,6 @@
 // The 59 parameters with the ids, titles and defaults that stored projects and presets rely on.
-#include "ParameterDisplay.h"
-#include "PitchNamesController.h"
+#include "params/PitchNamesController.h"
+#include "tests/params/ParameterDisplay.h"
 
 #include "pluginterfaces/vst/ivstcomponent.h"
 

@@ -1,7 +1,7 @@
 // Neither library allocates or frees memory while it processes audio: the functions below replace
 // those of the C library and count calls while `counting` is set.
-#include "Host.h"
-#include "NativePlugin.h"
+#include "tests/vst3/Host.h"
+#include "tools/host/NativePlugin.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 // silence takes no more processor time than music.
 //
 // ZKR_AUTOMATION_SECONDS sets how much audio each rate gets (10 s unless told otherwise).
-#include "NativePlugin.h"
-#include "Noise.h"
-#include "Stream.h"
+#include "tests/support/Noise.h"
+#include "tests/support/Stream.h"
+#include "tools/host/NativePlugin.h"
 
 #include <gtest/gtest.h>
 

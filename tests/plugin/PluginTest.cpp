@@ -1,8 +1,8 @@
 // The built library, loaded and driven as a host does, through its entry point.
-#include "NativePlugin.h"
-#include "Noise.h"
-#include "ParameterIds.h"
-#include "Stream.h"
+#include "params/ids/ParameterIds.h"
+#include "tests/support/Noise.h"
+#include "tests/support/Stream.h"
+#include "tools/host/NativePlugin.h"
 
 #include <gtest/gtest.h>
 

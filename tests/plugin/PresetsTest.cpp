@@ -1,11 +1,11 @@
 // Presets of the built library in a VST 2 host: program name, chunk and stored defaults.
-#include "FactoryBank.h"
-#include "Images.h"
-#include "NativePlugin.h"
-#include "Noise.h"
-#include "ParameterIds.h"
-#include "SettingsStore.h"
-#include "Stream.h"
+#include "params/ids/ParameterIds.h"
+#include "platform/SettingsStore.h"
+#include "presets/FactoryBank.h"
+#include "tests/support/Images.h"
+#include "tests/support/Noise.h"
+#include "tests/support/Stream.h"
+#include "tools/host/NativePlugin.h"
 
 #include <gtest/gtest.h>
 

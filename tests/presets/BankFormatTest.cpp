@@ -1,8 +1,8 @@
 // The bytes of bank and preset files, and where the files are stored.
-#include "ControllerProbe.h"
-#include "Files.h"
-#include "HandMadeImages.h"
-#include "TemporaryFolder.h"
+#include "platform/Files.h"
+#include "tests/presets/ControllerProbe.h"
+#include "tests/presets/HandMadeImages.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The controller with a host and an editor that record their calls, and a given store.
 #pragma once
 
-#include "FactoryBank.h"
-#include "MemoryStore.h"
-#include "PitchNamesController.h"
+#include "params/PitchNamesController.h"
+#include "platform/MemoryStore.h"
+#include "presets/FactoryBank.h"
 
 #include "public.sdk/source/vst/vst2wrapper/ivst2bridge.h"
 

@@ -1,6 +1,6 @@
 // The controller while the user edits on one thread and the host sets states on another.
-#include "ControllerProbe.h"
-#include "Times.h"
+#include "tests/presets/ControllerProbe.h"
+#include "tests/support/Times.h"
 
 #include "public.sdk/source/common/memorystream.h"
 

@@ -1,7 +1,7 @@
 // Banks, presets and states with changed bytes or cut short: afterwards the bank holds what the
 // remaining valid records say, or is unchanged.
-#include "HandMadeImages.h"
-#include "OpenedController.h"
+#include "tests/presets/HandMadeImages.h"
+#include "tests/presets/OpenedController.h"
 
 #include <gtest/gtest.h>
 

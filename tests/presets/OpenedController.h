@@ -1,10 +1,10 @@
 // A controller whose bank tests can read and set, beside the reference reader.
 #pragma once
 
-#include "ExpectedBank.h"
-#include "MemoryStore.h"
-#include "PitchNamesController.h"
-#include "TemporaryFolder.h"
+#include "params/PitchNamesController.h"
+#include "platform/MemoryStore.h"
+#include "tests/presets/ExpectedBank.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include "public.sdk/source/common/memorystream.h"
 

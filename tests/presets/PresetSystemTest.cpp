@@ -1,6 +1,6 @@
 // Selection, names, the store and the state, through the controller's interface.
-#include "ControllerProbe.h"
-#include "TemporaryFolder.h"
+#include "tests/presets/ControllerProbe.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include "public.sdk/source/common/memorystream.h"
 

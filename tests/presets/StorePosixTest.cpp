@@ -1,8 +1,8 @@
 // The per-user store and its files on POSIX systems: location, symbolic links, permissions, and
 // saves that fail.
-#include "FileStore.h"
-#include "HandMadeImages.h"
-#include "OpenedController.h"
+#include "platform/posix/FileStore.h"
+#include "tests/presets/HandMadeImages.h"
+#include "tests/presets/OpenedController.h"
 
 #include <gtest/gtest.h>
 

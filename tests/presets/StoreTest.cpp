@@ -1,8 +1,8 @@
 // The per-user store and its files, shared by several instances.
-#include "Files.h"
-#include "HandMadeImages.h"
-#include "TemporaryFolder.h"
-#include "TestStore.h"
+#include "platform/Files.h"
+#include "tests/presets/HandMadeImages.h"
+#include "tests/presets/TestStore.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // The per-user store and its files on Windows: the registry values, byte for byte, and files that
 // cannot be replaced.
-#include "Files.h"
-#include "HandMadeImages.h"
-#include "OpenedController.h"
-#include "TestStore.h"
+#include "platform/Files.h"
+#include "tests/presets/HandMadeImages.h"
+#include "tests/presets/OpenedController.h"
+#include "tests/presets/TestStore.h"
 
 #include <gtest/gtest.h>
 

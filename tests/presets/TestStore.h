@@ -2,14 +2,14 @@
 #pragma once
 
 #ifdef _WIN32
-#include "RegistryStore.h"
-#include "WideText.h"
+#include "platform/win32/RegistryStore.h"
+#include "platform/win32/WideText.h"
 
 #include <random>
 #include <windows.h>
 #else
-#include "FileStore.h"
-#include "TemporaryFolder.h"
+#include "platform/posix/FileStore.h"
+#include "tests/support/TemporaryFolder.h"
 #endif
 
 #include <string>

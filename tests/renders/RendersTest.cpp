@@ -1,8 +1,8 @@
 // The whole chain against the expected samples of renders.txt: through the processor in every form,
 // and through the built library.
-#include "Renders.h"
-#include "../shell/ProcessorProbe.h"
-#include "NativePlugin.h"
+#include "tests/renders/Renders.h"
+#include "tests/shell/ProcessorProbe.h"
+#include "tools/host/NativePlugin.h"
 
 #include <gtest/gtest.h>
 

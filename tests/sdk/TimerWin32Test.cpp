@@ -1,5 +1,5 @@
 // The timer on Windows, whose callback runs on the thread that created it; any thread may stop it.
-#include "Times.h"
+#include "tests/support/Times.h"
 
 #include "base/source/timer.h"
 

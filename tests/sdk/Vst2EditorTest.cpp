@@ -1,5 +1,5 @@
 // The editor calls of a VST 2 host, with a mock view that records its calls.
-#include "FakePlugin.h"
+#include "tests/sdk/FakePlugin.h"
 
 #include "public.sdk/source/common/pluginview.h"
 

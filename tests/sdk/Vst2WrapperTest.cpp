@@ -1,7 +1,7 @@
 // Vst2Wrapper from a host's side: creation, the C interface, parameters, rates, buses and blocks.
-#include "FakePlugin.h"
-#include "Times.h"
-#include "Vst2Rooms.h"
+#include "tests/sdk/FakePlugin.h"
+#include "tests/support/Times.h"
+#include "tests/support/Vst2Rooms.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // The text that a host shows for a position against the value in the processor, for every step of
 // every stepped parameter; and the latency.
-#include "../params/ParameterDisplay.h"
-#include "CInfo.h"
-#include "ProcessorProbe.h"
+#include "editor/CInfo.h"
+#include "tests/params/ParameterDisplay.h"
+#include "tests/shell/ProcessorProbe.h"
 
 #include <cstdio>
 

@@ -1,6 +1,6 @@
 // The entry functions, linked in: the effects they make and the factory behind them.
-#include "EntryPoints.h"
-#include "PluginFactory.h"
+#include "shell/EntryPoints.h"
+#include "shell/PluginFactory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The oversampling stages against their definition, bit for bit, in every form that the machine can
 // run.
-#include "Oversampling.h"
+#include "shell/oversampling/Oversampling.h"
 
 #include <gtest/gtest.h>
 

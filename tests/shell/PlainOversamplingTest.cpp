@@ -1,5 +1,5 @@
 // The taps of the oversampling filters.
-#include "PlainOversampling.h"
+#include "shell/oversampling/PlainOversampling.h"
 
 #include <gtest/gtest.h>
 

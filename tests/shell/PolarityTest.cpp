@@ -1,6 +1,6 @@
 // Polarity flips at the quietest sample: of the whole block, in the host's own buffer, outside
 // Mid/Side operation; of the sub-block otherwise.
-#include "ProcessorProbe.h"
+#include "tests/shell/ProcessorProbe.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // How parameter changes reach switches and strips, and how the latency is reported.
-#include "ProcessorProbe.h"
+#include "tests/shell/ProcessorProbe.h"
 
 #include <gtest/gtest.h>
 

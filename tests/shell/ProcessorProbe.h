@@ -1,9 +1,9 @@
 // The processor with its protected members made public, and the host calls that drive it.
 #pragma once
 
-#include "Noise.h"
-#include "ParameterIds.h"
-#include "PitchNamesProcessor.h"
+#include "params/ids/ParameterIds.h"
+#include "shell/PitchNamesProcessor.h"
+#include "tests/support/Noise.h"
 
 #include "pluginterfaces/vst/vstspeaker.h"
 #include "public.sdk/source/vst/hosting/parameterchanges.h"

@@ -1,5 +1,5 @@
 // The processor's rates, buses, block loop and channel modes.
-#include "ProcessorProbe.h"
+#include "tests/shell/ProcessorProbe.h"
 
 #include <gtest/gtest.h>
 

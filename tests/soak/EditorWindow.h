@@ -2,9 +2,9 @@
 // editor's child window, whatever else is on the screen.
 #pragma once
 
-#include "HostError.h"
-#include "HostWindow.h"
-#include "NativePlugin.h"
+#include "tests/support/HostWindow.h"
+#include "tools/host/HostError.h"
+#include "tools/host/NativePlugin.h"
 
 class EditorWindow {
 public:

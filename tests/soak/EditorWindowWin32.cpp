@@ -1,5 +1,5 @@
 // Input on Windows, posted to the message queue, which the host's idle calls process.
-#include "EditorWindow.h"
+#include "tests/soak/EditorWindow.h"
 
 #include <windows.h>
 

@@ -1,5 +1,5 @@
 // Input on an X11 display, over one connection for all windows.
-#include "EditorWindow.h"
+#include "tests/soak/EditorWindow.h"
 
 #include <X11/Xlib.h>
 

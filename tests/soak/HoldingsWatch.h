@@ -2,8 +2,8 @@
 // library is unloaded.
 #pragma once
 
-#include "Run.h"
-#include "System.h"
+#include "tests/soak/Run.h"
+#include "tests/soak/System.h"
 
 #include <cstdio>
 #include <numeric>

@@ -1,4 +1,4 @@
-#include "Seat.h"
+#include "tests/soak/Seat.h"
 
 #include <algorithm>
 

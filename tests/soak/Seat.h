@@ -5,12 +5,12 @@
 // must not happen during processing; it makes all other calls at any time.
 #pragma once
 
-#include "EditorWindow.h"
-#include "NativePlugin.h"
-#include "ParameterIds.h"
-#include "Run.h"
-#include "System.h"
-#include "TestSignal.h"
+#include "params/ids/ParameterIds.h"
+#include "tests/soak/EditorWindow.h"
+#include "tests/soak/Run.h"
+#include "tests/soak/System.h"
+#include "tests/soak/TestSignal.h"
+#include "tools/host/NativePlugin.h"
 
 #include <array>
 #include <atomic>

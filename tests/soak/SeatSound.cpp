@@ -1,5 +1,5 @@
 // The input of a seat, and the checks on its output.
-#include "Seat.h"
+#include "tests/soak/Seat.h"
 
 #include <algorithm>
 #include <cmath>

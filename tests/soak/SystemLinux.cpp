@@ -1,5 +1,5 @@
 // Linux: /proc, mallinfo2, and thread clocks.
-#include "System.h"
+#include "tests/soak/System.h"
 
 #include <filesystem>
 #include <fstream>

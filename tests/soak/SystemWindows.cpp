@@ -1,6 +1,6 @@
 // Windows: process counters, heap walks and the clock. Wine leaves some of the counters at 0; where
 // possible they are counted here instead.
-#include "System.h"
+#include "tests/soak/System.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 // Test signals: noise, bursts, noise with non-finite samples, silence.
 #pragma once
 
-#include "Run.h"
+#include "tests/soak/Run.h"
 
 #include <cmath>
 #include <limits>

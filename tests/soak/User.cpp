@@ -1,6 +1,6 @@
-#include "User.h"
+#include "tests/soak/User.h"
 
-#include "BankFormat.h"
+#include "presets/BankFormat.h"
 
 #include <algorithm>
 #include <chrono>

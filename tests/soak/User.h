@@ -2,8 +2,8 @@
 // to the instances while they process audio.
 #pragma once
 
-#include "Seat.h"
-#include "Watchdog.h"
+#include "tests/soak/Seat.h"
+#include "tests/soak/Watchdog.h"
 
 #include <cstdint>
 #include <memory>

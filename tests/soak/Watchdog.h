@@ -1,7 +1,7 @@
 // Ends the process when one of its threads makes no progress.
 #pragma once
 
-#include "Run.h"
+#include "tests/soak/Run.h"
 
 #include <chrono>
 #include <cstdlib>

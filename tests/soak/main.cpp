@@ -1,8 +1,8 @@
 // zkrt46-soak: runs instances of the built plug-in as a host would for a given time, and checks
 // their output and resources.
-#include "HoldingsWatch.h"
-#include "User.h"
-#include "Watchdog.h"
+#include "tests/soak/HoldingsWatch.h"
+#include "tests/soak/User.h"
+#include "tests/soak/Watchdog.h"
 
 #include <CLI/CLI.hpp>
 

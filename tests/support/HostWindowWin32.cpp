@@ -1,4 +1,4 @@
-#include "HostWindow.h"
+#include "tests/support/HostWindow.h"
 
 #include <utility>
 #include <windows.h>

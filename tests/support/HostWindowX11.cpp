@@ -1,4 +1,4 @@
-#include "HostWindow.h"
+#include "tests/support/HostWindow.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>

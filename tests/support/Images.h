@@ -1,7 +1,7 @@
 // Builds the bytes of bank and preset images from presets.
 #pragma once
 
-#include "BankFormat.h"
+#include "presets/BankFormat.h"
 
 #include <cstdint>
 #include <vector>

@@ -3,7 +3,7 @@
 // reference.
 #pragma once
 
-#include "Png.h"
+#include "tests/support/Png.h"
 
 #include "vstgui/lib/cfont.h"
 #include "vstgui/platform/iplatformbitmap.h"

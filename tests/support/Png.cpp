@@ -1,4 +1,4 @@
-#include "Png.h"
+#include "tests/support/Png.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Plugin.h"
+#include "tools/host/Plugin.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 // Scripts of user input in a host's windows, run on a thread beside the host's.
 #pragma once
 
-#include "HostWindow.h"
+#include "tests/support/HostWindow.h"
 
 #include <atomic>
 #include <chrono>

@@ -1,7 +1,7 @@
 // The buffer size of each VST 2 operation.
 #pragma once
 
-#include "vst2interface.h"
+#include "sdk/vst2/vst2interface.h"
 
 #include <cstddef>
 

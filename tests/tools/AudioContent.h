@@ -1,7 +1,7 @@
 // Reads all samples of audio files.
 #pragma once
 
-#include "AudioFile.h"
+#include "tools/audio/AudioFile.h"
 
 #include <cstdint>
 #include <string>

@@ -1,9 +1,9 @@
 // Files are written completely or not at all, and samples are read back unchanged.
-#include "AudioContent.h"
-#include "Complaint.h"
-#include "Noise.h"
-#include "OutputFile.h"
-#include "TemporaryFolder.h"
+#include "tests/support/Noise.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/tools/AudioContent.h"
+#include "tests/tools/Complaint.h"
+#include "tools/common/OutputFile.h"
 
 #include <functional>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The messages for faulty files, and their agreement with the plug-in's own readers.
-#include "BankCheck.h"
-#include "HandMadeImages.h"
-#include "PresetFile.h"
+#include "tools/banks/BankCheck.h"
+#include "tests/presets/HandMadeImages.h"
+#include "tools/banks/PresetFile.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // Banks to JSON and back, and JSON written by hand. The display texts are the plug-in's.
-#include "BankJson.h"
-#include "Complaint.h"
-#include "OpenPlugin.h"
-#include "PresetFile.h"
+#include "tools/banks/BankJson.h"
+#include "tests/tools/Complaint.h"
+#include "tools/banks/PresetFile.h"
+#include "tools/host/OpenPlugin.h"
 
 #include <cstring>
 #include <gtest/gtest.h>

@@ -1,11 +1,11 @@
 // The bridge from Linux to a Windows plug-in. With Wine and the Windows build available, the
 // plug-in must behave the same on both sides; failures are tested with scripts in place of Wine.
-#include "BridgedPlugin.h"
-#include "Complaint.h"
-#include "Noise.h"
-#include "OpenPlugin.h"
-#include "Stream.h"
-#include "TemporaryFolder.h"
+#include "tests/support/Noise.h"
+#include "tests/support/Stream.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/tools/Complaint.h"
+#include "tools/host/BridgedPlugin.h"
+#include "tools/host/OpenPlugin.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

@@ -1,5 +1,5 @@
 // Communication with child processes: nothing may hang, whatever they do.
-#include "ChildProcess.h"
+#include "platform/posix/ChildProcess.h"
 
 #include <gtest/gtest.h>
 

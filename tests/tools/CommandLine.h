@@ -2,8 +2,8 @@
 // as the plug-in.
 #pragma once
 
-#include "AudioContent.h"
-#include "TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/tools/AudioContent.h"
 
 #include <algorithm>
 #include <cmath>

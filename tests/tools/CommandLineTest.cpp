@@ -1,5 +1,5 @@
 // The built program: exit codes, messages and files.
-#include "CommandLine.h"
+#include "tests/tools/CommandLine.h"
 
 #include <algorithm>
 

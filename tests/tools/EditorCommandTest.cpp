@@ -1,5 +1,5 @@
 // The commands screenshot and edit of the built program.
-#include "CommandLine.h"
+#include "tests/tools/CommandLine.h"
 
 namespace {
 

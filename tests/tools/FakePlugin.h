@@ -2,7 +2,7 @@
 // that it reports as latency.
 #pragma once
 
-#include "Plugin.h"
+#include "tools/host/Plugin.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,7 +1,7 @@
 // The host with a small effect: opening, callbacks, and libraries that it refuses.
-#include "Complaint.h"
-#include "NativePlugin.h"
-#include "OpenPlugin.h"
+#include "tests/tools/Complaint.h"
+#include "tools/host/NativePlugin.h"
+#include "tools/host/OpenPlugin.h"
 
 #include <gtest/gtest.h>
 

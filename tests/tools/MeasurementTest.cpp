@@ -1,7 +1,7 @@
 // Measured responses and harmonics of systems with known closed forms.
-#include "FakePlugin.h"
-#include "Harmonics.h"
-#include "Response.h"
+#include "tests/tools/FakePlugin.h"
+#include "tools/measuring/Harmonics.h"
+#include "tools/measuring/Response.h"
 
 #include <cmath>
 #include <complex>

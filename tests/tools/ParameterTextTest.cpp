@@ -1,9 +1,9 @@
 // Typed parameter values, and automation lists. The display texts are the plug-in's.
-#include "ParameterText.h"
-#include "Automation.h"
-#include "Complaint.h"
-#include "OpenPlugin.h"
-#include "ParameterIds.h"
+#include "tools/common/ParameterText.h"
+#include "params/ids/ParameterIds.h"
+#include "tests/tools/Complaint.h"
+#include "tools/audio/Automation.h"
+#include "tools/host/OpenPlugin.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

@@ -1,6 +1,6 @@
 // Presets and banks in the built program: conversion, tables, and rendering.
-#include "BankFormat.h"
-#include "CommandLine.h"
+#include "presets/BankFormat.h"
+#include "tests/tools/CommandLine.h"
 
 #include <algorithm>
 #include <filesystem>

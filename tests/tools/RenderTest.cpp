@@ -1,11 +1,11 @@
 // The renderer with a mock plug-in: a delay, a gain set by its parameter, and an inverted right
 // channel.
-#include "Render.h"
-#include "AudioContent.h"
-#include "FakePlugin.h"
-#include "Noise.h"
-#include "TemporaryFolder.h"
-#include "ToolError.h"
+#include "tools/audio/Render.h"
+#include "tests/support/Noise.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/tools/AudioContent.h"
+#include "tests/tools/FakePlugin.h"
+#include "tools/common/ToolError.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // A small VST 2 effect for testing the host; build flags give it faults. It halves its input, and
 // its name contains the host's answers about itself.
-#include "vst2interface.h"
+#include "sdk/vst2/vst2interface.h"
 
 #include <cstdio>
 

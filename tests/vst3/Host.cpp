@@ -1,4 +1,4 @@
-#include "Host.h"
+#include "tests/vst3/Host.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -2,9 +2,9 @@
 // interfaces. Each step is a function of its own, so that a test can take them in any order.
 #pragma once
 
-#include "Noise.h"
-#include "SharedLibrary.h"
-#include "Stream.h"
+#include "tests/support/Noise.h"
+#include "tests/support/Stream.h"
+#include "tools/host/SharedLibrary.h"
 
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
 #include "pluginterfaces/vst/ivsteditcontroller.h"

@@ -1,8 +1,8 @@
 // A VST 3 host's side of an open view: its window and, on Linux, its event loop.
 #pragma once
 
-#include "Host.h"
-#include "User.h"
+#include "tests/support/User.h"
+#include "tests/vst3/Host.h"
 
 #include "pluginterfaces/gui/iplugview.h"
 

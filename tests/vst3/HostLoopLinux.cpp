@@ -1,5 +1,5 @@
 // The event loop that Linux hosts run for their views.
-#include "HostFrame.h"
+#include "tests/vst3/HostFrame.h"
 
 #include <algorithm>
 #include <chrono>

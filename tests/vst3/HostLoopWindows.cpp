@@ -1,5 +1,5 @@
 // On Windows, views use the system's message loop.
-#include "HostFrame.h"
+#include "tests/vst3/HostFrame.h"
 
 namespace vst3 {
 

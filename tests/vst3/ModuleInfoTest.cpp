@@ -1,5 +1,5 @@
 // moduleinfo.json in the bundle, which hosts read instead of loading the library.
-#include "Host.h"
+#include "tests/vst3/Host.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,5 +1,5 @@
 // A library that makes its C++ runtime lock, wait and keep thread-local values, for UnloadTest.cpp.
-#include "Export.h"
+#include "shell/Export.h"
 
 #include <mutex>
 

@@ -1,7 +1,7 @@
 // Both libraries are loaded and unloaded many times in one process, as in a host that scans.
-#include "HostFrame.h"
-#include "NativePlugin.h"
-#include "System.h"
+#include "tests/soak/System.h"
+#include "tests/vst3/HostFrame.h"
+#include "tools/host/NativePlugin.h"
 
 #include <atomic>
 #include <filesystem>

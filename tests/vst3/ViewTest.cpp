@@ -1,8 +1,8 @@
 // The bundle's editor in a VST 3 host's window.
-#include "HostFrame.h"
-#include "ParameterIds.h"
-#include "Pictures.h"
-#include "Times.h"
+#include "params/ids/ParameterIds.h"
+#include "tests/support/Pictures.h"
+#include "tests/support/Times.h"
+#include "tests/vst3/HostFrame.h"
 
 #include <algorithm>
 

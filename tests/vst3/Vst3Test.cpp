@@ -1,10 +1,10 @@
 // The built VST 3 bundle, also in hosts that are stricter or laxer than most.
-#include "FactoryBank.h"
-#include "Host.h"
-#include "Images.h"
-#include "NativePlugin.h"
-#include "ParameterIds.h"
-#include "SettingsStore.h"
+#include "params/ids/ParameterIds.h"
+#include "platform/SettingsStore.h"
+#include "presets/FactoryBank.h"
+#include "tests/support/Images.h"
+#include "tests/vst3/Host.h"
+#include "tools/host/NativePlugin.h"
 
 #include <algorithm>
 #include <cmath>

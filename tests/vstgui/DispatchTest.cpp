@@ -1,5 +1,5 @@
 // Which view gets presses, drags and the wheel, also when views are removed during the event.
-#include "Probe.h"
+#include "tests/vstgui/Probe.h"
 
 namespace {
 

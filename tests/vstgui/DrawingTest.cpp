@@ -1,5 +1,5 @@
 // Pixels: order, clipping, transparency, bitmaps and text.
-#include "Probe.h"
+#include "tests/vstgui/Probe.h"
 
 namespace {
 

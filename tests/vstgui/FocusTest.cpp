@@ -1,5 +1,5 @@
 // Keyboard focus, and opening and closing of text boxes.
-#include "Probe.h"
+#include "tests/vstgui/Probe.h"
 
 namespace {
 

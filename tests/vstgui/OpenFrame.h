@@ -2,7 +2,7 @@
 // loop, and user input during it.
 #pragma once
 
-#include "HostWindow.h"
+#include "tests/support/HostWindow.h"
 #ifndef _WIN32
 #include "vstgui/platform/x11/idlerunloop.h"
 #endif

@@ -1,7 +1,7 @@
 // A frame without a display, and views and listeners that record their events.
 #pragma once
 
-#include "Png.h"
+#include "tests/support/Png.h"
 
 #include "vstgui/platform/bitmapresources.h"
 #include "vstgui/platform/offscreen/offscreenhost.h"

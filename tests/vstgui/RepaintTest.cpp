@@ -1,5 +1,5 @@
 // Which rectangles are invalidated, and when.
-#include "Probe.h"
+#include "tests/vstgui/Probe.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Bitmaps by resource number, and damaged bitmaps.
-#include "Probe.h"
+#include "tests/vstgui/Probe.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Frames in a host's window under real user input.
-#include "OpenFrame.h"
-#include "Traces.h"
+#include "tests/vstgui/OpenFrame.h"
+#include "tests/vstgui/Traces.h"
 
 namespace {
 

@@ -2,11 +2,11 @@
 // unlinked channels.
 #pragma once
 
-#include "NativePlugin.h"
-#include "ParameterIds.h"
-#include "Pictures.h"
-#include "SettingsStore.h"
-#include "User.h"
+#include "params/ids/ParameterIds.h"
+#include "platform/SettingsStore.h"
+#include "tests/support/Pictures.h"
+#include "tests/support/User.h"
+#include "tools/host/NativePlugin.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The row of keys at the bottom, under mouse and keyboard: menu, name, files, manual.
-#include "EditorOnScreen.h"
-#include "FactoryBank.h"
-#include "TemporaryFolder.h"
+#include "presets/FactoryBank.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/windows/EditorOnScreen.h"
 
 #include <cstdlib>
 

@@ -1,7 +1,7 @@
 // libsndfile behind our error messages, writing through OutputFile.
-#include "AudioFile.h"
+#include "tools/audio/AudioFile.h"
 
-#include "ToolError.h"
+#include "tools/common/ToolError.h"
 
 #include <cmath>
 #include <filesystem>

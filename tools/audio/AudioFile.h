@@ -2,7 +2,7 @@
 // FLAC.
 #pragma once
 
-#include "OutputFile.h"
+#include "tools/common/OutputFile.h"
 
 #include <cstdint>
 #include <memory>

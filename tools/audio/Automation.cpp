@@ -1,7 +1,7 @@
 // Reading the lines of an automation file.
-#include "Automation.h"
+#include "tools/audio/Automation.h"
 
-#include "ToolError.h"
+#include "tools/common/ToolError.h"
 
 #include <algorithm>
 #include <filesystem>

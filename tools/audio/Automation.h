@@ -1,7 +1,7 @@
 // A list of parameter changes in time, read from a text file.
 #pragma once
 
-#include "ParameterText.h"
+#include "tools/common/ParameterText.h"
 
 #include <cstdint>
 #include <istream>

@@ -1,8 +1,8 @@
 // Switching on and off in the order hosts keep, and the cutting into blocks.
-#include "PluginRun.h"
+#include "tools/audio/PluginRun.h"
 
-#include "HostError.h"
-#include "ToolError.h"
+#include "tools/common/ToolError.h"
+#include "tools/host/HostError.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // A plug-in switched on: arranged, given a rate and a block size, and fed block by block.
 #pragma once
 
-#include "ParameterText.h"
-#include "Plugin.h"
+#include "tools/common/ParameterText.h"
+#include "tools/host/Plugin.h"
 
 #include <cstdint>
 #include <vector>

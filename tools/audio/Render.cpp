@@ -1,7 +1,7 @@
 // Reading, feeding, writing: block by block, with parameter changes on their exact sample.
-#include "Render.h"
+#include "tools/audio/Render.h"
 
-#include "ToolError.h"
+#include "tools/common/ToolError.h"
 
 #include <algorithm>
 #include <chrono>

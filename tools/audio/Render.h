@@ -1,10 +1,10 @@
 // The road of an audio file through the plug-in.
 #pragma once
 
-#include "AudioFile.h"
-#include "Automation.h"
-#include "PluginRun.h"
-#include "Progress.h"
+#include "tools/audio/AudioFile.h"
+#include "tools/audio/Automation.h"
+#include "tools/audio/PluginRun.h"
+#include "tools/common/Progress.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,7 @@
 // The start and the header; the records follow in RecordCheck.
-#include "BankCheck.h"
+#include "tools/banks/BankCheck.h"
 
-#include "RecordCheck.h"
+#include "tools/banks/RecordCheck.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,8 +1,8 @@
 // Checks the bytes of a preset, a bank or a project's state as the plug-in would read them.
 #pragma once
 
-#include "BankFormat.h"
-#include "BankReport.h"
+#include "presets/BankFormat.h"
+#include "tools/banks/BankReport.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 // Banks and presets as JSON, to be read and edited by hand. docs/preset-json.md describes the form.
 #pragma once
 
-#include "FactoryBank.h"
-#include "ParameterText.h"
+#include "presets/FactoryBank.h"
+#include "tools/common/ParameterText.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 // Banks and presets from JSON, as written by us or by hand: the outer form.
-#include "BankJsonReader.h"
-#include "PresetName.h"
+#include "tools/banks/BankJsonReader.h"
+#include "tools/banks/PresetName.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,6 @@
 // The inside of a preset in JSON: its name and its parameters.
-#include "BankJsonReader.h"
-#include "PresetName.h"
+#include "tools/banks/BankJsonReader.h"
+#include "tools/banks/PresetName.h"
 
 #include <algorithm>
 #include <bitset>

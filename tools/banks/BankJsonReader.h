@@ -1,9 +1,9 @@
 // The reader behind bankFromJson and presetFromJson.
 #pragma once
 
-#include "BankJson.h"
-#include "JsonTree.h"
-#include "ToolError.h"
+#include "tools/banks/BankJson.h"
+#include "tools/banks/JsonTree.h"
+#include "tools/common/ToolError.h"
 
 #include <initializer_list>
 #include <string>

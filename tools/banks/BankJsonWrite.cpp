@@ -1,8 +1,8 @@
 // Banks and presets into JSON, one parameter to a line.
-#include "BankJson.h"
+#include "tools/banks/BankJson.h"
 
-#include "JsonTree.h"
-#include "PresetName.h"
+#include "tools/banks/JsonTree.h"
+#include "tools/banks/PresetName.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,5 +1,5 @@
 // Findings, and the words for them.
-#include "BankReport.h"
+#include "tools/banks/BankReport.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,8 +1,8 @@
 // The library reads the syntax and tells event by event; the tree is ours.
-#include "JsonTree.h"
+#include "tools/banks/JsonTree.h"
 
-#include "PresetName.h"
-#include "ToolError.h"
+#include "tools/banks/PresetName.h"
+#include "tools/common/ToolError.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,9 +1,9 @@
 // Reading takes a file as the plug-in would, but says why not; writing goes through OutputFile.
-#include "PresetFile.h"
+#include "tools/banks/PresetFile.h"
 
-#include "OpenPlugin.h"
-#include "OutputFile.h"
-#include "ToolError.h"
+#include "tools/common/OutputFile.h"
+#include "tools/common/ToolError.h"
+#include "tools/host/OpenPlugin.h"
 
 #include <algorithm>
 #include <cctype>

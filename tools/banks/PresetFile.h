@@ -2,8 +2,8 @@
 // read and by their name's ending when they are written.
 #pragma once
 
-#include "BankCheck.h"
-#include "BankJson.h"
+#include "tools/banks/BankCheck.h"
+#include "tools/banks/BankJson.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 // Names as text.
-#include "PresetName.h"
+#include "tools/banks/PresetName.h"
 
-#include "Utf8.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <cstdio>

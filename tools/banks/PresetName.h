@@ -1,7 +1,7 @@
 // The names of presets, which are 24 bytes of anything.
 #pragma once
 
-#include "PresetSlot.h"
+#include "presets/PresetSlot.h"
 
 #include <string>
 

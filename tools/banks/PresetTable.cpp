@@ -1,8 +1,8 @@
 // Rows of text, aligned.
-#include "PresetTable.h"
+#include "tools/banks/PresetTable.h"
 
-#include "PresetName.h"
-#include "Utf8.h"
+#include "platform/Utf8.h"
+#include "tools/banks/PresetName.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,7 @@
 // Presets and banks as tables on the screen.
 #pragma once
 
-#include "BankJson.h"
+#include "tools/banks/BankJson.h"
 
 #include <string>
 #include <vector>

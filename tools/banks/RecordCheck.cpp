@@ -1,8 +1,8 @@
 // Every record is looked at, also behind the first fault, as long as the next one can be found.
-#include "RecordCheck.h"
+#include "tools/banks/RecordCheck.h"
 
-#include "PresetName.h"
-#include "Utf8.h"
+#include "platform/Utf8.h"
+#include "tools/banks/PresetName.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,7 +1,7 @@
 // Checks the records of a preset or bank, one after the other.
 #pragma once
 
-#include "BankCheck.h"
+#include "tools/banks/BankCheck.h"
 
 #include <array>
 #include <bitset>

@@ -1,8 +1,8 @@
 // The helper that holds a Windows plug-in for a host on Linux: it runs under Wine, reads requests
 // from its standard input and answers on its standard output until the input ends.
-#include "BridgeProtocol.h"
-#include "HostError.h"
-#include "NativePlugin.h"
+#include "tools/host/BridgeProtocol.h"
+#include "tools/host/HostError.h"
+#include "tools/host/NativePlugin.h"
 
 #include <algorithm>
 #include <cstdio>

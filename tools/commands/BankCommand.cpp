@@ -1,8 +1,8 @@
 // zkrt46 bank: whole banks.
-#include "Commands.h"
-#include "PresetFile.h"
-#include "PresetName.h"
-#include "PresetTable.h"
+#include "tools/banks/PresetFile.h"
+#include "tools/banks/PresetName.h"
+#include "tools/banks/PresetTable.h"
+#include "tools/commands/Commands.h"
 
 #include <cstdio>
 

@@ -1,8 +1,8 @@
 // zkrt46 check: what is wrong with preset and bank files.
-#include "Commands.h"
-#include "HostError.h"
-#include "PresetFile.h"
-#include "ToolError.h"
+#include "tools/banks/PresetFile.h"
+#include "tools/commands/Commands.h"
+#include "tools/common/ToolError.h"
+#include "tools/host/HostError.h"
 
 #include <algorithm>
 #include <cstdio>

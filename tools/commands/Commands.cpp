@@ -1,7 +1,7 @@
 // What the commands have in common.
-#include "Commands.h"
+#include "tools/commands/Commands.h"
 
-#include "OpenPlugin.h"
+#include "tools/host/OpenPlugin.h"
 
 #include <cmath>
 #include <cstdio>

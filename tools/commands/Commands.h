@@ -2,8 +2,8 @@
 // when it is the one that was typed. An action returns the program's exit code.
 #pragma once
 
-#include "ParameterText.h"
-#include "PluginRun.h"
+#include "tools/audio/PluginRun.h"
+#include "tools/common/ParameterText.h"
 
 #include <functional>
 #include <memory>

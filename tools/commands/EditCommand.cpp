@@ -1,9 +1,9 @@
 // zkrt46 edit: the editor in a window of its own, without a host.
-#include "Commands.h"
-#include "EditorWindow.h"
-#include "PresetChoice.h"
-#include "Render.h"
-#include "ToolError.h"
+#include "tools/audio/Render.h"
+#include "tools/commands/Commands.h"
+#include "tools/commands/EditorWindow.h"
+#include "tools/commands/PresetChoice.h"
+#include "tools/common/ToolError.h"
 
 #include <cstring>
 

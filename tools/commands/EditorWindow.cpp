@@ -1,8 +1,8 @@
 // The window around an editor: it takes the size that the plug-in asks for and cannot be resized by
 // hand.
-#include "EditorWindow.h"
+#include "tools/commands/EditorWindow.h"
 
-#include "ToolError.h"
+#include "tools/common/ToolError.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>

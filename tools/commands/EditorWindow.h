@@ -1,7 +1,7 @@
 // EditorWindow: a window of its own for the editor of a plug-in, on an X11 display.
 #pragma once
 
-#include "NativePlugin.h"
+#include "tools/host/NativePlugin.h"
 
 #include <memory>
 #include <string>

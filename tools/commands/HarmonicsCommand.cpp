@@ -1,12 +1,12 @@
 // zkrt46 harmonics: what the transformers and the amplifier add to a pure tone.
-#include "Commands.h"
-#include "Harmonics.h"
-#include "OpenPlugin.h"
-#include "OutputFile.h"
-#include "Plot.h"
-#include "PresetChoice.h"
-#include "Progress.h"
-#include "ToolError.h"
+#include "tools/commands/Commands.h"
+#include "tools/commands/PresetChoice.h"
+#include "tools/common/OutputFile.h"
+#include "tools/common/Progress.h"
+#include "tools/common/ToolError.h"
+#include "tools/host/OpenPlugin.h"
+#include "tools/measuring/Harmonics.h"
+#include "tools/measuring/Plot.h"
 
 #include <algorithm>
 #include <cmath>

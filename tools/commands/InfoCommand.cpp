@@ -1,6 +1,6 @@
 // zkrt46 info: everything the plug-in tells a host about itself.
-#include "Commands.h"
-#include "OpenPlugin.h"
+#include "tools/commands/Commands.h"
+#include "tools/host/OpenPlugin.h"
 
 #include <cstdio>
 

@@ -1,8 +1,8 @@
 // zkrt46 latency: an impulse in, the peak out, at every rate, block size and switch position.
-#include "Commands.h"
-#include "OpenPlugin.h"
-#include "PresetChoice.h"
-#include "Progress.h"
+#include "tools/commands/Commands.h"
+#include "tools/commands/PresetChoice.h"
+#include "tools/common/Progress.h"
+#include "tools/host/OpenPlugin.h"
 
 #include <cmath>
 #include <cstdio>

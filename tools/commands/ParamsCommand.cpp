@@ -1,6 +1,6 @@
 // zkrt46 params: the plug-in's parameters, as it tells them to a host.
-#include "Commands.h"
-#include "PresetChoice.h"
+#include "tools/commands/Commands.h"
+#include "tools/commands/PresetChoice.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,8 +1,8 @@
 // From what was typed to a preset, and from a preset to the plug-in's parameters.
-#include "PresetChoice.h"
+#include "tools/commands/PresetChoice.h"
 
-#include "PresetName.h"
-#include "ToolError.h"
+#include "tools/banks/PresetName.h"
+#include "tools/common/ToolError.h"
 
 #include <algorithm>
 #include <cctype>

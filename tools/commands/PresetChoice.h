@@ -1,7 +1,7 @@
 // Which preset a command is about: --preset, --bank and --preset-file.
 #pragma once
 
-#include "PresetFile.h"
+#include "tools/banks/PresetFile.h"
 
 #include <optional>
 #include <string>

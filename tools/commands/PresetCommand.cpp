@@ -1,9 +1,9 @@
 // zkrt46 preset: single presets, in banks and in files of their own.
-#include "Commands.h"
-#include "PresetChoice.h"
-#include "PresetName.h"
-#include "PresetTable.h"
-#include "ToolError.h"
+#include "tools/banks/PresetName.h"
+#include "tools/banks/PresetTable.h"
+#include "tools/commands/Commands.h"
+#include "tools/commands/PresetChoice.h"
+#include "tools/common/ToolError.h"
 
 #include <cstdio>
 

@@ -1,8 +1,8 @@
 // zkrt46 render: an audio file in, an audio file out.
-#include "Commands.h"
-#include "OpenPlugin.h"
-#include "PresetChoice.h"
-#include "Render.h"
+#include "tools/audio/Render.h"
+#include "tools/commands/Commands.h"
+#include "tools/commands/PresetChoice.h"
+#include "tools/host/OpenPlugin.h"
 
 #include <cstdio>
 

@@ -1,12 +1,12 @@
 // zkrt46 response: magnitude and phase of the running plug-in, as a picture or as numbers.
-#include "Commands.h"
-#include "OpenPlugin.h"
-#include "OutputFile.h"
-#include "Plot.h"
-#include "PresetChoice.h"
-#include "PresetName.h"
-#include "Response.h"
-#include "ToolError.h"
+#include "tools/banks/PresetName.h"
+#include "tools/commands/Commands.h"
+#include "tools/commands/PresetChoice.h"
+#include "tools/common/OutputFile.h"
+#include "tools/common/ToolError.h"
+#include "tools/host/OpenPlugin.h"
+#include "tools/measuring/Plot.h"
+#include "tools/measuring/Response.h"
 
 #include <algorithm>
 #include <cmath>

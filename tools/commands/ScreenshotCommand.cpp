@@ -1,13 +1,13 @@
 // zkrt46 screenshot: a picture of the editor, drawn without a display.
-#include "Commands.h"
-#include "OpenPlugin.h"
-#include "OutputFile.h"
-#include "PresetChoice.h"
-#include "ToolError.h"
+#include "tools/commands/Commands.h"
+#include "tools/commands/PresetChoice.h"
+#include "tools/common/OutputFile.h"
+#include "tools/common/ToolError.h"
+#include "tools/host/OpenPlugin.h"
 
-#include "MemoryStore.h"
-#include "PitchNamesController.h"
-#include "TemplateEditor.h"
+#include "editor/TemplateEditor.h"
+#include "params/PitchNamesController.h"
+#include "platform/MemoryStore.h"
 
 #include "vstgui/platform/offscreen/offscreenhost.h"
 

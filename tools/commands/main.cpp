@@ -1,6 +1,6 @@
 // zkrt46: renders audio through the plug-in and measures it, loaded as any host loads it; and works
 // on the preset and bank files that the plug-in reads and writes.
-#include "Commands.h"
+#include "tools/commands/Commands.h"
 
 #include <algorithm>
 #include <cstdio>

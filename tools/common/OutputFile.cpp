@@ -1,7 +1,7 @@
 // Temporary name, write, sync, rename; and no litter when the program is interrupted.
-#include "OutputFile.h"
+#include "tools/common/OutputFile.h"
 
-#include "ToolError.h"
+#include "tools/common/ToolError.h"
 
 #include <cerrno>
 #include <csignal>

@@ -1,8 +1,8 @@
 // Walks a parameter's steps and reads the displays, as a host without knowledge of the plug-in
 // must.
-#include "ParameterText.h"
+#include "tools/common/ParameterText.h"
 
-#include "ToolError.h"
+#include "tools/common/ToolError.h"
 
 #include <algorithm>
 #include <cctype>

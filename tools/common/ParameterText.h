@@ -1,7 +1,7 @@
 // From what a person types to a parameter's value, by the plug-in's own titles and displays.
 #pragma once
 
-#include "Plugin.h"
+#include "tools/host/Plugin.h"
 
 #include <map>
 #include <memory>

@@ -1,5 +1,5 @@
 // Drawing the bar, at most ten times a second.
-#include "Progress.h"
+#include "tools/common/Progress.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,7 +1,7 @@
 // Packing and unpacking of the bridge's messages.
-#include "BridgeProtocol.h"
+#include "tools/host/BridgeProtocol.h"
 
-#include "HostError.h"
+#include "tools/host/HostError.h"
 
 #include <cstring>
 

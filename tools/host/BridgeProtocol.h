@@ -4,7 +4,7 @@
 // status byte and, for kBridgeDone, the effect's fields and the result, for kBridgeFailed a text.
 #pragma once
 
-#include "Plugin.h"
+#include "tools/host/Plugin.h"
 
 #include <cstdint>
 #include <string>

@@ -1,7 +1,7 @@
 // The Linux end of the bridge: finding Wine and the helper, and asking.
-#include "BridgedPlugin.h"
+#include "tools/host/BridgedPlugin.h"
 
-#include "HostError.h"
+#include "tools/host/HostError.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -3,9 +3,9 @@
 // changes its inputs does not change ours.
 #pragma once
 
-#include "BridgeProtocol.h"
-#include "ChildProcess.h"
-#include "Plugin.h"
+#include "platform/posix/ChildProcess.h"
+#include "tools/host/BridgeProtocol.h"
+#include "tools/host/Plugin.h"
 
 #include <memory>
 #include <string>

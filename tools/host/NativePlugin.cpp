@@ -1,8 +1,8 @@
 // Loading and driving an effect in this process, and answering what it asks of its host.
-#include "NativePlugin.h"
+#include "tools/host/NativePlugin.h"
 
-#include "HostError.h"
 #include "Product.h"
+#include "tools/host/HostError.h"
 
 #include <array>
 #include <cstring>

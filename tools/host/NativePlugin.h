@@ -1,8 +1,8 @@
 // A VST 2 effect in a library of the running system, loaded into this process.
 #pragma once
 
-#include "Plugin.h"
-#include "SharedLibrary.h"
+#include "tools/host/Plugin.h"
+#include "tools/host/SharedLibrary.h"
 
 #include <atomic>
 #include <mutex>

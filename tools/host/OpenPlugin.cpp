@@ -1,10 +1,10 @@
 // Chooses how a plug-in is reached.
-#include "OpenPlugin.h"
+#include "tools/host/OpenPlugin.h"
 
-#include "NativePlugin.h"
+#include "tools/host/NativePlugin.h"
 
 #ifndef _WIN32
-#include "BridgedPlugin.h"
+#include "tools/host/BridgedPlugin.h"
 
 #include <filesystem>
 #include <strings.h>

@@ -1,7 +1,7 @@
 // Opening a plug-in by its file name.
 #pragma once
 
-#include "Plugin.h"
+#include "tools/host/Plugin.h"
 
 #include <memory>
 #include <string>

@@ -1,5 +1,5 @@
 // The host's calls that need no more than the dispatcher.
-#include "Plugin.h"
+#include "tools/host/Plugin.h"
 
 #include <algorithm>
 #include <cstring>

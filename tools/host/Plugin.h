@@ -2,7 +2,7 @@
 // The virtual operations are the few that must cross that border; everything else is built on them.
 #pragma once
 
-#include "vst2interface.h"
+#include "sdk/vst2/vst2interface.h"
 
 #include <cstddef>
 #include <cstdint>

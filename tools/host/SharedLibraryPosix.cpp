@@ -1,6 +1,6 @@
 // Loading libraries with dlopen.
-#include "HostError.h"
-#include "SharedLibrary.h"
+#include "tools/host/HostError.h"
+#include "tools/host/SharedLibrary.h"
 
 #include <dlfcn.h>
 #include <filesystem>

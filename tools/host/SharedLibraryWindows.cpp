@@ -1,6 +1,6 @@
 // Loading libraries with LoadLibraryW.
-#include "HostError.h"
-#include "SharedLibrary.h"
+#include "tools/host/HostError.h"
+#include "tools/host/SharedLibrary.h"
 
 #include <filesystem>
 #include <system_error>

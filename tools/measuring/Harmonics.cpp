@@ -1,5 +1,5 @@
 // A tone of whole periods, left to settle, and the strength of its multiples.
-#include "Harmonics.h"
+#include "tools/measuring/Harmonics.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 // What the plug-in adds to a pure tone.
 #pragma once
 
-#include "Tone.h"
+#include "tools/measuring/Tone.h"
 
 #include <array>
 #include <functional>

@@ -1,8 +1,8 @@
 // Scripts for gnuplot, and the program run.
-#include "Plot.h"
+#include "tools/measuring/Plot.h"
 
-#include "ChildProcess.h"
-#include "ToolError.h"
+#include "platform/posix/ChildProcess.h"
+#include "tools/common/ToolError.h"
 
 #include <cstdio>
 #include <filesystem>

@@ -1,5 +1,5 @@
 // Stepped sines, from the lowest frequency up.
-#include "Response.h"
+#include "tools/measuring/Response.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 // The plug-in's frequency response, measured with stepped sines.
 #pragma once
 
-#include "Progress.h"
-#include "Tone.h"
+#include "tools/common/Progress.h"
+#include "tools/measuring/Tone.h"
 
 #include <array>
 #include <functional>

@@ -1,5 +1,5 @@
 // Generating and projecting sines.
-#include "Tone.h"
+#include "tools/measuring/Tone.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // Sine tones through the plug-in, and how much of a frequency is in what comes back.
 #pragma once
 
-#include "PluginRun.h"
+#include "tools/audio/PluginRun.h"
 
 #include <array>
 #include <complex>

@@ -1,5 +1,5 @@
 // Systems without a text box of their own: the toolkit's serves.
-#include "SystemBox.h"
+#include "editor/controls/SystemBox.h"
 
 VSTGUI::IPlatformTextEdit* createSystemBox(VSTGUI::CFrame&, VSTGUI::IPlatformTextEditCallback*)
 {

@@ -1,7 +1,7 @@
 // Windows has a text box of its own for a frame that stands in a window.
-#include "SystemBox.h"
+#include "editor/controls/SystemBox.h"
 
-#include "ZKRSystemBoxWin32.h"
+#include "editor/controls/win32/ZKRSystemBoxWin32.h"
 
 #include "vstgui/lib/cframe.h"
 

@@ -1,7 +1,7 @@
 // The life of the "EDIT" window, and the keys and messages that end it.
-#include "ZKRSystemBoxWin32.h"
+#include "editor/controls/win32/ZKRSystemBoxWin32.h"
 
-#include "WideText.h"
+#include "platform/win32/WideText.h"
 
 #include <algorithm>
 #include <array>

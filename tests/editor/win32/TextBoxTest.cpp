@@ -1,7 +1,7 @@
 // The Windows text boxes of the toolkit's text field and of the editor's name field: appearance,
 // focus, Unicode input and length limits.
-#include "CZKRTextEdit.h"
-#include "OpenFrame.h"
+#include "editor/controls/CZKRTextEdit.h"
+#include "tests/vstgui/OpenFrame.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 // Leaks of system resources, and timers.
-#include "OpenFrame.h"
-#include "Traces.h"
+#include "tests/vstgui/OpenFrame.h"
+#include "tests/vstgui/Traces.h"
 
 #include <windows.h>
 #include <winternl.h>

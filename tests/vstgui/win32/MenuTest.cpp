@@ -1,5 +1,5 @@
 // The system's menus and file dialogs, which run their own message loops, and events during them.
-#include "OpenFrame.h"
+#include "tests/vstgui/OpenFrame.h"
 
 #include <objbase.h>
 #include <thread>

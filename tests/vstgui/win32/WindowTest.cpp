@@ -1,5 +1,5 @@
 // Frames in a host's window, the parts specific to Windows: pixels, messages, capture, keys.
-#include "OpenFrame.h"
+#include "tests/vstgui/OpenFrame.h"
 #include "vstgui/platform/iplatformsurface.h"
 
 #include <windows.h>

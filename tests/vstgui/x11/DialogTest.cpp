@@ -1,6 +1,6 @@
 // File dialogs, with a mock of the desktop's helper program.
-#include "OpenFrame.h"
-#include "TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/vstgui/OpenFrame.h"
 
 namespace {
 

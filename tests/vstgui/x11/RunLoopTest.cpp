@@ -1,6 +1,6 @@
 // The run loop that is driven by hosts' idle calls, and hosts' own run loops.
-#include "OpenFrame.h"
-#include "Times.h"
+#include "tests/support/Times.h"
+#include "tests/vstgui/OpenFrame.h"
 
 #include <atomic>
 #include <thread>

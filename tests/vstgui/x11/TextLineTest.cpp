@@ -1,7 +1,7 @@
 // Editing a line by whole characters.
 #include "vstgui/platform/x11/textline.h"
 
-#include "Utf8.h"
+#include "platform/Utf8.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 #pragma once
 
 // Before the macros of Xlib.
-#include "ChildProcess.h"
-#include "OpenFrame.h"
+#include "platform/posix/ChildProcess.h"
+#include "tests/vstgui/OpenFrame.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>

@@ -1,6 +1,6 @@
 // Frames in a host's window, the parts specific to X11: keyboard, grabs, message windows.
-#include "Traces.h"
-#include "User.h"
+#include "tests/vstgui/Traces.h"
+#include "tests/vstgui/x11/User.h"
 
 #include <X11/keysym.h>
 #include <filesystem>

@@ -1,7 +1,7 @@
 // Decoding pictures with GDI+, from memory and from the module's resources.
 #include "vstgui/platform/win32/win32bitmap.h"
 
-#include "WideText.h"
+#include "platform/win32/WideText.h"
 #include "vstgui/platform/win32/win32gdiplus.h"
 #include "vstgui/platform/win32/win32module.h"
 

@@ -1,7 +1,7 @@
 // The shell's item dialog, and what both kinds of dialog show.
 #include "vstgui/platform/win32/win32filedialog.h"
 
-#include "WideText.h"
+#include "platform/win32/WideText.h"
 
 #include <memory>
 #include <shlobj.h>

@@ -1,7 +1,7 @@
 // The common dialogs of old, for systems without the shell's.
 #include "vstgui/platform/win32/win32filedialog.h"
 
-#include "WideText.h"
+#include "platform/win32/WideText.h"
 
 #include <commdlg.h>
 #include <cwchar>

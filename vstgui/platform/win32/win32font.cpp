@@ -1,7 +1,7 @@
 // Making, measuring and drawing with a font.
 #include "vstgui/platform/win32/win32font.h"
 
-#include "WideText.h"
+#include "platform/win32/WideText.h"
 #include "vstgui/lib/cfont.h"
 
 #include <cwchar>

@@ -1,7 +1,7 @@
 // The window's life, its size and what the frame asks of it.
 #include "vstgui/platform/win32/win32frame.h"
 
-#include "WideText.h"
+#include "platform/win32/WideText.h"
 
 #include "vstgui/platform/win32/win32filedialog.h"
 #include "vstgui/platform/win32/win32keys.h"

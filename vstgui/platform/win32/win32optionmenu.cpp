@@ -1,7 +1,7 @@
 // Building and showing a popup menu.
 #include "vstgui/platform/win32/win32optionmenu.h"
 
-#include "WideText.h"
+#include "platform/win32/WideText.h"
 #include "vstgui/lib/controls/coptionmenu.h"
 #include "vstgui/platform/win32/win32frame.h"
 

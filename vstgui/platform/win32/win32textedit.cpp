@@ -1,7 +1,7 @@
 // The box's window: making it, its text, its place and its end.
 #include "vstgui/platform/win32/win32textedit.h"
 
-#include "WideText.h"
+#include "platform/win32/WideText.h"
 #include "vstgui/platform/win32/win32module.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Fonts through cairo; fontconfig finds the family or what comes nearest.
 #include "vstgui/platform/x11/cairofont.h"
 
-#include "Utf8.h"
+#include "platform/Utf8.h"
 
 #include "vstgui/lib/cfont.h"
 

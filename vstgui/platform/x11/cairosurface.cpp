@@ -1,7 +1,7 @@
 // The drawing primitives through cairo.
 #include "vstgui/platform/x11/cairosurface.h"
 
-#include "Utf8.h"
+#include "platform/Utf8.h"
 
 #include "vstgui/platform/x11/cairobitmap.h"
 #include "vstgui/platform/x11/cairofont.h"

@@ -1,7 +1,7 @@
 // Editing of a line.
 #include "vstgui/platform/x11/textline.h"
 
-#include "Utf8.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 

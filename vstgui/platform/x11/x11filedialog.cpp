@@ -1,7 +1,7 @@
 // File dialogs through kdialog or zenity.
 #include "vstgui/platform/x11/x11filedialog.h"
 
-#include "ChildProcess.h"
+#include "platform/posix/ChildProcess.h"
 
 #include <filesystem>
 #include <optional>

@@ -1,7 +1,7 @@
 // The text box.
 #include "vstgui/platform/x11/x11textedit.h"
 
-#include "Utf8.h"
+#include "platform/Utf8.h"
 
 #include "vstgui/lib/cdrawcontext.h"
 #include "vstgui/platform/iplatformfont.h"

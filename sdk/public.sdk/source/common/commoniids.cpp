@@ -1,6 +1,6 @@
 // Identifiers of interfaces that are only declared elsewhere: of views, in the SDK, and of those
 // between the VST 2 wrapper and a controller.
-#include "../vst/vst2wrapper/ivst2bridge.h"
+#include "public.sdk/source/vst/vst2wrapper/ivst2bridge.h"
 
 #include "pluginterfaces/gui/iplugview.h"
 

@@ -1,6 +1,6 @@
-#include "vstguieditor.h"
+#include "public.sdk/source/vst/vstguieditor.h"
 
-#include "vstguiplatform.h"
+#include "public.sdk/source/vst/vstguiplatform.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "vstguiplatform.h"
+#include "public.sdk/source/vst/vstguiplatform.h"
 
 #include <windows.h>
 

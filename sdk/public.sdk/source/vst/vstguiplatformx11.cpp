@@ -1,6 +1,6 @@
 // Opening an editor on Linux, where windows and timers use the host's event loop, if it offers one,
 // else one that the idle calls of a VST 2 host run.
-#include "vstguiplatform.h"
+#include "public.sdk/source/vst/vstguiplatform.h"
 
 #include "base/source/timer.h"
 #include "public.sdk/source/vst/vst2wrapper/vst2wrapper.h"

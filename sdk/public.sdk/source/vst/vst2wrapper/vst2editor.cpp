@@ -1,4 +1,4 @@
-#include "vst2editor.h"
+#include "public.sdk/source/vst/vst2wrapper/vst2editor.h"
 
 #include <utility>
 

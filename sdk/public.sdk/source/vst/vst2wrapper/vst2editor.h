@@ -1,7 +1,7 @@
 // Vst2EditorWrapper: shows a controller's view in the window of a VST 2 host.
 #pragma once
 
-#include "aeffeditor.h"
+#include "sdk/vst2/aeffeditor.h"
 
 #include "pluginterfaces/gui/iplugview.h"
 #include "pluginterfaces/vst/ivsteditcontroller.h"

@@ -1,8 +1,8 @@
 // Vst2Wrapper: creation, destruction, the plug-in's properties, and the host services for the
 // plug-in.
-#include "vst2wrapper.h"
+#include "public.sdk/source/vst/vst2wrapper/vst2wrapper.h"
 
-#include "Utf8.h"
+#include "platform/Utf8.h"
 
 #include "pluginterfaces/base/ustring.h"
 #include "public.sdk/source/common/memorystream.h"

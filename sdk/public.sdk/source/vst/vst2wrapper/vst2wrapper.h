@@ -8,20 +8,20 @@
 #pragma once
 
 #include "base/source/timer.h"
-#include "ivst2bridge.h"
-#include "parametertransfer.h"
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 #include "pluginterfaces/vst/ivsthostapplication.h"
 #include "pluginterfaces/vst/ivstmessage.h"
 #include "pluginterfaces/vst/ivstunits.h"
-#include "processgate.h"
 #include "public.sdk/source/main/pluginfactory.h"
 #include "public.sdk/source/vst/hosting/parameterchanges.h"
 #include "public.sdk/source/vst/hosting/pluginterfacesupport.h"
+#include "public.sdk/source/vst/vst2wrapper/ivst2bridge.h"
+#include "public.sdk/source/vst/vst2wrapper/parametertransfer.h"
+#include "public.sdk/source/vst/vst2wrapper/processgate.h"
 
-#include "audioeffectx.h"
-#include "vst2editor.h"
+#include "public.sdk/source/vst/vst2wrapper/vst2editor.h"
+#include "sdk/vst2/audioeffectx.h"
 
 #include <atomic>
 #include <memory>

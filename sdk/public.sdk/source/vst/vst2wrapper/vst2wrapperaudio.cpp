@@ -1,5 +1,5 @@
 // Vst2Wrapper: buses, rates, activation and the audio blocks.
-#include "vst2wrapper.h"
+#include "public.sdk/source/vst/vst2wrapper/vst2wrapper.h"
 
 #include "pluginterfaces/base/ustring.h"
 #include "pluginterfaces/vst/vstspeaker.h"

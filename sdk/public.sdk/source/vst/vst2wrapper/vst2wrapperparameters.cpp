@@ -1,6 +1,6 @@
 // Vst2Wrapper: the parameters that a host sees, and the transfer of their values between host,
 // controller and processor.
-#include "vst2wrapper.h"
+#include "public.sdk/source/vst/vst2wrapper/vst2wrapper.h"
 
 #include "pluginterfaces/base/ustring.h"
 

@@ -4,7 +4,7 @@
 //   8       int64   K, size of the controller's state      (both little-endian)
 //   16      C bytes
 //   16 + C  K bytes
-#include "vst2wrapper.h"
+#include "public.sdk/source/vst/vst2wrapper/vst2wrapper.h"
 
 #include "public.sdk/source/common/memorystream.h"
 
