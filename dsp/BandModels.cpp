@@ -145,7 +145,7 @@ constexpr bool coversSteps(const std::array<Row, rows>& table,
 }
 
 constexpr double kAnyHz = 1e9;
-static_assert(coversSteps(kLowShelf, kLowStepsHz, kLowestShelfHz, kHighestShelfHz),
+static_assert(coversSteps(kLowShelf, kLowStepsHz, kMinShelfHz, kMaxShelfHz),
               "a low step that can be a shelf has no shelf model");
 static_assert(coversSteps(kHighShelf, kHighStepsHz, 0.0, kAnyHz), "a high step has no shelf model");
 static_assert(coversSteps(kLowBell, kLowStepsHz, 0.0, kAnyHz), "a low step has no bell model");

@@ -92,8 +92,8 @@ BiquadFilter::BiquadFilter(double rate, FilterType response, double hz, double q
 
 void BiquadFilter::setSampleRate(double rate)
 {
-    constexpr double kLowest = 20000.0, kHighest = 400000.0, kFallback = 44100.0;
-    sampleRate = rate >= kLowest && rate <= kHighest ? rate : kFallback;
+    constexpr double kMinRate = 20000.0, kMaxRate = 400000.0, kFallbackRate = 44100.0;
+    sampleRate = rate >= kMinRate && rate <= kMaxRate ? rate : kFallbackRate;
     rampLength = static_cast<unsigned int>(glideSamples(sampleRate));
     redesign();
     setLimitDrive(limitDrive);

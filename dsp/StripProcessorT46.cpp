@@ -73,8 +73,7 @@ void StripProcessorT46::setProcessOn(float x)
 void StripProcessorT46::applyShelfRule()
 {
     lowShelfActive =
-        lowShelfRequested && lowFrequency >= kLowestShelfHz && lowFrequency <= kHighestShelfHz ? 1
-                                                                                               : 0;
+        lowShelfRequested && lowFrequency >= kMinShelfHz && lowFrequency <= kMaxShelfHz ? 1 : 0;
 }
 
 void StripProcessorT46::setLowShelf(double x)

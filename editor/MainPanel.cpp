@@ -19,8 +19,8 @@ constexpr int32_t kBackground = 10022, kLed = 10006, kPowerButton = 10018, kChan
 constexpr int32_t kButton = 10020, kInfoButton = 10025;
 
 // Shares of the way that the pulse takes with each tick, where it is heading, and where it turns.
-constexpr float kFall = 0.14f, kFallsTo = 0.0f, kLowest = 0.3f;
-constexpr float kRise = 0.36f, kRisesTo = 1.1f, kTurn = 1.03f, kHighest = 1.0f;
+constexpr float kFall = 0.14f, kFallsTo = 0.0f, kMinBlink = 0.3f;
+constexpr float kRise = 0.36f, kRisesTo = 1.1f, kTurn = 1.03f, kMaxBlink = 1.0f;
 
 // Adding and taking away a small constant flushes what is smaller still.
 float flushed(float level)
@@ -145,15 +145,15 @@ void MainPanel::idle()
     }
     if (!blinkRising) {
         blinkLevel = flushed(blinkLevel + (kFallsTo - blinkLevel) * kFall);
-        if (blinkLevel < kLowest) {
+        if (blinkLevel < kMinBlink) {
             blinkRising = true;
-            blinkLevel = kLowest;
+            blinkLevel = kMinBlink;
         }
     } else {
         blinkLevel = flushed(blinkLevel + (kRisesTo - blinkLevel) * kRise);
         if (blinkLevel > kTurn) {
             blinkRising = false;
-            blinkLevel = kHighest;
+            blinkLevel = kMaxBlink;
         }
     }
     for (CBlinkLEDButton* const button : {bypassLeft, bypassRight}) {

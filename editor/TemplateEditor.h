@@ -34,12 +34,12 @@ public:
     static IPlugView* create(ZKRPresetSystemController3& presetController);
 
     // VSTGUIEditor
-    bool PLUGIN_API open(void* parent, const VSTGUI::PlatformType& type) SMTG_OVERRIDE;
-    void PLUGIN_API close() SMTG_OVERRIDE;
+    bool PLUGIN_API open(void* parent, const VSTGUI::PlatformType& type) override;
+    void PLUGIN_API close() override;
     VSTGUI::CMessageResult notify(VSTGUI::CBaseObject* sender,
                                   VSTGUI::IdStringPtr message) override;
     // Before it is opened, the size that it would open with now.
-    tresult PLUGIN_API getSize(ViewRect* size) SMTG_OVERRIDE;
+    tresult PLUGIN_API getSize(ViewRect* size) override;
     // Gestures are told by the listener's calls alone, once each.
     void beginEdit(int32_t) override { }
     void endEdit(int32_t) override { }

@@ -20,32 +20,32 @@ public:
                                   ViewFactory viewFactory = nullptr);
 
     // Builds the unit, the table of parameters and the presets.
-    tresult PLUGIN_API initialize(FUnknown* context) SMTG_OVERRIDE;
-    tresult PLUGIN_API terminate() SMTG_OVERRIDE;
+    tresult PLUGIN_API initialize(FUnknown* context) override;
+    tresult PLUGIN_API terminate() override;
 
     // The state is the whole bank. It is written in the machine's byte order and never swapped; of
     // a shorter one than the buffer holds, the rest is what the buffer held before.
-    tresult PLUGIN_API setState(IBStream* state) SMTG_OVERRIDE;
-    tresult PLUGIN_API getState(IBStream* state) SMTG_OVERRIDE;
+    tresult PLUGIN_API setState(IBStream* state) override;
+    tresult PLUGIN_API getState(IBStream* state) override;
 
     // Also tells every open editor, whatever the id: editors and presets talk through ids of 1000
     // and above. An editor that is held, or lives on another thread, hears of it later.
-    tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) SMTG_OVERRIDE;
+    tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) override;
 
     // A new view for "editor"; null for any other name.
-    IPlugView* PLUGIN_API createView(FIDString name) SMTG_OVERRIDE;
-    void editorAttached(EditorView* editor) SMTG_OVERRIDE;
-    void editorRemoved(EditorView* editor) SMTG_OVERRIDE;
+    IPlugView* PLUGIN_API createView(FIDString name) override;
+    void editorAttached(EditorView* editor) override;
+    void editorRemoved(EditorView* editor) override;
 
     // IEditorUpdates
-    void PLUGIN_API holdEditors() SMTG_OVERRIDE;
-    void PLUGIN_API releaseEditors() SMTG_OVERRIDE;
+    void PLUGIN_API holdEditors() override;
+    void PLUGIN_API releaseEditors() override;
 
     // Every bus belongs to the root unit.
     tresult PLUGIN_API getUnitByBus(MediaType type, BusDirection dir, int32 busIndex, int32 channel,
-                                    UnitID& unitId) SMTG_OVERRIDE;
+                                    UnitID& unitId) override;
 
-    void fillFactoryBank() SMTG_OVERRIDE;
+    void fillFactoryBank() override;
 
     DEFINE_INTERFACES
     DEF_INTERFACE(IEditorUpdates)

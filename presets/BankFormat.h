@@ -39,7 +39,7 @@ constexpr std::size_t kStateSize = kStatePrefix.size() + kBankImageSize;
 static_assert(kStateSize == 48625, "projects of users hold states of this size");
 
 // Of a file, no more is read. No image of this or a later version comes near it.
-constexpr std::size_t kMostOfFile = 1 << 24;
+constexpr std::size_t kMaxFileSize = 1 << 24;
 
 // Bytes that belong to somebody else.
 struct ByteView {

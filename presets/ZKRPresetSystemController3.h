@@ -30,20 +30,20 @@ public:
     explicit ZKRPresetSystemController3(platform::SettingsStore& store = platform::userSettings());
 
     // Fills the bank with the factory's presets. Fails when there is no memory for it.
-    tresult PLUGIN_API initialize(FUnknown* context) SMTG_OVERRIDE;
+    tresult PLUGIN_API initialize(FUnknown* context) override;
     // Stores the paths and ends the bank.
-    tresult PLUGIN_API terminate() SMTG_OVERRIDE;
+    tresult PLUGIN_API terminate() override;
     // Passes ids below 58 to the parameter, held to 0..1, and writes them into the selected preset.
     // Other ids and values that are not numbers change nothing; the result is kResultOk for them.
-    tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) SMTG_OVERRIDE;
-    ParamValue PLUGIN_API getParamNormalized(ParamID id) SMTG_OVERRIDE;
+    tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) override;
+    ParamValue PLUGIN_API getParamNormalized(ParamID id) override;
     // Also tells the host of a newer value that another thread has set since.
-    tresult performEdit(ParamID id, ParamValue value) SMTG_OVERRIDE;
+    tresult performEdit(ParamID id, ParamValue value) override;
 
     // IProgramName: the selected preset's name, for hosts that know one program. Editors are told
     // of a new one.
-    tresult PLUGIN_API getSelectedName(char* name) SMTG_OVERRIDE;
-    tresult PLUGIN_API setSelectedName(const char* name) SMTG_OVERRIDE;
+    tresult PLUGIN_API getSelectedName(char* name) override;
+    tresult PLUGIN_API setSelectedName(const char* name) override;
 
     // --- Selection and names. An index outside 0 to 23 is ignored. ---
 

@@ -53,8 +53,9 @@ bool ZKRPresetSystemController3::loadFile(const char* path, bool reversed, uint8
 {
     const auto name = goToFile(path, lastFile);
     // A file that may not be written is not loaded either.
-    const auto bytes = name ? platform::readFile(*name, kMostOfFile, platform::Access::ReadAndWrite)
-                            : std::nullopt;
+    const auto bytes = name
+        ? platform::readFile(*name, kMaxFileSize, platform::Access::ReadAndWrite)
+        : std::nullopt;
     return bytes
         && takeImage({bytes->data(), bytes->size()}, reversed, kind, Payload::AsHeaderTells,
                      deserialize);

@@ -20,18 +20,18 @@ public:
     explicit PitchNamesProcessor(ProcessingForm form = bestProcessingForm());
     ~PitchNamesProcessor() override;
 
-    tresult PLUGIN_API initialize(FUnknown* context) SMTG_OVERRIDE;
+    tresult PLUGIN_API initialize(FUnknown* context) override;
     // Picks the oversampling for the host's rate and starts from silence, whatever `state` is.
-    tresult PLUGIN_API setActive(TBool state) SMTG_OVERRIDE;
+    tresult PLUGIN_API setActive(TBool state) override;
 
     // Takes one bus each way: mono, mono to stereo, or stereo. Any other channel count is refused
     // and puts both buses back to stereo; another number of buses is refused and changes nothing.
     tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
-                                          SpeakerArrangement* outputs, int32 numOuts) SMTG_OVERRIDE;
+                                          SpeakerArrangement* outputs, int32 numOuts) override;
     // 96 below a host rate of 176400 Hz, 0 from there up; 96 until the first setActive.
-    uint32 PLUGIN_API getLatencySamples() SMTG_OVERRIDE;
-    tresult PLUGIN_API setupProcessing(ProcessSetup& setup) SMTG_OVERRIDE;
-    tresult PLUGIN_API process(ProcessData& data) SMTG_OVERRIDE;
+    uint32 PLUGIN_API getLatencySamples() override;
+    tresult PLUGIN_API setupProcessing(ProcessSetup& setup) override;
+    tresult PLUGIN_API process(ProcessData& data) override;
 
 protected:
     // The licence's answer: false lets the sound through untouched (and undelayed).

@@ -13,7 +13,7 @@ public:
     IdleUpdate_ZKR_Handler();
     ~IdleUpdate_ZKR_Handler() override;
 
-    void onTimer(Timer* timer) SMTG_OVERRIDE;
+    void onTimer(Timer* timer) override;
 
     // The only one; made by the first call, and null when the library is being unloaded.
     SINGLETON(IdleUpdate_ZKR_Handler)

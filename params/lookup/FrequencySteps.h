@@ -17,5 +17,5 @@ constexpr std::array<double, 12> kHighPassStepsHz{{
 // clang-format on
 
 // The low band can be a shelf from the first of these to the second, both included.
-constexpr double kLowestShelfHz = 63.0;
-constexpr double kHighestShelfHz = 300.0;
+constexpr double kMinShelfHz = 63.0;
+constexpr double kMaxShelfHz = 300.0;

@@ -15,35 +15,35 @@ class Vst3Controller : public PitchNamesController {
 public:
     explicit Vst3Controller(platform::SettingsStore& store = platform::userSettings());
 
-    tresult PLUGIN_API initialize(FUnknown* context) SMTG_OVERRIDE;
+    tresult PLUGIN_API initialize(FUnknown* context) override;
 
     // Takes the values that a component's state tells (ComponentState.h), so that hosts that read
     // the parameters before they load the controller's own state find them. Any state is taken; one
     // that tells nothing changes nothing.
-    tresult PLUGIN_API setComponentState(IBStream* state) SMTG_OVERRIDE;
+    tresult PLUGIN_API setComponentState(IBStream* state) override;
     // Both work from the stream's present position on, for hosts whose stream is part of a file. A
     // state that is empty or cut short changes nothing and gives kResultFalse; one that holds fewer
     // records than this build writes is whole.
-    tresult PLUGIN_API setState(IBStream* state) SMTG_OVERRIDE;
-    tresult PLUGIN_API getState(IBStream* state) SMTG_OVERRIDE;
+    tresult PLUGIN_API setState(IBStream* state) override;
+    tresult PLUGIN_API getState(IBStream* state) override;
 
     // A latency that comes or goes is reported to the host, once. One outside 0 to 1 s is ignored.
-    tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) SMTG_OVERRIDE;
+    tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) override;
     // An index outside the table gives kInvalidArgument.
-    tresult PLUGIN_API getParameterInfo(int32 index, ParameterInfo& info) SMTG_OVERRIDE;
-    tresult PLUGIN_API getUnitInfo(int32 index, UnitInfo& info) SMTG_OVERRIDE;
+    tresult PLUGIN_API getParameterInfo(int32 index, ParameterInfo& info) override;
+    tresult PLUGIN_API getUnitInfo(int32 index, UnitInfo& info) override;
 
     // From here on the processor follows.
-    tresult PLUGIN_API connect(IConnectionPoint* other) SMTG_OVERRIDE;
-    tresult PLUGIN_API notify(IMessage* message) SMTG_OVERRIDE;
+    tresult PLUGIN_API connect(IConnectionPoint* other) override;
+    tresult PLUGIN_API notify(IMessage* message) override;
 
     // One change for the host, however many parameters it has.
-    void setCurrentPreset(int32 index) SMTG_OVERRIDE;
+    void setCurrentPreset(int32 index) override;
     // The host hears of every edit as part of a gesture, and of none while it loads a state.
-    tresult beginEdit(ParamID id) SMTG_OVERRIDE;
-    tresult performEdit(ParamID id, ParamValue value) SMTG_OVERRIDE;
-    tresult endEdit(ParamID id) SMTG_OVERRIDE;
-    tresult setDirty(TBool state) SMTG_OVERRIDE;
+    tresult beginEdit(ParamID id) override;
+    tresult performEdit(ParamID id, ParamValue value) override;
+    tresult endEdit(ParamID id) override;
+    tresult setDirty(TBool state) override;
 
 private:
     // False where nobody takes a message.

@@ -15,9 +15,9 @@ public:
     // Refuses another window while it has one, a null window, and on Linux a host that turns no
     // event loop for it (IPlugFrame without Linux::IRunLoop), where nothing would ever move: such
     // hosts show controls of their own.
-    tresult PLUGIN_API attached(void* parent, FIDString type) SMTG_OVERRIDE;
+    tresult PLUGIN_API attached(void* parent, FIDString type) override;
     // kResultFalse without a window.
-    tresult PLUGIN_API removed() SMTG_OVERRIDE;
+    tresult PLUGIN_API removed() override;
 
 private:
     using TemplateEditor::TemplateEditor;

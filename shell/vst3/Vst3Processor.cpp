@@ -18,8 +18,8 @@ namespace Vst {
 
 namespace {
 
-constexpr int32 kSmallestScratch = 64;
-constexpr int32 kLargestScratch = 1 << 20;
+constexpr int32 kMinScratch = 64;
+constexpr int32 kMaxScratch = 1 << 20;
 constexpr double kNoRate = 1e7;  // Hz, and beyond
 constexpr double kTailSeconds = 3.0;
 
@@ -82,7 +82,7 @@ Vst3Processor::Vst3Processor()
 {
     delivered.fill(std::numeric_limits<ParamValue>::quiet_NaN());
     for (std::vector<Sample32>& buffer : scratch)
-        buffer.assign(kSmallestScratch, 0.0f);
+        buffer.assign(kMinScratch, 0.0f);
 }
 
 tresult PLUGIN_API Vst3Processor::getState(IBStream* state)
@@ -133,7 +133,7 @@ tresult PLUGIN_API Vst3Processor::setupProcessing(ProcessSetup& setup)
     if (!(setup.sampleRate > 0.0 && setup.sampleRate < kNoRate) || setup.maxSamplesPerBlock < 0)
         return kInvalidArgument;
     const ProcessGate::Setup inside(gate);
-    const int32 length = std::clamp(setup.maxSamplesPerBlock, kSmallestScratch, kLargestScratch);
+    const int32 length = std::clamp(setup.maxSamplesPerBlock, kMinScratch, kMaxScratch);
     try {
         for (std::vector<Sample32>& buffer : scratch)
             buffer.assign(static_cast<std::size_t>(length), 0.0f);

@@ -71,7 +71,7 @@ public:
             set(index, bytes.take<float>());
         } else if (choice == 4)
             requireValue(get(someIndex()));
-        else if (choice == 5 && blocks++ < kMostBlocks)
+        else if (choice == 5 && blocks++ < kMaxBlocks)
             process();
         else if (choice == 6)
             restoreChanged();
@@ -105,8 +105,8 @@ public:
     }
 
 private:
-    static constexpr int kMostBlocks = 6;
-    static constexpr VstInt32 kMostFrames = 200, kMostAnnounced = 8192;
+    static constexpr int kMaxBlocks = 6;
+    static constexpr VstInt32 kMaxFrames = 200, kMaxAnnounced = 8192;
 
     VstInt32 someIndex()
     {
@@ -165,8 +165,8 @@ private:
         case effSetBlockSize: {
             // Sizes that are refused, and small ones, whose buffers are quick to clear.
             auto frames = how & 1 ? bytes.take<VstIntPtr>() : bytes.take<std::uint16_t>();
-            if (frames > kMostAnnounced && frames <= 1 << 20)
-                frames %= kMostAnnounced;
+            if (frames > kMaxAnnounced && frames <= 1 << 20)
+                frames %= kMaxAnnounced;
             call(frames, nullptr);
             break;
         }
@@ -233,7 +233,7 @@ private:
     void process()
     {
         const std::uint8_t how = bytes.byte();
-        const VstInt32 frames = how & 1 ? bytes.byte() % kMostFrames : bytes.byte() % 40 - 2;
+        const VstInt32 frames = how & 1 ? bytes.byte() % kMaxFrames : bytes.byte() % 40 - 2;
         const auto length = static_cast<std::size_t>(std::max(frames, 0));
         const auto few = bytes.take<std::uint32_t>();
         // Separate allocations, each exactly as long as the block.
@@ -313,10 +313,10 @@ private:
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    constexpr int kMostCalls = 100;
+    constexpr int kMaxCalls = 100;
     Bytes bytes(data, size);
     Host host(bytes);
-    for (int calls = 0; calls < kMostCalls && !bytes.empty(); ++calls)
+    for (int calls = 0; calls < kMaxCalls && !bytes.empty(); ++calls)
         host.callSomething();
     host.requireSound();
     return 0;

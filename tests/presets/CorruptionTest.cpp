@@ -66,7 +66,7 @@ TEST_F(Corruption, AGoodImageIsLoadedUnlessItsKindOrByteOrderIsWrong)
                 Bytes& own = images[isBank ? 0 : 1];
                 EXPECT_TRUE(checked.loads(road, images[isBank ? 1 : 0], reversed));
                 EXPECT_TRUE(changedNothing());
-                for (const std::size_t size : {own.size(), own.size() + 1, kMostOfFile + 1}) {
+                for (const std::size_t size : {own.size(), own.size() + 1, kMaxFileSize + 1}) {
                     own.resize(size);
                     EXPECT_TRUE(checked.loads(road, own, reversed)) << size;
                     EXPECT_EQ(changedNothing(), reversed);

@@ -28,9 +28,9 @@ struct Run {
     // since one fault often causes many.
     void fail(const std::string& step, const std::string& seen)
     {
-        constexpr int kMostPrinted = 12;
+        constexpr int kMaxPrinted = 12;
         std::fflush(stdout);
-        if (++failures <= kMostPrinted)
+        if (++failures <= kMaxPrinted)
             std::fprintf(stderr, "FAILURE seed %u, %s: %s\n", seed, step.c_str(), seen.c_str());
     }
     bool mustEnd() const { return interrupted || failures > 0; }

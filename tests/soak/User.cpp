@@ -18,7 +18,7 @@ constexpr std::size_t kCurrentPresetAt = kImageAt + FileHeader::kCurrentAt;
 // The row of preset keys is below this, whose menu and file dialogs would wait for an answer.
 constexpr int kSafeHeight = 450;
 
-constexpr std::ptrdiff_t kMostEditors = 4;
+constexpr std::ptrdiff_t kMaxEditors = 4;
 
 }  // namespace
 
@@ -252,8 +252,8 @@ void User::openOrCloseEditor(Seat& seat)
     seat.touch();
     if (seat.editor)
         seat.editor.reset();
-    else if (open < kMostEditors)
-        seat.editor = std::make_unique<EditorWindow>(*seat.plugins.front());
+    else if (open < kMaxEditors)
+        seat.editor = std::make_unique<InstanceWindow>(*seat.plugins.front());
     seat.touch();
 }
 
@@ -266,9 +266,9 @@ void User::resizeEditor(Seat& seat)
 // Resizes the editor, or drags, clicks or turns the wheel somewhere over the controls.
 void User::useEditor(Seat& seat)
 {
-    using Act = EditorWindow::Act;
+    using Act = InstanceWindow::Act;
     seat.touch();
-    EditorWindow& editor = *seat.editor;
+    InstanceWindow& editor = *seat.editor;
     const int x = dice.between(0, editor.width() - 1);
     int y = dice.below(kSafeHeight);
     editor.send(Act::Move, x, y);

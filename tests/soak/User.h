@@ -2,7 +2,7 @@
 // to the instances while they process audio.
 #pragma once
 
-#include "tests/soak/Seat.h"
+#include "tests/soak/Slot.h"
 #include "tests/soak/Watchdog.h"
 
 #include <cstdint>

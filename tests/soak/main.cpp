@@ -1,6 +1,6 @@
 // zkrt46-soak: runs instances of the built plug-in as a host would for a given time, and checks
 // their output and resources.
-#include "tests/soak/HoldingsWatch.h"
+#include "tests/soak/ResourceWatch.h"
 #include "tests/soak/User.h"
 #include "tests/soak/Watchdog.h"
 

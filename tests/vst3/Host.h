@@ -56,13 +56,13 @@ public:
 // `deaf`; edits outside a gesture are dropped.
 class Handler : public IComponentHandler, public IComponentHandler2 {
 public:
-    tresult PLUGIN_API beginEdit(ParamID id) SMTG_OVERRIDE
+    tresult PLUGIN_API beginEdit(ParamID id) override
     {
         ++calls;
         gestures.insert(id);
         return kResultOk;
     }
-    tresult PLUGIN_API performEdit(ParamID id, ParamValue value) SMTG_OVERRIDE
+    tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override
     {
         ++calls;
         EXPECT_TRUE(gestures.count(id)) << "an edit of " << id << " outside a gesture";
@@ -70,29 +70,29 @@ public:
             edits.emplace_back(id, value);
         return kResultOk;
     }
-    tresult PLUGIN_API endEdit(ParamID id) SMTG_OVERRIDE
+    tresult PLUGIN_API endEdit(ParamID id) override
     {
         ++calls;
         EXPECT_EQ(gestures.erase(id), 1u);
         return kResultOk;
     }
-    tresult PLUGIN_API restartComponent(int32 flags) SMTG_OVERRIDE
+    tresult PLUGIN_API restartComponent(int32 flags) override
     {
         restarts.push_back(flags);
         return kResultOk;
     }
-    tresult PLUGIN_API setDirty(TBool) SMTG_OVERRIDE
+    tresult PLUGIN_API setDirty(TBool) override
     {
         ++calls;
         return kResultOk;
     }
-    tresult PLUGIN_API requestOpenEditor(FIDString) SMTG_OVERRIDE { return kNotImplemented; }
-    tresult PLUGIN_API startGroupEdit() SMTG_OVERRIDE { return kResultOk; }
-    tresult PLUGIN_API finishGroupEdit() SMTG_OVERRIDE { return kResultOk; }
+    tresult PLUGIN_API requestOpenEditor(FIDString) override { return kNotImplemented; }
+    tresult PLUGIN_API startGroupEdit() override { return kResultOk; }
+    tresult PLUGIN_API finishGroupEdit() override { return kResultOk; }
     // Not reference-counted: the test owns it.
-    uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
-    uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
-    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) SMTG_OVERRIDE
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
+    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) override
     {
         QUERY_INTERFACE(_iid, obj, FUnknown::iid, IComponentHandler)
         QUERY_INTERFACE(_iid, obj, IComponentHandler::iid, IComponentHandler)
@@ -177,15 +177,15 @@ private:
     void wait(ParamID id, ParamValue value);
 
     struct Proxy : IConnectionPoint {
-        tresult PLUGIN_API connect(IConnectionPoint*) SMTG_OVERRIDE { return kResultOk; }
-        tresult PLUGIN_API disconnect(IConnectionPoint*) SMTG_OVERRIDE { return kResultOk; }
-        tresult PLUGIN_API notify(IMessage* message) SMTG_OVERRIDE
+        tresult PLUGIN_API connect(IConnectionPoint*) override { return kResultOk; }
+        tresult PLUGIN_API disconnect(IConnectionPoint*) override { return kResultOk; }
+        tresult PLUGIN_API notify(IMessage* message) override
         {
             return target && *open ? target->notify(message) : kResultFalse;
         }
-        tresult PLUGIN_API queryInterface(const TUID, void**) SMTG_OVERRIDE { return kNoInterface; }
-        uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
-        uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
+        tresult PLUGIN_API queryInterface(const TUID, void**) override { return kNoInterface; }
+        uint32 PLUGIN_API addRef() override { return 1; }
+        uint32 PLUGIN_API release() override { return 1; }
         FUnknownPtr<IConnectionPoint> target;
         const bool* open = nullptr;
     };

@@ -59,7 +59,7 @@ public:
     Place at(Place inside) const { return {corner.x + inside.x, corner.y + inside.y}; }
     VSTGUI::Pixels picture() const { return screenshot(corner, size.getWidth(), size.getHeight()); }
 
-    tresult PLUGIN_API resizeView(IPlugView* asking, ViewRect* wanted) SMTG_OVERRIDE
+    tresult PLUGIN_API resizeView(IPlugView* asking, ViewRect* wanted) override
     {
         EXPECT_EQ(asking, view.get());
         EXPECT_EQ(std::this_thread::get_id(), ownThread);
@@ -67,7 +67,7 @@ public:
         window->resize(size.getWidth(), size.getHeight());
         return view->onSize(wanted);
     }
-    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) SMTG_OVERRIDE
+    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) override
     {
         QUERY_INTERFACE(_iid, obj, FUnknown::iid, IPlugFrame)
         QUERY_INTERFACE(_iid, obj, IPlugFrame::iid, IPlugFrame)
@@ -75,8 +75,8 @@ public:
         FUnknown* const loop = offersLoop ? eventLoop.offered : nullptr;
         return loop ? loop->queryInterface(_iid, obj) : kNoInterface;
     }
-    uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
-    uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
 
     IPtr<IPlugView> view;
     const Place corner;

@@ -16,13 +16,13 @@ namespace {
 namespace fs = std::filesystem;
 
 // Beyond these a file's header is wrong rather than unusual.
-constexpr int kLowestRate = 1000;     // Hz
-constexpr int kHighestRate = 768000;  // Hz
+constexpr int kMinRate = 1000;    // Hz
+constexpr int kMaxRate = 768000;  // Hz
 
 // The 32-bit sizes of WAV and AIFF, less room for the headers.
-constexpr std::int64_t kMostBytes = (std::int64_t{1} << 32) - 65536;
+constexpr std::int64_t kMaxBytes = (std::int64_t{1} << 32) - 65536;
 
-constexpr int kHighestFlacRate = 655350;  // Hz
+constexpr int kMaxFlacRate = 655350;  // Hz
 
 struct FileType {
     const char* ending;
@@ -103,9 +103,9 @@ const std::string& holdable(const std::string& path, int rate, int channels, Sam
     const bool flac = type.format == SF_FORMAT_FLAC;
     if (flac && format == SampleFormat::Float32)
         throw ToolError("a FLAC file cannot hold 32-bit floats: choose --bits 16 or 24");
-    if (flac && rate > kHighestFlacRate)
+    if (flac && rate > kMaxFlacRate)
         throw ToolError("a FLAC file cannot have a rate of " + std::to_string(rate) + " Hz");
-    if (!flac && frames > kMostBytes / (channels * bytesPerSample(format)))
+    if (!flac && frames > kMaxBytes / (channels * bytesPerSample(format)))
         throw ToolError("the result is too long for a " + std::string(type.name)
                         + " file: write FLAC instead");
     return path;
@@ -146,9 +146,9 @@ AudioReader::AudioReader(const std::string& filePath) : path(filePath), info{}
     if (info.channels < 1 || info.channels > 2)
         throw ToolError("'" + path + "' has " + std::to_string(info.channels)
                         + " channels; only mono and stereo can be processed");
-    if (info.samplerate < kLowestRate || info.samplerate > kHighestRate)
+    if (info.samplerate < kMinRate || info.samplerate > kMaxRate)
         throw ToolError("'" + path + "' has a rate of " + std::to_string(info.samplerate) + " Hz; "
-                        + std::to_string(kLowestRate) + " to " + std::to_string(kHighestRate)
+                        + std::to_string(kMinRate) + " to " + std::to_string(kMaxRate)
                         + " Hz can be processed");
     if (info.frames < 0 || info.frames == SF_COUNT_MAX)
         throw ToolError("'" + path + "' does not say how long it is");

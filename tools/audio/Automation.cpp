@@ -13,8 +13,8 @@ namespace tool {
 namespace {
 
 // Nobody writes a longer line; a stream without line ends must not fill the memory.
-constexpr std::size_t kLongestLine = 4096;
-constexpr std::size_t kMostPoints = 10'000'000;
+constexpr std::size_t kMaxLine = 4096;
+constexpr std::size_t kMaxPoints = 10'000'000;
 
 std::vector<std::string> fieldsOf(const std::string& line)
 {
@@ -45,7 +45,7 @@ bool nextLine(std::istream& text, std::string& line)
     char c = 0;
     while (text.get(c) && c != '\n') {
         line.push_back(c);
-        if (line.size() > kLongestLine)
+        if (line.size() > kMaxLine)
             throw ToolError("the line is too long");
     }
     return !line.empty() || !text.fail();
@@ -86,7 +86,7 @@ std::vector<AutomationPoint> parseAutomation(std::istream& text, const std::stri
             first = false;
             if (heads)
                 continue;
-            if (points.size() == kMostPoints)
+            if (points.size() == kMaxPoints)
                 throw ToolError("there are too many changes");
             points.push_back(parseLine(fields, parameters));
         } catch (const ToolError& error) {

@@ -62,7 +62,7 @@ void checkQuietFields(const FileParts& parts, const std::uint8_t* image, std::si
 bool takePayload(FileParts& parts, ByteView image, BankReport& report)
 {
     const std::size_t left = image.size - kFileHeaderSize;
-    const std::size_t readable = std::min(image.size, kMostOfFile) - kFileHeaderSize;
+    const std::size_t readable = std::min(image.size, kMaxFileSize) - kFileHeaderSize;
     const std::int32_t size = parts.header.payloadSize;
     const std::string apart = " (a stored default or memory slot is read to its end instead)";
     if (size < 0) {
@@ -81,7 +81,7 @@ bool takePayload(FileParts& parts, ByteView image, BankReport& report)
     if (static_cast<std::size_t>(size) > readable) {
         report.fault("payload sizes", FileHeader::kPayloadAt,
                      "the payload size is " + std::to_string(size) + ", but of a file the first "
-                         + std::to_string(kMostOfFile >> 20) + " MiB are read",
+                         + std::to_string(kMaxFileSize >> 20) + " MiB are read",
                      Outcome::NoEffect);
         return false;
     }

@@ -12,7 +12,7 @@ namespace tool {
 
 namespace {
 
-constexpr std::size_t kLongestName = kPresetNameSize - 1;
+constexpr std::size_t kMaxName = kPresetNameSize - 1;
 
 }  // namespace
 
@@ -31,7 +31,7 @@ void BankJsonReader::readName(const JsonValue& object, PresetSlot& preset) const
     if (!object.find("nameBytes")) {
         if (text.find('\0') != std::string::npos)
             refuse("the name has a zero character in it");
-        if (text.size() > kLongestName)
+        if (text.size() > kMaxName)
             refuse("the name \"" + printable(text.substr(0, 60)) + (text.size() > 60 ? "..." : "")
                    + "\" has " + std::to_string(text.size()) + " bytes; there is room for 23");
         std::memcpy(preset.name, text.data(), text.size());

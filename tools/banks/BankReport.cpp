@@ -8,7 +8,7 @@ namespace tool {
 
 namespace {
 
-constexpr int kMostOfOneTopic = 10;
+constexpr int kMaxOfOneTopic = 10;
 
 }  // namespace
 
@@ -30,17 +30,17 @@ void BankReport::add(bool isFault, const std::string& topic, std::optional<std::
     faults = faults || isFault;
     outcome = std::min(outcome, atBest);
     Count& count = counts.try_emplace(topic, Count{isFault, 0}).first->second;
-    if (++count.number <= kMostOfOneTopic)
+    if (++count.number <= kMaxOfOneTopic)
         findings.push_back({isFault, offset, text});
 }
 
 void BankReport::close()
 {
     for (const auto& [topic, count] : counts)
-        if (count.number > kMostOfOneTopic)
+        if (count.number > kMaxOfOneTopic)
             findings.push_back(
                 {count.isFault, std::nullopt,
-                 "and " + std::to_string(count.number - kMostOfOneTopic) + " more " + topic});
+                 "and " + std::to_string(count.number - kMaxOfOneTopic) + " more " + topic});
     counts.clear();
 }
 

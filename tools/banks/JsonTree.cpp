@@ -16,9 +16,9 @@ namespace {
 using Json = nlohmann::json;
 
 // A bank has 4 levels and less than 5000 values.
-constexpr std::size_t kDeepest = 16;
-constexpr std::size_t kMostValues = 20000;
-constexpr std::size_t kLongestMessage = 160;
+constexpr std::size_t kMaxDepth = 16;
+constexpr std::size_t kMaxValues = 20000;
+constexpr std::size_t kMaxMessage = 160;
 
 class TreeBuilder {
 public:
@@ -79,7 +79,7 @@ private:
     }
     JsonValue* add(JsonValue::Type type)
     {
-        if (++values > kMostValues) {
+        if (++values > kMaxValues) {
             complaint = "there are too many values for a bank";
             return nullptr;
         }
@@ -91,7 +91,7 @@ private:
     }
     bool enter(JsonValue::Type type)
     {
-        if (open.size() == kDeepest) {
+        if (open.size() == kMaxDepth) {
             complaint = "it is nested too deeply for a bank";
             return false;
         }
@@ -157,8 +157,8 @@ JsonValue parseJson(const std::string& text, const std::string& name)
     if (Json::sax_parse(text, &builder))
         return tree;
     std::string complaint = printable(builder.complaint);
-    if (complaint.size() > kLongestMessage)
-        complaint = complaint.substr(0, kLongestMessage) + " ...";
+    if (complaint.size() > kMaxMessage)
+        complaint = complaint.substr(0, kMaxMessage) + " ...";
     const std::string where =
         builder.position > 0 ? ":" + lineAndColumn(text, builder.position) : "";
     throw ToolError(name + where + ": " + complaint);

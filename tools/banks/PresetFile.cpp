@@ -22,7 +22,7 @@ namespace tool {
 namespace {
 
 constexpr std::int32_t kUniqueId = 0x5A743436;  // "Zt46"
-constexpr std::size_t kLargest = 1u << 30;
+constexpr std::size_t kMaxSize = 1u << 30;
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -109,7 +109,7 @@ std::vector<std::uint8_t> readFile(const std::string& path)
         refuse(std::strerror(errno));
     if (!S_ISREG(status.st_mode))
         refuse(S_ISDIR(status.st_mode) ? "it is a folder" : "it is not an ordinary file");
-    if (static_cast<std::uint64_t>(status.st_size) > kLargest)
+    if (static_cast<std::uint64_t>(status.st_size) > kMaxSize)
         refuse("it has more than 1 GiB, far more than any bank");
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(status.st_size));
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));

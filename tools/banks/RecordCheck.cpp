@@ -237,7 +237,7 @@ void RecordCheck::checkCompleteness()
 
 void RecordCheck::checkMissingValues(std::size_t preset)
 {
-    constexpr std::size_t kMostNamed = 5;
+    constexpr std::size_t kMaxNamed = 5;
     const auto& values = seen[preset].values;
     const std::size_t missing = values.size() - values.count();
     if (missing == 0)
@@ -245,12 +245,12 @@ void RecordCheck::checkMissingValues(std::size_t preset)
     std::string names;
     std::size_t named = 0;
     for (std::size_t id = 0; id < values.size(); ++id)
-        if (!values[id] && ++named <= kMostNamed)
+        if (!values[id] && ++named <= kMaxNamed)
             names += (names.empty() ? "" : ", ") + titleOf(id);
     report.note(
         "presets with missing values", std::nullopt,
         "there is no value" + ofPreset(preset) + " for " + names
-            + (missing > kMostNamed ? " and " + std::to_string(missing - kMostNamed) + " more" : "")
+            + (missing > kMaxNamed ? " and " + std::to_string(missing - kMaxNamed) + " more" : "")
             + ": the default is taken",
         Outcome::Partly);
 }

@@ -17,9 +17,9 @@ namespace tool {
 
 namespace {
 
-constexpr std::size_t kMostLevels = 1000;
-constexpr double kLowestLevel = -120.0;  // dBFS
-constexpr double kHighestLevel = 20.0;   // dBFS
+constexpr std::size_t kMaxLevels = 1000;
+constexpr double kMinLevel = -120.0;  // dBFS
+constexpr double kMaxLevel = 20.0;    // dBFS
 
 struct HarmonicsOptions {
     std::string plugin;
@@ -43,12 +43,12 @@ std::vector<double> parseSweep(const std::string& text)
         throw ToolError("--sweep is FROM:TO:STEP in dB, such as -40:0:2, not '" + text + "'");
     if (from > to)
         std::swap(from, to);
-    if (from < kLowestLevel || to > kHighestLevel)
+    if (from < kMinLevel || to > kMaxLevel)
         throw ToolError("--sweep goes from -120 to 20 dBFS at most");
     // A hair more than the last step, so that rounding does not lose it.
     const double steps = std::floor((to - from) / step + 1e-9);
-    if (steps >= static_cast<double>(kMostLevels))
-        throw ToolError("--sweep has more than " + std::to_string(kMostLevels) + " levels");
+    if (steps >= static_cast<double>(kMaxLevels))
+        throw ToolError("--sweep has more than " + std::to_string(kMaxLevels) + " levels");
     std::vector<double> levels;
     for (double k = 0.0; k <= steps; k += 1.0)
         levels.push_back(from + k * step);
@@ -88,7 +88,7 @@ std::string asTable(const std::vector<HarmonicsPoint>& points)
                       points.front().hz, name);
         table += text;
         table += "In, dBFS  Out, dBFS";
-        for (int harmonic = 2; harmonic <= kHighestHarmonic; ++harmonic) {
+        for (int harmonic = 2; harmonic <= kMaxHarmonic; ++harmonic) {
             std::snprintf(text, sizeof(text), "  %7s", ("H" + std::to_string(harmonic)).c_str());
             table += text;
         }
@@ -111,7 +111,7 @@ std::string asTable(const std::vector<HarmonicsPoint>& points)
 std::string asCsv(const std::vector<HarmonicsPoint>& points)
 {
     std::string csv = "level_dbfs,hz,channel,fundamental_dbfs";
-    for (int harmonic = 2; harmonic <= kHighestHarmonic; ++harmonic)
+    for (int harmonic = 2; harmonic <= kMaxHarmonic; ++harmonic)
         csv += ",h" + std::to_string(harmonic) + "_db";
     csv += ",thd_percent\n";
     char text[160];
@@ -212,7 +212,7 @@ std::string sweepPlot(const std::vector<HarmonicsPoint>& points, PictureKind kin
     for (const auto& [channel, name] : channels) {
         std::snprintf(text, sizeof(text), "Harmonics of %.2f Hz, %s", points.front().hz, name);
         script += "set title " + plotQuoted(text) + "\nplot ";
-        for (int harmonic = 2; harmonic <= kHighestHarmonic; ++harmonic) {
+        for (int harmonic = 2; harmonic <= kMaxHarmonic; ++harmonic) {
             std::snprintf(text, sizeof(text),
                           "%s$data%zu using 1:%d with linespoints ls %d pt 7 ps 0.4%s title 'H%d'",
                           harmonic == 2 ? "" : ", ", channel, harmonic, (harmonic - 2) % 8 + 1,
@@ -280,7 +280,7 @@ void addHarmonicsCommand(CLI::App& app, Action& action)
         ->check(CLI::Range(5.0, 100000.0));
     CLI::Option* level = command.add_option("--level", options->level, "Its peak in dBFS")
                              ->capture_default_str()
-                             ->check(CLI::Range(kLowestLevel, kHighestLevel));
+                             ->check(CLI::Range(kMinLevel, kMaxLevel));
     command.add_option("--sweep", options->sweep, "Several levels in dBFS, such as -40:0:2")
         ->type_name("FROM:TO:STEP")
         ->excludes(level);

@@ -19,7 +19,7 @@ namespace tool {
 namespace {
 
 constexpr double kAudibleFromHz = 20.0;
-constexpr double kDeepestCut = 18.0;  // dB, drawn without being asked for by --range
+constexpr double kMaxCut = 18.0;  // dB, drawn without being asked for by --range
 
 struct ResponseOptions {
     std::string plugin;
@@ -169,7 +169,7 @@ double decibelRange(const std::vector<Line>& lines)
                 lowest = std::min(lowest, point.db[line.channel]);
         }
     }
-    const double needed = std::max(1.05 * highest, std::min(-1.05 * lowest, kDeepestCut));
+    const double needed = std::max(1.05 * highest, std::min(-1.05 * lowest, kMaxCut));
     for (const double range : {3.0, 6.0, 10.0, 12.0, 18.0, 24.0, 36.0, 48.0})
         if (needed <= range)
             return range;

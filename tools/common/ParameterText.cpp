@@ -15,7 +15,7 @@ namespace tool {
 namespace {
 
 // More steps than any knob shows: not worth walking.
-constexpr int kMostSteps = 10000;
+constexpr int kMaxSteps = 10000;
 
 // Up to this many values are listed whole in a message.
 constexpr std::size_t kListable = 16;
@@ -178,7 +178,7 @@ const std::vector<std::string>& ParameterText::displays(int index)
         return known->second;
     std::vector<std::string> shown;
     const int last = steps(index);
-    if (last > 0 && last <= kMostSteps)
+    if (last > 0 && last <= kMaxSteps)
         for (int step = 0; step <= last; ++step)
             shown.push_back(displayAt(index, static_cast<float>(static_cast<double>(step) / last)));
     return displayCache[index] = std::move(shown);

@@ -26,7 +26,7 @@ constexpr std::array<std::string_view, 3> kAbilities{"sizeWindow", "startStopPro
                                                      "acceptIOChanges"};
 
 // An endless automation loop in a plug-in must not eat the memory.
-constexpr std::size_t kMostAutomations = 1u << 20;
+constexpr std::size_t kMaxAutomations = 1u << 20;
 
 EntryPoint entryPoint(const SharedLibrary& library)
 {
@@ -211,7 +211,7 @@ VstIntPtr NativePlugin::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value,
     const std::lock_guard<std::mutex> guard(reportsLock);
     switch (opcode) {
     case audioMasterAutomate:
-        if (told.automated.size() < kMostAutomations)
+        if (told.automated.size() < kMaxAutomations)
             told.automated.push_back({index, opt});
         return 0;
     case audioMasterIOChanged:

@@ -29,7 +29,7 @@ ChannelHarmonics analyse(const std::vector<float>& signal, std::size_t start,
     const double fundamental = std::abs(projection(signal, start, tone.samples, tone.hz, rate));
     result.fundamentalDb = decibels(fundamental);
     double power = 0.0;
-    for (int harmonic = 2; harmonic <= kHighestHarmonic; ++harmonic) {
+    for (int harmonic = 2; harmonic <= kMaxHarmonic; ++harmonic) {
         const auto place = static_cast<std::size_t>(harmonic - 2);
         const double hz = harmonic * tone.hz;
         result.belowHalfRate[place] = hz < 0.5 * rate;

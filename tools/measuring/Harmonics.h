@@ -9,13 +9,13 @@
 
 namespace tool {
 
-constexpr int kHighestHarmonic = 10;
+constexpr int kMaxHarmonic = 10;
 
 // One channel's answer to a tone. Index 0 of `db` is the second harmonic.
 struct ChannelHarmonics {
-    double fundamentalDb;                                  // dBFS, the peak of the sine
-    std::array<double, kHighestHarmonic - 1> db;           // relative to the fundamental
-    std::array<bool, kHighestHarmonic - 1> belowHalfRate;  // the others cannot exist
+    double fundamentalDb;                              // dBFS, the peak of the sine
+    std::array<double, kMaxHarmonic - 1> db;           // relative to the fundamental
+    std::array<bool, kMaxHarmonic - 1> belowHalfRate;  // the others cannot exist
     double thd;  // root of the sum of the squares of all harmonics, relative to the fundamental
 };
 

@@ -9,7 +9,7 @@ namespace VSTGUI {
 
 namespace {
 
-constexpr uint32_t kLongestWait = 16;  // ms
+constexpr uint32_t kMaxWait = 16;  // ms
 
 bool contains(const CRect& outer, const CRect& inner)
 {
@@ -45,7 +45,7 @@ void InvalidRectCollector::add(const CRect& rect)
                                [&](const CRect& r) { return contains(rect, r); }),
                 rects.end());
     rects.push_back(rect);
-    if (IPlatformFrame::getTicks() - lastFlush > kLongestWait)
+    if (IPlatformFrame::getTicks() - lastFlush > kMaxWait)
         flush();
 }
 

@@ -12,7 +12,7 @@ namespace VSTGUI {
 namespace {
 
 // With more entries columns are of no help.
-constexpr int32_t kMostEntriesInColumns = 160;
+constexpr int32_t kMaxEntriesInColumns = 160;
 
 // "&" would underline the next letter.
 std::wstring menuText(UTF8StringPtr title)
@@ -30,7 +30,7 @@ UINT entryFlags(const COptionMenu& menu, int32_t index)
 {
     const CMenuItem& item = *menu.getEntry(index);
     const int32_t perColumn = menu.getNbItemsPerColumn();
-    const bool inColumns = perColumn > 0 && menu.getNbEntries() < kMostEntriesInColumns;
+    const bool inColumns = perColumn > 0 && menu.getNbEntries() < kMaxEntriesInColumns;
     UINT flags = item.isSeparator() ? MF_SEPARATOR : MF_STRING;
     if (inColumns && index > 0 && index % perColumn == 0)
         flags |= MF_MENUBARBREAK;

@@ -17,7 +17,7 @@ constexpr CCoord kBorder = 3.;
 constexpr CCoord kCheckWidth = 20.;
 constexpr CCoord kRightMargin = 14.;
 constexpr CCoord kNarrowestColumn = 80.;
-constexpr int32_t kMostEntriesInColumns = 160;
+constexpr int32_t kMaxEntriesInColumns = 160;
 
 constexpr CColor kBack(250, 250, 250, 255);
 constexpr CColor kEdge(150, 150, 150, 255);
@@ -32,7 +32,7 @@ int32_t rowsOf(const COptionMenu& menu, CCoord mostHeight)
     const int32_t wanted = menu.getNbItemsPerColumn();
     const int32_t most =
         std::max(static_cast<int32_t>((mostHeight - 2. * kBorder) / kRowHeight), 1);
-    const bool columns = wanted > 0 && count < kMostEntriesInColumns;
+    const bool columns = wanted > 0 && count < kMaxEntriesInColumns;
     return std::min(columns ? std::min(wanted, count) : count, most);
 }
 

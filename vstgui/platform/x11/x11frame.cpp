@@ -31,7 +31,7 @@ namespace X11 {
 namespace {
 
 constexpr uint32_t kPaintPeriod = 16;  // ms
-constexpr size_t kMostRects = 16;      // beyond that one rectangle round all is cheaper
+constexpr size_t kMaxRects = 16;       // beyond that one rectangle round all is cheaper
 
 constexpr long kEvents = ExposureMask | ButtonPressMask | ButtonReleaseMask | PointerMotionMask
     | EnterWindowMask | LeaveWindowMask | FocusChangeMask | StructureNotifyMask
@@ -222,7 +222,7 @@ bool X11Frame::invalidRect(const CRect& rect)
     if (dirty.empty())
         paintTimer->start();
     dirty.push_back(pixels);
-    if (dirty.size() > kMostRects) {
+    if (dirty.size() > kMaxRects) {
         for (const CRect& r : dirty)
             pixels.unite(r);
         dirty.assign(1, pixels);

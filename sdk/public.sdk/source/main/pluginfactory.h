@@ -19,15 +19,15 @@ public:
 
     DECLARE_FUNKNOWN_METHODS
 
-    tresult PLUGIN_API getFactoryInfo(PFactoryInfo* info) SMTG_OVERRIDE;
-    int32 PLUGIN_API countClasses() SMTG_OVERRIDE;
-    tresult PLUGIN_API getClassInfo(int32 index, PClassInfo* info) SMTG_OVERRIDE;
-    tresult PLUGIN_API getClassInfo2(int32 index, PClassInfo2* info) SMTG_OVERRIDE;
-    tresult PLUGIN_API getClassInfoUnicode(int32 index, PClassInfoW* info) SMTG_OVERRIDE;
+    tresult PLUGIN_API getFactoryInfo(PFactoryInfo* info) override;
+    int32 PLUGIN_API countClasses() override;
+    tresult PLUGIN_API getClassInfo(int32 index, PClassInfo* info) override;
+    tresult PLUGIN_API getClassInfo2(int32 index, PClassInfo2* info) override;
+    tresult PLUGIN_API getClassInfoUnicode(int32 index, PClassInfoW* info) override;
     // Creates an object of the class `cid` and returns its interface `iid`; an unknown class or
     // interface gives kNoInterface and a null object.
-    tresult PLUGIN_API createInstance(FIDString cid, FIDString iid, void** obj) SMTG_OVERRIDE;
-    tresult PLUGIN_API setHostContext(FUnknown* context) SMTG_OVERRIDE;
+    tresult PLUGIN_API createInstance(FIDString cid, FIDString iid, void** obj) override;
+    tresult PLUGIN_API setHostContext(FUnknown* context) override;
 
 private:
     struct Entry {

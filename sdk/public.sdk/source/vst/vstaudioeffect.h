@@ -25,16 +25,16 @@ public:
     // IAudioProcessor. The default accepts any arrangement for the buses that exist and only 32-bit
     // samples, processes nothing, and has no latency and no tail.
     tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
-                                          SpeakerArrangement* outputs, int32 numOuts) SMTG_OVERRIDE;
+                                          SpeakerArrangement* outputs, int32 numOuts) override;
     tresult PLUGIN_API getBusArrangement(BusDirection dir, int32 index,
-                                         SpeakerArrangement& arr) SMTG_OVERRIDE;
-    tresult PLUGIN_API canProcessSampleSize(int32 symbolicSampleSize) SMTG_OVERRIDE;
-    uint32 PLUGIN_API getLatencySamples() SMTG_OVERRIDE { return 0; }
+                                         SpeakerArrangement& arr) override;
+    tresult PLUGIN_API canProcessSampleSize(int32 symbolicSampleSize) override;
+    uint32 PLUGIN_API getLatencySamples() override { return 0; }
     // Stores the setup; a refused sample size gives kResultFalse and keeps the old size only.
-    tresult PLUGIN_API setupProcessing(ProcessSetup& setup) SMTG_OVERRIDE;
-    tresult PLUGIN_API setProcessing(TBool state) SMTG_OVERRIDE;
-    tresult PLUGIN_API process(ProcessData& data) SMTG_OVERRIDE;
-    uint32 PLUGIN_API getTailSamples() SMTG_OVERRIDE { return kNoTail; }
+    tresult PLUGIN_API setupProcessing(ProcessSetup& setup) override;
+    tresult PLUGIN_API setProcessing(TBool state) override;
+    tresult PLUGIN_API process(ProcessData& data) override;
+    uint32 PLUGIN_API getTailSamples() override { return kNoTail; }
 
     OBJ_METHODS(AudioEffect, Component)
     DEFINE_INTERFACES

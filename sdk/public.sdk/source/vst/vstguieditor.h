@@ -43,14 +43,14 @@ public:
 
     // IPlugView. removed() on another thread than the view's returns at once: the view makes no
     // more calls to the host, and closes its window at its next timer tick.
-    tresult PLUGIN_API setFrame(IPlugFrame* frame) SMTG_OVERRIDE;
-    tresult PLUGIN_API isPlatformTypeSupported(FIDString type) SMTG_OVERRIDE;
-    tresult PLUGIN_API attached(void* parent, FIDString type) SMTG_OVERRIDE;
-    tresult PLUGIN_API removed() SMTG_OVERRIDE;
-    tresult PLUGIN_API onSize(ViewRect* newSize) SMTG_OVERRIDE;
-    tresult PLUGIN_API onKeyDown(char16 key, int16 keyMsg, int16 modifiers) SMTG_OVERRIDE;
-    tresult PLUGIN_API onKeyUp(char16 key, int16 keyMsg, int16 modifiers) SMTG_OVERRIDE;
-    tresult PLUGIN_API onWheel(float distance) SMTG_OVERRIDE;
+    tresult PLUGIN_API setFrame(IPlugFrame* frame) override;
+    tresult PLUGIN_API isPlatformTypeSupported(FIDString type) override;
+    tresult PLUGIN_API attached(void* parent, FIDString type) override;
+    tresult PLUGIN_API removed() override;
+    tresult PLUGIN_API onSize(ViewRect* newSize) override;
+    tresult PLUGIN_API onKeyDown(char16 key, int16 keyMsg, int16 modifiers) override;
+    tresult PLUGIN_API onKeyUp(char16 key, int16 keyMsg, int16 modifiers) override;
+    tresult PLUGIN_API onWheel(float distance) override;
 
     // VSTGUIEditorInterface
     void beginEdit(int32_t index) override;

@@ -20,7 +20,7 @@ namespace X11 = VSTGUI::X11;
 class HostEventHandler : public FObject, public Linux::IEventHandler {
 public:
     explicit HostEventHandler(X11::IEventHandler* target) : handler(target) { }
-    void PLUGIN_API onFDIsSet(Linux::FileDescriptor) SMTG_OVERRIDE
+    void PLUGIN_API onFDIsSet(Linux::FileDescriptor) override
     {
         if (handler)
             handler->onEvent();
@@ -37,7 +37,7 @@ public:
 class HostTimerHandler : public FObject, public Linux::ITimerHandler {
 public:
     explicit HostTimerHandler(X11::ITimerHandler* target) : handler(target) { }
-    void PLUGIN_API onTimer() SMTG_OVERRIDE
+    void PLUGIN_API onTimer() override
     {
         if (handler)
             handler->onTimer();

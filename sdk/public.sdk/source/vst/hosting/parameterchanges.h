@@ -16,11 +16,11 @@ public:
     explicit ParameterValueQueue(ParamID id);
     virtual ~ParameterValueQueue() = default;
 
-    ParamID PLUGIN_API getParameterId() SMTG_OVERRIDE { return paramID; }
-    int32 PLUGIN_API getPointCount() SMTG_OVERRIDE { return static_cast<int32>(points.size()); }
-    tresult PLUGIN_API getPoint(int32 index, int32& sampleOffset, ParamValue& value) SMTG_OVERRIDE;
+    ParamID PLUGIN_API getParameterId() override { return paramID; }
+    int32 PLUGIN_API getPointCount() override { return static_cast<int32>(points.size()); }
+    tresult PLUGIN_API getPoint(int32 index, int32& sampleOffset, ParamValue& value) override;
     // Replaces an existing point at the same offset; `index` gets the point's position.
-    tresult PLUGIN_API addPoint(int32 sampleOffset, ParamValue value, int32& index) SMTG_OVERRIDE;
+    tresult PLUGIN_API addPoint(int32 sampleOffset, ParamValue value, int32& index) override;
 
     void setParamID(ParamID id) { paramID = id; }
     void clear() { points.clear(); }
@@ -48,10 +48,10 @@ public:
     void setMaxParameters(int32 maxParameters);
     void clearQueue() { usedCount = 0; }
 
-    int32 PLUGIN_API getParameterCount() SMTG_OVERRIDE { return usedCount; }
-    IParamValueQueue* PLUGIN_API getParameterData(int32 index) SMTG_OVERRIDE;
+    int32 PLUGIN_API getParameterCount() override { return usedCount; }
+    IParamValueQueue* PLUGIN_API getParameterData(int32 index) override;
     // The queue of `id`, added if missing; never null.
-    IParamValueQueue* PLUGIN_API addParameterData(const ParamID& id, int32& index) SMTG_OVERRIDE;
+    IParamValueQueue* PLUGIN_API addParameterData(const ParamID& id, int32& index) override;
 
     DECLARE_FUNKNOWN_METHODS
 

@@ -34,12 +34,12 @@ public:
 
     // IPlugFrame: passes the view's request on to the host. If the host does not resize its window,
     // the view is resized all the same.
-    tresult PLUGIN_API resizeView(IPlugView* view, ViewRect* newSize) SMTG_OVERRIDE;
+    tresult PLUGIN_API resizeView(IPlugView* view, ViewRect* newSize) override;
 
     // Owned by the effect, so references are not counted.
-    tresult PLUGIN_API queryInterface(const TUID iid, void** obj) SMTG_OVERRIDE;
-    uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
-    uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
+    tresult PLUGIN_API queryInterface(const TUID iid, void** obj) override;
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
 
 private:
     bool createView();

@@ -95,27 +95,27 @@ public:
     void idle() override;
 
     // IHostApplication
-    tresult PLUGIN_API getName(String128 name) SMTG_OVERRIDE;
-    tresult PLUGIN_API createInstance(TUID cid, TUID iid, void** obj) SMTG_OVERRIDE;
+    tresult PLUGIN_API getName(String128 name) override;
+    tresult PLUGIN_API createInstance(TUID cid, TUID iid, void** obj) override;
 
     // IComponentHandler
-    tresult PLUGIN_API beginEdit(ParamID id) SMTG_OVERRIDE;
-    tresult PLUGIN_API performEdit(ParamID id, ParamValue valueNormalized) SMTG_OVERRIDE;
-    tresult PLUGIN_API endEdit(ParamID id) SMTG_OVERRIDE;
-    tresult PLUGIN_API restartComponent(int32 flags) SMTG_OVERRIDE;
+    tresult PLUGIN_API beginEdit(ParamID id) override;
+    tresult PLUGIN_API performEdit(ParamID id, ParamValue valueNormalized) override;
+    tresult PLUGIN_API endEdit(ParamID id) override;
+    tresult PLUGIN_API restartComponent(int32 flags) override;
 
     // IComponentHandler2: a changed state updates the host's display.
-    tresult PLUGIN_API setDirty(TBool state) SMTG_OVERRIDE;
-    tresult PLUGIN_API requestOpenEditor(FIDString) SMTG_OVERRIDE { return kNotImplemented; }
-    tresult PLUGIN_API startGroupEdit() SMTG_OVERRIDE { return kNotImplemented; }
-    tresult PLUGIN_API finishGroupEdit() SMTG_OVERRIDE { return kNotImplemented; }
+    tresult PLUGIN_API setDirty(TBool state) override;
+    tresult PLUGIN_API requestOpenEditor(FIDString) override { return kNotImplemented; }
+    tresult PLUGIN_API startGroupEdit() override { return kNotImplemented; }
+    tresult PLUGIN_API finishGroupEdit() override { return kNotImplemented; }
 
     // IPendingValues
-    void PLUGIN_API deliverPendingValues() SMTG_OVERRIDE { updateController(); }
+    void PLUGIN_API deliverPendingValues() override { updateController(); }
 
     // IUnitHandler
-    tresult PLUGIN_API notifyUnitSelection(UnitID) SMTG_OVERRIDE { return kResultTrue; }
-    tresult PLUGIN_API notifyProgramListChange(ProgramListID, int32) SMTG_OVERRIDE
+    tresult PLUGIN_API notifyUnitSelection(UnitID) override { return kResultTrue; }
+    tresult PLUGIN_API notifyProgramListChange(ProgramListID, int32) override
     {
         return kResultTrue;
     }
@@ -124,9 +124,9 @@ public:
     void onTimer(Timer*) override { updateController(); }
 
     // Owned by the host, so references are not counted.
-    tresult PLUGIN_API queryInterface(const TUID iid, void** obj) SMTG_OVERRIDE;
-    uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
-    uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
+    tresult PLUGIN_API queryInterface(const TUID iid, void** obj) override;
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
 
 private:
     // A parameter of the controller; its index in the table is its slot in the transfers.

@@ -14,10 +14,10 @@ namespace Vst {
 namespace {
 
 // Samples of scratch for channels that a host leaves out, whatever its block size.
-constexpr int32 kSmallestScratch = 64;
+constexpr int32 kMinScratch = 64;
 
 // Larger announced block sizes are ignored.
-constexpr VstInt32 kLargestBlock = 1 << 20;
+constexpr VstInt32 kMaxBlock = 1 << 20;
 
 bool anyMissing(Sample32* const* channels, std::size_t count)
 {
@@ -79,7 +79,7 @@ void Vst2Wrapper::setupBuses()
     cEffect.numOutputs = static_cast<VstInt32>(outputBuses.channels.size());
     outputCount = cEffect.numOutputs;
     scratch.resize(inputBuses.channels.size() + outputBuses.channels.size());
-    const int32 frames = std::max(kSmallestScratch, setup.maxSamplesPerBlock);
+    const int32 frames = std::max(kMinScratch, setup.maxSamplesPerBlock);
     for (std::vector<Sample32>& buffer : scratch)
         buffer.assign(static_cast<std::size_t>(frames), 0.0f);
 }
@@ -192,7 +192,7 @@ void Vst2Wrapper::setSampleRate(float hz)
 void Vst2Wrapper::setBlockSize(VstInt32 frames)
 {
     const ProcessGate::Setup inside(gate);
-    if (frames > kLargestBlock || frames == setup.maxSamplesPerBlock)
+    if (frames > kMaxBlock || frames == setup.maxSamplesPerBlock)
         return;
     changeSetup([this, frames] {
         setup.maxSamplesPerBlock = frames;

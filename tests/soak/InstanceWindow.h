@@ -6,19 +6,19 @@
 #include "tools/host/HostError.h"
 #include "tools/host/NativePlugin.h"
 
-class EditorWindow {
+class InstanceWindow {
 public:
     // Throws HostError without a display, or if the editor does not open.
-    explicit EditorWindow(host::NativePlugin& owner)
+    explicit InstanceWindow(host::NativePlugin& owner)
         : plugin(owner), rect(rectOf(owner)), window({0, 0}, rect.right, rect.bottom)
     {
         AEffect* const effect = plugin.effect();
         if (effect->dispatcher(effect, effEditOpen, 0, 0, window.handle(), 0.0f) == 0)
             throw host::HostError("the editor does not open");
     }
-    ~EditorWindow() { plugin.dispatch(effEditClose); }
-    EditorWindow(const EditorWindow&) = delete;
-    EditorWindow& operator=(const EditorWindow&) = delete;
+    ~InstanceWindow() { plugin.dispatch(effEditClose); }
+    InstanceWindow(const InstanceWindow&) = delete;
+    InstanceWindow& operator=(const InstanceWindow&) = delete;
 
     // Takes the size that the plug-in has requested, if any.
     void follow()

@@ -1,6 +1,6 @@
 // The editor's window: repaints, closing during user input, size, appearance and processor time.
 #include "presets/FactoryBank.h"
-#include "tests/windows/EditorOnScreen.h"
+#include "tests/onscreen/EditorOnScreen.h"
 
 #include <cstdlib>
 #include <ctime>

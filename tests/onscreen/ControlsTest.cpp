@@ -1,5 +1,5 @@
 // One control of each kind under a real mouse, and the edits that the host gets.
-#include "tests/windows/EditorOnScreen.h"
+#include "tests/onscreen/EditorOnScreen.h"
 
 namespace {
 

@@ -13,35 +13,35 @@ using Clock = std::chrono::steady_clock;
 
 class Loop : public Linux::IRunLoop {
 public:
-    tresult PLUGIN_API registerEventHandler(Linux::IEventHandler* handler, int fd) SMTG_OVERRIDE
+    tresult PLUGIN_API registerEventHandler(Linux::IEventHandler* handler, int fd) override
     {
         registered.push_back({handler, [handler, fd] { handler->onFDIsSet(fd); }, fd, {}, {}});
         return kResultTrue;
     }
-    tresult PLUGIN_API unregisterEventHandler(Linux::IEventHandler* handler) SMTG_OVERRIDE
+    tresult PLUGIN_API unregisterEventHandler(Linux::IEventHandler* handler) override
     {
         return take(handler);
     }
-    tresult PLUGIN_API registerTimer(Linux::ITimerHandler* handler, uint64 ms) SMTG_OVERRIDE
+    tresult PLUGIN_API registerTimer(Linux::ITimerHandler* handler, uint64 ms) override
     {
         const std::chrono::milliseconds period(ms);
         registered.push_back(
             {handler, [handler] { handler->onTimer(); }, -1, period, Clock::now() + period});
         return kResultTrue;
     }
-    tresult PLUGIN_API unregisterTimer(Linux::ITimerHandler* handler) SMTG_OVERRIDE
+    tresult PLUGIN_API unregisterTimer(Linux::ITimerHandler* handler) override
     {
         return take(handler);
     }
-    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) SMTG_OVERRIDE
+    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) override
     {
         QUERY_INTERFACE(_iid, obj, FUnknown::iid, Linux::IRunLoop)
         QUERY_INTERFACE(_iid, obj, Linux::IRunLoop::iid, Linux::IRunLoop)
         *obj = nullptr;
         return kNoInterface;
     }
-    uint32 PLUGIN_API addRef() SMTG_OVERRIDE { return 1; }
-    uint32 PLUGIN_API release() SMTG_OVERRIDE { return 1; }
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
 
     void turn()
     {

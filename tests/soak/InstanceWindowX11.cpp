@@ -1,12 +1,12 @@
 // Input on an X11 display, over one connection for all windows.
-#include "tests/soak/EditorWindow.h"
+#include "tests/soak/InstanceWindow.h"
 
 #include <X11/Xlib.h>
 
 #include <chrono>
 #include <cstdint>
 
-void EditorWindow::send(Act act, int x, int y)
+void InstanceWindow::send(Act act, int x, int y)
 {
     static Display* const display = XOpenDisplay(nullptr);
     Window child = 0, ignored = 0, *children = nullptr;

@@ -1,7 +1,7 @@
 // The row of keys at the bottom, under mouse and keyboard: menu, name, files, manual.
 #include "presets/FactoryBank.h"
+#include "tests/onscreen/EditorOnScreen.h"
 #include "tests/support/TemporaryFolder.h"
-#include "tests/windows/EditorOnScreen.h"
 
 #include <cstdlib>
 

@@ -1,4 +1,4 @@
-#include "tests/soak/Seat.h"
+#include "tests/soak/Slot.h"
 
 #include <algorithm>
 

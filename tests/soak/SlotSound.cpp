@@ -1,5 +1,5 @@
 // The input of a seat, and the checks on its output.
-#include "tests/soak/Seat.h"
+#include "tests/soak/Slot.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 // An open editor while other threads set states and parameters, process, and destroy instances.
 // Also run under the thread sanitizer.
+#include "tests/onscreen/EditorOnScreen.h"
 #include "tests/support/Noise.h"
 #include "tests/support/Stream.h"
-#include "tests/windows/EditorOnScreen.h"
 
 #include <cstdlib>
 #include <mutex>

@@ -1,9 +1,9 @@
 // Input on Windows, posted to the message queue, which the host's idle calls process.
-#include "tests/soak/EditorWindow.h"
+#include "tests/soak/InstanceWindow.h"
 
 #include <windows.h>
 
-void EditorWindow::send(Act act, int x, int y)
+void InstanceWindow::send(Act act, int x, int y)
 {
     constexpr UINT kMessages[] = {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_MOUSEWHEEL,
                                   WM_MOUSEWHEEL};

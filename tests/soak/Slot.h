@@ -6,7 +6,7 @@
 #pragma once
 
 #include "params/ids/ParameterIds.h"
-#include "tests/soak/EditorWindow.h"
+#include "tests/soak/InstanceWindow.h"
 #include "tests/soak/Run.h"
 #include "tests/soak/System.h"
 #include "tests/soak/TestSignal.h"
@@ -85,7 +85,7 @@ public:
     const bool twins;
     Setup setup{};
     std::vector<std::unique_ptr<host::NativePlugin>> plugins;  // empty while closed
-    std::unique_ptr<EditorWindow> editor;                      // of the first one
+    std::unique_ptr<InstanceWindow> editor;                    // of the first one
     std::atomic<bool> quiet{false};  // plays silence until the output has decayed
     const char* lastState = "none";  // last loaded while stopped
 

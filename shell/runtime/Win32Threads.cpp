@@ -49,8 +49,8 @@ struct Value {
 };
 Value* values = nullptr;
 
-constexpr pthread_key_t kMostKeys = 8;
-void (*destructors[kMostKeys])(void*);
+constexpr pthread_key_t kMaxKeys = 8;
+void (*destructors[kMaxKeys])(void*);
 pthread_key_t keys = 0;
 
 Value* valueOfThread(pthread_key_t key)
@@ -191,7 +191,7 @@ int pthread_once(pthread_once_t* once, void (*function)())
 int pthread_key_create(pthread_key_t* key, void (*destructor)(void*))
 {
     const Locked locked;
-    if (keys == kMostKeys)
+    if (keys == kMaxKeys)
         return EAGAIN;
     destructors[keys] = destructor;
     *key = keys++;
