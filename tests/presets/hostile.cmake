@@ -6,6 +6,6 @@ zkr_test(corruption_test SOURCES CorruptionTest.cpp LINK zkr_params)
 set_source_files_properties(CorruptionTest.cpp PROPERTIES
   COMPILE_OPTIONS "-O2;-fno-sanitize=all" SKIP_PRECOMPILE_HEADERS ON)
 
-set(system $<IF:$<BOOL:${WIN32}>,Windows,Posix>)
+set(system $<IF:$<BOOL:${WIN32}>,Win32,Posix>)
 zkr_test(store_test SOURCES StoreTest.cpp Store${system}Test.cpp
   LINK zkr_params Threads::Threads)
