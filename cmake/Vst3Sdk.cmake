@@ -29,6 +29,11 @@ add_library(vst3sdk STATIC
   ${ZKR_VST3_SDK}/public.sdk/source/vst/vsteditcontroller.cpp
   ${ZKR_VST3_SDK}/public.sdk/source/vst/vstinitiids.cpp
   ${ZKR_VST3_SDK}/public.sdk/source/vst/vstparameters.cpp)
+# Newer SDKs convert the strings of their host classes there.
+set(string_conversion ${ZKR_VST3_SDK}/public.sdk/source/vst/utility/stringconvert.cpp)
+if(EXISTS ${string_conversion})
+  target_sources(vst3sdk PRIVATE ${string_conversion})
+endif()
 target_include_directories(vst3sdk SYSTEM PUBLIC ${ZKR_VST3_SDK})
 target_compile_definitions(vst3sdk PUBLIC RELEASE=1)
 target_compile_options(vst3sdk PRIVATE -w)

@@ -202,6 +202,13 @@ CMouseEventResult CAnimCoaxT46Knob::onMouseMoved(CPoint& where, const CButtonSta
     return drag(where, buttons);
 }
 
+CMouseEventResult CAnimCoaxT46Knob::onMouseCancel()
+{
+    if (isEditing())
+        endEdit();
+    return kMouseEventHandled;
+}
+
 float CAnimCoaxT46Knob::dragCoefficient(float range, const CButtonState& buttons) const
 {
     float result = range * (ringIsOuter ? dragRange2 : dragRange);

@@ -59,6 +59,8 @@ public:
     void draw(VSTGUI::CDrawContext* context) override;
     VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
                                           const VSTGUI::CButtonState& buttons) override;
+    // Ends the gesture where it stands.
+    VSTGUI::CMouseEventResult onMouseCancel() override;
     VSTGUI::CMouseEventResult onMouseMoved(VSTGUI::CPoint& where,
                                            const VSTGUI::CButtonState& buttons) override;
     using VSTGUI::CKnob::onWheel;

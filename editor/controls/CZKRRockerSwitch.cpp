@@ -80,6 +80,11 @@ CMouseEventResult CZKRRockerSwitch::onMouseDown(CPoint& where, const CButtonStat
 
 CMouseEventResult CZKRRockerSwitch::onMouseUp(CPoint&, const CButtonState&)
 {
+    return onMouseCancel();
+}
+
+CMouseEventResult CZKRRockerSwitch::onMouseCancel()
+{
     comeToRest();
     if (isEditing())
         endEdit();

@@ -142,6 +142,9 @@ void ZKRPresetSystemEditor3::stepPreset(float rockerValue)
 
 void ZKRPresetSystemEditor3::menuChosen()
 {
+    // Left without a choice.
+    if (menu->getLastResult() < 0)
+        return;
     const auto index = static_cast<int32>(menu->getValue() + 0.5f);
     menu->setCurrent(index);
     const CMenuItem* const entry = menu->getEntry(index);

@@ -182,6 +182,7 @@ int32_t COptionMenu::onKeyDown(VstKeyCode& keyCode)
         next += step;
     if (getEntry(next)) {
         beginEdit();
+        lastResult = next;
         setValue(static_cast<float>(next));
         valueChanged();
         endEdit();

@@ -253,8 +253,13 @@ tresult PLUGIN_API Vst2Wrapper::createInstance(TUID cid, TUID _iid, void** obj)
         && FUnknownPrivate::iidEqual(_iid, IMessage::iid))
         *obj = static_cast<IMessage*>(new HostMessage);
     else if (FUnknownPrivate::iidEqual(cid, IAttributeList::iid)
-             && FUnknownPrivate::iidEqual(_iid, IAttributeList::iid))
-        *obj = static_cast<IAttributeList*>(new HostAttributeList);
+             && FUnknownPrivate::iidEqual(_iid, IAttributeList::iid)) {
+        // By way of a message: HostAttributeList is made in different ways by different SDKs.
+        const IPtr<IMessage> message = owned<IMessage>(new HostMessage);
+        IAttributeList* const list = message->getAttributes();
+        list->addRef();
+        *obj = list;
+    }
     return *obj ? kResultTrue : kResultFalse;
 }
 
