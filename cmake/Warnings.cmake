@@ -6,10 +6,14 @@ if(ZKR_WARNINGS_AS_ERRORS)
   target_compile_options(zkr_warnings INTERFACE -Werror)
 endif()
 
-# zkr_library(NAME SOURCES... LINK...): one static library for one folder, headers beside the code.
-# Includes name the folder; which folder may include which, scripts/check_sources.sh knows.
+# zkr_library(NAME SOURCES... LINK... [OWN_HEADERS]): one static library for one folder, headers
+# beside the code. Includes name the folder; scripts/check_includes.py knows which folder may include
+# which. With OWN_HEADERS the caller chooses what is precompiled.
 function(zkr_library name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(arg "OWN_HEADERS" "" "SOURCES;LINK" ${ARGN})
   add_library(${name} STATIC ${arg_SOURCES})
   target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE zkr_warnings)
+  if(ZKR_PRECOMPILED_HEADERS AND NOT arg_OWN_HEADERS)
+    target_precompile_headers(${name} REUSE_FROM zkr_headers)
+  endif()
 endfunction()

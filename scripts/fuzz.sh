@@ -41,7 +41,7 @@ while [ $# -gt 0 ]; do
     esac
 done
 [ ${#targets[@]} -gt 0 ] || targets=(bank preset dispatcher)
-scripts/setup.sh test
+if [ -n "$memcheck" ]; then scripts/setup.sh memcheck; else scripts/setup.sh test; fi
 
 # build_preset PRESET TARGETS...: prints the errors only on failure.
 build_preset() {

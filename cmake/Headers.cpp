@@ -1,0 +1,1 @@
+// The source file of the precompiled headers.

@@ -1,1 +1,0 @@
-// The source file of the tests' precompiled headers.
