@@ -1,6 +1,7 @@
 # zkr_bitmaps(LIST OUTPUT): generates the source file that embeds a list of bitmaps: for Windows a
 # resource script of PNG resources by number, elsewhere an assembler file with their bytes and a
-# table of them.
+# table of them. Also generates BitmapNumbers.h, a name for each number: k28kButton is that of
+# 10010-28k-button.png.
 function(zkr_bitmaps list output)
   get_filename_component(folder ${list} DIRECTORY)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${list})
@@ -8,11 +9,23 @@ function(zkr_bitmaps list output)
   set(bytes "")
   set(table "")
   set(files "")
+  set(names "")
   foreach(line ${lines})
     separate_arguments(fields UNIX_COMMAND "${line}")
     list(GET fields 0 number)
     list(GET fields 1 file)
     list(APPEND files ${folder}/${file})
+    get_filename_component(stem ${file} NAME_WE)
+    string(REPLACE "-" ";" words ${stem})
+    list(POP_FRONT words)
+    set(name k)
+    foreach(word ${words})
+      string(SUBSTRING ${word} 0 1 initial)
+      string(TOUPPER ${initial} initial)
+      string(SUBSTRING ${word} 1 -1 rest)
+      string(APPEND name ${initial}${rest})
+    endforeach()
+    string(APPEND names "    ${name} = ${number},\n")
     if(WIN32)
       string(APPEND bytes "${number} PNG \"${folder}/${file}\"\n")
     else()
@@ -30,6 +43,17 @@ function(zkr_bitmaps list output)
            "zkrEditorBitmaps:\n${table}zkrEditorBitmapsEnd:\n"
            ".section .note.GNU-stack, \"\", @progbits\n")
   endif()
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/product/BitmapNumbers.h @ONLY CONTENT
+"// The editor's bitmaps by name; generated from their list.
+#pragma once
+
+namespace bitmaps {
+
+enum Number : int {
+${names}};
+
+}  // namespace bitmaps
+")
   file(CONFIGURE OUTPUT ${output} CONTENT "${bytes}" @ONLY)
   set_source_files_properties(${output} PROPERTIES OBJECT_DEPENDS "${files}")
 endfunction()

@@ -1,6 +1,7 @@
 // MainPanel: what stands where, what it shows, and the pulse.
 #include "editor/MainPanel.h"
 
+#include "BitmapNumbers.h"
 #include "editor/EditorBitmap.h"
 #include "params/ids/ParameterIds.h"
 #include "params/lookup/Truncate.h"
@@ -15,8 +16,6 @@ using namespace VSTGUI;
 namespace {
 
 const CPoint kSize(89, 487);
-constexpr int32_t kBackground = 10022, kLed = 10006, kPowerButton = 10018, kChannelSwitch = 10019;
-constexpr int32_t kButton = 10020, kInfoButton = 10025;
 
 // Shares of the way that the pulse takes with each tick, where it is heading, and where it turns.
 constexpr float kFall = 0.14f, kFallsTo = 0.0f, kMinBlink = 0.3f;
@@ -35,7 +34,7 @@ MainPanel::MainPanel(IControlListener* controlListener) : StripEditor(controlLis
 
 bool MainPanel::attach(CFrame* parent, const CPoint& origin)
 {
-    if (!attachContainer(parent, origin, kSize, kBackground))
+    if (!attachContainer(parent, origin, kSize, bitmaps::kMainPanelBackground))
         return false;
     const auto add = [this](auto* control) {
         container->addView(control);
@@ -43,13 +42,14 @@ bool MainPanel::attach(CFrame* parent, const CPoint& origin)
     };
     const auto button = [&](auto*& field, const CRect& rect, int32_t tag) {
         using Button = std::remove_reference_t<decltype(*field)>;
-        field = add(new Button(rect, listener, tag, editorBitmap(kButton), false));
+        field = add(new Button(rect, listener, tag, editorBitmap(bitmaps::kPanelButton), false));
     };
-    power =
-        add(new CZKROnOffButton({3, 387, 52, 463}, listener, kPower, editorBitmap(kPowerButton)));
-    powerLed = add(new CMovieBitmap({17, 353, 38, 375}, nullptr, 0, 2, 22, editorBitmap(kLed)));
+    power = add(new CZKROnOffButton({3, 387, 52, 463}, listener, kPower,
+                                    editorBitmap(bitmaps::kPowerButton)));
+    powerLed =
+        add(new CMovieBitmap({17, 353, 38, 375}, nullptr, 0, 2, 22, editorBitmap(bitmaps::kLed)));
     channel = add(new CPoweredVerticalSwitch({6, 172, 53, 264}, listener, kChannel, 5, 92, 5,
-                                             editorBitmap(kChannelSwitch)));
+                                             editorBitmap(bitmaps::kChannelSwitch)));
     channel->setValue(0.5f);
     button(midSide, {5, 123, 49, 159}, kMS);
     button(preampModule, {5, 86, 49, 122}, kQB11);
@@ -61,8 +61,8 @@ bool MainPanel::attach(CFrame* parent, const CPoint& origin)
     // An invisible area.
     bypassBoth =
         add(new CPoweredButton({5, 329, 49, 344}, listener, kTagBothBypass, nullptr, false));
-    info = add(
-        new CZKKickButton2({5, 462, 51, 481}, listener, kTagInfo, 19, editorBitmap(kInfoButton)));
+    info = add(new CZKKickButton2({5, 462, 51, 481}, listener, kTagInfo, 19,
+                                  editorBitmap(bitmaps::kInfoButton)));
     blinkLevel = 1.0f;
     blinkRising = true;
     powerOnShown = 1;

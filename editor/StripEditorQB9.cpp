@@ -1,6 +1,7 @@
 // StripEditorQB9: what stands where, and which parameter it shows.
 #include "editor/StripEditorQB9.h"
 
+#include "BitmapNumbers.h"
 #include "editor/EditorBitmap.h"
 #include "params/ids/ParameterTraits.h"
 
@@ -14,8 +15,6 @@ using param::Control;
 
 namespace {
 
-constexpr int32_t kBackground = 10009, kLevelKnob = 10016, kHighPassDial = 10017;
-constexpr int32_t kHighPassLabels = 10021;
 constexpr int32_t kLevelFrames = 101, kHighPassFrames = 12;
 constexpr int32_t kKnobSize = 82;  // pixels, of one frame
 constexpr CCoord kKnobInset = 15;  // from the view to the knob's picture
@@ -31,7 +30,7 @@ bool StripEditorQB9::attach(CFrame* parent, const CPoint& origin)
 {
     if (!StripEditor::attach(parent, origin))
         return false;
-    container->setBackground(editorBitmap(kBackground));
+    container->setBackground(editorBitmap(bitmaps::kQb9Background));
 
     const auto tagOf = [this](Control control) {
         return static_cast<int32_t>(param::besideOf(tagBase, control));
@@ -39,7 +38,7 @@ bool StripEditorQB9::attach(CFrame* parent, const CPoint& origin)
     const auto addLevelKnob = [&](auto*& knob, const CRect& rect, Control control) {
         using Knob = std::remove_reference_t<decltype(*knob)>;
         knob = new Knob(rect, listener, tagOf(control), kLevelFrames, kKnobSize,
-                        editorBitmap(kLevelKnob), CPoint(0, 0), kKnobInset);
+                        editorBitmap(bitmaps::kLevelKnob), CPoint(0, 0), kKnobInset);
         knob->setValue(0.5f);
         knob->setDefaultValue(0.5f);
         knob->setInnerRadius(21);
@@ -50,10 +49,10 @@ bool StripEditorQB9::attach(CFrame* parent, const CPoint& origin)
     addLevelKnob(drive, {7, 29, 119, 141}, Control::Drive);
     addLevelKnob(output, {7, 230, 119, 342}, Control::Output);
 
-    highPass =
-        new CAnimFreqKnob({7, 128, 119, 240}, listener, tagOf(Control::HighPass), kHighPassFrames,
-                          kKnobSize, editorBitmap(kHighPassDial), CPoint(0, 0), kKnobInset);
-    highPass->setOverlayBitmap(editorBitmap(kHighPassLabels));
+    highPass = new CAnimFreqKnob({7, 128, 119, 240}, listener, tagOf(Control::HighPass),
+                                 kHighPassFrames, kKnobSize, editorBitmap(bitmaps::kHighPassDial),
+                                 CPoint(0, 0), kKnobInset);
+    highPass->setOverlayBitmap(editorBitmap(bitmaps::kHighPassLabels));
     highPass->setValue(0);
     highPass->setDefaultValue(0);
     highPass->setInnerRadius(50);
@@ -68,10 +67,10 @@ bool StripEditorQB9::attach(CFrame* parent, const CPoint& origin)
         button = new CPoweredButton(rect, listener, tagOf(control), editorBitmap(bitmap), true);
         container->addView(button);
     };
-    addButton(boost28k, {20, 345, 62, 379}, Control::Boost28k, 10010);
-    addButton(transformer, {21, 381, 61, 415}, Control::Transformer, 10026);
-    addButton(amplifier, {61, 381, 103, 415}, Control::Amplifier, 10012);
-    addButton(phase, {62, 345, 104, 379}, Control::Phase, 10011);
+    addButton(boost28k, {20, 345, 62, 379}, Control::Boost28k, bitmaps::k28kButton);
+    addButton(transformer, {21, 381, 61, 415}, Control::Transformer, bitmaps::kTransformerButton);
+    addButton(amplifier, {61, 381, 103, 415}, Control::Amplifier, bitmaps::kAmplifierButton);
+    addButton(phase, {62, 345, 104, 379}, Control::Phase, bitmaps::kPhaseButton);
     return true;
 }
 

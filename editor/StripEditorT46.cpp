@@ -1,6 +1,7 @@
 // StripEditorT46: what stands where, and which parameter it shows.
 #include "editor/StripEditorT46.h"
 
+#include "BitmapNumbers.h"
 #include "editor/EditorBitmap.h"
 #include "params/ids/ParameterTraits.h"
 
@@ -13,7 +14,6 @@ using param::Control;
 
 namespace {
 
-constexpr int32_t kBackground = 10000, kRing = 10001, kKnob = 10002, kLed = 10006;
 constexpr int32_t kRingFrames = 24, kKnobFrames = 129;
 constexpr int32_t kKnobSize = 71;  // pixels, of one frame
 constexpr CCoord kLedHeight = 22;
@@ -37,31 +37,31 @@ bool StripEditorT46::attach(CFrame* parent, const CPoint& origin)
 {
     if (!StripEditor::attach(parent, origin))
         return false;
-    container->setBackground(editorBitmap(kBackground));
+    container->setBackground(editorBitmap(bitmaps::kT46Background));
 
     const auto tagOf = [this](Control control) {
         return static_cast<int32_t>(param::besideOf(tagBase, control));
     };
     // A knob carries its gain's id as its tag; its ring is the frequency.
     const auto addKnob = [&](const CRect& rect, Control control, int32_t labels) {
-        auto* const knob =
-            new CAnimCoaxT46CustomKnob(rect, listener, tagOf(control), kKnobFrames, kKnobSize,
-                                       editorBitmap(kKnob), CPoint(0, 0), 25, 12, 25, 18);
+        auto* const knob = new CAnimCoaxT46CustomKnob(rect, listener, tagOf(control), kKnobFrames,
+                                                      kKnobSize, editorBitmap(bitmaps::kCoaxKnob),
+                                                      CPoint(0, 0), 25, 12, 25, 18);
         knob->setOverlayBitmap(editorBitmap(labels));
         // The middle knob gets its first value from the parameters.
         if (control != Control::MidGain)
             knob->setValue(0.5f);
         knob->setDefaultValue(0.5f);
         knob->setInnerRadius(21);
-        knob->setOuterBitmap(editorBitmap(kRing), kRingFrames);
+        knob->setOuterBitmap(editorBitmap(bitmaps::kCoaxRing), kRingFrames);
         knob->setValue2(0);
         knob->setDefaultValue2(0);
         container->addView(knob);
         return knob;
     };
-    highBand = addKnob({2, 36, 123, 137}, Control::HighGain, 10013);
-    midBand = addKnob({2, 138, 123, 239}, Control::MidGain, 10014);
-    lowBand = addKnob({2, 240, 123, 341}, Control::LowGain, 10015);
+    highBand = addKnob({2, 36, 123, 137}, Control::HighGain, bitmaps::kHighBandLabels);
+    midBand = addKnob({2, 138, 123, 239}, Control::MidGain, bitmaps::kMidBandLabels);
+    lowBand = addKnob({2, 240, 123, 341}, Control::LowGain, bitmaps::kLowBandLabels);
 
     const auto addButton = [&](const CRect& rect, Control control, int32_t bitmap) {
         auto* const button =
@@ -69,11 +69,12 @@ bool StripEditorT46::attach(CFrame* parent, const CPoint& origin)
         container->addView(button);
         return button;
     };
-    lowShelf = addButton({9, 372, 46, 426}, Control::LowShelf, 10004);
-    highShelf = addButton({45, 372, 80, 426}, Control::HighShelf, 10005);
-    process = addButton({80, 372, 116, 426}, Control::Process, 10003);
+    lowShelf = addButton({9, 372, 46, 426}, Control::LowShelf, bitmaps::kLowShelfButton);
+    highShelf = addButton({45, 372, 80, 426}, Control::HighShelf, bitmaps::kHighShelfButton);
+    process = addButton({80, 372, 116, 426}, Control::Process, bitmaps::kProcessButton);
 
-    led = new CPowerLED({86, 346, 107, 368}, nullptr, 0, 2, kLedHeight, editorBitmap(kLed));
+    led =
+        new CPowerLED({86, 346, 107, 368}, nullptr, 0, 2, kLedHeight, editorBitmap(bitmaps::kLed));
     container->addView(led);
     return true;
 }

@@ -1,7 +1,9 @@
 // StripSeparator: its size and picture.
 #include "editor/StripSeparator.h"
 
+#include "BitmapNumbers.h"
+
 bool StripSeparator::attach(VSTGUI::CFrame* parent, const VSTGUI::CPoint& origin)
 {
-    return attachContainer(parent, origin, {13, 448}, 10024);
+    return attachContainer(parent, origin, {13, 448}, bitmaps::kStripSeparator);
 }

@@ -1,6 +1,7 @@
 // TemplateEditor: opening, closing, and how it follows the parameters.
 #include "editor/TemplateEditor.h"
 
+#include "BitmapNumbers.h"
 #include "Product.h"
 #include "editor/EditorLayout.h"
 #include "params/ids/ParameterIds.h"
@@ -16,7 +17,6 @@ namespace Vst {
 
 namespace {
 
-constexpr int32_t kFrameBackground = 10007, kLabels = 10023;
 const CRect kLabelRect(33, 455, 791, 487);
 const CColor kHintColor(223, 222, 223, 255);
 
@@ -51,7 +51,7 @@ bool PLUGIN_API TemplateEditor::open(void* parent, const PlatformType& type)
     bitmaps.emplace();
     frame = new ZKRFrame(CRect(0, 0, editorWidth(0), kEditorHeight), this);
     frame->setBackgroundColor(kGreyCColor);
-    frame->setBackground(editorBitmap(kFrameBackground));
+    frame->setBackground(editorBitmap(bitmaps::kFrameBackground));
     if (!frame->open(parent, type, frameConfig())) {
         frame->forget();
         frame = nullptr;
@@ -59,7 +59,7 @@ bool PLUGIN_API TemplateEditor::open(void* parent, const PlatformType& type)
         return false;
     }
 
-    label = new CChannelLabel(kLabelRect, this, kMS, editorBitmap(kLabels));
+    label = new CChannelLabel(kLabelRect, this, kMS, editorBitmap(bitmaps::kChannelLabel));
     label->setValue(0);
     frame->addView(label);
 

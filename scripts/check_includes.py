@@ -35,7 +35,7 @@ MAY_INCLUDE = {
     "tests": "dsp editor params platform presets sdk shell tools vstgui",
 }
 SDK = ("base/", "pluginterfaces/", "public.sdk/")
-GENERATED = {"Product.h"}
+GENERATED = {"BitmapNumbers.h", "Product.h"}
 
 
 def row_of(folder):

@@ -1,6 +1,7 @@
 // ZKRPresetSystemEditor3: the panel's controls, and how they follow the presets.
 #include "editor/panel/ZKRPresetSystemEditor3.h"
 
+#include "BitmapNumbers.h"
 #include "editor/controls/CSaveLoadButton.h"
 #include "editor/controls/CZKKickButton.h"
 #include "editor/controls/CZKRRockerSwitch.h"
@@ -25,25 +26,25 @@ struct PanelRow {
     PresetTag tag;
     Kind kind;
     CRect rect;
-    int32 bitmap;
+    bitmaps::Number bitmap;
     int32 frames;
 };
 
 // clang-format off
 const std::array<PanelRow, 12> kRows{{
-//   tag                kind              left top right bottom    bitmap frames
-    {kRockerTag,        Kind::Rocker,     {271, 489, 302, 503},    995, 5},
-    {kLoadBankTag,      Kind::File,       { 53, 489,  65, 503},    990, 3},
-    {kSaveBankTag,      Kind::File,       {  2, 489,  14, 503},    991, 3},
-    {kDefaultBankTag,   Kind::DoubleKick, { 15, 488,  51, 503},    992, 3},
-    {kLoadPresetTag,    Kind::File,       {120, 489, 132, 503},    990, 3},
-    {kSavePresetTag,    Kind::File,       { 68, 489,  80, 503},    991, 3},
-    {kDefaultPresetTag, Kind::DoubleKick, { 79, 488, 121, 503},    993, 3},
-    {kRecallATag,       Kind::Kick,       {327, 489, 339, 503},    990, 3},
-    {kStoreATag,        Kind::Kick,       {304, 489, 316, 503},    991, 3},
-    {kRecallBTag,       Kind::Kick,       {366, 489, 378, 503},    990, 3},
-    {kStoreBTag,        Kind::Kick,       {344, 489, 356, 503},    991, 3},
-    {kManualTag,        Kind::Kick,       {378, 488, 390, 503},    989, 3},
+//   tag                kind              left top right bottom    bitmap, frames
+    {kRockerTag,        Kind::Rocker,     {271, 489, 302, 503},    bitmaps::kPresetRocker, 5},
+    {kLoadBankTag,      Kind::File,       { 53, 489,  65, 503},    bitmaps::kLoadKey, 3},
+    {kSaveBankTag,      Kind::File,       {  2, 489,  14, 503},    bitmaps::kSaveKey, 3},
+    {kDefaultBankTag,   Kind::DoubleKick, { 15, 488,  51, 503},    bitmaps::kDefaultBankKey, 3},
+    {kLoadPresetTag,    Kind::File,       {120, 489, 132, 503},    bitmaps::kLoadKey, 3},
+    {kSavePresetTag,    Kind::File,       { 68, 489,  80, 503},    bitmaps::kSaveKey, 3},
+    {kDefaultPresetTag, Kind::DoubleKick, { 79, 488, 121, 503},    bitmaps::kDefaultPresetKey, 3},
+    {kRecallATag,       Kind::Kick,       {327, 489, 339, 503},    bitmaps::kLoadKey, 3},
+    {kStoreATag,        Kind::Kick,       {304, 489, 316, 503},    bitmaps::kSaveKey, 3},
+    {kRecallBTag,       Kind::Kick,       {366, 489, 378, 503},    bitmaps::kLoadKey, 3},
+    {kStoreBTag,        Kind::Kick,       {344, 489, 356, 503},    bitmaps::kSaveKey, 3},
+    {kManualTag,        Kind::Kick,       {378, 488, 390, 503},    bitmaps::kManualKey, 3},
 }};
 // clang-format on
 
