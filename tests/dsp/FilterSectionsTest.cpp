@@ -10,20 +10,6 @@ namespace {
 
 constexpr double kRate = 96000.0;
 
-TEST(WetBiquadFilter, BlendsItsOutputWithTheInput)
-{
-    for (const double wet : {0.0, 0.3, 1.0}) {
-        WetBiquadFilter filter(kRate, FilterType::HighPass2, 2000.0, 1.2, 0.0);
-        filter.setEnabled(1);
-        filter.setWet(wet);
-        const auto h = impulseResponse(filter, 8000);
-        for (const double hz : {300.0, 2000.0, 9000.0}) {
-            const Complex pure = analogueAt(FilterType::HighPass2, 2000.0, 1.2, hz, kRate);
-            EXPECT_NEAR(std::abs(responseAt(h, hz, kRate) - blended(pure, wet)), 0.0, 1e-10);
-        }
-    }
-}
-
 TEST(WetBiquadFilter, TheMixIsClampedAndGlidesAndTheFilterRunsAlsoWhenDry)
 {
     WetBiquadFilter filter(20000.0, FilterType::LowPass1, 500.0, 1.0, 0.0);

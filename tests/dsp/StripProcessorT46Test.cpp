@@ -31,28 +31,6 @@ TEST(StripProcessorT46, ABandThatIsOffKeepsItsLastStep)
     EXPECT_EQ(strip.highFrequency, 6800.0);
 }
 
-TEST(StripProcessorT46, TheLowShelfActsFrom63To300HzOnlyAndTheSwitchStays)
-{
-    StripProcessorT46 strip;
-    strip.setLowShelf(1.0);
-    const int modes[] = {4, 4, 4, 1, 1, 1, 1, 1, 4};  // 550 430 370 | 300 200 120 82 63 | 33
-    for (int i = 1; i <= 9; ++i) {
-        strip.setLowFrequency(step(i));
-        EXPECT_EQ(strip.bandMode, modes[i - 1]) << strip.lowFrequency;
-        EXPECT_EQ(strip.lowShelfRequested, 1);
-    }
-    strip.setLowFrequency(step(6));
-    strip.setLowFrequency(0.0);
-    EXPECT_EQ(strip.lowShelfActive, 1);  // decided by the last step that was on
-    EXPECT_EQ(strip.bandMode, 0);
-    strip.setLowFrequency(step(6));
-    strip.setLowShelf(0.49);
-    EXPECT_EQ(strip.bandMode, 4);
-    strip.setHighShelf(0.5);
-    strip.setHighFrequency(step(1));  // a high shelf has no such limit
-    EXPECT_EQ(strip.bandMode, 4 + 2);
-}
-
 TEST(StripProcessorT46, ARateChangeTakesEveryGainToItsTargetAtOnce)
 {
     StripProcessorT46 strip;
@@ -72,31 +50,6 @@ TEST(StripProcessorT46, ARateChangeTakesEveryGainToItsTargetAtOnce)
         EXPECT_EQ(gain, target);
     EXPECT_EQ(strip.gainRampCount, 0);
     EXPECT_EQ(strip.gainRampLength, 26460);
-    for (const BiquadFilter* filter :
-         {&strip.inputLowPass, &strip.inputHighPass, &strip.outputLowPass, &strip.outputHighPass,
-          &strip.dcBlock, &strip.midBell.main})
-        EXPECT_EQ(filter->sampleRate, 176400.0);
-    EXPECT_EQ(strip.damping.second.sampleRate, 176400.0);
-}
-
-TEST(StripProcessorT46, ASectionOutOfUseTakesTheNewRateWhenItsBandReturns)
-{
-    StripProcessorT46 strip;
-    strip.setSampleRate(192000.0);
-    EXPECT_EQ(strip.highBell.sampleRate, 96000.0);
-    EXPECT_EQ(strip.highShelf.main.sampleRate, 96000.0);
-    strip.setHighFrequency(step(1));
-    EXPECT_EQ(strip.highBell.main.sampleRate, 192000.0);
-    EXPECT_EQ(strip.highBell.lowSkirt.sampleRate, 192000.0);
-    EXPECT_EQ(strip.highShelf.main.sampleRate, 96000.0);
-    strip.setHighShelf(1.0);
-    EXPECT_EQ(strip.highShelf.main.sampleRate, 192000.0);
-    // Rate first, frequency second: 0.499 of the old rate would have cut this bell short.
-    strip.setHighShelf(0.0);
-    strip.setSampleRate(48000.0);
-    EXPECT_DOUBLE_EQ(strip.highBell.main.frequency, 48000.0 * 0.499);
-    strip.setSampleRate(192000.0);
-    EXPECT_DOUBLE_EQ(strip.highBell.main.frequency, 28000.0 * 0.96);
 }
 
 using Setter = void (StripProcessorT46::*)(double);

@@ -1,7 +1,6 @@
 // What an update sets in the sections and the gain ramp, for each combination of bands.
 #include "dsp/StripProcessorT46.h"
 #include "params/lookup/FrequencySteps.h"
-#include "tests/dsp/Responses.h"
 #include "tests/dsp/WorkedValues.h"
 
 #include <gtest/gtest.h>
@@ -79,25 +78,6 @@ TEST(T46Update, EveryCombinationSetsUpItsSectionsGainsAndDamping)
                 EXPECT_NEAR(band.gain, decibelsToGain(band.wanted[8]), 1e-8);
             }
     }
-}
-
-TEST(T46Update, TheRampStartsFromTheGainInForceAndATinyStepIsFlushed)
-{
-    StripProcessorT46 strip;
-    strip.setMidFrequency(1.0);
-    strip.midGain = 1.5;
-    strip.lowGain = strip.lowGainTarget * (1.0 + 1e-12);
-    strip.setMidGain(1.0);
-    EXPECT_EQ(strip.gainRampCount, strip.gainRampLength);
-    EXPECT_NEAR(strip.midGainStep, (strip.midGainTarget - 1.5) / 14400.0, 1e-18);
-    const double raw = (strip.lowGainTarget - strip.lowGain) / 14400.0;
-    EXPECT_NE(raw, flushed(raw, 1e-14));
-    EXPECT_EQ(strip.lowGainStep, flushed(raw, 1e-14));
-
-    strip.setSampleRate(96000.0);
-    strip.update();  // no gain changed: the ramp restarts with a step of 0
-    EXPECT_EQ(strip.gainRampCount, 14400);
-    EXPECT_EQ(strip.midGainStep, 0.0);
 }
 
 }  // namespace
