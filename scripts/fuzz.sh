@@ -69,9 +69,9 @@ check() {
 }
 
 if [ -n "$memcheck" ]; then
-    build_preset release presets_test corruption_test store_test plugin_test automation_test
+    build_preset release presets_test corruption_test store_test plugin_test renders_test
     XDG_DATA_HOME=$(mktemp -d)
-    export XDG_DATA_HOME ZKR_AUTOMATION_SECONDS=1
+    export XDG_DATA_HOME
     trap 'rm -rf "$XDG_DATA_HOME"' EXIT
     SECONDS=0
     while
@@ -79,7 +79,7 @@ if [ -n "$memcheck" ]; then
         check presets/store_test --gtest_filter=-Store.NobodyReadsHalfAValue
         check presets/corruption_test --gtest_filter='Corruption.*Header*:*ACutOff*'
         check plugin/plugin_test
-        check plugin/automation_test
+        check renders/renders_test --gtest_filter='*Library'
         [ "$SECONDS" -lt $((60 * memcheck)) ]
     do :; done
     exit

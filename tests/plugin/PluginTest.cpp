@@ -6,7 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <algorithm>
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -22,6 +23,20 @@ std::unique_ptr<NativePlugin> open(double rate = 44100.0, int in = 2, int out = 
     plugin->setBlockSize(4096);
     plugin->mainsOn();
     return plugin;
+}
+
+// Time of the fastest of many blocks, in seconds, which other processes disturb least.
+double fastestBlock(NativePlugin& plugin, const Signal& sound)
+{
+    const std::vector<Signal> in(2, sound);
+    double fastest = 1e9;
+    for (int block = 0; block < 400; ++block) {
+        const auto start = std::chrono::steady_clock::now();
+        stream(plugin, in);
+        const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+        fastest = std::min(fastest, taken.count());
+    }
+    return fastest;
 }
 
 }  // namespace
@@ -72,38 +87,6 @@ TEST(Library, TwoEffectsCoexistAndOneOutlivesTheOther)
     EXPECT_NO_THROW(open()) << "after the last effect is closed another can be opened";
 }
 
-TEST(Library, AnImpulseIsDelayedByTheReportedLatencyInEveryLayoutRateAndBlockSize)
-{
-    constexpr struct {
-        int in, out;
-    } kLayouts[] = {{1, 1}, {1, 2}, {2, 2}};
-    for (const auto& layout : kLayouts)
-        for (const double rate : {44100.0, 48000.0, 88200.0, 96000.0, 176400.0, 192000.0}) {
-            SCOPED_TRACE(testing::Message() << layout.in << " to " << layout.out << " at " << rate);
-            auto plugin = open(rate, layout.in, layout.out);
-            plugin->setParameter(kPower, 0.0f);
-            EXPECT_EQ(plugin->latency(), rate < 176400.0 ? 96 : 0);
-            std::vector<Signal> in(static_cast<std::size_t>(layout.in), Signal(200)), wanted;
-            for (Signal& channel : in)
-                channel[0] = 1.0f;
-            for (const int block : {1000, 1, 2, 7, 16, 17, 64}) {
-                plugin->mainsOff();
-                plugin->mainsOn();
-                const std::vector<Signal> out = stream(*plugin, in, block);
-                ASSERT_EQ(out.size(), static_cast<std::size_t>(layout.out));
-                const auto smaller = [](float a, float b) { return std::abs(a) < std::abs(b); };
-                for (const Signal& channel : out)
-                    ASSERT_EQ(std::max_element(channel.begin(), channel.end(), smaller)
-                                  - channel.begin(),
-                              plugin->latency())
-                        << "block " << block;
-                if (wanted.empty())
-                    wanted = out;
-                ASSERT_EQ(out, wanted) << "block " << block;
-            }
-        }
-}
-
 TEST(Library, AHostIsToldOfANewLatencyOnce)
 {
     auto plugin = open(96000.0);
@@ -120,4 +103,22 @@ TEST(Library, AHostIsToldOfANewLatencyOnce)
     plugin->setSampleRate(44100.0);
     EXPECT_EQ(plugin->latency(), 96);
     EXPECT_EQ(plugin->reports().ioChanges, 2);
+}
+
+// Everything is switched on, so that every filter runs. Denormal numbers would take many times as
+// long.
+TEST(Library, SilenceTakesNoLongerThanMusicOnceTheFiltersHaveDecayed)
+{
+    auto plugin = open(48000.0);
+    for (VstInt32 id = 5; id < 58; ++id)
+        plugin->setParameter(id, 0.67f);
+    for (const VstInt32 disable : {kTrfoDsL, kTrfoDsR, kAmpDsbL, kAmpDsbR})
+        plugin->setParameter(disable, 0.0f);
+    constexpr std::size_t kBlock = 512;
+    const double music = fastestBlock(*plugin, noise(kBlock, 1));
+    for (const float level : {0.0f, 1e-40f}) {
+        fastestBlock(*plugin, Signal(kBlock, level));
+        const double silence = fastestBlock(*plugin, Signal(kBlock, level));
+        EXPECT_LT(silence, 1.5 * music) << level;
+    }
 }
