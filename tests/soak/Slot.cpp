@@ -68,8 +68,7 @@ void Seat::compareTwins(const char* after)
 
 std::string Seat::step() const
 {
-    return textOf(
-        "seat %d (%s, %.0f Hz, blocks of %d, %d to %d), stretch %lld of %s, last state: %s", number,
-        twins ? "twins" : "single", setup.rate, setup.blockSize, setup.channels[0],
-        setup.channels[1], stretch, kSignalNames[static_cast<int>(signal.kind)], lastState);
+    return textOf("seat %d (%s, %.0f Hz, blocks of %d, %d to %d), stretch %lld of %s", number,
+                  twins ? "twins" : "single", setup.rate, setup.blockSize, setup.channels[0],
+                  setup.channels[1], stretch, kSignalNames[static_cast<int>(signal.kind)]);
 }

@@ -87,7 +87,6 @@ public:
     std::vector<std::unique_ptr<host::NativePlugin>> plugins;  // empty while closed
     std::unique_ptr<InstanceWindow> editor;                    // of the first one
     std::atomic<bool> quiet{false};  // plays silence until the output has decayed
-    const char* lastState = "none";  // last loaded while stopped
 
     // Written by the audio thread; others may read after it has ended.
     std::atomic<long long> blocks{0};

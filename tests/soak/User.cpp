@@ -11,7 +11,6 @@ namespace {
 
 // Before the bank's image: the sizes of both states, 64 bits each, and the controller's prefix.
 constexpr std::size_t kImageAt = 2 * 8 + kStatePrefix.size();
-constexpr std::size_t kHeadersEnd = kImageAt + kFileHeaderSize;
 // 32 bits in the image's header; writing the lowest byte suffices.
 constexpr std::size_t kCurrentPresetAt = kImageAt + FileHeader::kCurrentAt;
 
@@ -29,7 +28,6 @@ User::User(Run& shared, Whereabouts& where) : run(shared), whereabouts(where), d
         {"values, texts and names read", 13, &User::read},
         {"states saved", 10, &User::save},
         {"states loaded", 16, &User::load},
-        {"damaged states loaded", 6, &User::loadDamaged},
         {"setups changed", 18, &User::change},
         {"instances closed and reopened", 3, &User::reopen},
     };
@@ -173,54 +171,9 @@ void User::load(Seat& seat)
     }
     const Seat::Stopped stopped(seat);
     give(seat, state);
-    seat.lastState = "whole";
     if (!seat.twins && seat.plugins.front()->bankChunk() != state)
         seat.fail("a state changes when it is loaded and saved again");
     seat.compareTwins("loading a state");
-}
-
-// Invalid states must change nothing; one that is valid by chance must work as any other.
-void User::loadDamaged(Seat& seat)
-{
-    const Seat::Stopped stopped(seat);
-    // A state that is too short is completed by the previous contents of the instance's buffer,
-    // which must be equal for twins.
-    Bytes before;
-    for (const auto& plugin : seat.plugins)
-        before = plugin->bankChunk();
-    const Bytes state = damaged(dice.of(saved));
-    give(seat, state);
-    seat.lastState = "damaged";
-    for (const auto& plugin : seat.plugins) {
-        const Bytes after = plugin->bankChunk();
-        if (state.size() < factory.size() && !seat.twins && after != before)
-            seat.fail("the first " + std::to_string(state.size())
-                      + " bytes of a state are accepted");
-        if (after.size() != factory.size())
-            seat.fail("a state of " + std::to_string(after.size()) + " bytes after damaged ones");
-        plugin->setBankChunk(after);
-        if (plugin->bankChunk() != after)
-            seat.fail("after a damaged state, a state changes when it is loaded and saved again");
-    }
-    read(seat);
-    seat.compareTwins("loading a damaged state");
-}
-
-// Cuts the state short, or changes random bits: everywhere, in the sizes and the header, or in a
-// few places.
-User::Bytes User::damaged(Bytes state)
-{
-    const int kind = dice.below(4);
-    if (kind == 0)
-        state.resize(static_cast<std::size_t>(dice.below(state.size())));
-    for (std::size_t i = 0; kind == 1 && i < state.size(); ++i)
-        state[i] = static_cast<std::uint8_t>(dice.bits());
-    if (kind == 2)
-        state[static_cast<std::size_t>(dice.below(kHeadersEnd))] =
-            static_cast<std::uint8_t>(dice.bits());
-    for (int count = dice.between(1, 20); kind == 3 && count > 0; --count)
-        dice.of(state) ^= static_cast<std::uint8_t>(1 << dice.below(8));
-    return state;
 }
 
 // Deactivates and activates, mostly with a changed setup.

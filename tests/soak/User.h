@@ -50,12 +50,10 @@ private:
     void useEditor(Seat& seat);
 
     // --- With the seat stopped ---
-    void loadDamaged(Seat& seat);
     void change(Seat& seat);
     void reopen(Seat& seat);
 
     void give(Seat& seat, const Bytes& state);
-    Bytes damaged(Bytes state);
     void idle();
 
     Run& run;
