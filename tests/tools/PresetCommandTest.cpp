@@ -84,25 +84,6 @@ TEST_F(PresetCommand, CheckReportsTheFaultAndSetsTheExitCode)
     expectComplaint("preset import bad.json --into a.zkb --at 3");
 }
 
-TEST_F(PresetCommand, AFailedSaveLeavesTheOldFile)
-{
-    ASSERT_EQ(run("bank export -o x.zkb"), 0);
-    ASSERT_EQ(run("bank export -o x.json"), 0);
-    ASSERT_EQ(run("preset export 3 -o v.json"), 0);
-    const std::pair<const char*, const char*> saves[]{
-        {"bank export -o x.zkb", "x.zkb"},
-        {"bank export -o x.json", "x.json"},
-        {"preset import v.json --into x.zkb --at 0", "x.zkb"},
-    };
-    for (const auto& [command, name] : saves) {
-        const std::string before = contentOf(folder / name);
-        // 8 blocks of 512 bytes: less than any bank.
-        EXPECT_EQ(run(command, "ulimit -f 8;"), 2);
-        EXPECT_TRUE(contentOf(folder / name) == before) << command;
-        EXPECT_NE(err.find("File too large"), std::string::npos) << err;
-    }
-}
-
 TEST_F(PresetCommand, AudioStartsFromTheChosenPreset)
 {
     const auto rendered = [this](const std::string& options, const std::string& before = "") {

@@ -1,5 +1,5 @@
-// A small VST 2 effect for testing the host; build flags give it faults. It halves its input, and
-// its name contains the host's answers about itself.
+// A small VST 2 effect for testing the host; build flags give it faults. Its name
+// contains the host's answers about itself.
 #include "sdk/vst2/vst2interface.h"
 
 #include <cstdio>
@@ -30,23 +30,6 @@ VstIntPtr dispatcher(AEffect* effect, VstInt32 opcode, VstInt32, VstIntPtr, void
     return 0;
 }
 
-void process(AEffect* effect, float** inputs, float** outputs, VstInt32 samples)
-{
-    for (int channel = 0; channel < effect->numOutputs; ++channel)
-        for (VstInt32 i = 0; i < samples; ++i)
-            outputs[channel][i] = 0.5f * inputs[channel][i];
-}
-
-void setParameter(AEffect* effect, VstInt32 index, float value)
-{
-    askHost(effect, audioMasterAutomate, index, 0, nullptr, value);
-}
-
-float getParameter(AEffect*, VstInt32)
-{
-    return 0.0f;
-}
-
 }  // namespace
 
 // C++ does not allow a function called main of another type, so an asm label gives it its name.
@@ -64,10 +47,11 @@ EXPORTED AEffect* entry(audioMasterCallback host)
     AEffect* effect = &effects[used++];
     effect->magic = TEST_EFFECT_MAGIC;
     effect->dispatcher = dispatcher;
-    effect->process = process;
-    effect->processReplacing = process;
-    effect->setParameter = setParameter;
-    effect->getParameter = getParameter;
+    effect->process = effect->processReplacing = [](AEffect*, float**, float**, VstInt32) {};
+    effect->setParameter = [](AEffect* self, VstInt32 index, float value) {
+        askHost(self, audioMasterAutomate, index, 0, nullptr, value);
+    };
+    effect->getParameter = [](AEffect*, VstInt32) { return 0.0f; };
     effect->numParams = 3;
     effect->numInputs = effect->numOutputs = 2;
     effect->uniqueID = 0x54657374;
