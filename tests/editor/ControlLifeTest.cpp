@@ -9,30 +9,13 @@ using namespace VSTGUI;
 
 namespace {
 
-struct RestlessHost : HostProbe {
-    tresult PLUGIN_API beginEdit(ParamID id) override { return after(HostProbe::beginEdit(id)); }
-    tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override
-    {
-        return after(HostProbe::performEdit(id, value));
-    }
-    tresult PLUGIN_API endEdit(ParamID id) override { return after(HostProbe::endEdit(id)); }
-    tresult after(tresult result)
-    {
-        if (--callsLeft == 0)
-            interrupt();
-        return result;
-    }
-
-    int callsLeft = 0;
-    std::function<void()> interrupt;
-};
-
 struct ControlLife : Editor {
-    ControlLife() { controller.setComponentHandler(&host); }
-    ~ControlLife() override
+    ControlLife()
     {
-        window.reset();
-        controller.setComponentHandler(&controller.host);
+        controller.host.onCall = [this] {
+            if (--callsLeft == 0)
+                interrupt();
+        };
     }
 
     // Calls `use` with the centre of one control of each class.
@@ -47,7 +30,7 @@ struct ControlLife : Editor {
             openWindow();
             showEverything();
             window->screen.onMenu = [](COptionMenu&) { return 3; };
-            host.calls.clear();
+            heard();
             // The host releases a closed editor only after the editor's calls have returned.
             const IPtr<TemplateEditor> alive = window->view;
             use(placed.isDisplay() ? placed.rect.getCenter() : at(placed.id));
@@ -58,7 +41,7 @@ struct ControlLife : Editor {
     void expectBalanced() const
     {
         int open = 0;
-        for (const std::string& call : host.calls) {
+        for (const std::string& call : controller.host.calls) {
             open += call[0] == 'b' ? 1 : call[0] == 'e' ? -1 : 0;
             EXPECT_TRUE(open == 0 || open == 1) << "gestures nest or end twice: " << call;
         }
@@ -66,7 +49,8 @@ struct ControlLife : Editor {
     }
     void changeLayout() { set(kQB11, 1 - value(kQB11)); }
 
-    RestlessHost host;
+    int callsLeft = 0;
+    std::function<void()> interrupt;
     const BitmapUser decoded;  // keeps the bitmaps decoded for all windows
 };
 
@@ -76,10 +60,10 @@ TEST_F(ControlLife, WindowMayCloseOrChangeAtAnyCallOfTheHost)
         for (const bool close : {false, true}) {
             SCOPED_TRACE(testing::Message()
                          << (close ? "closed" : "changed") << " at call " << atCall);
-            host.interrupt = [&] { close ? window->close() : changeLayout(); };
+            interrupt = [&] { close ? window->close() : changeLayout(); };
             forEachClass([&](CPoint where) {
                 OffscreenHost& screen = window->screen;
-                host.callsLeft = atCall;
+                callsLeft = atCall;
                 screen.mouseMove(where);
                 screen.mouseDown(where);
                 screen.mouseMove(where + CPoint(3, -300), kLButton);

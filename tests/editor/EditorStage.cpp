@@ -206,15 +206,6 @@ CRect Placed::face() const
     return inner;
 }
 
-std::string Editor::hint()
-{
-    for (uint32_t i = 0; i < window->frame()->getNbViews(); ++i)
-        if (auto* label = dynamic_cast<CTextLabel*>(window->frame()->getView(i));
-            label && !dynamic_cast<CTextEdit*>(label))
-            return label->getText();
-    return "no hint label";
-}
-
 // The frame of its picture; -1 if it shows none.
 int Editor::frameOf(const Placed& placed, const Look& look)
 {

@@ -4,6 +4,7 @@
 
 #include "editor/TemplateEditor.h"
 #include "tests/presets/ControllerProbe.h"
+#include "tests/support/HostObject.h"
 
 #include "vstgui/platform/offscreen/manualclock.h"
 #include "vstgui/platform/offscreen/offscreenhost.h"
@@ -20,7 +21,7 @@ using Calls = std::vector<std::string>;
 Calls gesture(ParamID tag, std::initializer_list<ParamID> edited);
 
 // A host's window, which accepts every size that the editor requests.
-class Window : public IPlugFrame {
+class Window : public HostObject<IPlugFrame> {
 public:
     explicit Window(ControllerProbe& controller);
     ~Window() { close(); }
@@ -31,13 +32,6 @@ public:
         widths.push_back(size->getWidth());
         return resized->onSize(size);
     }
-    tresult PLUGIN_API queryInterface(const TUID, void** obj) override
-    {
-        *obj = nullptr;
-        return kNoInterface;
-    }
-    uint32 PLUGIN_API addRef() override { return 1; }
-    uint32 PLUGIN_API release() override { return 1; }
 
     int width() const { return static_cast<int>(screen.frameSize().x); }
     VSTGUI::CFrame* frame() { return view->getFrame(); }
@@ -125,8 +119,6 @@ struct Editor : testing::Test {
     Placed control(int tag);
     // The centre of the control that edits the parameter; for a ring, a point on its right side.
     CPoint at(int id);
-    // The text of the hint line.
-    std::string hint();
 
     // The picture drawn from controls.txt.
     VSTGUI::Pixels expectedPicture(const Look& look = {});

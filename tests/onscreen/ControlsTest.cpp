@@ -13,10 +13,6 @@ TEST_F(EditorOnScreen, ControlsTakeClicksDragsAndTheWheel)
     const auto clickPanel = [&](double y) {
         return [this, y](User& user) { user.click(host->at(host->width - 62, y)); };
     };
-    const auto dragWithControl = [&](User& user) {
-        user.moveTo(knob);
-        user.holdingControl([&] { user.drag(knob, 0, -4); });
-    };
     const struct {
         const char* what;
         std::function<void(User&)> action;
@@ -50,13 +46,6 @@ TEST_F(EditorOnScreen, ControlsTakeClicksDragsAndTheWheel)
         EXPECT_EQ(host->window->childWidth(), step.width);
         EXPECT_EQ(host->resizes, step.width != before);
     }
-    // Linked channels keep their offset until Control removes it.
-    host->automate(kLGainR2, 0.4);
-    Host::user(clickPanel(30));
-    Host::user([&](User& user) { user.drag(knob, 0, -20); });
-    EXPECT_NEAR(host->value(kLGainL2), 0.6, 0.01);
-    Host::user(dragWithControl);
-    EXPECT_EQ(host->value(kLGainL2), host->value(kLGainR2));
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
-// The editor's window: repaints, closing during user input, size, appearance and processor time.
-#include "presets/FactoryBank.h"
+// The editor's window: repaints, closing during user input, size and processor time.
 #include "tests/onscreen/EditorOnScreen.h"
+#include "tests/support/Times.h"
 
-#include <cstdlib>
 #include <ctime>
 
 namespace {
@@ -128,8 +127,7 @@ TEST_F(EditorOnScreen, OpensQuicklyFiftyTimes)
 
 TEST_F(EditorOnScreen, AnIdleEditorTakesLittleProcessorTime)
 {
-    const char* const asked = std::getenv("ZKR_IDLE_SECONDS");
-    const int seconds = asked ? std::atoi(asked) : 2;
+    const int seconds = asked("ZKR_IDLE_SECONDS", 2);
     double share[2];  // of a core, with the editor closed and open
     for (const bool open : {false, true}) {
         open ? host->openEditor() : host->closeEditor();
@@ -141,15 +139,6 @@ TEST_F(EditorOnScreen, AnIdleEditorTakesLittleProcessorTime)
     std::printf("idle: %.2f %% of a core, and %.2f %% without the editor\n", 100 * share[1],
                 100 * share[0]);
     EXPECT_LT(share[1] - share[0], ZKR_SLOW ? 0.3 : 0.03);
-}
-
-TEST_F(EditorOnScreen, LooksLikeItsReferencePicture)
-{
-    for (unsigned id = 0; id < kPresetParamCount; ++id)
-        host->automate(id, static_cast<double>(factoryBank()[19].values[id]));
-    host->automate(kQB11, 1);
-    Host::idleFor(300);
-    expectPicture(host->picture(), "everything", textsOfEditor(host->width));
 }
 
 }  // namespace

@@ -1,9 +1,7 @@
 // The row of keys at the bottom, under mouse and keyboard: menu, name, files, manual.
 #include "presets/FactoryBank.h"
 #include "tests/onscreen/EditorOnScreen.h"
-#include "tests/support/TemporaryFolder.h"
-
-#include <cstdlib>
+#include "tests/support/MockedPrograms.h"
 
 namespace {
 
@@ -11,36 +9,6 @@ namespace fs = std::filesystem;
 using hands::Key;
 
 struct Panel : EditorOnScreen {
-    // The desktop's helper programs are mocked by scripts that record their arguments; the search
-    // path holds no other programs.
-    Panel() { setPath(folder.path().string()); }
-    ~Panel() override
-    {
-        host.reset();
-        setPath(path);
-    }
-
-    static void setPath(const std::string& value)
-    {
-#ifdef _WIN32
-        (void)value;
-#else
-        setenv("PATH", value.c_str(), 1);
-#endif
-    }
-    // `answer` is the last command of the script.
-    void installHelper(const std::string& name, const std::string& answer)
-    {
-        const std::string file = folder / name;
-        writeContent(file,
-                     "#!/bin/sh\nprintf '%s\\n' \"$@\" > '" + (folder / "asked") + "'\n" + answer);
-        fs::permissions(file, fs::perms::owner_all);
-    }
-    std::string asked() const
-    {
-        return contentOf(folder / "asked");
-    }
-
     void click(Place where)
     {
         Host::user([&](User& user) { user.click(where); });
@@ -49,7 +17,7 @@ struct Panel : EditorOnScreen {
     void chooseFile(Place key, const std::string& title, const std::string& answer,
                     hands::Button button = hands::Button::Left)
     {
-        installHelper("zenity", "echo '" + answer + "'");
+        programs.install("zenity", "echo '" + answer + "'");
         Host::user([&](User& user) {
             user.click(key, button);
             if (!kOnWindows)
@@ -61,15 +29,15 @@ struct Panel : EditorOnScreen {
             user.tap(Key::Return);
             EXPECT_TRUE(user.waitFor([&] { return titleInFront() != title; })) << title;
         });
-        EXPECT_TRUE(kOnWindows || asked().find("--title=" + title) != std::string::npos) << asked();
+        EXPECT_TRUE(kOnWindows || programs.asked().find("--title=" + title) != std::string::npos)
+            << programs.asked();
     }
 
     // Whether a message box drawn by the toolkit shows this line.
     bool messageShows(const std::string& line) const
     {
-        return findText(host->picture(), line, VSTGUI::CColor(20, 20, 20),
-                        VSTGUI::CColor(250, 250, 250))
-            .has_value();
+        return showsText(host->picture(), line, VSTGUI::CColor(20, 20, 20),
+                         VSTGUI::CColor(250, 250, 250));
     }
     void closeMessage(User& user, const std::vector<std::string>& lines)
     {
@@ -79,9 +47,8 @@ struct Panel : EditorOnScreen {
         EXPECT_TRUE(user.waitFor([&] { return !messageShows(lines[0]); })) << lines[0];
     }
 
-    const TemporaryFolder folder;
-    const std::string path = std::getenv("PATH") ? std::getenv("PATH") : "";
-
+    MockedPrograms programs;
+    const TemporaryFolder& folder = programs.folder;
     const Place saveBank = host->at(8, 496), loadBank = host->at(59, 496),
                 savePreset = host->at(74, 496), loadPreset = host->at(126, 496),
                 previous = host->at(276, 496), next = host->at(297, 496),
@@ -209,7 +176,7 @@ TEST_F(Panel, DialogsAndTheManualOpenOrAMessageTellsWhyNot)
     };
     for (const auto& row : rows) {
         platform::userSettings().writeText("ManualPath", row.manual);
-        installHelper("xdg-open", row.opener);
+        programs.install("xdg-open", row.opener);
         Host::user([&](User& user) {
             const int turns = Host::turns;
             user.click(manual);
@@ -225,10 +192,10 @@ TEST_F(Panel, DialogsAndTheManualOpenOrAMessageTellsWhyNot)
     }
     if (!kOnWindows) {
         platform::userSettings().writeText("ManualPath", file);
-        installHelper("xdg-open", "exit 0");
+        programs.install("xdg-open", "exit 0");
         Host::user([&](User& user) {
             user.click(manual);
-            EXPECT_TRUE(user.waitFor([&] { return asked() == file + "\n"; }));
+            EXPECT_TRUE(user.waitFor([&] { return programs.asked() == file + "\n"; }));
         });
     }
     click(next);

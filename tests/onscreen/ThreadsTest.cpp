@@ -3,8 +3,8 @@
 #include "tests/onscreen/EditorOnScreen.h"
 #include "tests/support/Noise.h"
 #include "tests/support/Stream.h"
+#include "tests/support/Times.h"
 
-#include <cstdlib>
 #include <mutex>
 #include <random>
 
@@ -12,13 +12,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using host::NativePlugin;
-
-// Duration in seconds: ZKR_SECONDS, or 3.
-int secondsToTry()
-{
-    const char* const asked = std::getenv("ZKR_SECONDS");
-    return asked ? std::atoi(asked) : 3;
-}
 
 // The output for noise, after enough silence for all older input to decay.
 std::vector<Signal> soundOf(NativePlugin& plugin)
@@ -68,7 +61,8 @@ TEST_F(EditorOnScreen, FollowsWhatAnotherThreadSetsWithoutDeadlock)
             user.pause(20);
         }
     });
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(secondsToTry());
+    const auto end =
+        std::chrono::steady_clock::now() + std::chrono::seconds(asked("ZKR_SECONDS", 3));
     for (int turn = 0; std::chrono::steady_clock::now() < end; ++turn) {
         turnMessageLoop();
         {

@@ -4,6 +4,7 @@
 #include "params/PitchNamesController.h"
 #include "platform/MemoryStore.h"
 #include "presets/FactoryBank.h"
+#include "tests/support/HostObject.h"
 
 #include "public.sdk/source/vst/vst2wrapper/ivst2bridge.h"
 
@@ -22,7 +23,7 @@ using namespace Steinberg::Vst;
 using Values = std::vector<std::pair<ParamID, double>>;
 using Bytes = std::vector<uint8>;
 
-class HostProbe : public IComponentHandler, public IComponentHandler2, public IPendingValues {
+class HostProbe : public HostObject<IComponentHandler, IComponentHandler2, IPendingValues> {
 public:
     tresult PLUGIN_API beginEdit(ParamID id) override { return note("begin", id); }
     tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override
@@ -46,28 +47,22 @@ public:
         if (pending)
             std::exchange(pending, nullptr)();
     }
-    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) override
-    {
-        QUERY_INTERFACE(_iid, obj, FUnknown::iid, IComponentHandler)
-        QUERY_INTERFACE(_iid, obj, IComponentHandler::iid, IComponentHandler)
-        QUERY_INTERFACE(_iid, obj, IComponentHandler2::iid, IComponentHandler2)
-        QUERY_INTERFACE(_iid, obj, IPendingValues::iid, IPendingValues)
-        *obj = nullptr;
-        return kNoInterface;
-    }
-    uint32 PLUGIN_API addRef() override { return 1; }
-    uint32 PLUGIN_API release() override { return 1; }
 
     Values edits;
     std::vector<std::string> calls;
-    std::function<void(ParamID)> onEdit;
+    std::function<void(ParamID)> onEdit;  // before the edit is recorded
+    std::function<void()> onCall;         // after any call
     std::function<void()> pending;
 
 private:
     tresult note(const char* call, ParamID id)
     {
-        const std::lock_guard<std::mutex> lock(mutex);
-        calls.push_back(call + (" " + std::to_string(id)));
+        {
+            const std::lock_guard<std::mutex> lock(mutex);
+            calls.push_back(call + (" " + std::to_string(id)));
+        }
+        if (onCall)
+            onCall();
         return kResultOk;
     }
 

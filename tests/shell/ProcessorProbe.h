@@ -3,6 +3,7 @@
 
 #include "params/ids/ParameterIds.h"
 #include "shell/PitchNamesProcessor.h"
+#include "tests/support/Blocks.h"
 #include "tests/support/Noise.h"
 
 #include "pluginterfaces/vst/vstspeaker.h"
@@ -18,8 +19,6 @@ namespace probe {
 
 using namespace Steinberg;
 using namespace Steinberg::Vst;
-
-using Signal = std::vector<float>;
 
 class Processor : public PitchNamesProcessor {
 public:
@@ -112,21 +111,9 @@ private:
     std::vector<Signal> inPieces(std::vector<Signal>& in, const std::vector<int>& lengths,
                                  std::size_t channelsOut)
     {
-        const auto from = [](std::vector<Signal>& channels, int sample) {
-            std::vector<float*> pointers;
-            for (Signal& channel : channels)
-                pointers.push_back(channel.data() + sample);
-            return pointers;
-        };
-        std::vector<Signal> out(channelsOut, Signal(in.front().size(), -99.0f));
-        const int total = static_cast<int>(in.front().size());
-        int length = 0;
-        for (int done = 0, turn = 0; done < total; done += length, ++turn) {
-            length =
-                std::min(lengths[static_cast<std::size_t>(turn) % lengths.size()], total - done);
-            run(from(in, done), from(out, done), length);
-        }
-        return out;
+        return inBlocks(in, channelsOut, lengths, [this](auto inputs, auto outputs, int length) {
+            run(inputs, outputs, length);
+        });
     }
 };
 

@@ -64,6 +64,11 @@ void movePointer(Place where);
 void button(Button which, bool down);
 void wheel(bool up);
 void key(Key which, bool down);
+inline void tap(Key which)
+{
+    key(which, true);
+    key(which, false);
+}
 // ASCII only.
 void type(const std::string& text);
 

@@ -17,7 +17,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -78,11 +77,9 @@ inline Difference difference(const VSTGUI::Pixels& a, const VSTGUI::Pixels& b,
     return found;
 }
 
-// Finds a text that the toolkit has drawn in its usual font on one colour: the upper left corner of
-// its capitals.
-inline std::optional<VSTGUI::CPoint> findText(const VSTGUI::Pixels& shown, const std::string& text,
-                                              const VSTGUI::CColor& colour,
-                                              const VSTGUI::CColor& back)
+// Whether the toolkit has drawn a text in its usual font on one colour.
+inline bool showsText(const VSTGUI::Pixels& shown, const std::string& text,
+                      const VSTGUI::CColor& colour, const VSTGUI::CColor& back)
 {
     VSTGUI::IPlatformFont* const font = VSTGUI::kNormalFont->getPlatformFont();
     const double height = std::ceil(font->getCapHeight());
@@ -102,8 +99,8 @@ inline std::optional<VSTGUI::CPoint> findText(const VSTGUI::Pixels& shown, const
     for (int top = 0; top + letters.height <= shown.height; ++top)
         for (int left = 0; left + letters.width <= shown.width; ++left)
             if (standsAt(left, top))
-                return VSTGUI::CPoint(left, top);
-    return std::nullopt;
+                return true;
+    return false;
 }
 
 inline std::string picturePath(const std::string& name)

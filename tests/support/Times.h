@@ -1,11 +1,16 @@
-// How often a test repeats a race between two threads.
+// How often and how long tests repeat races between threads, and the like.
 #pragma once
 
 #include <cstdlib>
 
-// ZKR_TIMES, or 2000.
+// The number that an environment variable holds, or a usual one.
+inline int asked(const char* variable, int usual)
+{
+    const char* const text = std::getenv(variable);
+    return text ? std::atoi(text) : usual;
+}
+
 inline int times()
 {
-    const char* const asked = std::getenv("ZKR_TIMES");
-    return asked ? std::atoi(asked) : 2000;
+    return asked("ZKR_TIMES", 2000);
 }

@@ -78,19 +78,7 @@ public:
         moveTo(where);
         hands::wheel(up);
     }
-    void tap(hands::Key which)
-    {
-        hands::key(which, true);
-        hands::key(which, false);
-    }
-    // The pointer must be in place already.
-    void holdingControl(const std::function<void()>& action)
-    {
-        pause(kEntering);
-        hands::key(hands::Key::Control, true);
-        action();
-        hands::key(hands::Key::Control, false);
-    }
+    void tap(hands::Key which) { hands::tap(which); }
     void type(const std::string& text) { hands::type(text); }
     void pause(int milliseconds)
     {

@@ -148,33 +148,22 @@ tresult Instance::process(ProcessData& data)
 }
 
 std::vector<Signal> Instance::render(const std::vector<Signal>& in,
-                                     const std::vector<int32>& blocks, int channelsOut)
+                                     const std::vector<int32>& blocks)
 {
-    const std::size_t length = in[0].size();
     std::vector<Signal> source = in;
-    std::vector<Signal> out(static_cast<std::size_t>(channelsOut), Signal(length, 99.0f));
-    std::size_t turn = 0;
-    for (std::size_t done = 0; done < length; ++turn) {
-        const auto count =
-            std::min(static_cast<std::size_t>(blocks[turn % blocks.size()]), length - done);
-        Sample32 *inputs[2] = {}, *outputs[2] = {};
+    const auto out = inBlocks(source, 2, blocks, [&](auto inputs, auto outputs, int32 length) {
         AudioBusBuffers inputBus, outputBus;
-        for (std::size_t c = 0; c < source.size(); ++c)
-            inputs[c] = source[c].data() + done;
-        for (std::size_t c = 0; c < out.size(); ++c)
-            outputs[c] = out[c].data() + done;
-        inputBus.numChannels = static_cast<int32>(source.size());
-        inputBus.channelBuffers32 = inputs;
-        outputBus.numChannels = channelsOut;
-        outputBus.channelBuffers32 = outputs;
+        inputBus.numChannels = static_cast<int32>(inputs.size());
+        inputBus.channelBuffers32 = inputs.data();
+        outputBus.numChannels = 2;
+        outputBus.channelBuffers32 = outputs.data();
         ProcessData data;
-        data.numSamples = static_cast<int32>(count);
+        data.numSamples = length;
         data.numInputs = data.numOutputs = 1;
         data.inputs = &inputBus;
         data.outputs = &outputBus;
         EXPECT_EQ(process(data), kResultOk);
-        done += count;
-    }
+    });
     EXPECT_EQ(source, in) << "the host's input buffers were written to";
     return out;
 }

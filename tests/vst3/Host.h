@@ -2,6 +2,7 @@
 // interfaces. Each step is a function of its own, so that a test can take them in any order.
 #pragma once
 
+#include "tests/support/HostObject.h"
 #include "tests/support/Noise.h"
 #include "tests/support/Stream.h"
 #include "tools/host/SharedLibrary.h"
@@ -54,17 +55,15 @@ public:
 
 // Records what the controller reports. Edits reach the processor with the next block, unless
 // `deaf`; edits outside a gesture are dropped.
-class Handler : public IComponentHandler, public IComponentHandler2 {
+class Handler : public HostObject<IComponentHandler, IComponentHandler2> {
 public:
     tresult PLUGIN_API beginEdit(ParamID id) override
     {
-        ++calls;
         gestures.insert(id);
         return kResultOk;
     }
     tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override
     {
-        ++calls;
         EXPECT_TRUE(gestures.count(id)) << "an edit of " << id << " outside a gesture";
         if (gestures.count(id))
             edits.emplace_back(id, value);
@@ -72,7 +71,6 @@ public:
     }
     tresult PLUGIN_API endEdit(ParamID id) override
     {
-        ++calls;
         EXPECT_EQ(gestures.erase(id), 1u);
         return kResultOk;
     }
@@ -81,30 +79,14 @@ public:
         restarts.push_back(flags);
         return kResultOk;
     }
-    tresult PLUGIN_API setDirty(TBool) override
-    {
-        ++calls;
-        return kResultOk;
-    }
+    tresult PLUGIN_API setDirty(TBool) override { return kResultOk; }
     tresult PLUGIN_API requestOpenEditor(FIDString) override { return kNotImplemented; }
     tresult PLUGIN_API startGroupEdit() override { return kResultOk; }
     tresult PLUGIN_API finishGroupEdit() override { return kResultOk; }
-    // Not reference-counted: the test owns it.
-    uint32 PLUGIN_API addRef() override { return 1; }
-    uint32 PLUGIN_API release() override { return 1; }
-    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) override
-    {
-        QUERY_INTERFACE(_iid, obj, FUnknown::iid, IComponentHandler)
-        QUERY_INTERFACE(_iid, obj, IComponentHandler::iid, IComponentHandler)
-        QUERY_INTERFACE(_iid, obj, IComponentHandler2::iid, IComponentHandler2)
-        *obj = nullptr;
-        return kNoInterface;
-    }
 
     bool deaf = false;
     std::vector<std::pair<ParamID, ParamValue>> edits;  // those inside a gesture
     std::set<ParamID> gestures;                         // begun and not ended
-    int calls = 0;                                      // of all kinds except restarts
     std::vector<int32> restarts;
 };
 
@@ -146,8 +128,7 @@ public:
     // Processes one block with the queued changes. Values that it reports go to the controller.
     tresult process(ProcessData& data);
     // Processes the channels in blocks whose lengths cycle through the given ones.
-    std::vector<Signal> render(const std::vector<Signal>& in, const std::vector<int32>& blocks,
-                               int channelsOut = 2);
+    std::vector<Signal> render(const std::vector<Signal>& in, const std::vector<int32>& blocks);
 
     Handler handler;
     HostApplication application;
@@ -176,16 +157,13 @@ private:
     }
     void wait(ParamID id, ParamValue value);
 
-    struct Proxy : IConnectionPoint {
+    struct Proxy : HostObject<IConnectionPoint> {
         tresult PLUGIN_API connect(IConnectionPoint*) override { return kResultOk; }
         tresult PLUGIN_API disconnect(IConnectionPoint*) override { return kResultOk; }
         tresult PLUGIN_API notify(IMessage* message) override
         {
             return target && *open ? target->notify(message) : kResultFalse;
         }
-        tresult PLUGIN_API queryInterface(const TUID, void**) override { return kNoInterface; }
-        uint32 PLUGIN_API addRef() override { return 1; }
-        uint32 PLUGIN_API release() override { return 1; }
         FUnknownPtr<IConnectionPoint> target;
         const bool* open = nullptr;
     };

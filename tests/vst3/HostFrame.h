@@ -13,13 +13,14 @@ namespace vst3 {
 // The system's event loop as a host offers it to views.
 struct EventLoop {
     FIDString windowType;
-    FUnknown* offered;                           // the run loop, null on Windows
-    std::function<std::size_t()> registrations;  // timers and descriptors left by views
+    FUnknown* offered;                                // the run loop, null on Windows
+    std::function<int(bool ofTimers)> registrations;  // of timers, or of descriptors
     void (*turn)();
+    void (*turnTimers)();  // leaves descriptors out, on Linux
 };
 extern const EventLoop eventLoop;
 
-class HostFrame : public IPlugFrame {
+class HostFrame : public HostObject<IPlugFrame> {
 public:
     // Opens a window of the view's size at plugView's future upper left corner.
     HostFrame(IPlugView* plugView, Place place) : view(plugView), corner(place)
@@ -69,14 +70,11 @@ public:
     }
     tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) override
     {
-        QUERY_INTERFACE(_iid, obj, FUnknown::iid, IPlugFrame)
-        QUERY_INTERFACE(_iid, obj, IPlugFrame::iid, IPlugFrame)
-        *obj = nullptr;
+        if (HostObject::queryInterface(_iid, obj) == kResultOk)
+            return kResultOk;
         FUnknown* const loop = offersLoop ? eventLoop.offered : nullptr;
         return loop ? loop->queryInterface(_iid, obj) : kNoInterface;
     }
-    uint32 PLUGIN_API addRef() override { return 1; }
-    uint32 PLUGIN_API release() override { return 1; }
 
     IPtr<IPlugView> view;
     const Place corner;

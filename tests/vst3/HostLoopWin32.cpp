@@ -3,7 +3,7 @@
 
 namespace vst3 {
 
-const EventLoop eventLoop{kPlatformTypeHWND, nullptr, [] { return std::size_t(0); },
+const EventLoop eventLoop{kPlatformTypeHWND, nullptr, [](bool) { return 0; }, turnMessageLoop,
                           turnMessageLoop};
 
 }  // namespace vst3

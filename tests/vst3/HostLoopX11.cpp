@@ -11,7 +11,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-class Loop : public Linux::IRunLoop {
+class Loop : public HostObject<Linux::IRunLoop> {
 public:
     tresult PLUGIN_API registerEventHandler(Linux::IEventHandler* handler, int fd) override
     {
@@ -33,17 +33,8 @@ public:
     {
         return take(handler);
     }
-    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) override
-    {
-        QUERY_INTERFACE(_iid, obj, FUnknown::iid, Linux::IRunLoop)
-        QUERY_INTERFACE(_iid, obj, Linux::IRunLoop::iid, Linux::IRunLoop)
-        *obj = nullptr;
-        return kNoInterface;
-    }
-    uint32 PLUGIN_API addRef() override { return 1; }
-    uint32 PLUGIN_API release() override { return 1; }
 
-    void turn()
+    void turn(bool descriptors)
     {
         std::vector<pollfd> sources;
         for (const Registration& each : registered)
@@ -54,11 +45,18 @@ public:
         for (std::size_t i = 0; i < all.size(); ++i) {
             const auto now = find(all[i].handler);
             if (now == registered.end()
-                || (now->fd >= 0 ? !sources[i].revents : now->due > Clock::now()))
+                || (now->fd >= 0 ? !descriptors || !sources[i].revents : now->due > Clock::now()))
                 continue;
             now->due = Clock::now() + now->period;
             all[i].call();
         }
+    }
+
+    int count(bool timers) const
+    {
+        return static_cast<int>(
+            std::count_if(registered.begin(), registered.end(),
+                          [&](const Registration& each) { return (each.fd < 0) == timers; }));
     }
 
     struct Registration {
@@ -91,6 +89,7 @@ Loop loop;
 }  // namespace
 
 const EventLoop eventLoop{kPlatformTypeX11EmbedWindowID, &loop,
-                          [] { return loop.registered.size(); }, [] { loop.turn(); }};
+                          [](bool ofTimers) { return loop.count(ofTimers); },
+                          [] { loop.turn(true); }, [] { loop.turn(false); }};
 
 }  // namespace vst3

@@ -52,29 +52,36 @@ TEST_F(View, OpensInAWindowFollowsTheHostAndLeavesNothingBehind)
         frame.remove();
         EXPECT_EQ(frame.view->removed(), kResultFalse);
         EXPECT_EQ(frame.window->childWidth(), 0);
-        EXPECT_EQ(eventLoop.registrations(), 0u);
+        EXPECT_EQ(eventLoop.registrations(false) + eventLoop.registrations(true), 0);
     }
 }
 
-TEST_F(View, ReportsTheUsersEditsToTheHost)
+// Xlib may read events while it sends a picture; the descriptor then does not become readable, and
+// the next tick of a timer handles them.
+TEST_F(View, ReportsTheUsersEditsToTheHostAlsoWithoutDescriptors)
 {
     HostFrame frame(open(), {20, 10});
     ASSERT_EQ(frame.attach(), kResultTrue);
+    EXPECT_EQ(eventLoop.registrations(false), eventLoop.offered ? 1 : 0);
     expectReferencePicture(frame);
-    instance.handler.edits.clear();
     const auto edited = [&](ParamID id) {
         const auto& edits = instance.handler.edits;
         return std::any_of(edits.begin(), edits.end(),
                            [&](const auto& edit) { return edit.first == id; });
     };
-    User::act(
-        [&](User& user) {
-            user.drag(frame.at(kKnob), 0, -20);
-            user.click(frame.at(kKeyOfQB11));
-        },
-        eventLoop.turn);
-    EXPECT_TRUE(frame.soon([&] { return edited(kLGainL) && edited(kQB11); }));
-    EXPECT_TRUE(frame.soon([&] { return frame.window->childWidth() == 644; }));
+    for (const auto turn : {eventLoop.turn, eventLoop.turnTimers}) {
+        const int further = frame.size.getWidth() - 394;
+        instance.handler.edits.clear();
+        User::act(
+            [&](User& user) {
+                user.drag(frame.at({kKnob.x + further / 2, kKnob.y}), 0, -20);
+                user.click(frame.at({kKeyOfQB11.x + further, kKeyOfQB11.y}));
+            },
+            turn);
+        EXPECT_TRUE(turnUntil([&] { return edited(kLGainL) && edited(kQB11); }, turn));
+        EXPECT_EQ(frame.size.getWidth(), further ? 394 : 644);
+        EXPECT_EQ(frame.window->childWidth(), frame.size.getWidth());
+    }
 }
 
 TEST_F(View, RefusesHostsWithoutAFrameOrARunLoop)
@@ -148,7 +155,7 @@ TEST_F(View, LeavesNothingBehindInAnyOrderOfRelease)
     }
     ViewRect size;
     EXPECT_EQ(view->getSize(&size), kResultTrue);
-    EXPECT_EQ(eventLoop.registrations(), 0u);
+    EXPECT_EQ(eventLoop.registrations(false) + eventLoop.registrations(true), 0);
     instance.automate(kLGainL, 0.9);
     for (int turn = 0; turn < 20; ++turn)
         eventLoop.turn();

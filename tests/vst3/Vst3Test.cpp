@@ -380,15 +380,10 @@ TEST_F(Bundle, HandlesMissingBusesAndChannels)
     }
 }
 
-TEST_F(Bundle, RefusesUnsupportedArrangementsAndProcessesTheOthers)
+TEST_F(Bundle, WidensAMonoInput)
 {
     SpeakerArrangement mono = SpeakerArr::kMono, stereo = SpeakerArr::kStereo;
-    Instance instance(module), refused(module), plain(module);
-    EXPECT_EQ(refused.processor->setBusArrangements(&stereo, 1, &mono, 1), kResultFalse);
-    EXPECT_EQ(refused.processor->setBusArrangements(nullptr, 1, nullptr, 1), kInvalidArgument);
-    refused.start();
-    plain.start();
-    EXPECT_EQ(refused.render(music(), kBlocks), plain.render(music(), kBlocks));
+    Instance instance(module);
     EXPECT_EQ(instance.processor->setBusArrangements(&mono, 1, &stereo, 1), kResultTrue);
     instance.start();
     const std::vector<Signal> out = instance.render({noise(2000, 5)}, kBlocks);
@@ -429,6 +424,7 @@ TEST_F(Bundle, AnswersCallsWithIndicesOutOfRange)
         EXPECT_EQ(instance.controller->getParameterInfo(index, parameter), kInvalidArgument);
         EXPECT_EQ(units->getUnitInfo(index, unit), kInvalidArgument);
     }
+    EXPECT_EQ(instance.processor->setBusArrangements(nullptr, 1, nullptr, 1), kInvalidArgument);
     EXPECT_EQ(instance.component->setState(nullptr), kInvalidArgument);
     EXPECT_EQ(instance.component->getState(nullptr), kInvalidArgument);
     EXPECT_EQ(instance.controller->setState(nullptr), kInvalidArgument);

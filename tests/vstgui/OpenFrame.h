@@ -225,11 +225,6 @@ protected:
         press();
         release();
     }
-    static void tap(hands::Key key)
-    {
-        hands::key(key, true);
-        hands::key(key, false);
-    }
     std::function<bool()> menuIsOpen()
     {
         return [this] { return gestures == 1; };
