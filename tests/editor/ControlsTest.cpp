@@ -73,13 +73,6 @@ TEST_F(Editor, EveryControlHasTheClassAndPlaceOfItsRow)
     }
 }
 
-TEST_F(Editor, EveryParameterOfAPresetHasAControlOrTheRingOfOne)
-{
-    showEverything();
-    for (int id = 0; id < static_cast<int>(kPresetParamCount); ++id)
-        EXPECT_NO_THROW(at(id));
-}
-
 TEST_F(Editor, EveryControlShowsItsParameterAndThePower)
 {
     for (const Row& row : rows("layout")) {

@@ -93,21 +93,6 @@ TEST_F(Editor, DefaultKeysNeedADoubleClickAndControlClears)
     }
 }
 
-TEST_F(Editor, CompareSlotsKeepAPresetEach)
-{
-    window->click(at(kStoreATag));
-    set(kLGainL, 0.9);
-    window->click(at(kStoreBTag));
-    window->click(at(kRecallATag));
-    EXPECT_EQ(value(kLGainL), 0.5);
-    window->click(at(kRockerTag) + kForth);
-    window->click(at(kRecallBTag));
-    EXPECT_NEAR(value(kLGainL), 0.9, 1e-6);
-    EXPECT_EQ(controller.getCurrentPreset(), 1);
-    window->click(at(kNameTag));
-    EXPECT_STREQ(window->screen.textBoxText(), "Default") << "the recalled name is not shown";
-}
-
 TEST_F(Editor, FilesAreChosenInDialogs)
 {
     constexpr int32_t kLeft = VSTGUI::kLButton, kRight = VSTGUI::kRButton;

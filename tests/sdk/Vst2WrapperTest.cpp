@@ -196,6 +196,7 @@ TEST_F(WrappedEffect, ARateOrBlockLengthSetWhileRunningComesBetweenTwoActivation
     // Briefly active, since the latency at the new rate is known only then.
     EXPECT_EQ(host.component->calls, (Calls{"rate 48000", "frames 512", "active 1", "active 0"}));
     EXPECT_EQ(host.effect->initialDelay, 96);
+    EXPECT_EQ(host.timesAsked(audioMasterIOChanged), 2);
 
     host.mains(true);
     host.call(effSetBlockSize, 0, 1 << 26);
@@ -205,11 +206,8 @@ TEST_F(WrappedEffect, ARateOrBlockLengthSetWhileRunningComesBetweenTwoActivation
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "frames 67108864"), 0) << "an absurd length";
 }
 
-TEST_F(WrappedEffect, WithoutMainsOnTheLatencyIsReportedAndBlocksAreProcessed)
+TEST_F(WrappedEffect, WithoutMainsOnBlocksAreProcessed)
 {
-    host.setRate(192000.0f);
-    EXPECT_EQ(host.effect->initialDelay, 0);
-    EXPECT_EQ(host.timesAsked(audioMasterIOChanged), 1);
     host.component->calls.clear();
     host.block();
     host.block();

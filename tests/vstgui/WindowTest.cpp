@@ -51,6 +51,9 @@ TEST_F(Window, ADragGoesOnOutsideUntilItsRelease)
     EXPECT_TRUE(pumpUntil([&] { return record.has("down 20,30 L"); }));
     movePointer(-40, -50);
     EXPECT_TRUE(pumpUntil([&] { return record.has("move -40,-50 L"); }));
+    CButtonState buttons(kShift);
+    EXPECT_TRUE(frame->getPlatformFrame()->getCurrentMouseButtons(buttons));
+    EXPECT_EQ(buttons(), kShift | kLButton);
     release();
     EXPECT_TRUE(pumpUntil([&] { return record.has("exit"); }));
     pump();
@@ -101,15 +104,18 @@ TEST_F(Window, AHostMayDestroyItDuringADrag)
     host.destroy();
     // Before and after the frame has processed the destruction.
     for (int i = 0; i < 2; ++i) {
+        IPlatformFrame& platform = *frame->getPlatformFrame();
         CPoint where;
-        frame->getCurrentMouseLocation(where);
-        frame->invalid();
-        frame->setSize(200, 150);
+        const bool answers = platform.invalidRect(CRect(0, 0, 10, 10))
+            || platform.getCurrentMousePosition(where) || platform.getGlobalPosition(where)
+            || platform.setSize(CRect(0, 0, 200, 150));
+        EXPECT_FALSE(answers && i == 1);
         pump();
     }
     release();
     EXPECT_TRUE(pumpUntil([&] { return record.has("cancel"); }));
     EXPECT_EQ(frame->getPlatformFrame()->createPlatformOptionMenu(), nullptr);
+    EXPECT_EQ(frame->getPlatformFrame()->createPlatformTextEdit(nullptr), nullptr);
     auto* const late = new CFrame(CRect(0, 0, 50, 50), nullptr);
     EXPECT_FALSE(late->open(handle));
     late->close();

@@ -14,24 +14,6 @@ struct Win32Window : OpenFrame {
     HWND hostWindow() const { return static_cast<HWND>(host.handle()); }
 };
 
-void drawScene(CDrawContext& context, const CRect&)
-{
-    const auto picture = owned(new CBitmap(CResourceDescription(10016)));
-    context.resetClipRect();
-    context.setFillColor(CColor(40, 60, 80));
-    context.drawRect(CRect(0, 0, 200, 150), kDrawFilled);
-    context.setFrameColor(kYellowCColor);
-    context.drawRect(CRect(0, 0, 200, 150));
-    context.setFillColor(CColor(255, 0, 0, 128));
-    context.drawRect(CRect(10.5, 10, 60, 40), kDrawFilled);
-    for (int i = 0; i < 6; ++i)
-        picture->draw(&context, CRect(80, 10 + 4 * i, 84, 13 + 4 * i), CPoint(0, 0), 1.f);
-    context.setFont(kNormalFontBig);
-    context.setFontColor(kWhiteCColor);
-    context.drawString("H\303\266rt", CRect(0, 60, 200, 100));
-    context.drawString("sharp", CRect(0, 100, 200, 140), kCenterText, false);
-}
-
 Pixels offscreen(int width, int height,
                  const std::function<void(CDrawContext&, const CRect&)>& draw)
 {
@@ -42,28 +24,6 @@ Pixels offscreen(int width, int height,
 }
 
 }  // namespace
-
-TEST_F(Win32Window, ScreenShowsExactlyWhatTheOffscreenSurfaceHolds)
-{
-    record.onDraw = drawScene;
-    frame->invalid();
-    const Pixels expected = offscreen(200, 150, drawScene);
-    const auto shown = [&] {
-        const Pixels screen = picture();
-        for (int y = 0; y < 150; ++y)
-            for (int x = 0; x < 200; ++x)
-                if (screen.at(x, y) != expected.at(x, y))
-                    return false;
-        return true;
-    };
-    EXPECT_TRUE(pumpUntil(shown));
-    EXPECT_EQ(expected.at(82, 10), kBlueCColor);
-    // The text has drawn pixels of its colour.
-    int white = 0;
-    for (int x = 0; x < 200; ++x)
-        white += expected.at(x, 80) == kWhiteCColor;
-    EXPECT_GT(white, 0);
-}
 
 TEST_F(Win32Window, OnlyInvalidRectanglesArePaintedEachSeparately)
 {
@@ -179,36 +139,6 @@ TEST_F(Win32Window, LosingTheCaptureOrTheReleaseCancelsTheDrag)
                   byWindow ? (Log{"down 20,30 L", "cancel", "up 20,30 L"})
                            : (Log{"down 90,30 L", "cancel"}));
     }
-}
-
-TEST_F(Win32Window, AfterItsWindowIsDestroyedEveryQueryFails)
-{
-    host.destroy();
-    IPlatformFrame& platform = *frame->getPlatformFrame();
-    CRect size;
-    CPoint position;
-    EXPECT_EQ(platform.getPlatformRepresentation(), nullptr);
-    EXPECT_FALSE(platform.getSize(size));
-    EXPECT_FALSE(platform.setSize(CRect(0, 0, 10, 10)));
-    EXPECT_FALSE(platform.invalidRect(CRect(0, 0, 10, 10)));
-    EXPECT_FALSE(platform.getGlobalPosition(position));
-    EXPECT_FALSE(platform.getCurrentMousePosition(position));
-    EXPECT_EQ(platform.createPlatformTextEdit(nullptr), nullptr);
-}
-
-TEST_F(Win32Window, MousePositionAndButtonsAreTheCurrentOnes)
-{
-    movePointer(250, -20);
-    hands::button(hands::Button::Right, true);
-    pump();
-    CPoint where;
-    CButtonState buttons(kShift);
-    EXPECT_TRUE(frame->getPlatformFrame()->getCurrentMousePosition(where));
-    EXPECT_EQ(where, CPoint(250, -20));
-    EXPECT_TRUE(frame->getPlatformFrame()->getCurrentMouseButtons(buttons));
-    EXPECT_EQ(buttons(), kShift | kRButton);
-    hands::button(hands::Button::Right, false);
-    pump();
 }
 
 TEST_F(Win32Window, KeysArriveWithModifiersWhileItHasTheKeyboard)

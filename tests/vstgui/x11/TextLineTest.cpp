@@ -21,22 +21,6 @@ TEST(TextLine, TypingReplacesTheSelectionAndStopsAtTheLimitInCharacters)
     EXPECT_FALSE(line.insert("\r\n\t"));
 }
 
-TEST(TextLine, CaretAndDeletionGoByCharacters)
-{
-    TextLine line(20);
-    line.setText("a\xC3\xA4\xE2\x82\xAC");
-    line.moveEnd(false);
-    EXPECT_TRUE(line.deleteBackward());
-    EXPECT_EQ(line.getText(), "a\xC3\xA4");
-    line.moveLeft(false);
-    EXPECT_EQ(line.getCaret(), 1u);
-    EXPECT_TRUE(line.deleteForward());
-    EXPECT_FALSE(line.deleteForward());
-    line.moveHome(false);
-    EXPECT_FALSE(line.deleteBackward());
-    EXPECT_EQ(line.getText(), "a");
-}
-
 TEST(TextLine, ASelectionCollapsesToTheSideOfTheArrow)
 {
     TextLine line(20);
