@@ -2,6 +2,7 @@
 // and through the built library.
 #include "tests/renders/Renders.h"
 #include "tests/shell/ProcessorProbe.h"
+#include "tests/support/Blocks.h"
 #include "tools/host/NativePlugin.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +12,6 @@
 namespace {
 
 using probe::Processor;
-using probe::Signal;
 using Pointers = std::vector<float*>;
 
 // Far above the differences between mathematical libraries, far below the effect of any fault.

@@ -56,35 +56,30 @@ void addBankCommand(CLI::App& app, Action& action)
     auto options = std::make_shared<BankOptions>();
     CLI::App& group = *app.add_subcommand("bank", "Show, convert and compare banks");
     group.require_subcommand(1);
-    const auto bind = [&](CLI::App& command, int (*run)(const BankOptions&)) {
-        addPluginOption(command, options->plugin);
-        command.callback(
-            [options, run, &action] { action = [options, run] { return run(*options); }; });
-    };
 
     CLI::App& show = *group.add_subcommand(
         "show", "Show what the presets of a bank set: as displayed and as stored, from 0 to 1");
     show.add_option("BANK", options->input, "The bank: .zkb or .json. Default: the factory bank");
     show.add_flag("--all", options->all, "Also what is as in the default preset");
-    bind(show, runShow);
+    bindAction(show, action, options, runShow);
 
     CLI::App& exporting = *group.add_subcommand("export", "Write a bank into a .zkb or .json file");
     exporting.add_option("BANK", options->input,
                          "The bank: .zkb or .json. Default: the factory bank");
     exporting.add_option("-o,--output", options->output, "The file: .zkb or .json")->required();
-    bind(exporting, runConvert);
+    bindAction(exporting, action, options, runConvert);
 
     CLI::App& importing =
         *group.add_subcommand("import", "Make a bank file of JSON, or the reverse");
     importing.add_option("IN", options->input, "The bank: .json or .zkb")->required();
     importing.add_option("-o,--output", options->output, "The file: .zkb or .json")->required();
-    bind(importing, runConvert);
+    bindAction(importing, action, options, runConvert);
 
     CLI::App& diff = *group.add_subcommand(
         "diff", "Compare two banks; the exit code is 0 if they are equal and 1 if not");
     diff.add_option("FIRST", options->input, "A bank: .zkb or .json")->required();
     diff.add_option("SECOND", options->other, "Another. Default: the factory bank");
-    bind(diff, runDiff);
+    bindAction(diff, action, options, runDiff);
 }
 
 }  // namespace tool

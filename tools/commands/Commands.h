@@ -32,6 +32,15 @@ void addScreenshotCommand(CLI::App& app, Action& action);
 
 // --plugin, with the environment's ZKRT46_PLUGIN or the library beside this program as its default.
 void addPluginOption(CLI::App& command, std::string& path);
+// The command takes --plugin, and calls `run` with the options that its line has filled in.
+template <typename Options>
+void bindAction(CLI::App& command, Action& action, const std::shared_ptr<Options>& options,
+                int (*run)(const Options&))
+{
+    addPluginOption(command, options->plugin);
+    command.callback(
+        [options, run, &action] { action = [options, run] { return run(*options); }; });
+}
 // --set, any number of times.
 void addSetOption(CLI::App& command, std::vector<std::string>& settings);
 

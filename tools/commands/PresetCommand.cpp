@@ -80,16 +80,11 @@ void addPresetCommand(CLI::App& app, Action& action)
     auto options = std::make_shared<PresetOptions>();
     CLI::App& group = *app.add_subcommand("preset", "List, show, export and import presets");
     group.require_subcommand(1);
-    const auto bind = [&](CLI::App& command, int (*run)(const PresetOptions&)) {
-        addPluginOption(command, options->plugin);
-        command.callback(
-            [options, run, &action] { action = [options, run] { return run(*options); }; });
-    };
 
     CLI::App& list = *group.add_subcommand(
         "list", "List the presets of a bank, with the number of settings that are not default");
     addBankOption(list, options->choice.bank);
-    bind(list, runList);
+    bindAction(list, action, options, runList);
 
     CLI::App& show =
         *group.add_subcommand("show", "Show a preset: as displayed and as stored, from 0 to 1");
@@ -101,7 +96,7 @@ void addPresetCommand(CLI::App& app, Action& action)
         ->type_name("FILE")
         ->excludes(bank);
     show.add_flag("--all", options->all, "Also what is as in the default preset");
-    bind(show, runShow);
+    bindAction(show, action, options, runShow);
 
     CLI::App& exporting = *group.add_subcommand("export", "Write a preset of a bank into a file");
     exporting.add_option("PRESET", options->choice.preset, "Its name or index")
@@ -109,7 +104,7 @@ void addPresetCommand(CLI::App& app, Action& action)
         ->required();
     addBankOption(exporting, options->choice.bank);
     exporting.add_option("-o,--output", options->output, "The file: .zkr or .json")->required();
-    bind(exporting, runExport);
+    bindAction(exporting, action, options, runExport);
 
     CLI::App& importing = *group.add_subcommand("import", "Put a preset file into a bank");
     importing.add_option("IN", options->input, "The preset: .zkr or .json")->required();
@@ -121,7 +116,7 @@ void addPresetCommand(CLI::App& app, Action& action)
         ->required();
     importing.add_option("-o,--output", options->output,
                          "The changed bank: .zkb or .json. Default: the bank itself");
-    bind(importing, runImport);
+    bindAction(importing, action, options, runImport);
 }
 
 }  // namespace tool
