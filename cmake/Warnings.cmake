@@ -1,7 +1,10 @@
-# Warnings for our own code; the SDK's headers are system headers, which give none.
+# Warnings for our own code; the SDK's headers are system headers, which give none. A constructor's
+# parameter may have the name of the member that it sets: Clang's -Wshadow allows that, GCC's only
+# with =local.
 add_library(zkr_warnings INTERFACE)
 target_compile_options(zkr_warnings INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wdouble-promotion -Wno-unknown-pragmas)
+  -Wall -Wextra -Wpedantic -Wconversion -Wdouble-promotion -Wno-unknown-pragmas
+  $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>)
 if(ZKR_WARNINGS_AS_ERRORS)
   target_compile_options(zkr_warnings INTERFACE -Werror)
 endif()
