@@ -1,5 +1,6 @@
-// The amplifier's curve: a slightly asymmetric, soft compression, folded over a knee at 2.8 and a
-// straight line from 7.0 up.
+// The amplifier's transfer curve: slightly asymmetric soft compression to v, and above a knee at
+// |v| = 2.8 a further reduction of the excess e = |v| - 2.8 to e * 0.8^e; from |v| = 7.0 up a
+// straight line with the slope 0.8^4.2.
 #pragma once
 
 #include <cmath>
@@ -14,7 +15,7 @@ inline double shapeAmplifier(double x, double slope, double bias)
     double a = std::fabs(v);
     if (!(a > kAmplifierKnee))
         return v;
-    // The exponent freezes at 4.2 = 7.0 - 2.8.
+    // The exponent stays at 4.2 = 7.0 - 2.8 on the straight line.
     a = (a - kAmplifierKnee) * std::pow(0.8, a < kStraight ? a - kAmplifierKnee : 4.2)
         + kAmplifierKnee;
     return std::copysign(a, v);

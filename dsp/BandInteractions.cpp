@@ -1,5 +1,5 @@
-// The two interaction curves. Like the band models, they define the sound: presets and the worked
-// values depend on every digit of the constants.
+// The interaction curves. Like the band models, they define the sound: presets and the worked
+// values of the tests depend on every digit of the constants.
 #include "dsp/BandInteractions.h"
 
 #include <algorithm>
@@ -12,8 +12,8 @@ double quadratic(double k2, double k1, double k0, double x)
     return k2 * (x * x) + k1 * x + k0;
 }
 
-// How far two bands push together: 0 for opposed gains, 1 for a summed 16 dB, 2 for a summed 32 dB.
-double jointPush(double gainDb, double otherGainDb)
+// The magnitude of the sum of two gains, each limited to 16 dB, in units of 16 dB: 0 to 2.
+double summedGain(double gainDb, double otherGainDb)
 {
     const double a = std::clamp(gainDb, -16.0, 16.0);
     const double b = std::clamp(otherGainDb, -16.0, 16.0);
@@ -42,7 +42,7 @@ Skirt shelfInteraction(double x, double gainDb, double otherGainDb)
         scale = quadratic(-2.16859, 2.92434, 0.852115, x);
     }
 
-    const double s = jointPush(gainDb, otherGainDb);
+    const double s = summedGain(gainDb, otherGainDb);
     double mixWeight, weight;
     if (s <= 1.0) {
         mixWeight = (1.0 - s) * 0.2 + s;
@@ -62,7 +62,7 @@ Skirt bellInteraction(double x, double& q, double& gainDb, double otherGainDb)
     double qFactor = 1.0;
     double gainFactor = 1.0;
     if (xc <= 0.064) {
-        mix = 0.100494 * std::log(373.844 * xc);  // negative, so no skirt, for far neighbours
+        mix = 0.100494 * std::log(373.844 * xc);  // negative, thus no skirt, below 0.0027
         ratio = 1.0;
     } else if (xc <= 0.2) {
         mix = quadratic(-2.93607, 1.14277, 0.238889, xc);
@@ -70,27 +70,26 @@ Skirt bellInteraction(double x, double& q, double& gainDb, double otherGainDb)
         if (cut)
             gainFactor = quadratic(3.82966, -1.59926, 1.06667, xc);
     } else {
-        const double narrower = quadratic(0.481178, -0.84529, 1.14981, xc);
+        const double boostQFactor = quadratic(0.481178, -0.84529, 1.14981, xc);
         if (cut) {
             mix = quadratic(1.29121, -1.83502, 0.665356, xc);
             ratio = quadratic(-0.505388, -0.41197, 0.682609, xc);
-            qFactor = 2.0 - narrower;
+            qFactor = 2.0 - boostQFactor;
             gainFactor = quadratic(0.465542, -0.685048, 1.01839, xc);
         } else {
             mix = 0.384056 - 0.175833 * xc;
             ratio = quadratic(1.83191, -2.6451, 1.03574, xc);
-            qFactor = narrower;
+            qFactor = boostQFactor;
             gainFactor = quadratic(0.30061, -0.500132, 1.088, xc);
         }
     }
 
-    const double s = jointPush(gainDb, otherGainDb);
+    const double s = summedGain(gainDb, otherGainDb);
     double mixWeight, weight;
     if (s <= 1.0) {
         mixWeight = weight = (1.0 - s) * 0.2 + s;
     } else {
-        // Beyond a summed 16 dB only the mix keeps moving, by a weight that depends on the
-        // distance.
+        // Above a summed 16 dB only the mix still changes, with a weight that depends on xc.
         mixWeight = quadratic(-2.73452, 3.47681, 0.818196, xc) * (s - 1.0) + (2.0 - s);
         weight = 1.0;
     }

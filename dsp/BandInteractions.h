@@ -1,12 +1,12 @@
-// How a band gives way to a neighbour that is in circuit too: curves over the distance of the two
-// bands, weighted by how far their gains push together.
+// How a band changes when a neighbouring band is in circuit too: fitted curves of the ratio of the
+// two frequencies, weighted by the sum of the two gains.
 #pragma once
 
-// What an interaction asks of the band's skirt on the neighbour's side.
+// The setting of the band's skirt on the neighbour's side.
 struct Skirt {
-    double mix;    // may leave 0 .. 1; the sections limit it
+    double mix;    // 0 .. 1; a value outside is limited by the sections
     double ratio;  // skirt frequency over band frequency (shelf) or band edge (bell)
-    double scale;  // of the band's own frequency; 1 for a bell
+    double scale;  // factor of the band's own frequency; 1 for a bell
 };
 
 // x is the lower band's stepped frequency over the upper's; gains in dB. gainDb is the band's own.

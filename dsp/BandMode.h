@@ -1,4 +1,4 @@
-// Which bands of a strip are in circuit and how: a sum of these flags is the strip's bandMode.
+// The bands of a strip that are in circuit: its bandMode is a sum of these flags.
 #pragma once
 
 enum Band : int {
@@ -9,12 +9,12 @@ enum Band : int {
     kHighBellBand = 16,
 };
 constexpr int kNoBands = 0;
-constexpr int kBandsOff = 32;  // taken out by the process switch
+constexpr int kBandsOff = 32;  // all bands switched off by the process switch
 
 constexpr int kLowBands = kLowShelfBand | kLowBellBand;
 constexpr int kHighBands = kHighShelfBand | kHighBellBand;
 
-// A band is either shelf or bell, so not every sum can be.
+// True for kBandsOff and for a sum with at most one of shelf and bell for each band.
 constexpr bool isPossibleBandMode(int mode)
 {
     if (mode == kBandsOff)

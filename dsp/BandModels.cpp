@@ -1,10 +1,11 @@
-// The tables of the band models and the formulas around them. The curves and their constants define
-// the sound, each step on its own: rows that look alike are not merged, and presets and the worked
-// values depend on every digit.
+// The tables of the band models and their formulas. They define the sound of each step: presets and
+// the worked values of the tests depend on every digit. Similar rows are separate on purpose.
 //
 // Throughout: g is the gain in dB, w = log10(|g| + 1) / log10(17) runs from 0 at 0 dB to 1 at 16 dB
 // on either side, u = g / 16 keeps the sign. For frequency and Q a cut is g below 0; for output
-// gain and damping it is g at or below 0. At 0 dB a band is a wire in any case.
+// gain and damping it is g at or below 0. With g = 0 the band itself has no effect.
+//
+// The tables' columns dB/w and dB/w^3 are the strip's output gain in dB at w = 1, times w or w^3.
 #include "dsp/BandModels.h"
 
 #include "dsp/ControlLaws.h"
@@ -16,7 +17,7 @@
 namespace {
 
 struct Line {
-    double at0, slope;  // at0 + slope * w, or * u where a column says so
+    double at0, slope;  // at0 + slope * w, or at0 + slope * u for a column with (u)
 };
 
 struct LowShelfRow {
@@ -98,11 +99,11 @@ constexpr std::array<LowBellRow, 9> kLowBell{{
     {370,  0.84, 0.08,   0.9, -0.79, {0.8,  1.02}, 1.12, {0.8, -0.79}},
     {430, 0.901, 0.14, 0.901, -0.79, {0.8,  0.83}, 1.12, {0.8, -0.79}},
     {550, 0.834, 0.13,  0.83,  -1.1, {0.8,  0.75}, 1.12, {0.8, -0.79}},
-}};  // at 120 Hz the boost's frequency is a curve of its own: see lowBellModel
+}};  // lowBellModel computes the boost's ratio at 120 Hz
 
 constexpr std::array<UpperBellRow, 9> kMidBell{{
 //    Hz    cut  boost        cut     boost  cut                    boost
-//        ratio  slope  base    gain   gain    dB/w  damping(u!)    dB/w^3  damping(w)
+//        ratio  slope  base    gain   gain    dB/w  damping(u)     dB/w^3  damping(w)
     { 680, 0.88, 0.08, 0.89, 1.0608,  0.98, -0.54, {0.75,  -0.9}, 1.09, {0.75, -0.74}},
     { 800, 0.88, 0.08, 0.91, 1.0608,  0.98, -0.54, {0.75,  -0.9}, 1.09, {0.75, -0.74}},
     {1200, 0.88, 0.08, 0.88, 1.0608,  1.02,   0.0, {0.75, -1.07}, 0.52, {0.75, -0.69}},
@@ -116,7 +117,7 @@ constexpr std::array<UpperBellRow, 9> kMidBell{{
 
 constexpr std::array<HighBellRow, 9> kHighBell{{
 //     Hz    cut   boost          cut    boost   cut               boost                     Q
-//         ratio   slope   base   gain    gain   dB/w damping(u!)  dB/w^3  damping(w)   cut  boost
+//         ratio   slope   base   gain    gain   dB/w damping(u)   dB/w^3  damping(w)   cut  boost
     { 6800, 0.925, 0.041, 0.925,  1.02, 1.0611, 0.2, {0.8, -0.24},  0.0, {0.8,   0.2}, 1.1,   1.0},
     { 8200,   0.9,  0.04,  0.92,  1.04,   0.99, 0.2, {0.8, -0.26}, 0.52, {0.8,  0.65}, 1.1,  0.97},
     {10000,   0.9,  0.04,  0.92, 0.998,   0.99, 0.2, {0.8, -0.26}, 0.52, {0.8,  0.65}, 1.1,  0.97},
@@ -177,13 +178,13 @@ double cube(double w)
     return w * w * w;
 }
 
-// Both shelves: how far the corner lies from the step, outwards of the boosted or cut range.
+// The corner of a low shelf over the stepped frequency; a high shelf has the inverse.
 double shelfCorner(double g)
 {
     return g > 0.0 ? 6.54894 - 2.00016 * std::log(g) : 6.75;
 }
 
-// A cut has a fixed, very broad Q; a boost grows narrower with its gain.
+// The Q of a cut is fixed and very low, that of a boost a quadratic in u.
 double bellQ(double g, double u, double cutBase)
 {
     const double base = g < 0.0 ? cutBase : 1.36 * (u * u) - 0.66 * u + 0.31;
@@ -238,7 +239,7 @@ BandModel lowBellModel(double gainPosition, double stepHz)
     const double u = g / 16.0;
     const bool boost = g > 0.0;
     double factor = g < 0.0 ? row.cutRatio : row.boostSlope * w + row.boostBase;
-    if (row.hz == 120 && g >= 0.0)  // this boost alone bends with u, not with w
+    if (row.hz == 120 && g >= 0.0)  // the only ratio that is a quadratic in u
         factor = 0.16 * (u * u) + 0.0000001 * u + 0.7;
     return {g * (boost ? 0.97 : 1.02), stepHz * factor, bellQ(g, u, kLowBellCutQ),
             decibelsToGain((boost ? row.boostOutputDb : row.cutOutputDb) * w),

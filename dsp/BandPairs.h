@@ -1,21 +1,21 @@
-// The combinations of two bands, and how the two see each other in each.
+// The combinations of two bands, and the differences in how the two interact.
 #pragma once
 
 #include "dsp/BandMode.h"
 
 #include <array>
 
-// The neighbour's gain that an interaction is told.
+// The gain of the neighbour that an interaction takes.
 enum class OtherGain {
-    Knob,   // as the knob was quantised
-    Model,  // as the neighbour's model has it
+    Knob,   // of its knob, quantised
+    Model,  // of its band model
 };
 enum class OutputGain {
     Geometric,    // sqrt(lower * upper)
     MostlyLower,  // lower * 0.8 + upper * 0.2
 };
-// The upper band's skirt ratio, as its interaction gave it or inverted.
-enum class UpperRatio { Inverted, AsItStands };
+// Whether the upper band uses the skirt ratio of its interaction or the inverse.
+enum class UpperRatio { Inverted, Unchanged };
 
 struct BandPair {
     Band lower, upper;
@@ -27,10 +27,10 @@ struct BandPair {
 };
 
 // Three cells are irregular, all on purpose and all audible:
-// - low and high shelf tell each other the gain of the model, not of the knob;
+// - low and high shelf take each other's gain from the model, not from the knob;
 // - low shelf and mid bell mix their output gains arithmetically, mostly the shelf's;
-// - mid and high bell leave the upper ratio as it stands, and as a ratio below 1 is then raised to
-//   1, the high bell's skirt stays at the band's lower edge.
+// - mid and high bell do not invert the upper ratio; the section raises a ratio below 1 to 1, so
+//   the high bell's skirt stays at the band's lower edge.
 // clang-format off
 constexpr std::array<BandPair, 8> kBandPairs{{
 //   lower          upper           other gain        output gain              upper ratio
@@ -41,6 +41,6 @@ constexpr std::array<BandPair, 8> kBandPairs{{
     {kLowBellBand,  kMidBellBand,   OtherGain::Knob,  OutputGain::Geometric,   UpperRatio::Inverted},
     {kLowShelfBand, kHighBellBand,  OtherGain::Knob,  OutputGain::Geometric,   UpperRatio::Inverted},
     {kLowBellBand,  kHighBellBand,  OtherGain::Knob,  OutputGain::Geometric,   UpperRatio::Inverted},
-    {kMidBellBand,  kHighBellBand,  OtherGain::Knob,  OutputGain::Geometric,   UpperRatio::AsItStands},
+    {kMidBellBand,  kHighBellBand,  OtherGain::Knob,  OutputGain::Geometric,   UpperRatio::Unchanged},
 }};
 // clang-format on

@@ -1,5 +1,5 @@
-// The design of a BiquadFilter: coefficients by the cookbook formulas (bilinear transform), then
-// the zeros, poles and gain that they stand for.
+// The design of a BiquadFilter: coefficients by the cookbook formulas (bilinear transform), and
+// from these the zeros, poles and gain.
 #include "dsp/BiquadFilter.h"
 
 #include "dsp/ControlLaws.h"
@@ -9,13 +9,13 @@ namespace {
 constexpr double kTwoPi = 6.283185307179586;
 
 // Q falls towards half the sample rate: times 1 - (frequency / (rate * edge))^power. The edge lies
-// just above one half on purpose, so that the bracket stays positive up to the frequency limit.
+// just above one half on purpose, so that this factor stays positive up to the frequency limit.
 struct QWarp {
     double edge, power;
 };
 
 struct Design {
-    double divisor, b0, b1, b2, a1, a2;  // b's and a's still times the divisor
+    double divisor, b0, b1, b2, a1, a2;  // b's and a's are yet to be divided by the divisor
 };
 
 double warpedQ(const QWarp& warp, double q, double frequency, double sampleRate)
@@ -35,6 +35,7 @@ QWarp warpOf(FilterType type)
     }
 }
 
+// The formulas of the cookbook, with its A and alpha, for s = sin(w), c = cos(w) and the warped Q.
 Design secondOrder(FilterType type, double s, double c, double qw, double gainDb)
 {
     const double alpha = s / (2.0 * qw);
@@ -84,9 +85,10 @@ Roots rootsOf(double k2, double k1, double k0)
 
 }  // namespace
 
-BiquadFilter::BiquadFilter(double rate, FilterType response, double hz, double quality, double db)
-    : sampleRate(rate), type(response), frequency(hz), q(quality), gainDb(db),
-      rampLength(static_cast<unsigned int>(glideSamples(rate)))
+BiquadFilter::BiquadFilter(double sampleRate, FilterType type, double frequency, double q,
+                           double gainDb)
+    : sampleRate(sampleRate), type(type), frequency(frequency), q(q), gainDb(gainDb),
+      rampLength(static_cast<unsigned int>(glideSamples(sampleRate)))
 {
 }
 
@@ -134,6 +136,7 @@ void BiquadFilter::setLimitDrive(double drive)
         limitEnabled = 0;
         return;
     }
+    // The ceiling falls as drive and frequency rise, and rises with Q.
     const double load = drive * (44100.0 / sampleRate) * 3.0 * frequency * 0.01;
     limitCeiling = 1000.0 / (load / std::pow(q, 0.75));
     limitSlope = 1.0 / limitCeiling;
@@ -160,7 +163,7 @@ void BiquadFilter::process(double* buffer, int count)
     if (type == FilterType::None)
         return;
     if (isOff()) {
-        forget();
+        clearHistory();
         return;
     }
     for (int i = 0; i < count; ++i)
@@ -178,7 +181,7 @@ void BiquadFilter::designCoefficients()
     a0 = b0 = 1.0;
     a1 = a2 = b1 = b2 = 0.0;
     if (!enabled)
-        return;  // a wire
+        return;  // the signal passes unchanged
 
     const double w = frequency * kTwoPi / sampleRate;
     const double s = std::sin(w);
@@ -210,7 +213,7 @@ void BiquadFilter::designCoefficients()
 void BiquadFilter::placePolesAndZeros()
 {
     rampGain.target = b0;
-    // At the very bottom of the range a low-pass rounds to a gain of 0; it then has no zeros.
+    // At the lowest frequencies b0 of a low-pass rounds to 0: there are no zeros to compute.
     const Roots zeros = b0 == 0.0 ? Roots{0.0, 0.0, 0.0, 0.0} : rootsOf(b0, b1, b2);
     zero1Re.target = zeros.re1;
     zero1Im.target = zeros.im1;
@@ -230,7 +233,7 @@ void BiquadFilter::placePolesAndZeros()
         snapToTarget();
 }
 
-// The step per sample of a glide; one in the range of denormal numbers becomes an exact 0.
+// The step per sample of a glide; a denormal one becomes an exact 0.
 double BiquadFilter::stepTo(double target, double current) const
 {
     double perSample = (target - current) / rampLength;

@@ -1,4 +1,4 @@
-// How a knob position becomes a level, and the small conversions around that.
+// The laws from knob positions to levels, and related conversions.
 #pragma once
 
 #include "params/lookup/Truncate.h"
@@ -6,24 +6,25 @@
 #include <algorithm>
 #include <cmath>
 
-// Knob positions run from 0 to 1, but nothing stops a host from sending others. Eight knob lengths
-// either way is far beyond any use and keeps every level finite; not-a-number counts as 0.
-inline double sanePosition(double position)
+// Knob positions run from 0 to 1, but hosts may send others: these are limited to -8 .. 8, which
+// keeps every level finite; not-a-number counts as 0.
+inline double finitePosition(double position)
 {
-    constexpr double kFarthest = 8.0;
-    return std::isnan(position) ? 0.0 : std::clamp(position, -kFarthest, kFarthest);
+    constexpr double kMax = 8.0;
+    return std::isnan(position) ? 0.0 : std::clamp(position, -kMax, kMax);
 }
 
 // Band gains: -16 to +16 dB in steps of 0.25 dB, 0 dB at 0.5.
 inline double bandGainDb(double position)
 {
-    return truncate(sanePosition(position) * 32.0 * 4.0 + 0.5) * 0.25 - 16.0;
+    return truncate(finitePosition(position) * 32.0 * 4.0 + 0.5) * 0.25 - 16.0;
 }
 
-// Drive and output levels: -16 to +16 dB in steps of 0.01 dB, 0 dB at 0.5. Not limited at the ends.
+// Drive and output levels: -16 to +16 dB in steps of 0.01 dB, 0 dB at 0.5. A position outside 0 to
+// 1 gives a level beyond that, as it does in bandGainDb.
 inline double levelDb(double position)
 {
-    return truncate(sanePosition(position) * 3200.0 + 0.5) * 0.01 - 16.0;
+    return truncate(finitePosition(position) * 3200.0 + 0.5) * 0.01 - 16.0;
 }
 
 inline double decibelsToGain(double db)
@@ -31,7 +32,7 @@ inline double decibelsToGain(double db)
     return std::pow(10.0, db / 20.0);
 }
 
-// Samples in the 150 ms that every gain and filter glide takes.
+// The length of every gain and filter glide, 150 ms, in samples.
 inline int glideSamples(double sampleRate)
 {
     return std::max(0, truncate(sampleRate * 150.0 / 1000.0));

@@ -1,26 +1,26 @@
-// The top-end loss of a strip: two first-order low-passes far above the audible range in a row,
-// each blended in by half the amount.
+// The treble loss of a strip: two first-order low-passes in series, with a corner far above the
+// audible range, each blended in by half the amount.
 #pragma once
 
 #include "dsp/TrackedBiquadFilter.h"
 
 class DampingFilterPair {
 public:
-    explicit DampingFilterPair(double rate)
-        : sampleRate(rate), first(rate, kCornerHz), second(rate, kCornerHz)
+    explicit DampingFilterPair(double sampleRate)
+        : sampleRate(sampleRate), first(sampleRate, kCornerHz), second(sampleRate, kCornerHz)
     {
         first.setEnabled(1);
         second.setEnabled(1);
     }
 
-    void setSampleRate(double rate)  // Hz; kept here without limits, limited by the filters
+    void setSampleRate(double rate)  // Hz; stored without limits, limited by the filters
     {
         sampleRate = rate;
         first.setSampleRate(rate);
         second.setSampleRate(rate);
     }
 
-    void setAmount(float newAmount)  // the filters limit half of it to 0 .. 1
+    void setAmount(float newAmount)  // half of it, limited to 0 .. 1, is each filter's blend
     {
         amount = static_cast<double>(newAmount);
         first.setWet(amount * 0.5);

@@ -1,12 +1,11 @@
-// How a PeakSection sets its three filters.
 #include "dsp/PeakSection.h"
 
 #include "dsp/ControlLaws.h"
 
-PeakSection::PeakSection(double rate, FilterType response)
-    : sampleRate(rate), type(response), main(rate, response, 1000.0, 1.0, 0.0),
-      highSkirt(rate, FilterType::HighPass1, 1000.0, 1.0, 0.0),
-      lowSkirt(rate, FilterType::LowPass1, 1000.0, 1.0, 0.0)
+PeakSection::PeakSection(double sampleRate, FilterType type)
+    : sampleRate(sampleRate), type(type), main(sampleRate, type, 1000.0, 1.0, 0.0),
+      highSkirt(sampleRate, FilterType::HighPass1, 1000.0, 1.0, 0.0),
+      lowSkirt(sampleRate, FilterType::LowPass1, 1000.0, 1.0, 0.0)
 {
     update();
 }

@@ -1,12 +1,13 @@
-// A band as a bell: a band-pass, and behind it two skirts, a first-order low-pass at its upper edge
-// and a high-pass at its lower edge, blended in to steepen a flank towards a neighbouring band.
+// A band as a bell: a band-pass followed by two skirts, a first-order low-pass at its upper edge
+// and a first-order high-pass at its lower edge, blended in to steepen the slope towards a
+// neighbouring band.
 #pragma once
 
 #include "dsp/WetBiquadFilter.h"
 
 class PeakSection {
 public:
-    PeakSection(double rate, FilterType response);
+    PeakSection(double sampleRate, FilterType type);
 
     void setSampleRate(double rate);  // Hz; limited by the filters
     void setFrequency(double hz);     // limited by the filters
@@ -15,7 +16,7 @@ public:
     // centre: at least 1 for the high-pass, at most 1 for the low-pass.
     void setHighSkirt(double mix, double ratio);
     void setLowSkirt(double mix, double ratio);
-    void setEnabled();  // a section cannot be switched off again
+    void setEnabled();  // a section cannot be disabled again
     void setInstant();
     void setLimitBias(double bias);
     void setLimitDrive(double drive);  // for the main filter; the skirts have no limiter
@@ -27,7 +28,7 @@ public:
         return highSkirt.processSample(lowSkirt.processSample(main.processSample(x)));
     }
 
-    // Asked for
+    // Settings
     double sampleRate;  // Hz
     FilterType type;    // of the main filter
     double highSkirtMix = 0.0, lowSkirtMix = 0.0;
@@ -36,7 +37,7 @@ public:
     double q = 1.0;
     bool edgesOnly = false;  // skirts at the band edges, whatever the ratios
 
-    // Follows from it
+    // Set up from the settings
     BiquadFilter main;
     WetBiquadFilter highSkirt;
     WetBiquadFilter lowSkirt;

@@ -1,4 +1,3 @@
-// Which kernels this machine can run.
 #include "dsp/ProcessingForm.h"
 
 ProcessingForms::ProcessingForms() : forms{ProcessingForm::Plain, ProcessingForm::Sse2}, count(2)

@@ -1,5 +1,5 @@
-// The forms in which the audio path exists: the plain one, and kernels for three instruction sets.
-// All give the same bits.
+// The forms of the audio path: plain C++, and kernels for three instruction sets. All give the same
+// bits.
 #pragma once
 
 enum class ProcessingForm { Plain, Sse2, Avx2, Avx512 };
@@ -18,7 +18,7 @@ private:
     int count;
 };
 
-// The best form here; looked up once.
+// The best form on this machine; detected at the first call.
 ProcessingForm bestProcessingForm();
 
 // "plain", "sse2", "avx2" or "avx512".

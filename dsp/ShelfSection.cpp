@@ -1,11 +1,10 @@
-// How a ShelfSection sets its two filters.
 #include "dsp/ShelfSection.h"
 
 #include "dsp/ControlLaws.h"
 
-ShelfSection::ShelfSection(double rate, FilterType response)
-    : sampleRate(rate), type(response), main(rate, response, 1000.0, 1.0, 0.0),
-      skirt(rate, response, 1000.0, 1.0, 0.0)
+ShelfSection::ShelfSection(double sampleRate, FilterType type)
+    : sampleRate(sampleRate), type(type), main(sampleRate, type, 1000.0, 1.0, 0.0),
+      skirt(sampleRate, type, 1000.0, 1.0, 0.0)
 {
     update();
 }
@@ -62,7 +61,7 @@ void ShelfSection::process(double* buffer, int count)
 
 void ShelfSection::update()
 {
-    // The skirt stays within two octaves beyond a factor of 7.87 (or 0.127) of the shelf.
+    // The skirt is limited to two octaves below 0.127 times and above 7.87 times the frequency.
     const double lowest = frequency * 0.127 * 0.25;
     const double highest = frequency * 7.87 * 4.0;
     double skirtHz = frequency * skirtRatio;

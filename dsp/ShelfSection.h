@@ -1,17 +1,17 @@
-// A band as a shelf: a first-order filter, and behind it a second one of the same kind, the skirt,
-// which is blended in to steepen the flank towards a neighbouring band.
+// A band as a shelf: a first-order filter followed by a second one of the same kind, the skirt,
+// which is blended in to steepen the slope towards a neighbouring band.
 #pragma once
 
 #include "dsp/WetBiquadFilter.h"
 
 class ShelfSection {
 public:
-    ShelfSection(double rate, FilterType response);
+    ShelfSection(double sampleRate, FilterType type);
 
     void setSampleRate(double rate);          // Hz; limited by the filters
     void setFrequency(double hz);             // limited by the filters
-    void setSkirt(double mix, double ratio);  // mix limited to 0 .. 1; ratio: skirt over shelf
-    void setEnabled();                        // a section cannot be switched off again
+    void setSkirt(double mix, double ratio);  // mix limited to 0 .. 1; ratio of the frequencies
+    void setEnabled();                        // a section cannot be disabled again
     void setInstant();
     void setLimitBias(double bias);
     void setLimitDrive(double drive);  // for the main filter; the skirt has no limiter
@@ -20,14 +20,14 @@ public:
 
     double processSample(double x) { return skirt.processSample(main.processSample(x)); }
 
-    // Asked for
+    // Settings
     double sampleRate;  // Hz
     FilterType type;
     double skirtMix = 0.0;
     double frequency = 120.0;  // Hz
     double skirtRatio = 1.0;
 
-    // Follows from it
+    // Set up from the settings
     BiquadFilter main;
     WetBiquadFilter skirt;
 

@@ -1,4 +1,4 @@
-// The pre-amplifier strip's life, rate and setters.
+// StripProcessorQB9: construction, sample rate and setters.
 #include "dsp/StripProcessorQB9.h"
 
 #include "dsp/ControlLaws.h"
@@ -22,10 +22,10 @@ void StripProcessorQB9::setSampleRate(double rate)
     outputGainCurrent = outputGainTarget;
     driveGainCurrent = driveGainTarget;
     driveMakeupCurrent = driveMakeupTarget;
-    // Without the make-up, on purpose: it comes in with the first sample of the input stage.
+    // Without driveMakeupTarget, on purpose: the input stage adds it from its first sample on.
     compensation.fill(1.0 / driveGainTarget);
 
-    if (phaseChangePending) {  // there is no sample to wait for
+    if (phaseChangePending) {
         inverted = inverted ? 0 : 1;
         phaseChangePending = 0;
     }
@@ -35,7 +35,8 @@ void StripProcessorQB9::setDrive(double v)
 {
     const double db = levelDb(v);
     driveGainTarget = std::pow(10.0, db * 0.05);
-    driveMakeupTarget = std::pow(10.0, db * 0.031 * 0.05);  // 3.1 % of the dB stay: its character
+    // 3.1 % of the drive in dB is not compensated.
+    driveMakeupTarget = std::pow(10.0, db * 0.031 * 0.05);
 }
 
 void StripProcessorQB9::setHpf(double v)
@@ -55,7 +56,7 @@ void StripProcessorQB9::setOutput(double v)
     outputGainTarget = std::pow(10.0, levelDb(v) * 0.05);
 }
 
-// Turned off, the filter stays set up and enabled; it is only no longer called.
+// Switching off keeps the filter enabled; it is only no longer called.
 void StripProcessorQB9::set28k(double v)
 {
     const int on = switchValue(v);
@@ -72,7 +73,7 @@ void StripProcessorQB9::set28k(double v)
     boostBand.setLimitDrive(0.0);
 }
 
-// Asking for a change and taking it back before it happened leaves nothing waiting.
+// Setting the present polarity again cancels a pending change.
 void StripProcessorQB9::setPhase(double v)
 {
     phaseChangePending = switchValue(v) == inverted ? 0 : 1;

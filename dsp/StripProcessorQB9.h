@@ -1,6 +1,6 @@
-// One channel's pre-amplifier strip: it drives the equaliser strips harder or softer and takes the
-// drive back behind them, and adds a polarity switch, a high-pass, a boost at 28 kHz and an output
-// gain. It has no saturation of its own.
+// One channel's pre-amplifier strip: polarity switch, drive gain, high-pass and a boost at 28 kHz
+// in front of the equaliser strips; compensation of the drive and output gain behind them. It has
+// no saturation of its own.
 #pragma once
 
 #include "dsp/BiquadFilter.h"
@@ -15,32 +15,32 @@ public:
     StripProcessorQB9& operator=(const StripProcessorQB9&) = delete;
 
     // Hz, stored without limits; the filters apply their own. Ends every glide at its target and
-    // applies a waiting change of polarity at once.
+    // carries out a pending change of polarity.
     void setSampleRate(double rate);
 
-    // All take a knob position from 0 to 1. Levels go on beyond 16 dB for positions outside, but
-    // stay finite; the others take the nearest step or switch position.
+    // All take a knob position from 0 to 1. A position outside gives a finite level beyond 16 dB,
+    // or the nearest step or switch position.
     void setDrive(double v);
     void setHpf(double v);
     void setOutput(double v);
     void set28k(double v);
-    void setPhase(double v);  // only marks a change as waiting
+    void setPhase(double v);  // marks a change as pending
 
-    // The polarity stage, in place: keeps up the polarity in force, or carries out a waiting change
+    // The polarity stage, in place: applies the present polarity, or carries out a pending change
     // at the quietest sample. The float forms take any count, the others up to kMaxCount.
     void applyPhase(double* x, int n);
     void applyPhaseFloat(float* x, int n);
 
-    // Both channels change at one point, where they are quietest together. The caller hands in both
-    // strips' `inverted` and clears both strips' `phaseChangePending` afterwards.
+    // Changes both channels at the sample where the sum of their magnitudes is least. The caller
+    // passes both strips' `inverted` and clears both strips' `phaseChangePending` afterwards.
     void applyPhaseLinked(double* a, double* b, int* invertedA, int* invertedB, int n);
     void applyPhaseLinkedFloat(float* a, float* b, int* invertedA, int* invertedB, int n);
 
-    // In front of the equaliser strips and behind them, on the same samples; up to kMaxCount.
+    // Before and after the equaliser strips, on the same samples; n is at most kMaxCount.
     void processInputStage(double* x, int n);
     void processOutputStage(double* x, int n);
 
-    // Moves the drive on by one sample; returns what takes it back out behind the equaliser strips.
+    // Advances the drive by one sample; returns the gain that compensates it in the output stage.
     double stepDrive()
     {
         driveGainCurrent = smoothed(driveGainCurrent, driveGainTarget, smoothingCoeff);
@@ -52,7 +52,7 @@ public:
         outputGainCurrent = smoothed(outputGainCurrent, outputGainTarget, smoothingCoeff);
     }
 
-    // A gain one sample later; the add-and-subtract keeps denormal numbers out of it.
+    // A gain one sample later; adding and subtracting 1e-14 turns denormal numbers into 0.
     static double smoothed(double current, double target, double coeff)
     {
         current += (target - current) * coeff;
@@ -64,21 +64,21 @@ public:
     static constexpr int kMaxCount = 64;  // samples of a sub-block
     static constexpr double kInitialSampleRate = 44100.0;
 
-    // Asked for
+    // Settings
     double sampleRate = kInitialSampleRate;  // Hz
     double outputGainTarget = 1.0;
     double driveGainTarget = 1.0;
-    double driveMakeupTarget = 1.0;  // what remains of the drive after compensation
+    double driveMakeupTarget = 1.0;  // the part of the drive that is not compensated, a gain
     int boostOn = 0;
-    int stripActive = 1;         // gate of all stages; nothing in the system clears it
-    int phaseChangePending = 0;  // waits for a quiet sample
+    int stripActive = 1;         // 0 turns all stages off; never cleared in the product
+    int phaseChangePending = 0;  // until the polarity stage runs
 
-    // Follows from it
+    // Derived from the settings
     double smoothingCoeff = 0.0;
     double boostGain = 1.0;
 
-    // Left behind by the signal; the filters hold their settings as well
-    int inverted = 0;  // polarity in force
+    // State of the signal; the filters also hold settings
+    int inverted = 0;  // the present polarity
     double outputGainCurrent = 1.0;
     double driveGainCurrent = 1.0;
     double driveMakeupCurrent = 1.0;

@@ -1,11 +1,11 @@
-// The pre-amplifier strip's stages: polarity, and the pair of stages around the equaliser strips.
+// StripProcessorQB9: the polarity stage, and the stages before and after the equaliser strips.
 #include "dsp/StripProcessorQB9.h"
 
 #include <cmath>
 
 namespace {
 
-// Index of the least of n magnitudes; the first of several equal ones.
+// The index of the least of n magnitudes; of equal ones the first.
 template <class Magnitude>
 int quietest(int n, Magnitude magnitude)
 {
@@ -101,7 +101,7 @@ void StripProcessorQB9::processInputStage(double* x, int n)
     }
 }
 
-// Undoes the drive of the same sample, with the very value that was in force for it.
+// Compensates the drive of each sample with the value that the input stage stored for it.
 void StripProcessorQB9::processOutputStage(double* x, int n)
 {
     if (!stripActive)

@@ -1,4 +1,4 @@
-// The equaliser strip's life, rate and setters: from knob positions to switches, steps and gains.
+// StripProcessorT46: construction, sample rate and setters.
 #include "dsp/StripProcessorT46.h"
 
 #include "params/lookup/FrequencySteps.h"
@@ -68,8 +68,8 @@ void StripProcessorT46::setProcessOn(float x)
     settingChanged();
 }
 
-// The low shelf exists from 63 to 300 Hz only, on purpose; at other steps the band stays a bell
-// while the switch stays where it was put. A band that is off is judged by its last step.
+// The low shelf exists from 63 to 300 Hz only, on purpose; at other steps the band is a bell,
+// whatever the position of the switch. For a band that is off the last step counts.
 void StripProcessorT46::applyShelfRule()
 {
     lowShelfActive =
@@ -88,7 +88,7 @@ void StripProcessorT46::setLowFrequency(double x)
     const double hz = lookupStep(kLowStepsHz, x);
     lowOn = hz > 0.0 ? 1 : 0;
     if (lowOn)
-        lowFrequency = hz;  // out of circuit, the last real step is kept
+        lowFrequency = hz;  // the step "Off" keeps the last frequency
     if (lowShelfRequested)
         applyShelfRule();
     settingChanged();
@@ -165,14 +165,14 @@ void StripProcessorT46::holdUpdates()
 void StripProcessorT46::releaseUpdates()
 {
     updatesHeld = false;
-    if (updateWanted)
+    if (updatePending)
         update();
 }
 
 void StripProcessorT46::settingChanged()
 {
     if (updatesHeld)
-        updateWanted = true;
+        updatePending = true;
     else
         update();
 }

@@ -1,5 +1,5 @@
-// One channel's equaliser strip: three bands with stepped frequencies that give way to each other,
-// wrapped in models of an input transformer, an amplifier and an output transformer. Each band is a
+// One channel's equaliser strip: a model of an input transformer, three interacting bands with
+// stepped frequencies, and models of an amplifier and an output transformer. Each band is a
 // filtered copy of the signal, subtracted with the factor 1 - G, where G is the band's linear gain.
 #pragma once
 
@@ -21,11 +21,11 @@ public:
     StripProcessorT46& operator=(const StripProcessorT46&) = delete;
 
     // Hz, stored without limits; the filters apply their own. Ends every gain glide at its target.
-    // A section that is out of use takes the rate when its band comes back.
+    // A section that is not in use takes the rate when its band is in circuit again.
     void setSampleRate(double rate);
 
-    // All take a knob position from 0 to 1. A position outside is taken to the nearest switch
-    // position or frequency step; gains go on beyond 16 dB, but stay finite.
+    // All take a knob position from 0 to 1. A position outside gives a finite gain beyond 16 dB, or
+    // the nearest step or switch position.
     void setProcessOn(float x);
     void setLowShelf(double x);  // acts from 63 to 300 Hz only
     void setLowFrequency(double x);
@@ -39,23 +39,22 @@ public:
     void setOutputTransformerDisable(double x);
     void setAmpDisable(double x);
 
-    void configureAmp();
-    void updateFixedFilters();
+    void configureAmp();        // slope and bias of the amplifier's curve
+    void updateFixedFilters();  // DC block and damping, at the present rate
 
-    // Decides what every filter does and starts a 150 ms glide of the gains. Each setter that can
-    // be heard ends with it.
+    // Sets up every filter from the settings and starts a 150 ms glide of the gains. The setters of
+    // bands, process switch and amplifier end with it.
     void update();
 
-    // Between the two, setters put the update off: many changes at one moment then cost one. It
-    // sounds the same, since an update starts from what the signal left behind and not from the
-    // update before it.
+    // Between the two, setters postpone the update, so that several changes cost only one. The
+    // sound is the same: an update does not depend on the update before it.
     void holdUpdates();
     void releaseUpdates();
 
     // In place, at the rate of setSampleRate. A count of 0 or less does nothing.
     void process(double* buffer, int count);
 
-    // Moves the gains on by one sample.
+    // Advances the gains by one sample.
     void stepGains()
     {
         if (gainRampCount == 0) {
@@ -74,17 +73,17 @@ public:
 
     static constexpr double kInitialSampleRate = 96000.0;
 
-    // Asked for
+    // Settings
     double sampleRate = kInitialSampleRate;  // Hz
     int processOn = 1;
     int lowOn = 0, midOn = 0, highOn = 0;
     int lowShelfRequested = 0, highShelfOn = 0;
     double lowFrequency = 1000.0, midFrequency = 1000.0, highFrequency = 1000.0;  // Hz, last step
     double lowGainDb = 0.0, midGainDb = 0.0, highGainDb = 0.0;                    // dB, quantised
-    double lowGainNormal = 0.5, midGainNormal = 0.5, highGainNormal = 0.5;        // as set
+    double lowGainNormal = 0.5, midGainNormal = 0.5, highGainNormal = 0.5;        // positions
     int inputTransformerOn = 1, ampOn = 1, outputTransformerOn = 1;
 
-    // Follows from it
+    // Derived from the settings
     int lowShelfActive = 0;
     int bandMode = kNoBands;
     double ampSlope = 0.0, ampBias = 0.0;
@@ -94,7 +93,7 @@ public:
     double lowGainStep = 0.0, midGainStep = 0.0, highGainStep = 0.0, outputGainStep = 0.0;
     int gainRampLength = glideSamples(kInitialSampleRate);
 
-    // Left behind by the signal; the filters hold their settings as well
+    // State of the signal; the filters also hold settings
     double lowGain = 1.0, midGain = 1.0, highGain = 1.0, outputGain = 1.0;
     int gainRampCount = 0;
     BiquadFilter dcBlock{kInitialSampleRate, FilterType::HighPass1, 1000.0, 1.0, 0.0};
@@ -113,9 +112,9 @@ private:
     void settingChanged();
 
     bool updatesHeld = false;
-    bool updateWanted = false;
+    bool updatePending = false;
 
-    // A band that takes part in an update.
+    // A band in circuit, during an update.
     struct BandInCircuit {
         Band band;
         double stepHz;

@@ -1,4 +1,4 @@
-// The equaliser strip's audio path, stage by stage.
+// StripProcessorT46: the audio path, stage by stage.
 #include "dsp/AmplifierCurve.h"
 #include "dsp/StripProcessorT46.h"
 #include "dsp/TransformerCurve.h"
@@ -19,7 +19,7 @@ void StripProcessorT46::process(double* buffer, int count)
         processOutputTransformer(buffer, count);
 }
 
-// Only what lies below 50 Hz goes through the curve.
+// Only the part of the signal below 50 Hz passes through the curve.
 void StripProcessorT46::processInputTransformer(double* buffer, int count)
 {
     for (int i = 0; i < count; ++i) {
@@ -64,7 +64,7 @@ void StripProcessorT46::processAmp(double* buffer, int count)
         buffer[i] = shapeAmplifier(buffer[i], ampSlope, ampBias);
 }
 
-// As the input transformer, but 26 dB further from its knee and split at 30 Hz; both on purpose.
+// As the input transformer, but 26 dB further below the knee and split at 30 Hz; both on purpose.
 void StripProcessorT46::processOutputTransformer(double* buffer, int count)
 {
     for (int i = 0; i < count; ++i) {

@@ -1,14 +1,13 @@
-// The equaliser strip's decisions: from switches, steps and gains to what every filter does. A
-// band's gain never enters a filter design; the sections get frequency, Q and skirts, the gain ramp
-// gets the gain. Nothing here sees the sample rate: the filters' own design is the whole of the
-// compensation.
+// StripProcessorT46: from switches, steps and gains to the settings of every filter. A band's gain
+// never enters a filter design: the sections get frequency, Q and skirts, the gain ramp gets the
+// gain. No setting depends on the sample rate; only the filters' own design compensates for it.
 #include "dsp/StripProcessorT46.h"
 
 namespace {
 
 constexpr double kSectionLimitBias = 0.09;
 
-// The step per sample of a gain glide; a tiny one becomes an exact 0.
+// The step per sample of a gain glide; one far below 1e-14 becomes an exact 0.
 double gainStep(double target, double current, int length)
 {
     double perSample = (target - current) / length;
@@ -17,7 +16,7 @@ double gainStep(double target, double current, int length)
     return perSample;
 }
 
-// Bell or shelf: the band's skirt next to a neighbour; a bell's Q and gain are corrected in place.
+// The skirt of a band next to a neighbour; a bell's Q and gain are corrected in place.
 Skirt interaction(Band band, BandModel& model, double x, double otherGainDb)
 {
     if (band == kLowShelfBand || band == kHighShelfBand)
@@ -29,10 +28,10 @@ Skirt interaction(Band band, BandModel& model, double x, double otherGainDb)
 
 void StripProcessorT46::update()
 {
-    updateWanted = false;
+    updatePending = false;
     chooseBandMode();
 
-    // For bands out of circuit: one that comes back glides from close to the gain it left.
+    // For bands out of circuit: when one is switched on again, its gain is near its new target.
     lowGainTarget = decibelsToGain(lowGainDb * 1.02);
     midGainTarget = decibelsToGain(midGainDb * 1.02);
     highGainTarget = decibelsToGain(highGainDb * 1.02);
@@ -56,7 +55,7 @@ void StripProcessorT46::update()
         updateThreeBands();
         break;
     default:
-        // Taken out by the switch: a little duller than with no band in circuit, on purpose.
+        // kBandsOff: more damping than with no band in circuit, on purpose.
         dampingAmount = 0.9;
         outputGainTarget = 1.0;
         for (const BandPair& pair : kBandPairs)
@@ -155,11 +154,12 @@ void StripProcessorT46::updateThreeBands()
     const double fM = mid.stepHz;
     const double fH = high.stepHz;
 
-    // The mid band gives way on both sides; the second correction works on what the first one left.
+    // The mid band interacts on both sides; the second correction is applied to the first one's
+    // result.
     const Skirt midUpper = interaction(mid.band, mid.model, fM / fH, high.knobDb);
     const Skirt midLower = interaction(mid.band, mid.model, fL / fM, low.knobDb);
-    // Both outer bands see a little of each other through the same term, with the low frequency in
-    // both. For the high band too; that is no slip.
+    // The outer bands interact through one term, the same for both, with the low frequency as its
+    // numerator; on purpose, also for the high band.
     const double acrossMid = (fL * 0.5) / fH;
     const Skirt lowSkirt = interaction(low.band, low.model, fL / fM + acrossMid, mid.knobDb);
     const Skirt highSkirt = interaction(high.band, high.model, fM / fH + acrossMid, mid.knobDb);
@@ -189,7 +189,7 @@ void StripProcessorT46::applyAlone(const BandInCircuit& band)
         applyBell(bellOf(band.band), band.model.frequency, band.model.q, 0.0, 1.0, 0.0, 1.0);
 }
 
-// A lower band is shaped on its upper side.
+// The lower of two bands has its skirt on the upper side.
 void StripProcessorT46::applyLower(const BandInCircuit& band, const Skirt& skirt)
 {
     if (band.band == kLowShelfBand)
@@ -199,7 +199,7 @@ void StripProcessorT46::applyLower(const BandInCircuit& band, const Skirt& skirt
                   skirt.ratio);
 }
 
-// An upper band is shaped on its lower side, with ratio and scale inverted.
+// The upper of two bands has its skirt on the lower side, with ratio and scale inverted.
 void StripProcessorT46::applyUpper(const BandInCircuit& band, const Skirt& skirt, UpperRatio ratio)
 {
     const double upperRatio = ratio == UpperRatio::Inverted ? 1.0 / skirt.ratio : skirt.ratio;

@@ -1,17 +1,18 @@
-// A first-order low-pass that remembers the frequency it was asked for: one that a low sample rate
-// cut short comes back at a higher rate.
+// A first-order low-pass that keeps the requested frequency: where a low sample rate limited it, a
+// higher rate restores it.
 #pragma once
 
 #include "dsp/WetBiquadFilter.h"
 
 class TrackedBiquadFilter : public WetBiquadFilter {
 public:
-    TrackedBiquadFilter(double rate, double hz)
-        : WetBiquadFilter(rate, FilterType::LowPass1, hz, 1.0, 0.0), requestedFrequency(hz)
+    TrackedBiquadFilter(double sampleRate, double frequency)
+        : WetBiquadFilter(sampleRate, FilterType::LowPass1, frequency, 1.0, 0.0),
+          requestedFrequency(frequency)
     {
     }
 
-    // Limited as in BiquadFilter; the request is kept as it came.
+    // Limited as in BiquadFilter; `requestedFrequency` is not.
     void setFrequency(double hz)
     {
         WetBiquadFilter::setFrequency(hz);
@@ -24,6 +25,6 @@ public:
         setFrequency(requestedFrequency);
     }
 
-    // Asked for
+    // Settings
     double requestedFrequency;  // Hz, not limited
 };

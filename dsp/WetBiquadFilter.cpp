@@ -1,4 +1,3 @@
-// The blend of a WetBiquadFilter: where it should go and how it gets there.
 #include "dsp/WetBiquadFilter.h"
 
 #include "dsp/ControlLaws.h"
@@ -15,7 +14,7 @@ void WetBiquadFilter::process(double* buffer, int count)
     if (type == FilterType::None)
         return;
     if (isOff()) {
-        forget();
+        clearHistory();
         return;
     }
     for (int i = 0; i < count; ++i)

@@ -1,5 +1,5 @@
-// A BiquadFilter whose output is blended with its input. The blend never touches the recursion: the
-// filter runs on, also while nothing of it is heard.
+// A BiquadFilter whose output is blended with its input. The blend does not affect the recursion:
+// the filter also runs while the blend is 0.
 #pragma once
 
 #include "dsp/BiquadFilter.h"
@@ -17,19 +17,19 @@ public:
         if (type == FilterType::None)
             return x;
         if (isOff()) {
-            forget();
+            clearHistory();
             return x;
         }
         return stepWet(x);
     }
 
-    // Asked for
+    // Settings
     double wetTarget = 0.0;
 
-    // Follows from it
+    // Derived from the settings
     double wetStep = 0.0;
 
-    // Left behind by the signal
+    // State of the signal
     double wetCurrent = 0.0;
 
 private:

@@ -1,4 +1,3 @@
-// How a block goes through the kernels.
 #include "dsp/lanes/FastStrips.h"
 
 namespace {
@@ -43,7 +42,7 @@ bool isSteady(const StripProcessorQB9& s)
     return (highPassOff || isSteady(s.highPass)) && (!s.boostOn || isSteady(s.boostBand));
 }
 
-// A smoother comes to rest where its next step would be too small to show.
+// A smoother is at rest when a step no longer changes its value.
 bool isAtRest(double current, double target, double coeff)
 {
     return StripProcessorQB9::smoothed(current, target, coeff) == current;
@@ -60,7 +59,7 @@ bool isOutputGainAtRest(const StripProcessorQB9& s)
     return isAtRest(s.outputGainCurrent, s.outputGainTarget, s.smoothingCoeff);
 }
 
-// A strip whose gains are at their targets takes them up with its first sample.
+// With no glide running, the gains take their targets with the next sample and stay there.
 bool areGainsAtRest(const StripProcessorT46& s)
 {
     return !s.processOn || s.gainRampCount == 0;
@@ -83,8 +82,8 @@ bool canRunFast(const StripChain& chain)
         && (!chain.second || isSteady(*chain.second));
 }
 
-// run(kernels, first lane, rows): once, if all lanes have the same setting; else lane by lane, each
-// in rows of its own.
+// Calls run(kernels, first lane, rows): once if all lanes have the same setting, else for each lane
+// alone, on a copy of its samples.
 template <class Strip, class Setting, class Run>
 void FastStrips::runLanes(Strip* const* strips, Setting setting, Run run)
 {
@@ -115,11 +114,11 @@ void FastStrips::runPreampInput(StripProcessorQB9* const* strips)
         }
     compensation = {compensations, stride};
     for (int k = 0; k < lanes; ++k) {
-        double* const kept = strips[k]->compensation.data();
+        double* const stored = strips[k]->compensation.data();
         for (int i = 0; i < count; ++i)
-            kept[i] = compensations[i * stride + k];
+            stored[i] = compensations[i * stride + k];
         if (!strips[k]->highPass.enabled)
-            strips[k]->highPass.process(nullptr, 0);  // it forgets its past
+            strips[k]->highPass.process(nullptr, 0);  // clears its history
     }
 
     runLanes(
@@ -161,7 +160,7 @@ void FastStrips::runStrip(StripProcessorT46* const* strips)
         });
 }
 
-// While nothing glides, one row of factors serves for all.
+// Without a glide, one row of factors serves for all rows.
 FastStrips::StripFactors FastStrips::stepGains(StripProcessorT46* const* strips)
 {
     const bool atRest = forAll(strips, lanes, areGainsAtRest);
@@ -177,7 +176,7 @@ FastStrips::StripFactors FastStrips::stepGains(StripProcessorT46* const* strips)
             low[at] = 1.0 - strip.lowGain;
             mid[at] = 1.0 - strip.midGain;
             high[at] = 1.0 - strip.highGain;
-            output[at] = noBands ? 1.0 : strip.outputGain;  // with no band there is none
+            output[at] = noBands ? 1.0 : strip.outputGain;  // no band: no output gain
         }
     }
     const int stride = atRest ? 0 : lanes;

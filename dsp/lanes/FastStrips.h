@@ -1,23 +1,20 @@
-// The strips of one or two channels on their way through the kernels, and what is decided for them
-// once a block: which gains stand still, and which channels can go side by side.
+// Runs the strips of one or two channels through the kernels. Decided once a block: which gains are
+// constant, and whether both channels go through one kernel.
 #pragma once
 
 #include "dsp/lanes/StripChain.h"
 #include "dsp/lanes/StripKernels.h"
 
-// Whether the kernels can take the chain as it is set now. They know nothing of gliding filters,
-// limiters, or filters that are off, all of which are rare or never met.
+// Whether the kernels can process the chain in its present state. They support no gliding filters,
+// no limiters and no disabled filters, which are rare or never occur.
 bool canRunFast(const StripChain& chain);
 
 class FastStrips {
 public:
-    // `rows` as the kernels have them: `count` rows of `lanes` (1 or 2) samples.
-    FastStrips(double* rowsInPlace, int rowCount, int laneCount)
-        : rows(rowsInPlace), count(rowCount), lanes(laneCount)
-    {
-    }
+    // `rows`, processed in place: `count` rows of `lanes` (1 or 2) samples (StripKernels.h).
+    FastStrips(double* rows, int count, int lanes) : rows(rows), count(count), lanes(lanes) { }
 
-    // One strip for each lane.
+    // `strips` has one strip for each lane.
     void runPreampInput(StripProcessorQB9* const* strips);
     void runStrip(StripProcessorT46* const* strips);
     void runPreampOutput(StripProcessorQB9* const* strips);  // after runPreampInput
@@ -37,7 +34,7 @@ private:
     double* const rows;
     const int count;
     const int lanes;
-    FactorRows compensation{};
+    FactorRows compensation{};  // of the drive, from runPreampInput to runPreampOutput
     double compensations[kMaxFactors];
     double factors[4][kMaxFactors];
 };

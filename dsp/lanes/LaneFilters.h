@@ -1,12 +1,11 @@
 // The strips' filters with a channel in each lane. Local to the file that includes it.
 //
-// Every lane does what the plain filter does, in its order, but for products that are always zero
-// and are left out: with finite samples, adding or subtracting such a zero can change nothing
-// except the sign of another zero, and the 1e-36 that is added to every output takes that sign
-// away.
+// Every lane computes what the plain filter computes, in the same order, but leaves out products
+// that are always 0. With finite samples such a term could only change the sign of a zero, and
+// adding 1e-36 to every output removes that sign anyway.
 //
 // step(x, row, ending) filters one row; `ending` is set for the last two rows of a block.
-// writeBack() gives the history after the block to the plain filters.
+// writeBack() copies the history after the block to the plain filters.
 #pragma once
 
 #include "dsp/WetBiquadFilter.h"
@@ -19,13 +18,12 @@ using Filters = PerLane<N, BiquadFilter>;
 template <int N>
 using WetFilters = PerLane<N, WetBiquadFilter>;
 
-// The history of a filter. It holds two samples, so only the last two rows of a block leave
-// anything in it; steps on other rows pass it by.
+// The history of a filter. It holds two samples, so only the last two rows of a block are added.
 template <int N>
 struct History {
-    ZKR_INLINE explicit History(const Filters<N>& f)
-        : filters(f), x1(f.get(&BiquadFilter::x1)), x2(f.get(&BiquadFilter::x2)),
-          y1(f.get(&BiquadFilter::y1)), y2(f.get(&BiquadFilter::y2))
+    ZKR_INLINE explicit History(const Filters<N>& filters)
+        : filters(filters), x1(filters.get(&BiquadFilter::x1)), x2(filters.get(&BiquadFilter::x2)),
+          y1(filters.get(&BiquadFilter::y1)), y2(filters.get(&BiquadFilter::y2))
     {
     }
     ZKR_INLINE void add(Vec<N> x, Vec<N> y)
@@ -58,8 +56,9 @@ ZKR_INLINE Vector withoutDenormals(Vector y)
 // First order: b1 = b2 = a2 = 0.
 template <int N>
 struct LowPass1 {
-    ZKR_INLINE explicit LowPass1(const Filters<N>& f)
-        : b0(f.get(&BiquadFilter::b0)), a1(f.get(&BiquadFilter::a1)), history(f), y1(history.y1)
+    ZKR_INLINE explicit LowPass1(const Filters<N>& filters)
+        : b0(filters.get(&BiquadFilter::b0)), a1(filters.get(&BiquadFilter::a1)), history(filters),
+          y1(history.y1)
     {
     }
     ZKR_INLINE Vec<N> step(Vec<N> x, int, bool ending)
@@ -76,12 +75,12 @@ struct LowPass1 {
     Vec<N> y1;
 };
 
-// First order: b1 = -b0, so that b1 * x1 is the product b0 * x of the row before, turned round;
+// First order: b1 = -b0, so that b1 * x1 is the negated product b0 * x of the row before;
 // b2 = a2 = 0.
 template <int N>
 struct HighPass1 {
-    ZKR_INLINE explicit HighPass1(const Filters<N>& f)
-        : b0(f.get(&BiquadFilter::b0)), a1(f.get(&BiquadFilter::a1)), history(f),
+    ZKR_INLINE explicit HighPass1(const Filters<N>& filters)
+        : b0(filters.get(&BiquadFilter::b0)), a1(filters.get(&BiquadFilter::a1)), history(filters),
           bx1(b0 * history.x1), y1(history.y1)
     {
     }
@@ -104,9 +103,10 @@ struct HighPass1 {
 // Second order: b1 = 0, b2 = -b0.
 template <int N>
 struct BandPass {
-    ZKR_INLINE explicit BandPass(const Filters<N>& f)
-        : b0(f.get(&BiquadFilter::b0)), a1(f.get(&BiquadFilter::a1)), a2(f.get(&BiquadFilter::a2)),
-          history(f), bx1(b0 * history.x1), bx2(b0 * history.x2), y1(history.y1), y2(history.y2)
+    ZKR_INLINE explicit BandPass(const Filters<N>& filters)
+        : b0(filters.get(&BiquadFilter::b0)), a1(filters.get(&BiquadFilter::a1)),
+          a2(filters.get(&BiquadFilter::a2)), history(filters), bx1(b0 * history.x1),
+          bx2(b0 * history.x2), y1(history.y1), y2(history.y2)
     {
     }
     ZKR_INLINE Vec<N> step(Vec<N> x, int, bool ending)
@@ -128,12 +128,13 @@ struct BandPass {
     Vec<N> bx1, bx2, y1, y2;
 };
 
-// Second order, every coefficient in use.
+// Second order, all coefficients.
 template <int N>
 struct SecondOrder {
-    ZKR_INLINE explicit SecondOrder(const Filters<N>& f)
-        : b0(f.get(&BiquadFilter::b0)), b1(f.get(&BiquadFilter::b1)), b2(f.get(&BiquadFilter::b2)),
-          a1(f.get(&BiquadFilter::a1)), a2(f.get(&BiquadFilter::a2)), history(f)
+    ZKR_INLINE explicit SecondOrder(const Filters<N>& filters)
+        : b0(filters.get(&BiquadFilter::b0)), b1(filters.get(&BiquadFilter::b1)),
+          b2(filters.get(&BiquadFilter::b2)), a1(filters.get(&BiquadFilter::a1)),
+          a2(filters.get(&BiquadFilter::a2)), history(filters)
     {
     }
     ZKR_INLINE Vec<N> step(Vec<N> x, int, bool)
@@ -152,9 +153,9 @@ struct SecondOrder {
 // A filter blended with its input.
 template <int N, class Filter>
 struct Wet {
-    ZKR_INLINE explicit Wet(const WetFilters<N>& f)
-        : filters(f), filter(f.template as<BiquadFilter>()),
-          wet(f.get(&WetBiquadFilter::wetTarget)), dry(1.0 - wet)
+    ZKR_INLINE explicit Wet(const WetFilters<N>& filters)
+        : filters(filters), filter(filters.template as<BiquadFilter>()),
+          wet(filters.get(&WetBiquadFilter::wetTarget)), dry(1.0 - wet)
     {
     }
     ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool ending)

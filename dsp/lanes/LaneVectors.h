@@ -1,5 +1,4 @@
-// Vectors with a channel in each lane, and what the kernels need to do with them. Local to the file
-// that includes it.
+// Vectors with a channel in each lane, and their operations. Local to the file that includes it.
 #pragma once
 
 #include <emmintrin.h>

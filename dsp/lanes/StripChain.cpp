@@ -1,4 +1,4 @@
-// The plain form of the chain, and the way into the fast one.
+// The plain form of the chain, and the choice between it and the fast form.
 #include "dsp/lanes/StripChain.h"
 
 #include "dsp/lanes/FastStrips.h"
@@ -39,7 +39,7 @@ void processFast(const StripChain* chains, int channels, double* rows, int count
         strips.runPreampOutput(preamp);
 }
 
-// A pre-amplifier with all its stages off is left out.
+// The chain without a pre-amplifier whose stages are all off.
 StripChain inUse(const StripChain& chain)
 {
     const bool preampInUse = chain.preamp && chain.preamp->stripActive;

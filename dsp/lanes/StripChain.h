@@ -1,5 +1,6 @@
-// The strips of one or two channels in their order, behind the polarity stage. The plain form calls
-// the strips one after the other; the fast forms run the same arithmetic on both channels at once.
+// The strips of one or two channels, in the order of processing, after the polarity stage. The
+// plain form calls the strips one after the other; the fast forms do the same arithmetic on both
+// channels at once.
 #pragma once
 
 #include "dsp/ProcessingForm.h"
@@ -13,8 +14,8 @@ struct StripChain {
     StripProcessorT46* second;
 };
 
-// In place, on 1 to StripProcessorQB9::kMaxCount samples; all finite. A null `r` means one channel,
-// and `right` is then not looked at. Every form leaves the same bits in the samples and the strips,
-// so that forms may change from call to call; all but the plain one share the same kernels.
+// In place, on 1 to StripProcessorQB9::kMaxCount finite samples. A null `r` means one channel, and
+// `right` is then ignored. Every form leaves the same bits in the samples and in the strips, so the
+// form may differ from call to call. All forms but the plain one use the same kernels.
 void processStrips(ProcessingForm form, const StripChain& left, const StripChain& right, double* l,
                    double* r, int count);

@@ -1,4 +1,4 @@
-// The fast strips' stages, made of pipelines.
+// The kernels, each a pipeline of stages.
 #include "dsp/lanes/StripStages.h"
 
 #include <utility>
@@ -52,7 +52,8 @@ void input(StripProcessorT46* const* strips, double* rows, int count)
 template <int kMode>
 using Mode = std::integral_constant<int, kMode>;
 
-// The bands of a mode join the pipeline one after the other: high, mid, low.
+// Appends the bands of a mode to the stages `before`, in the order high, mid, low, and runs them
+// all. Each call appends one band and calls itself with the mode of the others, `rest`.
 template <int N, int kMode, class... Stages>
 ZKR_INLINE void runBands(const PerLane<N, StripProcessorT46>& s, const BandShares& shares,
                          double* rows, int count, const Stages&... before)
@@ -63,18 +64,18 @@ ZKR_INLINE void runBands(const PerLane<N, StripProcessorT46>& s, const BandShare
     {
         using Filter = decltype(filter);
         using ShelfSkirt = Wet<N, Filter>;
-        const BandMix<N, ShelfSkirt> mixed{ShelfSkirt(section[&ShelfSection::skirt]), share, rows};
-        runBands<N, rest.value>(s, shares, rows, count, before..., filter, stored<N>(mixed, rows));
+        const BandMix<N, ShelfSkirt> mix{ShelfSkirt(section[&ShelfSection::skirt]), share, rows};
+        runBands<N, rest.value>(s, shares, rows, count, before..., filter, stored<N>(mix, rows));
     };
     const auto withBell = [&](const PerLane<N, PeakSection>& section, const FactorRows& share,
                               auto rest) __attribute__((always_inline))
     {
         using LowSkirt = Wet<N, LowPass1<N>>;
         using HighSkirt = Wet<N, HighPass1<N>>;
-        const BandMix<N, HighSkirt> mixed{HighSkirt(section[&PeakSection::highSkirt]), share, rows};
+        const BandMix<N, HighSkirt> mix{HighSkirt(section[&PeakSection::highSkirt]), share, rows};
         runBands<N, rest.value>(s, shares, rows, count, before...,
                                 BandPass<N>(section[&PeakSection::main]),
-                                LowSkirt(section[&PeakSection::lowSkirt]), stored<N>(mixed, rows));
+                                LowSkirt(section[&PeakSection::lowSkirt]), stored<N>(mix, rows));
     };
     if constexpr ((kMode & kHighShelfBand) != 0)
         withShelf(HighPass1<N>(s[&Strip::highShelf][&ShelfSection::main]), s[&Strip::highShelf],
@@ -102,7 +103,7 @@ void bands(StripProcessorT46* const* strips, BandShares shares, double* rows, in
 template <int N>
 void output(StripProcessorT46* const* strips, FactorRows outputGain, double* rows, int count)
 {
-    // The output transformer is 26 dB further from its knee.
+    // The output transformer works 26 dB further below its knee.
     static constexpr double kDown[] = {0.05, 0.05};
     static constexpr double kUp[] = {20.0, 20.0};
     using Strip = StripProcessorT46;

@@ -1,20 +1,20 @@
-// The fast strips' stages, each a kernel that runs over all samples of a block.
+// The kernels of the fast form: each runs some stages of a strip over all samples of a block.
 //
-// The channels lie side by side, a row for each sample, and each is a lane of a vector:
+// The samples of the channels are interleaved in rows; each channel is a lane of a vector:
 //
 //   one lane     row i  | x[i] |
 //   two lanes    row i  | left[i] | right[i] |
 //
-// These are the instructions that every 64-bit machine has. What sets the pace is not the width of
-// a vector but the filters' recursions, a chain of four or five operations from sample to sample,
-// so a kernel has several filters at work on different samples at the same time: StripStages.h
-// draws how.
+// SSE2, which every x86-64 processor has, is enough: the speed of a kernel is limited by the
+// filters' recursions, chains of four or five dependent operations from sample to sample, and not
+// by the width of its vectors. So a kernel runs several filters on different samples at the same
+// time; StripStages.h has a diagram.
 #pragma once
 
 #include "dsp/StripProcessorQB9.h"
 #include "dsp/StripProcessorT46.h"
 
-// A factor for each lane of every row; with a stride of 0 the same ones for all rows.
+// A factor for each lane of every row; with a stride of 0 all rows have the same factors.
 struct FactorRows {
     const double* at;
     int stride;
@@ -29,9 +29,9 @@ struct BandShares {
     BandShares lane(int k) const { return {low.lane(k), mid.lane(k), high.lane(k)}; }
 };
 
-// The stages for a number of lanes, each with a strip of its own. All filters in use are enabled,
-// without a glide or a limiter, and all lanes take the same path: what is chosen by a switch is
-// chosen by that of the first.
+// The kernels for a number of lanes; `strips` has one strip for each. All filters in use must be
+// enabled, without a glide or a limiter, and all strips must have the same switches: those of the
+// first are read.
 struct LaneKernels {
     // Drive gain, then high-pass (if it is on) and 28 kHz boost (if it is on).
     void (*preampInput)(StripProcessorQB9* const* strips, FactorRows drive, double* rows,
@@ -40,7 +40,7 @@ struct LaneKernels {
     void (*preampOutput)(FactorRows compensation, FactorRows outputGain, double* rows, int count);
     // Input transformer (if it is on), DC block and damping.
     void (*input)(StripProcessorT46* const* strips, double* rows, int count);
-    // By band mode, from one band up: high, mid and low band.
+    // High, mid and low band, by band mode; empty for no bands and for impossible modes.
     void (*bands[kBandsOff])(StripProcessorT46* const* strips, BandShares shares, double* rows,
                              int count);
     // The bands' output gain, amplifier (if it is on) and output transformer (if it is on).

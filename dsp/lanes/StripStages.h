@@ -1,11 +1,11 @@
 // The stages that the lane kernels are made of, and the pipeline that runs several of them at a
 // time. Local to the file that includes it.
 //
-// A filter needs its output of the row before, which takes four or five operations that wait for
-// each other. If the stages took the same row one after the other, each would also wait for the
-// stage before it, and a row would last as long as all of them together. So a stage works one row
-// behind the stage before it: it takes what that one has put out in the pass before, and nothing in
-// a pass waits for anything else in it. A pass lasts about as long as its slowest stage.
+// A filter's output depends on its output for the row before, through four or five dependent
+// operations. If all stages processed the same row in turn, each would also depend on the stage
+// before it, and a row would take the sum of their times. So each stage works one row behind the
+// stage before it, on that stage's output of the pass before: within a pass no stage depends on
+// another one, and the pass takes about as long as its slowest stage.
 //
 // The rows that each stage works on, in the kernel of the bands with the mid bell and the low shelf
 // in circuit, on a block of n rows:
@@ -17,14 +17,14 @@
 //   3  shelf, main filter                              0    1   ...  n-4  n-3  n-2  n-1
 //   4  shelf, skirt, band mix *                             0   ...  n-5  n-4  n-3  n-2  n-1
 //
-// Inside a pass the last stage runs first, so that it finds the output of the stage before it still
-// in place (Pipeline::pass). Stages marked * store their output in its row, over what was there;
-// until then the row holds the input of the band, which the band mix reads. All rows are through at
-// the end of the kernel: the signal itself is not delayed.
+// Inside a pass the last stage runs first, before the stage in front of it replaces its output
+// (Pipeline::pass). Stages marked * store their output in its row; until then the row holds the
+// input of the band, which the band mix reads. The kernel ends when all stages have processed all
+// rows: the signal is not delayed.
 //
 // The passes before pass 4 and from pass n on are bounded passes: some stages have no row there.
 // Passes n-2 and n-1 are bounded too, since they begin the last two rows of the block, which the
-// filters keep as their history. The passes between do without these tests.
+// filters keep as their history. The passes between need no such tests.
 #pragma once
 
 #include "dsp/AmplifierCurve.h"
@@ -34,9 +34,9 @@
 
 namespace {
 
-// The first stage and the pipeline of those behind it. In a pass the first stage takes `x`, row
-// `row`, and each later one the row before that of its predecessor; a bounded pass leaves out the
-// stages whose row is not one of the `count` rows of the block.
+// The first stage and the pipeline of the others. In a pass the first stage takes row `row`, whose
+// samples are `x`, and each later stage one row before its predecessor's; a bounded pass leaves out
+// stages whose row lies outside the `count` rows of the block.
 template <int N, class... Stages>
 struct Pipeline;
 
@@ -51,8 +51,8 @@ struct Pipeline<N> {
 
 template <int N, class Stage, class... Rest>
 struct Pipeline<N, Stage, Rest...> {
-    ZKR_INLINE explicit Pipeline(const Stage& first, const Rest&... later)
-        : stage(first), rest(later...)
+    ZKR_INLINE explicit Pipeline(const Stage& stage, const Rest&... rest)
+        : stage(stage), rest(rest...)
     {
     }
     template <bool kBounded>
@@ -73,7 +73,7 @@ struct Pipeline<N, Stage, Rest...> {
     Vec<N> output = {};
 };
 
-// The first stage takes `count` rows of N samples; the last one, or one on the way, stores them.
+// The first stage reads `count` rows of N samples; a Stored stage writes them.
 template <int N, class... Stages>
 ZKR_INLINE void runStages(const double* rows, int count, const Stages&... stages)
 {
@@ -98,7 +98,7 @@ ZKR_INLINE Vec<N> factorOf(const FactorRows& factors, int row)
 // reads the row.
 template <int N, class Stage>
 struct Stored {
-    ZKR_INLINE Stored(const Stage& last, double* to) : stage(last), rows(to) { }
+    ZKR_INLINE Stored(const Stage& stage, double* rows) : stage(stage), rows(rows) { }
     ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool ending)
     {
         const Vec<N> y = stage.step(x, row, ending);
@@ -135,10 +135,10 @@ struct Transformer {
     ZKR_INLINE void writeBack() const { }
 };
 
-// Behind a transformer's curve: the high-pass half of the row joins the bent low-pass half.
+// After a transformer's curve: adds the high-pass part of the row to the shaped low-pass part.
 template <int N>
 struct WithHighPass {
-    ZKR_INLINE WithHighPass(const Filters<N>& f, const double* from) : high(f), rows(from) { }
+    ZKR_INLINE WithHighPass(const Filters<N>& high, const double* rows) : high(high), rows(rows) { }
     ZKR_INLINE Vec<N> step(Vec<N> low, int row, bool ending)
     {
         return low + high.step(Lanes<N>::load(rows + row * N), row, ending);
@@ -149,7 +149,7 @@ struct WithHighPass {
     const double* rows;
 };
 
-// Takes values, so that the stage that calls it can stay in registers.
+// Its arguments are values, so that the calling stage can stay in registers.
 [[gnu::noinline, gnu::cold]] inline double shapeLoudRow(double x, double slope, double bias)
 {
     return shapeAmplifier(x, slope, bias);
@@ -179,7 +179,7 @@ struct Amplifier {
     Vec<N> slope, bias;
 };
 
-// The last filter of a band, and the band itself: row - filtered row * share, where share is 1 - G.
+// The last filter of a band and its mix: row - filtered row * share, where share is 1 - G.
 template <int N, class Filter>
 struct BandMix {
     ZKR_INLINE Vec<N> step(Vec<N> x, int row, bool ending)
@@ -194,6 +194,7 @@ struct BandMix {
     const double* rows;
 };
 
+// The pre-amplifier's boost at 28 kHz.
 template <int N>
 struct Boost {
     ZKR_INLINE explicit Boost(const PerLane<N, StripProcessorQB9>& s)
