@@ -1,5 +1,4 @@
-// The identities of the plug-in. They were drawn once; hosts keep them in their projects, so they
-// never change.
+// The ids of the plug-in's classes. Hosts store them in projects: they never change.
 #pragma once
 
 #include "pluginterfaces/base/funknown.h"

@@ -1,4 +1,3 @@
-// The library's exported functions.
 #include "shell/EntryPoints.h"
 
 #include "shell/ClassIds.h"

@@ -1,4 +1,4 @@
-// ZKR_EXPORT: in front of a function that the library shows to hosts.
+// ZKR_EXPORT marks a function that the library exports.
 #pragma once
 
 #ifdef __ELF__

@@ -1,4 +1,4 @@
-// PitchNamesProcessor: life, rates and buses, and the order of one block.
+// PitchNamesProcessor: construction, rates, buses, and the processing of a block.
 #include "shell/PitchNamesProcessor.h"
 
 #include "shell/ClassIds.h"
@@ -28,14 +28,15 @@ float toMilliseconds(int32 samples, double rate)
 
 }  // namespace
 
-PitchNamesProcessor::PitchNamesProcessor(ProcessingForm form)
+PitchNamesProcessor::PitchNamesProcessor(ProcessingForm processingForm)
     : eqStripL(new (std::nothrow) StripProcessorT46),
       eqStripR(new (std::nothrow) StripProcessorT46),
       preampStripL(new (std::nothrow) StripProcessorQB9),
       preampStripR(new (std::nothrow) StripProcessorQB9),
       eqStripL2(new (std::nothrow) StripProcessorT46),
-      eqStripR2(new (std::nothrow) StripProcessorT46), workL{}, workR{}, processingForm(form),
-      oversampling(form), latencyMs(toMilliseconds(kOversampledLatency, 44100.0))
+      eqStripR2(new (std::nothrow) StripProcessorT46), workL{}, workR{},
+      processingForm(processingForm), oversampling(processingForm),
+      latencyMs(toMilliseconds(kOversampledLatency, 44100.0))
 {
     updateStageSwitches();
     setControllerClass(kControllerId);

@@ -1,7 +1,8 @@
-// PitchNamesProcessor: the audio half of the plug-in. It owns the strips of both channels, takes
-// the parameters at the head of each block and runs the block through them at the oversampled rate.
+// PitchNamesProcessor: the audio half of the plug-in. It owns the strips of both channels, applies
+// the parameter changes at the start of each block and runs the block through the strips at the
+// oversampled rate.
 //
-// It keeps no settings of its own: every one reaches it as a parameter change.
+// It has no state that hosts store: every setting reaches it as a parameter change.
 #pragma once
 
 #include "dsp/lanes/StripChain.h"
@@ -16,16 +17,17 @@ namespace Vst {
 
 class PitchNamesProcessor : public AudioEffect {
 public:
-    // All forms sound the same; the best one this machine has is also the fastest.
-    explicit PitchNamesProcessor(ProcessingForm form = bestProcessingForm());
+    // All forms give the same bits; the default is the fastest on this machine.
+    explicit PitchNamesProcessor(ProcessingForm processingForm = bestProcessingForm());
     ~PitchNamesProcessor() override;
 
     tresult PLUGIN_API initialize(FUnknown* context) override;
-    // Picks the oversampling for the host's rate and starts from silence, whatever `state` is.
+    // Selects the oversampling for the host's rate and clears its histories, whatever `state` is.
     tresult PLUGIN_API setActive(TBool state) override;
 
-    // Takes one bus each way: mono, mono to stereo, or stereo. Any other channel count is refused
-    // and puts both buses back to stereo; another number of buses is refused and changes nothing.
+    // Accepts one input and one output bus: mono, mono to stereo, or stereo. Any other channel
+    // count is refused and resets both buses to stereo; another number of buses is refused and
+    // changes nothing.
     tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numIns,
                                           SpeakerArrangement* outputs, int32 numOuts) override;
     // 96 below a host rate of 176400 Hz, 0 from there up; 96 until the first setActive.
@@ -34,7 +36,7 @@ public:
     tresult PLUGIN_API process(ProcessData& data) override;
 
 protected:
-    // The licence's answer: false lets the sound through untouched (and undelayed).
+    // For a licence check: false passes the sound unchanged and without delay.
     virtual bool mayProcess() const { return true; }
 
     // PitchNamesProcessorParameters.cpp
@@ -61,8 +63,8 @@ protected:
     bool stereoIn = true;
     bool stereoOut = true;
 
-    // One channel each: L is the left or mid channel, R the right or side channel. Null where
-    // memory ran out.
+    // One channel each: L is the left or mid channel, R the right or side channel. Null if memory
+    // ran out.
     std::unique_ptr<StripProcessorT46> eqStripL, eqStripR;
     std::unique_ptr<StripProcessorQB9> preampStripL, preampStripR;
     std::unique_ptr<StripProcessorT46> eqStripL2, eqStripR2;
@@ -70,7 +72,7 @@ protected:
     // A sub-block is 16 samples at the host's rate and up to four times that at the strips'.
     double workL[64], workR[64];
 
-    // From the parameters.
+    // Settings from the parameters.
     int32 powerOn = 1;
     int32 channel1Active = 1;
     int32 channel2Active = 1;
@@ -81,7 +83,7 @@ protected:
     int32 transformerDisable = 0;
     int32 ampDisable = 0;
 
-    int32 phaseDoneForBlock = 0;  // the polarity stage has run on the whole of this block
+    int32 phaseDoneForBlock = 0;  // 1: the polarity stage has run on the whole block
 
     const ProcessingForm processingForm;
     Oversampling oversampling;
@@ -89,7 +91,7 @@ protected:
     double oversampledRate = 176400.0;  // Hz, the rate at which the strips run
     int32 latencySamples = 96;
     float latencyMs;
-    float reportedLatencyMs = -1.0f;  // counts down, then holds what was last reported
+    float reportedLatencyMs = -1.0f;  // counts down to -10, then is the reported latency
 };
 
 }  // namespace Vst

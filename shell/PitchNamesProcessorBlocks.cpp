@@ -1,5 +1,5 @@
-// One block of audio, from the host's input buffers to its output buffers, in sub-blocks of 16
-// samples.
+// PitchNamesProcessor: a block of audio, from the host's input buffers to its output buffers, in
+// sub-blocks of 16 samples.
 #include "shell/PitchNamesProcessor.h"
 
 #include <algorithm>
@@ -12,15 +12,18 @@ namespace {
 
 constexpr int kSubBlock = 16;
 
-// The host's samples as doubles. One that is not finite would stay in the filters for good and
-// counts as silence.
+// Values of channelMode.
+constexpr int32 kMiddle = 0, kLeft = 1, kStereo = 2, kRight = 3, kSide = 4;
+
+// The host's samples as doubles. One that is not finite becomes 0, since it would never leave the
+// filters' histories.
 void widen(const Sample32* in, double* out, int count)
 {
     for (int i = 0; i < count; ++i)
         out[i] = std::isfinite(in[i]) ? static_cast<double>(in[i]) : 0.0;
 }
 
-// Unscaled on the way in, halved on the way out.
+// Encoding does not scale, decoding halves.
 void encodeMidSide(double* l, double* r, int count)
 {
     for (int i = 0; i < count; ++i) {
@@ -47,8 +50,8 @@ void scale(double* x, double factor, int count)
         x[i] *= factor;
 }
 
-// The polarity stage of two channels, with the strips' operations for that kind of buffer. Two
-// changes that wait at the same time happen at the same sample. Null for a strip not in use.
+// The polarity stage of two channels, through the strips' functions for the sample type. If both
+// channels have a pending change, both change at the same sample. A strip not in use is null.
 template <typename Sample>
 void applyPolarity(StripProcessorQB9* left, StripProcessorQB9* right, Sample* l, Sample* r, int n,
                    void (StripProcessorQB9::*single)(Sample*, int),
@@ -116,10 +119,11 @@ void PitchNamesProcessor::processMono(Sample32** inputs, Sample32** outputs, int
     }
 }
 
-// The sound as it came, without delay.
+// Copies the input to the output, without delay.
 void PitchNamesProcessor::passStereo(Sample32** inputs, Sample32** outputs, int32 n)
 {
-    // Both are read before either is written: input and output may be the same memory, crosswise.
+    // Both are read before either is written: the output buffers may be the input buffers, also
+    // with the channels swapped.
     for (int32 i = 0; i < n; ++i) {
         const Sample32 l = inputs[0][i];
         const Sample32 r = inputs[stereoIn ? 1 : 0][i];
@@ -133,9 +137,9 @@ void PitchNamesProcessor::passMono(Sample32** inputs, Sample32** outputs, int32 
     std::copy_n(inputs[0], n, outputs[0]);
 }
 
-// Polarity flips at the quietest sample there is. In a longer block outside Mid/Side operation that
-// is looked for in the whole block, in the host's own input buffers, which change sign in place.
-// Otherwise the strips look for it in each sub-block.
+// The polarity changes at the quietest sample. Without Mid/Side operation, and in a block longer
+// than a sub-block, that is the quietest of the whole block: the stage runs here, in place in the
+// host's input buffers. Otherwise it runs in each sub-block.
 void PitchNamesProcessor::startBlockPolarity(Sample32** inputs, int32 n)
 {
     phaseDoneForBlock = 0;
@@ -144,13 +148,13 @@ void PitchNamesProcessor::startBlockPolarity(Sample32** inputs, int32 n)
     phaseDoneForBlock = 1;
     if (!powerOn)
         return;
-    // Without a channel of its own the right strip has nothing to flip, and waits.
+    // Without a right input, a change of the right strip stays pending.
     applyPolarity(leftChain().preamp, stereoIn ? rightChain().preamp : nullptr, inputs[0],
                   stereoIn ? inputs[1] : nullptr, n, &StripProcessorQB9::applyPhaseFloat,
                   &StripProcessorQB9::applyPhaseLinkedFloat);
 }
 
-// What a channel's samples go through behind the polarity stage; a bypassed channel has no strips.
+// The strips of a channel; none if it is bypassed.
 StripChain PitchNamesProcessor::leftChain() const
 {
     if (!channel1Active)
@@ -189,11 +193,10 @@ void PitchNamesProcessor::runStripsMono(double* x, int count)
     processStrips(processingForm, chain, {}, x, nullptr, count);
 }
 
-// What is heard of the two channels; sums and differences are not scaled.
+// Selects the output by the channel mode; sums and differences are not scaled.
 void PitchNamesProcessor::writeStereo(Sample32* outL, Sample32* outR, int count) const
 {
-    enum { kMiddle = 0, kLeft = 1, kRight = 3, kSide = 4 };
-    const int mode = powerOn ? channelMode : 2;
+    const int mode = powerOn ? channelMode : kStereo;
     for (int i = 0; i < count; ++i) {
         double l = workL[i];
         double r = workR[i];
@@ -218,14 +221,14 @@ void PitchNamesProcessor::writeStereo(Sample32* outL, Sample32* outR, int count)
     }
 }
 
-// The sum of two equal channels is twice one of them, the difference is silence.
+// As writeStereo with two equal channels: their sum is twice the signal, their difference silence.
 void PitchNamesProcessor::writeMono(Sample32* out, int count) const
 {
-    if (powerOn && channelMode == 4) {
+    if (powerOn && channelMode == kSide) {
         std::fill_n(out, count, 0.0f);
         return;
     }
-    const double factor = powerOn && channelMode == 0 ? 2.0 : 1.0;
+    const double factor = powerOn && channelMode == kMiddle ? 2.0 : 1.0;
     for (int i = 0; i < count; ++i)
         out[i] = static_cast<Sample32>(workL[i] * factor);
 }

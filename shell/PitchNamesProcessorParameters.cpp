@@ -1,5 +1,5 @@
-// How parameter changes reach the processor's switches and the strips' setters, and how the latency
-// goes back. Of each parameter only the last value of a block counts, from the block's first sample
+// PitchNamesProcessor: applies parameter changes to its switches and to the strips, and reports the
+// latency. Of each parameter only the last value in a block counts, from the block's first sample
 // on.
 #include "shell/PitchNamesProcessor.h"
 
@@ -13,7 +13,7 @@ namespace Vst {
 
 namespace {
 
-// A strip is missing where memory ran out.
+// `strip` is null if memory ran out.
 template <class Strip>
 void set(Strip* strip, void (Strip::*setter)(double), double value)
 {
@@ -83,7 +83,7 @@ void PitchNamesProcessor::applyParameter(ParamID id, ParamValue value)
     case Control::SecondaryStrips:
         secondaryOn = switchValue(value);
         return updateStageSwitches();
-    case Control::Link:  // of the editor alone
+    case Control::Link:  // used by the editor only
         return;
 
     case Control::Drive:
@@ -96,7 +96,7 @@ void PitchNamesProcessor::applyParameter(ParamID id, ParamValue value)
         return set(preamp, &StripProcessorQB9::set28k, value);
     case Control::Phase:
         return set(preamp, &StripProcessorQB9::setPhase, value);
-    // The left and right parameters of these two pairs work one switch: the last to arrive wins.
+    // The left and right parameters of these two pairs set the same switch: the last change counts.
     case Control::Transformer:
         transformerDisable = switchValue(value);
         return updateStageSwitches();
@@ -127,9 +127,8 @@ void PitchNamesProcessor::applyParameter(ParamID id, ParamValue value)
     }
 }
 
-// The chain of one channel holds one input and one output transformer, at its two ends: with two
-// strips the first one has the input transformer and the second one the output transformer. The
-// disable switches count only while the pre-amplifier is on.
+// The chain of one channel has one input transformer, in its first strip, and one output
+// transformer, in its last one. The disable switches count only while the pre-amplifier is on.
 void PitchNamesProcessor::updateStageSwitches()
 {
     const double off = 1.0;
@@ -154,8 +153,8 @@ void PitchNamesProcessor::updateStageSwitches()
             strip->setAmpDisable(amp);
 }
 
-// Sent with each of the first nine blocks, since a host may not listen from the start. A latency
-// that changes later never equals the reported one again and goes out with every block.
+// Reported with each of the first nine blocks, since a host may ignore the first ones. A latency
+// that changes later is reported with every block, because reportedLatencyMs then stays as it is.
 void PitchNamesProcessor::reportLatency(IParameterChanges* outputChanges)
 {
     if (!outputChanges || latencyMs == reportedLatencyMs)

@@ -1,4 +1,3 @@
-// What a library offers: the processor and the controller.
 #include "shell/PluginFactory.h"
 
 #include "Product.h"
@@ -60,8 +59,7 @@ FUnknown* createController(void* /*context*/)
 
 IPluginFactory* getFactory()
 {
-    // The library's own reference: a factory whose last effect was closed serves the next one, and
-    // goes when the library is unloaded.
+    // The library's own reference keeps the factory until the library is unloaded.
     static const IPtr<CPluginFactory> ownReference =
         owned(gPluginFactory = createFactory(createProcessor, createController));
     ownReference->addRef();

@@ -1,4 +1,4 @@
-// The choice of the kernels, the memory of their histories, the order of the stages.
+// Oversampling: selection of the kernels, memory for their histories, order of the stages.
 #include "shell/oversampling/Oversampling.h"
 
 #include <algorithm>
@@ -7,22 +7,22 @@
 
 namespace {
 
-// Doubles in one entry for one channel: the most that any kernel has.
-constexpr int kLanes = 4;
+// The most lanes that any kernel has for one channel; an entry has a double for each lane.
+constexpr int kMaxLanes = 4;
 
-// Calls between two moves of a history to the front of its memory.
-constexpr int kSlides = 16;
+// Blocks that a history takes before it is moved to the front of its memory.
+constexpr int kBlocksPerMove = 16;
 
-// Histories of one stage that reads `kReach` entries of the past and takes `kBlock` samples a call.
-// Kernels for both channels use the two halves as one.
+// The histories, one for each channel, of a stage that reads `kReach` entries of the past and takes
+// up to `kBlock` samples a call. A kernel for both channels uses the memory of both as one history.
 template <int kReach, int kBlock>
 struct StageMemory {
-    static constexpr int kCapacity = kReach + kSlides * kBlock;
+    static constexpr int kCapacity = kReach + kBlocksPerMove * kBlock;
 
     StageMemory()
     {
         for (int c = 0; c < 2; ++c)
-            histories[c] = {entries + c * kLanes * kCapacity, samples + c * kCapacity, kReach,
+            histories[c] = {entries + c * kMaxLanes * kCapacity, samples + c * kCapacity, kReach,
                             kCapacity, kReach};
     }
 
@@ -34,14 +34,14 @@ struct StageMemory {
             history.position = kReach;
     }
 
-    alignas(64) double entries[2 * kLanes * kCapacity];
+    alignas(64) double entries[2 * kMaxLanes * kCapacity];
     alignas(64) double samples[2 * kCapacity];
     SlidingHistory histories[2];
 };
 
 using KernelStage = void (*)(SlidingHistory&, const double*, const SubBlock&, const SubBlock&, int);
 
-// Runs a stage for one channel or two, on kernels that take one channel or both.
+// Runs a stage for one channel or two with a kernel for `channels` of them.
 void run(KernelStage stage, int channels, SlidingHistory* histories, const double* coeffs,
          const SubBlock& in, const SubBlock& out, int count)
 {

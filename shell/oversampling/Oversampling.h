@@ -1,15 +1,15 @@
-// Oversampling: raises the signal from the host's rate to the rate of the strips and brings it
-// back, in the form that suits the machine: the plain filters or the kernels of an instruction set,
-// with the same bits.
+// Oversampling: raises the signal from the host's rate to the rate of the strips and lowers it
+// again, with the plain filters or with the kernels of an instruction set, which give the same
+// bits.
 //
 //   up, twice        first doubling
 //   up, four times   first doubling, second doubling
 //   down             a 255-tap low-pass at the oversampled rate, then every second or fourth of
 //                    its outputs
 //
-// Either way the signal comes out 96 host samples late: the odd outputs of the doublings are the
-// inputs of 32 and 64 steps ago, the low-pass is centred 128 steps back, and the kept outputs lie
-// on the input's grid (64 + 32 samples at twice the rate, 32 + 64 at four times).
+// Up and down together delay the signal by 96 host samples: the first doubling by 32 samples of its
+// input, the second one by 64, and the low-pass by 128. In host samples this is 32 + 64 at twice
+// the rate, and 32 + 32 + 32 at four times.
 #pragma once
 
 #include "dsp/ProcessingForm.h"
@@ -20,19 +20,20 @@
 
 class Oversampling {
 public:
-    // Falls back to the plain form where memory runs out.
+    // Uses the plain form if memory runs out.
     explicit Oversampling(ProcessingForm form = bestProcessingForm());
     ~Oversampling();
 
-    // Starts over from silence. Required before another mode or another number of channels.
+    // Clears the histories. Required before another mode or another number of channels.
     void clear();
 
-    // Takes `count` samples (1 to 16) of `work` to twice (mode 1) or four times (mode 2) their rate
-    // and returns how many they are there; mode 0 changes nothing. A buffer of `work` has room for
-    // 64 samples; those beyond the result may be written too.
+    // Raises `count` samples (1 to 16) of `work`, in place, to twice (mode 1) or four times (mode
+    // 2) their rate and returns their number there; mode 0 changes nothing. A buffer of `work` has
+    // room for 64 samples; those beyond the result may be written too.
     int raiseRate(int mode, const SubBlock& work, int count);
 
-    // The way back: `count` samples of `work`, a whole number at the host's rate.
+    // Lowers `count` samples of `work`, the number that raiseRate returned, to the host's rate and
+    // returns their number there.
     int lowerRate(int mode, const SubBlock& work, int count);
 
 private:

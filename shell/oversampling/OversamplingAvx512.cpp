@@ -20,7 +20,7 @@ struct Avx512Lanes {
         *reinterpret_cast<Row*>(left) = __builtin_shufflevector(v, v, 0, 1, 2, 3);
         *reinterpret_cast<Row*>(right) = __builtin_shufflevector(v, v, 4, 5, 6, 7);
     }
-    // Four by four of each channel.
+    // Transposes four by four doubles of each channel.
     [[gnu::always_inline]] static void transpose(Vector* v)
     {
         const Vector even01 = __builtin_shufflevector(v[0], v[1], 0, 8, 2, 10, 4, 12, 6, 14);

@@ -1,16 +1,16 @@
-// What the fast oversampling filters share with their kernels: the history of a stage, laid out for
-// vector lanes, and the table of one instruction set's functions.
+// The interface of the oversampling kernels: the history of a stage, laid out for vector lanes, and
+// the table of an instruction set's functions.
 //
 // A kernel computes sixteen neighbouring outputs at once, several in the lanes of one vector. The
-// history holds every sample once for each lane, so that one entry is what one vector needs at one
-// tap. With four lanes, where M samples of input belong to one output:
+// history holds every sample once for each lane, so that one entry has the samples that one vector
+// needs at one tap. With four lanes and M samples of input for each output:
 //
 //   lane                         0          1           2            3
 //   entry q of the history       x[q]       x[q + 4M]   x[q + 8M]    x[q + 12M]
 //   sums in vector v (0 to 3)    y[v]       y[v + 4]    y[v + 8]     y[v + 12]
 //
-// Every lane does what the plain form does, in its order. Entries are never split between cache
-// lines, and those of a vector are those of its neighbour M taps later.
+// Every lane computes what the plain form computes, in the same order. No entry lies in two cache
+// lines, and neighbouring vectors use the same entries, M taps apart.
 #pragma once
 
 #include "shell/oversampling/PlainOversampling.h"
@@ -25,8 +25,8 @@ struct SlidingHistory {
     int position;     // where the next sample goes
 };
 
-// The stages of one instruction set. Outputs are always written in full sixteens; those beyond
-// `count` mean nothing.
+// The stages of one instruction set. Outputs are always written in sixteens; those beyond `count`
+// are meaningless.
 struct OversamplingKernels {
     int channels;  // 1, or 2 if both channels go through one call with one history
 

@@ -1,6 +1,7 @@
-// The fast oversampling stages, for any instruction set. Each includes this in a file of its own,
-// compiled for it, and supplies the lanes. Everything here is local to that file and nothing comes
-// from the standard library: the linker must never take one machine's code for another's.
+// The fast oversampling stages, for any instruction set. Each instruction set has a file that is
+// compiled for it, defines its lanes and includes this file. Everything here is local to that file,
+// and nothing comes from the standard library: otherwise the linker might use a function that was
+// compiled for one instruction set in place of the same function in the rest of the program.
 //
 // `Lanes` has
 //   kChannels, kLanes       channels in a vector (1 or 2), lanes for each
@@ -13,7 +14,7 @@
 
 namespace {
 
-// Vectors whose sums run side by side, which hides the latency of the additions.
+// Vectors that are summed in parallel, which hides the latency of the additions.
 constexpr int kSums = 4;
 
 template <class Lanes>
@@ -22,13 +23,14 @@ struct Stages {
     static constexpr int kWidth = Lanes::kChannels * Lanes::kLanes;
     static constexpr int kStride = kOutputsAtOnce / Lanes::kLanes;  // outputs from lane to lane
 
+    // Entry q, counted from the one at `now`.
     static const Vector& entry(const double* now, int q)
     {
         return *reinterpret_cast<const Vector*>(now + q * kWidth);
     }
 
-    // Writes `count` samples, M for each output, and the entries that they complete. Returns where
-    // the entry of the first one is.
+    // Writes `count` samples, M for each output, and the entries that they complete. Returns the
+    // address of the first sample's entry.
     template <int M>
     static const double* write(SlidingHistory& history, const SubBlock& in, int count)
     {
@@ -57,7 +59,7 @@ struct Stages {
         return now;
     }
 
-    // A short block is filled up with silence; the next one overwrites that.
+    // A short block is padded with zeros, which the next block overwrites.
     template <int kBlock>
     static void append(const double* in, double* out, int count)
     {
@@ -71,7 +73,7 @@ struct Stages {
             out[i] = 0.0;
     }
 
-    // Moves what is still needed to the front of the memory.
+    // Moves the part of the history that is still needed to the front of the memory.
     static void slideToFront(SlidingHistory& history, int block)
     {
         const auto slide = [&history](double* x, int width, int length) {
@@ -87,9 +89,9 @@ struct Stages {
     }
 
     // Adds one folded pair of taps to kSums sums of even outputs. From pair to pair every vector
-    // takes over its neighbour's entries, older ones from the right and newer ones from the left,
-    // so that only one of each has to be read. U is the pair's number modulo kSums: it says which
-    // entry stands where, and which is the one to replace.
+    // takes its neighbour's entries, the older one of vector v + 1 and the newer one of v - 1, so
+    // that only one entry of each kind has to be read. U is the pair's number modulo kSums: it
+    // gives the places of the entries in the arrays, and the place of the one to replace.
     template <int U>
     [[gnu::always_inline]] static void addPair(double tap, const Vector& nextOlder,
                                                const Vector& nextNewer, Vector (&older)[kSums],

@@ -1,6 +1,6 @@
 // Design of the filters, and their plain form.
 //
-// The order of the additions is part of the result: whoever writes a faster form keeps it.
+// The order of the additions is part of the result, which the kernels have to match bit for bit.
 #include "shell/oversampling/PlainOversampling.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ void designHalfBand(double* coeffs, int half)
         double v =
             i == 0 ? 0.5 : std::sin(i * kPi * 0.5) / (std::sin(i * kPi / taps) * (taps + 1.0));
         v *= 0.42 + 0.5 * std::cos(2.0 * kPi * i / taps) + 0.08 * std::cos(4.0 * kPi * i / taps);
-        // What rounding leaves of the zeros at even distances. The stages skip these taps.
+        // Rounding errors in place of the zeros at even distances. The stages skip these taps.
         if (std::abs(v) < 1e-16)
             v = 0.0;
         coeffs[half - 1 + i] = 2.0 * v;
@@ -28,13 +28,13 @@ void designHalfBand(double* coeffs, int half)
     }
 }
 
-// Doubles the rate of one channel and returns the cursor's new place. The ring has 2 * half
-// entries and holds the input with a zero after each sample; the cursor runs downward, so
+// Doubles the rate of one channel and returns the new cursor. The ring has 2 * half entries and
+// holds the input with a zero after each sample; the cursor `p` runs downward, so that
 // ring[p + 2m] is the sample of m steps ago. Only the taps that meet a sample are visited, folded
 // in pairs: half / 2 multiplications for the even output, the centre tap alone for the odd one.
 //
 // The ring is one sample too short for the far end of the filter: there the first pair reads the
-// newest sample once more. That is part of the sound; the tap is as small as -8.6e-7.
+// newest sample instead. That is part of the sound; the tap is only -8.6e-7.
 int doubleRate(const double* coeffs, int half, double* ring, int p, const double* in, double* out,
                int count)
 {
@@ -55,8 +55,8 @@ int doubleRate(const double* coeffs, int half, double* ring, int p, const double
     return p;
 }
 
-// Low-passes one channel and returns the cursor's new place. The sample just written takes part
-// from the next step on; with it the centre lies 128 steps back.
+// Low-passes one channel and returns the new cursor. A sample is used from the step after its own
+// on, so that the centre lies 128 steps back.
 int lowPass(const double* coeffs, double* ring, int cursor, const double* in, double* out,
             int count)
 {

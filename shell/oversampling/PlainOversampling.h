@@ -18,7 +18,7 @@ public:
     // Fills the interpolators' tables; the result is the same every time.
     void designOversamplingFilters();
 
-    // Empties the histories and puts the cursors back to their start.
+    // Clears the histories and resets the cursors.
     void clear();
 
     // `count` samples of `in` become 2 x count samples of `out`, which must be another buffer.

@@ -1,12 +1,12 @@
 // The locks and thread-local values of the C++ runtime inside the Windows library.
 //
-// The compiler's own threads library takes memory, two handles and one of the 1088 slots of
-// thread-local storage that a process has, and returns none of them when the plug-in is unloaded;
-// when no slot is left it aborts the host. What stands here takes memory only, and frees it.
+// The compiler's own threads library allocates memory, two handles and one of the 1088 slots of
+// thread-local storage that a process has, and releases none of them when the plug-in is unloaded;
+// if no slot is left it aborts the host. The functions here allocate memory only, and free it.
 // Staying loaded instead would keep the file from being replaced while the host runs.
 //
-// These are the functions that the runtime and the plug-in call. With a further one the linker
-// takes it from that library and reports the others as defined twice: it has to be added here.
+// These are all the functions that the runtime and the plug-in call. If another one is called, the
+// linker takes it from that library and reports these as defined twice: it has to be added here.
 #include <cerrno>
 #include <cstdlib>
 #include <pthread.h>
@@ -15,7 +15,7 @@
 
 namespace {
 
-// One for all, since they are held briefly and never while audio is processed.
+// One lock for all mutexes and keys, since it is held briefly and never while audio is processed.
 SRWLOCK lock = SRWLOCK_INIT;
 CONDITION_VARIABLE changed = CONDITION_VARIABLE_INIT;
 
@@ -26,16 +26,16 @@ public:
     Locked(const Locked&) = delete;
     Locked& operator=(const Locked&) = delete;
 
-    void tell() const { WakeAllConditionVariable(&changed); }
+    void wakeAll() const { WakeAllConditionVariable(&changed); }
     void wait() const { SleepConditionVariableSRW(&changed, &lock, INFINITE, 0); }
 };
 
-// A held mutex has its thread in the lower half, and in the upper one how often that thread holds
-// it, for all may be held repeatedly. Free ones have what they were initialised with, or this.
+// A locked mutex has the id of its thread in the lower half and the number of locks in the upper
+// half: every mutex is recursive. A free one has kFree or what it was initialised with.
 constexpr pthread_mutex_t kFree = PTHREAD_MUTEX_INITIALIZER;
 constexpr pthread_mutex_t kHeldOnce = pthread_mutex_t{1} << 32;
 
-bool isOthers(pthread_mutex_t mutex)
+bool isHeldByOther(pthread_mutex_t mutex)
 {
     return mutex > 0 && static_cast<DWORD>(mutex) != GetCurrentThreadId();
 }
@@ -61,7 +61,7 @@ Value* valueOfThread(pthread_key_t key)
     return each;
 }
 
-// The first that is this thread's, or anyone's for 0, taken out of the list.
+// Removes the first value of a thread, or of any thread for 0, from the list; null without one.
 Value* takeValue(DWORD thread)
 {
     const Locked locked;
@@ -74,7 +74,7 @@ Value* takeValue(DWORD thread)
     return nullptr;
 }
 
-void endValues(DWORD thread)
+void destroyValues(DWORD thread)
 {
     while (Value* const each = takeValue(thread)) {
         if (each->value && destructors[each->key])
@@ -84,10 +84,10 @@ void endValues(DWORD thread)
 }
 
 struct AllValues {
-    ~AllValues() { endValues(0); }
+    ~AllValues() { destroyValues(0); }
 };
 
-// Made first and therefore destroyed last: whatever else ends may still use them.
+// Constructed first and therefore destroyed last, since other destructors may use the values.
 __attribute__((init_priority(101))) const AllValues allValues;
 
 }  // namespace
@@ -95,7 +95,7 @@ __attribute__((init_priority(101))) const AllValues allValues;
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID)
 {
     if (reason == DLL_THREAD_DETACH)
-        endValues(GetCurrentThreadId());
+        destroyValues(GetCurrentThreadId());
     return TRUE;
 }
 
@@ -124,7 +124,7 @@ int pthread_mutex_destroy(pthread_mutex_t*)
 int pthread_mutex_lock(pthread_mutex_t* mutex)
 {
     const Locked locked;
-    while (isOthers(*mutex))
+    while (isHeldByOther(*mutex))
         locked.wait();
     *mutex = kHeldOnce + (*mutex > 0 ? *mutex : GetCurrentThreadId());
     return 0;
@@ -136,21 +136,21 @@ int pthread_mutex_unlock(pthread_mutex_t* mutex)
     *mutex -= kHeldOnce;
     if (*mutex < kHeldOnce) {
         *mutex = kFree;
-        locked.tell();
+        locked.wakeAll();
     }
     return 0;
 }
 
-// Waiters look again whenever anything changes.
+// May return without a broadcast, as the standard allows: every change wakes all waiting threads.
 int pthread_cond_wait(pthread_cond_t*, pthread_mutex_t* mutex)
 {
     const Locked locked;
     const pthread_mutex_t held = *mutex;
     *mutex = kFree;
-    locked.tell();
+    locked.wakeAll();
     do
         locked.wait();
-    while (isOthers(*mutex));
+    while (isHeldByOther(*mutex));
     *mutex = held;
     return 0;
 }
@@ -158,7 +158,7 @@ int pthread_cond_wait(pthread_cond_t*, pthread_mutex_t* mutex)
 int pthread_cond_broadcast(pthread_cond_t*)
 {
     const Locked locked;
-    locked.tell();
+    locked.wakeAll();
     return 0;
 }
 
@@ -173,18 +173,18 @@ int pthread_once(pthread_once_t* once, void (*function)())
             return 0;
         *once = Running;
     }
-    struct Ending {
-        ~Ending()
+    struct Completion {
+        ~Completion()
         {
             const Locked locked;
             *once = outcome;
-            locked.tell();
+            locked.wakeAll();
         }
         pthread_once_t* const once;
         pthread_once_t outcome;
-    } ending{once, NotYet};
+    } completion{once, NotYet};
     function();  // may throw
-    ending.outcome = Done;
+    completion.outcome = Done;
     return 0;
 }
 

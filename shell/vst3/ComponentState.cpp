@@ -14,7 +14,7 @@ namespace {
 constexpr uint32 kVersion = 1;
 constexpr std::size_t kHeadWords = 3;
 constexpr std::size_t kWord = 4;
-// No later build has as many; a count beyond it is damage.
+// More than any later build will have; a larger count means damaged data.
 constexpr uint32 kMaxValues = 4096;
 
 void append(std::vector<char>& bytes, uint32 word)
@@ -32,7 +32,7 @@ uint32 wordAt(const std::vector<char>& bytes, std::size_t index)
     return word;
 }
 
-// Fewer bytes where the stream ends before.
+// Returns fewer bytes if the stream ends earlier.
 std::vector<char> read(IBStream& stream, std::size_t size)
 {
     std::vector<char> bytes(size);

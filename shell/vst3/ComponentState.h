@@ -1,7 +1,7 @@
 // The component's part of a VST 3 state: the values of the selected preset.
 //
-// The bank is in the controller's part. Hosts that read the parameters between the two parts go on
-// with what they find there, so the component's part has to tell the values too.
+// The bank is in the controller's part. Some hosts load the component's part first, then read the
+// parameters and keep those values: the component's part has to contain them too.
 #pragma once
 
 #include "params/ids/ParameterIds.h"
@@ -16,19 +16,19 @@
 namespace Steinberg {
 namespace Vst {
 
-// By id, normalised; nothing for one that is not told.
+// Normalised values by id; nothing where a state has no value.
 using StateValues = std::array<std::optional<ParamValue>, kPresetParamCount>;
 
 // 244 bytes, little-endian:
 //   0   uint32   magic, that of banks
 //   4   uint32   version, 1
 //   8   uint32   number of values
-//   12  float    values by id; not a number for one that is not told
+//   12  float    values by id; not-a-number for nothing
 std::vector<char> writeComponentState(const StateValues& values);
 
-// Reads from the stream's present position on. Nothing is told by a stream that is empty, cut
-// short, not of this format or of another version; values that are no number or lie outside 0 to 1
-// are left out, and so are those of ids that this build does not have.
+// Reads from the stream's present position on. A stream that is empty, truncated, of another format
+// or of another version gives no values. Values that are not a number or lie outside 0 to 1 are
+// left out, and so are those of ids that this build does not have.
 StateValues readComponentState(IBStream& stream);
 
 }  // namespace Vst

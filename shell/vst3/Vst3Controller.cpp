@@ -16,7 +16,7 @@ namespace Vst {
 
 namespace {
 
-// 96 samples, as the processor delays before it knows the rate.
+// Seconds: the processor's latency of 96 samples, before the rate is known.
 constexpr ParamValue kLatencyAtStart = 96.0 / 44100.0;
 
 constexpr uint64 bitOf(ParamID id)
@@ -26,8 +26,8 @@ constexpr uint64 bitOf(ParamID id)
 
 }  // namespace
 
-Vst3Controller::Vst3Controller(platform::SettingsStore& settings)
-    : PitchNamesController(settings, Vst3Editor::create)
+Vst3Controller::Vst3Controller(platform::SettingsStore& store)
+    : PitchNamesController(store, Vst3Editor::create)
 {
 }
 
@@ -46,9 +46,9 @@ tresult PLUGIN_API Vst3Controller::setComponentState(IBStream* state)
     }
 }
 
-// `size` is what a stream gave of the bytes. One of full length may hold anything; a shorter one is
-// whole if it is a bank with fewer records, as its header tells.
-bool Vst3Controller::isWholeState(const std::vector<char>& bytes, int32 size)
+// `size` is the number of bytes that the stream gave. A state of the full size is complete; a
+// shorter one is, if it contains as many bytes of records as its header announces.
+bool Vst3Controller::isCompleteState(const std::vector<char>& bytes, int32 size)
 {
     if (size == kStateBufferSize)
         return true;
@@ -71,7 +71,7 @@ tresult PLUGIN_API Vst3Controller::setState(IBStream* state)
                && state->read(bytes.data() + total, kStateBufferSize - total, &count) == kResultOk
                && count > 0)
             total += count;
-        if (!isWholeState(bytes, total))
+        if (!isCompleteState(bytes, total))
             return kResultFalse;
         MemoryStream copy(bytes.data(), kStateBufferSize);
         loading = std::this_thread::get_id();
@@ -105,30 +105,31 @@ tresult PLUGIN_API Vst3Controller::getState(IBStream* state)
     }
 }
 
-tresult PLUGIN_API Vst3Controller::initialize(FUnknown* initialContext)
+tresult PLUGIN_API Vst3Controller::initialize(FUnknown* context)
 {
-    const tresult result = PitchNamesController::initialize(initialContext);
+    const tresult result = PitchNamesController::initialize(context);
     if (result == kResultOk)
-        keepLatency(kLatencyAtStart);
+        setLatency(kLatencyAtStart);
     return result;
 }
 
-// Hosts also hand back what they have read here while they load; that must not be reported again.
+// While they load, hosts also set values that they have read here: an unchanged latency must not be
+// reported again.
 tresult PLUGIN_API Vst3Controller::setParamNormalized(ParamID id, ParamValue value)
 {
     const bool hadLatency = getParamNormalized(kLatency) > 0.0;
     const tresult result = PitchNamesController::setParamNormalized(id, value);
     if (id != kLatency || !(value >= 0.0 && value <= 1.0))
         return result;
-    keepLatency(value);
+    setLatency(value);
     if (hadLatency != (value > 0.0))
         if (IComponentHandler* const host = getComponentHandler())
             host->restartComponent(kLatencyChanged);
     return result;
 }
 
-// For the parameter lists of hosts, which ask for its value.
-void Vst3Controller::keepLatency(ParamValue seconds)
+// Sets the value of the latency parameter, which hosts show in their lists of parameters.
+void Vst3Controller::setLatency(ParamValue seconds)
 {
     const std::lock_guard<std::mutex> lock(dataMutex);
     if (Parameter* const latency = getParameterObject(kLatency))
@@ -172,7 +173,7 @@ tresult PLUGIN_API Vst3Controller::notify(IMessage* message)
     if (!attributes || attributes->getFloat(kLatencyAttribute, latency) != kResultTrue
         || attributes->getInt(kAsksAttribute, asks) != kResultTrue)
         return kResultFalse;
-    keepLatency(latency);
+    setLatency(latency);
     if (asks)
         sendValues(kValuesMessage);
     return kResultOk;
@@ -233,7 +234,7 @@ bool Vst3Controller::sendValues(FIDString messageName)
     return sendMessage(message) == kResultOk;
 }
 
-// By way of the host, where the two are not connected.
+// Reports the values to the host, for a processor that is not connected.
 void Vst3Controller::reportValues()
 {
     startGroupEdit();

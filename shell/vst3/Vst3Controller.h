@@ -1,4 +1,5 @@
-// Vst3Controller: the controller for hosts of VST 3, whose calls no wrapper checks or orders.
+// Vst3Controller: the controller for VST 3 hosts. It checks their calls, as the VST 2 wrapper does
+// for VST 2 hosts.
 #pragma once
 
 #include "params/PitchNamesController.h"
@@ -17,42 +18,43 @@ public:
 
     tresult PLUGIN_API initialize(FUnknown* context) override;
 
-    // Takes the values that a component's state tells (ComponentState.h), so that hosts that read
-    // the parameters before they load the controller's own state find them. Any state is taken; one
-    // that tells nothing changes nothing.
+    // Sets the parameters to the values of a component's state (ComponentState.h), for hosts that
+    // read the parameters before they load the controller's own state. A state without values
+    // changes nothing and gives kResultOk too.
     tresult PLUGIN_API setComponentState(IBStream* state) override;
     // Both work from the stream's present position on, for hosts whose stream is part of a file. A
-    // state that is empty or cut short changes nothing and gives kResultFalse; one that holds fewer
-    // records than this build writes is whole.
+    // state that is empty or truncated changes nothing and gives kResultFalse; one with fewer
+    // records than this build writes is complete.
     tresult PLUGIN_API setState(IBStream* state) override;
     tresult PLUGIN_API getState(IBStream* state) override;
 
-    // A latency that comes or goes is reported to the host, once. One outside 0 to 1 s is ignored.
+    // Reports to the host when the latency becomes 0 or is no longer 0. One outside 0 to 1 s is
+    // ignored.
     tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) override;
     // An index outside the table gives kInvalidArgument.
     tresult PLUGIN_API getParameterInfo(int32 index, ParameterInfo& info) override;
     tresult PLUGIN_API getUnitInfo(int32 index, UnitInfo& info) override;
 
-    // From here on the processor follows.
+    // Sends the values to the processor.
     tresult PLUGIN_API connect(IConnectionPoint* other) override;
     tresult PLUGIN_API notify(IMessage* message) override;
 
-    // One change for the host, however many parameters it has.
+    // Reports all parameters to the host as one group edit.
     void setCurrentPreset(int32 index) override;
-    // The host hears of every edit as part of a gesture, and of none while it loads a state.
+    // Every edit is reported to the host inside a gesture; none is while the host loads a state.
     tresult beginEdit(ParamID id) override;
     tresult performEdit(ParamID id, ParamValue value) override;
     tresult endEdit(ParamID id) override;
     tresult setDirty(TBool state) override;
 
 private:
-    // False where nobody takes a message.
+    // False if the message cannot be delivered.
     bool sendValues(FIDString messageName);
     void reportValues();
-    static bool isWholeState(const std::vector<char>& bytes, int32 size);
-    void keepLatency(ParamValue seconds);
+    static bool isCompleteState(const std::vector<char>& bytes, int32 size);
+    void setLatency(ParamValue seconds);
 
-    // The thread that loads a state; what the user does on another one is reported.
+    // The thread that loads a state. Edits on other threads, such as the user's, are reported.
     std::atomic<std::thread::id> loading{std::thread::id()};
     bool isLoading() const { return loading == std::this_thread::get_id(); }
 

@@ -1,4 +1,3 @@
-// Vst3Editor: which windows it opens in.
 #include "shell/vst3/Vst3Editor.h"
 
 #include "public.sdk/source/vst/vstguiplatform.h"
@@ -6,9 +5,9 @@
 namespace Steinberg {
 namespace Vst {
 
-IPlugView* Vst3Editor::create(ZKRPresetSystemController3& presetController)
+IPlugView* Vst3Editor::create(ZKRPresetSystemController3& controller)
 {
-    return new Vst3Editor(&presetController);
+    return new Vst3Editor(&controller);
 }
 
 Vst3Editor::~Vst3Editor()

@@ -1,4 +1,4 @@
-// Vst3Editor: the editor for hosts of VST 3.
+// Vst3Editor: the editor for VST 3 hosts, whose calls it checks.
 #pragma once
 
 #include "editor/TemplateEditor.h"
@@ -9,12 +9,12 @@ namespace Vst {
 class Vst3Editor : public TemplateEditor {
 public:
     static IPlugView* create(ZKRPresetSystemController3& controller);
-    // Ends what a host has left open.
+    // Closes a window that the host has left open.
     ~Vst3Editor() override;
 
-    // Refuses another window while it has one, a null window, and on Linux a host that turns no
-    // event loop for it (IPlugFrame without Linux::IRunLoop), where nothing would ever move: such
-    // hosts show controls of their own.
+    // kResultFalse for a second window, for a null window, and on Linux for a host without an event
+    // loop for it (IPlugFrame without Linux::IRunLoop), where it would never be redrawn: such hosts
+    // then show controls of their own.
     tresult PLUGIN_API attached(void* parent, FIDString type) override;
     // kResultFalse without a window.
     tresult PLUGIN_API removed() override;

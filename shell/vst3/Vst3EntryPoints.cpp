@@ -1,5 +1,6 @@
-// The exported functions of the VST 3 form: the host opens the module, takes the factory, and
-// closes the module as often as it opened it. exports.def has the names that Windows wants.
+// The exported functions of the VST 3 library. A host calls ModuleEntry, then GetPluginFactory, and
+// at the end ModuleExit once for each ModuleEntry. On Windows exports.def gives the first and the
+// last one their names for Windows.
 #include "shell/Export.h"
 #include "shell/PluginFactory.h"
 #include "shell/vst3/Vst3Controller.h"
@@ -15,7 +16,7 @@ namespace {
 
 std::atomic<int> openCount{0};
 
-// Null where memory ran out.
+// Null if memory runs out.
 template <typename Class, typename Interface>
 FUnknown* create(void* /*context*/)
 {
@@ -34,7 +35,7 @@ ZKR_EXPORT bool ModuleEntry(void* /*libraryHandle*/)
     return true;
 }
 
-// False when it was not open.
+// False if the module was not open.
 ZKR_EXPORT bool ModuleExit()
 {
     if (openCount > 0) {
@@ -44,14 +45,14 @@ ZKR_EXPORT bool ModuleExit()
     return false;
 }
 
-// Null where memory ran out.
+// Null if memory runs out.
 ZKR_EXPORT IPluginFactory* PLUGIN_API GetPluginFactory()
 {
     try {
-        static const IPtr<CPluginFactory> own = owned(createFactory(
+        static const IPtr<CPluginFactory> factory = owned(createFactory(
             create<Vst3Processor, IAudioProcessor>, create<Vst3Controller, IEditController>));
-        own->addRef();
-        return own;
+        factory->addRef();
+        return factory;
     } catch (const std::bad_alloc&) {
         return nullptr;
     }

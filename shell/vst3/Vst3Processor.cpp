@@ -1,4 +1,4 @@
-// Vst3Processor: blocks of any shape, and the controller's values.
+// Vst3Processor: states, setup, blocks of any shape, and the values from host and controller.
 #include "shell/vst3/Vst3Processor.h"
 
 #include "shell/vst3/ComponentState.h"
@@ -20,10 +20,10 @@ namespace {
 
 constexpr int32 kMinScratch = 64;
 constexpr int32 kMaxScratch = 1 << 20;
-constexpr double kNoRate = 1e7;  // Hz, and beyond
+constexpr double kMaxRate = 1e7;  // Hz
 constexpr double kTailSeconds = 3.0;
 
-// The channels of the first bus, null for each one that the host leaves out.
+// The channels of the first bus; null for one that the host leaves out.
 struct HostChannels {
     Sample32* channel[2] = {nullptr, nullptr};
 
@@ -36,9 +36,9 @@ struct HostChannels {
     }
 };
 
-// Left and right of these pairs work one switch, and the last to arrive wins: it goes by the left
-// one's id. Others go by their own.
-ParamID switchOf(ParamID id)
+// The id of a parameter's entry in `delivered`. The left and right parameters of two pairs set the
+// same switch and have one entry, so that a change of either counts after a change of the other.
+ParamID entryOf(ParamID id)
 {
     return id == kTrfoDsR ? kTrfoDsL : id == kAmpDsbR ? kAmpDsbL : id;
 }
@@ -48,7 +48,8 @@ struct HostValue {
     ParamValue value;  // a number
 };
 
-// What a queue says of a parameter that presets hold.
+// The last point of a queue; nothing if there is none, if it is not a number, or if the parameter
+// is not one that presets store.
 std::optional<HostValue> lastPoint(IParamValueQueue* queue)
 {
     int32 offset = 0;
@@ -60,7 +61,7 @@ std::optional<HostValue> lastPoint(IParamValueQueue* queue)
     return HostValue{queue->getParameterId(), value};
 }
 
-// Outputs beyond those that the arrangement has.
+// Silences all output channels but the first `used` ones of the first bus.
 void silenceRest(const ProcessData& data, int32 used)
 {
     for (int32 bus = 0; data.outputs && bus < data.numOutputs; ++bus) {
@@ -130,7 +131,7 @@ tresult PLUGIN_API Vst3Processor::setState(IBStream* state)
 
 tresult PLUGIN_API Vst3Processor::setupProcessing(ProcessSetup& setup)
 {
-    if (!(setup.sampleRate > 0.0 && setup.sampleRate < kNoRate) || setup.maxSamplesPerBlock < 0)
+    if (!(setup.sampleRate > 0.0 && setup.sampleRate < kMaxRate) || setup.maxSamplesPerBlock < 0)
         return kInvalidArgument;
     const ProcessGate::Setup inside(gate);
     const int32 length = std::clamp(setup.maxSamplesPerBlock, kMinScratch, kMaxScratch);
@@ -199,19 +200,22 @@ tresult PLUGIN_API Vst3Processor::process(ProcessData& data)
     return kResultOk;
 }
 
-// The strips may change their input in place, and hosts may share it with others: they get a copy.
+// Processes a copy of the input, since the strips may change it in place and other plug-ins may use
+// the same buffer.
 void Vst3Processor::processSlice(ProcessData& data, int32 offset, int32 count)
 {
-    const HostChannels given(data.inputs, data.numInputs), wanted(data.outputs, data.numOutputs);
+    const HostChannels hostInputs(data.inputs, data.numInputs);
+    const HostChannels hostOutputs(data.outputs, data.numOutputs);
     Sample32* inputs[2];
     Sample32* outputs[2];
     for (int i = 0; i < 2; ++i) {
         inputs[i] = scratch[i].data();
-        if (given.channel[i])
-            std::copy_n(given.channel[i] + offset, count, inputs[i]);
+        if (hostInputs.channel[i])
+            std::copy_n(hostInputs.channel[i] + offset, count, inputs[i]);
         else
             std::fill_n(inputs[i], count, 0.0f);
-        outputs[i] = wanted.channel[i] ? wanted.channel[i] + offset : scratch[2 + i].data();
+        outputs[i] =
+            hostOutputs.channel[i] ? hostOutputs.channel[i] + offset : scratch[2 + i].data();
     }
 
     AudioBusBuffers input, output;
@@ -244,7 +248,7 @@ void Vst3Processor::takeHostValues(IParameterChanges& changes)
     applyPendingChanges();
 }
 
-// For the next block that is admitted.
+// Keeps the changes for the next block that the gate admits.
 void Vst3Processor::keepHostValues(IParameterChanges& changes)
 {
     const int32 count = changes.getParameterCount();
@@ -253,25 +257,25 @@ void Vst3Processor::keepHostValues(IParameterChanges& changes)
             controllerValues.set(change->id, change->value);
 }
 
-// Some hosts repeat the value of an automated parameter with every block. Each arrival would start
-// the glide to it anew.
+// Ignores an unchanged value. Some hosts repeat the value of an automated parameter with every
+// block, and each one would restart the glide to it.
 void Vst3Processor::addChange(ParamID id, ParamValue value)
 {
-    const ParamValue held = std::clamp(value, 0.0, 1.0);
-    ParamValue& last = delivered[switchOf(id)];
-    if (held == last)
+    const ParamValue limited = std::clamp(value, 0.0, 1.0);
+    ParamValue& last = delivered[entryOf(id)];
+    if (limited == last)
         return;
-    last = held;
-    stateValues[id] = held;
+    last = limited;
+    stateValues[id] = limited;
     int32 index = 0;
     const int32 before = pendingChanges.getParameterCount();
     IParamValueQueue* queue = pendingChanges.addParameterData(id, index);
     if (pendingChanges.getParameterCount() == before) {
-        // A second time in one block: what came between keeps its place.
+        // A second change in one block: applying the first ones now keeps the order.
         applyPendingChanges();
         queue = pendingChanges.addParameterData(id, index);
     }
-    queue->addPoint(0, held, index);
+    queue->addPoint(0, limited, index);
 }
 
 void Vst3Processor::applyPendingChanges()
