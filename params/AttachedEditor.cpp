@@ -1,4 +1,3 @@
-// AttachedEditor: changes that wait for the editor's thread.
 #include "params/AttachedEditor.h"
 
 #include "params/ids/ParameterIds.h"
@@ -14,7 +13,7 @@ void AttachedEditor::postpone(ParamID id, ParamValue value)
     postponed[id] = value;
 }
 
-void AttachedEditor::forgetPostponed(ParamID id)
+void AttachedEditor::dropPostponed(ParamID id)
 {
     const std::lock_guard<std::mutex> lock(mutex);
     postponed.erase(id);

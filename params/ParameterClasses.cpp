@@ -1,4 +1,3 @@
-// The texts of the parameters.
 #include "params/ParameterClasses.h"
 
 #include "params/ids/ParameterIds.h"
@@ -19,7 +18,7 @@ void write(const char* ascii, String128 text)
     UString(text, 128).fromAscii(ascii);
 }
 
-// Two decimals and always a point, whatever language the host has set.
+// Two decimals and always a point, whatever locale the host has set.
 void writeDecimals(float value, String128 text)
 {
     char digits[64];
@@ -29,7 +28,7 @@ void writeDecimals(float value, String128 text)
     write(digits, text);
 }
 
-// The nearest of `stepsPerDb` steps a decibel over the 32 dB from -16 to 16.
+// A level from -16 to 16 dB, rounded to the nearest of `stepsPerDb` steps of `dbPerStep`.
 void writeLevel(double value, double stepsPerDb, double dbPerStep, String128 text)
 {
     const double step = truncate(value * 32.0 * stepsPerDb + 0.5) - 16.0 * stepsPerDb;
@@ -55,9 +54,9 @@ void FilterGainParameter::toString(double value, String128 text) const
 }
 
 FilterFreqParameter::FilterFreqParameter(const TChar* title, int32 flags, ParamID id,
-                                         const double* frequencyTable, int32 size)
-    : Parameter(title, id, STR16("Hz"), 0.0, size - 1, flags, kRootUnitId), table(frequencyTable),
-      tableSize(size)
+                                         const double* table, int32 tableSize)
+    : Parameter(title, id, STR16("Hz"), 0.0, tableSize - 1, flags, kRootUnitId), table(table),
+      tableSize(tableSize)
 {
 }
 

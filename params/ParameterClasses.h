@@ -1,8 +1,8 @@
-// The parameters that are more than a switch: how each shows its normalised value as text.
+// The parameters that are not switches: how each shows its normalised value as text.
 //
-// A text cannot be typed into any of them: `fromString` refuses and changes nothing. Their plain
-// value is the normalised one. What is shown is not always what sounds: the strips have grids of
-// their own (an equaliser gain shows tenths of a decibel and acts in quarters).
+// None of them accepts text: `fromString` returns false and changes nothing. Their plain value is
+// the normalised one. The text may differ from the value in use, since the strips round in their
+// own way: an equaliser gain is shown in tenths of a decibel and used in quarters.
 #pragma once
 
 #include "public.sdk/source/vst/vstparameters.h"
@@ -16,7 +16,8 @@ public:
     bool fromString(const Steinberg::Vst::TChar* text, double& value) const override;
 };
 
-// A stepped frequency in Hz from a table that stays the caller's; an entry not above 0 is "Off".
+// A stepped frequency in Hz from a table, which has to outlive the parameter; an entry that is not
+// above 0 is shown as "Off".
 class FilterFreqParameter : public Steinberg::Vst::Parameter {
 public:
     FilterFreqParameter(const Steinberg::Vst::TChar* title, Steinberg::int32 flags,
@@ -30,7 +31,7 @@ private:
     Steinberg::int32 tableSize;
 };
 
-// What is heard: "Middle", "Left", "Stereo", "Right" or "Side".
+// The output: "Middle", "Left", "Stereo", "Right" or "Side".
 class ChannelParameter : public Steinberg::Vst::Parameter {
 public:
     ChannelParameter(const Steinberg::Vst::TChar* title, Steinberg::int32 flags,
@@ -39,7 +40,7 @@ public:
     bool fromString(const Steinberg::Vst::TChar* text, double& value) const override;
 };
 
-// How the channels run: "Stereo" or "MidSide".
+// The channels' encoding: "Stereo" or "MidSide".
 class MSParameter : public Steinberg::Vst::Parameter {
 public:
     MSParameter(const Steinberg::Vst::TChar* title, Steinberg::int32 flags,

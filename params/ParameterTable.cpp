@@ -1,4 +1,3 @@
-// The table of parameters, made from their traits.
 #include "params/ParameterTable.h"
 
 #include "params/ParameterClasses.h"

@@ -1,4 +1,4 @@
-// PitchNamesController: start-up, state, editors and units.
+// PitchNamesController: initialisation, state, editors and units.
 #include "params/PitchNamesController.h"
 
 #include "params/ParameterTable.h"
@@ -13,15 +13,14 @@
 namespace Steinberg {
 namespace Vst {
 
-PitchNamesController::PitchNamesController(platform::SettingsStore& settings,
-                                           ViewFactory viewFactory)
-    : ZKRPresetSystemController3(settings), makeView(viewFactory)
+PitchNamesController::PitchNamesController(platform::SettingsStore& store, ViewFactory makeView)
+    : ZKRPresetSystemController3(store), makeView(makeView)
 {
 }
 
-tresult PLUGIN_API PitchNamesController::initialize(FUnknown* initialContext)
+tresult PLUGIN_API PitchNamesController::initialize(FUnknown* context)
 {
-    const tresult result = ZKRPresetSystemController3::initialize(initialContext);
+    const tresult result = ZKRPresetSystemController3::initialize(context);
     if (result != kResultOk)
         return result;
     constexpr UnitID kOwnUnit = 1;
@@ -103,20 +102,20 @@ bool PitchNamesController::isAttached(AttachedEditor* editor)
 tresult PLUGIN_API PitchNamesController::setParamNormalized(ParamID id, ParamValue value)
 {
     const tresult result = ZKRPresetSystemController3::setParamNormalized(id, value);
-    ParamValue taken = value;
-    const auto told = editorsWhere([&](AttachedEditor* editor) {
-        // What the parameter took, which is between 0 and 1. Read with the editors locked: what
-        // another thread has set since is told, or postponed after this.
+    ParamValue current = value;
+    const auto notified = editorsWhere([&](AttachedEditor* editor) {
+        // The parameter's value, limited to 0..1. Read with the editors locked, so that a value
+        // that another thread sets later also reaches the editors later.
         if (id < kPresetParamCount)
-            taken = getParamNormalized(id);
+            current = getParamNormalized(id);
         const bool now = holds == 0 && editor->isOnOwnThread();
-        now ? editor->forgetPostponed(id) : editor->postpone(id, taken);
+        now ? editor->dropPostponed(id) : editor->postpone(id, current);
         return now;
     });
-    // An editor may be attached or removed by what it is told.
-    for (AttachedEditor* editor : told)
+    // The call to one editor may attach or remove another one.
+    for (AttachedEditor* editor : notified)
         if (isAttached(editor))
-            editor->setParameter(id, taken);
+            editor->setParameter(id, current);
     return result;
 }
 

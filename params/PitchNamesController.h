@@ -1,5 +1,5 @@
-// PitchNamesController: the controller half of the plug-in, which owns the parameters, the presets
-// and the list of open editors, and with them everything that a host's project keeps.
+// PitchNamesController: the controller half of the plug-in. It owns the parameters, the presets and
+// the list of open editors, and provides the state that a host's project stores.
 #pragma once
 
 #include "params/AttachedEditor.h"
@@ -12,30 +12,30 @@ namespace Vst {
 
 class PitchNamesController : public ZKRPresetSystemController3, public IEditorUpdates {
 public:
-    // Makes the editor view of a controller, with one reference for the caller.
+    // Creates the editor view of a controller, with one reference for the caller.
     using ViewFactory = IPlugView* (*)(ZKRPresetSystemController3& controller);
 
-    // Without a factory there is no editor.
+    // Without `makeView` there is no editor.
     explicit PitchNamesController(platform::SettingsStore& store = platform::userSettings(),
-                                  ViewFactory viewFactory = nullptr);
+                                  ViewFactory makeView = nullptr);
 
-    // Builds the unit, the table of parameters and the presets.
+    // Creates the unit, the parameters and the presets.
     tresult PLUGIN_API initialize(FUnknown* context) override;
     tresult PLUGIN_API terminate() override;
 
-    // The state is the whole bank. It is written in the machine's byte order and never swapped; of
-    // a shorter one than the buffer holds, the rest is what the buffer held before.
+    // The state is the whole bank, little-endian. A state that is shorter than the buffer is read
+    // together with what the buffer held before.
     tresult PLUGIN_API setState(IBStream* state) override;
     tresult PLUGIN_API getState(IBStream* state) override;
 
-    // Also tells every open editor, whatever the id: editors and presets talk through ids of 1000
-    // and above. An editor that is held, or lives on another thread, hears of it later.
+    // Also notifies every open editor, for any id: changes of the presets have ids from 1000 up
+    // (PresetTags.h). Editors that are held or that run on another thread are notified later.
     tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) override;
 
     // A new view for "editor"; null for any other name.
     IPlugView* PLUGIN_API createView(FIDString name) override;
-    void editorAttached(EditorView* editor) override;
-    void editorRemoved(EditorView* editor) override;
+    void editorAttached(EditorView* view) override;
+    void editorRemoved(EditorView* view) override;
 
     // IEditorUpdates
     void PLUGIN_API holdEditors() override;
@@ -60,9 +60,9 @@ private:
 
     ViewFactory makeView;
     std::mutex stateMutex;    // of stateBuffer
-    std::mutex editorsMutex;  // of the two below; never held while an editor is told
+    std::mutex editorsMutex;  // of the two below; not held while an editor is notified
     std::vector<AttachedEditor*> editors;
-    int holds = 0;
+    int holds = 0;  // calls of holdEditors without their releaseEditors
 };
 
 }  // namespace Vst

@@ -69,5 +69,5 @@ enum ParameterId : unsigned {
     kLatency = 59,
 };
 
-// Parameters 0 to 57 are the ones that are written, automated and stored in presets.
+// Parameters 0 to 57 can be set and automated, and presets store them.
 constexpr unsigned kPresetParamCount = 58;

@@ -1,6 +1,5 @@
-// What each parameter is: its title, how its values read, the strip and the side that it belongs
-// to, and what it controls there. The table that hosts see, the processor's intake and the editor
-// ask here.
+// The traits of each parameter: its title, the kind of its values, its strip and side, and what it
+// controls there. The processor, the controller and the editor use them.
 #pragma once
 
 #include "params/ids/ParameterIds.h"
@@ -9,13 +8,14 @@
 
 namespace param {
 
-// Switches are called after their default, stepped frequencies after their table.
+// The kind of the values. A switch's is named after its default, a stepped frequency's after its
+// table.
 enum class Kind { SwitchOff, SwitchOn, Channel, MS, Gain, Drive, HighPass, Low, Mid, High };
 
 enum class Strip { None, Preamp, Equaliser, Secondary };
 enum class Side { None, Left, Right };
 
-// What is controlled, in the order of the ids: by itself, in a pre-amplifier, in either equaliser.
+// What is controlled, in the order of the ids: in no strip, in a pre-amplifier, in an equaliser.
 enum class Control {
     Power,
     BypassLeft,
@@ -46,14 +46,14 @@ enum class Control {
 };
 
 struct Row {
-    ParameterId id;  // of a pair, the left one; the right one's is the next
+    ParameterId id;  // of the left one in a pair; the right one has the next id
     const char *title, *titleRight;
     Kind kind;
     Strip strip;
     Control control;
 };
 
-// Titles are irregular here and there (LShelfL but LShlfL2); hosts have stored them so.
+// Some titles are irregular (LShelfL but LShlfL2): hosts store them, so they stay.
 // clang-format off
 constexpr std::array<Row, 33> kRows{{
     {kPower,   "Power",   nullptr,   Kind::SwitchOn,  Strip::None,      Control::Power},
@@ -129,19 +129,20 @@ constexpr std::array<Traits, kPresetParamCount> traitsById()
 
 inline constexpr auto kTraits = traitsById();
 
-// Of an id below kPresetParamCount.
+// `id` is below kPresetParamCount, here and in all functions below.
 constexpr const Traits& traitsOf(unsigned id)
 {
     return kTraits[id];
 }
 
-// The same on the other side, for a parameter of a strip.
+// The id of the same parameter on the other side; `id` belongs to a strip.
 constexpr unsigned partnerOf(unsigned id)
 {
     return traitsOf(id).side == Side::Left ? id + 1 : id - 1;
 }
 
-// The parameter of the strip and side of `id` that controls that; kPresetParamCount if none does.
+// The id of the parameter for `control` in the strip and on the side of `id`; kPresetParamCount if
+// there is none.
 constexpr unsigned besideOf(unsigned id, Control control)
 {
     unsigned other = 0;
@@ -161,7 +162,8 @@ constexpr bool everyIdIsFoundByItsControl()
 }
 static_assert(everyIdIsFoundByItsControl(), "two parameters of a strip control the same");
 
-// What the ring of a knob edits: of a band's gain the frequency; other knobs have no ring.
+// The id of the parameter that a knob's ring edits: the frequency of the band for a gain knob.
+// Other knobs have no ring and give their own id.
 constexpr unsigned ringOf(unsigned knob)
 {
     switch (traitsOf(knob).control) {

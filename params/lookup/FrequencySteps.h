@@ -1,6 +1,6 @@
-// The stepped frequencies of both strips in Hz, by knob step, as they are shown and heard. Entry 0
-// is "Off". The three tables of the equaliser fall as the knob rises, that of the high-pass rises;
-// presets store the positions. The band models are keyed on exactly these values.
+// The stepped frequencies of both strips in Hz, by knob step, for display and processing. Entry 0
+// is "Off". In the three tables of the equaliser frequencies fall as the knob rises, in that of the
+// high-pass they rise; presets store the positions. The band models are keyed by these values.
 #pragma once
 
 #include <array>
@@ -16,6 +16,6 @@ constexpr std::array<double, 12> kHighPassStepsHz{{
     -1.0, 20.0, 30.0, 50.0, 70.0, 100.0, 140.0, 200.0, 280.0, 400.0, 560.0, 800.0}};
 // clang-format on
 
-// The low band can be a shelf from the first of these to the second, both included.
+// The low band can be a shelf at steps from kMinShelfHz to kMaxShelfHz.
 constexpr double kMinShelfHz = 63.0;
 constexpr double kMaxShelfHz = 300.0;

@@ -1,4 +1,4 @@
-// The shared table lookup: how a knob position from 0 to 1 picks a step of a table.
+// The table lookup: how a knob position from 0 to 1 selects a step of a table.
 #pragma once
 
 #include "params/lookup/Truncate.h"
@@ -6,8 +6,8 @@
 #include <array>
 #include <cstddef>
 
-// Returns the entry of table[0 .. count - 1] that lies nearest to the position `value`, which is
-// clamped to 0.0 .. 1.0 (a value that is not a number counts as 0.0). count is at least 1.
+// Returns the entry of table[0 .. count - 1] nearest to the position `value`, which is limited to
+// 0.0 .. 1.0 (a value that is not a number counts as 0.0). count is at least 1.
 inline double lookupStep(const double* table, int count, double value)
 {
     if (!(value > 0.0))

@@ -1,8 +1,8 @@
-// How a normalised value becomes a whole number: cut off towards zero.
+// Conversion of numbers to integers, rounding towards zero.
 #pragma once
 
-// The integer part of x, limited to a thousand million either way, which leaves room to add to it.
-// A value that is not a number counts as 0.
+// The integer part of x, limited to -1e9 .. 1e9, so that small sums do not overflow. A value that
+// is not a number gives 0.
 inline int truncate(double x)
 {
     constexpr double kLimit = 1e9;
