@@ -1,4 +1,3 @@
-// The bytes of banks and presets, field by field.
 #include "presets/BankFormat.h"
 
 #include <algorithm>
@@ -31,8 +30,9 @@ std::int32_t readInt(const std::uint8_t* bytes, bool swap = false)
     return static_cast<std::int32_t>(read32(bytes, swap));
 }
 
-// What both kinds of images do with a record that belongs to `slot`.
-bool takeRecord(const Record& record, bool swap, PresetSlot& slot)
+// Applies a record of an image of either kind to the preset in `slot`. False if its value lies
+// outside 0 to 1.
+bool applyRecord(const Record& record, bool swap, PresetSlot& slot)
 {
     if (record.kind == kNameRecord) {
         if (const std::uint8_t* name = recordName(record))
@@ -106,8 +106,8 @@ bool isNormalised(float value)
     return value >= 0.0f && value <= 1.0f;
 }
 
-RecordReader::RecordReader(ByteView recordBytes, std::int32_t count, bool swapFields)
-    : records(recordBytes), remaining(count), swap(swapFields)
+RecordReader::RecordReader(ByteView records, std::int32_t count, bool swap)
+    : records(records), remaining(count), swap(swap)
 {
 }
 
@@ -146,7 +146,7 @@ bool readBankRecords(ByteView records, std::int32_t count, bool swap, const Pres
         PresetSlot& slot = next[static_cast<std::size_t>(record.preset)];
         if (record.kind == kNameRecord && recordName(record))
             slot = resetImage;
-        if (!takeRecord(record, swap, slot))
+        if (!applyRecord(record, swap, slot))
             return false;
     }
     if (reader.fault() != RecordReader::Fault::None)
@@ -161,7 +161,7 @@ bool readPresetRecords(ByteView records, std::int32_t count, bool swap,
     PresetSlot next = resetImage;
     RecordReader reader(records, count, swap);
     for (Record record; reader.next(record);)
-        if (!takeRecord(record, swap, next))
+        if (!applyRecord(record, swap, next))
             return false;
     if (reader.fault() != RecordReader::Fault::None)
         return false;

@@ -1,8 +1,9 @@
-// The bytes of banks and presets: in files, in the per-user store and in a host's project.
+// The binary format of banks and presets in files, in the per-user store and in a host's project.
 //
-// An image is a header of 41 bytes and a list of records. Each record tells its own size, so a
-// reader skips what it does not know and takes an image with fewer records than it expects. All
-// fields are little-endian and unaligned; an image from a big-endian machine is told by its magic.
+// An image is a header of 41 bytes and a list of records. Each record contains its own size, so
+// that a reader can skip records of unknown kinds; there need not be a record for every name and
+// value. All fields are unaligned, and little-endian unless the magic is reversed: images from a
+// big-endian machine are big-endian.
 #pragma once
 
 #include "presets/PresetSlot.h"
@@ -31,17 +32,17 @@ constexpr std::size_t kBankImageSize =
     kFileHeaderSize + kPresetCount * (kNameRecordSize + kPresetParamCount * kValueRecordSize);
 static_assert(kPresetImageSize == 2065 && kBankImageSize == 48617, "files of users have this size");
 
-// What a host's project keeps of the controller is a bank image behind this prefix: a version,
-// little-endian, and the magic once more.
+// The controller's state in a host's project is this prefix, a version and the magic (both
+// little-endian), followed by a bank image.
 constexpr std::array<std::uint8_t, 8> kStatePrefix{
     {0x00, 0x00, 0x00, 0x02, 0x36, 0x34, 0x74, 0x5A}};
 constexpr std::size_t kStateSize = kStatePrefix.size() + kBankImageSize;
-static_assert(kStateSize == 48625, "projects of users hold states of this size");
+static_assert(kStateSize == 48625, "projects of users contain states of this size");
 
-// Of a file, no more is read. No image of this or a later version comes near it.
+// Files are read up to this size, which is far larger than any image.
 constexpr std::size_t kMaxFileSize = 1 << 24;
 
-// Bytes that belong to somebody else.
+// Bytes that are not owned.
 struct ByteView {
     const std::uint8_t* data;
     std::size_t size;
@@ -62,10 +63,10 @@ struct FileHeader {
     std::array<std::uint32_t, 4> reserved;
 };
 
-// The fields of the 41 bytes at `bytes`, taken as little-endian.
+// The fields of the 41 bytes at `bytes`, read as little-endian.
 FileHeader readHeader(const std::uint8_t* bytes);
 
-// Reverses the bytes of every field but magic and kind.
+// Reverses the byte order of every field but magic and kind.
 void swapHeader(FileHeader& header);
 
 struct ImageStart {
@@ -73,7 +74,7 @@ struct ImageStart {
     bool bigEndian;  // the image comes from a big-endian machine
 };
 
-// The first five bytes; nothing if they are not those of an image.
+// Kind and byte order from the first five bytes; nothing if they are not those of an image.
 std::optional<ImageStart> readImageStart(ByteView image);
 
 enum RecordKind : std::int32_t { kNameRecord = 0, kValueRecord = 1 };
@@ -85,7 +86,7 @@ struct Record {
 
     std::int32_t kind;
     std::int32_t size;         // bytes after the head
-    std::int32_t preset;       // any number: not every image is a good one
+    std::int32_t preset;       // may be any number in a damaged image
     const std::uint8_t* body;  // `size` bytes
 };
 
@@ -101,10 +102,10 @@ struct ValueEntry {
 const std::uint8_t* recordName(const Record& record);
 // Id and value of a record of kind 1; nothing if the record is too short to hold them.
 std::optional<ValueEntry> recordValue(const Record& record, bool swap);
-// Holds for no value that is not a number.
+// True for 0 to 1; false for a value that is not a number.
 bool isNormalised(float value);
 
-// Steps through the records and never leaves their bytes.
+// Steps through the records and never reads beyond their bytes.
 class RecordReader {
 public:
     enum class Fault {
@@ -114,13 +115,13 @@ public:
         BodyCutOff,  // the record's size reaches past the end
     };
 
-    // `count` records are expected; bytes after them are not looked at.
+    // Reads up to `count` records; bytes after them are ignored. `swap`: they are big-endian.
     RecordReader(ByteView records, std::int32_t count, bool swap);
 
-    // False after the last record and at a fault.
+    // False after the last record and at a fault, where reading ends.
     bool next(Record& record);
     Fault fault() const { return found; }
-    // Where the record that next gave last begins, or the one at fault: bytes from the first one.
+    // The start of the record read last, or of the faulty one, in bytes from the first record.
     std::size_t position() const { return start; }
 
 private:
@@ -131,13 +132,13 @@ private:
     Fault found = Fault::None;
 };
 
-// Takes the records of a bank image into the 24 presets at `bank`. A name record first returns its
-// preset to `resetImage`; presets that no record names stay. Records that are not understood are
+// Reads the records of a bank image into the 24 presets at `bank`. A name record first resets its
+// preset to `resetImage`; presets without records are unchanged. Records of unknown kinds are
 // skipped. False, and nothing changed, if a record is damaged or a value lies outside 0 to 1.
 bool readBankRecords(ByteView records, std::int32_t count, bool swap, const PresetSlot& resetImage,
                      PresetSlot* bank);
 
-// The same for a preset image, whatever preset its records name; the preset is returned to
+// The same for a preset image, whatever the preset numbers in its records; the preset is reset to
 // `resetImage` before the first record.
 bool readPresetRecords(ByteView records, std::int32_t count, bool swap,
                        const PresetSlot& resetImage, PresetSlot& preset);
@@ -145,7 +146,7 @@ bool readPresetRecords(ByteView records, std::int32_t count, bool swap,
 // Writes an image from its header and the records appended to it.
 class ImageWriter {
 public:
-    // Room for `recordCount` name and value records of `payloadSize` bytes in all.
+    // The header announces `recordCount` records of `payloadSize` bytes in all.
     ImageWriter(std::uint8_t kind, std::int32_t currentPreset, std::int32_t recordCount,
                 std::size_t payloadSize);
     void appendName(std::int32_t preset, const PresetSlot& slot);

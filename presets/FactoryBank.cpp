@@ -1,4 +1,4 @@
-// The 24 presets that a new instance starts from, as what each changes in the defaults.
+// The factory presets, each as its differences from the defaults.
 #include "presets/FactoryBank.h"
 
 #include <initializer_list>
@@ -44,10 +44,10 @@ constexpr Setting kDefaults[] = {
     both(kLGainL2,  0.5f),   // 0.00
     both(kMGainL2,  0.5f),   // 0.00
     both(kHGainL2,  0.5f),   // 0.00
-};  // and 0 for every other: "Off", or "Stereo" for MS
+};  // all others are 0: "Off", or "Stereo" for MS
 
-// Beside each row, what the value reads as. The presets with a line about their purpose leave music
-// about as loud as it came, by the output gain where the pre-amplifier is on.
+// Each row ends with the value as hosts show it. A preset with a comment about its purpose keeps the
+// loudness of music about the same, with the output gain if the pre-amplifier is on.
 constexpr Preset kPresets[] = {
     {"Default", {}},
 
@@ -61,7 +61,7 @@ constexpr Preset kPresets[] = {
         both(k28kL,      1.00f),  // On
     }},
 
-    // A voice in front: no rumble, less chest, words and a little air.
+    // Voice: rumble removed, less low mid, more presence and some treble.
     {"Vox", {
         one(kQB11,       1.00f),  // On
         both(kHpfL,      0.27f),  // 50.00
@@ -75,7 +75,7 @@ constexpr Preset kPresets[] = {
         both(kHGainL,    0.54f),  // 1.30
     }},
 
-    // A high voice: body below, the hard upper middle eased, air from above the sibilants.
+    // High voice: fuller low mid, softer upper mid, treble from above the sibilants.
     {"Female", {
         one(kQB11,       1.00f),  // On
         both(kHpfL,      0.45f),  // 100.00
@@ -88,7 +88,7 @@ constexpr Preset kPresets[] = {
         both(kHGainL,    0.62f),  // 3.80
     }},
 
-    // A small, worn amplifier: no deep bass, a knock in the middle, no top, and overdriven.
+    // An overdriven small amplifier: no deep bass, boosted low mid, no treble.
     {"LowFi Bass", {
         one(kQB11,       1.00f),  // On
         one(k2x,         1.00f),  // On
@@ -104,7 +104,7 @@ constexpr Preset kPresets[] = {
         both(kHGainL2,   0.00f),  // -16.00
     }},
 
-    // Weight, a scooped box and a hard click.
+    // Kick drum: bass and attack boosted, low mid cut.
     {"Metal Kick", {
         one(kQB11,       1.00f),  // On
         one(k2x,         1.00f),  // On
@@ -117,7 +117,7 @@ constexpr Preset kPresets[] = {
         both(kLGainL2,   0.25f),  // -8.00
     }},
 
-    // The drum bus: a firmer foot, less cardboard, clearer metal.
+    // Drum bus: more kick, less low mid, clearer cymbals.
     {"Drum group", {
         both(kLFreqL,    0.89f),  // 63.00
         both(kLGainL,    0.58f),  // 2.60
@@ -128,7 +128,7 @@ constexpr Preset kPresets[] = {
         both(kHGainL,    0.56f),  // 1.90
     }},
 
-    // Tight: attack first.
+    // Drums with more attack and less low mid.
     {"Drums1", {
         one(kQB11,       1.00f),  // On
         both(kHpfL,      0.09f),  // 20.00
@@ -141,7 +141,7 @@ constexpr Preset kPresets[] = {
         both(kHGainL,    0.65f),  // 4.80
     }},
 
-    // Old and roomy: thick below, soft above, a little pushed.
+    // Drums with more bass, less treble and slight saturation.
     {"Drums2", {
         one(kQB11,       1.00f),  // On
         both(kDriveL,    0.62f),  // 3.75
@@ -156,7 +156,7 @@ constexpr Preset kPresets[] = {
         both(kHGainL,    0.42f),  // -2.60
     }},
 
-    // Full and soft, nothing sticks out.
+    // Slightly more bass, less upper mid and treble.
     {"Round", {
         both(kLShelfL,   1.00f),  // On
         both(kLFreqL,    0.56f),  // 200.00
@@ -168,7 +168,7 @@ constexpr Preset kPresets[] = {
         both(kHGainL,    0.45f),  // -1.60
     }},
 
-    // A breath at either end, for material with a top to breathe in.
+    // A slight boost of the deepest bass and of the highest treble, for high sample rates.
     {"Mastering 96k Gentle", {
         both(kLShelfL,   1.00f),  // On
         both(kLFreqL,    0.89f),  // 63.00
@@ -177,7 +177,7 @@ constexpr Preset kPresets[] = {
         both(kHGainL,    0.54f),  // 1.30
     }},
 
-    // The sides open more than the middle, and the lower middle makes room.
+    // More bass in the mid channel, more treble in the side channel, less low mid in both.
     {"Mastering 96k Open", {
         one(kMS,         1.00f),  // MidSide
         one(kQB11,       1.00f),  // On
@@ -193,7 +193,7 @@ constexpr Preset kPresets[] = {
         one(kHGainR,     0.59f),  // 2.90
     }},
 
-    // "Round" in a smaller dose, with the weight in the middle.
+    // As "Round", but weaker, and with more of the bass in the mid channel.
     {"Mastering round", {
         one(kMS,         1.00f),  // MidSide
         both(kLShelfL,   1.00f),  // On
@@ -222,7 +222,7 @@ constexpr Preset kPresets[] = {
         one(kHGainR,     0.55f),  // 1.60
     }},
 
-    // One narrow, overdriven band, the same at both ears.
+    // An overdriven narrow band in mono.
     {"Old phone", {
         one(kChannel,    0.00f),  // Middle
         one(kQB11,       1.00f),  // On
@@ -245,7 +245,7 @@ constexpr Preset kPresets[] = {
         both(kHGainL2,   0.00f),  // -16.00
     }},
 
-    // The body in the middle, the shimmer at the sides.
+    // More low mid in the mid channel, more upper mid and treble in the side channel.
     {"Wide warm guitar", {
         one(kMS,         1.00f),  // MidSide
         one(kQB11,       1.00f),  // On
@@ -263,7 +263,7 @@ constexpr Preset kPresets[] = {
         one(kHGainR,     0.56f),  // 1.90
     }},
 
-    // Amplifier and closed cabinet: pushed hard, a thump, a bark, and nothing above.
+    // An overdriven amplifier with a closed cabinet: bass and upper mid boosted, no treble.
     {"Pseudo amp", {
         one(kQB11,       1.00f),  // On
         one(k2x,         1.00f),  // On
@@ -310,7 +310,7 @@ constexpr Preset kPresets[] = {
         one(kMGainR2,    0.73f),  // 7.40
     }},
 
-    // The smile that fits everybody.
+    // Bass and treble boosted, mid cut.
     {"Tshirt", {
         one(kQB11,       1.00f),  // On
         both(kOutputL,   0.46f),  // -1.30
@@ -346,13 +346,13 @@ void apply(PresetSlot& slot, const Settings& settings)
 const Bank& factoryBank()
 {
     static const Bank bank = [] {
-        Bank made{};
-        for (std::size_t i = 0; i < made.size(); ++i) {
-            setName(made[i], kPresets[i].name);
-            apply(made[i], kDefaults);
-            apply(made[i], kPresets[i].settings);
+        Bank presets{};
+        for (std::size_t i = 0; i < presets.size(); ++i) {
+            setName(presets[i], kPresets[i].name);
+            apply(presets[i], kDefaults);
+            apply(presets[i], kPresets[i].settings);
         }
-        return made;
+        return presets;
     }();
     return bank;
 }

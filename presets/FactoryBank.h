@@ -1,4 +1,4 @@
-// The 24 presets that a new instance starts from.
+// The 24 factory presets, which a new instance starts with.
 #pragma once
 
 #include "presets/PresetSlot.h"

@@ -1,4 +1,3 @@
-// PresetSlot: its two setters.
 #include "presets/PresetSlot.h"
 
 #include "platform/Utf8.h"

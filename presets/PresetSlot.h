@@ -1,4 +1,4 @@
-// PresetSlot: one preset, as the bank holds it.
+// PresetSlot: one preset of the bank.
 #pragma once
 
 #include "params/ids/ParameterIds.h"
@@ -9,16 +9,15 @@ constexpr int kPresetCount = 24;
 constexpr std::size_t kPresetNameSize = 24;
 
 struct PresetSlot {
-    // Narrow text. A name from a file may fill all bytes and then has no terminator.
+    // UTF-8. A name from a file may be anything, and if it fills all bytes it has no terminator.
     char name[kPresetNameSize];
-    // The normalised value of parameter N in entry N.
+    // Normalised, by parameter id.
     float values[kPresetParamCount];
 };
-static_assert(sizeof(PresetSlot) == 256, "a bank is addressed by this stride");
+static_assert(sizeof(PresetSlot) == 256, "name and values fill a slot without padding");
 
-// Stores the value; an id without a slot is ignored.
+// Stores a value; an id without an entry is ignored.
 void setValue(PresetSlot& slot, unsigned id, float value);
 
-// Keeps at most 23 bytes of `text`; the rest is cut, in front of a UTF-8 character that does not
-// fit as a whole.
+// Stores at most 23 bytes of `text`, without a part of a UTF-8 character that does not fit.
 void setName(PresetSlot& slot, const char* text);

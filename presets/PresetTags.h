@@ -1,5 +1,5 @@
-// Tags of the preset panel's controls. They run through the controller like parameter ids, to tell
-// every open editor of a change, and name no parameter.
+// Tags of the preset panel's controls. Like the id of a parameter, a tag is passed to the
+// controller's setParamNormalized, which notifies every open editor; no parameter has such an id.
 #pragma once
 
 enum PresetTag : int {

@@ -1,4 +1,4 @@
-// ZKRPresetSystemController3: life, selection and names.
+// ZKRPresetSystemController3: initialisation, parameters, selection and names.
 #include "presets/ZKRPresetSystemController3.h"
 
 #include "platform/Files.h"
@@ -13,7 +13,7 @@ namespace Vst {
 
 namespace {
 
-std::unique_ptr<char[]> makePath()
+std::unique_ptr<char[]> emptyPath()
 {
     return std::unique_ptr<char[]>(
         new (std::nothrow) char[ZKRPresetSystemController3::kPathBufferSize]());
@@ -21,27 +21,27 @@ std::unique_ptr<char[]> makePath()
 
 }  // namespace
 
-ZKRPresetSystemController3::ZKRPresetSystemController3(platform::SettingsStore& settings)
-    : store(settings)
+ZKRPresetSystemController3::ZKRPresetSystemController3(platform::SettingsStore& store)
+    : store(store)
 {
 }
 
-tresult PLUGIN_API ZKRPresetSystemController3::initialize(FUnknown* initialContext)
+tresult PLUGIN_API ZKRPresetSystemController3::initialize(FUnknown* context)
 {
-    const tresult result = EditControllerEx1::initialize(initialContext);
+    const tresult result = EditControllerEx1::initialize(context);
     if (result != kResultOk)
         return result;
 
-    currDir = makePath();
-    currBank = makePath();
-    currPreset = makePath();
+    currDir = emptyPath();
+    currBank = emptyPath();
+    currPreset = emptyPath();
     stateBuffer.reset(new (std::nothrow) uint8[kStateBufferSize]());
     currentPreset = 0;
     presetBank.reset(new (std::nothrow) PresetSlot[kPresetCount]());
     if (!currDir || !currBank || !currPreset || !stateBuffer || !presetBank)
         return kOutOfMemory;
 
-    keepPath(currDir, platform::workingDirectory());
+    copyPath(currDir, platform::workingDirectory());
     fillFactoryBank();
     resetImage = presetBank[0];
     for (ParamID id = 0; id < kPresetParamCount; ++id)
@@ -65,22 +65,23 @@ tresult PLUGIN_API ZKRPresetSystemController3::terminate()
 
 tresult PLUGIN_API ZKRPresetSystemController3::setParamNormalized(ParamID id, ParamValue value)
 {
-    // A value out of range would make the whole bank unreadable the next time.
+    // A value that is not a number is ignored and others are limited, since a bank with a value
+    // outside 0 to 1 cannot be read again.
     if (id >= kPresetParamCount || value != value)
         return kResultOk;
     const std::thread::id caller = std::this_thread::get_id();
     const std::lock_guard<std::mutex> lock(dataMutex);
-    ParamValue held = std::clamp(value, 0.0, 1.0);
+    ParamValue newValue = std::clamp(value, 0.0, 1.0);
     const auto publisher = std::find(publishers.begin(), publishers.end(), caller);
     if (publisher != publishers.end()) {
         publishers.erase(publisher);
         if (presetBank)
-            held = static_cast<ParamValue>(presetAt(currentPreset)->values[id]);
+            newValue = static_cast<ParamValue>(presetAt(currentPreset)->values[id]);
     } else if (presetBank) {
-        setValue(*presetAt(currentPreset), id, static_cast<float>(held));
+        setValue(*presetAt(currentPreset), id, static_cast<float>(newValue));
     }
     setBy[id] = caller;
-    return EditControllerEx1::setParamNormalized(id, held);
+    return EditControllerEx1::setParamNormalized(id, newValue);
 }
 
 ParamValue PLUGIN_API ZKRPresetSystemController3::getParamNormalized(ParamID id)
@@ -98,8 +99,8 @@ std::optional<ParamValue> ZKRPresetSystemController3::newerValue(ParamID id, Par
     return present == value ? std::nullopt : std::optional<ParamValue>(present);
 }
 
-// Another thread may have set the parameter, and told the host, between this thread's setting and
-// telling: the host would end with the older value.
+// Between setParamNormalized and performEdit on this thread, another thread may have done both: the
+// host would then end with the older value.
 tresult ZKRPresetSystemController3::performEdit(ParamID id, ParamValue value)
 {
     const tresult result = EditControllerEx1::performEdit(id, value);
@@ -131,7 +132,7 @@ void ZKRPresetSystemController3::startPresetSystem()
     if (!presetBank)
         return;
     {
-        // Taken before the user's default bank arrives: what presets are reset to is the factory's.
+        // Before the user's default bank is loaded: presets are reset to the factory's first one.
         const std::lock_guard<std::mutex> lock(dataMutex);
         resetImage = presetBank[0];
     }
@@ -164,8 +165,8 @@ void ZKRPresetSystemController3::setCurrentPreset(int32 index)
     publishPreset();
 }
 
-// Two threads may be here at the same time: each passes on what the preset holds that is selected
-// by then, so that both end with the same values.
+// Two threads may publish at the same time: each reads every value from the preset that is selected
+// at that moment, so that both end with the same values.
 void ZKRPresetSystemController3::publishPreset()
 {
     for (ParamID id = 0; id < kPresetParamCount; ++id) {

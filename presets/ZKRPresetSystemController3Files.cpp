@@ -20,7 +20,7 @@ bool fits(const std::string& text)
 
 }  // namespace
 
-bool ZKRPresetSystemController3::keepPath(Path& path, const std::string& text)
+bool ZKRPresetSystemController3::copyPath(Path& path, const std::string& text)
 {
     if (!fits(text))
         return false;
@@ -28,9 +28,10 @@ bool ZKRPresetSystemController3::keepPath(Path& path, const std::string& text)
     return true;
 }
 
-// Goes to the folder of `path`, or to the one used last if the path names none, and returns the
-// name of the file in it. Nothing when the folder cannot be entered.
-std::optional<std::string> ZKRPresetSystemController3::goToFile(const char* path, Path& lastFile)
+// Makes the folder of `path`, or the one used last if the path has none, the working directory, and
+// returns the name of the file in it; nothing if that fails.
+std::optional<std::string> ZKRPresetSystemController3::enterFolderOf(const char* path,
+                                                                     Path& lastFile)
 {
     if (!path || !currDir)
         return std::nullopt;
@@ -38,26 +39,26 @@ std::optional<std::string> ZKRPresetSystemController3::goToFile(const char* path
     if (const char* separator = std::strrchr(path, platform::kPathSeparator)) {
         folder.assign(path, separator + 1);
         name = separator + 1;
-        // Only together do they tell where the file is.
-        if (fits(name) && keepPath(currDir, folder))
-            keepPath(lastFile, name);
+        // Either both are stored or neither, since only both together lead to the file.
+        if (fits(name) && copyPath(currDir, folder))
+            copyPath(lastFile, name);
     }
     if (!folder.empty() && !platform::setWorkingDirectory(folder))
         return std::nullopt;
     return name;
 }
 
-// False when the file is no image at all.
+// False if the file is not an image.
 bool ZKRPresetSystemController3::loadFile(const char* path, bool reversed, uint8 kind,
                                           Path& lastFile, Deserialize deserialize)
 {
-    const auto name = goToFile(path, lastFile);
+    const auto name = enterFolderOf(path, lastFile);
     // A file that may not be written is not loaded either.
     const auto bytes = name
         ? platform::readFile(*name, kMaxFileSize, platform::Access::ReadAndWrite)
         : std::nullopt;
     return bytes
-        && takeImage({bytes->data(), bytes->size()}, reversed, kind, Payload::AsHeaderTells,
+        && readImage({bytes->data(), bytes->size()}, reversed, kind, Payload::SizeOfHeader,
                      deserialize);
 }
 
@@ -76,7 +77,7 @@ void ZKRPresetSystemController3::loadPreset(const char* path, bool reversed)
 void ZKRPresetSystemController3::saveFile(const char* path, Path& lastFile, Serialize serialize)
 {
     std::vector<uint8> image;
-    const auto name = goToFile(path, lastFile);
+    const auto name = enterFolderOf(path, lastFile);
     if (name && (this->*serialize)(image) > 0)
         platform::replaceFile(*name, image);
 }

@@ -17,7 +17,7 @@ int32 ZKRPresetSystemController3::serializeImage(uint8 kind, std::vector<uint8>&
     const std::lock_guard<std::mutex> lock(dataMutex);
     if (!presetBank)
         return 0;
-    // A preset is stored under index 0, wherever it lies in the bank.
+    // A single preset is stored with the index 0, whatever its index in the bank.
     const int32 first = wholeBank ? 0 : currentPreset;
     ImageWriter writer(kind, wholeBank ? currentPreset : 0, count * (1 + values), payload);
     for (int32 index = 0; index < count; ++index) {
@@ -41,7 +41,7 @@ int32 ZKRPresetSystemController3::serializePreset(std::vector<uint8>& image)
     return serializeImage(kPresetKind, image);
 }
 
-bool ZKRPresetSystemController3::takeImage(ByteView image, bool reversed, uint8 kind,
+bool ZKRPresetSystemController3::readImage(ByteView image, bool reversed, uint8 kind,
                                            Payload payload, Deserialize deserialize)
 {
     const auto start = readImageStart(image);
@@ -54,7 +54,7 @@ bool ZKRPresetSystemController3::takeImage(ByteView image, bool reversed, uint8 
     if (swap)
         swapHeader(header);
     ByteView records{image.data + kFileHeaderSize, image.size - kFileHeaderSize};
-    if (payload == Payload::AsHeaderTells) {
+    if (payload == Payload::SizeOfHeader) {
         if (header.payloadSize < 0 || static_cast<std::size_t>(header.payloadSize) > records.size)
             return true;
         records.size = static_cast<std::size_t>(header.payloadSize);
@@ -76,7 +76,7 @@ void ZKRPresetSystemController3::deserializeBank(ByteView records, const FileHea
         if (!presetBank
             || !readBankRecords(records, header.recordCount, swap, resetImage, presetBank.get()))
             return;
-        // At once, or what the user turns now would go into another preset of the new bank.
+        // Under the same lock, or a value set now would go into another preset of the new bank.
         currentPreset = selected;
     }
     setCurrentPreset(selected);

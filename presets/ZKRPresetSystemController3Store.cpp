@@ -1,4 +1,4 @@
-// ZKRPresetSystemController3: the settings of the user that every instance shares.
+// ZKRPresetSystemController3: the user's settings, which all instances share.
 #include "presets/ZKRPresetSystemController3.h"
 
 namespace Steinberg {
@@ -26,7 +26,7 @@ void ZKRPresetSystemController3::storeValue(const char* name, Serialize serializ
 void ZKRPresetSystemController3::loadValue(const char* name, uint8 kind, Deserialize deserialize)
 {
     if (const auto bytes = store.read(name))
-        takeImage({bytes->data(), bytes->size()}, false, kind, Payload::AtEndOfImage, deserialize);
+        readImage({bytes->data(), bytes->size()}, false, kind, Payload::RestOfImage, deserialize);
 }
 
 void ZKRPresetSystemController3::storeDefaultBank()
@@ -88,14 +88,14 @@ void ZKRPresetSystemController3::storePaths()
     store.writeText(kCurrPreset, currPreset.get());
 }
 
-// What is not stored becomes empty, the folder included.
+// Paths that are not stored become empty, also the folder.
 void ZKRPresetSystemController3::loadPaths()
 {
     if (!currDir || !currBank || !currPreset)
         return;
     const auto load = [this](const char* name, Path& path) {
-        if (!keepPath(path, store.readText(name).value_or("")))
-            keepPath(path, "");
+        if (!copyPath(path, store.readText(name).value_or("")))
+            copyPath(path, "");
     };
     load(kCurrDir, currDir);
     load(kCurrBank, currBank);
