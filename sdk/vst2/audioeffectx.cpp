@@ -61,7 +61,7 @@ void processEffect(AEffect* effect, float** inputs, float** outputs, VstInt32 fr
 }  // namespace
 
 AudioEffect::AudioEffect(audioMasterCallback audioMaster, VstInt32 numPrograms, VstInt32 numParams)
-    : hostCallback(audioMaster)
+    : audioMaster(audioMaster)
 {
     cEffect.magic = kEffectMagic;
     cEffect.dispatcher = dispatchEffect;
@@ -79,7 +79,7 @@ AudioEffect::AudioEffect(audioMasterCallback audioMaster, VstInt32 numPrograms, 
 VstIntPtr AudioEffect::askHost(HostOpcode opcode, VstInt32 index, VstIntPtr value, void* ptr,
                                float opt)
 {
-    return hostCallback ? hostCallback(&cEffect, opcode, index, value, ptr, opt) : 0;
+    return audioMaster ? audioMaster(&cEffect, opcode, index, value, ptr, opt) : 0;
 }
 
 VstIntPtr AudioEffect::dispatcher(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
@@ -212,9 +212,9 @@ VstIntPtr AudioEffectX::dispatcher(VstInt32 opcode, VstInt32 index, VstIntPtr va
     }
 }
 
-void AudioEffectX::setEditor(AEffEditor* editorToShow)
+void AudioEffectX::setEditor(AEffEditor* newEditor)
 {
-    editor = editorToShow;
+    editor = newEditor;
     if (editor)
         cEffect.flags |= effFlagsHasEditor;
     else

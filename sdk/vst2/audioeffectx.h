@@ -52,7 +52,7 @@ protected:
     AEffect cEffect{};
 
 private:
-    audioMasterCallback hostCallback;
+    audioMasterCallback audioMaster;
 };
 
 // The operations that version 2 of the interface added.
@@ -94,7 +94,7 @@ public:
 
 protected:
     // Null: the effect has no editor. The caller keeps ownership.
-    void setEditor(AEffEditor* editorToShow);
+    void setEditor(AEffEditor* newEditor);
 
 private:
     VstIntPtr editorDispatcher(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,

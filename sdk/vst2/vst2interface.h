@@ -1,6 +1,6 @@
-// The C interface of VST 2.4 as this project uses it, for 64-bit systems: the structures that host
-// and plug-in share, and the opcodes that each sends to the other. Existing binaries fix the
-// layouts; the assertions below check them.
+// The part of the C interface of VST 2.4 that this project uses, for 64-bit systems: the structures
+// that host and plug-in share, and the opcodes that each sends to the other. Existing binaries fix
+// the layouts; the assertions below check them.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,6 @@
 
 using VstInt16 = std::int16_t;
 using VstInt32 = std::int32_t;
-using VstInt64 = std::int64_t;
 using VstIntPtr = std::intptr_t;
 
 struct AEffect;
@@ -87,7 +86,6 @@ static_assert(sizeof(VstSpeakerArrangement) == 904, "hosts rely on this layout")
 
 enum SpeakerArrangementType : VstInt32 {
     kSpeakerArrUserDefined = -2,
-    kSpeakerArrEmpty = -1,
     kSpeakerArrMono = 0,
     kSpeakerArrStereo = 1,
 };
@@ -133,15 +131,10 @@ enum ParameterFlags : VstInt32 {
 
 enum ProcessPrecision : VstInt32 {
     kVstProcessPrecision32 = 0,
-    kVstProcessPrecision64 = 1,
 };
 
 enum ProcessLevel : VstInt32 {
-    kVstProcessLevelUnknown = 0,
-    kVstProcessLevelUser = 1,
     kVstProcessLevelRealtime = 2,
-    kVstProcessLevelPrefetch = 3,
-    kVstProcessLevelOffline = 4,
 };
 
 enum PluginCategory : VstInt32 {
@@ -170,8 +163,6 @@ constexpr std::size_t kVstMaxShortLabelLen = 8;
 enum EffectOpcode : VstInt32 {
     effOpen = 0,
     effClose = 1,
-    effSetProgram = 2,      // value: index
-    effGetProgram = 3,      // returns the index
     effSetProgramName = 4,  // ptr: char*
     effGetProgramName = 5,  // ptr: char[24]
     effGetParamLabel = 6,   // index; ptr: char[8]
@@ -185,9 +176,8 @@ enum EffectOpcode : VstInt32 {
     effEditClose = 15,
     effEditIdle = 19,
     effIdentify = 22,
-    effGetChunk = 23,  // index: 0 bank, 1 program; ptr: void**; returns bytes
-    effSetChunk = 24,  // index as above; value: bytes; ptr: void*
-    effProcessEvents = 25,
+    effGetChunk = 23,               // index: 0 bank, 1 program; ptr: void**; returns bytes
+    effSetChunk = 24,               // index as above; value: bytes; ptr: void*
     effCanBeAutomated = 26,         // index
     effString2Parameter = 27,       // index; ptr: const char*
     effGetProgramNameIndexed = 29,  // index; ptr: char[24]
@@ -195,10 +185,9 @@ enum EffectOpcode : VstInt32 {
     effGetOutputProperties = 34,
     effGetPlugCategory = 35,
     effSetSpeakerArrangement = 42,  // value, ptr: VstSpeakerArrangement* in, out
-    effSetBypass = 44,
-    effGetEffectName = 45,     // ptr: char[32]
-    effGetVendorString = 47,   // ptr: char[64]
-    effGetProductString = 48,  // ptr: char[64]
+    effGetEffectName = 45,          // ptr: char[32]
+    effGetVendorString = 47,        // ptr: char[64]
+    effGetProductString = 48,       // ptr: char[64]
     effGetVendorVersion = 49,
     effVendorSpecific = 50,
     effCanDo = 51,  // ptr: const char*
@@ -208,16 +197,12 @@ enum EffectOpcode : VstInt32 {
     effGetVstVersion = 58,
     effEditKeyDown = 59,  // index: character; value: virtual key; opt: modifiers
     effEditKeyUp = 60,
-    effSetEditKnobMode = 61,  // value: 0 circular, 1 relative circular, 2 linear
-    effBeginSetProgram = 67,
-    effEndSetProgram = 68,
+    effSetEditKnobMode = 61,        // value: 0 circular, 1 relative circular, 2 linear
     effGetSpeakerArrangement = 69,  // value, ptr: VstSpeakerArrangement** in, out
     effStartProcess = 71,
     effStopProcess = 72,
     effSetTotalSampleToProcess = 73,
     effSetProcessPrecision = 77,  // value: ProcessPrecision
-    effGetNumMidiInputChannels = 78,
-    effGetNumMidiOutputChannels = 79,
 };
 
 constexpr VstIntPtr kEffectIdentity = 0x4E764566;  // "NvEf", the answer to effIdentify
@@ -226,8 +211,6 @@ constexpr VstIntPtr kEffectIdentity = 0x4E764566;  // "NvEf", the answer to effI
 enum HostOpcode : VstInt32 {
     audioMasterAutomate = 0,  // index, opt
     audioMasterVersion = 1,
-    audioMasterIdle = 3,
-    audioMasterGetTime = 7,
     audioMasterIOChanged = 13,
     audioMasterSizeWindow = 15,  // index: width, value: height
     audioMasterGetSampleRate = 16,

@@ -25,7 +25,7 @@ public:
 };
 
 #if !SMTG_OS_WINDOWS
-// On Linux whoever runs an event loop injects its timers here (null: none).
+// On Linux the code that runs an event loop injects its timers here; null for none.
 using CreateTimerFunc = Timer* (*)(ITimerCallback* callback, uint32 milliseconds);
 void InjectCreateTimerFunction(CreateTimerFunc create);
 #endif

@@ -22,14 +22,14 @@ struct LiveTimers {
 
 LiveTimers& liveTimers()
 {
-    alignas(LiveTimers) static unsigned char place[sizeof(LiveTimers)];
-    static LiveTimers* const live = new (place) LiveTimers;
+    alignas(LiveTimers) static unsigned char storage[sizeof(LiveTimers)];
+    static LiveTimers* const live = new (storage) LiveTimers;
     return *live;
 }
 
 class Locked {
 public:
-    explicit Locked(LiveTimers& timers) : live(timers) { AcquireSRWLockExclusive(&live.lock); }
+    explicit Locked(LiveTimers& live) : live(live) { AcquireSRWLockExclusive(&live.lock); }
     ~Locked() { ReleaseSRWLockExclusive(&live.lock); }
     Locked(const Locked&) = delete;
     Locked& operator=(const Locked&) = delete;
@@ -47,8 +47,8 @@ void CALLBACK onTick(HWND, UINT, UINT_PTR id, DWORD);
 
 class Win32Timer : public Timer {
 public:
-    Win32Timer(ITimerCallback* receiver, uint32 milliseconds)
-        : callback(receiver), id(SetTimer(nullptr, 0, milliseconds, onTick)),
+    Win32Timer(ITimerCallback* callback, uint32 milliseconds)
+        : callback(callback), id(SetTimer(nullptr, 0, milliseconds, onTick)),
           thread(GetCurrentThreadId())
     {
         if (!id)

@@ -1,5 +1,5 @@
-// Identifiers of interfaces that are only declared elsewhere: of views, in the SDK, and of those
-// between the VST 2 wrapper and a controller.
+// Identifiers of interfaces that are declared elsewhere but not defined: the SDK's interfaces of
+// views, and those between the VST 2 wrapper and a controller.
 #include "public.sdk/source/vst/vst2wrapper/ivst2bridge.h"
 
 #include "pluginterfaces/gui/iplugview.h"

@@ -24,9 +24,9 @@ public:
     tresult PLUGIN_API getClassInfo(int32 index, PClassInfo* info) override;
     tresult PLUGIN_API getClassInfo2(int32 index, PClassInfo2* info) override;
     tresult PLUGIN_API getClassInfoUnicode(int32 index, PClassInfoW* info) override;
-    // Creates an object of the class `cid` and returns its interface `iid`; an unknown class or
+    // Creates an object of the class `cid` and returns its interface `_iid`; an unknown class or
     // interface gives kNoInterface and a null object.
-    tresult PLUGIN_API createInstance(FIDString cid, FIDString iid, void** obj) override;
+    tresult PLUGIN_API createInstance(FIDString cid, FIDString _iid, void** obj) override;
     tresult PLUGIN_API setHostContext(FUnknown* context) override;
 
 private:

@@ -48,8 +48,8 @@ VstKeyCode keyCodeOf(char16 character, int16 key, int16 modifiers)
 
 }  // namespace
 
-VSTGUIEditor::VSTGUIEditor(void* ownController, ViewRect* size)
-    : EditorView(static_cast<EditController*>(ownController), size)
+VSTGUIEditor::VSTGUIEditor(void* controller, ViewRect* size)
+    : EditorView(static_cast<EditController*>(controller), size)
 {
     startToolkit();
     timer = new VSTGUI::CVSTGUITimer([this](VSTGUI::CVSTGUITimer*) { tick(); }, kIdleRateMs);
@@ -140,11 +140,11 @@ tresult PLUGIN_API VSTGUIEditor::removed()
         removalPostponed = true;
         return EditorView::removed();
     }
-    endWindow();
+    closeWindow();
     return EditorView::removed();
 }
 
-void VSTGUIEditor::endWindow()
+void VSTGUIEditor::closeWindow()
 {
     timer->stop();
     close();
@@ -155,7 +155,7 @@ void VSTGUIEditor::endWindow()
 void VSTGUIEditor::tick()
 {
     if (removalPostponed.exchange(false)) {
-        endWindow();
+        closeWindow();
         forget();
         return;
     }

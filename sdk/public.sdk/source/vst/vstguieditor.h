@@ -43,7 +43,7 @@ public:
 
     // IPlugView. removed() on another thread than the view's returns at once: the view makes no
     // more calls to the host, and closes its window at its next timer tick.
-    tresult PLUGIN_API setFrame(IPlugFrame* frame) override;
+    tresult PLUGIN_API setFrame(IPlugFrame* newFrame) override;
     tresult PLUGIN_API isPlatformTypeSupported(FIDString type) override;
     tresult PLUGIN_API attached(void* parent, FIDString type) override;
     tresult PLUGIN_API removed() override;
@@ -70,7 +70,7 @@ protected:
 
 private:
     void tick();
-    void endWindow();
+    void closeWindow();
 
     std::unique_ptr<VSTGUI::IPlatformFrameConfig> config;
     std::atomic<std::thread::id> ownThread{std::thread::id()};  // none while not attached

@@ -19,7 +19,7 @@ namespace X11 = VSTGUI::X11;
 // Adapters that are registered with a host: each wraps a handler of the toolkit.
 class HostEventHandler : public FObject, public Linux::IEventHandler {
 public:
-    explicit HostEventHandler(X11::IEventHandler* target) : handler(target) { }
+    explicit HostEventHandler(X11::IEventHandler* handler) : handler(handler) { }
     void PLUGIN_API onFDIsSet(Linux::FileDescriptor) override
     {
         if (handler)
@@ -36,7 +36,7 @@ public:
 
 class HostTimerHandler : public FObject, public Linux::ITimerHandler {
 public:
-    explicit HostTimerHandler(X11::ITimerHandler* target) : handler(target) { }
+    explicit HostTimerHandler(X11::ITimerHandler* handler) : handler(handler) { }
     void PLUGIN_API onTimer() override
     {
         if (handler)
@@ -69,10 +69,7 @@ IPtr<Registered> takeOut(std::vector<IPtr<Registered>>& list, Handler* handler)
 // The host's loop for a frame. It also runs the SDK's timers, which belong to no view.
 class HostRunLoop : public X11::IRunLoop, private X11::ITimerHandler {
 public:
-    explicit HostRunLoop(IPtr<Linux::IRunLoop> hostLoop) : loop(hostLoop)
-    {
-        registerTimer(kTickMs, this);
-    }
+    explicit HostRunLoop(IPtr<Linux::IRunLoop> loop) : loop(loop) { registerTimer(kTickMs, this); }
     ~HostRunLoop() override { unregisterTimer(this); }
 
     bool registerEventHandler(int fd, X11::IEventHandler* handler) override
@@ -131,7 +128,7 @@ public:
     }
 
 private:
-    explicit IdleTimer(ITimerCallback* receiver) : callback(receiver) { }
+    explicit IdleTimer(ITimerCallback* callback) : callback(callback) { }
     void onTimer() override { callback->onTimer(this); }
 
     ITimerCallback* callback;

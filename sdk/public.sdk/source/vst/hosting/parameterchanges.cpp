@@ -7,7 +7,7 @@ namespace Vst {
 
 IMPLEMENT_FUNKNOWN_METHODS(ParameterValueQueue, IParamValueQueue, IParamValueQueue::iid)
 
-ParameterValueQueue::ParameterValueQueue(ParamID id) : paramID(id)
+ParameterValueQueue::ParameterValueQueue(ParamID paramID) : paramID(paramID)
 {
     FUNKNOWN_CTOR;
     points.reserve(5);

@@ -13,7 +13,7 @@ namespace Vst {
 // without allocating.
 class ParameterValueQueue : public IParamValueQueue {
 public:
-    explicit ParameterValueQueue(ParamID id);
+    explicit ParameterValueQueue(ParamID paramID);
     virtual ~ParameterValueQueue() = default;
 
     ParamID PLUGIN_API getParameterId() override { return paramID; }

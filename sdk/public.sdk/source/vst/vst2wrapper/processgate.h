@@ -15,7 +15,7 @@ public:
     // Guards a block from construction to destruction. Never waits. One block at a time.
     class Block {
     public:
-        explicit Block(ProcessGate& owner) : gate(owner)
+        explicit Block(ProcessGate& gate) : gate(gate)
         {
             State free = State::Free;
             admitted =
@@ -41,7 +41,7 @@ public:
     // own thread.
     class Setup {
     public:
-        explicit Setup(ProcessGate& owner) : gate(owner)
+        explicit Setup(ProcessGate& gate) : gate(gate)
         {
             const std::thread::id caller = std::this_thread::get_id();
             if (gate.setupThread != caller) {

@@ -34,8 +34,8 @@ char16 characterOf(VstInt32 character, VstInt32 virtualKey)
 
 }  // namespace
 
-Vst2EditorWrapper::Vst2EditorWrapper(IEditController& editController, SizeWindow sizeHostWindow)
-    : controller(editController), sizeWindow(std::move(sizeHostWindow))
+Vst2EditorWrapper::Vst2EditorWrapper(IEditController& controller, SizeWindow sizeWindow)
+    : controller(controller), sizeWindow(std::move(sizeWindow))
 {
 }
 
@@ -94,9 +94,9 @@ void Vst2EditorWrapper::close()
         closing->removed();
 }
 
-tresult PLUGIN_API Vst2EditorWrapper::resizeView(IPlugView* asking, ViewRect* newSize)
+tresult PLUGIN_API Vst2EditorWrapper::resizeView(IPlugView* sender, ViewRect* newSize)
 {
-    if (!asking || !newSize || asking != view.get())
+    if (!sender || !newSize || sender != view.get())
         return kResultFalse;
     const ERect before = rect;
     rect = {static_cast<VstInt16>(newSize->top), static_cast<VstInt16>(newSize->left),

@@ -24,7 +24,7 @@ public:
     static bool exists(IEditController& controller);
 
     // AEffEditor
-    bool getRect(ERect** rect) override;
+    bool getRect(ERect** target) override;
     bool open(void* parentWindow) override;
     void close() override;
     bool onKeyDown(VstInt32 character, VstInt32 virtualKey, VstInt32 modifiers) override;
@@ -34,10 +34,10 @@ public:
 
     // IPlugFrame: passes the view's request on to the host. If the host does not resize its window,
     // the view is resized all the same.
-    tresult PLUGIN_API resizeView(IPlugView* view, ViewRect* newSize) override;
+    tresult PLUGIN_API resizeView(IPlugView* sender, ViewRect* newSize) override;
 
     // Owned by the effect, so references are not counted.
-    tresult PLUGIN_API queryInterface(const TUID iid, void** obj) override;
+    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) override;
     uint32 PLUGIN_API addRef() override { return 1; }
     uint32 PLUGIN_API release() override { return 1; }
 

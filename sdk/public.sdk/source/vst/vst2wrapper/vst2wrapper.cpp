@@ -83,12 +83,12 @@ void Vst2Wrapper::idle()
         function();
 }
 
-::AudioEffect* Vst2Wrapper::create(IPluginFactory* givenFactory, const TUID vst3ComponentID,
+::AudioEffect* Vst2Wrapper::create(IPluginFactory* factory, const TUID vst3ComponentID,
                                    VstInt32 vst2ID, audioMasterCallback audioMaster)
 {
-    if (!givenFactory)
+    if (!factory)
         return nullptr;
-    IPtr<IPluginFactory> factory(givenFactory, false);
+    IPtr<IPluginFactory> reference(factory, false);
 
     auto processor = Vst::createInstance<IAudioProcessor>(*factory, vst3ComponentID);
     if (!processor)
@@ -101,32 +101,32 @@ void Vst2Wrapper::idle()
         controller = Vst::createInstance<IEditController>(*factory, controllerId);
 
     std::unique_ptr<Vst2Wrapper> wrapper(
-        new Vst2Wrapper(processor, controller, factory, vst3ComponentID, vst2ID, audioMaster));
+        new Vst2Wrapper(processor, controller, reference, vst3ComponentID, vst2ID, audioMaster));
     // Both hold a pointer to the wrapper as their context, so they are released before it ends.
     processor = nullptr;
     controller = nullptr;
     return wrapper->init() ? wrapper.release() : nullptr;
 }
 
-Vst2Wrapper::Vst2Wrapper(const IPtr<IAudioProcessor>& ownProcessor,
-                         const IPtr<IEditController>& ownController,
-                         const IPtr<IPluginFactory>& ownFactory, const TUID componentID,
+Vst2Wrapper::Vst2Wrapper(const IPtr<IAudioProcessor>& processor,
+                         const IPtr<IEditController>& controller,
+                         const IPtr<IPluginFactory>& factory, const TUID vst3ComponentID,
                          VstInt32 vst2ID, audioMasterCallback audioMaster)
-    : AudioEffectX(audioMaster, 1, 0), factory(ownFactory), processor(ownProcessor),
-      component(query<IComponent>(ownProcessor)), controller(ownController),
+    : AudioEffectX(audioMaster, 1, 0), factory(factory), processor(processor),
+      component(query<IComponent>(processor)), controller(controller),
       interfaceSupport(new PlugInterfaceSupport, false)
 {
-    std::memcpy(componentId, componentID, sizeof(TUID));
+    std::memcpy(componentId, vst3ComponentID, sizeof(TUID));
     setup.processMode = kRealtime;
     setup.symbolicSampleSize = kSample32;
     setup.maxSamplesPerBlock = 256;
     setup.sampleRate = 44100.0;
     cEffect.uniqueID = vst2ID;
     cEffect.flags = effFlagsCanReplacing | effFlagsProgramChunks;
-    readClassRecord(componentID);
+    readClassRecord();
 }
 
-void Vst2Wrapper::readClassRecord(const TUID componentID)
+void Vst2Wrapper::readClassRecord()
 {
     PFactoryInfo factoryInfo;
     if (factory->getFactoryInfo(&factoryInfo) == kResultOk)
@@ -138,7 +138,7 @@ void Vst2Wrapper::readClassRecord(const TUID componentID)
     for (int32 i = 0; i < factory2->countClasses(); ++i) {
         PClassInfo2 record;
         if (factory2->getClassInfo2(i, &record) != kResultOk
-            || std::memcmp(record.cid, componentID, sizeof(TUID)) != 0)
+            || std::memcmp(record.cid, componentId, sizeof(TUID)) != 0)
             continue;
         effectName = record.name;
         subCategories = record.subCategories;

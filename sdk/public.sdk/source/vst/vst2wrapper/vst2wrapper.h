@@ -2,9 +2,9 @@
 //
 // Threads: `processReplacing` runs on the host's audio thread, the editor's calls and `idle` on its
 // user-interface thread; parameters, states, names and the setup (rate, block size, arrangement,
-// mains) may come on any thread at any time. Parameter values pass through one table of latest
-// values, whose changes each reader takes when it can, so that all end with the same values. A
-// setup waits for the block that is being processed; a block during a setup is silent.
+// mains) may come on any thread at any time. Host, processor and controller set parameters in one
+// table of latest values and read the changes from it independently, so that all end with the same
+// values. A setup waits for the block that is being processed; a block during a setup is silent.
 #pragma once
 
 #include "base/source/timer.h"
@@ -96,7 +96,7 @@ public:
 
     // IHostApplication
     tresult PLUGIN_API getName(String128 name) override;
-    tresult PLUGIN_API createInstance(TUID cid, TUID iid, void** obj) override;
+    tresult PLUGIN_API createInstance(TUID cid, TUID _iid, void** obj) override;
 
     // IComponentHandler
     tresult PLUGIN_API beginEdit(ParamID id) override;
@@ -124,7 +124,7 @@ public:
     void onTimer(Timer*) override { updateController(); }
 
     // Owned by the host, so references are not counted.
-    tresult PLUGIN_API queryInterface(const TUID iid, void** obj) override;
+    tresult PLUGIN_API queryInterface(const TUID _iid, void** obj) override;
     uint32 PLUGIN_API addRef() override { return 1; }
     uint32 PLUGIN_API release() override { return 1; }
 
@@ -138,7 +138,7 @@ private:
     // Holds the editors' notifications during its lifetime. Null: nothing to hold.
     class HeldEditors {
     public:
-        explicit HeldEditors(IEditorUpdates* updates) : editors(updates)
+        explicit HeldEditors(IEditorUpdates* editors) : editors(editors)
         {
             if (editors)
                 editors->holdEditors();
@@ -160,16 +160,16 @@ private:
         std::vector<AudioBusBuffers> buses;
         std::vector<Sample32*> channels;
 
-        // Adopts the component's buses of that direction and activates the main ones.
-        void prepare(IComponent& component, BusDirection direction);
+        // Adopts the buses of a component in that direction and activates the main ones.
+        void prepare(IComponent& owner, BusDirection direction);
     };
 
     Vst2Wrapper(const IPtr<IAudioProcessor>& processor, const IPtr<IEditController>& controller,
-                const IPtr<IPluginFactory>& factory, const TUID componentID, VstInt32 vst2ID,
+                const IPtr<IPluginFactory>& factory, const TUID vst3ComponentID, VstInt32 vst2ID,
                 audioMasterCallback audioMaster);
 
     bool init();
-    void readClassRecord(const TUID componentID);
+    void readClassRecord();
     void collectParameters();
     void sendStartValues();
     void connectHalves(bool connect);
@@ -193,7 +193,7 @@ private:
     void setCurrentValue(std::size_t slot, double value);
     void readValuesFromController();
     void updateController();
-    void takeUpChanges();
+    void transferChanges();
     bool isRestoringState() const { return restoring == std::this_thread::get_id(); }
     void restoreState(char* bytes, int64 componentSize, int64 controllerSize);
 
@@ -223,7 +223,7 @@ private:
     std::mutex stateMutex;                                      // held while a state is read or set
     std::atomic<std::thread::id> restoring{std::thread::id()};  // the thread that sets a state
     std::mutex changesMutex;                                    // for the controller's transfers
-    std::atomic<std::thread::id> takingUp{std::thread::id()};   // the thread that holds it
+    std::atomic<std::thread::id> transferring{std::thread::id()};  // holds changesMutex
 
     ProcessSetup setup;
     std::string effectName, vendor, subCategories;

@@ -208,7 +208,7 @@ bool Vst2Wrapper::setProcessPrecision(VstInt32 precision)
 bool Vst2Wrapper::setSpeakerArrangement(const VstSpeakerArrangement* input,
                                         const VstSpeakerArrangement* output)
 {
-    bool accepted = false, news = false;
+    bool accepted = false, changed = false;
     {
         const ProcessGate::Setup inside(gate);
         SpeakerArrangement present[2] = {SpeakerArr::kEmpty, SpeakerArr::kEmpty};
@@ -227,9 +227,10 @@ bool Vst2Wrapper::setSpeakerArrangement(const VstSpeakerArrangement* input,
             accepted = processor->setBusArrangements(&wanted[0], 1, &wanted[1], 1) == kResultTrue;
             setupBuses();
         });
-        news = accepted || cEffect.numInputs != inputsBefore || cEffect.numOutputs != outputsBefore;
+        changed =
+            accepted || cEffect.numInputs != inputsBefore || cEffect.numOutputs != outputsBefore;
     }
-    if (news)
+    if (changed)
         askHost(audioMasterIOChanged);
     return accepted;
 }
@@ -315,9 +316,9 @@ void Vst2Wrapper::processReplacing(float** inputs, float** outputs, VstInt32 fra
 // replaces missing channels and the block is longer than the scratch.
 void Vst2Wrapper::processBlock(float** inputs, float** outputs, int32 frames)
 {
-    // For a host that never turns the mains on, the first block activates. A block after mains off
-    // is late, or the host does not turn them on again: it is processed without activation, and the
-    // next activation starts from silence as usual.
+    // For a host that never turns the mains on, the first block activates. A block after mains off,
+    // from an audio thread that is late or from a host that does not turn them on again, is
+    // processed without activation; the next activation starts from silence as usual.
     if (!active && !suspended)
         activate();
     if (active)
@@ -351,14 +352,14 @@ void Vst2Wrapper::processSlice(Sample32** inputs, Sample32** outputs, int32 offs
     std::size_t spare = 0;
     for (std::size_t i = 0; i < inputBuses.channels.size(); ++i, ++spare) {
         Sample32* source = inputs && inputs[i] ? inputs[i] + offset : nullptr;
-        Sample32* own = scratch[spare].data();
+        Sample32* channel = scratch[spare].data();
         if (!source)
-            std::memset(own, 0, bytes);
+            std::memset(channel, 0, bytes);
         else if (i > 0 && inputs[i] == inputs[i - 1])
-            std::memcpy(own, source, bytes);
+            std::memcpy(channel, source, bytes);
         else
-            own = source;
-        inputBuses.channels[i] = own;
+            channel = source;
+        inputBuses.channels[i] = channel;
     }
     for (std::size_t i = 0; i < outputBuses.channels.size(); ++i, ++spare)
         outputBuses.channels[i] =

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <limits>
 #include <numeric>
 
@@ -259,21 +258,21 @@ void Vst2Wrapper::updateController()
     if (!controller || !fromProcessor)
         return;
     const HeldEditors held(editorUpdates);
-    takeUpChanges();
+    transferChanges();
 }
 
 // A recursive call returns at once, since the outer one takes the changes.
-void Vst2Wrapper::takeUpChanges()
+void Vst2Wrapper::transferChanges()
 {
     const std::thread::id caller = std::this_thread::get_id();
-    if (takingUp == caller)
+    if (transferring == caller)
         return;
     const std::lock_guard<std::mutex> lock(changesMutex);
-    takingUp = caller;
-    const struct TakingUp {
-        ~TakingUp() { thread = std::thread::id(); }
+    transferring = caller;
+    const struct Transferring {
+        ~Transferring() { thread = std::thread::id(); }
         std::atomic<std::thread::id>& thread;
-    } guard{takingUp};
+    } guard{transferring};
     for (const ParameterTransfer::Change& change : fromProcessor->takeChanges())
         controller->setParamNormalized(parameters[change.slot].info.id, change.value);
     // Uses the current values: the controller may have edited a parameter since the change.

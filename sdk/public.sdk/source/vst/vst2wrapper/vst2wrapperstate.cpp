@@ -8,8 +8,6 @@
 
 #include "public.sdk/source/common/memorystream.h"
 
-#include <cstring>
-
 namespace Steinberg {
 namespace Vst {
 
