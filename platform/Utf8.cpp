@@ -87,24 +87,25 @@ std::size_t countCharacters(const std::string& text)
 
 std::size_t countUtf16(const std::string& text)
 {
-    // Two of them make up what takes four bytes here.
+    // A character of four bytes has two units, others have one.
     const auto fourBytes = std::count_if(
         text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0xF0; });
     return countCharacters(text) + static_cast<std::size_t>(fourBytes);
 }
 
-std::size_t fittingSize(const char* text, std::size_t most)
+std::size_t fittingSize(const char* text, std::size_t limit)
 {
-    constexpr std::size_t kFollowing = 3;  // bytes behind a character's first, at most
+    constexpr std::size_t kMaxContinuations = 3;  // bytes of a character after its first
     std::size_t size = 0;
-    while (size <= most && text[size])
+    while (size <= limit && text[size])
         ++size;
-    if (size <= most)
+    if (size <= limit)
         return size;
-    std::size_t first = most;
-    while (first > 0 && first + kFollowing > most && isContinuation(text[first]))
+    // The first byte of the character that the limit cuts.
+    std::size_t first = limit;
+    while (first > 0 && first + kMaxContinuations > limit && isContinuation(text[first]))
         --first;
-    return static_cast<unsigned char>(text[first]) >= 0xC0 ? first : most;
+    return static_cast<unsigned char>(text[first]) >= 0xC0 ? first : limit;
 }
 
 }  // namespace platform

@@ -20,14 +20,14 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr ChildProcess::Seconds kFarewell{5.0};
+constexpr ChildProcess::Seconds kExitTimeout{5.0};
 
 struct Pipe {
     int readEnd = -1;
     int writeEnd = -1;
 };
 
-// -1 twice where the system gives none.
+// Both ends are -1 if the system creates none.
 Pipe makePipe()
 {
     int ends[2];
@@ -41,8 +41,9 @@ void closeEnd(int& end)
     end = -1;
 }
 
+// The environment of this process with `additions` and without the variable `removed`.
 std::vector<std::string> environmentWith(const ChildProcess::Environment& additions,
-                                         const char* withheld)
+                                         const char* removed)
 {
     std::vector<std::string> merged;
     for (char** entry = environ; *entry; ++entry) {
@@ -50,7 +51,7 @@ std::vector<std::string> environmentWith(const ChildProcess::Environment& additi
         const std::string name = text.substr(0, text.find('='));
         const bool replaced = std::any_of(additions.begin(), additions.end(),
                                           [&](const auto& pair) { return pair.first == name; });
-        if (!replaced && name != withheld)
+        if (!replaced && name != removed)
             merged.push_back(text);
     }
     for (const auto& [name, value] : additions)
@@ -69,14 +70,14 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts)
 
 }  // namespace
 
-ChildProcess::ChildProcess(Role ownRole, const std::vector<std::string>& words,
+ChildProcess::ChildProcess(Role role, const std::vector<std::string>& words,
                            const Environment& additions)
-    : role(ownRole)
+    : role(role)
 {
     Pipe output = makePipe();
     Pipe input;
     if (role == Role::Helper) {
-        // Writing to a program that has gone must be an error here, not a signal.
+        // Writing to a program that has ended must be an error here, not a signal.
         std::signal(SIGPIPE, SIG_IGN);
         input = makePipe();
         errors = memfd_create("errors", MFD_CLOEXEC);
@@ -136,7 +137,7 @@ ChildProcess::~ChildProcess()
     closePipes();
     if (role == Role::Desktop)
         terminate();
-    wait(kFarewell);
+    wait(kExitTimeout);
     if (!ended) {
         kill(pid, SIGKILL);
         waitpid(pid, nullptr, 0);

@@ -28,8 +28,8 @@ public:
     // The first word is the program, looked up in PATH. `additions` go into its environment.
     ChildProcess(Role role, const std::vector<std::string>& words,
                  const Environment& additions = {});
-    // Closes the pipes and asks a program of the desktop to end. Gives it a few seconds, then ends
-    // it.
+    // Closes the pipes and terminates a program of the desktop. Waits for a few seconds, then kills
+    // the program.
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
@@ -38,23 +38,23 @@ public:
     // Why it was not started.
     const std::string& startError() const { return failure; }
 
-    // Readable when output or its end has come; -1 when there is no child.
+    // Readable when there is output or at its end; -1 without a child.
     int outputDescriptor() const { return fromChild; }
-    // Appends what is there, without waiting. False at the end of the output.
+    // Appends the available output, without waiting. False at the end of the output.
     bool readOutput(std::string& to);
-    // Asks it to end.
+    // Sends SIGTERM.
     void terminate();
-    // The exit code once the program has ended, or -1 where it has not or died of a signal. 0 in a
-    // process that reaps its children elsewhere, where nobody can know.
+    // Waits up to `limit` for the end. Returns the exit code, or -1 if the program has not ended or
+    // was ended by a signal; 0 if other code of this process has collected the exit code.
     int wait(Seconds limit = Seconds(1e9));
 
     enum class Outcome { Done, Ended, TimedOut };
-    // Move exactly `size` bytes. Ended: the program closed its side or is gone.
+    // Transfer exactly `size` bytes. Ended: the program has closed its side or has ended.
     Outcome write(const void* data, std::size_t size, Seconds limit);
     Outcome read(void* data, std::size_t size, Seconds limit);
     // Writes all of `input`, closes it, and reads the output to its end, both at once.
     Outcome converse(const std::string& input, std::string& output, Seconds limit);
-    // The last line of a helper's error output that says something.
+    // The last line of a helper's error output that is not blank.
     std::string lastWords() const;
 
 private:

@@ -1,4 +1,4 @@
-// Talking to a helper without ever waiting for ever.
+// Communication with a helper, with a time limit for each call.
 #include "platform/posix/ChildProcess.h"
 
 #include <algorithm>
@@ -13,9 +13,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// How long a silent program goes unexamined. Children of it may hold its pipes open after its end,
-// so that the end of the pipe alone is no sign to wait for.
-constexpr int kLookAgainMs = 50;
+// How often to check whether a silent program has ended. Its children may keep its pipes open, so
+// that the end of the pipe alone does not show that.
+constexpr int kPollMs = 50;
 
 }  // namespace
 
@@ -37,7 +37,7 @@ ChildProcess::Outcome ChildProcess::write(const void* data, std::size_t size, Se
         if (Clock::now() - start >= limit)
             return Outcome::TimedOut;
         pollfd waiting{toChild, POLLOUT, 0};
-        poll(&waiting, 1, kLookAgainMs);
+        poll(&waiting, 1, kPollMs);
     }
     return Outcome::Done;
 }
@@ -46,7 +46,7 @@ ChildProcess::Outcome ChildProcess::read(void* data, std::size_t size, Seconds l
 {
     const auto start = Clock::now();
     auto* next = static_cast<char*>(data);
-    bool lastLook = false;
+    bool isLastRead = false;
     while (size > 0) {
         const ssize_t count = ::read(fromChild, next, size);
         if (count > 0) {
@@ -54,16 +54,16 @@ ChildProcess::Outcome ChildProcess::read(void* data, std::size_t size, Seconds l
             size -= static_cast<std::size_t>(count);
             continue;
         }
-        if (count == 0 || (errno != EAGAIN && errno != EINTR) || lastLook)
+        if (count == 0 || (errno != EAGAIN && errno != EINTR) || isLastRead)
             return Outcome::Ended;
         if (Clock::now() - start >= limit)
             return Outcome::TimedOut;
-        // What it wrote just before its end is still to be read.
-        lastLook = hasEnded();
-        if (lastLook)
+        // Its last output, from just before its end, is still to be read.
+        isLastRead = hasEnded();
+        if (isLastRead)
             continue;
         pollfd waiting{fromChild, POLLIN, 0};
-        poll(&waiting, 1, kLookAgainMs);
+        poll(&waiting, 1, kPollMs);
     }
     return Outcome::Done;
 }
@@ -78,8 +78,8 @@ ChildProcess::Outcome ChildProcess::converse(const std::string& input, std::stri
             const ssize_t count = ::write(toChild, input.data() + written, input.size() - written);
             if (count > 0)
                 written += static_cast<std::size_t>(count);
-            const bool gone = count < 0 && errno != EAGAIN && errno != EINTR;
-            if (gone || written == input.size()) {
+            const bool failed = count < 0 && errno != EAGAIN && errno != EINTR;
+            if (failed || written == input.size()) {
                 close(toChild);
                 toChild = -1;
             }
@@ -89,7 +89,7 @@ ChildProcess::Outcome ChildProcess::converse(const std::string& input, std::stri
         if (Clock::now() - start >= limit)
             return Outcome::TimedOut;
         pollfd waiting[2]{{fromChild, POLLIN, 0}, {toChild, POLLOUT, 0}};
-        poll(waiting, toChild >= 0 ? 2 : 1, kLookAgainMs);
+        poll(waiting, toChild >= 0 ? 2 : 1, kPollMs);
     }
 }
 

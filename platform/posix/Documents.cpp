@@ -14,7 +14,7 @@ namespace {
 // An exit status of xdg-open.
 constexpr int kNoProgramFound = 3;
 // An xdg-open that runs longer than this has become the viewer itself.
-constexpr std::chrono::seconds kPatience{10};
+constexpr std::chrono::seconds kMaxWait{10};
 
 // The shell exits at once, so that no child process is left to wait for; its background job writes
 // the exit status of xdg-open.
@@ -31,8 +31,8 @@ class Opening : public DocumentOpening {
 public:
     explicit Opening(const std::string& path)
     {
-        struct stat there;
-        if (stat(path.c_str(), &there) == 0)
+        struct stat info;
+        if (stat(path.c_str(), &info) == 0)
             shell.emplace(ChildProcess::Role::Desktop,
                           std::vector<std::string>{"/bin/sh", "-c", kScript, "sh", path});
         if (shell && shell->started())
@@ -50,7 +50,7 @@ public:
         // The status arrives in one write.
         if (!more || !status.empty())
             answer = resultOf(status);
-        else if (std::chrono::steady_clock::now() >= patienceEnds)
+        else if (std::chrono::steady_clock::now() >= deadline)
             answer = OpenResult::Opened;
         if (answer)
             shell.reset();
@@ -59,8 +59,8 @@ public:
 
 private:
     std::optional<ChildProcess> shell;
-    const std::chrono::steady_clock::time_point patienceEnds =
-        std::chrono::steady_clock::now() + kPatience;
+    const std::chrono::steady_clock::time_point deadline =
+        std::chrono::steady_clock::now() + kMaxWait;
     std::optional<OpenResult> answer;
 };
 

@@ -52,8 +52,8 @@ std::vector<std::string> systemFolders()
 
 }  // namespace
 
-FileStore::FileStore(std::string valueFolder, std::vector<std::string> shared)
-    : folder(std::move(valueFolder)), sharedFolders(std::move(shared))
+FileStore::FileStore(std::string folder, std::vector<std::string> sharedFolders)
+    : folder(std::move(folder)), sharedFolders(std::move(sharedFolders))
 {
 }
 

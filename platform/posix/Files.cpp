@@ -16,7 +16,7 @@ namespace {
 
 class Descriptor {
 public:
-    explicit Descriptor(int opened) : number(opened) { }
+    explicit Descriptor(int number) : number(number) { }
     ~Descriptor() { close(); }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;

@@ -13,7 +13,7 @@ namespace {
 
 class Answered : public DocumentOpening {
 public:
-    explicit Answered(OpenResult given) : answer(given) { }
+    explicit Answered(OpenResult answer) : answer(answer) { }
     std::optional<OpenResult> result() override { return answer; }
 
 private:

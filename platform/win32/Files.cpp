@@ -14,7 +14,7 @@ namespace {
 
 class FileHandle {
 public:
-    explicit FileHandle(HANDLE opened) : handle(opened) { }
+    explicit FileHandle(HANDLE handle) : handle(handle) { }
     ~FileHandle() { close(); }
     FileHandle(const FileHandle&) = delete;
     FileHandle& operator=(const FileHandle&) = delete;

@@ -39,7 +39,7 @@ private:
 
 }  // namespace
 
-RegistryStore::RegistryStore(std::wstring path) : keyPath(std::move(path)) { }
+RegistryStore::RegistryStore(std::wstring keyPath) : keyPath(std::move(keyPath)) { }
 
 std::optional<std::vector<std::uint8_t>> RegistryStore::read(const char* name) const
 {
