@@ -4,7 +4,6 @@
 #include "bench/Report.h"
 
 #include <string>
-#include <vector>
 
 // What to measure; empty or 0 selects everything.
 struct Selection {
@@ -26,5 +25,5 @@ void benchStages(const Selection& selection, Report& report);
 // Whole chains: pink noise, then silence, then noise at 1e-40.
 void benchChains(const Selection& selection, Report& report);
 
-// Single blocks: the one in which every parameter changes, and the first after activation.
+// Single blocks: one in which every parameter changes, and the first one after activation.
 void benchTransients(const Selection& selection, Report& report);

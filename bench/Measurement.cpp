@@ -1,6 +1,7 @@
 #include "bench/Measurement.h"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 void Hash::addBytes(const void* bytes, std::size_t size)

@@ -5,7 +5,6 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 // FNV-1a over the bits of a signal.
@@ -37,6 +36,7 @@ double nanosecondsOf(Work work)
 class ShortestTimes {
 public:
     void record(std::size_t piece, double nanoseconds);
+    // The mean and the maximum over the pieces, of which there is at least one.
     double mean() const;
     double longest() const;
 

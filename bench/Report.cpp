@@ -47,7 +47,7 @@ void Report::add(const Case& row)
         head(row);
     const std::vector<FormResult>& results = row.results;
     const double plain = results.front().value;
-    const auto share = [&](double nanoseconds) { return nanoseconds * row.rate * 1e-7; };
+    const auto realTimePercent = [&](double nanoseconds) { return nanoseconds * row.rate * 1e-7; };
 
     std::string line =
         format("%-18s %6.0f %5d %-8s", row.name.c_str(), row.rate, row.block, row.signal.c_str());
@@ -55,9 +55,9 @@ void Report::add(const Case& row)
         line += format(" %8.1f", result.value);
     for (std::size_t i = 1; i < results.size(); ++i)
         line += format(" %8.2f", plain / results[i].value);
-    line += format("  %6.3f", share(plain));
+    line += format("  %6.3f", realTimePercent(plain));
     if (results.size() > 1)
-        line += format(" %6.3f", share(results.back().value));
+        line += format(" %6.3f", realTimePercent(results.back().value));
     const bool same = sameBits(results);
     bitsAgree = bitsAgree && same;
     line += format("  %016" PRIx64 "%s", results.front().hash, same ? "" : "  FORMS DIFFER");
@@ -67,7 +67,7 @@ void Report::add(const Case& row)
     for (const FormResult& result : results)
         lines.push_back(format("%s,%s,%.0f,%d,%s,%s,%.3f,%.5f,%.3f,%016" PRIx64, row.group.c_str(),
                                row.name.c_str(), row.rate, row.block, row.signal.c_str(),
-                               nameOf(result.form), result.value, share(result.value),
+                               nameOf(result.form), result.value, realTimePercent(result.value),
                                plain / result.value, result.hash));
 }
 

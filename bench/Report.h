@@ -32,8 +32,9 @@ public:
     // One line with a ratio for each form.
     void addRatio(const std::string& name, const std::vector<FormResult>& ratios);
 
+    // Writes the CSV file; false if that fails.
     bool write(const std::string& path) const;
-    bool everyBitAgreed() const { return bitsAgree; }
+    bool allFormsAgreed() const { return bitsAgree; }  // in every line so far
 
 private:
     void head(const Case& row);

@@ -1,5 +1,5 @@
-// Single stages. A stage processes one stereo sub-block of 16 host frames in place, as in the block
-// loop; to add one, write its factory and add a line to kStages.
+// Single stages. A stage processes one stereo sub-block of 16 host frames in place, as in
+// PitchNamesProcessor; to add one, write its factory and add a line to kStages.
 #include "bench/Benches.h"
 #include "bench/Measurement.h"
 #include "dsp/lanes/StripChain.h"
@@ -43,7 +43,7 @@ struct Strips {
     StripProcessorT46 first, second;
 };
 
-void putThreeBandsIn(StripProcessorT46& strip)
+void switchBandsOn(StripProcessorT46& strip)
 {
     strip.setLowFrequency(0.6);
     strip.setLowGain(0.7);
@@ -53,7 +53,7 @@ void putThreeBandsIn(StripProcessorT46& strip)
     strip.setHighGain(0.65);
 }
 
-void putAllIn(StripProcessorQB9& preamp)
+void switchStagesOn(StripProcessorQB9& preamp)
 {
     preamp.setDrive(0.6);
     preamp.setHpf(0.5);
@@ -77,9 +77,9 @@ RunStage strips(ProcessingForm form)
         one.first.setSampleRate(kStripRate);
         one.second.setSampleRate(kStripRate);
         if (kInCircuit != InCircuit::OneStrip) {
-            putAllIn(one.preamp);
-            putThreeBandsIn(one.first);
-            putThreeBandsIn(one.second);
+            switchStagesOn(one.preamp);
+            switchBandsOn(one.first);
+            switchBandsOn(one.second);
         }
         chains[c] = {kHasPreamp ? &one.preamp : nullptr, kHasStrip ? &one.first : nullptr,
                      kInCircuit == InCircuit::Everything ? &one.second : nullptr};
@@ -122,7 +122,7 @@ public:
     {
         std::mt19937 random(16);
         for (double& x : samples)
-            x = static_cast<double>(random()) / 8589934592.0 - 0.25;
+            x = static_cast<double>(random()) / 8589934592.0 - 0.25;  // -0.25 to 0.25
     }
     const double* subBlock(int number, int channel) const
     {

@@ -1,4 +1,4 @@
-// Single blocks: the one in which all parameters change, and the first after activation.
+// Single blocks: one in which all parameters change, and the first one after activation.
 #include "bench/Benches.h"
 #include "bench/Chains.h"
 #include "bench/Measurement.h"
