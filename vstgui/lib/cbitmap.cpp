@@ -1,4 +1,3 @@
-// Pictures, loaded by number or name.
 #include "vstgui/lib/cbitmap.h"
 
 #include "vstgui/lib/cdrawcontext.h"
@@ -7,7 +6,7 @@
 namespace VSTGUI {
 
 CBitmap::CBitmap(const CResourceDescription& description)
-    : resource(description), platformBitmap(IPlatformBitmap::load(description))
+    : description(description), platformBitmap(IPlatformBitmap::load(description))
 {
 }
 

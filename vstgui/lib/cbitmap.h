@@ -1,4 +1,4 @@
-// CBitmap: a picture, perhaps with frames stacked from the top.
+// CBitmap: a picture, which may hold frames stacked from the top.
 #pragma once
 
 #include "vstgui/lib/crect.h"
@@ -11,7 +11,7 @@ class IPlatformBitmap;
 
 class CBitmap : public CBaseObject {
 public:
-    // Loads at once. A picture that is missing or damaged leaves an unloaded object.
+    // Loads at once. A missing or damaged picture leaves the object unloaded.
     explicit CBitmap(const CResourceDescription& description);
     CBitmap(const CBitmap& other);
     CBitmap& operator=(const CBitmap& other) = delete;
@@ -22,19 +22,20 @@ public:
     CCoord getWidth() const;
     CCoord getHeight() const;
 
-    // Copies the part at offset, as large as rect, to rect: over what is there, never scaled, never
-    // tiled. Coordinates are cut to whole pixels; beyond the picture's edges nothing is drawn.
+    // Draws the part at `offset`, as large as `rect`, into `rect`, blended over what is there and
+    // never scaled or tiled. Coordinates are truncated to whole pixels; beyond the picture's edges
+    // nothing is drawn.
     virtual void draw(CDrawContext* context, const CRect& rect, const CPoint& offset = CPoint(0, 0),
                       float alpha = 1.f);
 
-    const CResourceDescription& getResourceDescription() const { return resource; }
+    const CResourceDescription& getResourceDescription() const { return description; }
     // Null when not loaded.
     IPlatformBitmap* getPlatformBitmap() const;
 
     CLASS_METHODS(CBitmap, CBaseObject)
 
 private:
-    CResourceDescription resource;
+    CResourceDescription description;
     SharedPointer<IPlatformBitmap> platformBitmap;
 };
 

@@ -1,4 +1,4 @@
-// CButtonState: mouse buttons and modifier keys in one word, and what a mouse handler answers.
+// CButtonState: mouse buttons and modifier keys in one word; the results of mouse handlers.
 #pragma once
 
 #include <cstdint>
@@ -21,14 +21,14 @@ enum CButton {
 
 class CButtonState {
 public:
-    CButtonState(int32_t word = 0) : state(word) { }
+    CButtonState(int32_t state = 0) : state(state) { }
 
     int32_t getButtonState() const
     {
         return state & (kLButton | kMButton | kRButton | kButton4 | kButton5);
     }
     int32_t getModifierState() const { return state & (kShift | kControl | kAlt | kApple); }
-    // That button alone: two buttons at once are neither.
+    // True for that button alone.
     bool isLeftButton() const { return getButtonState() == kLButton; }
     bool isRightButton() const { return getButtonState() == kRButton; }
     bool isDoubleClick() const { return (state & kDoubleClick) != 0; }
@@ -53,7 +53,7 @@ private:
 
 enum CMouseEventResult {
     kMouseEventNotImplemented = 0,
-    kMouseEventHandled,  // from a press: the view gets moves and the release
+    kMouseEventHandled,  // after a press: the view then gets the moves and the release
     kMouseEventNotHandled,
     kMouseDownEventHandledButDontNeedMovedOrUpEvents,
     kMouseMoveEventHandledButDontNeedMoreEvents

@@ -6,8 +6,9 @@
 namespace VSTGUI {
 
 struct CColor {
-    constexpr CColor(uint8_t r = 255, uint8_t g = 255, uint8_t b = 255, uint8_t a = 255)
-        : red(r), green(g), blue(b), alpha(a)
+    constexpr CColor(uint8_t red = 255, uint8_t green = 255, uint8_t blue = 255,
+                     uint8_t alpha = 255)
+        : red(red), green(green), blue(blue), alpha(alpha)
     {
     }
     CColor& operator()(uint8_t r, uint8_t g, uint8_t b, uint8_t a)

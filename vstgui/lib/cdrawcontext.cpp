@@ -1,4 +1,4 @@
-// Drawing, brought down to the few things that a surface can do.
+// CDrawContext: its drawing functions, made from those of IPlatformSurface.
 #include "vstgui/lib/cdrawcontext.h"
 
 #include "vstgui/platform/iplatformbitmap.h"
@@ -9,7 +9,7 @@
 
 namespace VSTGUI {
 
-CDrawContext::CDrawContext(IPlatformSurface* s) : surface(s)
+CDrawContext::CDrawContext(IPlatformSurface* surface) : surface(surface)
 {
     state.font = kSystemFont;
     CDrawContext::resetClipRect();
@@ -17,15 +17,15 @@ CDrawContext::CDrawContext(IPlatformSurface* s) : surface(s)
 
 CDrawContext::~CDrawContext() = default;
 
-CDrawContext::Origin::Origin(CDrawContext& drawContext, const CPoint& by)
-    : context(drawContext), moved(by)
+CDrawContext::Origin::Origin(CDrawContext& context, const CPoint& offset)
+    : context(context), offset(offset)
 {
-    context.origin += moved;
+    context.origin += offset;
 }
 
 CDrawContext::Origin::~Origin()
 {
-    context.origin -= moved;
+    context.origin -= offset;
 }
 
 void CDrawContext::setFont(const CFontRef font, const CCoord& size, const int32_t& style)
@@ -152,7 +152,7 @@ void CDrawContext::drawBitmap(CBitmap* bitmap, const CRect& rect, const CPoint& 
         return;
     const CPoint position(std::trunc(rect.left + origin.x), std::trunc(rect.top + origin.y));
     const CPoint start(std::trunc(offset.x), std::trunc(offset.y));
-    // The part of the picture that exists and falls into the clip.
+    // Limited to the picture and to the clip.
     CRect source(start, CPoint(std::trunc(rect.getWidth()), std::trunc(rect.getHeight())));
     source.bound(CRect(CPoint(), picture->getSize()));
     CRect target(source);

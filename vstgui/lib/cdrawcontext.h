@@ -1,4 +1,5 @@
-// CDrawContext: what a view draws with. State stays from one view to the next: set what you use.
+// CDrawContext: the drawing functions for views. State is not reset between views: set what you
+// use.
 #pragma once
 
 #include "vstgui/lib/cbitmap.h"
@@ -37,12 +38,12 @@ public:
     void setFont(const CFontRef font, const CCoord& size = 0, const int32_t& style = -1);
     CFontRef getFont() const { return state.font; }
 
-    // Filled: exactly the rectangle. Stroked: its border, inside.
+    // Filled: the whole rectangle. Stroked: a border inside it.
     void drawRect(const CRect& rect, const CDrawStyle style = kDrawStroked);
-    // Centred vertically by the height of capitals; neither broken nor clipped. Null draws nothing.
+    // Centred vertically by cap height; neither wrapped nor clipped. Null draws nothing.
     void drawString(UTF8StringPtr text, const CRect& rect, const CHoriTxtAlign align = kCenterText,
                     bool antialias = true);
-    // From the left end of the baseline.
+    // `baseline` is the baseline's left end.
     void drawString(UTF8StringPtr text, const CPoint& baseline, bool antialias = true);
     // Pixels; -1 without a font.
     CCoord getStringWidth(UTF8StringPtr text);
@@ -51,7 +52,7 @@ public:
     CRect& getClipRect(CRect& clip) const;
     void resetClipRect();
 
-    // 0 to 1, multiplies everything.
+    // 0 to 1; multiplies the alpha of everything drawn.
     void setGlobalAlpha(float alpha) { state.globalAlpha = alpha; }
     float getGlobalAlpha() const { return state.globalAlpha; }
 
@@ -59,21 +60,21 @@ public:
     void saveGlobalState();
     void restoreGlobalState();
 
-    // As CBitmap::draw, which is the one to call.
+    // Does the work of CBitmap::draw; call that instead.
     void drawBitmap(CBitmap* bitmap, const CRect& rect, const CPoint& offset = CPoint(0, 0),
                     float alpha = 1.f);
 
-    // Moves the origin for as long as the object lives.
+    // Moves the origin by `offset` during the object's lifetime.
     class Origin {
     public:
-        Origin(CDrawContext& drawContext, const CPoint& by);
+        Origin(CDrawContext& context, const CPoint& offset);
         ~Origin();
         Origin(const Origin&) = delete;
         Origin& operator=(const Origin&) = delete;
 
     private:
         CDrawContext& context;
-        CPoint moved;
+        CPoint offset;
     };
 
     CLASS_METHODS_NOCOPY(CDrawContext, CBaseObject)

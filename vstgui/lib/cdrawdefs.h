@@ -1,4 +1,4 @@
-// Words for how things are drawn and shown.
+// Drawing modes, styles and alignment.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@ enum CDrawModeFlags : uint32_t { kAliasing = 0, kAntiAliasing = 1 };
 
 class CDrawMode {
 public:
-    CDrawMode(uint32_t mode = kAliasing) : flags(mode) { }
+    CDrawMode(uint32_t flags = kAliasing) : flags(flags) { }
     uint32_t operator()() const { return flags; }
     bool operator==(const CDrawMode& m) const { return flags == m.flags; }
     bool operator!=(const CDrawMode& m) const { return flags != m.flags; }
@@ -22,7 +22,7 @@ private:
     uint32_t flags;
 };
 
-// Solid is the one style there is.
+// Solid is the only style.
 class CLineStyle { };
 inline constexpr CLineStyle kLineSolid{};
 

@@ -1,4 +1,3 @@
-// Kinds of files.
 #include "vstgui/lib/cfileextension.h"
 
 namespace VSTGUI {
@@ -12,10 +11,10 @@ std::string copied(UTF8StringPtr text)
 
 }  // namespace
 
-CFileExtension::CFileExtension(UTF8StringPtr inDescription, UTF8StringPtr inExtension,
-                               UTF8StringPtr inMimeType, int32_t inMacType, UTF8StringPtr inUti)
-    : description(copied(inDescription)), extension(copied(inExtension)),
-      mimeType(copied(inMimeType)), uti(copied(inUti)), macType(inMacType)
+CFileExtension::CFileExtension(UTF8StringPtr description, UTF8StringPtr extension,
+                               UTF8StringPtr mimeType, int32_t macType, UTF8StringPtr uti)
+    : description(copied(description)), extension(copied(extension)), mimeType(copied(mimeType)),
+      uti(copied(uti)), macType(macType)
 {
 }
 

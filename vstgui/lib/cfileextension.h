@@ -1,4 +1,4 @@
-// CFileExtension: a kind of file that a file dialog offers.
+// CFileExtension: a file type offered by a file dialog.
 #pragma once
 
 #include "vstgui/lib/vstguibase.h"
@@ -20,7 +20,7 @@ public:
     UTF8StringPtr getUTI() const { return uti.c_str(); }
     int32_t getMacType() const { return macType; }
 
-    // Equal when any of extension, type names or non-zero type agree.
+    // Equal if they share the extension, MIME type, UTI or Mac type, empty or 0 excepted.
     bool operator==(const CFileExtension& other) const;
     bool operator!=(const CFileExtension& other) const { return !(*this == other); }
 

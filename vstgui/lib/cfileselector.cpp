@@ -1,4 +1,3 @@
-// File dialogs.
 #include "vstgui/lib/cfileselector.h"
 
 #include <algorithm>
@@ -31,13 +30,13 @@ bool hasExtension(const std::string& path)
     const size_t slash = path.find_last_of("/\\");
     const size_t name = slash == std::string::npos ? 0 : slash + 1;
     const size_t dot = path.rfind('.');
-    // A leading dot belongs to the name.
+    // A leading dot begins no extension.
     return dot != std::string::npos && dot > name;
 }
 
 }  // namespace
 
-CNewFileSelector::CNewFileSelector(CFrame* f, Style style) : frame(f)
+CNewFileSelector::CNewFileSelector(CFrame* frame, Style style) : frame(frame)
 {
     request.kind = kindOf(style);
 }

@@ -21,14 +21,15 @@ public:
     void setDefaultSaveName(UTF8StringPtr name);
     void setAllowMultiFileSelection(bool state) { request.allowSeveral = state; }
     void addFileExtension(const CFileExtension& extension);
-    // Once only. It is offered first, and completes a name that was typed without an extension.
+    // Only the first call counts. The extension is preselected, and appended to a name that was
+    // typed without one.
     void setDefaultExtension(const CFileExtension& extension);
 
-    // Blocks; timers go on. True when something was chosen.
+    // Blocks; timers keep running. True when something was chosen.
     bool runModal();
     // The same, then delegate->notify (this, kSelectEndMessage) when something was chosen.
     bool run(CBaseObject* delegate);
-    // Ends a dialog that is running; nothing afterwards.
+    // Closes a running dialog; otherwise no effect.
     void cancel();
 
     uint32_t getNumSelectedFiles() const { return static_cast<uint32_t>(selected.size()); }

@@ -1,12 +1,11 @@
-// Font descriptions and the predefined fonts.
 #include "vstgui/lib/cfont.h"
 
 #include "vstgui/platform/iplatformfont.h"
 
 namespace VSTGUI {
 
-CFontDesc::CFontDesc(UTF8StringPtr inName, const CCoord& inSize, const int32_t inStyle)
-    : name(inName ? inName : ""), size(inSize), style(inStyle)
+CFontDesc::CFontDesc(UTF8StringPtr name, const CCoord& size, const int32_t style)
+    : name(name ? name : ""), size(size), style(style)
 {
 }
 

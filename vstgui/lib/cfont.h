@@ -1,4 +1,4 @@
-// CFontDesc: family, size and face of a font; the system's font is made when it is first needed.
+// CFontDesc: family, size and style of a font; the system's font is created at its first use.
 #pragma once
 
 #include "vstgui/lib/vstguibase.h"
@@ -35,7 +35,7 @@ public:
 
     // Null where the system has no such font and no substitute. Valid until the font changes.
     IPlatformFont* getPlatformFont() const;
-    // Drops the system's font; the next use makes it again.
+    // Releases the system's font; the next use creates it again.
     void freePlatformFont();
 
     CLASS_METHODS(CFontDesc, CBaseObject)
@@ -49,7 +49,7 @@ private:
 
 using CFontRef = CFontDesc*;
 
-// Always there; nobody forgets them.
+// Static objects, not to be released with forget.
 extern const CFontRef kSystemFont;
 extern const CFontRef kNormalFontVeryBig;
 extern const CFontRef kNormalFontBig;
@@ -59,7 +59,7 @@ extern const CFontRef kNormalFontSmaller;
 extern const CFontRef kNormalFontVerySmall;
 extern const CFontRef kSymbolFont;
 
-// Drops the system's fonts behind the predefined ones, once no frame is open any more.
+// Releases the system's fonts of the predefined ones. Called when the last frame closes.
 void freePredefinedPlatformFonts();
 
 }  // namespace VSTGUI

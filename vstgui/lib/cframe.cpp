@@ -1,4 +1,4 @@
-// The frame: window, size, focus and painting.
+// CFrame: window, size, focus and painting.
 #include "vstgui/lib/cframe.h"
 
 #include "vstgui/lib/cdrawcontext.h"
@@ -16,7 +16,7 @@ namespace {
 
 int openFrames = 0;
 
-void tellParents(CView* view, IdStringPtr message)
+void notifyParents(CView* view, IdStringPtr message)
 {
     for (CView* v = view->getParentView(); v; v = v->getParentView())
         v->notify(view, message);
@@ -24,8 +24,8 @@ void tellParents(CView* view, IdStringPtr message)
 
 }  // namespace
 
-CFrame::CFrame(const CRect& rect, VSTGUIEditorInterface* editorInterface)
-    : CViewContainer(rect), editor(editorInterface)
+CFrame::CFrame(const CRect& size, VSTGUIEditorInterface* editor)
+    : CViewContainer(size), editor(editor)
 {
     pParentFrame = this;
 }
@@ -131,16 +131,16 @@ void CFrame::setFocusView(CView* view)
     focusView = newFocus;
     if (newFocus && newFocus->wantsFocus()) {
         newFocus->invalid();
-        tellParents(newFocus, kMsgNewFocusView);
+        notifyParents(newFocus, kMsgNewFocusView);
     }
     if (oldFocus) {
         if (oldFocus->wantsFocus()) {
             oldFocus->invalid();
-            tellParents(oldFocus, kMsgOldFocusView);
+            notifyParents(oldFocus, kMsgOldFocusView);
         }
         oldFocus->looseFocus();
     }
-    // What was told above may have taken the view away.
+    // The calls above may have removed the view or moved the focus.
     if (newFocus && newFocus == focusView && newFocus->wantsFocus())
         newFocus->takeFocus();
     if (outermost)

@@ -1,4 +1,4 @@
-// CFrame: the view at the root, in a window of the host's. Also where the system's events come in.
+// CFrame: the root view, in a child of the host's window. It receives the system's events.
 #pragma once
 
 #include "vstgui/lib/cviewcontainer.h"
@@ -21,26 +21,26 @@ class CFrame : public CViewContainer, public IPlatformFrameCallback {
 public:
     CFrame(const CRect& size, VSTGUIEditorInterface* editor);
 
-    // As a child of that window, which is the system's handle or an OffscreenHost. False for null,
-    // when open already, or when the system gives no window.
+    // Opens as a child of that window, which is the system's handle or an OffscreenHost. False for
+    // null, when open already, and when the system creates no window.
     virtual bool open(void* systemWindow, PlatformType systemWindowType = kDefaultNative,
                       IPlatformFrameConfig* config = nullptr);
-    // Removes all views, gives up the window and the creator's reference. Allowed at any time, also
-    // from inside a handler; views and frame live until the handlers have returned.
+    // Removes all views, closes the window and releases the creator's reference. May be called at
+    // any time, also in an event handler; views and frame live until the handlers have returned.
     virtual void close();
     bool isOpen() const { return platformFrame != nullptr; }
 
-    // Resizes the window, too. False when unchanged or refused by the editor.
+    // Also resizes the window. False when unchanged or refused by the editor.
     virtual bool setSize(CCoord width, CCoord height);
     virtual bool getSize(CRect& rect) const;
-    // Global top-left.
+    // The top left corner in screen coordinates.
     virtual bool getPosition(CCoord& x, CCoord& y) const;
-    // Repaints what setDirty marked since; nothing where setDirty repaints at once.
+    // Repaints what setDirty has marked; no effect with kDirtyCallAlwaysOnMainThread.
     virtual void idle();
 
-    // Frame coordinates, also outside the frame. False without a window.
+    // In frame coordinates, which may lie outside the frame. False without a window.
     bool getCurrentMouseLocation(CPoint& where) const;
-    // Buttons and modifiers as they are now; 0 without a window.
+    // Buttons and modifiers held at the moment; 0 without a window.
     CButtonState getCurrentMouseButtons() const;
 
     virtual void setFocusView(CView* view);
@@ -52,16 +52,16 @@ public:
     virtual void endEdit(int32_t tag);
     virtual int32_t getKnobMode() const;
     IPlatformFrame* getPlatformFrame() const { return platformFrame; }
-    // Before a menu or dialog blocks: what is waiting to be repainted goes to the system, and from
-    // then on everything goes there at once.
+    // Call before a menu or dialog blocks: hands the collected repaint requests to the system, and
+    // from then on each one at once.
     void onStartLocalEventLoop();
 
-    // Called by views that come and go.
+    // Called by views when they are added and removed.
     void onViewAdded(CView* view);
     void onViewRemoved(CView* view);
-    // Called by containers before they hand a press to a view. False for the further presses of a
-    // double or triple click whose first press that view did not get, for instance because what got
-    // it went away and the view lay beneath.
+    // Called by containers before they pass a press to a view. False for the second and third press
+    // of a multiple click if the view did not get the first, for instance because the first press
+    // removed a view that lay on top.
     bool mayGetPress(CView* view);
 
     void draw(CDrawContext* context) override;
@@ -119,8 +119,8 @@ private:
         CPoint where;
         uint32_t time{0};           // ms
         bool repeated{false};       // the second or third of a multiple click
-        bool keptBack{false};       // from a view that did not get the first
-        std::vector<CView*> views;  // that got it, as long as they are attached
+        bool withheld{false};       // the view there did not get the first press
+        std::vector<CView*> views;  // that got it and are still attached
     };
     Press press, pressBefore;  // the latest ones
     bool active{true};

@@ -1,4 +1,4 @@
-// What the system delivers to a frame: mouse with capture and hover, and keys with focus.
+// CFrame: the system's mouse and key events, with mouse capture, hover and focus.
 #include "vstgui/lib/cframe.h"
 
 #include "vstgui/lib/controls/ctextedit.h"
@@ -12,9 +12,9 @@ namespace VSTGUI {
 
 namespace {
 
-// For the third press of a triple click, which systems tell as a single one.
+// For the third press of a triple click, which systems report as a single click.
 constexpr uint32_t kRepeatTime = 500;  // ms
-constexpr CCoord kRepeatWay = 4;       // pixels in each direction
+constexpr CCoord kRepeatDistance = 4;  // pixels in each direction
 
 bool holds(const std::vector<SharedPointer<CView>>& chain, CView* view)
 {
@@ -26,29 +26,30 @@ bool holds(const std::vector<SharedPointer<CView>>& chain, CView* view)
 void CFrame::notePress(const CPoint& where, const CButtonState& buttons)
 {
     pressBefore = std::exchange(press, {where, IPlatformFrame::getTicks(), false, false, {}});
-    const CPoint way = where - pressBefore.where;
+    const CPoint distance = where - pressBefore.where;
     press.repeated = buttons.isDoubleClick()
-        || (pressBefore.keptBack && press.time - pressBefore.time <= kRepeatTime
-            && std::fabs(way.x) <= kRepeatWay && std::fabs(way.y) <= kRepeatWay);
+        || (pressBefore.withheld && press.time - pressBefore.time <= kRepeatTime
+            && std::fabs(distance.x) <= kRepeatDistance
+            && std::fabs(distance.y) <= kRepeatDistance);
 }
 
 bool CFrame::mayGetPress(CView* view)
 {
     const auto& before = pressBefore.views;
-    press.keptBack =
+    press.withheld =
         press.repeated && std::find(before.begin(), before.end(), view) == before.end();
-    if (!press.keptBack)
+    if (!press.withheld)
         press.views.push_back(view);
-    return !press.keptBack;
+    return !press.withheld;
 }
 
 CMouseEventResult CFrame::onMouseDown(CPoint& where, const CButtonState& buttons)
 {
     notePress(where, buttons);
-    // Whoever presses works here, with or without the keyboard; what was being typed is over.
+    // A press activates the frame, even if the keyboard is elsewhere, and ends typing.
     active = true;
     focusOnActivate = nullptr;
-    // A further button during a drag: that drag ends here, for its release would go astray.
+    // Another button during a drag ends the drag, since its release would be lost.
     if (getMouseDownView())
         onMouseCancel();
     if (dynamic_cast<CTextEdit*>(focusView))
@@ -153,7 +154,7 @@ int32_t CFrame::onKeyDown(VstKeyCode& keyCode)
     const CBaseObjectGuard guard(this);
     if (dispatchKey(keyCode, KeyHandler::down) == 1)
         return 1;
-    // It goes on from a view that has the focus; otherwise it is the host's.
+    // Tab moves on from a focused view only; otherwise the key is left to the host.
     if (!focusView || keyCode.virt != VKEY_TAB || (keyCode.modifier & ~MODIFIER_SHIFT) != 0)
         return -1;
     advanceNextFocusView(focusView, (keyCode.modifier & MODIFIER_SHIFT) != 0);

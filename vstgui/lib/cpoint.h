@@ -1,4 +1,4 @@
-// CPoint: a place, or a size, in pixels.
+// CPoint: a position or a size, in pixels.
 #pragma once
 
 #include "vstgui/lib/vstguibase.h"
@@ -10,7 +10,7 @@ namespace VSTGUI {
 struct CRect;
 
 struct CPoint {
-    CPoint(CCoord x_ = 0., CCoord y_ = 0.) : x(x_), y(y_) { }
+    CPoint(CCoord x = 0., CCoord y = 0.) : x(x), y(y) { }
 
     CPoint& operator()(CCoord newX, CCoord newY)
     {
@@ -30,7 +30,7 @@ struct CPoint {
     CPoint& offset(CCoord dx, CCoord dy) { return (*this)(x + dx, y + dy); }
     CPoint& offset(const CPoint& p) { return offset(p.x, p.y); }
     CPoint& offsetInverse(const CPoint& p) { return offset(-p.x, -p.y); }
-    // Halves go up.
+    // Rounds; halves go up.
     CPoint& makeIntegral() { return (*this)(std::floor(x + 0.5), std::floor(y + 0.5)); }
 
     CCoord x;

@@ -1,4 +1,3 @@
-// Set operations on rectangles.
 #include "vstgui/lib/crect.h"
 
 #include <algorithm>

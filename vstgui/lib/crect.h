@@ -1,4 +1,4 @@
-// CRect: left and top inside, right and bottom outside, in pixels.
+// CRect: a rectangle in pixels. The left and top edges belong to it, right and bottom do not.
 #pragma once
 
 #include "vstgui/lib/cpoint.h"
@@ -6,16 +6,16 @@
 namespace VSTGUI {
 
 struct CRect {
-    // Taken as given, not put in order.
-    CRect(CCoord l = 0., CCoord t = 0., CCoord r = 0., CCoord b = 0.)
-        : left(l), top(t), right(r), bottom(b)
+    // Edges are kept as given, even if right is less than left.
+    CRect(CCoord left = 0., CCoord top = 0., CCoord right = 0., CCoord bottom = 0.)
+        : left(left), top(top), right(right), bottom(bottom)
     {
     }
     CRect(const CPoint& origin, const CPoint& size)
         : CRect(origin.x, origin.y, origin.x + size.x, origin.y + size.y)
     {
     }
-    // Puts each axis in order.
+    // Swaps edges that are in the wrong order.
     CRect& operator()(CCoord l, CCoord t, CCoord r, CCoord b)
     {
         return *this = CRect(l, t, r, b).normalize();
@@ -51,7 +51,7 @@ struct CRect {
     CRect& moveTo(CCoord x, CCoord y) { return offset(x - left, y - top); }
     CRect& moveTo(const CPoint& p) { return moveTo(p.x, p.y); }
     CRect& originize() { return moveTo(0., 0.); }
-    // May turn the rectangle inside out.
+    // May leave right less than left, or bottom less than top.
     CRect& inset(CCoord x, CCoord y) { return setEdges(left + x, top + y, right - x, bottom - y); }
     CRect& inset(const CPoint& p) { return inset(p.x, p.y); }
     CRect& extend(CCoord x, CCoord y) { return inset(-x, -y); }
@@ -68,12 +68,12 @@ struct CRect {
         return right >= r.left && left <= r.right && bottom >= r.top && top <= r.bottom;
     }
 
-    // Cuts to r; where nothing is left, an empty rectangle at the cut corner.
+    // Intersects with r; without overlap the result is empty.
     CRect& bound(const CRect& r);
     CRect& unite(const CRect& r);
     CRect& normalize();
     CRect& centerInside(const CRect& r);
-    // Halves go up.
+    // Rounds the edges; halves go up.
     CRect& makeIntegral();
 
     CCoord left;

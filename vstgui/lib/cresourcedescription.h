@@ -1,4 +1,4 @@
-// CResourceDescription: names a picture by number or by name.
+// CResourceDescription: identifies a picture by number or by name.
 #pragma once
 
 #include "vstgui/lib/vstguibase.h"

@@ -1,4 +1,3 @@
-// The view: state, repainting and its place in the tree.
 #include "vstgui/lib/cview.h"
 
 #include "vstgui/lib/cbitmap.h"
@@ -10,7 +9,7 @@ namespace VSTGUI {
 const IdStringPtr kMsgViewSizeChanged = "view size changed";
 bool CView::kDirtyCallAlwaysOnMainThread = false;
 
-CView::CView(const CRect& rect) : size(rect), mouseableArea(rect) { }
+CView::CView(const CRect& size) : size(size), mouseableArea(size) { }
 
 CView::CView(const CView& other)
     : CBaseObject(other), size(other.size), mouseableArea(other.mouseableArea),
@@ -86,7 +85,7 @@ void CView::setAlphaValue(float alpha)
 {
     if (alphaValue == alpha)
         return;
-    // Whichever of the two is above 0 marks the area.
+    // Twice, since a view with alpha 0 is invisible and requests no repaint.
     invalidateInParent();
     alphaValue = alpha;
     invalidateInParent();

@@ -1,4 +1,4 @@
-// CView: a rectangle that draws itself and takes mouse and keys. Coordinates are its parent's.
+// CView: a rectangle that draws itself and handles mouse and keys, in its parent's coordinates.
 #pragma once
 
 #include "vstgui/lib/cbuttonstate.h"
@@ -16,21 +16,21 @@ extern const IdStringPtr kMsgViewSizeChanged;
 
 class CView : public CBaseObject {
 public:
-    // The mouseable area is the same rectangle; enabled, visible, opaque, without a wish for focus.
+    // The mouseable area is the same rectangle. Enabled, visible, opaque; does not want focus.
     explicit CView(const CRect& size);
-    // Copies looks and areas, not the place in the view tree.
+    // Copies appearance and areas; the copy has no parent.
     CView(const CView& other);
     CView& operator=(const CView&) = delete;
 
-    // True: setDirty repaints at once instead of at the frame's next idle. For the whole process.
+    // True: setDirty repaints at once instead of at the frame's next idle. Holds for all frames.
     static bool kDirtyCallAlwaysOnMainThread;
 
     virtual void draw(CDrawContext* context);
-    // What a container calls; updateRect is in the parent's coordinates, and the clip is set to it.
+    // Called by containers. updateRect is in the parent's coordinates, and the clip is set to it.
     virtual void drawRect(CDrawContext* context, const CRect& updateRect);
     virtual bool isDirty() const;
     virtual void setDirty(bool state = true);
-    // Asks for a repaint of that part. Nothing while detached or invisible.
+    // Requests a repaint of that part. No effect while detached or invisible.
     virtual void invalidRect(const CRect& rect);
     virtual void invalid();
 
@@ -40,11 +40,12 @@ public:
     virtual void setAlphaValue(float alpha);  // 0 to 1
     float getAlphaValue() const { return alphaValue; }
 
-    // where is a copy of the handler's own.
+    // `where` is a copy that the handler may change.
     virtual CMouseEventResult onMouseDown(CPoint& where, const CButtonState& buttons);
     virtual CMouseEventResult onMouseUp(CPoint& where, const CButtonState& buttons);
     virtual CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons);
-    // The mouse was taken away in the middle of a drag. Not implemented: the view gets the release.
+    // The system took the mouse away during a drag. If not implemented, onMouseUp is called
+    // instead.
     virtual CMouseEventResult onMouseCancel();
     virtual CMouseEventResult onMouseEntered(CPoint& where, const CButtonState& buttons);
     virtual CMouseEventResult onMouseExited(CPoint& where, const CButtonState& buttons);
@@ -57,23 +58,23 @@ public:
     virtual int32_t onKeyUp(VstKeyCode& keyCode);
 
     virtual bool hitTest(const CPoint& where, const CButtonState& buttons = -1);
-    // A disabled view gets no mouse and no wheel; those below it do.
+    // A disabled view gets no mouse and wheel events; the views below it do.
     virtual void setMouseEnabled(bool state = true);
     bool getMouseEnabled() const { return hasFlag(kMouseEnabledFlag); }
     virtual void setMouseableArea(const CRect& rect) { mouseableArea = rect; }
     CRect& getMouseableArea(CRect& rect) const { return rect = mouseableArea; }
     const CRect& getMouseableArea() const { return mouseableArea; }
 
-    // The mouseable area does not follow.
-    virtual void setViewSize(const CRect& rect, bool invalid = true);
+    // Does not change the mouseable area.
+    virtual void setViewSize(const CRect& rect, bool doInvalid = true);
     const CRect& getViewSize() const { return size; }
     CRect& getViewSize(CRect& rect) const { return rect = size; }
     CCoord getWidth() const { return size.getWidth(); }
     CCoord getHeight() const { return size.getHeight(); }
-    // The part that no parent cuts off, in the parent's coordinates.
+    // The part that is not clipped by parents, in the parent's coordinates.
     CRect getVisibleViewSize() const;
     virtual void parentSizeChanged() { }
-    // For a plain view local means its parent's content.
+    // For a view that is no container, local coordinates are those of its parent's content.
     virtual CPoint& frameToLocal(CPoint& point) const;
     virtual CPoint& localToFrame(CPoint& point) const;
 
@@ -82,11 +83,12 @@ public:
     virtual bool wantsFocus() const { return hasFlag(kWantsFocusFlag); }
     virtual void setWantsFocus(bool state) { setFlag(kWantsFocusFlag, state); }
 
-    // Null for none; the view takes a reference of its own.
+    // Null for none. The view keeps a reference.
     virtual void setBackground(CBitmap* bitmap);
     CBitmap* getBackground() const { return background; }
     CBitmap* getDrawBackground() const { return background; }
-    // Lets presses through that the view does not handle, and draws no default background.
+    // A transparent view passes on presses that it does not handle, and draws no default
+    // background.
     virtual void setTransparency(bool state);
     bool getTransparency() const { return hasFlag(kTransparencyFlag); }
 

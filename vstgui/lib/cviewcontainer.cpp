@@ -1,4 +1,4 @@
-// The container: its children and their painting.
+// CViewContainer: its children and their painting.
 #include "vstgui/lib/cviewcontainer.h"
 
 #include "vstgui/lib/cbitmap.h"
@@ -8,7 +8,7 @@
 
 namespace VSTGUI {
 
-CViewContainer::CViewContainer(const CRect& rect) : CView(rect) { }
+CViewContainer::CViewContainer(const CRect& size) : CView(size) { }
 
 CViewContainer::CViewContainer(const CViewContainer& other)
     : CView(other), backgroundColor(other.backgroundColor), backgroundOffset(other.backgroundOffset)
@@ -69,7 +69,7 @@ bool CViewContainer::removeView(CView* view, bool withForget)
         onMouseCancel();
     const auto it = std::find(children.begin(), children.end(), view);
     if (it == children.end())
-        return true;  // the end of its drag has removed it
+        return true;  // removed by its handler when the drag ended
     children.erase(it);
     view->removed(this);
     view->setSubviewState(false);

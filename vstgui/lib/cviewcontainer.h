@@ -1,4 +1,5 @@
-// CViewContainer: a view with children, the last added on top, in coordinates of its own.
+// CViewContainer: a view with children; the last one added is on top. Children have their
+// coordinates relative to the container's top left corner.
 #pragma once
 
 #include "vstgui/lib/ccolor.h"
@@ -16,20 +17,20 @@ public:
     // Copies the children that can be copied.
     CViewContainer(const CViewContainer& other);
 
-    // Adopts the caller's reference. False, and nothing taken, for null or a view that has a
-    // parent.
+    // Takes over the caller's reference. False, and nothing is taken, for null and for a view that
+    // has a parent.
     virtual bool addView(CView* view);
-    // Below that child; on top when it is none.
+    // Below the child `before`; on top when that is no child.
     virtual bool addView(CView* view, CView* before);
-    virtual bool addView(CView* view, const CRect& mouseableArea, bool mouseEnabled = true);
-    // Ends a drag in it first. False for a view that is no child. Without forget, the caller owns
-    // the adopted reference again.
+    virtual bool addView(CView* view, const CRect& area, bool mouseEnabled = true);
+    // Ends a drag in the view first. False for a view that is no child. Without forget, the caller
+    // gets the reference back.
     virtual bool removeView(CView* view, bool withForget = true);
     virtual bool removeAll(bool withForget = true);
     uint32_t getNbViews() const { return static_cast<uint32_t>(children.size()); }
     // Null when out of range.
     CView* getView(uint32_t index) const;
-    // Searches all levels only when deep.
+    // Deep: also children of children.
     bool isChild(CView* view, bool deep = false) const;
 
     virtual void setBackgroundColor(const CColor& color);
@@ -38,13 +39,13 @@ public:
     const CPoint& getBackgroundOffset() const { return backgroundOffset; }
     virtual void setAutosizingEnabled(bool) { }
 
-    // Dirty children come out marked for repainting, and clean.
+    // Requests a repaint of dirty children and clears their marks.
     virtual void invalidateDirtyViews();
-    // The chain of views under a point of the parent's coordinates, this container's side first.
+    // The views under a point in the parent's coordinates, outermost first.
     void collectViewsAt(const CPoint& where, std::vector<SharedPointer<CView>>& chain) const;
-    // The child that gets moves and the release; null outside a drag.
+    // The child that gets mouse moves and the release; null outside a drag.
     CView* getMouseDownView() const { return mouseDownView; }
-    // Views that want the focus and can be reached, in tree order.
+    // Visible, enabled views that want the focus, in tree order.
     void collectFocusViews(std::vector<CView*>& views) const;
 
     void drawRect(CDrawContext* context, const CRect& updateRect) override;
@@ -53,7 +54,7 @@ public:
     void invalid() override;
     // In the children's coordinates.
     void invalidRect(const CRect& rect) override;
-    void setViewSize(const CRect& rect, bool invalid = true) override;
+    void setViewSize(const CRect& rect, bool doInvalid = true) override;
     void parentSizeChanged() override;
     CPoint& frameToLocal(CPoint& point) const override;
     CPoint& localToFrame(CPoint& point) const override;
@@ -79,12 +80,12 @@ private:
 
     bool insert(CView* view, Children::iterator position);
     CPoint toContent(const CPoint& where) const { return where - size.getTopLeft(); }
-    // Top to bottom, safe against changes by what is called.
+    // A copy, top to bottom, which stays valid when a handler changes the list.
     Children topFirst() const { return Children(children.rbegin(), children.rend()); }
 
     Children children;
     SharedPointer<CView> mouseDownView;
-    CPoint lastMouse;  // content coordinates, and buttons, of the view that holds the mouse
+    CPoint lastMouse;  // of the current drag, content coordinates
     CButtonState lastButtons;
     CColor backgroundColor{kBlackCColor};
     CPoint backgroundOffset;

@@ -1,5 +1,5 @@
-// How a container hands mouse and wheel to its children. Children are kept alive while their
-// handlers run, and any handler may change the list.
+// CViewContainer: mouse and wheel events for its children. Children are kept alive while their
+// handlers run, and a handler may change the list of children.
 #include "vstgui/lib/cframe.h"
 #include "vstgui/lib/controls/ccontrol.h"
 #include "vstgui/lib/cviewcontainer.h"
@@ -13,7 +13,7 @@ bool handled(CMouseEventResult result)
     return result != kMouseEventNotHandled && result != kMouseEventNotImplemented;
 }
 
-// The listener may want that click for itself, for instance for a menu of its own.
+// The listener may handle the click itself, for instance with a menu of its own.
 bool takenByListener(CView* view, const CButtonState& buttons)
 {
     auto* control = dynamic_cast<CControl*>(view);
@@ -33,7 +33,7 @@ CMouseEventResult CViewContainer::onMouseDown(CPoint& where, const CButtonState&
         if (!isChild(child) || !child->isVisible() || !child->getMouseEnabled()
             || !child->hitTest(inside, buttons))
             continue;
-        // A container asks for its children.
+        // A container calls mayGetPress for its own children.
         if (getFrame() && !child.cast<CViewContainer>() && !getFrame()->mayGetPress(child))
             return kMouseDownEventHandledButDontNeedMovedOrUpEvents;
         if (takenByListener(child, buttons))
@@ -43,7 +43,7 @@ CMouseEventResult CViewContainer::onMouseDown(CPoint& where, const CButtonState&
         CPoint local(inside);
         const CMouseEventResult result = child->onMouseDown(local, buttons);
         if (handled(result)) {
-            // Neither the child nor this container may have been removed meanwhile.
+            // The handler may have removed the child or this container.
             if (result == kMouseEventHandled && isChild(child) && isAttached() == wasAttached) {
                 mouseDownView = child;
                 lastMouse = inside;
@@ -75,7 +75,7 @@ CMouseEventResult CViewContainer::onMouseMoved(CPoint& where, const CButtonState
 
 CMouseEventResult CViewContainer::onMouseUp(CPoint& where, const CButtonState& buttons)
 {
-    // Given up first: a view that removes itself in its handler is not to be released twice.
+    // Cleared first, so that a view which removes itself in its handler gets one release only.
     const SharedPointer<CView> child = std::move(mouseDownView);
     if (!child)
         return kMouseEventNotHandled;
@@ -88,7 +88,7 @@ CMouseEventResult CViewContainer::onMouseCancel()
 {
     const SharedPointer<CView> child = std::move(mouseDownView);
     if (child && child->onMouseCancel() == kMouseEventNotImplemented) {
-        // Without a release its gesture would stay open.
+        // The release ends its gesture.
         CPoint local(lastMouse);
         child->onMouseUp(local, lastButtons);
     }

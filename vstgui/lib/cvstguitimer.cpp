@@ -1,4 +1,3 @@
-// Ticks through the platform's timer.
 #include "vstgui/lib/cvstguitimer.h"
 
 #include <algorithm>
@@ -23,18 +22,18 @@ IPlatformTimer::Factory IPlatformTimer::setFactory(Factory factory)
     return std::exchange(timerFactory, factory);
 }
 
-CVSTGUITimer::CVSTGUITimer(CBaseObject* target, uint32_t time, bool doStart)
+CVSTGUITimer::CVSTGUITimer(CBaseObject* target, uint32_t fireTime, bool doStart)
     : CVSTGUITimer(
         [target](CVSTGUITimer* timer) {
             if (target)
                 target->notify(timer, kMsgTimer);
         },
-        time, doStart)
+        fireTime, doStart)
 {
 }
 
-CVSTGUITimer::CVSTGUITimer(const CallbackFunc& function, uint32_t time, bool doStart)
-    : callback(function), fireTime(time)
+CVSTGUITimer::CVSTGUITimer(const CallbackFunc& callback, uint32_t fireTime, bool doStart)
+    : callback(callback), fireTime(fireTime)
 {
     if (doStart)
         CVSTGUITimer::start();
@@ -64,11 +63,11 @@ bool CVSTGUITimer::stop()
     return true;
 }
 
-bool CVSTGUITimer::setFireTime(uint32_t milliseconds)
+bool CVSTGUITimer::setFireTime(uint32_t newFireTime)
 {
-    if (fireTime == milliseconds)
+    if (fireTime == newFireTime)
         return false;
-    fireTime = milliseconds;
+    fireTime = newFireTime;
     if (stop())
         start();
     return true;

@@ -1,4 +1,4 @@
-// CVSTGUITimer: ticks on the user-interface thread.
+// CVSTGUITimer: calls back periodically on the user-interface thread.
 #pragma once
 
 #include "vstgui/lib/vstguibase.h"
@@ -14,20 +14,20 @@ public:
 
     static const IdStringPtr kMsgTimer;
 
-    // Each tick calls target->notify (timer, kMsgTimer). The target is not kept alive: forget the
-    // timer before it. Milliseconds; 0 counts as 1.
+    // Each tick calls target->notify (timer, kMsgTimer). The timer holds no reference: release it
+    // before the target. fireTime is in ms; 0 counts as 1.
     explicit CVSTGUITimer(CBaseObject* target, uint32_t fireTime = 100, bool doStart = false);
     // Calls a function instead.
     explicit CVSTGUITimer(const CallbackFunc& callback, uint32_t fireTime = 100,
                           bool doStart = true);
     CVSTGUITimer(const CVSTGUITimer&) = delete;
 
-    // True when running afterwards; a running timer goes on as it was.
+    // True when running afterwards. No effect on a running timer.
     virtual bool start();
     // True when it was running.
     virtual bool stop();
-    // False when unchanged; a running timer starts again.
-    virtual bool setFireTime(uint32_t milliseconds);
+    // In ms. False when unchanged; a running timer is restarted.
+    virtual bool setFireTime(uint32_t newFireTime);
     uint32_t getFireTime() const { return fireTime; }
 
     CLASS_METHODS_NOCOPY(CVSTGUITimer, CBaseObject)

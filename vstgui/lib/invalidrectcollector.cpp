@@ -1,4 +1,3 @@
-// Collection of invalid rectangles during one event.
 #include "vstgui/lib/invalidrectcollector.h"
 
 #include "vstgui/lib/cframe.h"
@@ -19,8 +18,8 @@ bool contains(const CRect& outer, const CRect& inner)
 
 }  // namespace
 
-InvalidRectCollector::InvalidRectCollector(CFrame* f)
-    : frame(f), outermost(!f->collector), lastFlush(IPlatformFrame::getTicks())
+InvalidRectCollector::InvalidRectCollector(CFrame* frame)
+    : frame(frame), outermost(!frame->collector), lastFlush(IPlatformFrame::getTicks())
 {
     if (outermost)
         frame->collector = this;

@@ -1,4 +1,4 @@
-// InvalidRectCollector: gathers what one event of the system asks to be repainted.
+// InvalidRectCollector: collects the repaint requests of one system event.
 #pragma once
 
 #include "vstgui/lib/crect.h"
@@ -9,8 +9,7 @@ namespace VSTGUI {
 
 class CFrame;
 
-// Lives on the stack for one event; inside another one's event it only keeps
-// the frame alive.
+// A local object in the event's handler. In a nested event it only keeps the frame alive.
 class InvalidRectCollector {
 public:
     explicit InvalidRectCollector(CFrame* frame);
@@ -18,7 +17,7 @@ public:
     InvalidRectCollector(const InvalidRectCollector&) = delete;
     InvalidRectCollector& operator=(const InvalidRectCollector&) = delete;
 
-    // Rectangles inside others are dropped; a long event flushes now and then.
+    // Rectangles inside others are dropped. Flushes when the last flush is over 16 ms ago.
     void add(const CRect& rect);
     void flush();
 
@@ -26,7 +25,7 @@ private:
     SharedPointer<CFrame> frame;
     const bool outermost;
     std::vector<CRect> rects;
-    uint32_t lastFlush;  // ticks
+    uint32_t lastFlush;  // ms, from IPlatformFrame::getTicks
 };
 
 }  // namespace VSTGUI

@@ -1,4 +1,3 @@
-// The reference-counted base.
 #include "vstgui/lib/vstguibase.h"
 
 #include <cstring>

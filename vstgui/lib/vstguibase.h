@@ -1,5 +1,4 @@
-// Version, names for basic types, and the reference-counted base of everything the toolkit hands
-// out.
+// Version, basic types and the reference-counted base class of the toolkit.
 #pragma once
 
 #include <cstdint>
@@ -17,16 +16,17 @@ using UTF8StringBuffer = char*;
 
 enum CMessageResult { kMessageUnknown = 0, kMessageNotified = 1 };
 
-// Counted by hand, on the user-interface thread only. Message identifiers are compared as pointers.
+// Reference counted by remember and forget, on the user-interface thread only. Message identifiers
+// are compared as pointers.
 class CBaseObject {
 public:
-    // One reference, which the creator owns; a copy starts anew.
+    // One reference, owned by the creator; a copy also starts with one.
     CBaseObject() = default;
     CBaseObject(const CBaseObject&) : nbReference(1) { }
     CBaseObject& operator=(const CBaseObject&) { return *this; }
     virtual ~CBaseObject() = default;
 
-    // Gives one reference back; the last one calls beforeDelete and ends the object.
+    // Releases one reference; the last one calls beforeDelete and deletes the object.
     virtual void forget();
     virtual void remember() { ++nbReference; }
     virtual int32_t getNbReference() const { return nbReference; }
@@ -34,7 +34,7 @@ public:
     virtual void beforeDelete() { }
     virtual CMessageResult notify(CBaseObject* sender, IdStringPtr message);
     virtual CBaseObject* newCopy() const { return nullptr; }
-    // Compares texts, not pointers. Null is no type.
+    // By the class's name; compares the texts. False for null.
     virtual bool isTypeOf(IdStringPtr name) const;
 
 private:
@@ -45,7 +45,7 @@ private:
 template <class I>
 class SharedPointer {
 public:
-    SharedPointer(I* pointer = nullptr, bool remember = true) : ptr(pointer)
+    SharedPointer(I* ptr = nullptr, bool remember = true) : ptr(ptr)
     {
         if (ptr && remember)
             ptr->remember();
@@ -85,14 +85,14 @@ private:
     I* ptr;
 };
 
-// Adopts the caller's reference.
+// Takes over the caller's reference.
 template <class I>
 SharedPointer<I> owned(I* pointer)
 {
     return SharedPointer<I>(pointer, false);
 }
 
-// Adopts what it is constructed from and assigned.
+// Takes over the reference of what it is constructed from and assigned.
 template <class I>
 class OwningPointer : public SharedPointer<I> {
 public:
@@ -108,19 +108,19 @@ public:
 // Keeps an object alive for a scope; null is allowed.
 class CBaseObjectGuard {
 public:
-    explicit CBaseObjectGuard(CBaseObject* object) : held(object) { }
+    explicit CBaseObjectGuard(CBaseObject* object) : object(object) { }
 
 private:
-    SharedPointer<CBaseObject> held;
+    SharedPointer<CBaseObject> object;
 };
 
 }  // namespace VSTGUI
 
-// Type name and copying, written in the public part of each class body.
+// isTypeOf and newCopy, for the public part of each class body.
 #define VSTGUI_IS_TYPE_OF(Name, Parent)                                                            \
-    bool isTypeOf(VSTGUI::IdStringPtr typeName_) const override                                    \
+    bool isTypeOf(VSTGUI::IdStringPtr typeName) const override                                     \
     {                                                                                              \
-        return VSTGUI::sameText(typeName_, #Name) || Parent::isTypeOf(typeName_);                  \
+        return VSTGUI::sameText(typeName, #Name) || Parent::isTypeOf(typeName);                    \
     }
 #define CLASS_METHODS(Name, Parent)                                                                \
     VSTGUI_IS_TYPE_OF(Name, Parent)                                                                \

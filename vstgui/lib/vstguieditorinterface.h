@@ -1,4 +1,4 @@
-// VSTGUIEditorInterface: what a frame asks of the editor that owns it.
+// VSTGUIEditorInterface: what a frame needs from the editor that owns it.
 #pragma once
 
 #include "vstgui/lib/crect.h"
@@ -25,7 +25,7 @@ protected:
     VSTGUIEditorInterface() = default;
     virtual ~VSTGUIEditorInterface() = default;
 
-    // Written by the editor alone, which nulls it when it closes the frame.
+    // Set by the editor, and null again once the editor has closed the frame.
     CFrame* frame{nullptr};
 };
 

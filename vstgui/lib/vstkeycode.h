@@ -1,4 +1,5 @@
-// Key codes as hosts deliver them. Global, and left to the VST 2 header where that came first.
+// Key codes as hosts deliver them. In the global namespace, and not defined if the VST 2 header,
+// which has them too, was included before.
 #pragma once
 
 #ifndef __aeffectx__

@@ -1,4 +1,4 @@
-// Pictures that are part of the code, found by their numbers.
+// Pictures embedded in the code, found by number.
 #pragma once
 
 #include <cstddef>
@@ -6,19 +6,19 @@
 
 namespace VSTGUI {
 
-// One PNG file, kept by reference: the bytes stay where they are.
+// One PNG file. The bytes are not copied.
 struct EmbeddedBitmap {
     int32_t number;
     const uint8_t* data;
     size_t length;
 };
 
-// Makes pictures available to CBitmap (CResourceDescription (number)); to be called before the
-// first such bitmap is made. Numbers that are there already are replaced, so that calling it twice
-// does no harm. Numbers that nobody registered are looked for among the platform's resources.
+// Makes pictures available to CBitmap (CResourceDescription (number)). Call it before the first
+// such bitmap is made. Numbers registered before are replaced. CBitmap looks up other numbers in
+// the platform's resources.
 void registerBitmaps(const EmbeddedBitmap* bitmaps, size_t count);
 
-// Null when nobody registered that number.
+// Null when the number is not registered.
 const EmbeddedBitmap* findRegisteredBitmap(int32_t number);
 
 }  // namespace VSTGUI

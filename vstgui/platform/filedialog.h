@@ -1,4 +1,4 @@
-// FileDialogRequest: what a file dialog is asked to show. Text and paths are UTF-8.
+// FileDialogRequest: the settings of a file dialog. Text and paths are UTF-8.
 #pragma once
 
 #include "vstgui/lib/cfileextension.h"
@@ -15,7 +15,7 @@ struct FileDialogRequest {
     std::string title;
     std::string initialDirectory;  // ignored when empty or missing
     std::string defaultSaveName;
-    // With more than one, the dialog also offers all of them together.
+    // If there are several, the dialog also offers a filter for all of them together.
     std::vector<CFileExtension> extensions;
     int32_t selectedExtension{0};  // index into extensions
     bool allowSeveral{false};

@@ -1,4 +1,4 @@
-// IPlatformBitmap: a decoded picture in the form that the platform's surfaces draw fastest.
+// IPlatformBitmap: a decoded picture in the pixel format of the platform's surfaces.
 #pragma once
 
 #include "vstgui/lib/cpoint.h"
@@ -10,16 +10,16 @@ namespace VSTGUI {
 
 class IPlatformBitmap : public CBaseObject {
 public:
-    virtual CPoint getSize() const = 0;  // whole pixels; a resolution noted in the file is ignored
+    virtual CPoint getSize() const = 0;  // whole pixels; the file's resolution (dpi) is ignored
 
-    // Both are supplied by each platform, give null for anything that is no picture, and leave the
-    // reference to the caller. The bytes are not needed afterwards.
+    // Both are implemented by each platform, return null for data that is no picture, and give the
+    // reference to the caller. The data is not needed afterwards.
     static IPlatformBitmap* createFromPng(const uint8_t* data, size_t length);
-    // By number or name, from where the platform keeps pictures outside the code.
+    // By number or name, from the module's or bundle's resources.
     static IPlatformBitmap* createFromResource(const CResourceDescription& description);
 
-    // A registered picture of that number, else the platform's resource. Equal numbers share one
-    // picture while somebody holds it.
+    // The registered picture with that number, else the platform's resource. While a picture is in
+    // use, further calls with its number return the same object.
     static SharedPointer<IPlatformBitmap> load(const CResourceDescription& description);
 
 protected:

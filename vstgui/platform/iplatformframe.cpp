@@ -1,4 +1,4 @@
-// Chooses between a window of the system and one that stands for it.
+// IPlatformFrame: the factory for frames' windows, by default the system's.
 #include "vstgui/platform/iplatformframe.h"
 
 namespace VSTGUI {

@@ -1,4 +1,4 @@
-// IPlatformFrame: the window of a frame; IPlatformFrameCallback: the frame as its window sees it.
+// IPlatformFrame: a frame's window; IPlatformFrameCallback: what the window calls in the frame.
 #pragma once
 
 #include "vstgui/lib/cbuttonstate.h"
@@ -14,31 +14,32 @@ class IPlatformOptionMenu;
 class IPlatformTextEdit;
 class IPlatformTextEditCallback;
 
-// Whoever calls one of these keeps the IPlatformFrame alive meanwhile: any of them can close it.
+// The caller of each of these holds a reference to the IPlatformFrame, since any call may close it.
 class IPlatformFrameCallback {
 public:
     virtual ~IPlatformFrameCallback() = default;
 
-    // Paints that part; the context's surface is as large as the frame. Opaque everywhere.
+    // Paints that part, opaque. The context's surface is as large as the frame.
     virtual bool platformDrawRect(CDrawContext* context, const CRect& rect) = 0;
-    // Frame coordinates, also outside the frame while the mouse is captured. Capture after exactly
-    // kMouseEventHandled, until any button goes up.
+    // In frame coordinates; outside the frame only while the mouse is captured. The window captures
+    // the mouse if platformOnMouseDown returns kMouseEventHandled, until any button is released.
     virtual CMouseEventResult platformOnMouseDown(CPoint& where, const CButtonState& buttons) = 0;
     virtual CMouseEventResult platformOnMouseMoved(CPoint& where, const CButtonState& buttons) = 0;
     virtual CMouseEventResult platformOnMouseUp(CPoint& where, const CButtonState& buttons) = 0;
     virtual CMouseEventResult platformOnMouseExited(CPoint& where, const CButtonState& buttons) = 0;
-    // The capture was lost to somebody else, or the window went away: there will be no release.
+    // The capture was lost or the window destroyed: there will be no release.
     virtual void platformOnMouseCancel() = 0;
-    // Notches, up positive; along X as Windows has it: left positive. Modifiers only.
+    // `distance` in notches: up is positive, and along X left is positive, as on Windows. `buttons`
+    // has modifiers only.
     virtual bool platformOnMouseWheel(const CPoint& where, const CMouseWheelAxis& axis,
                                       const float& distance, const CButtonState& buttons) = 0;
-    // True when used.
+    // True when the key was used.
     virtual bool platformOnKeyDown(VstKeyCode& keyCode) = 0;
     virtual bool platformOnKeyUp(VstKeyCode& keyCode) = 0;
     virtual void platformOnActivate(bool state) = 0;
 };
 
-// What a platform may need to know beyond the window it opens in.
+// Base class of a platform's own settings for opening the window, such as X11::FrameConfig.
 class IPlatformFrameConfig {
 public:
     virtual ~IPlatformFrameConfig() = default;
@@ -47,47 +48,47 @@ public:
 class IPlatformFrame : public CBaseObject {
 public:
     virtual bool getGlobalPosition(CPoint& position) const = 0;
-    virtual bool setSize(const CRect& size) = 0;
-    virtual bool getSize(CRect& size) const = 0;
-    // As they are now, in frame coordinates; buttons and modifiers are added to the word.
+    virtual bool setSize(const CRect& newSize) = 0;
+    virtual bool getSize(CRect& rect) const = 0;
+    // The current state, in frame coordinates; buttons and modifiers are added to `buttons`.
     virtual bool getCurrentMousePosition(CPoint& where) const = 0;
     virtual bool getCurrentMouseButtons(CButtonState& buttons) const = 0;
     virtual bool setMouseCursor(CCursorType type) = 0;
-    // Left and top go down, right and bottom up to whole pixels; painted later.
+    // Extended to whole pixels; painted later.
     virtual bool invalidRect(const CRect& rect) = 0;
-    // The window: HWND on Windows, the window's id with X11.
+    // The window: an HWND on Windows, the window's id with X11.
     virtual void* getPlatformRepresentation() const = 0;
 
-    // The caller owns them; null when the system has none.
-    virtual IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* callback) = 0;
+    // The caller owns them; null when the system has none or the window is gone.
+    virtual IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* textEdit) = 0;
     virtual IPlatformOptionMenu* createPlatformOptionMenu() = 0;
-    // Blocks; timers go on. True when something was chosen. Paths in UTF-8.
+    // Blocks; timers keep running. True when something was chosen. Paths in UTF-8.
     virtual bool runFileDialog(const FileDialogRequest& request,
                                std::vector<std::string>& chosen) = 0;
     virtual void cancelFileDialog() = 0;
-    // A text, its lines parted by line feeds, with a key to close it; it ends with the frame.
-    // Windows waits until the user has closed it, X11 does not.
+    // Shows a text, its lines separated by line feeds, in a window with a button to close it. The
+    // window also closes with the frame. Returns at once on X11, and when it is closed on Windows.
     virtual void showMessage(const std::string& text, const std::string& caption) = 0;
 
-    // The frame closes: no callback from now on; menu, dialog, text box and capture end. The window
-    // goes away.
+    // Called when the frame closes: makes no callback from now on, ends menu, dialog, text box and
+    // capture, and destroys the window.
     virtual void close() = 0;
 
-    // Milliseconds of a clock that only goes forward. Supplied by each platform.
+    // Milliseconds of a monotonic clock. Implemented by each platform.
     static uint32_t getTicks();
 
-    // The system's, a visible child at (0, 0) of the parent window; null when that fails. The
-    // caller owns it. Supplied by each platform.
+    // A window of the system's: a visible child at (0, 0) of the parent. Null when that fails. The
+    // caller owns it. Implemented by each platform.
     static IPlatformFrame* createNative(IPlatformFrameCallback* callback, const CRect& size,
                                         void* parent, PlatformType type,
                                         IPlatformFrameConfig* config);
 
-    // The system's, or what the factory in force makes.
+    // Calls the factory, by default createNative.
     static IPlatformFrame* createPlatformFrame(IPlatformFrameCallback* callback, const CRect& size,
                                                void* parent, PlatformType type,
                                                IPlatformFrameConfig* config);
     using Factory = decltype(&createNative);
-    // For frames opened from now on; never null.
+    // For frames opened from now on. Not null.
     static void setFactory(Factory factory);
 };
 

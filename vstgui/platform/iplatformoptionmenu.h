@@ -1,4 +1,4 @@
-// IPlatformOptionMenu: shows the entries of a menu and waits for a choice.
+// IPlatformOptionMenu: opens a menu and waits for a choice.
 #pragma once
 
 #include "vstgui/lib/vstguibase.h"
@@ -14,7 +14,8 @@ struct PlatformOptionMenuResult {
 
 class IPlatformOptionMenu : public CBaseObject {
 public:
-    // Blocks until something is chosen, the menu is dismissed, or the frame closes; timers go on.
+    // Blocks until an entry is chosen, the menu is cancelled or the frame closes; timers keep
+    // running.
     virtual PlatformOptionMenuResult popup(COptionMenu* menu) = 0;
 };
 

@@ -1,4 +1,4 @@
-// IPlatformSurface: pixels in memory that can be drawn on, with a display or without.
+// IPlatformSurface: pixels in memory to draw on; needs no display.
 #pragma once
 
 #include "vstgui/lib/ccolor.h"
@@ -10,28 +10,28 @@ namespace VSTGUI {
 class IPlatformBitmap;
 class IPlatformFont;
 
-// All coordinates are the surface's own pixels. Everything is drawn over what is there and is cut
-// to the clip.
+// All coordinates are in the surface's pixels. Everything is blended over what is there and limited
+// to the clip rectangle.
 class IPlatformSurface : public CBaseObject {
 public:
     virtual CPoint getSize() const = 0;
 
-    // Whole pixels, inside the surface; empty: nothing is drawn.
-    virtual void setClip(const CRect& clip) = 0;
-    // Edges may lie inside pixels, which are then covered in part.
+    // Whole pixels inside the surface. If empty, nothing is drawn.
+    virtual void setClip(const CRect& rect) = 0;
+    // Pixels that an edge divides are blended by the part covered.
     virtual void fillRect(const CRect& rect, const CColor& color) = 0;
-    // The part of the picture at source, as large as target, pixel for pixel. Both are whole pixels
-    // and source lies inside the picture. Alpha is above 0 and at most 1.
+    // Draws the part of the picture at `source`, as large as `target`, unscaled. Both are whole
+    // pixels, and the part lies inside the picture. Alpha is above 0 and at most 1.
     virtual void drawBitmap(IPlatformBitmap* bitmap, const CRect& target, const CPoint& source,
                             float alpha) = 0;
-    // Baseline in whole pixels. Grey or subpixel smoothing with antialias, none without.
+    // Baseline in whole pixels. With antialias grey or subpixel smoothing, else none.
     virtual void drawString(IPlatformFont* font, UTF8StringPtr text, const CPoint& baseline,
                             const CColor& color, bool antialias) = 0;
 
     // What has been drawn so far.
     virtual Pixels readPixels() const = 0;
 
-    // Supplied by each platform: black and opaque at first. Sizes are cut to whole pixels, at
+    // Implemented by each platform. Opaque black at first. Sizes are truncated to whole pixels, at
     // least 1. Null when memory runs out. The caller owns it.
     static IPlatformSurface* create(CCoord width, CCoord height);
 };

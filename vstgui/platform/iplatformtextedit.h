@@ -1,4 +1,4 @@
-// IPlatformTextEdit: a one-line text box on top of a text control, and what it asks of the control.
+// IPlatformTextEdit: a one-line text box over a text control, and its callback to the control.
 #pragma once
 
 #include "vstgui/lib/ccolor.h"
@@ -22,12 +22,13 @@ public:
     virtual CRect platformGetSize() const = 0;
     virtual CRect platformGetVisibleSize() const = 0;
     virtual CPoint platformGetTextInset() const = 0;
-    // Most characters (code points) that can be typed.
+    // The largest number of characters (code points) that can be typed.
     virtual int32_t platformGetMaxCharacters() const { return 255; }
 
-    // Ends the editing. The box that calls this is gone afterwards: touch nothing of it.
+    // Ends the editing, which deletes the box: the caller must not use it afterwards.
     virtual void platformLooseFocus(bool returnPressed) = 0;
-    // Escape, Return and Tab go here first; when the answer is true the box may be gone as well.
+    // Called for Escape, Return and Tab before the box acts on them. After true, the box may be
+    // deleted as well.
     virtual bool platformOnKeyDown(const VstKeyCode& key) = 0;
     virtual void platformTextDidChange() = 0;
 };
@@ -36,12 +37,12 @@ class IPlatformTextEdit : public CBaseObject {
 public:
     // UTF-8, valid until the next call on the object.
     virtual UTF8StringPtr getText() = 0;
-    virtual bool setText(UTF8StringPtr text) = 0;
-    // The control moved.
+    virtual bool setText(UTF8StringPtr newText) = 0;
+    // Call it when the control has moved.
     virtual bool updateSize() = 0;
 
 protected:
-    explicit IPlatformTextEdit(IPlatformTextEditCallback* callback) : textEdit(callback) { }
+    explicit IPlatformTextEdit(IPlatformTextEditCallback* textEdit) : textEdit(textEdit) { }
 
     IPlatformTextEditCallback* textEdit;
 };

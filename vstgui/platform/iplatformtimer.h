@@ -1,4 +1,4 @@
-// IPlatformTimer: a source of ticks on the user-interface thread.
+// IPlatformTimer: a periodic timer on the user-interface thread.
 #pragma once
 
 #include "vstgui/lib/vstguibase.h"
@@ -13,18 +13,18 @@ public:
 
 class IPlatformTimer : public CBaseObject {
 public:
-    // Never fires after stop, not even when stopped inside a tick, and stops when forgotten. Ticks
-    // that were missed come once. False when the system gives no timer.
+    // Fires no more after stop, even if stopped during a tick, and stops when deleted. Several
+    // missed ticks come as one. False when the system gives no timer.
     virtual bool start(uint32_t milliseconds) = 0;
     virtual bool stop() = 0;
 
-    // The system's timer, not running; the caller owns it. Supplied by each platform.
+    // The system's timer, not running; the caller owns it. Implemented by each platform.
     static IPlatformTimer* createNative(IPlatformTimerCallback* callback);
 
-    // The system's, or what the factory in force makes.
+    // Calls the current factory; without one, createNative.
     static IPlatformTimer* create(IPlatformTimerCallback* callback);
     using Factory = IPlatformTimer* (*)(IPlatformTimerCallback* callback);
-    // For timers started from now on; null: the system's again. Returns the one before.
+    // For timers created from now on; null for the system's. Returns the previous factory.
     static Factory setFactory(Factory factory);
 };
 

@@ -2,8 +2,9 @@
 
 namespace VSTGUI {
 
-Pixels::Pixels(int32_t w, int32_t h)
-    : width(w), height(h), rgba(static_cast<size_t>(w) * static_cast<size_t>(h) * 4)
+Pixels::Pixels(int32_t width, int32_t height)
+    : width(width), height(height),
+      rgba(static_cast<size_t>(width) * static_cast<size_t>(height) * 4)
 {
 }
 

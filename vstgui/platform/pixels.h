@@ -1,4 +1,4 @@
-// Pixels: a picture as plain bytes.
+// Pixels: a picture as an array of bytes.
 #pragma once
 
 #include "vstgui/lib/ccolor.h"
@@ -11,11 +11,11 @@ namespace VSTGUI {
 
 struct Pixels {
     Pixels() = default;
-    Pixels(int32_t w, int32_t h);  // transparent black
+    Pixels(int32_t width, int32_t height);  // transparent black
 
-    // Transparent black outside.
+    // Transparent black for coordinates outside.
     CColor at(int32_t x, int32_t y) const;
-    // Ignored outside.
+    // Coordinates outside are ignored.
     void set(int32_t x, int32_t y, const CColor& color);
 
     int32_t width{0};

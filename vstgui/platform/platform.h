@@ -1,4 +1,4 @@
-// Everything that a system must supply to the toolkit, in one place.
+// All interfaces that a platform implements for the toolkit.
 //
 // Functions to define, each declared and described in the header named:
 //   IPlatformFrame::createNative, IPlatformFrame::getTicks                       iplatformframe.h
@@ -7,10 +7,10 @@
 //   IPlatformFont::create                                                        iplatformfont.h
 //   IPlatformTimer::createNative                                                iplatformtimer.h
 //
-// The files in offscreen/ are the toolkit's own and stand on the surface alone.
+// The files in offscreen/ need the surface only and are the same on all platforms.
 //
-// Everything runs on the one thread that opened the frame. Nothing here is called, and nothing of
-// the system is held, before the first frame, bitmap, font or timer is made.
+// All calls come on the thread that opened the frame. Nothing is called, and no system resource is
+// held, before the first frame, bitmap, font or timer is made.
 #pragma once
 
 #include "vstgui/platform/bitmapresources.h"

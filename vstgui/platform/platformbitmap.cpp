@@ -1,5 +1,5 @@
-// Finds pictures by number: registered ones first, then the platform's resources. What is loaded
-// already is shared, for filmstrips are large and one strip's pictures are the next one's, too.
+// Finds pictures by number: registered ones first, then the platform's resources. Loaded pictures
+// are shared, since filmstrips are large and several strips use the same ones.
 #include "vstgui/platform/bitmapresources.h"
 #include "vstgui/platform/iplatformbitmap.h"
 
@@ -15,7 +15,7 @@ std::map<int32_t, EmbeddedBitmap>& registered()
     return bitmaps;
 }
 
-// Not kept alive: a picture takes itself out when the last user lets go.
+// Without a reference: a picture removes itself when it is deleted.
 std::map<int32_t, IPlatformBitmap*>& loaded()
 {
     static std::map<int32_t, IPlatformBitmap*> bitmaps;

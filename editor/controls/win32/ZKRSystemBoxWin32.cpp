@@ -1,4 +1,3 @@
-// The life of the "EDIT" window, and the keys and messages that end it.
 #include "editor/controls/win32/ZKRSystemBoxWin32.h"
 
 #include "platform/win32/WideText.h"
@@ -14,8 +13,8 @@ namespace VSTGUI {
 namespace {
 
 constexpr UINT_PTR kSubclassId = 1;
-constexpr int kMaxRead = 100;      // 16-bit characters
-constexpr LONG kMoreThanFont = 3;  // pixels that the window is higher than its font
+constexpr int kMaxRead = 100;     // 16-bit characters
+constexpr LONG kExtraHeight = 3;  // pixels that the window is higher than its font
 constexpr wchar_t kFamily[] = L"Arial";
 
 COLORREF toWindows(const CColor& color)
@@ -49,8 +48,8 @@ ZKRSystemBoxWin32* ZKRSystemBoxWin32::create(HWND parent, IPlatformTextEditCallb
     return nullptr;
 }
 
-ZKRSystemBoxWin32::ZKRSystemBoxWin32(IPlatformTextEditCallback* callback)
-    : IPlatformTextEdit(callback)
+ZKRSystemBoxWin32::ZKRSystemBoxWin32(IPlatformTextEditCallback* textEdit)
+    : IPlatformTextEdit(textEdit)
 {
 }
 
@@ -63,8 +62,8 @@ ZKRSystemBoxWin32::~ZKRSystemBoxWin32()
     }
     if (font)
         DeleteObject(font);
-    if (paper)
-        DeleteObject(paper);
+    if (background)
+        DeleteObject(background);
 }
 
 bool ZKRSystemBoxWin32::open(HWND parent)
@@ -84,7 +83,7 @@ bool ZKRSystemBoxWin32::open(HWND parent)
     description.lfCharSet = DEFAULT_CHARSET;
     std::copy(std::begin(kFamily), std::end(kFamily), description.lfFaceName);
     font = CreateFontIndirectW(&description);
-    paper = CreateSolidBrush(toWindows(textEdit->platformGetBackColor()));
+    background = CreateSolidBrush(toWindows(textEdit->platformGetBackColor()));
 
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     SendMessageW(window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
@@ -109,7 +108,7 @@ RECT ZKRSystemBoxWin32::place() const
     field.inset(textEdit->platformGetTextInset());
     RECT at{static_cast<LONG>(field.left), static_cast<LONG>(field.top),
             static_cast<LONG>(field.right), static_cast<LONG>(field.bottom)};
-    const LONG height = std::min(fontHeight() + kMoreThanFont, at.bottom - at.top);
+    const LONG height = std::min(fontHeight() + kExtraHeight, at.bottom - at.top);
     at.top += (at.bottom - at.top - height) / 2;
     at.bottom = at.top + height;
     return at;
@@ -119,7 +118,7 @@ UTF8StringPtr ZKRSystemBoxWin32::getText()
 {
     std::array<wchar_t, kMaxRead + 1> wide{};
     int length = window ? GetWindowTextW(window, wide.data(), static_cast<int>(wide.size())) : 0;
-    // Not the first half of a pair alone.
+    // Half a surrogate pair is left out.
     if (length == kMaxRead && IS_HIGH_SURROGATE(wide[kMaxRead - 1]))
         --length;
     text = platform::fromWide(std::wstring(wide.data(), static_cast<size_t>(length)));
@@ -143,7 +142,7 @@ LRESULT CALLBACK ZKRSystemBoxWin32::procedure(HWND /*window*/, UINT message, WPA
                                               LPARAM lParam, UINT_PTR /*id*/, DWORD_PTR data)
 {
     auto* const box = reinterpret_cast<ZKRSystemBoxWin32*>(data);
-    // Whatever ends the editing also gives up the box.
+    // Ending the edit releases the box.
     const CBaseObjectGuard guard(box);
     return box->handle(message, wParam, lParam);
 }
@@ -153,14 +152,14 @@ LRESULT ZKRSystemBoxWin32::handle(UINT message, WPARAM wParam, LPARAM lParam)
     const HWND self = window;
     switch (message) {
     case WM_GETDLGCODE:
-        // Or a dialog around the editor would take Return and Escape.
+        // Else a dialog that contains the editor takes Return and Escape.
         return DefSubclassProc(self, message, wParam, lParam) | DLGC_WANTALLKEYS;
     case WM_KEYDOWN:
         if (handleKey(wParam))
             return 0;
         break;
     case WM_CHAR:
-        // Of the keys that were handled; the window would beep.
+        // These were handled as WM_KEYDOWN; the window would beep.
         if (wParam == VK_RETURN || wParam == VK_ESCAPE || wParam == VK_TAB)
             return 0;
         break;
@@ -170,7 +169,7 @@ LRESULT ZKRSystemBoxWin32::handle(UINT message, WPARAM wParam, LPARAM lParam)
         return result;
     }
     case WM_DESTROY: {
-        // The host ends the window first. Its text can still be read now.
+        // The host destroyed the parent. The text can still be read here.
         textEdit->platformLooseFocus(false);
         const LRESULT result = DefSubclassProc(self, message, wParam, lParam);
         RemoveWindowSubclass(self, procedure, kSubclassId);
@@ -210,7 +209,7 @@ LRESULT ZKRSystemBoxWin32::chooseColors(HDC device)
 {
     SetTextColor(device, toWindows(textEdit->platformGetFontColor()));
     SetBkColor(device, toWindows(textEdit->platformGetBackColor()));
-    return reinterpret_cast<LRESULT>(paper);
+    return reinterpret_cast<LRESULT>(background);
 }
 
 }  // namespace VSTGUI

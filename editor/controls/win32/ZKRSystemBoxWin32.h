@@ -1,9 +1,9 @@
-// ZKRSystemBoxWin32: the text box that Windows gives a CZKRTextEdit, a child window of class "EDIT"
-// on the frame's window.
+// ZKRSystemBoxWin32: the text box of a CZKRTextEdit on Windows, a child window of class "EDIT" on
+// the frame's window.
 #pragma once
 
 #include "vstgui/lib/platform/iplatformtextedit.h"
-#include "vstgui/platform/win32/win32keyboardloan.h"
+#include "vstgui/platform/win32/win32keyboardfocus.h"
 
 #include <string>
 #include <windows.h>
@@ -12,7 +12,7 @@ namespace VSTGUI {
 
 class ZKRSystemBoxWin32 : public IPlatformTextEdit {
 public:
-    // Null when the parent is no window, or gives no child. The caller owns it.
+    // Null when the parent is no window or the child cannot be made. The caller owns the box.
     static ZKRSystemBoxWin32* create(HWND parent, IPlatformTextEditCallback* textEdit);
 
     // UTF-8, at most the first 100 16-bit characters; empty without a window.
@@ -25,22 +25,23 @@ private:
     ~ZKRSystemBoxWin32() override;
 
     bool open(HWND parent);
-    // Where the window stands, in pixels of its parent: as high as a line, in the field's middle.
+    // The box's rectangle in the parent, pixels: as high as a line, vertically centred in the
+    // field.
     RECT place() const;
     LONG fontHeight() const;
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
-    // True when the key is not the window's business.
+    // True when the key was handled and must not reach the window.
     bool handleKey(WPARAM virtualKey);
     LRESULT chooseColors(HDC device);
 
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                      UINT_PTR id, DWORD_PTR box);
+                                      UINT_PTR id, DWORD_PTR data);
 
-    HWND window{nullptr};  // null when there is none, or no longer
-    Win32KeyboardLoan keyboard;
+    HWND window{nullptr};  // null before open and after WM_DESTROY
+    Win32KeyboardFocus keyboard;
     HFONT font{nullptr};
-    HBRUSH paper{nullptr};
-    std::string text;  // what getText gave last
+    HBRUSH background{nullptr};
+    std::string text;  // the last result of getText
 };
 
 }  // namespace VSTGUI

@@ -1,4 +1,4 @@
-// The buttons.
+// All button classes.
 #pragma once
 
 #include "vstgui/lib/controls/ckickbutton.h"

@@ -1,4 +1,3 @@
-// Values, gestures and the listener.
 #include "vstgui/lib/controls/ccontrol.h"
 
 #include "vstgui/lib/cframe.h"
@@ -11,10 +10,10 @@ namespace VSTGUI {
 int32_t CControl::kZoomModifier = kShift;
 int32_t CControl::kDefaultValueModifier = kControl;
 
-CControl::CControl(const CRect& rect, IControlListener* l, int32_t t, CBitmap* back)
-    : CView(rect), listener(l), tag(t)
+CControl::CControl(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* background)
+    : CView(size), listener(listener), tag(tag)
 {
-    CView::setBackground(back);
+    CView::setBackground(background);
 }
 
 CControl::CControl(const CControl& other)

@@ -8,13 +8,13 @@ namespace VSTGUI {
 
 class CControl : public CView {
 public:
-    // The listener is not kept alive and may be null; the bitmap may be null.
+    // The control holds no reference to the listener. Listener and bitmap may be null.
     explicit CControl(const CRect& size, IControlListener* listener = nullptr, int32_t tag = 0,
                       CBitmap* background = nullptr);
 
     void draw(CDrawContext* context) override = 0;
 
-    // Clamped to the range; neither repaints nor tells the listener.
+    // Clamped to the range. Neither repaints nor calls the listener.
     virtual void setValue(float newValue);
     virtual float getValue() const { return value; }
     // 0 to 1 over the range.
@@ -25,39 +25,39 @@ public:
     virtual void setMax(float newMax);
     virtual float getMax() const { return vmax; }
     virtual void bounceValue();
-    virtual void setOldValue(float v) { oldValue = v; }
+    virtual void setOldValue(float newOldValue) { oldValue = newOldValue; }
     virtual float getOldValue() const { return oldValue; }
-    virtual void setDefaultValue(float v) { defaultValue = v; }
+    virtual void setDefaultValue(float newDefault) { defaultValue = newDefault; }
     virtual float getDefaultValue() const { return defaultValue; }
-    virtual void setWheelInc(float v) { wheelInc = v; }
+    virtual void setWheelInc(float newWheelInc) { wheelInc = newWheelInc; }
     virtual float getWheelInc() const { return wheelInc; }
 
-    // Tells the listener.
+    // Calls the listener.
     virtual void valueChanged();
-    // A gesture; these nest, and only the outermost pair is heard. An end without a begin is
-    // ignored.
+    // The begin and end of a gesture. Pairs may nest, and only the outermost is reported. An end
+    // without a begin is ignored.
     virtual void beginEdit();
     virtual void endEdit();
     bool isEditing() const { return editing > 0; }
 
     virtual void setTag(int32_t newTag);
     int32_t getTag() const { return tag; }
-    virtual void setListener(IControlListener* l) { listener = l; }
+    virtual void setListener(IControlListener* newListener) { listener = newListener; }
     IControlListener* getListener() const { return listener; }
 
-    // Where the background bitmap's part begins, for controls that show one piece of a larger
-    // picture.
+    // The top left corner of the part of the background bitmap that is shown, for controls that
+    // show a piece of a larger picture.
     virtual void setBackOffset(const CPoint& offset) { backOffset = offset; }
     const CPoint& getBackOffset() const { return backOffset; }
     void copyBackOffset() { backOffset = size.getTopLeft(); }
 
-    // With the left button and exactly the default-value modifier: sets the default, tells the
-    // listener when that is a change, and returns true.
+    // With the left button and exactly the default-value modifier: sets the default value, reports
+    // a gesture if that changes the value, and returns true.
     virtual bool checkDefaultValue(CButtonState buttons);
     static int32_t kZoomModifier;
     static int32_t kDefaultValueModifier;
 
-    // Also while the value differs from what was drawn last.
+    // Also true while the value differs from the one drawn last.
     bool isDirty() const override;
     void setDirty(bool state = true) override;
 
@@ -67,7 +67,7 @@ protected:
     ~CControl() override = default;
     CControl(const CControl& other);
 
-    // A value set by a key or the wheel: repaint, and one whole gesture for the listener.
+    // After a key or the wheel has set the value: repaints and reports a whole gesture.
     void notifyIfDirty();
 
     IControlListener* listener;

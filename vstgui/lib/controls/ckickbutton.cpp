@@ -1,20 +1,20 @@
-// A momentary button.
 #include "vstgui/lib/controls/ckickbutton.h"
 
 #include "vstgui/lib/cdrawcontext.h"
 
 namespace VSTGUI {
 
-CKickButton::CKickButton(const CRect& rect, IControlListener* l, int32_t t, CBitmap* back,
-                         const CPoint& o)
-    : CKickButton(rect, l, t, rect.getHeight(), back, o)
+CKickButton::CKickButton(const CRect& size, IControlListener* listener, int32_t tag,
+                         CBitmap* background, const CPoint& offset)
+    : CKickButton(size, listener, tag, size.getHeight(), background, offset)
 {
 }
 
-CKickButton::CKickButton(const CRect& rect, IControlListener* l, int32_t t, CCoord frameHeight,
-                         CBitmap* back, const CPoint& o)
-    : CControl(rect, l, t, back), IMultiBitmapControl(frameHeight, countFrames(back, frameHeight)),
-      offset(o)
+CKickButton::CKickButton(const CRect& size, IControlListener* listener, int32_t tag,
+                         CCoord heightOfOneImage, CBitmap* background, const CPoint& offset)
+    : CControl(size, listener, tag, background),
+      IMultiBitmapControl(heightOfOneImage, countFrames(background, heightOfOneImage)),
+      offset(offset)
 {
     setWantsFocus(true);
 }

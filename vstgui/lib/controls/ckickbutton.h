@@ -1,4 +1,4 @@
-// CKickButton: momentary; its action comes with the release over the button. A subclass takes the
+// CKickButton: a momentary button that acts on the release over the button. Subclasses handle the
 // press.
 #pragma once
 
@@ -9,7 +9,7 @@ namespace VSTGUI {
 
 class CKickButton : public CControl, public IMultiBitmapControl {
 public:
-    // Frames as high as the view: at rest, pressed.
+    // Two frames: normal, pressed. Without heightOfOneImage they are as high as the view.
     CKickButton(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* background,
                 const CPoint& offset = CPoint(0, 0));
     CKickButton(const CRect& size, IControlListener* listener, int32_t tag, CCoord heightOfOneImage,

@@ -10,9 +10,9 @@ constexpr float kFine = 0.1f;
 
 }  // namespace
 
-CKnob::CKnob(const CRect& rect, IControlListener* l, int32_t t, CBitmap* back, CBitmap*,
-             const CPoint& o, int32_t)
-    : CControl(rect, l, t, back), offset(o)
+CKnob::CKnob(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* background,
+             CBitmap* /*handle*/, const CPoint& offset, int32_t /*drawStyle*/)
+    : CControl(size, listener, tag, background), offset(offset)
 {
     setWantsFocus(true);
 }

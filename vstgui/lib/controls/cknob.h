@@ -1,4 +1,4 @@
-// CKnob: base of rotary controls. Subclasses do the drawing and the handling of the mouse.
+// CKnob: base of rotary controls. Subclasses draw and handle the mouse.
 #pragma once
 
 #include "vstgui/lib/controls/ccontrol.h"
@@ -7,7 +7,7 @@ namespace VSTGUI {
 
 class CKnob : public CControl {
 public:
-    // Bitmaps may be null. Handle and style are not used.
+    // Bitmaps may be null. `handle` and `drawStyle` are ignored.
     CKnob(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* background,
           CBitmap* handle, const CPoint& offset = CPoint(0, 0), int32_t drawStyle = 0);
 
@@ -17,7 +17,7 @@ public:
     int32_t onKeyDown(VstKeyCode& keyCode) override;
     void setMin(float newMin) override;
     void setMax(float newMax) override;
-    void setViewSize(const CRect& rect, bool invalid = true) override;
+    void setViewSize(const CRect& rect, bool doInvalid = true) override;
 
     CLASS_METHODS(CKnob, CControl)
 

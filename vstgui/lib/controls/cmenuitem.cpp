@@ -1,10 +1,9 @@
-// An entry of a menu.
 #include "vstgui/lib/controls/cmenuitem.h"
 
 namespace VSTGUI {
 
-CMenuItem::CMenuItem(UTF8StringPtr t, int32_t f, int32_t number)
-    : title(t ? t : ""), flags(f), tag(number)
+CMenuItem::CMenuItem(UTF8StringPtr title, int32_t flags, int32_t tag)
+    : title(title ? title : ""), flags(flags), tag(tag)
 {
 }
 

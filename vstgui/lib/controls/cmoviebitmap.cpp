@@ -1,19 +1,21 @@
-// The frame of a value.
 #include "vstgui/lib/controls/cmoviebitmap.h"
 
 #include "vstgui/lib/cdrawcontext.h"
 
 namespace VSTGUI {
 
-CMovieBitmap::CMovieBitmap(const CRect& rect, IControlListener* l, int32_t t, CBitmap* back,
-                           const CPoint& o)
-    : CMovieBitmap(rect, l, t, countFrames(back, rect.getHeight()), rect.getHeight(), back, o)
+CMovieBitmap::CMovieBitmap(const CRect& size, IControlListener* listener, int32_t tag,
+                           CBitmap* background, const CPoint& offset)
+    : CMovieBitmap(size, listener, tag, countFrames(background, size.getHeight()), size.getHeight(),
+                   background, offset)
 {
 }
 
-CMovieBitmap::CMovieBitmap(const CRect& rect, IControlListener* l, int32_t t, int32_t frames,
-                           CCoord frameHeight, CBitmap* back, const CPoint& o)
-    : CControl(rect, l, t, back), IMultiBitmapControl(frameHeight, frames), offset(o)
+CMovieBitmap::CMovieBitmap(const CRect& size, IControlListener* listener, int32_t tag,
+                           int32_t subPixmaps, CCoord heightOfOneImage, CBitmap* background,
+                           const CPoint& offset)
+    : CControl(size, listener, tag, background), IMultiBitmapControl(heightOfOneImage, subPixmaps),
+      offset(offset)
 {
 }
 

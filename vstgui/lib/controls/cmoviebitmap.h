@@ -1,4 +1,4 @@
-// CMovieBitmap: shows the frame of its value.
+// CMovieBitmap: shows the frame of a filmstrip that stands for its value.
 #pragma once
 
 #include "vstgui/lib/controls/ccontrol.h"
@@ -8,7 +8,7 @@ namespace VSTGUI {
 
 class CMovieBitmap : public CControl, public IMultiBitmapControl {
 public:
-    // Frames as high as the view.
+    // The first constructor takes frames as high as the view.
     CMovieBitmap(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* background,
                  const CPoint& offset = CPoint(0, 0));
     CMovieBitmap(const CRect& size, IControlListener* listener, int32_t tag, int32_t subPixmaps,

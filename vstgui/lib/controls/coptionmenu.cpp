@@ -1,4 +1,3 @@
-// A menu: its entries and the choice.
 #include "vstgui/lib/controls/coptionmenu.h"
 
 #include "vstgui/lib/cbitmap.h"
@@ -9,12 +8,12 @@
 
 namespace VSTGUI {
 
-COptionMenu::COptionMenu(const CRect& rect, IControlListener* l, int32_t t, CBitmap* back,
-                         CBitmap* whenClicked, const int32_t s)
-    : CParamDisplay(rect, back, s), bgWhenClick(whenClicked)
+COptionMenu::COptionMenu(const CRect& size, IControlListener* listener, int32_t tag,
+                         CBitmap* background, CBitmap* bgWhenClick, const int32_t style)
+    : CParamDisplay(size, background, style), bgWhenClick(bgWhenClick)
 {
-    listener = l;
-    tag = t;
+    this->listener = listener;
+    this->tag = tag;
     setWantsFocus(true);
     if (style & VSTGUI::kNoDrawStyle)
         setDirty(false);
@@ -118,7 +117,7 @@ bool COptionMenu::popup()
     poppedUp = false;
     if (bgWhenClick)
         invalid();
-    // A menu that was taken away meanwhile has ended its gesture then.
+    // If the control was removed meanwhile, its gesture has ended.
     const bool chosen = result.menu && isAttached() && getEntry(result.index);
     if (chosen) {
         lastResult = result.index;

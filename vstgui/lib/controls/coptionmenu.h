@@ -1,4 +1,4 @@
-// COptionMenu: a press pops up a list, and the entry chosen is the value.
+// COptionMenu: a press opens a list, and the index of the entry chosen becomes the value.
 #pragma once
 
 #include "vstgui/lib/controls/cmenuitem.h"
@@ -15,7 +15,7 @@ public:
                 const int32_t style = 0);
     COptionMenu(const COptionMenu& other);
 
-    // Adopts the item; an index out of range appends.
+    // Takes over the caller's reference. An index out of range appends.
     virtual CMenuItem* addEntry(CMenuItem* item, int32_t index = -1);
     // A title of exactly "-" makes a separator.
     virtual CMenuItem* addEntry(UTF8StringPtr title, int32_t index = -1,
@@ -26,24 +26,24 @@ public:
     virtual bool removeEntry(int32_t index);
     virtual bool removeAllEntry();
 
-    // The entry, not the value. False for none and for separators. Without counting separators, the
-    // index is that among the other entries.
+    // Sets the current entry, not the value. False for no such entry and for separators. With
+    // countSeparator false, the index counts the other entries only.
     virtual bool setCurrent(int32_t index, bool countSeparator = true);
     virtual CMenuItem* getCurrent() const { return getEntry(currentIndex); }
     // -1 for none.
     virtual int32_t getCurrentIndex(bool countSeparator = false) const;
 
-    // Of the list; 0: one column.
+    // Entries per column of the open list; 0 for one column.
     virtual void setNbItemsPerColumn(int32_t count) { itemsPerColumn = count; }
     int32_t getNbItemsPerColumn() const { return itemsPerColumn; }
 
-    // Blocks until the list is closed. True when something was chosen. The menu may be removed and
-    // the frame closed meanwhile.
+    // Blocks until the list is closed. True when an entry was chosen. The control may be removed
+    // and the frame closed meanwhile.
     virtual bool popup();
-    // The index chosen last; -1 when cancelled.
+    // The index from the last popup; -1 when cancelled.
     int32_t getLastResult() const { return lastResult; }
 
-    // Entry and value; ignored when there is no such entry.
+    // Sets current entry and value; ignored when there is no such entry.
     void setValue(float newValue) override;
     void setMin(float) override { }
     float getMin() const override { return 0.f; }

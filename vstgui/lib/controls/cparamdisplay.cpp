@@ -1,4 +1,4 @@
-// Text with a back.
+// CParamDisplay: text on a background bitmap or colour.
 #include "vstgui/lib/controls/cparamdisplay.h"
 
 #include "vstgui/lib/cdrawcontext.h"
@@ -7,8 +7,8 @@
 
 namespace VSTGUI {
 
-CParamDisplay::CParamDisplay(const CRect& rect, CBitmap* back, const int32_t s)
-    : CControl(rect, nullptr, -1, back), fontID(kNormalFont), style(s)
+CParamDisplay::CParamDisplay(const CRect& size, CBitmap* background, const int32_t style)
+    : CControl(size, nullptr, -1, background), fontID(kNormalFont), style(style)
 {
 }
 

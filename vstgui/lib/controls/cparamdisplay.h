@@ -13,7 +13,7 @@ namespace VSTGUI {
 
 class CParamDisplay : public CControl {
 public:
-    // The style bits by their nested names.
+    // The same style bits as members of the class.
     enum Style {
         kPopupStyle = VSTGUI::kPopupStyle,
         kCheckStyle = VSTGUI::kCheckStyle,
@@ -48,10 +48,10 @@ public:
     virtual void setAntialias(bool state) { change(antialias, state); }
     bool getAntialias() const { return antialias; }
 
-    // Decimals of the value's text.
+    // Decimal places of the value's text.
     virtual void setPrecision(uint8_t decimals) { change(valuePrecision, decimals); }
     uint8_t getPrecision() const { return valuePrecision; }
-    // Makes the value's text instead; false falls back to decimals.
+    // Makes the value's text. Where it returns false, the value is shown with decimals.
     using ValueToStringFunction =
         std::function<bool(float value, std::string& text, CParamDisplay*)>;
     void setValueToStringFunction(const ValueToStringFunction& function);

@@ -1,4 +1,3 @@
-// A switch that springs back from either side.
 #include "vstgui/lib/controls/crockerswitch.h"
 
 #include "vstgui/lib/cdrawcontext.h"
@@ -12,15 +11,17 @@ constexpr uint32_t kWheelReset = 200;  // ms
 
 }  // namespace
 
-CRockerSwitch::CRockerSwitch(const CRect& rect, IControlListener* l, int32_t t, CBitmap* back,
-                             const CPoint& o, const int32_t s)
-    : CRockerSwitch(rect, l, t, rect.getHeight(), back, o, s)
+CRockerSwitch::CRockerSwitch(const CRect& size, IControlListener* listener, int32_t tag,
+                             CBitmap* background, const CPoint& offset, const int32_t style)
+    : CRockerSwitch(size, listener, tag, size.getHeight(), background, offset, style)
 {
 }
 
-CRockerSwitch::CRockerSwitch(const CRect& rect, IControlListener* l, int32_t t, CCoord frameHeight,
-                             CBitmap* back, const CPoint& o, const int32_t s)
-    : CControl(rect, l, t, back), IMultiBitmapControl(frameHeight, 3), offset(o), style(s)
+CRockerSwitch::CRockerSwitch(const CRect& size, IControlListener* listener, int32_t tag,
+                             CCoord heightOfOneImage, CBitmap* background, const CPoint& offset,
+                             const int32_t style)
+    : CControl(size, listener, tag, background), IMultiBitmapControl(heightOfOneImage, 3),
+      offset(offset), style(style)
 {
     setMin(-1.f);
     setMax(1.f);
@@ -86,7 +87,7 @@ CMessageResult CRockerSwitch::notify(CBaseObject* sender, IdStringPtr message)
 bool CRockerSwitch::removed(CView* parent)
 {
     if (resetValueTimer) {
-        // Nobody would end the wheel's gesture otherwise.
+        // The timer would have ended the wheel's gesture.
         stopResetTimer();
         value = 0.f;
         if (isEditing())

@@ -1,4 +1,5 @@
-// CRockerSwitch: two momentary sides, -1 and 1, at rest at 0. A subclass takes the presses.
+// CRockerSwitch: a switch with two momentary sides, values -1 and 1; released, it returns to 0.
+// Subclasses handle the press.
 #pragma once
 
 #include "vstgui/lib/cdrawdefs.h"
@@ -11,8 +12,8 @@ class CVSTGUITimer;
 
 class CRockerSwitch : public CControl, public IMultiBitmapControl {
 public:
-    // Three frames as high as the view: first side, rest, second side. Style is kHorizontal or
-    // kVertical.
+    // Three frames: first side, released, second side; without heightOfOneImage they are as high as
+    // the view. Style is kHorizontal or kVertical.
     CRockerSwitch(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* background,
                   const CPoint& offset = CPoint(0, 0), const int32_t style = kHorizontal);
     CRockerSwitch(const CRect& size, IControlListener* listener, int32_t tag,
@@ -37,10 +38,10 @@ protected:
 
     CPoint offset;
     int32_t style;
-    CVSTGUITimer* resetValueTimer{nullptr};  // after a turn of the wheel
+    CVSTGUITimer* resetValueTimer{nullptr};  // runs after a turn of the wheel
 
 private:
-    // The side a key means, 0 for other keys.
+    // -1 or 1 for the arrow keys of the switch's direction, 0 for other keys.
     float sideOfKey(const VstKeyCode& keyCode) const;
     void stopResetTimer();
 };

@@ -1,4 +1,4 @@
-// The switches.
+// All switch classes.
 #pragma once
 
 #include "vstgui/lib/controls/crockerswitch.h"

@@ -1,4 +1,3 @@
-// Text that can be edited: the life of the text box.
 #include "vstgui/lib/controls/ctextedit.h"
 
 #include "vstgui/lib/cframe.h"
@@ -7,12 +6,12 @@ namespace VSTGUI {
 
 const IdStringPtr kMsgLooseFocus = "text edit lost focus";
 
-CTextEdit::CTextEdit(const CRect& rect, IControlListener* l, int32_t t, UTF8StringPtr newText,
-                     CBitmap* back, const int32_t s)
-    : CTextLabel(rect, newText, back, s)
+CTextEdit::CTextEdit(const CRect& size, IControlListener* listener, int32_t tag, UTF8StringPtr text,
+                     CBitmap* background, const int32_t style)
+    : CTextLabel(size, text, background, style)
 {
-    listener = l;
-    tag = t;
+    this->listener = listener;
+    this->tag = tag;
     setWantsFocus(true);
 }
 
@@ -26,7 +25,7 @@ CTextEdit::~CTextEdit() = default;
 
 void CTextEdit::beforeDelete()
 {
-    // Only a box that was opened on a detached control can still be here.
+    // Here only if it was opened while the control was detached.
     if (platformControl)
         std::exchange(platformControl, nullptr)->forget();
     CTextLabel::beforeDelete();
@@ -147,7 +146,7 @@ void CTextEdit::dropFocus(bool returnPressed)
     CFrame* frame = getFrame();
     if (frame && frame->getFocusView() == this)
         frame->setFocusView(nullptr);
-    looseFocus();  // without effect where the frame did it
+    looseFocus();  // no effect if the frame has called it
 }
 
 void CTextEdit::setViewSize(const CRect& rect, bool doInvalid)

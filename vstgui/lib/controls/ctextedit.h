@@ -1,4 +1,5 @@
-// CTextEdit: a line of text that opens a text box of the system while it has the focus.
+// CTextEdit: a line of text with a text box of the platform's, open while the control has the
+// focus.
 #pragma once
 
 #include "vstgui/lib/controls/ctextlabel.h"
@@ -15,18 +16,18 @@ public:
     // The copy has no text box open.
     CTextEdit(const CTextEdit& other);
 
-    bool bWasReturnPressed{false};  // how the last editing ended
+    bool bWasReturnPressed{false};  // whether Return ended the last editing
 
     using StringToValueFunction =
         std::function<bool(UTF8StringPtr text, float& result, CTextEdit*)>;
-    // Makes a value of every new text; without one, text leaves the value alone.
+    // Converts every new text to the value; without it, text does not change the value.
     void setStringToValueFunction(const StringToValueFunction& function);
-    // Every change in the box is taken over at once instead of at the end.
+    // Takes over each change in the box at once, not only when it is closed.
     virtual void setImmediateTextChange(bool state) { immediateTextChange = state; }
     bool getImmediateTextChange() const { return immediateTextChange; }
     IPlatformTextEdit* getPlatformTextEdit() const { return platformControl; }
 
-    // Also puts the value's text in place of the text.
+    // Also replaces the text by the value's.
     void setValue(float newValue) override;
     void setText(UTF8StringPtr newText) override;
     void draw(CDrawContext* context) override;
@@ -34,9 +35,9 @@ public:
     int32_t onKeyDown(VstKeyCode& keyCode) override;
     bool wantsFocus() const override;
     void takeFocus() override;
-    // Takes the box's text over and closes it.
+    // Takes over the box's text and closes the box.
     void looseFocus() override;
-    void setViewSize(const CRect& rect, bool invalid = true) override;
+    void setViewSize(const CRect& rect, bool doInvalid = true) override;
     void parentSizeChanged() override;
     bool removed(CView* parent) override;
 

@@ -1,19 +1,19 @@
-// One line of text.
 #include "vstgui/lib/controls/ctextlabel.h"
 
 namespace VSTGUI {
 
-CTextLabel::CTextLabel(const CRect& rect, UTF8StringPtr t, CBitmap* back, const int32_t s)
-    : CParamDisplay(rect, back, s), text(t ? t : "")
+CTextLabel::CTextLabel(const CRect& size, UTF8StringPtr text, CBitmap* background,
+                       const int32_t style)
+    : CParamDisplay(size, background, style), text(text ? text : "")
 {
 }
 
 void CTextLabel::setText(UTF8StringPtr newText)
 {
-    const std::string wanted = newText ? newText : "";
-    if (wanted == text)
+    const std::string copy = newText ? newText : "";
+    if (copy == text)
         return;
-    text = wanted;
+    text = copy;
     setDirty();
 }
 

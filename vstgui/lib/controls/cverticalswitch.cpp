@@ -1,19 +1,22 @@
-// A switch with one position a frame.
 #include "vstgui/lib/controls/cverticalswitch.h"
 
 #include "vstgui/lib/cdrawcontext.h"
 
 namespace VSTGUI {
 
-CVerticalSwitch::CVerticalSwitch(const CRect& rect, IControlListener* l, int32_t t, CBitmap* back,
-                                 const CPoint& o)
-    : CVerticalSwitch(rect, l, t, countFrames(back, rect.getHeight()), rect.getHeight(), 0, back, o)
+CVerticalSwitch::CVerticalSwitch(const CRect& size, IControlListener* listener, int32_t tag,
+                                 CBitmap* background, const CPoint& offset)
+    : CVerticalSwitch(size, listener, tag, countFrames(background, size.getHeight()),
+                      size.getHeight(), 0, background, offset)
 {
 }
 
-CVerticalSwitch::CVerticalSwitch(const CRect& rect, IControlListener* l, int32_t t, int32_t frames,
-                                 CCoord frameHeight, int32_t, CBitmap* back, const CPoint& o)
-    : CControl(rect, l, t, back), IMultiBitmapControl(frameHeight, frames), offset(o)
+CVerticalSwitch::CVerticalSwitch(const CRect& size, IControlListener* listener, int32_t tag,
+                                 int32_t subPixmaps, CCoord heightOfOneImage,
+                                 int32_t /*maxPositions*/, CBitmap* background,
+                                 const CPoint& offset)
+    : CControl(size, listener, tag, background), IMultiBitmapControl(heightOfOneImage, subPixmaps),
+      offset(offset)
 {
     setDefaultValue(0.f);
     setWantsFocus(true);

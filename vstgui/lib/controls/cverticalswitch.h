@@ -1,4 +1,5 @@
-// CVerticalSwitch: one position a frame, chosen by the height of the mouse in the view.
+// CVerticalSwitch: a switch with one position per frame, set by the height of the mouse in the
+// view.
 #pragma once
 
 #include "vstgui/lib/controls/ccontrol.h"
@@ -8,11 +9,11 @@ namespace VSTGUI {
 
 class CVerticalSwitch : public CControl, public IMultiBitmapControl {
 public:
-    // Frames as high as the view.
+    // The first constructor takes frames as high as the view. maxPositions is ignored.
     CVerticalSwitch(const CRect& size, IControlListener* listener, int32_t tag, CBitmap* background,
                     const CPoint& offset = CPoint(0, 0));
     CVerticalSwitch(const CRect& size, IControlListener* listener, int32_t tag, int32_t subPixmaps,
-                    CCoord heightOfOneImage, int32_t iMaxPositions, CBitmap* background,
+                    CCoord heightOfOneImage, int32_t maxPositions, CBitmap* background,
                     const CPoint& offset = CPoint(0, 0));
 
     void draw(CDrawContext* context) override;

@@ -1,4 +1,4 @@
-// IControlListener: hears what a control's user does.
+// IControlListener: is told of what the user does with a control.
 #pragma once
 
 #include "vstgui/lib/cbuttonstate.h"
@@ -12,7 +12,7 @@ public:
     virtual ~IControlListener() = default;
 
     virtual void valueChanged(CControl* control) = 0;
-    // Asked before a press with a modifier or the right button; non-zero ends that press.
+    // Called before a press with a modifier or the right button. Non-zero: the press is handled.
     virtual int32_t controlModifierClicked(CControl*, CButtonState) { return 0; }
     virtual void controlBeginEdit(CControl*) { }
     virtual void controlEndEdit(CControl*) { }

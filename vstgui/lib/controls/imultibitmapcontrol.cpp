@@ -1,4 +1,3 @@
-// Frames of a filmstrip.
 #include "vstgui/lib/controls/imultibitmapcontrol.h"
 
 #include "vstgui/lib/cbitmap.h"

@@ -1,4 +1,4 @@
-// IMultiBitmapControl: a control whose bitmap holds frames stacked from the top.
+// IMultiBitmapControl: for controls whose bitmap holds frames stacked from the top.
 #pragma once
 
 #include "vstgui/lib/vstguibase.h"
@@ -18,15 +18,17 @@ public:
     virtual int32_t getNumSubPixmaps() const { return subPixmaps; }
 
 protected:
-    IMultiBitmapControl(CCoord height, int32_t count) : heightOfOneImage(height), subPixmaps(count)
+    IMultiBitmapControl(CCoord heightOfOneImage, int32_t subPixmaps)
+        : heightOfOneImage(heightOfOneImage), subPixmaps(subPixmaps)
     {
     }
 
-    // Whole frames of that height in the picture; 0 without a picture or a height.
+    // The number of whole frames of that height in the bitmap; 0 without a bitmap or a height.
     static int32_t countFrames(const CBitmap* bitmap, CCoord height);
-    // The frame of a value from 0 to 1, in steps centred on the frames' own values.
+    // The frame for a value from 0 to 1, rounded to the nearest.
     int32_t frameAt(float normalized) const;
-    // View and mouse area get the bitmap's width and one frame's height. False without a bitmap.
+    // Sets view and mouseable area to the bitmap's width and one frame's height. False without a
+    // bitmap.
     bool fitToFrame(CControl& control) const;
 
     CCoord heightOfOneImage;

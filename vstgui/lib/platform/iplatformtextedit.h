@@ -1,4 +1,4 @@
-// The platform's text box, where its users look for it.
+// IPlatformTextEdit under the path by which VSTGUI's users include it.
 #pragma once
 
 #include "vstgui/platform/iplatformtextedit.h"

@@ -22,9 +22,12 @@ Clock& theClock()
 
 class ManualTimer : public IPlatformTimer {
 public:
-    explicit ManualTimer(IPlatformTimerCallback* c) : callback(c) { }
+    explicit ManualTimer(IPlatformTimerCallback* callback) : callback(callback) { }
 
-    static IPlatformTimer* make(IPlatformTimerCallback* c) { return new ManualTimer(c); }
+    static IPlatformTimer* create(IPlatformTimerCallback* callback)
+    {
+        return new ManualTimer(callback);
+    }
 
     bool start(uint32_t milliseconds) override
     {
@@ -64,7 +67,7 @@ private:
 
 }  // namespace
 
-ManualClock::ManualClock() : previous(IPlatformTimer::setFactory(&ManualTimer::make)) { }
+ManualClock::ManualClock() : previous(IPlatformTimer::setFactory(&ManualTimer::create)) { }
 
 ManualClock::~ManualClock()
 {

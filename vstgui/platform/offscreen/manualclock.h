@@ -1,11 +1,11 @@
-// ManualClock: timers by a clock that only moves when told.
+// ManualClock: a clock for timers that advances by calls only.
 #pragma once
 
 #include "vstgui/platform/iplatformtimer.h"
 
 namespace VSTGUI {
 
-// While one exists, timers that are started use it.
+// Timers created while an object of this class exists use it.
 class ManualClock {
 public:
     ManualClock();
@@ -13,7 +13,7 @@ public:
     ManualClock(const ManualClock&) = delete;
     ManualClock& operator=(const ManualClock&) = delete;
 
-    // Fires what falls due on the way, in order of time.
+    // Fires the timers due in that time, in order.
     void advance(uint32_t milliseconds);
 
 private:

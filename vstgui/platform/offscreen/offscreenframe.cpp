@@ -1,4 +1,3 @@
-// A platform frame that draws into memory, for tests and pictures.
 #include "vstgui/platform/offscreen/offscreenframe.h"
 
 namespace VSTGUI {
@@ -7,7 +6,7 @@ namespace {
 
 class OffscreenOptionMenu : public IPlatformOptionMenu {
 public:
-    explicit OffscreenOptionMenu(OffscreenFrame* f) : frame(f) { }
+    explicit OffscreenOptionMenu(OffscreenFrame* frame) : frame(frame) { }
 
     PlatformOptionMenuResult popup(COptionMenu* menu) override
     {
@@ -26,10 +25,11 @@ private:
 
 }  // namespace
 
-OffscreenFrame::OffscreenFrame(OffscreenHost& h, IPlatformFrameCallback* c, const CRect& rect)
-    : host(&h), callback(c), size(rect)
+OffscreenFrame::OffscreenFrame(OffscreenHost& host, IPlatformFrameCallback* callback,
+                               const CRect& size)
+    : host(&host), callback(callback), size(size)
 {
-    host->frame = this;
+    host.frame = this;
 }
 
 OffscreenFrame::~OffscreenFrame()
@@ -87,9 +87,9 @@ bool OffscreenFrame::invalidRect(const CRect& rect)
     return true;
 }
 
-IPlatformTextEdit* OffscreenFrame::createPlatformTextEdit(IPlatformTextEditCallback* edit)
+IPlatformTextEdit* OffscreenFrame::createPlatformTextEdit(IPlatformTextEditCallback* textEdit)
 {
-    return host ? new OffscreenTextEdit(*this, edit) : nullptr;
+    return host ? new OffscreenTextEdit(*this, textEdit) : nullptr;
 }
 
 IPlatformOptionMenu* OffscreenFrame::createPlatformOptionMenu()
@@ -123,10 +123,10 @@ void OffscreenFrame::close()
     host = nullptr;
 }
 
-OffscreenTextEdit::OffscreenTextEdit(OffscreenFrame& f, IPlatformTextEditCallback* callback)
-    : IPlatformTextEdit(callback), frame(&f), text(callback->platformGetText())
+OffscreenTextEdit::OffscreenTextEdit(OffscreenFrame& frame, IPlatformTextEditCallback* textEdit)
+    : IPlatformTextEdit(textEdit), frame(&frame), text(textEdit->platformGetText())
 {
-    frame->getHost()->textBox = this;
+    frame.getHost()->textBox = this;
 }
 
 OffscreenTextEdit::~OffscreenTextEdit()

@@ -1,4 +1,4 @@
-// OffscreenFrame: the window of a frame that lives on an OffscreenHost.
+// OffscreenFrame: the frame's window on an OffscreenHost, which draws into memory.
 #pragma once
 
 #include "vstgui/platform/iplatformoptionmenu.h"
@@ -10,7 +10,7 @@ namespace VSTGUI {
 
 class OffscreenTextEdit : public IPlatformTextEdit {
 public:
-    OffscreenTextEdit(OffscreenFrame& frame, IPlatformTextEditCallback* callback);
+    OffscreenTextEdit(OffscreenFrame& frame, IPlatformTextEditCallback* textEdit);
 
     UTF8StringPtr getText() override { return text.c_str(); }
     bool setText(UTF8StringPtr newText) override;
@@ -32,7 +32,7 @@ public:
     OffscreenFrame(OffscreenHost& host, IPlatformFrameCallback* callback, const CRect& size);
 
     IPlatformFrameCallback* getCallback() const { return callback; }
-    // Null once the host or the frame has gone.
+    // Null once the host is destroyed or the frame closed.
     OffscreenHost* getHost() const { return host; }
     void hostGone() { host = nullptr; }
     IPlatformSurface* getSurface();
@@ -45,7 +45,7 @@ public:
     bool setMouseCursor(CCursorType) override { return true; }
     bool invalidRect(const CRect& rect) override;
     void* getPlatformRepresentation() const override { return host; }
-    IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* edit) override;
+    IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* textEdit) override;
     IPlatformOptionMenu* createPlatformOptionMenu() override;
     bool runFileDialog(const FileDialogRequest& request, std::vector<std::string>& chosen) override;
     void cancelFileDialog() override { }

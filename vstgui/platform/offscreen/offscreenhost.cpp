@@ -1,4 +1,3 @@
-// Events in, pictures out.
 #include "vstgui/lib/cdrawcontext.h"
 #include "vstgui/platform/offscreen/offscreenframe.h"
 
@@ -14,7 +13,7 @@ std::vector<OffscreenHost*>& hosts()
     return all;
 }
 
-// Null when that window is no host of this kind.
+// Null when the window is no OffscreenHost.
 OffscreenHost* find(void* window)
 {
     const auto it = std::find(hosts().begin(), hosts().end(), window);
@@ -90,7 +89,7 @@ bool OffscreenHost::wheel(CPoint where, float distance, CButtonState modifiers,
 {
     setPointer(where, modifiers);
     const SharedPointer<OffscreenFrame> window(frame);
-    // Systems have left positive.
+    // IPlatformFrameCallback has left positive.
     const float delivered = axis == kMouseWheelAxisX ? -distance : distance;
     return window && window->getCallback()->platformOnMouseWheel(where, axis, delivered, modifiers);
 }

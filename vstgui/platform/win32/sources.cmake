@@ -1,4 +1,4 @@
-# The toolkit's part for Windows: its files and the libraries of the system behind them.
+# The Windows platform: its sources and the system's libraries.
 set(ZKR_VSTGUI_PLATFORM_SOURCES
   platform/win32/win32bitmap.cpp
   platform/win32/win32filedialog.cpp

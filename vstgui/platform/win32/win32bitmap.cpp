@@ -1,4 +1,4 @@
-// Decoding pictures with GDI+, from memory and from the module's resources.
+// Win32Bitmap: decodes pictures with GDI+, from memory and from the module's resources.
 #include "vstgui/platform/win32/win32bitmap.h"
 
 #include "platform/win32/WideText.h"
@@ -18,8 +18,7 @@ struct ReleaseStream {
     void operator()(IStream* stream) const { stream->Release(); }
 };
 
-// Copies the pixels, so that neither the decoder nor what it reads from is needed afterwards. A
-// resolution noted in the file has no influence.
+// Copies the pixels; afterwards neither the decoder nor the encoded data is needed.
 IPlatformBitmap* copyPixels(Gdiplus::GpBitmap* image)
 {
     UINT width = 0;
@@ -56,8 +55,8 @@ IPlatformBitmap* createFromBitmapResource(LPCWSTR name)
 
 }  // namespace
 
-Win32Bitmap::Win32Bitmap(int bitmapWidth, int bitmapHeight, std::vector<uint32_t> premultiplied)
-    : width(bitmapWidth), height(bitmapHeight), pixels(std::move(premultiplied))
+Win32Bitmap::Win32Bitmap(int width, int height, std::vector<uint32_t> pixels)
+    : width(width), height(height), pixels(std::move(pixels))
 {
 }
 

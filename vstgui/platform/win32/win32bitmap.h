@@ -1,4 +1,4 @@
-// Win32Bitmap: a picture as premultiplied pixels in memory, and nothing of the system's.
+// Win32Bitmap: a picture as premultiplied pixels in memory; it holds no GDI+ object.
 #pragma once
 
 #include "vstgui/platform/iplatformbitmap.h"
@@ -10,7 +10,7 @@ namespace VSTGUI {
 class Win32Bitmap : public IPlatformBitmap {
 public:
     // Premultiplied 0xAARRGGBB, rows from the top without gaps.
-    Win32Bitmap(int width, int height, std::vector<uint32_t> premultiplied);
+    Win32Bitmap(int width, int height, std::vector<uint32_t> pixels);
 
     CPoint getSize() const override;
     const uint32_t* row(int y) const;

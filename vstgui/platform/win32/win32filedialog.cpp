@@ -1,4 +1,4 @@
-// The shell's item dialog, and what both kinds of dialog show.
+// Win32FileDialog: the shell's item dialog, and the filters for both kinds of dialog.
 #include "vstgui/platform/win32/win32filedialog.h"
 
 #include "platform/win32/WideText.h"
@@ -16,7 +16,7 @@ struct Release {
 template <class T>
 using Owned = std::unique_ptr<T, Release>;
 
-// OLE for the time of a dialog, begun and ended on the same thread.
+// Initialises OLE for the current thread during its lifetime.
 class OleScope {
 public:
     OleScope() : started(SUCCEEDED(OleInitialize(nullptr))) { }
@@ -88,8 +88,8 @@ void setFolder(IFileDialog& dialog, const std::string& directory)
 
 }  // namespace
 
-Win32FileDialog::Win32FileDialog(HWND dialogOwner, const FileDialogRequest& dialogRequest)
-    : owner(dialogOwner), request(dialogRequest)
+Win32FileDialog::Win32FileDialog(HWND owner, const FileDialogRequest& request)
+    : owner(owner), request(request)
 {
 }
 
@@ -164,7 +164,7 @@ std::vector<Win32FileDialog::Filter> Win32FileDialog::filters() const
 
 UINT Win32FileDialog::selectedFilter() const
 {
-    // The entry for all of them comes first.
+    // With several extensions, entry 1 is the filter for all of them.
     const UINT first = request.extensions.size() > 1 ? 2 : 1;
     return static_cast<UINT>(request.selectedExtension) + first;
 }

@@ -1,4 +1,4 @@
-// Win32FileDialog: asks the user for files or a folder.
+// Win32FileDialog: the system's dialog for choosing files or a folder.
 #pragma once
 
 #include "vstgui/platform/filedialog.h"
@@ -16,28 +16,28 @@ public:
 
     // Blocks. True when something was chosen; paths in UTF-8.
     bool run(std::vector<std::string>& chosen);
-    // From inside a handler that runs meanwhile.
+    // Closes the dialog; for a handler called while it is shown.
     void cancel();
 
 private:
     bool runItemDialog(IFileDialog& dialog, std::vector<std::string>& chosen);
-    // Where the system has no item dialog. Knows no folders.
+    // For systems without the item dialog. Cannot choose folders.
     bool runClassicDialog(std::vector<std::string>& chosen);
     static UINT_PTR CALLBACK classicHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
 
-    // What the user can filter by: description and pattern, for example "*.abc;*.def".
+    // A file type to filter by: description and pattern, for example "*.abc;*.def".
     struct Filter {
         std::wstring description;
         std::wstring pattern;
     };
     std::vector<Filter> filters() const;
-    UINT selectedFilter() const;  // counted from 1
+    UINT selectedFilter() const;  // 1 for the first
     std::wstring defaultExtension() const;
 
     HWND owner;
     FileDialogRequest request;
     IFileDialog* itemDialog{nullptr};  // while it is shown
-    HWND classicDialog{nullptr};       // likewise
+    HWND classicDialog{nullptr};       // while it is shown
     bool cancelled{false};
 };
 

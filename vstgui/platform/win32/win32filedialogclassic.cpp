@@ -1,4 +1,4 @@
-// The common dialogs of old, for systems without the shell's.
+// Win32FileDialog: the older common dialogs, for systems without the item dialog.
 #include "vstgui/platform/win32/win32filedialog.h"
 
 #include "platform/win32/WideText.h"
@@ -10,10 +10,10 @@ namespace VSTGUI {
 
 namespace {
 
-// Room for a good many files at once.
+// For all names of a multiple selection, 16-bit characters.
 constexpr size_t kBufferLength = 32768;
 
-// One path, or a folder and several names, each ended by a null.
+// The buffer holds one path, or a folder and several names, each ended by a null character.
 void readSelection(const wchar_t* buffer, size_t nameOffset, std::vector<std::string>& chosen)
 {
     const std::wstring first = buffer;
@@ -27,7 +27,7 @@ void readSelection(const wchar_t* buffer, size_t nameOffset, std::vector<std::st
 
 }  // namespace
 
-// Learns the dialog's window, which is the parent of the page that the hook belongs to.
+// Stores the dialog's window, the parent of the page that the hook belongs to.
 UINT_PTR CALLBACK Win32FileDialog::classicHook(HWND page, UINT message, WPARAM, LPARAM lParam)
 {
     if (message != WM_INITDIALOG)

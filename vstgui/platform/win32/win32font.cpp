@@ -1,4 +1,3 @@
-// Making, measuring and drawing with a font.
 #include "vstgui/platform/win32/win32font.h"
 
 #include "platform/win32/WideText.h"
@@ -12,8 +11,8 @@ using namespace Gdiplus::DllExports;
 
 namespace {
 
-// Without the side bearings of a sixth of the size that GDI+ otherwise adds, and with spaces at the
-// end counted.
+// A format that counts trailing spaces, without the margin of a sixth of the font size that GDI+
+// otherwise adds.
 GdipFormat plainLineFormat()
 {
     Gdiplus::GpStringFormat* typographic = nullptr;
@@ -50,7 +49,7 @@ CCoord measureAscent(Gdiplus::GpFontFamily* family, CCoord size, INT style)
     return em ? size * ascent / em : size;
 }
 
-// The outline of a letter without round parts.
+// Measures the outline of an H, which has no overshoot.
 CCoord measureCapHeight(Gdiplus::GpFontFamily* family, CCoord size, INT style,
                         Gdiplus::GpStringFormat* format)
 {
@@ -63,7 +62,7 @@ CCoord measureCapHeight(Gdiplus::GpFontFamily* family, CCoord size, INT style,
                       static_cast<Gdiplus::REAL>(size), &origin, format);
     GdipGetPathWorldBounds(path.get(), &bounds, nullptr, nullptr);
     const CCoord height = static_cast<CCoord>(bounds.Height);
-    // Arial's, should the outline be of no use.
+    // Arial's ratio, if the outline cannot be measured.
     return height > 0. && height <= size ? height : 0.716 * size;
 }
 
@@ -81,8 +80,8 @@ GdipFamily anySans()
     return GdipFamily(found);
 }
 
-// The family that the system's own text would use instead of a missing one. GDI+ alone has no more
-// to offer than its generic families, and those can be missing, too.
+// The family that GDI substitutes for a missing one. GDI+ itself has generic families only, and
+// those can be missing as well.
 std::wstring substituteFor(const std::wstring& name)
 {
     LOGFONTW wanted{};
@@ -133,7 +132,7 @@ CCoord Win32Font::getStringWidth(UTF8StringPtr text) const
 {
     if (!text)
         return 0.;
-    // Widths follow the smoothing, hence a surface like the one that is drawn on.
+    // Widths depend on the smoothing, so this measures on a bitmap in the surface's format.
     uint32_t pixel = 0;
     Gdiplus::GpBitmap* bitmap = nullptr;
     GdipCreateBitmapFromScan0(1, 1, sizeof pixel, PixelFormat32bppRGB,

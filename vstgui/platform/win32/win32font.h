@@ -1,4 +1,4 @@
-// Win32Font: a font of GDI+, and how it sets a line of text.
+// Win32Font: a GDI+ font that measures and draws a line of text.
 #pragma once
 
 #include "vstgui/lib/cpoint.h"

@@ -1,4 +1,4 @@
-// The window's life, its size and what the frame asks of it.
+// Win32Frame: creation and destruction of the window, size, mouse position, menus and dialogs.
 #include "vstgui/platform/win32/win32frame.h"
 
 #include "platform/win32/WideText.h"
@@ -28,8 +28,8 @@ Win32Frame* Win32Frame::create(IPlatformFrameCallback* callback, const CRect& si
     return frame;
 }
 
-Win32Frame::Win32Frame(IPlatformFrameCallback* frameCallback)
-    : windowClass(procedure), callback(frameCallback)
+Win32Frame::Win32Frame(IPlatformFrameCallback* callback)
+    : windowClass(procedure), callback(callback)
 {
 }
 
@@ -45,7 +45,7 @@ void Win32Frame::close()
     if (!window)
         return;
     endModalLoops();
-    // What is inside goes without a word to anyone.
+    // Text boxes are closed without a callback to their controls.
     while (const HWND child = GetWindow(window, GW_CHILD)) {
         SendMessageW(child, Win32TextEdit::kEndSilently, 0, 0);
         if (IsWindow(child))
@@ -79,23 +79,23 @@ bool Win32Frame::getGlobalPosition(CPoint& position) const
     return true;
 }
 
-bool Win32Frame::setSize(const CRect& size)
+bool Win32Frame::setSize(const CRect& newSize)
 {
     if (!window
-        || !SetWindowPos(window, nullptr, 0, 0, static_cast<int>(size.getWidth()),
-                         static_cast<int>(size.getHeight()),
+        || !SetWindowPos(window, nullptr, 0, 0, static_cast<int>(newSize.getWidth()),
+                         static_cast<int>(newSize.getHeight()),
                          SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS))
         return false;
     InvalidateRect(window, nullptr, FALSE);
     return true;
 }
 
-bool Win32Frame::getSize(CRect& size) const
+bool Win32Frame::getSize(CRect& rect) const
 {
     RECT client;
     if (!window || !GetClientRect(window, &client))
         return false;
-    size = CRect(client.left, client.top, client.right, client.bottom);
+    rect = CRect(client.left, client.top, client.right, client.bottom);
     return true;
 }
 
@@ -118,7 +118,7 @@ bool Win32Frame::getCurrentMouseButtons(CButtonState& buttons) const
 
 bool Win32Frame::setMouseCursor(CCursorType)
 {
-    // The window's class has the only one there is.
+    // The window class sets the arrow, the only cursor.
     return window != nullptr;
 }
 

@@ -1,4 +1,4 @@
-// Win32Frame: the child window of a frame.
+// Win32Frame: the frame's window, a child of the host's.
 #pragma once
 
 #include "vstgui/platform/iplatformframe.h"
@@ -15,8 +15,8 @@ public:
     static Win32Frame* create(IPlatformFrameCallback* callback, const CRect& size, HWND parent);
 
     bool getGlobalPosition(CPoint& position) const override;
-    bool setSize(const CRect& size) override;
-    bool getSize(CRect& size) const override;
+    bool setSize(const CRect& newSize) override;
+    bool getSize(CRect& rect) const override;
     bool getCurrentMousePosition(CPoint& where) const override;
     bool getCurrentMouseButtons(CButtonState& buttons) const override;
     bool setMouseCursor(CCursorType type) override;
@@ -29,8 +29,8 @@ public:
     void showMessage(const std::string& text, const std::string& caption) override;
     void close() override;
 
-    // Shows the menu at that point of the frame. The command chosen; 0 when cancelled or when the
-    // window went away.
+    // Opens the menu at that point of the frame. Returns the command chosen; 0 when cancelled or
+    // when the window was destroyed.
     UINT trackMenu(HMENU menu, const CPoint& where);
 
 private:
@@ -60,7 +60,7 @@ private:
     HWND window{nullptr};              // null when closed, or destroyed by the host
     SharedPointer<Win32Surface> surface;
     Win32FileDialog* fileDialog{nullptr};  // while one is shown
-    int menus{0};                          // that are shown
+    int menus{0};                          // number of open menus
     bool active{false};
     bool capturing{false};
     bool painting{false};

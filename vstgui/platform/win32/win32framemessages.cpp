@@ -1,4 +1,4 @@
-// What Windows tells the window: painting, focus, keys, and messages of its text box.
+// Win32Frame: messages for painting, focus and keys, and those from its text box.
 #include "vstgui/platform/win32/win32frame.h"
 
 #include "vstgui/lib/cdrawcontext.h"
@@ -11,7 +11,7 @@ namespace VSTGUI {
 
 namespace {
 
-// The rectangles that wait to be painted; they have to be asked for before painting begins.
+// The rectangles to be painted. To be called before BeginPaint, which clears them.
 std::vector<RECT> updateRects(HWND window)
 {
     std::vector<RECT> rects;
@@ -86,7 +86,7 @@ LRESULT Win32Frame::handle(UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     case WM_COMMAND:
     case WM_CTLCOLOREDIT:
-        // The text box knows what to answer.
+        // Reflected to the text box.
         if (const HWND child = reinterpret_cast<HWND>(lParam); child && isOurs(child)) {
             result = SendMessageW(child, OCM__BASE + message, wParam, lParam);
             if (result || message == WM_COMMAND)

@@ -1,4 +1,4 @@
-// The mouse on the window: buttons with capture, moves, leaving and the wheels.
+// Win32Frame: mouse buttons with capture, moves, leaving and the wheels.
 #include "vstgui/platform/win32/win32frame.h"
 
 #include "vstgui/platform/win32/win32keys.h"
@@ -9,7 +9,7 @@ namespace VSTGUI {
 
 namespace {
 
-// Signed: windows can lie left of and above the main screen, and captured moves go anywhere.
+// Signed: moves during a capture and on screens left of or above the main one can be negative.
 POINT pointFrom(LPARAM lParam)
 {
     return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
@@ -79,7 +79,7 @@ void Win32Frame::press(int32_t button, CPoint where, CButtonState buttons)
         return;
     capturing = true;
     if (heldBefore && !isHeld(button)) {
-        // Another message loop has run meanwhile and has taken the release.
+        // A nested message loop has received the release.
         loseCapture();
         return;
     }
@@ -91,12 +91,12 @@ void Win32Frame::release(CPoint where, CButtonState buttons)
     const bool captured = std::exchange(capturing, false);
     if (callback)
         callback->platformOnMouseUp(where, buttons);
-    // Unless a press inside another message loop has captured anew.
+    // A press in a nested message loop may have captured again.
     if (!captured || capturing || !window)
         return;
     if (GetCapture() == window)
         ReleaseCapture();
-    // Leaving was not reported during the capture; outside, this does so at once.
+    // WM_MOUSELEAVE does not come during a capture. If the pointer is outside, it comes at once.
     watchingForLeave = false;
     watchForLeave();
 }

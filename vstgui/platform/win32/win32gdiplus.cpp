@@ -1,4 +1,3 @@
-// Starting and ending GDI+.
 #include "vstgui/platform/win32/win32gdiplus.h"
 
 namespace VSTGUI {

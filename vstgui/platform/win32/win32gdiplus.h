@@ -1,4 +1,4 @@
-// GDI+ by its plain functions: a start-up that is counted, and owners for the objects.
+// GDI+ by its flat C functions: counted start-up, and owners for the objects.
 #pragma once
 
 #include <algorithm>
@@ -14,8 +14,8 @@ using std::min;
 
 namespace VSTGUI {
 
-// GDI+ runs while an object of this class exists; it must be the last to go of what uses it. Not to
-// be made or ended while the system loads or unloads the library.
+// GDI+ runs while an object of this class exists. Declare it before the objects that use GDI+, so
+// that it is destroyed last. Not to be used in DllMain.
 class GdiplusSession {
 public:
     GdiplusSession();

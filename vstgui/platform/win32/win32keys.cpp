@@ -1,4 +1,3 @@
-// Tables between Windows' codes and the toolkit's.
 #include "vstgui/platform/win32/win32keys.h"
 
 namespace VSTGUI {
@@ -45,7 +44,7 @@ bool isKeyDown(int virtualKey)
     return GetKeyState(virtualKey) < 0;
 }
 
-// Unlike messages, this call knows the buttons by their places and not by their meaning.
+// GetAsyncKeyState has the physical buttons, messages have them swapped by the user's setting.
 bool isButtonDownNow(int virtualKey)
 {
     if (GetSystemMetrics(SM_SWAPBUTTON)) {

@@ -1,4 +1,4 @@
-// Keys and buttons as Windows reports them, in the toolkit's words.
+// Conversion of Windows' keys and mouse buttons to the toolkit's.
 #pragma once
 
 #include "vstgui/lib/cbuttonstate.h"
@@ -8,19 +8,20 @@
 
 namespace VSTGUI {
 
-// The key of a WM_KEYDOWN or WM_KEYUP with the modifiers that are held. Keys that only make
-// characters have no virtual key.
+// The key of a WM_KEYDOWN or WM_KEYUP with the modifiers held. `virt` is 0 for keys that only
+// produce characters.
 VstKeyCode keyCodeFrom(WPARAM virtualKey);
 
-// Buttons and modifiers of a mouse message. The MK_ word says all but Alt.
+// Buttons and modifiers of a mouse message, from its MK_ bits; Alt, which has none, is read from
+// the keyboard.
 int32_t buttonsFrom(WORD mouseKeys);
 int32_t modifiersFrom(WORD mouseKeys);
 
-// Buttons and modifiers as they are at this moment.
+// Buttons and modifiers held at the moment.
 int32_t currentButtons();
 
-// The button that a message is about, 0 for other messages; and whether the message order says that
-// it is down.
+// buttonOf: the button that a message is about, 0 for other messages. isHeld: whether that button
+// is down after the messages handled so far.
 int32_t buttonOf(UINT message, WPARAM wParam);
 bool isHeld(int32_t button);
 

@@ -1,4 +1,4 @@
-// The module whose pictures and window class the toolkit uses. Set by the editor of the plug-in
+// The module that holds the toolkit's pictures and window class. The plug-in's editor sets it
 // before the first window or picture.
 #pragma once
 

@@ -1,4 +1,3 @@
-// Building and showing a popup menu.
 #include "vstgui/platform/win32/win32optionmenu.h"
 
 #include "platform/win32/WideText.h"
@@ -11,10 +10,10 @@ namespace VSTGUI {
 
 namespace {
 
-// With more entries columns are of no help.
+// Longer menus ignore the number of entries per column.
 constexpr int32_t kMaxEntriesInColumns = 160;
 
-// "&" would underline the next letter.
+// Doubles "&", which would underline the next letter.
 std::wstring menuText(UTF8StringPtr title)
 {
     std::wstring text;
@@ -43,7 +42,7 @@ UINT entryFlags(const COptionMenu& menu, int32_t index)
     return flags;
 }
 
-// Commands are the entries' indices plus 1.
+// A command is the entry's index plus 1.
 HMENU buildMenu(const COptionMenu& menu)
 {
     const HMENU handle = CreatePopupMenu();
@@ -53,7 +52,7 @@ HMENU buildMenu(const COptionMenu& menu)
     return handle;
 }
 
-// The press that opened the menu, while a button is down. One menu at a time on a thread.
+// The press that opened the menu, until its release. One menu at a time.
 struct OpeningPress {
     bool waiting;
     POINT where;
@@ -93,7 +92,7 @@ UINT trackMenuIgnoringOpeningClick(HMENU menu, const POINT& where, HWND owner)
     return static_cast<UINT>(command);
 }
 
-Win32OptionMenu::Win32OptionMenu(Win32Frame* platformFrame) : frame(platformFrame) { }
+Win32OptionMenu::Win32OptionMenu(Win32Frame* frame) : frame(frame) { }
 
 Win32OptionMenu::~Win32OptionMenu() = default;
 

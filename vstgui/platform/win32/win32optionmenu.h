@@ -1,4 +1,4 @@
-// Win32OptionMenu: the entries of a menu in a popup menu of the system.
+// Win32OptionMenu: shows a menu as a popup menu of the system.
 #pragma once
 
 #include "vstgui/platform/iplatformoptionmenu.h"
@@ -20,8 +20,8 @@ private:
     SharedPointer<Win32Frame> frame;
 };
 
-// Shows the menu at that point of the screen until something is chosen; the command, or 0. A menu
-// that opens under the pointer must not take the release of the press that opened it for a choice.
+// Opens the menu at that point of the screen and returns the command chosen, or 0. The release of
+// the press that opened the menu does not choose the entry under the pointer.
 UINT trackMenuIgnoringOpeningClick(HMENU menu, const POINT& where, HWND owner);
 
 }  // namespace VSTGUI

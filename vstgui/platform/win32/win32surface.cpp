@@ -1,5 +1,5 @@
-// Rectangles and pictures are blended here, to the same pixels as on any system; text is left to
-// GDI+.
+// Win32Surface: blends rectangles and pictures itself, with the same result on every system; GDI+
+// draws the text.
 #include "vstgui/platform/win32/win32surface.h"
 
 #include "vstgui/platform/win32/win32bitmap.h"
@@ -44,7 +44,7 @@ uint32_t premultiplied(const CColor& color, uint32_t alpha)
                  alpha);
 }
 
-// Of the pixel or row at i, the part between low and high.
+// The part of pixel (or row) i that lies between low and high.
 double covered(LONG i, double low, double high)
 {
     return std::min(i + 1., high) - std::max<double>(i, low);
@@ -61,9 +61,8 @@ Win32Surface* Win32Surface::create(int width, int height)
     return surface;
 }
 
-Win32Surface::Win32Surface(int surfaceWidth, int surfaceHeight)
-    : width(surfaceWidth), height(surfaceHeight), clip{0, 0, surfaceWidth, surfaceHeight},
-      device(CreateCompatibleDC(nullptr))
+Win32Surface::Win32Surface(int width, int height)
+    : width(width), height(height), clip{0, 0, width, height}, device(CreateCompatibleDC(nullptr))
 {
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
@@ -115,7 +114,7 @@ void Win32Surface::fillRect(const CRect& rect, const CColor& color)
     const CRect inside(std::max<CCoord>(rect.left, clip.left), std::max<CCoord>(rect.top, clip.top),
                        std::min<CCoord>(rect.right, clip.right),
                        std::min<CCoord>(rect.bottom, clip.bottom));
-    // Also for edges that are no numbers.
+    // Also true for NaN.
     if (!(inside.left < inside.right && inside.top < inside.bottom))
         return;
     const auto right = static_cast<LONG>(std::ceil(inside.right));
@@ -182,7 +181,7 @@ void Win32Surface::copyTo(HDC target, const RECT& rect) const
 {
     BitBlt(target, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, device,
            rect.left, rect.top, SRCCOPY);
-    // The next drawing goes straight to the pixels and must not overtake this copy.
+    // GDI queues the copy; the next drawing writes to the pixels directly.
     GdiFlush();
 }
 

@@ -1,4 +1,4 @@
-// Win32Surface: opaque pixels in memory that a window can be painted from.
+// Win32Surface: opaque pixels in a device-independent bitmap, from which a window is painted.
 #pragma once
 
 #include "vstgui/platform/iplatformsurface.h"
@@ -20,7 +20,7 @@ public:
                     const CColor& color, bool antialias) override;
     Pixels readPixels() const override;
 
-    // Copies that part to the same place there.
+    // Copies that part to the same place in the target.
     void copyTo(HDC target, const RECT& rect) const;
 
 private:

@@ -1,4 +1,4 @@
-// The box's window: making it, its text, its place and its end.
+// Win32TextEdit: creation and destruction of the window, its text and its rectangle.
 #include "vstgui/platform/win32/win32textedit.h"
 
 #include "platform/win32/WideText.h"
@@ -59,7 +59,7 @@ int lineHeight(HFONT font)
     return metrics.tmHeight;
 }
 
-// Of a character that takes two units.
+// Whether the unit is the second of a surrogate pair.
 bool isSecondHalf(const std::wstring& wide, size_t index)
 {
     return index > 0 && IS_SURROGATE_PAIR(wide[index - 1], wide[index]);
@@ -75,22 +75,22 @@ int32_t countCharacters(const std::wstring& wide)
 
 }  // namespace
 
-Win32TextEdit::Win32TextEdit(void* frameWindow, IPlatformTextEditCallback* callback)
-    : IPlatformTextEdit(callback)
+Win32TextEdit::Win32TextEdit(void* frameWindow, IPlatformTextEditCallback* textEdit)
+    : IPlatformTextEdit(textEdit)
 {
-    const CFontRef description = callback->platformGetFont();
+    const CFontRef description = textEdit->platformGetFont();
     font = createFont(*description);
-    // Air above and below, so that the caret does not touch the edge.
+    // Higher than the font, so that the caret does not touch the edge.
     fontHeight =
         std::max(static_cast<int>(std::lround(description->getSize())) + 3, lineHeight(font));
-    backBrush = CreateSolidBrush(colorRef(callback->platformGetBackColor()));
+    backBrush = CreateSolidBrush(colorRef(textEdit->platformGetBackColor()));
 
-    const UTF8StringPtr initial = callback->platformGetText();
+    const UTF8StringPtr initial = textEdit->platformGetText();
     text = initial ? initial : "";
     const RECT where = place();
     window = CreateWindowExW(
         0, L"EDIT", platform::toWide(text).c_str(),
-        WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL | alignment(callback->platformGetHoriTxtAlign()),
+        WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL | alignment(textEdit->platformGetHoriTxtAlign()),
         where.left, where.top, where.right - where.left, where.bottom - where.top,
         static_cast<HWND>(frameWindow), nullptr, moduleHandle(), nullptr);
     if (!window)
@@ -117,7 +117,7 @@ void Win32TextEdit::closeWindow()
     if (!window)
         return;
     const HWND closing = std::exchange(window, nullptr);
-    // The window's own procedure first: nothing of what follows may come here again.
+    // First, so that the following calls send no message to this object.
     RemoveWindowSubclass(closing, procedure, kSubclass);
     keyboard.giveBack(closing);
     DestroyWindow(closing);
@@ -164,11 +164,11 @@ void Win32TextEdit::onChange()
     wide.resize(
         static_cast<size_t>(GetWindowTextW(window, wide.data(), static_cast<int>(wide.size()))));
     const int32_t count = countCharacters(wide);
-    // A text that was too long from the start may stay, and get shorter.
+    // A text that was too long from the start may stay, and be shortened.
     const int32_t excess = std::min(count - textEdit->platformGetMaxCharacters(),
                                     count - countCharacters(platform::toWide(text)));
     if (excess > 0 && !settingText) {
-        takeBack(wide, excess);
+        removeExcess(wide, excess);
         return;
     }
     text = platform::fromWide(wide);
@@ -176,8 +176,9 @@ void Win32TextEdit::onChange()
         textEdit->platformTextDidChange();
 }
 
-// What was typed or pasted last ends at the caret. Taking it back is a change, too.
-void Win32TextEdit::takeBack(const std::wstring& wide, int32_t characters)
+// Removes characters before the caret, the end of what was typed or pasted last. This sends another
+// EN_CHANGE.
+void Win32TextEdit::removeExcess(const std::wstring& wide, int32_t characters)
 {
     DWORD caret = 0;
     SendMessageW(window, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&caret));

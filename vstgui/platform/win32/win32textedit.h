@@ -1,8 +1,8 @@
-// Win32TextEdit: a text box of the system on top of a text control.
+// Win32TextEdit: the system's text box (window class "EDIT") over a text control.
 #pragma once
 
 #include "vstgui/platform/iplatformtextedit.h"
-#include "vstgui/platform/win32/win32keyboardloan.h"
+#include "vstgui/platform/win32/win32keyboardfocus.h"
 
 #include <string>
 #include <windows.h>
@@ -11,18 +11,18 @@ namespace VSTGUI {
 
 class Win32TextEdit : public IPlatformTextEdit {
 public:
-    // Inside the window of a frame, which sends its notifications back; opens with all text
-    // selected and takes the keyboard until it ends.
-    Win32TextEdit(void* frameWindow, IPlatformTextEditCallback* callback);
+    // A child of the frame's window, which reflects its notifications. Opens with all text selected
+    // and takes the keyboard focus until it closes.
+    Win32TextEdit(void* frameWindow, IPlatformTextEditCallback* textEdit);
 
-    // False when the window could not be made, or is gone.
+    // False when the window could not be created or is destroyed.
     bool isOpen() const { return window != nullptr; }
 
     UTF8StringPtr getText() override { return text.c_str(); }
     bool setText(UTF8StringPtr newText) override;
     bool updateSize() override;
 
-    // A message that ends the box without a word to the control.
+    // A message that closes the box without a callback to the control.
     static constexpr UINT kEndSilently = WM_APP;
 
 protected:
@@ -36,14 +36,14 @@ private:
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
     RECT place() const;
     void onChange();
-    void takeBack(const std::wstring& wide, int32_t characters);
+    void removeExcess(const std::wstring& wide, int32_t characters);
     bool onKey(WPARAM virtualKey);
     void onFocusLost(HWND gaining);
     LRESULT setColors(HDC device) const;
     void closeWindow();
 
     HWND window{nullptr};
-    Win32KeyboardLoan keyboard;
+    Win32KeyboardFocus keyboard;
     HFONT font{nullptr};
     HBRUSH backBrush{nullptr};
     int fontHeight{0};

@@ -1,4 +1,4 @@
-// What Windows tells the box: keys that end it, focus, changes and colours.
+// Win32TextEdit: messages for the keys that end it, focus, changes and colours.
 #include "vstgui/platform/win32/win32keys.h"
 #include "vstgui/platform/win32/win32textedit.h"
 
@@ -11,7 +11,7 @@ LRESULT CALLBACK Win32TextEdit::procedure(HWND window, UINT message, WPARAM wPar
                                           UINT_PTR id, DWORD_PTR object)
 {
     auto* const box = reinterpret_cast<Win32TextEdit*>(object);
-    // A handler may end the editing.
+    // A handler may end the editing, which releases the box.
     const CBaseObjectGuard guard(box);
     if (message == WM_NCDESTROY) {
         RemoveWindowSubclass(window, procedure, id);
@@ -32,14 +32,14 @@ LRESULT Win32TextEdit::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case OCM_CTLCOLOREDIT:
         return setColors(reinterpret_cast<HDC>(wParam));
     case WM_GETDLGCODE:
-        // A dialog of the host's would otherwise keep Return, Escape and Tab for itself.
+        // Else a dialog of the host's takes Return, Escape and Tab.
         return DefSubclassProc(window, message, wParam, lParam) | DLGC_WANTALLKEYS;
     case WM_KEYDOWN:
         if (onKey(wParam))
             return 0;
         break;
     case WM_CHAR:
-        // A box of one line answers these with a beep.
+        // A one-line box beeps at these.
         if (wParam == L'\r' || wParam == L'\n' || wParam == L'\t' || wParam == VK_ESCAPE)
             return 0;
         break;
@@ -70,7 +70,7 @@ void Win32TextEdit::onFocusLost(HWND gaining)
     DefSubclassProc(window, WM_KILLFOCUS, reinterpret_cast<WPARAM>(gaining), 0);
     if (window)
         textEdit->platformLooseFocus(false);
-    // With the box the keyboard may have left the frame as a whole, whose window was not told.
+    // The focus may have left the frame's window together with the box; it gets no message itself.
     if (IsWindow(frameWindow))
         SendMessageW(frameWindow, WM_KILLFOCUS, reinterpret_cast<WPARAM>(gaining), 0);
 }

@@ -1,4 +1,4 @@
-// Timers of the thread, without a window.
+// Win32Timer: thread timers, without a window.
 #include "vstgui/platform/iplatformtimer.h"
 
 #include <map>
@@ -12,9 +12,9 @@ namespace {
 
 class Win32Timer;
 
-// By thread and by the number that Windows gave: numbers are not unique across threads. A tick that
-// was on its way when its timer ended finds nothing here. Never destroyed, since a tick may outlive
-// static data; empty, it holds no memory that an unloaded library would leave behind.
+// By thread and timer id, since ids are not unique across threads. A tick still queued when its
+// timer stopped finds no entry. Never destroyed, since a tick may come after static data is
+// destroyed; an empty map owns no memory, so unloading the library leaks nothing.
 struct RunningTimers {
     using Key = std::pair<DWORD, UINT_PTR>;
     std::mutex mutex;
@@ -23,8 +23,8 @@ struct RunningTimers {
 
 RunningTimers& running()
 {
-    alignas(RunningTimers) static unsigned char place[sizeof(RunningTimers)];
-    static RunningTimers* const timers = new (place) RunningTimers;
+    alignas(RunningTimers) static unsigned char storage[sizeof(RunningTimers)];
+    static RunningTimers* const timers = new (storage) RunningTimers;
     return *timers;
 }
 
@@ -32,7 +32,7 @@ void CALLBACK onTick(HWND, UINT, UINT_PTR id, DWORD);
 
 class Win32Timer : public IPlatformTimer {
 public:
-    explicit Win32Timer(IPlatformTimerCallback* receiver) : callback(receiver) { }
+    explicit Win32Timer(IPlatformTimerCallback* callback) : callback(callback) { }
     ~Win32Timer() override { Win32Timer::stop(); }
 
     bool start(uint32_t milliseconds) override
@@ -58,8 +58,8 @@ public:
             const std::lock_guard<std::mutex> lock(all.mutex);
             all.timers.erase({thread, id});
         }
-        // Only the starting thread can end the ticks. Ended from another one they go on into this
-        // library, which therefore has to stay loaded.
+        // Only the thread that started the timer can kill it. Stopped from another thread it goes
+        // on calling onTick, so the library has to stay loaded.
         if (thread != GetCurrentThreadId() || !KillTimer(nullptr, id)) {
             HMODULE self = nullptr;
             GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN
@@ -85,7 +85,7 @@ void CALLBACK onTick(HWND, UINT, UINT_PTR id, DWORD)
         if (found != all.timers.end())
             callback = found->second->callback;
     }
-    // The timer may be gone when this returns.
+    // This may delete the timer.
     if (callback)
         callback->platformTimerFired();
 }

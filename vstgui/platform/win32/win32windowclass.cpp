@@ -1,4 +1,4 @@
-// A name that no other copy of this code in the process uses, and counted registration.
+// Win32WindowClass: counted registration under a name that is unique in the process.
 #include "vstgui/platform/win32/win32windowclass.h"
 
 #include "vstgui/platform/win32/win32module.h"

@@ -1,4 +1,4 @@
-// Win32WindowClass: the class of the frames' windows, registered while an object exists.
+// Win32WindowClass: the window class of the frames, registered while an object exists.
 #pragma once
 
 #include <windows.h>

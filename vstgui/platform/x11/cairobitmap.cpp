@@ -1,4 +1,5 @@
-// PNG through cairo, from memory or from the bundle that the library lies in.
+// CairoBitmap: reads PNG files with cairo, from memory or from the resources of the library's
+// bundle.
 #include "vstgui/platform/x11/cairobitmap.h"
 
 #include <cstdio>
@@ -29,7 +30,7 @@ cairo_status_t readFrom(void* closure, unsigned char* to, unsigned int length)
     return CAIRO_STATUS_SUCCESS;
 }
 
-// BUNDLE/Contents/ARCHITECTURE/library.so has its pictures in BUNDLE/Contents/Resources.
+// For BUNDLE/Contents/ARCHITECTURE/library.so this is BUNDLE/Contents/Resources.
 std::filesystem::path resourceFolder()
 {
     Dl_info library{};

@@ -1,4 +1,4 @@
-// CairoBitmap: a decoded PNG.
+// CairoBitmap: a decoded PNG in a cairo image surface.
 #pragma once
 
 #include "vstgui/platform/iplatformbitmap.h"
@@ -8,7 +8,7 @@ namespace VSTGUI {
 
 class CairoBitmap : public IPlatformBitmap {
 public:
-    explicit CairoBitmap(CairoHandle<cairo_surface_t> image) : surface(std::move(image)) { }
+    explicit CairoBitmap(CairoHandle<cairo_surface_t> surface) : surface(std::move(surface)) { }
 
     CPoint getSize() const override
     {

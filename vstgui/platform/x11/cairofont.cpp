@@ -1,4 +1,4 @@
-// Fonts through cairo; fontconfig finds the family or what comes nearest.
+// CairoFont: fontconfig, behind cairo, finds the family or the nearest to it.
 #include "vstgui/platform/x11/cairofont.h"
 
 #include "platform/Utf8.h"
@@ -34,12 +34,12 @@ CairoHandle<cairo_scaled_font_t> scaledFont(UTF8StringPtr family, CCoord size, i
 
 }  // namespace
 
-CairoFont::CairoFont(CairoHandle<cairo_scaled_font_t> smooth,
-                     CairoHandle<cairo_scaled_font_t> plain)
-    : smoothFont(std::move(smooth)), plainFont(std::move(plain))
+CairoFont::CairoFont(CairoHandle<cairo_scaled_font_t> smoothFont,
+                     CairoHandle<cairo_scaled_font_t> plainFont)
+    : smoothFont(std::move(smoothFont)), plainFont(std::move(plainFont))
 {
     cairo_text_extents_t extents;
-    cairo_scaled_font_text_extents(smoothFont.get(), "H", &extents);
+    cairo_scaled_font_text_extents(this->smoothFont.get(), "H", &extents);
     capHeight = -extents.y_bearing;
 }
 

@@ -1,4 +1,4 @@
-// CairoFont: one face at one size.
+// CairoFont: a cairo font at one size.
 #pragma once
 
 #include "vstgui/platform/iplatformfont.h"
@@ -8,8 +8,9 @@ namespace VSTGUI {
 
 class CairoFont : public IPlatformFont {
 public:
-    // The handles are of one face, with grey smoothing and without.
-    CairoFont(CairoHandle<cairo_scaled_font_t> smooth, CairoHandle<cairo_scaled_font_t> plain);
+    // The same font with grey smoothing and without smoothing.
+    CairoFont(CairoHandle<cairo_scaled_font_t> smoothFont,
+              CairoHandle<cairo_scaled_font_t> plainFont);
 
     CCoord getCapHeight() const override { return capHeight; }
     CCoord getStringWidth(UTF8StringPtr text) const override;

@@ -1,4 +1,4 @@
-// Owners of cairo's objects.
+// CairoHandle: a unique owner of a cairo object.
 #pragma once
 
 #include <cairo.h>

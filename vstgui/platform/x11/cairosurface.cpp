@@ -1,4 +1,3 @@
-// The drawing primitives through cairo.
 #include "vstgui/platform/x11/cairosurface.h"
 
 #include "platform/Utf8.h"
@@ -32,8 +31,8 @@ uint8_t straight(uint32_t premultiplied, uint32_t alpha)
 
 }  // namespace
 
-CairoSurface::CairoSurface(CairoHandle<cairo_surface_t> image)
-    : surface(std::move(image)), cairo(cairo_create(surface.get()))
+CairoSurface::CairoSurface(CairoHandle<cairo_surface_t> surface)
+    : surface(std::move(surface)), cairo(cairo_create(this->surface.get()))
 {
     setSource(cairo.get(), kBlackCColor);
     cairo_paint(cairo.get());
@@ -55,10 +54,10 @@ CPoint CairoSurface::getSize() const
             static_cast<CCoord>(cairo_image_surface_get_height(surface.get()))};
 }
 
-void CairoSurface::setClip(const CRect& clip)
+void CairoSurface::setClip(const CRect& rect)
 {
     cairo_reset_clip(cairo.get());
-    addRect(cairo.get(), clip);
+    addRect(cairo.get(), rect);
     cairo_clip(cairo.get());
 }
 

@@ -1,4 +1,4 @@
-// CairoSurface: pixels in memory, drawn on by cairo.
+// CairoSurface: pixels in memory, drawn with cairo.
 #pragma once
 
 #include "vstgui/platform/iplatformsurface.h"
@@ -8,11 +8,11 @@ namespace VSTGUI {
 
 class CairoSurface : public IPlatformSurface {
 public:
-    // The image is in cairo's format ARGB32.
-    explicit CairoSurface(CairoHandle<cairo_surface_t> image);
+    // An image surface in cairo's format ARGB32.
+    explicit CairoSurface(CairoHandle<cairo_surface_t> surface);
 
     CPoint getSize() const override;
-    void setClip(const CRect& clip) override;
+    void setClip(const CRect& rect) override;
     void fillRect(const CRect& rect, const CColor& color) override;
     void drawBitmap(IPlatformBitmap* bitmap, const CRect& target, const CPoint& source,
                     float alpha) override;
@@ -20,7 +20,7 @@ public:
                     const CColor& color, bool antialias) override;
     Pixels readPixels() const override;
 
-    // With everything drawn so far in it.
+    // The image, with all drawing completed.
     cairo_surface_t* getImage() const;
 
 private:

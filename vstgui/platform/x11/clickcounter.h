@@ -1,4 +1,4 @@
-// ClickCounter: tells the second press of a double click.
+// ClickCounter: recognises double clicks.
 #pragma once
 
 #include "vstgui/lib/cpoint.h"
@@ -10,7 +10,8 @@ namespace X11 {
 
 class ClickCounter {
 public:
-    // True for the second press of a pair; a third is single again. Milliseconds of the server.
+    // True for the second press of a double click; a third counts as a single one. `time` is in
+    // milliseconds of the X server.
     bool press(unsigned int button, unsigned long time, const CPoint& where)
     {
         const bool second = armed && released && button == lastButton
@@ -27,12 +28,12 @@ public:
 
 private:
     static constexpr unsigned long kDoubleClickTime = 400;  // ms
-    static constexpr CCoord kDoubleClickWay = 4;            // pixels in each direction
+    static constexpr CCoord kDoubleClickDistance = 4;       // pixels in each direction
 
     bool near(const CPoint& p) const
     {
-        return std::fabs(p.x - lastPoint.x) <= kDoubleClickWay
-            && std::fabs(p.y - lastPoint.y) <= kDoubleClickWay;
+        return std::fabs(p.x - lastPoint.x) <= kDoubleClickDistance
+            && std::fabs(p.y - lastPoint.y) <= kDoubleClickDistance;
     }
 
     bool armed{false};

@@ -1,4 +1,3 @@
-// The loop turned by hosts' idle calls.
 #include "vstgui/platform/x11/idlerunloop.h"
 
 #include "vstgui/platform/x11/steadyclock.h"
@@ -8,15 +7,15 @@
 namespace VSTGUI {
 namespace X11 {
 
-// Made first in the library and destroyed last, since singletons that own timers end late.
-__attribute__((init_priority(101))) IdleRunLoop IdleRunLoop::only;
+// Constructed first in the library and destroyed last, since singletons stop their timers late.
+__attribute__((init_priority(101))) IdleRunLoop IdleRunLoop::theInstance;
 
 IdleRunLoop& IdleRunLoop::instance()
 {
-    return only;
+    return theInstance;
 }
 
-bool IdleRunLoop::startTurn(std::vector<IEventHandler*>& handlers)
+bool IdleRunLoop::startPumping(std::vector<IEventHandler*>& handlers)
 {
     const std::lock_guard<std::mutex> lock(mutex);
     if (pumping || !(events.empty() || owner == std::this_thread::get_id()))
@@ -29,7 +28,7 @@ bool IdleRunLoop::startTurn(std::vector<IEventHandler*>& handlers)
 void IdleRunLoop::pump()
 {
     std::vector<IEventHandler*> handlers;
-    if (!startTurn(handlers))
+    if (!startPumping(handlers))
         return;
     for (IEventHandler* handler : handlers)
         callEvent(handler);
@@ -46,7 +45,7 @@ void IdleRunLoop::call(std::unique_lock<std::mutex>& lock, const void* handler, 
     lock.unlock();
     callback();
     lock.lock();
-    // The latest one like it, since callbacks may contain others.
+    // The latest such entry, since calls may be nested.
     const auto ended = std::find_if(calls.rbegin(), calls.rend(), [&](const Call& other) {
         return other.handler == entry.handler && other.thread == entry.thread;
     });

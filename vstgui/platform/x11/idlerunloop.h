@@ -1,4 +1,4 @@
-// IdleRunLoop: the loop of hosts that offer none, turned by their idle call.
+// IdleRunLoop: the run loop for hosts that have none; their idle call drives it.
 #pragma once
 
 #include "vstgui/platform/x11/irunloop.h"
@@ -11,21 +11,21 @@
 namespace VSTGUI {
 namespace X11 {
 
-// Registrations may come from any thread, as hosts make and end instances on any; callbacks come
-// from pump. Whoever unregisters a handler on another thread waits for the callback that it is in:
-// after that it is never called again.
+// Handlers may be registered on any thread, since hosts create and destroy instances on any; pump
+// calls them. Unregistering a handler waits for its call on another thread to return, and
+// afterwards it is not called again.
 class IdleRunLoop : public IRunLoop {
 public:
-    // One for the whole library.
+    // The only one in the library.
     static IdleRunLoop& instance();
 
-    // One turn: calls every event handler, then every timer that is due, once each, without
-    // waiting. Nothing when called from inside itself or, while an event handler is registered, on
-    // another thread than the one that registered the first.
+    // Calls every event handler, then every timer that is due, once each, without waiting. No
+    // effect in a nested call, nor on another thread than the one that registered the first event
+    // handler, while there are event handlers.
     void pump();
-    // The timers alone, for a menu or dialog that waits inside a callback.
+    // Calls the timers that are due; for a menu or dialog that waits inside a callback.
     void fireTimers();
-    // Until the next timer is due, at most limit.
+    // The time until the next timer is due, at most `limit`, in ms.
     int millisecondsToNextTimer(int limit) const;
 
     bool registerEventHandler(int fd, IEventHandler* handler) override;
@@ -40,18 +40,18 @@ private:
         uint64_t due;  // milliseconds of the steady clock
     };
 
-    static IdleRunLoop only;
+    static IdleRunLoop theInstance;
 
-    // A callback under way.
+    // A callback in progress.
     struct Call {
         const void* handler;
         std::thread::id thread;
     };
 
     IdleRunLoop() = default;
-    // Takes the event handlers for one turn. False where this call may not turn the loop.
-    bool startTurn(std::vector<IEventHandler*>& handlers);
-    // Calls the handler unless it is gone, or a timer that is not due.
+    // Gets the event handlers to be called. False where pump must do nothing.
+    bool startPumping(std::vector<IEventHandler*>& handlers);
+    // Call the handler if it is still registered and, for a timer, due.
     void callEvent(IEventHandler* handler);
     void callTimer(ITimerHandler* handler);
     template <typename Callback>

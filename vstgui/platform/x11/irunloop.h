@@ -1,4 +1,4 @@
-// IRunLoop: the event loop that calls the toolkit on Linux, and the way to hand one to a frame.
+// IRunLoop: the event loop that calls the toolkit on Linux; FrameConfig passes one to a frame.
 #pragma once
 
 #include "vstgui/platform/iplatformframe.h"
@@ -9,7 +9,7 @@ namespace X11 {
 class IEventHandler {
 public:
     virtual ~IEventHandler() = default;
-    // Something can be read; called too often does no harm.
+    // The descriptor can be read. Additional calls are harmless.
     virtual void onEvent() = 0;
 };
 
@@ -19,7 +19,7 @@ public:
     virtual void onTimer() = 0;
 };
 
-// False: the loop does not take it. Registrations may come and go inside every callback.
+// The functions return false when refused. They may be called inside any callback.
 class IRunLoop : public CBaseObject {
 public:
     virtual bool registerEventHandler(int fd, IEventHandler* handler) = 0;
@@ -28,10 +28,10 @@ public:
     virtual bool unregisterTimer(ITimerHandler* handler) = 0;
 };
 
-// For CFrame::open. Without one, and with a null loop, the frame lives on IdleRunLoop.
+// For CFrame::open. Without a config, or with a null loop, the frame uses IdleRunLoop.
 class FrameConfig : public IPlatformFrameConfig {
 public:
-    explicit FrameConfig(IRunLoop* loop) : runLoop(loop) { }
+    explicit FrameConfig(IRunLoop* runLoop) : runLoop(runLoop) { }
 
     SharedPointer<IRunLoop> runLoop;
 };

@@ -1,4 +1,3 @@
-// Layout and look of a menu.
 #include "vstgui/platform/x11/menupanel.h"
 
 #include "vstgui/lib/cdrawcontext.h"
@@ -16,7 +15,7 @@ constexpr CCoord kRowHeight = 20.;
 constexpr CCoord kBorder = 3.;
 constexpr CCoord kCheckWidth = 20.;
 constexpr CCoord kRightMargin = 14.;
-constexpr CCoord kNarrowestColumn = 80.;
+constexpr CCoord kMinColumnWidth = 80.;
 constexpr int32_t kMaxEntriesInColumns = 160;
 
 constexpr CColor kBack(250, 250, 250, 255);
@@ -26,17 +25,17 @@ constexpr CColor kText(20, 20, 20, 255);
 constexpr CColor kDimmed(150, 150, 150, 255);
 constexpr CColor kHighlight(51, 120, 215, 255);
 
-int32_t rowsOf(const COptionMenu& menu, CCoord mostHeight)
+int32_t rowsOf(const COptionMenu& menu, CCoord maxHeight)
 {
     const int32_t count = std::max(menu.getNbEntries(), 1);
     const int32_t wanted = menu.getNbItemsPerColumn();
-    const int32_t most =
-        std::max(static_cast<int32_t>((mostHeight - 2. * kBorder) / kRowHeight), 1);
+    const int32_t maxRows =
+        std::max(static_cast<int32_t>((maxHeight - 2. * kBorder) / kRowHeight), 1);
     const bool columns = wanted > 0 && count < kMaxEntriesInColumns;
-    return std::min(columns ? std::min(wanted, count) : count, most);
+    return std::min(columns ? std::min(wanted, count) : count, maxRows);
 }
 
-// A tick of two strokes, seven pixels wide.
+// A tick mark seven pixels wide.
 void drawCheck(CDrawContext& context, const CPoint& centre, const CColor& color)
 {
     context.setFillColor(color);
@@ -49,13 +48,13 @@ void drawCheck(CDrawContext& context, const CPoint& centre, const CColor& color)
 
 }  // namespace
 
-MenuPanel::MenuPanel(const COptionMenu& menu, CCoord mostHeight)
-    : rows(rowsOf(menu, mostHeight)), current(menu.getCurrentIndex(true))
+MenuPanel::MenuPanel(const COptionMenu& menu, CCoord maxHeight)
+    : rows(rowsOf(menu, maxHeight)), current(menu.getCurrentIndex(true))
 {
     const int32_t style = menu.getStyle();
     const bool several = (style & kMultipleCheckStyle) == kMultipleCheckStyle;
     const IPlatformFont* font = kNormalFont->getPlatformFont();
-    CCoord width = kNarrowestColumn;
+    CCoord width = kMinColumnWidth;
     for (int32_t i = 0; i < menu.getNbEntries(); ++i) {
         const CMenuItem* item = menu.getEntry(i);
         const bool checked =

@@ -1,4 +1,4 @@
-// MenuPanel: the layout and the look of an open menu.
+// MenuPanel: lays out and draws an open menu.
 #pragma once
 
 #include "vstgui/lib/crect.h"
@@ -15,16 +15,16 @@ namespace X11 {
 
 class MenuPanel {
 public:
-    // Columns as the menu wants them, or as the height (pixels) demands.
-    MenuPanel(const COptionMenu& menu, CCoord mostHeight);
+    // With the menu's number of entries per column, or fewer if maxHeight (pixels) requires it.
+    MenuPanel(const COptionMenu& menu, CCoord maxHeight);
 
     CPoint getSize() const { return size; }
-    // The entry that can be chosen there; -1 for none.
+    // The selectable entry at that point; -1 for none.
     int32_t entryAt(const CPoint& where) const;
-    // The next one to choose from there, going that way; the same when there is none. From -1 the
-    // first or last.
+    // The next selectable entry in that direction (1 or -1), or `entry` if there is none. From -1
+    // the first or the last one.
     int32_t neighbour(int32_t entry, int32_t direction) const;
-    // The one beside it, a column further; the same when there is none.
+    // The entry in the same row that many columns to the right, or `entry` if none is selectable.
     int32_t beside(int32_t entry, int32_t columns) const;
     int32_t getCurrent() const { return current; }
 

@@ -1,4 +1,4 @@
-# Linux: Xlib for the window, cairo for drawing.
+# The Linux platform: Xlib for the window, cairo for drawing.
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(ZKR_X11 REQUIRED IMPORTED_TARGET x11 cairo)
 

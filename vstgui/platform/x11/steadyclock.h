@@ -1,4 +1,4 @@
-// A clock that only goes forward.
+// A monotonic clock in milliseconds.
 #pragma once
 
 #include <chrono>

@@ -1,4 +1,3 @@
-// Editing of a line.
 #include "vstgui/platform/x11/textline.h"
 
 #include "platform/Utf8.h"

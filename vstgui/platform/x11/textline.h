@@ -1,4 +1,4 @@
-// TextLine: one line of text with a caret and a selection, edited by whole characters.
+// TextLine: an editable line of UTF-8 text with a caret and a selection.
 #pragma once
 
 #include <cstddef>
@@ -8,12 +8,13 @@ namespace VSTGUI {
 
 class TextLine {
 public:
-    explicit TextLine(size_t mostCharacters) : limit(mostCharacters) { }
+    // Limit in characters (code points).
+    explicit TextLine(size_t limit) : limit(limit) { }
 
-    // Takes everything, also beyond the limit, and selects it.
+    // Sets the text, even beyond the limit, and selects all of it.
     void setText(const char* utf8);
     const std::string& getText() const { return text; }
-    // Byte offsets; the selection reaches from anchor to caret, in either order.
+    // Byte offsets. The selection lies between anchor and caret, whichever is first.
     size_t getCaret() const { return caret; }
     size_t selectionStart() const;
     size_t selectionEnd() const;
@@ -21,15 +22,15 @@ public:
     std::string selectedText() const;
 
     void selectAll();
-    // Keep the anchor with select, give the selection up without.
+    // With `select` the anchor stays; without it the selection ends.
     void moveTo(size_t offset, bool select);
     void moveLeft(bool select);
     void moveRight(bool select);
     void moveHome(bool select) { moveTo(0, select); }
     void moveEnd(bool select) { moveTo(text.size(), select); }
 
-    // These replace or remove the selection first. True when the text changed.
-    // Control characters are left out; what exceeds the limit is cut.
+    // Replace or remove the selection first. True when the text changed. insert leaves out control
+    // characters and what exceeds the limit.
     bool insert(const char* utf8);
     bool deleteBackward();
     bool deleteForward();

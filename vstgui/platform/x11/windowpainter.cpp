@@ -1,4 +1,3 @@
-// Pixels to windows.
 #include "vstgui/platform/x11/windowpainter.h"
 
 #include <X11/Xutil.h>
@@ -10,17 +9,17 @@ namespace X11 {
 
 namespace {
 
-// The eight bits of a channel put where the visual has it.
+// Scales an 8-bit channel to the visual's mask.
 unsigned long channel(uint32_t value, unsigned long mask)
 {
     if (mask == 0)
         return 0;
     const int shift = __builtin_ctzl(mask);
-    const unsigned long most = mask >> shift;
-    return ((value * most + 127) / 255) << shift;
+    const unsigned long maximum = mask >> shift;
+    return ((value * maximum + 127) / 255) << shift;
 }
 
-// Pixels of the server are laid out as cairo's are.
+// Whether the server's pixels have the layout of cairo's ARGB32.
 bool sameLayout(const XImage& image)
 {
     const uint16_t probe = 1;
@@ -32,8 +31,9 @@ bool sameLayout(const XImage& image)
 
 }  // namespace
 
-WindowPainter::WindowPainter(Display* d, Window w, Visual* v, int bits)
-    : display(d), window(w), visual(v), depth(bits), context(XCreateGC(d, w, 0, nullptr))
+WindowPainter::WindowPainter(Display* display, Window window, Visual* visual, int depth)
+    : display(display), window(window), visual(visual), depth(depth),
+      context(XCreateGC(display, window, 0, nullptr))
 {
 }
 
@@ -62,7 +62,7 @@ void WindowPainter::copy(cairo_surface_t* image, const std::vector<CRect>& rects
         else
             convertAndCopy(*source, x, y, width, height);
     }
-    source->data = nullptr;  // the surface's
+    source->data = nullptr;  // owned by the surface
     XDestroyImage(source);
 }
 

@@ -1,4 +1,4 @@
-// WindowPainter: copies parts of an image in memory to a window of any visual.
+// WindowPainter: copies parts of an image to a window with any visual.
 #pragma once
 
 #include "vstgui/lib/crect.h"

@@ -1,4 +1,3 @@
-// Events of all windows.
 #include "vstgui/platform/x11/x11connection.h"
 
 #include "vstgui/platform/x11/x11errors.h"
@@ -34,9 +33,9 @@ std::shared_ptr<X11Connection> X11Connection::acquire(IRunLoop& loop)
     return connection;
 }
 
-X11Connection::X11Connection(Display* d)
-    : display(d), xembed(XInternAtom(d, "_XEMBED", False)),
-      xembedInfo(XInternAtom(d, "_XEMBED_INFO", False))
+X11Connection::X11Connection(Display* display)
+    : display(display), xembed(XInternAtom(display, "_XEMBED", False)),
+      xembedInfo(XInternAtom(display, "_XEMBED_INFO", False))
 {
 }
 
@@ -69,7 +68,7 @@ void X11Connection::release(IRunLoop& loop)
         return;
     loop.unregisterEventHandler(this);
     loops.erase(it);
-    // Timers that go on do so on a loop that is still turned.
+    // Running timers move to a loop that is still in use.
     TimerHub::instance().useLoop(loops.empty() ? nullptr
                                                : static_cast<IRunLoop*>(loops.front().loop));
 }
@@ -82,7 +81,7 @@ XIM X11Connection::getInputMethod()
     const X11ErrorGuard guard(display);
     inputMethod = XOpenIM(display, nullptr, nullptr, nullptr);
     if (!inputMethod) {
-        // Xlib's own, which needs no server and knows compose sequences.
+        // Xlib's built-in input method, which needs no server and handles compose sequences.
         XSetLocaleModifiers("@im=none");
         inputMethod = XOpenIM(display, nullptr, nullptr, nullptr);
     }
@@ -94,7 +93,7 @@ bool X11Connection::nextEvent(XEvent& event)
     const X11ErrorGuard guard(display);
     while (XPending(display) > 0) {
         XNextEvent(display, &event);
-        // Of moves in a row only the last counts.
+        // Only the last of consecutive moves is handled.
         while (event.type == MotionNotify && XEventsQueued(display, QueuedAlready) > 0) {
             XEvent next;
             XPeekEvent(display, &next);

@@ -1,4 +1,4 @@
-// X11Connection: the library's own line to the X server, shared by all frames.
+// X11Connection: the library's connection to the X server, shared by all frames.
 #pragma once
 
 #include "vstgui/platform/x11/irunloop.h"
@@ -15,11 +15,11 @@ class X11Window {
 public:
     virtual ~X11Window() = default;
     virtual void handleEvent(XEvent& event) = 0;
-    // The queue is empty for now.
+    // Called when all pending events have been handled.
     virtual void afterEvents() = 0;
 };
 
-// Something that waits for the user: meanwhile frames take no input.
+// A menu or dialog that waits for the user; meanwhile frames get no input.
 class X11Modal {
 public:
     virtual ~X11Modal() = default;
@@ -28,31 +28,31 @@ public:
 
 class X11Connection : public IEventHandler, public std::enable_shared_from_this<X11Connection> {
 public:
-    // Adds a user that lives on that loop. Null when there is no server.
+    // Returns the connection and counts a user on that loop. Null when there is no server.
     static std::shared_ptr<X11Connection> acquire(IRunLoop& loop);
-    // Takes a user of that loop away; the line ends with the last reference to it.
+    // Removes a user on that loop. The connection closes with the last reference to it.
     void release(IRunLoop& loop);
     ~X11Connection() override;
 
     Display* getDisplay() const { return display; }
     Atom getXembedAtom() const { return xembed; }
     Atom getXembedInfoAtom() const { return xembedInfo; }
-    // Opened at the first call; null without one.
+    // Opened at the first call; null if there is none.
     XIM getInputMethod();
 
     void addWindow(Window window, X11Window* handler) { windows[window] = handler; }
     void removeWindow(Window window) { windows.erase(window); }
 
     void onEvent() override;
-    // Events that Xlib read along with an answer or while it sent a picture: the descriptor no
-    // longer tells a loop of them. For timers, on whose ticks such events are taken up.
+    // Handles events that Xlib has read from the socket while it waited for a reply or sent an
+    // image; run loops do not see those. Called at each timer tick.
     static void handleQueued();
-    // For whoever blocks: waits for events, the next timer or extraFd, at most that long, and then
-    // handles events and timers. True when extraFd can be read. -1: no such descriptor.
+    // For blocking menus and dialogs: waits for events, the next timer or extraFd (-1 for none), at
+    // most that long, then handles events and timers. True when extraFd can be read.
     bool waitAndHandle(int extraFd, int milliseconds);
 
     X11Modal* getModal() const { return modal; }
-    // Returns the one before, to be put back afterwards.
+    // Returns the previous one, to be set again afterwards.
     X11Modal* setModal(X11Modal* newModal);
 
 private:

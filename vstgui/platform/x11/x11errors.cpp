@@ -1,4 +1,3 @@
-// X errors.
 #include "vstgui/platform/x11/x11errors.h"
 
 namespace VSTGUI {
@@ -10,8 +9,8 @@ thread_local X11ErrorGuard* innermost = nullptr;
 
 }  // namespace
 
-X11ErrorGuard::X11ErrorGuard(Display* d)
-    : display(d), previous(XSetErrorHandler(&X11ErrorGuard::handle)), outer(innermost)
+X11ErrorGuard::X11ErrorGuard(Display* display)
+    : display(display), previous(XSetErrorHandler(&X11ErrorGuard::handle)), outer(innermost)
 {
     innermost = this;
 }

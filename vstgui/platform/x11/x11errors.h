@@ -1,5 +1,5 @@
-// X11ErrorGuard: swallows X errors of one connection, which come whenever the host's window goes
-// first.
+// X11ErrorGuard: ignores the X errors of one connection, which occur when the host destroys its
+// window first.
 #pragma once
 
 #include <X11/Xlib.h>
@@ -7,8 +7,8 @@
 namespace VSTGUI {
 namespace X11 {
 
-// Xlib's handler is the whole process's: stand around calls of Xlib only, never around callbacks.
-// Other connections' errors go to the handler that was there before.
+// Xlib has one error handler per process, so a guard encloses Xlib calls only, never callbacks.
+// Errors of other connections go to the previous handler.
 class X11ErrorGuard {
 public:
     explicit X11ErrorGuard(Display* display);

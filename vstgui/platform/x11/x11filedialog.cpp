@@ -1,4 +1,3 @@
-// File dialogs through kdialog or zenity.
 #include "vstgui/platform/x11/x11filedialog.h"
 
 #include "platform/posix/ChildProcess.h"
@@ -16,7 +15,7 @@ constexpr int kWaitPeriod = 50;  // ms
 
 using Kind = FileDialogRequest::Kind;
 
-// With the slash at the end that tells a folder from a file.
+// With a slash at the end, so that the programs take it for a folder.
 std::string startFolder(const FileDialogRequest& request)
 {
     std::error_code ignored;
@@ -37,7 +36,7 @@ std::string allPatterns(const FileDialogRequest& request)
     return patterns;
 }
 
-// The selected kind first, then the others, then all of them together.
+// The selected extension first, then the others, then all of them together.
 std::vector<std::pair<std::string, std::string>> filters(const FileDialogRequest& request)
 {
     std::vector<std::pair<std::string, std::string>> list;
@@ -85,7 +84,7 @@ std::vector<std::string> kdialogCommand(const FileDialogRequest& request)
                                                         : "--getopenfilename";
     command.emplace_back(action);
     const std::string start = startFolder(request) + request.defaultSaveName;
-    // No name may look like an option.
+    // A name must not look like an option.
     const bool option = start.empty() || start.front() == '-';
     command.push_back(option ? "./" + start : start);
     std::string filter;
@@ -122,7 +121,7 @@ std::vector<std::string> X11FileDialog::run(const FileDialogRequest& request)
     }
     child = nullptr;
     connection->setModal(outer);
-    // Where the frame has gone, the process is ended by its destructor.
+    // If the frame is closed, the process's destructor ends it.
     if (!frame->isAlive() || process->wait() != 0)
         return {};
 

@@ -1,4 +1,4 @@
-// X11FileDialog: the desktop's own file dialog, through its helper program.
+// X11FileDialog: the desktop's file dialog, shown by the program kdialog or zenity.
 #pragma once
 
 #include "vstgui/platform/x11/x11connection.h"
@@ -17,10 +17,10 @@ namespace X11 {
 
 class X11FileDialog : private X11Modal {
 public:
-    explicit X11FileDialog(X11Frame& f) : frame(&f) { }
+    explicit X11FileDialog(X11Frame& frame) : frame(&frame) { }
 
-    // Waits for the user; empty when nothing was chosen. Without a helper a message names those
-    // that there are.
+    // Waits for the user; empty when nothing was chosen. If neither program is installed, shows a
+    // message that names them.
     std::vector<std::string> run(const FileDialogRequest& request);
     void cancel();
 

@@ -1,4 +1,4 @@
-// The window: life, size and painting.
+// X11Frame: creation and destruction of the window, size, painting and keyboard focus.
 #include "vstgui/platform/x11/x11frame.h"
 
 #include "vstgui/lib/cdrawcontext.h"
@@ -31,13 +31,13 @@ namespace X11 {
 namespace {
 
 constexpr uint32_t kPaintPeriod = 16;  // ms
-constexpr size_t kMaxRects = 16;       // beyond that one rectangle round all is cheaper
+constexpr size_t kMaxRects = 16;       // with more, their bounding box is painted
 
 constexpr long kEvents = ExposureMask | ButtonPressMask | ButtonReleaseMask | PointerMotionMask
     | EnterWindowMask | LeaveWindowMask | FocusChangeMask | StructureNotifyMask
     | PropertyChangeMask;
-// Only while there is a text box: the server gives keys to the window under the pointer, if that
-// asks for them and lies in the window that has the keyboard. All others are the host's.
+// Selected only while a text box is open: the server sends keys to the window under the pointer if
+// it selects key events and lies in the focus window. All other keys are the host's.
 constexpr long kKeyEvents = KeyPressMask | KeyReleaseMask;
 
 unsigned int windowLength(CCoord length)
@@ -57,8 +57,8 @@ X11Frame* X11Frame::create(IPlatformFrameCallback* callback, const CRect& size, 
     return frame;
 }
 
-X11Frame::X11Frame(IPlatformFrameCallback* c, const CRect& rect, IRunLoop& l)
-    : callback(c), loop(&l), connection(X11Connection::acquire(l)), size(rect),
+X11Frame::X11Frame(IPlatformFrameCallback* callback, const CRect& size, IRunLoop& loop)
+    : callback(callback), loop(&loop), connection(X11Connection::acquire(loop)), size(size),
       paintTimer(new CVSTGUITimer([this](CVSTGUITimer*) { paint(); }, kPaintPeriod, false), false)
 {
 }
@@ -93,7 +93,7 @@ bool X11Frame::openWindow(Window parent)
     }
     painter = std::make_unique<WindowPainter>(display, window, attributes.visual, attributes.depth);
     connection->addWindow(window, this);
-    // It takes the window out of sight without telling it.
+    // Unmapping the host's window sends no event to this one, so that window is watched as well.
     hostWindow = parent;
     keyboardBefore = parent;
     XSelectInput(display, hostWindow, StructureNotifyMask);
@@ -319,9 +319,9 @@ void X11Frame::giveKeyboardBack()
     XSync(display, False);
 }
 
-IPlatformTextEdit* X11Frame::createPlatformTextEdit(IPlatformTextEditCallback* edit)
+IPlatformTextEdit* X11Frame::createPlatformTextEdit(IPlatformTextEditCallback* textEdit)
 {
-    return isAlive() ? new X11TextEdit(*this, edit) : nullptr;
+    return isAlive() ? new X11TextEdit(*this, textEdit) : nullptr;
 }
 
 IPlatformOptionMenu* X11Frame::createPlatformOptionMenu()

@@ -1,4 +1,4 @@
-// X11Frame: a frame's window, a child of the host's.
+// X11Frame: the frame's window, a child of the host's.
 #pragma once
 
 #include "vstgui/lib/cvstguitimer.h"
@@ -21,22 +21,22 @@ class X11TextEdit;
 
 class X11Frame : public IPlatformFrame, private X11Window {
 public:
-    // Null when the parent is no window of the server.
+    // Null when the parent is no window, and without an X server.
     static X11Frame* create(IPlatformFrameCallback* callback, const CRect& size, Window parent,
                             IRunLoop& loop);
 
     X11Connection& getConnection() const { return *connection; }
     Window getWindow() const { return window; }
-    // False once closed or when the host has destroyed the window.
+    // False once the frame is closed or the host has destroyed the window.
     bool isAlive() const { return callback && !windowGone; }
 
-    // Keys go to the box, and so does the mouse inside it. Null: none; the keyboard goes back to
-    // whoever had it before.
+    // The box gets the keys, and the mouse while inside it. Null for none; the keyboard focus then
+    // returns to its previous owner.
     void setTextBox(X11TextEdit* box);
     X11TextEdit* getTextBox() const { return textBox; }
-    // The menu that is open, to be ended with the window; null: none.
-    void setMenu(X11OptionMenu* openMenu) { menu = openMenu; }
-    // Their release went to a menu or dialog.
+    // The open menu, which is cancelled when the frame closes; null for none.
+    void setMenu(X11OptionMenu* newMenu) { menu = newMenu; }
+    // For menus and dialogs, which have received the release.
     void forgetPressedButtons() { pressed = 0; }
 
     bool getGlobalPosition(CPoint& position) const override;
@@ -47,7 +47,7 @@ public:
     bool setMouseCursor(CCursorType type) override;
     bool invalidRect(const CRect& rect) override;
     void* getPlatformRepresentation() const override;
-    IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* edit) override;
+    IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* textEdit) override;
     IPlatformOptionMenu* createPlatformOptionMenu() override;
     bool runFileDialog(const FileDialogRequest& request, std::vector<std::string>& chosen) override;
     void cancelFileDialog() override;
@@ -71,7 +71,7 @@ private:
     void onKey(XKeyEvent& event);
     void onFocus(XFocusChangeEvent& event);
     void onXembed(XClientMessageEvent& event);
-    void looseMouse();
+    void releaseMouse();
     bool hasKeyboard() const;
     void takeKeyboard();
     void giveKeyboardBack();
@@ -89,18 +89,18 @@ private:
     SharedPointer<CairoSurface> backBuffer;
     std::unique_ptr<WindowPainter> painter;
     std::vector<CRect> dirty;
-    uint64_t lastPaint{0};
+    uint64_t lastPaint{0};  // ms of the steady clock
     SharedPointer<CVSTGUITimer> paintTimer;
     XIC inputContext{nullptr};
     X11TextEdit* textBox{nullptr};
     bool draggingInTextBox{false};
-    Window keyboardBefore{0};  // the last one that had it when a text box opened
-    int revertBefore{RevertToParent};
+    Window keyboardBefore{0};          // had the keyboard focus before the text box
+    int revertBefore{RevertToParent};  // its revert_to
     X11OptionMenu* menu{nullptr};
     X11FileDialog* dialog{nullptr};
     std::unique_ptr<X11Message> message;  // the last one, open or closed
     ClickCounter clicks;
-    int32_t pressed{0};  // buttons whose press came here
+    int32_t pressed{0};  // buttons pressed in this window
 };
 
 }  // namespace X11

@@ -1,5 +1,5 @@
-// The window's events. Any call of the frame may close the window, so each handler calls it last or
-// looks again afterwards.
+// X11Frame: the window's events. Each call of the frame's callback may close the window, so
+// handlers make it last or check afterwards.
 #include "vstgui/platform/x11/x11errors.h"
 #include "vstgui/platform/x11/x11frame.h"
 #include "vstgui/platform/x11/x11keys.h"
@@ -24,7 +24,7 @@ void X11Frame::handleEvent(XEvent& event)
     const CBaseObjectGuard guard(this);
     if (event.xany.window == hostWindow) {
         if (event.type == UnmapNotify || event.type == DestroyNotify)
-            looseMouse();
+            releaseMouse();
         return;
     }
     const bool input = event.type == ButtonPress || event.type == ButtonRelease
@@ -65,11 +65,11 @@ void X11Frame::handleEvent(XEvent& event)
             onXembed(event.xclient);
         break;
     case UnmapNotify:
-        looseMouse();
+        releaseMouse();
         break;
     case DestroyNotify:
         windowGone = true;
-        looseMouse();
+        releaseMouse();
         break;
     default:
         break;
@@ -128,7 +128,7 @@ void X11Frame::onMotion(XMotionEvent& event)
 
 void X11Frame::onLeave(XCrossingEvent& event)
 {
-    // During a drag the pointer leaves without the drag's ending; its end is a crossing, too.
+    // A drag goes on when the pointer leaves. The grab itself also causes a crossing event.
     if (event.mode == NotifyGrab || pressed != 0)
         return;
     CPoint where(event.x, event.y);
@@ -165,7 +165,7 @@ void X11Frame::onFocus(XFocusChangeEvent& event)
     if (!ordinary || event.detail == NotifyInferior || event.detail >= NotifyPointer)
         return;
     const bool in = event.type == FocusIn;
-    // It may have come back since, for the next text box.
+    // The focus may have returned since, for the next text box.
     if (!in && hasKeyboard())
         return;
     if (inputContext && in)
@@ -194,7 +194,7 @@ void X11Frame::onXembed(XClientMessageEvent& event)
     }
 }
 
-void X11Frame::looseMouse()
+void X11Frame::releaseMouse()
 {
     draggingInTextBox = false;
     if (X11Modal* modal = connection->getModal())

@@ -1,4 +1,3 @@
-// Translation of keys and buttons.
 #include "vstgui/platform/x11/x11keys.h"
 
 #include <X11/Xutil.h>
@@ -86,7 +85,7 @@ bool isControl(char c)
     return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
 }
 
-// One byte a character, the same code points.
+// Each byte is a code point.
 std::string fromLatin1(const char* bytes, int length)
 {
     std::string text;
@@ -166,7 +165,7 @@ KeyInput readKey(XKeyEvent& event, XIC context)
         const int length = XLookupString(&event, buffer, sizeof buffer, &key.symbol, nullptr);
         key.text = fromLatin1(buffer, length);
     }
-    // Return and Backspace come as characters, too; their symbols say it better.
+    // Return and Backspace also come as control characters; `virt` has them.
     key.text.erase(std::remove_if(key.text.begin(), key.text.end(), isControl), key.text.end());
     key.code.virt = virtualKey(key.symbol);
     key.code.modifier = modifiers(event.state);

@@ -1,4 +1,4 @@
-// Keys and buttons of X11 in the toolkit's words.
+// Conversion of X11's keys and mouse buttons to the toolkit's.
 #pragma once
 
 #include "vstgui/lib/cbuttonstate.h"
@@ -10,9 +10,9 @@
 namespace VSTGUI {
 namespace X11 {
 
-// Buttons and modifiers of an event's state.
+// Buttons and modifiers from an event's state.
 int32_t buttonsOfState(unsigned int state);
-// 0 for the wheel and unknown buttons.
+// The button with X11's number; 0 for the wheel and unknown buttons.
 int32_t buttonOfNumber(unsigned int number);
 
 struct KeyInput {
@@ -21,7 +21,7 @@ struct KeyInput {
     VstKeyCode code{0, 0, 0};
 };
 
-// With an input context text is what that composes; without one, or for releases, the key's own.
+// With an input context `text` is what it composes; without one, and for releases, the key's own.
 KeyInput readKey(XKeyEvent& event, XIC context);
 
 }  // namespace X11

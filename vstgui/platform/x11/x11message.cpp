@@ -1,4 +1,3 @@
-// Layout, window and input of a message.
 #include "vstgui/platform/x11/x11message.h"
 
 #include "vstgui/lib/cdrawcontext.h"
@@ -19,7 +18,7 @@ namespace {
 
 constexpr CCoord kMargin = 20.;
 constexpr CCoord kLineHeight = 20.;
-constexpr CCoord kNarrowest = 220.;
+constexpr CCoord kMinTextWidth = 220.;
 constexpr CCoord kButtonWidth = 84.;
 constexpr CCoord kButtonHeight = 26.;
 
@@ -28,7 +27,8 @@ constexpr CColor kEdge(150, 150, 150, 255);
 constexpr CColor kText(20, 20, 20, 255);
 constexpr CColor kPressed(215, 215, 215, 255);
 
-// The window that window managers know: it bears their mark, or is a child of the root.
+// The window that the window manager handles: it has the property WM_STATE or is a child of the
+// root.
 Window topLevelOf(Display* display, Window window)
 {
     const Atom mark = XInternAtom(display, "WM_STATE", False);
@@ -58,9 +58,9 @@ Window topLevelOf(Display* display, Window window)
 
 }  // namespace
 
-X11Message::X11Message(X11Connection& c, Window above, const std::string& text,
+X11Message::X11Message(X11Connection& connection, Window above, const std::string& text,
                        const std::string& caption)
-    : connection(c)
+    : connection(connection)
 {
     layOut(text);
     openWindow(above, caption);
@@ -74,7 +74,7 @@ X11Message::~X11Message()
 void X11Message::layOut(const std::string& text)
 {
     const IPlatformFont* font = kNormalFont->getPlatformFont();
-    CCoord width = kNarrowest;
+    CCoord width = kMinTextWidth;
     std::istringstream stream(text);
     for (std::string line; std::getline(stream, line);) {
         width = std::max(width, font ? std::ceil(font->getStringWidth(line.c_str())) : 0.);
@@ -115,7 +115,7 @@ void X11Message::openWindow(Window above, const std::string& caption)
         XCreateWindow(display, root, x, y, static_cast<unsigned int>(width),
                       static_cast<unsigned int>(height), 0, CopyFromParent, InputOutput,
                       static_cast<Visual*>(CopyFromParent), CWBackPixmap | CWEventMask, &wanted);
-    introduce(above, caption);
+    setWindowProperties(above, caption);
     painter = std::make_unique<WindowPainter>(display, window, DefaultVisual(display, screen),
                                               DefaultDepth(display, screen));
     connection.addWindow(window, this);
@@ -123,8 +123,8 @@ void X11Message::openWindow(Window above, const std::string& caption)
     XFlush(display);
 }
 
-// What window managers want to know of it.
-void X11Message::introduce(Window above, const std::string& caption)
+// Properties for the window manager.
+void X11Message::setWindowProperties(Window above, const std::string& caption)
 {
     Display* display = connection.getDisplay();
     const auto setAtom = [&](const char* name, Atom type, Atom value) {

@@ -1,4 +1,4 @@
-// X11Message: a text in a window of its own, which needs no program of the desktop.
+// X11Message: a window with a text and an OK button.
 #pragma once
 
 #include "vstgui/lib/crect.h"
@@ -13,11 +13,11 @@
 namespace VSTGUI {
 namespace X11 {
 
-// Open until the user closes it or it is destroyed. Nobody waits for it.
+// Open until the user closes it or the object is destroyed. The constructor does not wait.
 class X11Message : private X11Window {
 public:
-    // In the middle of the window `above`, and in front of it where there is a window manager. The
-    // lines of the text are parted by line feeds. The connection outlives it.
+    // Centred over the window `above`, and kept in front of it by the window manager. The text's
+    // lines are separated by line feeds. The connection must outlive the object.
     X11Message(X11Connection& connection, Window above, const std::string& text,
                const std::string& caption);
     ~X11Message() override;
@@ -25,7 +25,7 @@ public:
 private:
     void layOut(const std::string& text);
     void openWindow(Window above, const std::string& caption);
-    void introduce(Window above, const std::string& caption);
+    void setWindowProperties(Window above, const std::string& caption);
     void close();
     void handleEvent(XEvent& event) override;
     void afterEvents() override { }
@@ -35,7 +35,7 @@ private:
     std::vector<std::string> lines;
     CPoint size;
     CRect button;
-    bool pressed{false};  // the button
+    bool pressed{false};  // the OK button
     Window window{0};     // 0 when closed
     Atom deleteWindow{0};
     SharedPointer<CairoSurface> backBuffer;

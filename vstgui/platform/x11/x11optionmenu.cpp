@@ -1,4 +1,4 @@
-// Menus: the window, its grabs, and the loop that waits.
+// X11OptionMenu: the window, its grabs, and the loop that waits for a choice.
 #include "vstgui/platform/x11/x11optionmenu.h"
 
 #include "vstgui/lib/cdrawcontext.h"
@@ -18,13 +18,13 @@ namespace {
 constexpr int kWaitPeriod = 50;  // ms
 constexpr int kGrabAttempts = 20;
 constexpr useconds_t kGrabPause = 10000;  // microseconds
-constexpr CCoord kClickWay = 4.;  // pixels; a press that moved further is a drag into the menu
+constexpr CCoord kClickDistance = 4.;     // pixels; a move beyond it is a drag into the menu
 
-// Inside the screen, as near as possible to the wish.
-CPoint placed(const CPoint& wish, const CPoint& size, const CPoint& screen)
+// Moves the corner so that the menu lies inside the screen.
+CPoint insideScreen(const CPoint& corner, const CPoint& size, const CPoint& screen)
 {
-    return {std::max(std::min(wish.x, screen.x - size.x), 0.),
-            std::max(std::min(wish.y, screen.y - size.y), 0.)};
+    return {std::max(std::min(corner.x, screen.x - size.x), 0.),
+            std::max(std::min(corner.y, screen.y - size.y), 0.)};
 }
 
 }  // namespace
@@ -34,7 +34,7 @@ PlatformOptionMenuResult X11OptionMenu::popup(COptionMenu* menu)
     if (!frame->isAlive())
         return {};
     const CBaseObjectGuard guard(this);
-    // The frame may close meanwhile, and with the last frame the connection would.
+    // Keeps the connection open if the last frame closes meanwhile.
     connection = frame->getConnection().shared_from_this();
     Display* display = connection->getDisplay();
     const int screen = DefaultScreen(display);
@@ -48,7 +48,7 @@ PlatformOptionMenuResult X11OptionMenu::popup(COptionMenu* menu)
     CPoint framePosition;
     if (!frame->getGlobalPosition(framePosition))
         return {};
-    const CPoint position = placed(corner + framePosition, panel->getSize(), screenSize);
+    const CPoint position = insideScreen(corner + framePosition, panel->getSize(), screenSize);
     CPoint pointer;
     frame->getCurrentMousePosition(pointer);
     openedAt = pointer + framePosition - position;
@@ -129,7 +129,7 @@ bool X11OptionMenu::grabInput()
             || XGrabKeyboard(display, window, False, GrabModeAsync, GrabModeAsync, CurrentTime)
                 == GrabSuccess;
     }
-    // Without the keyboard it still serves; without the pointer nothing would close it.
+    // The menu works without the keyboard, but without the pointer a press outside cannot close it.
     return pointer;
 }
 
@@ -144,7 +144,7 @@ void X11OptionMenu::handleEvent(XEvent& event)
         onPointer(CPoint(event.xmotion.x, event.xmotion.y));
         break;
     case ButtonPress:
-        // The wheel's buttons choose nothing.
+        // A press chooses nothing; only outside it closes the menu.
         if (!CRect(CPoint(), panel->getSize())
                  .pointInside(CPoint(event.xbutton.x, event.xbutton.y)))
             cancel();
@@ -165,8 +165,8 @@ void X11OptionMenu::handleEvent(XEvent& event)
 
 void X11OptionMenu::onPointer(const CPoint& where)
 {
-    const CPoint way = where - openedAt;
-    if (!pointerMoved && std::max(std::fabs(way.x), std::fabs(way.y)) <= kClickWay)
+    const CPoint distance = where - openedAt;
+    if (!pointerMoved && std::max(std::fabs(distance.x), std::fabs(distance.y)) <= kClickDistance)
         return;
     pointerMoved = true;
     highlight(panel->entryAt(where));

@@ -1,4 +1,4 @@
-// X11OptionMenu: an open menu in a window of its own, with pointer and keyboard to itself.
+// X11OptionMenu: shows a menu in a window of its own, with pointer and keyboard grabbed.
 #pragma once
 
 #include "vstgui/platform/iplatformoptionmenu.h"
@@ -14,10 +14,10 @@ namespace X11 {
 
 class X11OptionMenu : public IPlatformOptionMenu, private X11Window, private X11Modal {
 public:
-    explicit X11OptionMenu(X11Frame& f) : frame(&f) { }
+    explicit X11OptionMenu(X11Frame& frame) : frame(&frame) { }
 
     PlatformOptionMenuResult popup(COptionMenu* menu) override;
-    // Ends an open menu without a choice.
+    // Closes an open menu without a choice.
     void cancel() { finish(-1); }
 
 private:

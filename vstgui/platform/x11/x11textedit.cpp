@@ -1,4 +1,3 @@
-// The text box.
 #include "vstgui/platform/x11/x11textedit.h"
 
 #include "platform/Utf8.h"
@@ -20,14 +19,14 @@ constexpr CCoord kCaretMargin = 2.;  // above and below, pixels
 
 }  // namespace
 
-X11TextEdit::X11TextEdit(X11Frame& f, IPlatformTextEditCallback* callback)
-    : IPlatformTextEdit(callback), frame(&f), original(callback->platformGetText()),
-      line(static_cast<size_t>(std::max(callback->platformGetMaxCharacters(), 0))),
-      rect(callback->platformGetSize())
+X11TextEdit::X11TextEdit(X11Frame& frame, IPlatformTextEditCallback* textEdit)
+    : IPlatformTextEdit(textEdit), frame(&frame), original(textEdit->platformGetText()),
+      line(static_cast<size_t>(std::max(textEdit->platformGetMaxCharacters(), 0))),
+      rect(textEdit->platformGetSize())
 {
     line.setText(original.c_str());
-    frame->setTextBox(this);
-    frame->invalidRect(rect);
+    frame.setTextBox(this);
+    frame.invalidRect(rect);
 }
 
 X11TextEdit::~X11TextEdit()
@@ -37,9 +36,9 @@ X11TextEdit::~X11TextEdit()
     frame->invalidRect(rect);
 }
 
-bool X11TextEdit::setText(UTF8StringPtr text)
+bool X11TextEdit::setText(UTF8StringPtr newText)
 {
-    line.setText(text);
+    line.setText(newText);
     frame->invalidRect(rect);
     return true;
 }
@@ -120,14 +119,14 @@ void X11TextEdit::draw(CDrawContext& context, const CRect& updateRect)
 void X11TextEdit::key(const KeyInput& input)
 {
     const CBaseObjectGuard guard(this);
-    if (ending(input))
+    if (handleEndKey(input))
         return;
     changed(edit(input));
 }
 
-// Return, Escape and Tab. The control ends the editing; this object only lives on by its guard
-// then.
-bool X11TextEdit::ending(const KeyInput& input)
+// Return, Escape and Tab. The control ends the editing and releases this object; the guard in key
+// keeps it.
+bool X11TextEdit::handleEndKey(const KeyInput& input)
 {
     const int virt = input.code.virt;
     if (virt != VKEY_RETURN && virt != VKEY_ENTER && virt != VKEY_ESCAPE && virt != VKEY_TAB)

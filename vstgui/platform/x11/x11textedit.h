@@ -1,4 +1,4 @@
-// X11TextEdit: a text box that the toolkit draws over its frame.
+// X11TextEdit: a text box that the toolkit draws over the frame.
 #pragma once
 
 #include "vstgui/platform/iplatformtextedit.h"
@@ -11,18 +11,18 @@ namespace X11 {
 
 class X11TextEdit : public IPlatformTextEdit {
 public:
-    // Opens with everything selected, and has the keyboard until it ends.
-    X11TextEdit(X11Frame& frame, IPlatformTextEditCallback* callback);
+    // Opens with all text selected, and has the keyboard focus until it is destroyed.
+    X11TextEdit(X11Frame& frame, IPlatformTextEditCallback* textEdit);
 
     UTF8StringPtr getText() override { return line.getText().c_str(); }
-    bool setText(UTF8StringPtr text) override;
+    bool setText(UTF8StringPtr newText) override;
     bool updateSize() override;
 
     // Frame coordinates.
     CRect getRect() const { return rect; }
     void draw(CDrawContext& context, const CRect& updateRect);
 
-    // What the frame's window got.
+    // Input from the frame's window. `extend` extends the selection.
     void key(const KeyInput& input);
     void press(const CPoint& where, bool selectAll, bool extend);
     void drag(const CPoint& where);
@@ -31,16 +31,18 @@ protected:
     ~X11TextEdit() override;
 
 private:
+    // True when the text changed.
     bool edit(const KeyInput& input);
-    bool ending(const KeyInput& input);
+    // True for the keys that end the editing.
+    bool handleEndKey(const KeyInput& input);
     void changed(bool textChanged);
     CCoord widthUpTo(size_t offset) const;
-    // Left end of the text, so that the caret can be seen.
+    // The x of the text's left end. A text wider than the box is scrolled so that the caret shows.
     CCoord textStart() const;
     size_t offsetAt(CCoord x) const;
 
     SharedPointer<X11Frame> frame;
-    std::string original;
+    std::string original;  // restored by Escape
     TextLine line;
     CRect rect;
 };

@@ -1,4 +1,3 @@
-// Timers on the run loop in use.
 #include "vstgui/platform/x11/x11timer.h"
 
 #include "vstgui/platform/iplatformframe.h"

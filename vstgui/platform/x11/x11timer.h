@@ -1,5 +1,5 @@
-// TimerHub: the toolkit's timers, all on one run loop, and fired by hand where that loop stands
-// still.
+// TimerHub: runs the toolkit's timers on one run loop, and fires them directly while a menu or
+// dialog blocks that loop.
 #pragma once
 
 #include "vstgui/platform/iplatformtimer.h"
@@ -12,7 +12,7 @@ namespace X11 {
 
 class X11Timer : public IPlatformTimer, private ITimerHandler {
 public:
-    explicit X11Timer(IPlatformTimerCallback* c) : callback(c) { }
+    explicit X11Timer(IPlatformTimerCallback* callback) : callback(callback) { }
 
     bool start(uint32_t milliseconds) override;
     bool stop() override;
@@ -26,20 +26,20 @@ private:
     void onTimer() override;
 
     IPlatformTimerCallback* callback;
-    uint64_t period{0};
-    uint64_t due{0};
+    uint64_t period{0};  // ms
+    uint64_t due{0};     // ms of the steady clock
 };
 
 class TimerHub {
 public:
     static TimerHub& instance();
 
-    // Running timers move there. Null: IdleRunLoop.
+    // Moves running timers to that loop. Null for IdleRunLoop.
     void useLoop(IRunLoop* newLoop);
 
-    // For a menu or dialog that waits: what is due on the loop in use.
+    // Fires the timers that are due; for a menu or dialog that waits.
     void fireDue();
-    // Until the next timer is due, at most limit.
+    // The time until the next timer is due, at most `limit`, in ms.
     int millisecondsToNext(int limit) const;
 
 private:

@@ -1,15 +1,15 @@
-// Win32KeyboardLoan: the keyboard for a text box in a frame's window while it is open.
+// Win32KeyboardFocus: takes the keyboard focus for a text box and returns it when the box closes.
 #pragma once
 
 #include <windows.h>
 
 namespace VSTGUI {
 
-class Win32KeyboardLoan {
+class Win32KeyboardFocus {
 public:
     void take(HWND box) { before = SetFocus(box); }
-    // To the window that had it, or to the host's where that one is gone. Nothing when somebody
-    // else has it by now.
+    // Returns the focus to the window that had it before, or to the host's if that one is gone. No
+    // effect if the box no longer has the focus.
     void giveBack(HWND box) const
     {
         if (GetFocus() == box)
