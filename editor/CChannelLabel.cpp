@@ -1,4 +1,3 @@
-// CChannelLabel: the row of its bitmap, and its width.
 #include "editor/CChannelLabel.h"
 
 #include "params/lookup/Truncate.h"
@@ -10,20 +9,20 @@ using namespace VSTGUI;
 namespace {
 
 constexpr CCoord kRowHeight = 32;
-constexpr CCoord kMidSideRows = 96;  // from a stereo row down to that of Mid/Side
+constexpr CCoord kMidSideRows = 96;  // pixels from a stereo row to the same one in Mid/Side
 
 struct Layout {
     CCoord right;
     int32_t row;
 };
-// By layout mode: whether the pre-amplifiers or the secondary equalisers show makes no difference.
+// By layout mode.
 constexpr Layout kLayouts[] = {{304, 0}, {554, 1}, {554, 1}, {804, 2}};
 
 }  // namespace
 
-CChannelLabel::CChannelLabel(const CRect& rect, IControlListener* controlListener,
-                             int32_t controlTag, CBitmap* rows)
-    : CMovieBitmap(rect, controlListener, controlTag, rows)
+CChannelLabel::CChannelLabel(const CRect& size, IControlListener* listener, int32_t tag,
+                             CBitmap* background)
+    : CMovieBitmap(size, listener, tag, background)
 {
 }
 

@@ -1,4 +1,3 @@
-// CInfo: draws the lines of the panel, and closes it at a click.
 #include "editor/CInfo.h"
 
 #include "Product.h"
@@ -17,15 +16,15 @@ constexpr CCoord kLineHeight = 240;  // of the rectangle that a line is centred 
 
 }  // namespace
 
-CInfo::CInfo(const CRect& rect, IControlListener* controlListener, int32_t controlTag)
-    : CControl(rect, controlListener, controlTag), latency("Latency: 2.18 ms, 96 samples")
+CInfo::CInfo(const CRect& size, IControlListener* listener, int32_t tag)
+    : CControl(size, listener, tag), latency("Latency: 2.18 ms, 96 samples")
 {
 }
 
 void CInfo::setLatency(double seconds)
 {
     const float milliseconds = static_cast<float>(seconds) * 1000.0f;
-    // The delay has no other lengths at any rate.
+    // The latency is 0 or 96 samples at every sample rate.
     const char* const samples = milliseconds < 0.75f ? "0" : "96";
     char text[64];
     std::snprintf(text, sizeof text, "Latency: %.2f ms, %s samples",

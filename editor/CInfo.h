@@ -1,5 +1,5 @@
-// CInfo: the panel about the product, which covers the editor while it is shown; a click closes it,
-// and no other mouse event has an effect or reaches what is below.
+// CInfo: the panel with the product's name, version and latency. It covers the whole editor, so the
+// views below get no mouse events; a click closes it.
 #pragma once
 
 #include "vstgui/vstgui.h"

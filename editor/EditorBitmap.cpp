@@ -1,4 +1,3 @@
-// The table of decoded bitmaps.
 #include "editor/EditorBitmap.h"
 
 #include "resources/EditorBitmaps.h"

@@ -3,10 +3,10 @@
 
 #include "vstgui/lib/cbitmap.h"
 
-// The bitmap of that number. It stays decoded while a BitmapUser exists.
+// The bitmap with that number, decoded at its first use and kept while a BitmapUser exists.
 VSTGUI::SharedPointer<VSTGUI::CBitmap> editorBitmap(int32_t number);
 
-// An open editor. User-interface thread only.
+// Each open editor holds one; the last to go frees the bitmaps. User-interface thread only.
 class BitmapUser {
 public:
     BitmapUser();

@@ -1,4 +1,4 @@
-// The measures that the editor's four layouts share, in pixels.
+// Sizes of the editor's four layouts, in pixels.
 #pragma once
 
 #include "vstgui/lib/crect.h"
@@ -17,6 +17,6 @@ constexpr int editorWidth(int layoutMode)
     return layoutMode == 0 ? 394 : layoutMode == 3 ? 894 : 644;
 }
 
-// In the narrow layouts the hint begins where the smallest window ends.
+// The hint's place in layouts 0 to 2, and in layout 3. In layout 0 it lies outside the window.
 const VSTGUI::CRect kHintRect(395, 488, 610, 504);
 const VSTGUI::CRect kWideHintRect(520, 488, 735, 504);

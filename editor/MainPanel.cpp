@@ -1,4 +1,3 @@
-// MainPanel: what stands where, what it shows, and the pulse.
 #include "editor/MainPanel.h"
 
 #include "BitmapNumbers.h"
@@ -17,11 +16,12 @@ namespace {
 
 const CPoint kSize(89, 487);
 
-// Shares of the way that the pulse takes with each tick, where it is heading, and where it turns.
+// The pulse. With each tick the level goes a fixed fraction (kFall, kRise) of the way to a target
+// (kFallsTo, kRisesTo); it turns at kMinBlink and at kTurn.
 constexpr float kFall = 0.14f, kFallsTo = 0.0f, kMinBlink = 0.3f;
 constexpr float kRise = 0.36f, kRisesTo = 1.1f, kTurn = 1.03f, kMaxBlink = 1.0f;
 
-// Adding and taking away a small constant flushes what is smaller still.
+// Values far below kTiny become 0.
 float flushed(float level)
 {
     constexpr float kTiny = 1e-14f;
@@ -30,7 +30,7 @@ float flushed(float level)
 
 }  // namespace
 
-MainPanel::MainPanel(IControlListener* controlListener) : StripEditor(controlListener) { }
+MainPanel::MainPanel(IControlListener* listener) : StripEditor(listener) { }
 
 bool MainPanel::attach(CFrame* parent, const CPoint& origin)
 {
@@ -58,7 +58,7 @@ bool MainPanel::attach(CFrame* parent, const CPoint& origin)
     button(bypassRight, {5, 305, 49, 327}, kBpsCh2);
     // Overlaps the right one by three pixels and lies on top.
     button(bypassLeft, {5, 286, 49, 308}, kBpsCh1);
-    // An invisible area.
+    // Invisible: it has no bitmap.
     bypassBoth =
         add(new CPoweredButton({5, 329, 49, 344}, listener, kTagBothBypass, nullptr, false));
     info = add(new CZKKickButton2({5, 462, 51, 481}, listener, kTagInfo, 19,
@@ -112,7 +112,7 @@ void MainPanel::setParameter(int32_t id, double value)
     }
 }
 
-// Lit only when both are, so that a click then turns both off.
+// On only while both bypasses are, so that a click on it then turns both off.
 void MainPanel::setBothBypass()
 {
     if (bypassLeft && bypassRight)

@@ -1,5 +1,5 @@
-// MainPanel: the column at the right end of the window, with the global controls and the pulse that
-// makes a lit bypass button breathe.
+// MainPanel: the column at the right end of the window, with the global controls. It pulses the
+// brightness of a lit bypass button.
 #pragma once
 
 #include "editor/StripEditor.h"
@@ -11,24 +11,24 @@ class CPoweredVerticalSwitch;
 class CZKKickButton2;
 class CZKROnOffButton;
 
-// The tags of controls that stand for no single parameter.
+// Tags of the controls that have no parameter of their own.
 enum PanelTag : int32_t { kTagInfo = 60, kTagBothBypass = 61 };
 
 class MainPanel : public StripEditor {
 public:
     explicit MainPanel(VSTGUI::IControlListener* listener);
 
-    bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin) override;
+    bool attach(VSTGUI::CFrame* parent, const VSTGUI::CPoint& origin) override;
     void detach() override;
     // Also kTagInfo: whether the info panel is shown.
     void setParameter(int32_t id, double value) override;
     void setPower(int32_t state) override;
-    // A tick of 100 ms.
+    // Called every 100 ms: advances the pulse.
     virtual void idle();
 
-    // The control of that tag; null while detached, and for other tags.
+    // The control with that tag; null for other tags and while detached.
     VSTGUI::CControl* control(int32_t tag) const;
-    // Of that control in the frame; empty while detached.
+    // The control's rectangle in the frame; empty for other tags and while detached.
     VSTGUI::CRect controlRect(int32_t tag) const;
 
 private:

@@ -1,4 +1,3 @@
-// StripEditor: its container.
 #include "editor/StripEditor.h"
 
 #include "editor/EditorBitmap.h"
@@ -9,7 +8,7 @@ namespace {
 const CPoint kStripSize(125, 448);
 }
 
-StripEditor::StripEditor(IControlListener* controlListener) : listener(controlListener) { }
+StripEditor::StripEditor(IControlListener* listener) : listener(listener) { }
 
 bool StripEditor::attach(CFrame* parent, const CPoint& origin)
 {

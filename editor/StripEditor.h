@@ -1,40 +1,40 @@
-// StripEditor: a column of the window. It is no view itself, but builds a container with a
-// background, places its controls there and pushes parameter values into them.
+// StripEditor: base of the window's columns. A column is not a view itself; it adds a container
+// with a background and controls to the frame, and writes parameter values into the controls.
 #pragma once
 
 #include "vstgui/vstgui.h"
 
 class StripEditor {
 public:
-    // The listener hears every control of the strip.
+    // The listener is told of changes to the strip's controls.
     explicit StripEditor(VSTGUI::IControlListener* listener);
-    // Detach first.
+    // Call detach first.
     virtual ~StripEditor() = default;
     StripEditor(const StripEditor&) = delete;
     StripEditor& operator=(const StripEditor&) = delete;
 
-    // Shows the strip with its top left corner there. False when it is shown already, and for a
-    // null frame.
-    virtual bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin);
-    // Removes the container from the frame, and with it all controls. Nothing when not attached.
+    // Adds the strip to the frame with its top left corner at `origin`. False for null, and when
+    // the strip is attached already.
+    virtual bool attach(VSTGUI::CFrame* parent, const VSTGUI::CPoint& origin);
+    // Removes the container from the frame, and with it all controls. No effect when not attached.
     virtual void detach();
-    // A normalised value of any parameter; those of other strips are not taken.
+    // Shows a parameter's normalised value; parameters without a control here are ignored.
     virtual void setParameter(int32_t id, double value);
-    // 1: the plug-in is on.
+    // Shows the power state: 1 on, 0 off.
     virtual void setPower(int32_t state);
 
 protected:
-    // A container of that size at `origin`, with a bitmap (none: 0) behind its controls.
-    bool attachContainer(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin,
+    // Adds a container of that size at `origin`; `background` is a bitmap's number, 0 for none.
+    bool attachContainer(VSTGUI::CFrame* parent, const VSTGUI::CPoint& origin,
                          const VSTGUI::CPoint& size, int32_t background);
 
-    VSTGUI::CViewContainer* container = nullptr;  // the frame's while attached
+    VSTGUI::CViewContainer* container = nullptr;  // owned by the frame
     VSTGUI::CFrame* frame = nullptr;
     VSTGUI::IControlListener* listener;
     bool attached = false;
 };
 
-// Writes a value into a control, if there is one, and has it redrawn.
+// Sets a control's value and marks it for redrawing; null is ignored.
 template <class Control>
 void show(Control* control, double value)
 {
@@ -44,7 +44,7 @@ void show(Control* control, double value)
     control->setDirty();
 }
 
-// The same for a power state.
+// The same for the power state.
 template <class Control>
 void showPower(Control* control, int32_t state)
 {

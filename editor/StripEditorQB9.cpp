@@ -1,4 +1,3 @@
-// StripEditorQB9: what stands where, and which parameter it shows.
 #include "editor/StripEditorQB9.h"
 
 #include "BitmapNumbers.h"
@@ -17,12 +16,12 @@ namespace {
 
 constexpr int32_t kLevelFrames = 101, kHighPassFrames = 12;
 constexpr int32_t kKnobSize = 82;  // pixels, of one frame
-constexpr CCoord kKnobInset = 15;  // from the view to the knob's picture
+constexpr CCoord kKnobInset = 15;  // pixels, from the view's edge to the picture
 
 }  // namespace
 
-StripEditorQB9::StripEditorQB9(IControlListener* controlListener, unsigned base)
-    : StripEditor(controlListener), tagBase(base)
+StripEditorQB9::StripEditorQB9(IControlListener* listener, unsigned tagBase)
+    : StripEditor(listener), tagBase(tagBase)
 {
 }
 

@@ -10,10 +10,10 @@ class CPoweredButton;
 
 class StripEditorQB9 : public StripEditor {
 public:
-    // `tagBase` is the id of the channel's drive, which tells the side.
+    // `tagBase` is the id of the channel's drive, kDriveL or kDriveR.
     StripEditorQB9(VSTGUI::IControlListener* listener, unsigned tagBase);
 
-    bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin) override;
+    bool attach(VSTGUI::CFrame* parent, const VSTGUI::CPoint& origin) override;
     void detach() override;
     void setParameter(int32_t id, double value) override;
     void setPower(int32_t state) override;

@@ -1,4 +1,3 @@
-// StripEditorT46: what stands where, and which parameter it shows.
 #include "editor/StripEditorT46.h"
 
 #include "BitmapNumbers.h"
@@ -28,8 +27,8 @@ void showRing(CAnimCoaxT46CustomKnob* knob, double value)
 
 }  // namespace
 
-StripEditorT46::StripEditorT46(IControlListener* controlListener, unsigned base)
-    : StripEditor(controlListener), tagBase(base)
+StripEditorT46::StripEditorT46(IControlListener* listener, unsigned tagBase)
+    : StripEditor(listener), tagBase(tagBase)
 {
 }
 
@@ -42,7 +41,7 @@ bool StripEditorT46::attach(CFrame* parent, const CPoint& origin)
     const auto tagOf = [this](Control control) {
         return static_cast<int32_t>(param::besideOf(tagBase, control));
     };
-    // A knob carries its gain's id as its tag; its ring is the frequency.
+    // A knob's tag is the id of its gain; its ring sets the frequency.
     const auto addKnob = [&](const CRect& rect, Control control, int32_t labels) {
         auto* const knob = new CAnimCoaxT46CustomKnob(rect, listener, tagOf(control), kKnobFrames,
                                                       kKnobSize, editorBitmap(bitmaps::kCoaxKnob),

@@ -9,14 +9,14 @@ class CPowerLED;
 
 class StripEditorT46 : public StripEditor {
 public:
-    // `tagBase` is the id of the strip's process switch, which tells strip and side.
+    // `tagBase` is the id of the strip's process switch: kProcL, kProcR, kProcL2 or kProcR2.
     StripEditorT46(VSTGUI::IControlListener* listener, unsigned tagBase);
 
-    bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin) override;
+    bool attach(VSTGUI::CFrame* parent, const VSTGUI::CPoint& origin) override;
     void detach() override;
     void setParameter(int32_t id, double value) override;
     void setPower(int32_t state) override;
-    // The lamp that tells whether the strip processes.
+    // The LED that shows whether the strip processes; at least 0.5 is lit.
     void setLedState(double value);
 
 private:

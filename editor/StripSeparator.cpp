@@ -1,4 +1,3 @@
-// StripSeparator: its size and picture.
 #include "editor/StripSeparator.h"
 
 #include "BitmapNumbers.h"

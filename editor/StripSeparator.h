@@ -6,5 +6,5 @@
 class StripSeparator : public StripEditor {
 public:
     using StripEditor::StripEditor;
-    bool attach(VSTGUI::CFrame* frame, const VSTGUI::CPoint& origin) override;
+    bool attach(VSTGUI::CFrame* parent, const VSTGUI::CPoint& origin) override;
 };

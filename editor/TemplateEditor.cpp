@@ -1,4 +1,4 @@
-// TemplateEditor: opening, closing, and how it follows the parameters.
+// TemplateEditor: opening, closing, and showing the parameters.
 #include "editor/TemplateEditor.h"
 
 #include "BitmapNumbers.h"
@@ -22,14 +22,14 @@ const CColor kHintColor(223, 222, 223, 255);
 
 }  // namespace
 
-TemplateEditor::TemplateEditor(ZKRPresetSystemController3* presetController)
-    : ZKRPresetSystemEditor3(presetController)
+TemplateEditor::TemplateEditor(ZKRPresetSystemController3* presets)
+    : ZKRPresetSystemEditor3(presets)
 {
 }
 
-IPlugView* TemplateEditor::create(ZKRPresetSystemController3& presetController)
+IPlugView* TemplateEditor::create(ZKRPresetSystemController3& presets)
 {
-    return new TemplateEditor(&presetController);
+    return new TemplateEditor(&presets);
 }
 
 int32 TemplateEditor::roundedParameter(ParamID id) const
@@ -99,7 +99,7 @@ void PLUGIN_API TemplateEditor::close()
 {
     if (!frame)
         return;
-    // A name that is being typed is taken over while there is a panel to take it.
+    // Ends typing in the name field while the panel still exists, so that the name is taken over.
     frame->setFocusView(nullptr);
     label = nullptr;
     forEachStrip([](StripEditor& strip) { strip.detach(); });
@@ -149,7 +149,7 @@ void TemplateEditor::setParameter(ParamID id, ParamValue value)
     case kQB11:
         preampOnShown = switchValue(value);
         updateLayout();
-        // The next tick writes the hint anew if the mouse rests on this button.
+        // Makes the next tick write the hint again if the mouse is on this button.
         lastHoverTag = k2x;
         break;
     case k2x:

@@ -1,6 +1,6 @@
-// TemplateEditor: the plug-in's editor view. It shows the strips that two parameters ask for, sizes
-// the host's window to them, turns the movements of controls into edits of parameters, and keeps
-// the two channels linked.
+// TemplateEditor: the plug-in's editor view. It shows the strips that the parameters QB11 and 2x
+// switch on, resizes the host's window to them, turns control movements into parameter edits, and
+// keeps the two channels linked.
 #pragma once
 
 #include "editor/CChannelLabel.h"
@@ -28,19 +28,19 @@ namespace Vst {
 
 class TemplateEditor : public ZKRPresetSystemEditor3, public AttachedEditor {
 public:
-    explicit TemplateEditor(ZKRPresetSystemController3* presetController);
+    explicit TemplateEditor(ZKRPresetSystemController3* presets);
 
-    // A new editor for the controller, as hosts take it over: with one reference.
-    static IPlugView* create(ZKRPresetSystemController3& presetController);
+    // A new editor with one reference, which the host takes over.
+    static IPlugView* create(ZKRPresetSystemController3& presets);
 
     // VSTGUIEditor
     bool PLUGIN_API open(void* parent, const VSTGUI::PlatformType& type) override;
     void PLUGIN_API close() override;
     VSTGUI::CMessageResult notify(VSTGUI::CBaseObject* sender,
                                   VSTGUI::IdStringPtr message) override;
-    // Before it is opened, the size that it would open with now.
+    // Before it is opened, the size that it would have if it were opened now.
     tresult PLUGIN_API getSize(ViewRect* size) override;
-    // Gestures are told by the listener's calls alone, once each.
+    // Empty: the host is told of each gesture once, by controlBeginEdit and controlEndEdit.
     void beginEdit(int32_t) override { }
     void endEdit(int32_t) override { }
 
@@ -58,15 +58,15 @@ protected:
     }
 
 private:
-    // What the mouse can rest on, in the order in which it is looked for.
+    // Tags of the controls with a hover picture or a hint, in the order of the search.
     static constexpr int32 kHoverTargets[]{
         kTagInfo,          kSaveBankTag,   kDefaultBankTag, kLoadBankTag, kSavePresetTag,
         kDefaultPresetTag, kLoadPresetTag, kRockerTag,      kStoreATag,   kRecallATag,
         kStoreBTag,        kRecallBTag,    kManualTag,      k2x,          kQB11,
         kBpsCh1,           kBpsCh2};
-    static constexpr int32 kNoHover = 58;  // the tag of none of them
+    static constexpr int32 kNoHover = 58;  // the mouse is over none of them
 
-    // Calls the function with each strip that there is.
+    // Calls the function for each strip that exists.
     template <class Function>
     void forEachStrip(Function function) const
     {
@@ -108,13 +108,13 @@ private:
 
     std::optional<BitmapUser> bitmaps;  // while open
 
-    // The frame's once they are added to it.
+    // Owned by the frame.
     CChannelLabel* label = nullptr;
     VSTGUI::CTextLabel* hintLabel = nullptr;
-    // The frame's only while shown.
+    // Owned by the frame while shown, else by the editor.
     CInfo* info = nullptr;
 
-    // The strips, each while the editor is open.
+    // Null while the editor is closed.
     std::unique_ptr<MainPanel> mainPanel;
     std::unique_ptr<StripSeparator> separator;
     std::unique_ptr<StripEditorQB9> preampL, preampR;
@@ -123,7 +123,7 @@ private:
     VSTGUI::CRect infoRect;
     int32 infoShown = 0;
     int32 linkOn = 0;
-    // By id: how far a parameter of a strip is from that of the other side, normalised.
+    // By id: a parameter less that of the other channel, normalised.
     std::array<double, kPresetParamCount> linkOffsets{};
     int32 layoutMode = -1;
     int32 preampOnShown = 0, secondaryOnShown = 0;

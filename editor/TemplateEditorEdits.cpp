@@ -1,5 +1,4 @@
-// TemplateEditor: how a control's movement becomes edits of parameters, and the link of the two
-// channels.
+// TemplateEditor: how control movements become parameter edits, and the link of the two channels.
 #include "editor/TemplateEditor.h"
 
 #include "params/ids/ParameterTraits.h"
@@ -25,7 +24,7 @@ bool isSwitch(ParamID id)
 
 }  // namespace
 
-// The law of a gain knob leaves 0..1 by a hair at its ends.
+// Rounding in a gain knob's law can leave 0..1 slightly.
 void TemplateEditor::write(ParamID id, double value)
 {
     const double held = std::clamp(value, 0.0, 1.0);
@@ -100,7 +99,7 @@ void TemplateEditor::editKnob(ParamID knobId, const CAnimCoaxT46Knob& knob)
     setLinkedByOffset(id, static_cast<double>(value), partner, linkOffsets[id]);
 }
 
-// The offset is kept while the partner stands at its limit, so the distance comes back.
+// Clamping does not change the offset: when the knob moves back, the distance is as before.
 void TemplateEditor::setLinkedByOffset(ParamID id, double value, ParamID partner, double offset)
 {
     write(id, value);

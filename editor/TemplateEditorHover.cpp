@@ -1,4 +1,4 @@
-// TemplateEditor: the tick, and what shows under the resting mouse.
+// TemplateEditor: the timer's tick, and the effects of the mouse over a control.
 #include "editor/TemplateEditor.h"
 
 #include "Product.h"
@@ -46,7 +46,7 @@ void TemplateEditor::followMouse()
     lastHoverTag = hoverTag;
 }
 
-// The control that shows by itself that the mouse is on it; null for those that have a hint.
+// The control that lights up under the mouse; null for those that have a hint instead.
 CControl* TemplateEditor::hoverControl(int32 tag) const
 {
     if (tag == kTagInfo)

@@ -1,4 +1,4 @@
-// TemplateEditor: which strips are shown, and where everything stands then.
+// TemplateEditor: which strips are shown, and the positions of everything that moves with them.
 #include "editor/TemplateEditor.h"
 
 #include "editor/EditorLayout.h"
@@ -25,7 +25,7 @@ void TemplateEditor::updateLayout()
     const int32 mode = layoutModeOf(roundedParameter(kQB11), roundedParameter(k2x));
     if (mode == layoutMode)
         return;
-    // Stored first: what follows comes back here.
+    // Stored first, since showAllParameters calls this function again.
     layoutMode = mode;
     const int32 width = editorWidth(mode);
 
@@ -44,7 +44,7 @@ void TemplateEditor::updateLayout()
     }
     refreshHoverRects();
     showAllParameters();
-    // Another thread has switched a module meanwhile, and the window is laid out for that already.
+    // Another thread has switched a module meanwhile, and that nested call has done the layout.
     if (layoutMode != mode)
         return;
     frame->setSize(width, kEditorHeight);
@@ -89,7 +89,7 @@ void TemplateEditor::placeManualButton(int32 width)
     button->setMouseableArea(place);
 }
 
-// A panel that is not shown belongs to the editor.
+// The view is not released: the editor owns the hidden panel.
 void TemplateEditor::hideInfo()
 {
     if (infoShown && frame && info)

@@ -1,11 +1,10 @@
-// ZKRFrame: where its mouse events go.
 #include "editor/ZKRFrame.h"
 
 using namespace VSTGUI;
 
 void ZKRFrame::setMouseView(CView* view)
 {
-    // The release of a drag that goes on would go astray.
+    // A drag under way would never get its release.
     CFrame::onMouseCancel();
     mouseView = view;
 }
@@ -30,7 +29,7 @@ CMouseEventResult ZKRFrame::onMouseCancel()
 {
     if (!mouseView)
         return CFrame::onMouseCancel();
-    // As in a container, a view without a cancel of its own gets the release.
+    // As in a container: a view that does not implement the cancel gets the release.
     CPoint where;
     if (mouseView->onMouseCancel() == kMouseEventNotImplemented && getCurrentMouseLocation(where))
         mouseView->onMouseUp(where, getCurrentMouseButtons());

@@ -1,4 +1,4 @@
-// ZKRFrame: the editor's frame. A view may take all of its mouse events.
+// ZKRFrame: the editor's frame. One view can be given all of its mouse events.
 #pragma once
 
 #include "vstgui/vstgui.h"
@@ -7,8 +7,8 @@ class ZKRFrame : public VSTGUI::CFrame {
 public:
     using VSTGUI::CFrame::CFrame;
 
-    // Null: the frame's views get the mouse as usual. The view stays the caller's. A drag that goes
-    // on in a view of the frame ends.
+    // Sends the frame's mouse events to `view`, which stays the caller's; null ends that. A drag
+    // under way in a view of the frame is cancelled.
     void setMouseView(VSTGUI::CView* view);
 
     VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,

@@ -1,4 +1,3 @@
-// The steps, the labels and the value law of an equaliser band's knob.
 #include "editor/controls/CAnimCoaxT46CustomKnob.h"
 
 #include "editor/controls/Filmstrip.h"
@@ -33,8 +32,7 @@ const StepLabels<kSteps> kLabels{{
 }};
 // clang-format on
 
-// One half of a law, from the middle upwards; the other mirrors it. The law is a single line of
-// arithmetic that rounds to a float after each of its two steps.
+// Extends `half`, a curve for 0.5 to 1, to an odd curve around 0.5.
 template <class Half>
 float oddAroundHalf(float x, Half half)
 {
@@ -42,6 +40,7 @@ float oddAroundHalf(float x, Half half)
     return std::clamp(x > 0.5f ? y : 1.f - y, 0.f, 1.f);
 }
 
+// Each of a curve's two steps is rounded to float.
 float rounded(double x)
 {
     return static_cast<float>(x);
@@ -49,12 +48,12 @@ float rounded(double x)
 
 }  // namespace
 
-CAnimCoaxT46CustomKnob::CAnimCoaxT46CustomKnob(const CRect& size_, IControlListener* listener_,
-                                               int32_t tag_, int32_t frames, int32_t frameHeight_,
-                                               CBitmap* bitmap, const CPoint& offset_,
+CAnimCoaxT46CustomKnob::CAnimCoaxT46CustomKnob(const CRect& size, IControlListener* listener,
+                                               int32_t tag, int32_t frames, int32_t frameHeight,
+                                               CBitmap* bitmap, const CPoint& offset,
                                                CCoord leftInset, CCoord topInset, CCoord rightInset,
                                                CCoord bottomInset)
-    : CAnimCoaxT46Knob(size_, listener_, tag_, frames, frameHeight_, bitmap, offset_, leftInset,
+    : CAnimCoaxT46Knob(size, listener, tag, frames, frameHeight, bitmap, offset, leftInset,
                        topInset, rightInset, bottomInset)
 {
     setDragRange2(1.f / 96.f);
@@ -105,7 +104,7 @@ int32_t CAnimCoaxT46CustomKnob::step() const
     return stepOf(value2, kSteps);
 }
 
-// The ring's filmstrip has frames between the steps, which are left out.
+// The ring's filmstrip has one frame between neighbouring steps; those are skipped.
 void CAnimCoaxT46CustomKnob::draw(CDrawContext* context)
 {
     drawOuter(context, 2 * step());

@@ -1,6 +1,7 @@
-// CAnimCoaxT46CustomKnob: an equaliser band. Inside its gain, around it the ten steps of its
-// frequency, each with a label that is lit while it is in force and sets it when clicked. Step 0 is
-// off. Control is left to the listener; only a double click resets the knob.
+// CAnimCoaxT46CustomKnob: the knob of an equaliser band. The inner knob sets the gain, the ring one
+// of ten frequency steps; step 0 is off. Each step has a label, lit while the step is set, and a
+// click on a label sets its step. A click with Control does not reset the knob (the listener uses
+// Control); a double click does.
 #pragma once
 
 #include "editor/controls/CAnimCoaxT46Knob.h"
@@ -14,10 +15,10 @@ public:
                            VSTGUI::CCoord leftInset, VSTGUI::CCoord topInset,
                            VSTGUI::CCoord rightInset, VSTGUI::CCoord bottomInset);
 
-    // The lit labels, as large as the view. Null for none; the knob takes a reference of its own.
+    // The lit labels, as large as the view; null for none. The knob keeps a reference.
     void setOverlayBitmap(VSTGUI::CBitmap* bitmap) { overlay = bitmap; }
 
-    // Fits from 0..1 to 0..1, close to the identity and not exact inverses of each other.
+    // Fitted curves from 0..1 to 0..1, close to the identity; not exact inverses of each other.
     virtual float positionFromValue(float x) const;
     virtual float valueFromPosition(float x) const;
 
@@ -39,7 +40,7 @@ public:
 protected:
     ~CAnimCoaxT46CustomKnob() override = default;
 
-    // The wheel moves the parameter, not the position.
+    // The wheel adds to the parameter, not to the position.
     float turned(float by) const override;
 
 private:

@@ -1,4 +1,3 @@
-// How a coaxial knob draws, and how mouse and wheel turn it.
 #include "editor/controls/CAnimCoaxT46Knob.h"
 
 #include "editor/controls/Filmstrip.h"
@@ -10,23 +9,23 @@
 
 using namespace VSTGUI;
 
-CAnimCoaxT46Knob::CAnimCoaxT46Knob(const CRect& size_, IControlListener* listener_, int32_t tag_,
-                                   int32_t frames, int32_t frameHeight_, CBitmap* bitmap,
-                                   const CPoint& offset_, CCoord inset_)
-    : CAnimCoaxT46Knob(size_, listener_, tag_, frames, frameHeight_, bitmap, offset_, inset_,
-                       inset_, inset_, inset_)
+CAnimCoaxT46Knob::CAnimCoaxT46Knob(const CRect& size, IControlListener* listener, int32_t tag,
+                                   int32_t frames, int32_t frameHeight, CBitmap* bitmap,
+                                   const CPoint& offset, CCoord inset)
+    : CAnimCoaxT46Knob(size, listener, tag, frames, frameHeight, bitmap, offset, inset, inset,
+                       inset, inset)
 {
 }
 
-CAnimCoaxT46Knob::CAnimCoaxT46Knob(const CRect& size_, IControlListener* listener_, int32_t tag_,
-                                   int32_t frames, int32_t frameHeight_, CBitmap* bitmap,
-                                   const CPoint& offset_, CCoord leftInset, CCoord topInset,
+CAnimCoaxT46Knob::CAnimCoaxT46Knob(const CRect& size, IControlListener* listener, int32_t tag,
+                                   int32_t frames, int32_t frameHeight, CBitmap* bitmap,
+                                   const CPoint& offset, CCoord leftInset, CCoord topInset,
                                    CCoord rightInset, CCoord bottomInset)
-    : CKnob(size_, listener_, tag_, bitmap, nullptr, offset_),
-      imageRect(size_.left + leftInset, size_.top + topInset, size_.right - rightInset,
-                size_.bottom - bottomInset),
+    : CKnob(size, listener, tag, bitmap, nullptr, offset),
+      imageRect(size.left + leftInset, size.top + topInset, size.right - rightInset,
+                size.bottom - bottomInset),
       centre(imageRect.getCenter()), innerRadius(static_cast<float>(centre.x - imageRect.left)),
-      innerFrames(frames), innerFrameHeight(frameHeight_)
+      innerFrames(frames), innerFrameHeight(frameHeight)
 {
     setWantsFocus(false);
 }
@@ -176,7 +175,7 @@ CMouseEventResult CAnimCoaxT46Knob::onMouseDown(CPoint& where, const CButtonStat
         return kMouseEventNotHandled;
     const bool onRing = isOnRing(where);
     if (buttons & (kControl | kDoubleClick)) {
-        // Which ring the listener is told of stays that of the gesture before, on purpose.
+        // ringIsOuter stays that of the gesture before, on purpose.
         if (onRing) {
             value2 = defaultValue2;
             bounceValue2();
@@ -220,24 +219,23 @@ float CAnimCoaxT46Knob::dragCoefficient(float range, const CButtonState& buttons
 CMouseEventResult CAnimCoaxT46Knob::drag(const CPoint& where, const CButtonState& buttons)
 {
     if (!(buttons & kLButton)) {
-        // The release has gone astray.
+        // The button was released outside the window, without an event.
         if (isEditing())
             endEdit();
         return kMouseEventNotHandled;
     }
-    // The listener hears of every move twice: first as things stand, which fixes what it compares
-    // the move with.
+    // The listener is told before and after the move: it takes the old value from the first call.
     valueChanged();
 
-    // A pixel up counts twice a pixel to the right. Everything gathers on the x axis.
+    // A pixel up counts as two to the right. The sum is kept in x.
     const double way = (lastPoint.y - where.y) * 2. + (where.x - lastPoint.x);
     accumulatedPoint.x += double{static_cast<float>(way)};
     lastPoint = where;
     const int diff =
         truncate((pressPoint.y - accumulatedPoint.y) + (accumulatedPoint.x - pressPoint.x) * 0.5);
     if (buttons != lastButtons) {
-        // Shift pressed or let go: the value stays where it is, and goes on finer or coarser. The
-        // range is the inner knob's for both rings.
+        // Shift was pressed or released: the value is kept and continues with the new step per
+        // pixel. The range is the inner knob's for both rings.
         const float before = coefficient;
         coefficient = dragCoefficient(getMax() - getMin(), buttons);
         entryValue += static_cast<float>(diff) * (before - coefficient);

@@ -1,9 +1,8 @@
 // CAnimCoaxT46Knob: two knobs on one axis, an inner knob and an outer ring, drawn from filmstrips.
 //
-// The inner knob is the control's value, the ring its value2. A press or a turn of the wheel acts
-// on the one under the mouse, and what was acted on last stays known, so that the listener can
-// tell. In a class with a value law, the value inside is the knob's position and the one that
-// setValue takes and getValue gives is the parameter's.
+// The inner knob is the control's value, the ring its value2. A press or the wheel acts on the one
+// under the mouse; getRingIsOuter tells the listener which. In a class with a value law, `value` is
+// the knob's position, and setValue and getValue convert from and to the parameter's value.
 #pragma once
 
 #include "vstgui/lib/cbitmap.h"
@@ -11,8 +10,8 @@
 
 class CAnimCoaxT46Knob : public VSTGUI::CKnob {
 public:
-    // The pictures stand in the view's rectangle less the inset, or less one inset a side (pixels).
-    // The bitmap is the inner knob's; frameHeight is in pixels.
+    // The pictures fill the view's rectangle less the inset, or less one inset a side (pixels). The
+    // bitmap is the inner knob's; frameHeight is in pixels.
     CAnimCoaxT46Knob(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                      int32_t frames, int32_t frameHeight, VSTGUI::CBitmap* bitmap,
                      const VSTGUI::CPoint& offset, VSTGUI::CCoord inset);
@@ -27,19 +26,19 @@ public:
     virtual void setInnerRadius(float radius);
     virtual void bounceValue2();
 
-    // Share of the range that one pixel upwards is, inner and outer; with Shift times the fine
-    // factor.
+    // The fraction of the range that one pixel upwards adds, inner and outer; with Shift times the
+    // fine factor.
     virtual void setDragRange(float range);
     virtual void setDragRange2(float range);
     virtual void setFineFactor(float factor);
     virtual void setFineFactor2(float factor);
-    // What one notch adds, inner and outer; with Shift times the fine factor.
+    // What one notch of the wheel adds, inner and outer; with Shift times the fine factor.
     void setWheelStep(float step) { wheelStep = step; }
     void setWheelFine(float factor) { wheelFine = factor; }
     void setWheelStep2(float step) { wheelStep2 = step; }
     void setWheelFine2(float factor) { wheelFine2 = factor; }
 
-    // The ring's, taken as given.
+    // The ring's; values are not limited to the range.
     virtual void setValue2(float newValue);
     virtual float getValue2() const;
     virtual void setMin2(float newMin);
@@ -48,12 +47,12 @@ public:
     virtual float getMax2() const;
     virtual void setDefaultValue2(float newDefault);
     virtual float getDefaultValue2() const;
-    // Null for none; the knob takes a reference of its own.
+    // Null for none. The knob keeps a reference.
     virtual void setOuterBitmap(VSTGUI::CBitmap* bitmap, int32_t frames);
 
-    // Whether the gesture before, or the one under way, moved the ring.
+    // Whether the last drag, click on a label or turn of the wheel was on the ring.
     bool getRingIsOuter() const { return ringIsOuter; }
-    // Whether Control was held at the last event, in classes that leave Control to the listener.
+    // Whether Control was held at the last event; false in classes without takeControl.
     bool getCtrlHeld() const { return ctrlHeld; }
 
     void draw(VSTGUI::CDrawContext* context) override;
@@ -74,16 +73,16 @@ protected:
     ~CAnimCoaxT46Knob() override = default;
 
     virtual bool isOnRing(const VSTGUI::CPoint& where) const;
-    // The inner value after so much of the wheel.
+    // The inner value after the wheel has added that much.
     virtual float turned(float by) const { return value + by; }
-    // Stores whether Control is held, and gives the buttons without it.
+    // Stores whether Control is held, and returns the buttons without it.
     VSTGUI::CButtonState takeControl(const VSTGUI::CButtonState& buttons);
-    // A change by one click or notch: a whole gesture.
+    // Reports a change by a click or a notch as a whole gesture.
     void notifyAtOnce();
 
     void drawOuter(VSTGUI::CDrawContext* context, int32_t frame) const;
     void drawInner(VSTGUI::CDrawContext* context) const;
-    // That part of a picture as large as the view; the part is relative to the view.
+    // Draws a part of a picture that is as large as the view; the part is relative to the view.
     void drawOverlay(VSTGUI::CDrawContext* context, VSTGUI::CBitmap* overlay,
                      VSTGUI::CRect part) const;
     VSTGUI::CPoint toView(const VSTGUI::CPoint& where) const
@@ -101,7 +100,7 @@ protected:
 private:
     VSTGUI::CMouseEventResult drag(const VSTGUI::CPoint& where,
                                    const VSTGUI::CButtonState& buttons);
-    // What one pixel of a drag adds to the ring that is dragged, over that range.
+    // What one pixel of a drag adds to the value dragged, whose range is given.
     float dragCoefficient(float range, const VSTGUI::CButtonState& buttons) const;
 
     VSTGUI::CRect imageRect;
@@ -120,7 +119,7 @@ private:
     float fineFactor2{0.1f};
     bool ctrlHeld{false};
 
-    // The drag under way
+    // The drag in progress
     float entryValue{0.f};
     float coefficient{0.f};
     VSTGUI::CButtonState lastButtons;

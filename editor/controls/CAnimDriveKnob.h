@@ -1,4 +1,4 @@
-// CAnimDriveKnob: the gain knob of a drive, which it turns exactly alike.
+// CAnimDriveKnob: the knob of a drive, the same as a gain knob.
 #pragma once
 
 #include "editor/controls/CAnimGainKnob.h"

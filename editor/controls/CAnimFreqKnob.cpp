@@ -1,4 +1,3 @@
-// The steps and labels of a dial that goes round.
 #include "editor/controls/CAnimFreqKnob.h"
 
 #include "editor/controls/Filmstrip.h"
@@ -13,7 +12,7 @@ namespace {
 constexpr int32_t kSteps = 12;
 static_assert(kSteps == kHighPassStepsHz.size());
 constexpr float kStepValue = 0.09090909f;
-constexpr float kRound = 1.0909091f;  // from a step round to itself: twelve steps
+constexpr float kRound = 1.0909091f;  // a whole turn: twelve steps
 
 // The labels' click areas. The program that draws them, resources/draw/look.py, reads these rows.
 // clang-format off

@@ -1,6 +1,7 @@
-// CAnimFreqKnob: a dial of twelve steps that goes round from the last to the first, each with a
-// label that is lit while it is in force and sets it when clicked. Step 0 is off. It is one knob
-// all over, without a ring. Control is left to the listener; only a double click resets it.
+// CAnimFreqKnob: a dial of twelve steps; the last is followed by the first. Step 0 is off. Each
+// step has a label, lit while the step is set, and a click on a label sets its step. There is no
+// ring. A click with Control does not reset the dial (the listener uses Control); a double click
+// does.
 #pragma once
 
 #include "editor/controls/CAnimCoaxT46Knob.h"
@@ -10,10 +11,10 @@ class CAnimFreqKnob : public CAnimCoaxT46Knob {
 public:
     using CAnimCoaxT46Knob::CAnimCoaxT46Knob;
 
-    // The lit labels, as large as the view. Null for none; the knob takes a reference of its own.
+    // The lit labels, as large as the view; null for none. The knob keeps a reference.
     void setOverlayBitmap(VSTGUI::CBitmap* bitmap) { overlay = bitmap; }
 
-    // A value beyond either end comes in at the other; then to the nearest step.
+    // Wraps a value beyond either end around to the other, then rounds to the nearest step.
     void bounceValue() override;
 
     void draw(VSTGUI::CDrawContext* context) override;

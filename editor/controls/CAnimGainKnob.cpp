@@ -1,4 +1,3 @@
-// The law of a gain knob, and its Control key.
 #include "editor/controls/CAnimGainKnob.h"
 
 using namespace VSTGUI;

@@ -1,5 +1,6 @@
-// CAnimGainKnob: one knob whose positions lie closer together the further it is from its middle.
-// Control is left to the listener; only a double click resets it.
+// CAnimGainKnob: a single knob, without a ring, whose value changes more slowly near its middle
+// than near its ends. A click with Control does not reset it (the listener uses Control); a double
+// click does.
 #pragma once
 
 #include "editor/controls/CAnimCoaxT46Knob.h"
@@ -8,8 +9,8 @@ class CAnimGainKnob : public CAnimCoaxT46Knob {
 public:
     using CAnimCoaxT46Knob::CAnimCoaxT46Knob;
 
-    // Fitted quartics from 0..1 to 0..1, odd around 0.5. They are not exact inverses, and near the
-    // ends leave 0..1 by less than 0.0001.
+    // Fitted quartics from 0..1 to 0..1, odd around 0.5. Not exact inverses of each other; near the
+    // ends they leave 0..1 by less than 0.0001.
     virtual float positionFromValue(float x) const;
     virtual float valueFromPosition(float x) const;
 

@@ -1,4 +1,3 @@
-// The light of a CBlinkLEDButton: the frame in force over the dark one.
 #include "editor/controls/CBlinkLEDButton.h"
 
 #include "editor/controls/Filmstrip.h"
@@ -10,7 +9,7 @@ using namespace VSTGUI;
 void CBlinkLEDButton::draw(CDrawContext* context)
 {
     drawFrame(context, getDrawBackground(), getViewSize(), 0);
-    // The dark frame is not drawn over itself, which would show at translucent edges.
+    // Drawing the dark frame over itself would show at translucent edges.
     if (frameTop() != 0)
         drawFrame(context, getDrawBackground(), getViewSize(), frameTop(),
                   std::clamp(blinkLevel, 0.f, 1.f));

@@ -1,4 +1,4 @@
-// CBlinkLEDButton: a button whose light comes and goes while it is on.
+// CBlinkLEDButton: a button whose brightness can be changed while it is on.
 #pragma once
 
 #include "editor/controls/CPoweredButton.h"
@@ -7,11 +7,10 @@ class CBlinkLEDButton : public CPoweredButton {
 public:
     using CPoweredButton::CPoweredButton;
 
-    // Brightness of the lit frame, 0 to 1; what lies beyond is drawn as the nearer end. Does not
-    // redraw.
+    // Brightness of the lit frame, clamped to 0..1 when drawn. Does not redraw.
     void setBlinkLevel(float level) { blinkLevel = level; }
     float getBlinkLevel() const { return blinkLevel; }
-    // A number for whoever drives the light to keep with the button.
+    // A number for the caller's use.
     void setBlinkMode(int32_t mode) { blinkMode = mode; }
     int32_t getBlinkMode() const { return blinkMode; }
 

@@ -1,4 +1,3 @@
-// The frame of a CPowerLED.
 #include "editor/controls/CPowerLED.h"
 
 #include "editor/controls/Filmstrip.h"

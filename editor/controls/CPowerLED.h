@@ -1,4 +1,4 @@
-// CPowerLED: a light that shows its value, and its first frame without power.
+// CPowerLED: an LED that shows its value; without power, its first frame.
 #pragma once
 
 #include "editor/controls/CPoweredControl.h"

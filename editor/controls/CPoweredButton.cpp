@@ -1,13 +1,12 @@
-// How power changes the look and the use of a button.
 #include "editor/controls/CPoweredButton.h"
 
 #include "editor/controls/Filmstrip.h"
 
 using namespace VSTGUI;
 
-CPoweredButton::CPoweredButton(const CRect& size_, IControlListener* listener_, int32_t tag_,
-                               CBitmap* background_, bool threeFrame_, int32_t style_)
-    : CZKROnOffButton(size_, listener_, tag_, background_, style_), threeFrame(threeFrame_)
+CPoweredButton::CPoweredButton(const CRect& size, IControlListener* listener, int32_t tag,
+                               CBitmap* background, bool threeFrame, int32_t style)
+    : CZKROnOffButton(size, listener, tag, background, style), threeFrame(threeFrame)
 {
 }
 

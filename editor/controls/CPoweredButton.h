@@ -1,4 +1,4 @@
-// CPoweredButton: a latching button that shows whether the plug-in is switched on.
+// CPoweredButton: a latching button whose picture depends on the power state.
 #pragma once
 
 #include "editor/controls/CPoweredControl.h"
@@ -6,8 +6,8 @@
 
 class CPoweredButton : public CZKROnOffButton, public CPoweredControl {
 public:
-    // With three frames (off, on, on without power) it works without power, too. With two it is
-    // dark and locked then, and comes back as it was.
+    // With three frames (off, on, on without power) it also works without power. With two frames
+    // it is drawn off and ignores the mouse while there is no power; its value is kept.
     CPoweredButton(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                    VSTGUI::CBitmap* background, bool threeFrame, int32_t style = 0);
 
@@ -23,7 +23,7 @@ public:
 protected:
     ~CPoweredButton() override = default;
 
-    // Where the frame of value and power begins, in pixels from the bitmap's top.
+    // The top of the frame for the value and power, in pixels from the bitmap's top.
     VSTGUI::CCoord frameTop() const;
 
 private:

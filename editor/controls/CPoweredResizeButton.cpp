@@ -1,4 +1,3 @@
-// The wheel goes past a CPoweredResizeButton.
 #include "editor/controls/CPoweredResizeButton.h"
 
 using namespace VSTGUI;

@@ -1,5 +1,5 @@
-// CPoweredResizeButton: a button that changes the window's size. It takes no wheel, so that a stray
-// turn over it cannot do that.
+// CPoweredResizeButton: a button that changes the window's size. It ignores the wheel, so that
+// scrolling over it by accident does not resize the window.
 #pragma once
 
 #include "editor/controls/CPoweredButton.h"

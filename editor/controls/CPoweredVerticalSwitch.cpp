@@ -1,4 +1,3 @@
-// Power in front of everything a vertical switch does.
 #include "editor/controls/CPoweredVerticalSwitch.h"
 
 using namespace VSTGUI;
@@ -17,7 +16,7 @@ CMouseEventResult CPoweredVerticalSwitch::onMouseDown(CPoint& where, const CButt
 
 CMouseEventResult CPoweredVerticalSwitch::onMouseUp(CPoint& where, const CButtonState& buttons)
 {
-    // A gesture that began with power ends with the release all the same.
+    // A gesture that began with power still ends with the release.
     return getPower() || isEditing() ? CZKRVerticalSwitch::onMouseUp(where, buttons)
                                      : kMouseEventHandled;
 }

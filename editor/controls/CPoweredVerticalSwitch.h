@@ -1,4 +1,4 @@
-// CPoweredVerticalSwitch: a vertical switch that is locked and out of sight without power.
+// CPoweredVerticalSwitch: a vertical switch that is hidden and locked without power.
 #pragma once
 
 #include "editor/controls/CPoweredControl.h"

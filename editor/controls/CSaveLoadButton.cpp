@@ -1,14 +1,12 @@
-// The press and the look of a button that opens a file dialog.
 #include "editor/controls/CSaveLoadButton.h"
 
 #include "vstgui/lib/cbitmap.h"
 
 using namespace VSTGUI;
 
-CSaveLoadButton::CSaveLoadButton(const CRect& size_, IControlListener* listener_, int32_t tag_,
-                                 CCoord heightOfOneImage_, CBitmap* background_,
-                                 const CPoint& offset_)
-    : CKickButton(size_, listener_, tag_, heightOfOneImage_, background_, offset_)
+CSaveLoadButton::CSaveLoadButton(const CRect& size, IControlListener* listener, int32_t tag,
+                                 CCoord heightOfOneImage, CBitmap* background, const CPoint& offset)
+    : CKickButton(size, listener, tag, heightOfOneImage, background, offset)
 {
     setWantsFocus(false);
 }
@@ -26,7 +24,7 @@ CMouseEventResult CSaveLoadButton::onMouseDown(CPoint&, const CButtonState& butt
     if (!(buttons & (kLButton | kRButton)) || !getListener())
         return kMouseEventNotHandled;
     value = buttons == kRButton ? 0.5f : 1.f;
-    setDirty();  // for as long as the dialog stands
+    setDirty();  // drawn while the dialog is open
     valueChanged();
     value = 0.f;
     setDirty();

@@ -1,15 +1,14 @@
-// The press, the release and the look of a momentary button.
 #include "editor/controls/CZKKickButton.h"
 
 #include "vstgui/lib/cbitmap.h"
 
 using namespace VSTGUI;
 
-CZKKickButton::CZKKickButton(const CRect& size_, IControlListener* listener_, int32_t tag_,
-                             CCoord heightOfOneImage_, CBitmap* background_, bool doubleClickOnly_,
-                             const CPoint& offset_)
-    : CKickButton(size_, listener_, tag_, heightOfOneImage_, background_, offset_),
-      doubleClickOnly(doubleClickOnly_)
+CZKKickButton::CZKKickButton(const CRect& size, IControlListener* listener, int32_t tag,
+                             CCoord heightOfOneImage, CBitmap* background, bool doubleClickOnly,
+                             const CPoint& offset)
+    : CKickButton(size, listener, tag, heightOfOneImage, background, offset),
+      doubleClickOnly(doubleClickOnly)
 {
     setWantsFocus(false);
 }
@@ -42,7 +41,7 @@ CMouseEventResult CZKKickButton::onMouseDown(CPoint&, const CButtonState& button
     value = doubleClickOnly && (buttons & kControl) ? 0.5f : 1.f;
     valueChanged();
     setDirty();
-    // Released by the listener: the mouse is not to be held for a release that never comes.
+    // After a release by the listener, the frame must not wait for one.
     return held ? kMouseEventHandled : kMouseDownEventHandledButDontNeedMovedOrUpEvents;
 }
 

@@ -1,4 +1,4 @@
-// CZKKickButton: a momentary button that acts on the press, or only on a double click, and lights
+// CZKKickButton: a momentary button that acts on the press, or on a double click only, and lights
 // up under the mouse.
 #pragma once
 
@@ -6,19 +6,19 @@
 
 class CZKKickButton : public VSTGUI::CKickButton {
 public:
-    // Frames: at rest, hovered, held.
+    // Frames: normal, hovered, held.
     CZKKickButton(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                   VSTGUI::CCoord heightOfOneImage, VSTGUI::CBitmap* background,
                   bool doubleClickOnly = false,
                   const VSTGUI::CPoint& offset = VSTGUI::CPoint(0, 0));
 
-    // As if the mouse had been let go. For a listener whose action takes the release away, by
-    // opening another window.
+    // As if the mouse button had been released. For a listener that opens another window, which
+    // then gets the release.
     void release();
     bool isHeld() const { return held; }
 
     void draw(VSTGUI::CDrawContext* context) override;
-    // The listener hears of 1, or of 0.5 for a double click with Control where those act.
+    // The listener sees the value 1; with doubleClickOnly and Control held, 0.5.
     VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
                                           const VSTGUI::CButtonState& buttons) override;
     VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint& where,

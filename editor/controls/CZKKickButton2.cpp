@@ -1,4 +1,3 @@
-// The look of a CZKKickButton2.
 #include "editor/controls/CZKKickButton2.h"
 
 using namespace VSTGUI;

@@ -1,4 +1,4 @@
-// CZKKickButton2: a momentary button that shows the mouse over it, but not that it is held.
+// CZKKickButton2: a CZKKickButton without a picture for "held".
 #pragma once
 
 #include "editor/controls/CZKKickButton.h"

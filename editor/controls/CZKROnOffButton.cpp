@@ -1,4 +1,3 @@
-// How a CZKROnOffButton looks and takes mouse and wheel.
 #include "editor/controls/CZKROnOffButton.h"
 
 #include "editor/controls/Filmstrip.h"
@@ -6,9 +5,9 @@
 
 using namespace VSTGUI;
 
-CZKROnOffButton::CZKROnOffButton(const CRect& size_, IControlListener* listener_, int32_t tag_,
-                                 CBitmap* background_, int32_t style_)
-    : CControl(size_, listener_, tag_, background_), style(style_)
+CZKROnOffButton::CZKROnOffButton(const CRect& size, IControlListener* listener, int32_t tag,
+                                 CBitmap* background, int32_t style)
+    : CControl(size, listener, tag, background), style(style)
 {
 }
 

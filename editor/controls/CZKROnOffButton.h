@@ -1,25 +1,25 @@
-// CZKROnOffButton: a latching button with two frames, off and on, that works with or without power.
+// CZKROnOffButton: a latching button with two frames, off and on. The power state has no effect.
 #pragma once
 
 #include "vstgui/lib/controls/ccontrol.h"
 
 class CZKROnOffButton : public VSTGUI::CControl {
 public:
-    // Without a bitmap it is an invisible area that takes clicks. The style is kept for whoever
-    // wants to tell such buttons apart.
+    // Without a bitmap it is invisible but can be clicked. The style is a number for the caller's
+    // use.
     CZKROnOffButton(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                     VSTGUI::CBitmap* background, int32_t style = 0);
 
     // Latching: one direction of the wheel turns on, the other off. Otherwise every turn toggles.
     void setWheelLatching(bool state) { wheelLatching = state; }
-    // Which direction turns a latching button on: upwards when inverted, else downwards.
+    // The direction that turns a latching button on: up when inverted, else down.
     void setWheelInverted(bool state) { wheelInverted = state; }
     int32_t getStyle() const { return style; }
 
     void draw(VSTGUI::CDrawContext* context) override;
     VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
                                           const VSTGUI::CButtonState& buttons) override;
-    // The press is the whole gesture.
+    // The press is the whole gesture; nothing happens on release.
     VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint&, const VSTGUI::CButtonState&) override
     {
         return VSTGUI::kMouseEventNotImplemented;
@@ -37,7 +37,7 @@ public:
 protected:
     ~CZKROnOffButton() override = default;
 
-    // As it is drawn: from 0.5 upwards.
+    // Whether it is drawn as on.
     bool isOn() const { return value >= 0.5f; }
 
 private:

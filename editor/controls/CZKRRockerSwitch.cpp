@@ -1,4 +1,3 @@
-// The two sides of a rocker under mouse and wheel.
 #include "editor/controls/CZKRRockerSwitch.h"
 
 #include "editor/controls/PressGuard.h"
@@ -16,10 +15,10 @@ constexpr uint32_t kRestAfterMs = 200;
 
 }  // namespace
 
-CZKRRockerSwitch::CZKRRockerSwitch(const CRect& size_, IControlListener* listener_, int32_t tag_,
-                                   CCoord heightOfOneImage_, CBitmap* background_,
-                                   const CPoint& offset_)
-    : CRockerSwitch(size_, listener_, tag_, heightOfOneImage_, background_, offset_)
+CZKRRockerSwitch::CZKRRockerSwitch(const CRect& size, IControlListener* listener, int32_t tag,
+                                   CCoord heightOfOneImage, CBitmap* background,
+                                   const CPoint& offset)
+    : CRockerSwitch(size, listener, tag, heightOfOneImage, background, offset)
 {
     setWantsFocus(false);
 }
@@ -49,7 +48,7 @@ void CZKRRockerSwitch::setHoverSide(int32_t side)
     setDirty();
 }
 
-void CZKRRockerSwitch::dropRestTimer()
+void CZKRRockerSwitch::removeRestTimer()
 {
     if (!resetValueTimer)
         return;
@@ -59,7 +58,7 @@ void CZKRRockerSwitch::dropRestTimer()
 
 void CZKRRockerSwitch::comeToRest()
 {
-    dropRestTimer();
+    removeRestTimer();
     value = 0.f;
     setDirty();
 }
@@ -114,7 +113,7 @@ bool CZKRRockerSwitch::onWheel(const CPoint&, const float& distance, const CButt
 {
     if (distance >= -0.1f && distance <= 0.1f)
         return true;
-    dropRestTimer();
+    removeRestTimer();
     value = distance > 0.f ? -1.f : 1.f;
     setDirty();
     beginEdit();

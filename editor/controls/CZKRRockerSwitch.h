@@ -1,18 +1,18 @@
-// CZKRRockerSwitch: steps back (left half) or forward (right half), by a press or a notch of the
-// wheel, and lights up on the side under the mouse.
+// CZKRRockerSwitch: steps back (left half) or forward (right half) by a press or a notch of the
+// wheel. The half under the mouse lights up.
 #pragma once
 
 #include "vstgui/lib/controls/cswitch.h"
 
 class CZKRRockerSwitch : public VSTGUI::CRockerSwitch {
 public:
-    // Frames: at rest, left hovered, right hovered, turned back, forward.
+    // Frames: normal, left half hovered, right half hovered, back, forward.
     CZKRRockerSwitch(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
                      VSTGUI::CCoord heightOfOneImage, VSTGUI::CBitmap* background,
                      const VSTGUI::CPoint& offset = VSTGUI::CPoint(0, 0));
 
     void draw(VSTGUI::CDrawContext* context) override;
-    // The listener hears of 1 for forward and of 0 for back. The release is silent.
+    // The listener sees the value 1 for forward and 0 for back. The release does not call it.
     VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
                                           const VSTGUI::CButtonState& buttons) override;
     VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint& where,
@@ -25,7 +25,8 @@ public:
     VSTGUI::CMouseEventResult onMouseExited(VSTGUI::CPoint& where,
                                             const VSTGUI::CButtonState& buttons) override;
     using VSTGUI::CRockerSwitch::onWheel;
-    // Up: -1 for back; down: 1 for forward. Silently at rest again 200 ms after the last notch.
+    // The listener sees -1 for back (up) and 1 for forward (down). The value returns to 0 without
+    // a call 200 ms after the last notch.
     bool onWheel(const VSTGUI::CPoint& where, const float& distance,
                  const VSTGUI::CButtonState& buttons) override;
     VSTGUI::CMessageResult notify(VSTGUI::CBaseObject* sender,
@@ -39,7 +40,7 @@ protected:
 private:
     int32_t sideOf(const VSTGUI::CPoint& where) const;
     void setHoverSide(int32_t side);
-    void dropRestTimer();
+    void removeRestTimer();
     void comeToRest();
 
     int32_t hoverSide{0};  // -1 left, 1 right, 0 none

@@ -1,4 +1,3 @@
-// How a CZKRTextEdit draws its text and opens its box.
 #include "editor/controls/CZKRTextEdit.h"
 
 #include "editor/controls/SystemBox.h"
@@ -37,9 +36,9 @@ void CZKRTextEdit::setTextSize(float pixels)
     setDirty();
 }
 
-void CZKRTextEdit::setTextOffset(const CPoint& by)
+void CZKRTextEdit::setTextOffset(const CPoint& offset)
 {
-    textOffset = by;
+    textOffset = offset;
     setDirty();
 }
 

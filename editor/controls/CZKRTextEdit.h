@@ -1,4 +1,4 @@
-// CZKRTextEdit: a line of text on the picture behind it, which a press opens for typing.
+// CZKRTextEdit: a line of text on a background picture. A press opens a box for typing.
 #pragma once
 
 #include "vstgui/lib/controls/ctextedit.h"
@@ -10,23 +10,23 @@ public:
     using VSTGUI::CTextEdit::CTextEdit;
 
     virtual bool isEditingText() const { return editingText; }
-    // Colours of the text as it is drawn and in the open box, and of the box; without them, those
-    // of every text control hold. The shadow lies one pixel right of and below the text; there is
-    // none without its colour.
+    // Colours of the drawn text, of its shadow, and of the box's text and background. Without them
+    // the colours of CParamDisplay are used and no shadow is drawn. The shadow is one pixel to the
+    // right of and below the text.
     virtual void setTextColor(const VSTGUI::CColor& color);
     virtual void setTextShadowColor(const VSTGUI::CColor& color);
     virtual void setBoxTextColor(const VSTGUI::CColor& color);
     virtual void setBoxBackColor(const VSTGUI::CColor& color);
-    // Of the text as it is drawn, in pixels; 0 is the font's own.
+    // Of the drawn text, in pixels; 0 for the font's own size.
     virtual void setTextSize(float pixels);
-    // Moves the text as it is drawn.
-    virtual void setTextOffset(const VSTGUI::CPoint& by);
-    // The most that can be typed.
+    // Moves the drawn text, in pixels.
+    virtual void setTextOffset(const VSTGUI::CPoint& offset);
+    // The largest number of characters that can be typed.
     virtual void setMaxCharacters(int32_t count);
 
     // The text is independent of the value.
     void setValue(float newValue) override;
-    // The background picture alone while the box is open.
+    // Draws no text while the box is open.
     void draw(VSTGUI::CDrawContext* context) override;
     void takeFocus() override;
     void looseFocus() override;

@@ -1,4 +1,3 @@
-// The wheel over a vertical switch.
 #include "editor/controls/CZKRVerticalSwitch.h"
 
 #include "editor/controls/Filmstrip.h"
@@ -6,12 +5,12 @@
 
 using namespace VSTGUI;
 
-CZKRVerticalSwitch::CZKRVerticalSwitch(const CRect& size_, IControlListener* listener_,
-                                       int32_t tag_, int32_t subPixmaps_, CCoord heightOfOneImage_,
-                                       int32_t maxPositions, CBitmap* background_,
-                                       const CPoint& offset_)
-    : CVerticalSwitch(size_, listener_, tag_, subPixmaps_, heightOfOneImage_, maxPositions,
-                      background_, offset_)
+CZKRVerticalSwitch::CZKRVerticalSwitch(const CRect& size, IControlListener* listener, int32_t tag,
+                                       int32_t subPixmaps, CCoord heightOfOneImage,
+                                       int32_t maxPositions, CBitmap* background,
+                                       const CPoint& offset)
+    : CVerticalSwitch(size, listener, tag, subPixmaps, heightOfOneImage, maxPositions, background,
+                      offset)
 {
     setWantsFocus(false);
 }

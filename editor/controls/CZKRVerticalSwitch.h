@@ -1,4 +1,4 @@
-// CZKRVerticalSwitch: a vertical switch that the wheel steps, too.
+// CZKRVerticalSwitch: a vertical switch that also takes the wheel.
 #pragma once
 
 #include "vstgui/lib/controls/cswitch.h"
@@ -13,7 +13,7 @@ public:
     VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
                                           const VSTGUI::CButtonState& buttons) override;
     using VSTGUI::CVerticalSwitch::onWheel;
-    // A notch up is a position up, towards 0.
+    // One notch is one position; up is towards the value 0.
     bool onWheel(const VSTGUI::CPoint& where, const float& distance,
                  const VSTGUI::CButtonState& buttons) override;
 

@@ -1,4 +1,3 @@
-// Which frame of a filmstrip stands for a value, and where it begins.
 #include "editor/controls/Filmstrip.h"
 
 #include "params/lookup/Truncate.h"

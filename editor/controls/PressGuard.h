@@ -1,13 +1,13 @@
-// PressGuard: for a press that begins a gesture which the release is to end. Where the listener
-// removes the control meanwhile, there will be no release, and the gesture ends with the press.
+// PressGuard: ends a control's gesture if its listener removes the control during the press, since
+// the control then gets no release.
 #pragma once
 
 #include "vstgui/lib/controls/ccontrol.h"
 
 class PressGuard {
 public:
-    explicit PressGuard(VSTGUI::CControl& pressed)
-        : control(pressed), alive(&pressed), wasAttached(pressed.isAttached())
+    explicit PressGuard(VSTGUI::CControl& control)
+        : control(control), alive(&control), wasAttached(control.isAttached())
     {
     }
     ~PressGuard()

@@ -1,4 +1,3 @@
-// Turning a latching button over.
 #include "editor/controls/PressToToggle.h"
 
 #include "params/lookup/Truncate.h"

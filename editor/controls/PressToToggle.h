@@ -1,12 +1,12 @@
-// The gesture of every latching button: a press of the left mouse button turns it over.
+// Toggling of latching buttons by a press of the left mouse button.
 #pragma once
 
 #include "vstgui/lib/controls/ccontrol.h"
 
-// 1 if the value rounds to 0, else 0. The listener hears nothing of it.
+// Sets the value to 1 if it rounds to 0, else to 0. Does not call the listener.
 void toggle(VSTGUI::CControl& control);
 
-// With the left button: toggles, and gives the listener one whole gesture. The press is all the
-// control needs.
+// With the left button: toggles, and reports one whole gesture to the listener. The control needs
+// no release then.
 VSTGUI::CMouseEventResult pressToToggle(VSTGUI::CControl& control,
                                         const VSTGUI::CButtonState& buttons);

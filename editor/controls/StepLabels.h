@@ -1,4 +1,4 @@
-// The clickable labels around a stepped dial, and its way back from "off".
+// The clickable labels around a stepped dial, and the step that a click on "off" returns to.
 #pragma once
 
 #include "vstgui/lib/crect.h"
@@ -22,7 +22,7 @@ struct StepLabels {
     }
 };
 
-// The last step of a dial that was not "off".
+// Remembers the step that a dial had before it was switched off.
 class LastStep {
 public:
     void keep(int32_t step)
@@ -30,7 +30,7 @@ public:
         if (step > 0)
             last = step;
     }
-    // Where a click on a label leads: on "off" while it is off, back to what was on before.
+    // The step that a click on label `hit` sets. "Off" clicked while off gives the last step again.
     int32_t afterClick(int32_t hit, int32_t step)
     {
         keep(step);

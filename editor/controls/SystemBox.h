@@ -1,4 +1,4 @@
-// The text box that the system's window of a frame gets for typing a text.
+// The system's own text box for typing in a frame, where there is one.
 #pragma once
 
 #include "vstgui/lib/platform/iplatformtextedit.h"
@@ -7,7 +7,7 @@ namespace VSTGUI {
 class CFrame;
 }
 
-// Shows the callback's text, all selected, and takes the keyboard. The caller owns it. Null: the
-// toolkit's own box is to be used.
+// Opens a box with the callback's text, all selected, and the keyboard focus. The caller owns it.
+// Null: use the toolkit's box.
 VSTGUI::IPlatformTextEdit* createSystemBox(VSTGUI::CFrame& frame,
                                            VSTGUI::IPlatformTextEditCallback* textEdit);

@@ -1,4 +1,3 @@
-// IdleUpdate_ZKR_Handler: its timer.
 #include "editor/panel/IdleUpdate_ZKR_Handler.h"
 
 #include "vstgui/lib/cview.h"
@@ -11,7 +10,7 @@ constexpr uint32 kPeriodMs = 33;
 
 IdleUpdate_ZKR_Handler::IdleUpdate_ZKR_Handler()
 {
-    // Registered ahead of this one, so that it is ended ahead of it.
+    // Registered before this object, and so released before it.
     UpdateHandler::instance();
     timer = Timer::create(this, kPeriodMs);
     VSTGUI::CView::kDirtyCallAlwaysOnMainThread = true;

@@ -1,5 +1,5 @@
-// IdleUpdate_ZKR_Handler: brings deferred updates on their way, 30 times a second, for as long as
-// the library is loaded once an editor has been made.
+// IdleUpdate_ZKR_Handler: sends deferred updates 30 times a second. It is made with the first
+// editor and stays until the library is unloaded.
 #pragma once
 
 #include "base/source/fobject.h"
@@ -15,7 +15,7 @@ public:
 
     void onTimer(Timer* timer) override;
 
-    // The only one; made by the first call, and null when the library is being unloaded.
+    // The only instance, made by the first call; null while the library is being unloaded.
     SINGLETON(IdleUpdate_ZKR_Handler)
     OBJ_METHODS(IdleUpdate_ZKR_Handler, FObject)
 

@@ -1,4 +1,4 @@
-// The value of the name field, which says which preset the text in it belongs to.
+// The name field's value, which encodes the preset that its text belongs to.
 #pragma once
 
 #include "presets/PresetSlot.h"
@@ -8,7 +8,7 @@ constexpr float fieldValueOf(int preset)
     return (static_cast<float>(preset) + 1.0f) / kPresetCount;
 }
 
-// 23 times (preset + 1) / 24 lies above the preset's number by less than 1.
+// 23 * (preset + 1) / 24 exceeds the preset's number by less than 1.
 constexpr int presetOf(float fieldValue)
 {
     return static_cast<int>(fieldValue * static_cast<float>(kPresetCount - 1));

@@ -1,4 +1,4 @@
-// ZKRPresetSystemEditor3: the panel's controls, and how they follow the presets.
+// ZKRPresetSystemEditor3: the panel's controls, and showing the presets in them.
 #include "editor/panel/ZKRPresetSystemEditor3.h"
 
 #include "BitmapNumbers.h"
@@ -58,8 +58,8 @@ constexpr double kNameFontSize = 11.0;
 
 }  // namespace
 
-ZKRPresetSystemEditor3::ZKRPresetSystemEditor3(ZKRPresetSystemController3* presetController)
-    : VSTGUIEditor(static_cast<EditController*>(presetController)), presets(presetController)
+ZKRPresetSystemEditor3::ZKRPresetSystemEditor3(ZKRPresetSystemController3* presets)
+    : VSTGUIEditor(static_cast<EditController*>(presets)), presets(presets)
 {
     rect = ViewRect(0, 0, 312, 487);
     IdleUpdate_ZKR_Handler::instance();
@@ -98,7 +98,7 @@ void ZKRPresetSystemEditor3::createPresetPanel(CFrame* panelFrame)
     for (int32 index = 0; index < kPresetCount; ++index) {
         char title[kPresetNameSize + 1] = {};
         presets->getPresetName(title, index);
-        // An item of its own, since a preset may be called "-".
+        // Not by its title alone: a preset may be called "-", which would add a separator.
         menu->addEntry(new CMenuItem(title));
     }
     menu->setCurrent(presets->getCurrentPreset());

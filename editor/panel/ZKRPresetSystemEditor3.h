@@ -1,9 +1,8 @@
-// ZKRPresetSystemEditor3: the editor's base with the row of small controls at its bottom, which
-// picks and names presets, loads and saves files, sets the defaults and works the compare slots.
+// ZKRPresetSystemEditor3: base of the editor, with the row of small controls at the bottom, which
+// select and name presets, load and save files, set the defaults and use the compare slots.
 //
-// The panel and the controller talk through parameter ids of 1000 and above, which name no
-// parameter: what is done here is told to the controller, and comes back to the panel of every open
-// editor through updatePresetPanel.
+// The panel and the controller communicate by ids from 1000, which are no parameters. The panel
+// sets such an id on the controller, which calls updatePresetPanel of every open editor.
 #pragma once
 
 #include "presets/PresetTags.h"
@@ -31,10 +30,10 @@ class ZKRPresetSystemController3;
 
 class ZKRPresetSystemEditor3 : public VSTGUIEditor, public VSTGUI::IControlListener {
 public:
-    explicit ZKRPresetSystemEditor3(ZKRPresetSystemController3* presetController);
+    explicit ZKRPresetSystemEditor3(ZKRPresetSystemController3* presets);
     ~ZKRPresetSystemEditor3() override;
 
-    // Ask for a file and hand it to the controller. Nothing without a frame.
+    // Ask for a file and pass it to the controller. No effect without a frame.
     virtual void chooseBankToLoad(bool reversed);
     virtual void chooseBankToSave();
     virtual void choosePresetToLoad(bool reversed);
@@ -44,7 +43,7 @@ public:
     // Forgets the controls, which belong to the frame.
     void closePresetPanel();
 
-    // Something of the presets has changed; ids below 1000 are not meant for the panel.
+    // Shows a change of the presets; ids below 1000 are ignored.
     void updatePresetPanel(int32 tag, double value);
 
     // VSTGUI::IControlListener
@@ -53,7 +52,7 @@ public:
     void controlEndEdit(VSTGUI::CControl* control) override;
 
 protected:
-    // The panel's control of that tag; null without a panel, and for other tags.
+    // The button or rocker with that tag; null for other tags and without a panel.
     VSTGUI::CControl* presetControl(int32 tag) const;
     CZKRTextEdit* presetName() const { return nameField; }
 
@@ -72,12 +71,12 @@ private:
     void notifyPanels(int32 tag, double value = 0.0);
     void chooseFile(const FileDialog& dialog, bool reversed);
     void openManual();
-    // Tells the user of a manual that did not open, once the desktop has answered.
+    // Shows a message if the manual could not be opened, once the desktop has answered.
     void reportManual();
 
     CZKRTextEdit* nameField = nullptr;
     VSTGUI::COptionMenu* menu = nullptr;
-    // The buttons and the rocker, in the order of the table that makes them.
+    // The rocker and the buttons, in the order of kRows.
     std::array<VSTGUI::CControl*, 12> buttons{};
     std::unique_ptr<platform::DocumentOpening> manual;  // until the desktop has answered
     VSTGUI::SharedPointer<VSTGUI::CVSTGUITimer> manualTimer;

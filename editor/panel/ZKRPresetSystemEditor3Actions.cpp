@@ -15,7 +15,7 @@ using namespace VSTGUI;
 namespace Steinberg {
 namespace Vst {
 
-// One of the four ways to choose a file.
+// One of the four file dialogs.
 struct ZKRPresetSystemEditor3::FileDialog {
     CNewFileSelector::Style style;
     const char *title, *reversedTitle;
@@ -32,7 +32,7 @@ bool isParameter(const CControl* control)
 
 }  // namespace
 
-// Only parameters have gestures that a host may hear of.
+// The host is told only of gestures on parameters.
 void ZKRPresetSystemEditor3::controlBeginEdit(CControl* control)
 {
     if (isParameter(control))
@@ -248,7 +248,7 @@ void ZKRPresetSystemEditor3::reportManual()
         window->showMessage("Make sure Acrobat Reader is installed", "Could not open manual file");
     else
         window->showMessage("Could not open user manual", "");
-    // The message has swallowed the button's release.
+    // The message window got the button's release.
     if (auto* const button = static_cast<CZKKickButton*>(presetControl(kManualTag)))
         button->release();
 }

@@ -1,4 +1,4 @@
-// Systems without a text box of their own: the toolkit's serves.
+// Systems without a text box of their own use the toolkit's.
 #include "editor/controls/SystemBox.h"
 
 VSTGUI::IPlatformTextEdit* createSystemBox(VSTGUI::CFrame&, VSTGUI::IPlatformTextEditCallback*)

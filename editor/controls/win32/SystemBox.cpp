@@ -1,4 +1,4 @@
-// Windows has a text box of its own for a frame that stands in a window.
+// On Windows a frame with a window gets a box of class "EDIT".
 #include "editor/controls/SystemBox.h"
 
 #include "editor/controls/win32/ZKRSystemBoxWin32.h"
