@@ -1,4 +1,3 @@
-// libsndfile behind our error messages, writing through OutputFile.
 #include "tools/audio/AudioFile.h"
 
 #include "tools/common/ToolError.h"
@@ -15,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Beyond these a file's header is wrong rather than unusual.
+// A rate outside these limits is taken for a damaged header.
 constexpr int kMinRate = 1000;    // Hz
 constexpr int kMaxRate = 768000;  // Hz
 
@@ -73,31 +72,32 @@ int subformat(SampleFormat format)
     return SF_FORMAT_FLOAT;
 }
 
-OutputFile& fileBehind(void* user)
+OutputFile& outputFile(void* user)
 {
     return *static_cast<OutputFile*>(user);
 }
 
-SF_VIRTUAL_IO throughOutputFile()
+// libsndfile's calls for writing to an OutputFile.
+SF_VIRTUAL_IO outputFileCalls()
 {
     SF_VIRTUAL_IO calls;
-    calls.get_filelen = [](void* user) -> sf_count_t { return fileBehind(user).size(); };
+    calls.get_filelen = [](void* user) -> sf_count_t { return outputFile(user).size(); };
     calls.seek = [](sf_count_t offset, int whence, void* user) -> sf_count_t {
-        return fileBehind(user).seek(offset, whence);
+        return outputFile(user).seek(offset, whence);
     };
     calls.read = [](void* data, sf_count_t size, void* user) -> sf_count_t {
-        return fileBehind(user).read(data, size);
+        return outputFile(user).read(data, size);
     };
     calls.write = [](const void* data, sf_count_t size, void* user) -> sf_count_t {
-        return fileBehind(user).write(data, size);
+        return outputFile(user).write(data, size);
     };
-    calls.tell = [](void* user) -> sf_count_t { return fileBehind(user).seek(0, SEEK_CUR); };
+    calls.tell = [](void* user) -> sf_count_t { return outputFile(user).seek(0, SEEK_CUR); };
     return calls;
 }
 
-// Hands the path back when its format can hold the audio.
-const std::string& holdable(const std::string& path, int rate, int channels, SampleFormat format,
-                            std::int64_t frames)
+// Returns the path; throws ToolError if its format cannot hold the audio.
+const std::string& checkedPath(const std::string& path, int rate, int channels, SampleFormat format,
+                               std::int64_t frames)
 {
     const FileType& type = fileTypeOf(path);
     const bool flac = type.format == SF_FORMAT_FLAC;
@@ -131,9 +131,9 @@ SampleFormat parseSampleFormat(const std::string& text)
     throw ToolError("--bits is 16, 24 or 32f, not '" + text + "'");
 }
 
-AudioReader::AudioReader(const std::string& filePath) : path(filePath), info{}
+AudioReader::AudioReader(const std::string& path) : path(path), info{}
 {
-    // Anything but an ordinary file, a pipe for one, could keep us waiting for ever.
+    // Opening a pipe or a device could wait for ever.
     std::error_code error;
     if (!fs::exists(path, error))
         throw ToolError("no such file: '" + path + "'");
@@ -166,26 +166,26 @@ void AudioReader::read(float* interleaved, std::int64_t frames)
         throw ToolError("'" + path + "' is damaged: it ends before the length it states");
 }
 
-AudioWriter::AudioWriter(const std::string& filePath, int rate, int channels,
-                         SampleFormat sampleFormat, std::int64_t frames)
-    : path(filePath), channelCount(channels), format(sampleFormat), clippedCount(0),
-      output(holdable(filePath, rate, channels, sampleFormat, frames))
+AudioWriter::AudioWriter(const std::string& path, int rate, int channels, SampleFormat format,
+                         std::int64_t frames)
+    : path(path), channels(channels), format(format), clippedCount(0),
+      output(checkedPath(path, rate, channels, format, frames))
 {
     SF_INFO info{};
     info.samplerate = rate;
     info.channels = channels;
     info.format = fileTypeOf(path).format | subformat(format);
-    SF_VIRTUAL_IO calls = throughOutputFile();
+    SF_VIRTUAL_IO calls = outputFileCalls();
     file.reset(sf_open_virtual(&calls, SFM_WRITE, &info, &output));
     if (!file)
         refuse(sf_strerror(nullptr));
-    // The peak chunk carries the time of writing: two equal renders would differ.
+    // The peak chunk contains a time stamp, by which equal renders would differ.
     sf_command(file.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
 }
 
 void AudioWriter::write(const float* interleaved, std::int64_t frames)
 {
-    const std::int64_t count = frames * channelCount;
+    const std::int64_t count = frames * channels;
     if (format != SampleFormat::Float32)
         writeIntegers(interleaved, count);
     else if (sf_write_float(file.get(), interleaved, count) != count)
@@ -219,7 +219,7 @@ void AudioWriter::commit()
 
 void AudioWriter::refuse(const std::string& reason)
 {
-    // The disk's reason, where there is one, says more than the library's.
+    // If the output failed, commit throws with the system's reason.
     file.reset();
     if (output.failed())
         output.commit();

@@ -1,5 +1,5 @@
-// Audio files as interleaved floats: reading any format libsndfile knows, writing WAV, AIFF and
-// FLAC.
+// Audio files as interleaved floats: AudioReader reads the formats that libsndfile knows,
+// AudioWriter writes WAV, AIFF and FLAC.
 #pragma once
 
 #include "tools/common/OutputFile.h"
@@ -24,8 +24,8 @@ struct CloseSoundFile {
 
 class AudioReader {
 public:
-    // Throws ToolError unless the file is audio with one or two channels at a rate that makes
-    // sense.
+    // Throws ToolError unless the file is audio with one or two channels, a rate of 1 to 768 kHz
+    // and a known length.
     explicit AudioReader(const std::string& path);
 
     int rate() const { return info.samplerate; }  // Hz
@@ -33,7 +33,7 @@ public:
     std::int64_t frames() const { return info.frames; }
     bool holdsFloats() const;
 
-    // Fills `frames` frames. Throws ToolError where the file ends before its header says.
+    // Reads `frames` frames. Throws ToolError if the file ends before the length it states.
     void read(float* interleaved, std::int64_t frames);
 
 private:
@@ -49,8 +49,8 @@ public:
     AudioWriter(const std::string& path, int rate, int channels, SampleFormat format,
                 std::int64_t frames);
 
-    // Integer formats limit to full scale; `clipped` counts the samples that needed it. NaN becomes
-    // 0.
+    // In integer formats, samples beyond full scale are limited and counted in `clipped`, and NaN
+    // becomes 0.
     void write(const float* interleaved, std::int64_t frames);
     void commit();
     std::int64_t clipped() const { return clippedCount; }
@@ -60,7 +60,7 @@ private:
     [[noreturn]] void refuse(const std::string& reason);
 
     std::string path;
-    int channelCount;
+    int channels;
     SampleFormat format;
     std::int64_t clippedCount;
     OutputFile output;
@@ -68,7 +68,7 @@ private:
     std::unique_ptr<SNDFILE, CloseSoundFile> file;  // last: closing it still writes to `output`
 };
 
-// The writer's default: floats stay floats where the format of `path` holds them, else 24 bits.
+// Floats for input that holds floats, if the format of `path` can hold them; else 24 bits.
 SampleFormat defaultSampleFormat(const AudioReader& input, const std::string& path);
 
 }  // namespace tool

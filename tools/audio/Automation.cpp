@@ -1,4 +1,3 @@
-// Reading the lines of an automation file.
 #include "tools/audio/Automation.h"
 
 #include "tools/common/ToolError.h"
@@ -12,7 +11,7 @@ namespace tool {
 
 namespace {
 
-// Nobody writes a longer line; a stream without line ends must not fill the memory.
+// Limit the memory, for instance for a file without line ends.
 constexpr std::size_t kMaxLine = 4096;
 constexpr std::size_t kMaxPoints = 10'000'000;
 
@@ -77,7 +76,7 @@ std::vector<AutomationPoint> parseAutomation(std::istream& text, const std::stri
             if (!nextLine(text, line))
                 break;
             if (number == 1 && line.rfind("\xEF\xBB\xBF", 0) == 0)
-                line.erase(0, 3);  // the mark that some editors put before UTF-8
+                line.erase(0, 3);  // UTF-8 byte order mark
             line = trimmed(line.substr(0, line.find('#')));
             if (line.empty())
                 continue;

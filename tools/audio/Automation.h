@@ -1,4 +1,4 @@
-// A list of parameter changes in time, read from a text file.
+// Automation files: lists of parameter changes in time.
 #pragma once
 
 #include "tools/common/ParameterText.h"
@@ -15,10 +15,10 @@ struct AutomationPoint {
     Assignment assignment;
 };
 
-// One change a line: time in seconds, title, value, with commas, semicolons, tabs or blanks
-// between; values as --set takes them. Empty lines, what follows a #, and a first line of column
-// heads that starts with "time" do not count. The result is in order of time; changes at one time
-// keep their order. `name` is for messages. Throws ToolError naming the line.
+// One change per line: time in seconds, title and value, separated by commas, semicolons, tabs or
+// spaces, with values as for --set. Ignored are empty lines, text after a #, and a first line that
+// starts with "time" (column headings). The result is sorted by time; changes at the same time keep
+// their order. `name` is used in messages. Throws ToolError with the line's number.
 std::vector<AutomationPoint> parseAutomation(std::istream& text, const std::string& name,
                                              ParameterText& parameters);
 std::vector<AutomationPoint> readAutomation(const std::string& path, ParameterText& parameters);

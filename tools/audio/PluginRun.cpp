@@ -1,4 +1,3 @@
-// Switching on and off in the order hosts keep, and the cutting into blocks.
 #include "tools/audio/PluginRun.h"
 
 #include "tools/common/ToolError.h"
@@ -17,13 +16,12 @@ std::string channelsText(int count)
 
 }  // namespace
 
-PluginRun::PluginRun(host::Plugin& pluginToRun, double rate, int samplesPerBlock, int inputs,
-                     int outputs)
-    : plugin(pluginToRun), blockSize(samplesPerBlock), inputCount(inputs), outputCount(outputs)
+PluginRun::PluginRun(host::Plugin& plugin, double rate, int blockSize, int inputs, int outputs)
+    : plugin(plugin), blockSize(blockSize), inputCount(inputs), outputCount(outputs)
 {
     const bool accepted = plugin.setSpeakerArrangement(inputs, outputs);
     const host::EffectFields fields = plugin.fields();
-    // An effect with fixed channels may refuse the question and still be what is wanted.
+    // A plug-in with fixed channels may refuse the call although it has the wanted channels.
     if (fields.numInputs != inputs || fields.numOutputs != outputs)
         throw ToolError("the plug-in does not take " + channelsText(inputs) + " in and "
                         + channelsText(outputs) + " out" + (accepted ? ", though it said so" : ""));
@@ -39,7 +37,7 @@ PluginRun::~PluginRun()
         plugin.stopProcess();
         plugin.mainsOff();
     } catch (const host::HostError&) {
-        // A plug-in whose process is gone is off already; whoever lost it has been told.
+        // The helper process has ended; an earlier call has reported that.
     }
 }
 

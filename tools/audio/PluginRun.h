@@ -1,4 +1,4 @@
-// A plug-in switched on: arranged, given a rate and a block size, and fed block by block.
+// PluginRun: a plug-in that is switched on with given channels, sample rate and block size.
 #pragma once
 
 #include "tools/common/ParameterText.h"
@@ -9,12 +9,12 @@
 
 namespace tool {
 
-// One vector per channel, all of one length.
+// One vector per channel, all of the same length.
 using Channels = std::vector<std::vector<float>>;
 
 class PluginRun {
 public:
-    // Switches the plug-in on. Throws ToolError when it refuses the channels.
+    // Switches the plug-in on. `rate` in Hz. Throws ToolError when it refuses the channels.
     PluginRun(host::Plugin& plugin, double rate, int blockSize, int inputs, int outputs);
     // Switches it off.
     ~PluginRun();
@@ -26,8 +26,8 @@ public:
     int outputs() const { return outputCount; }
 
     void set(const std::vector<Assignment>& assignments);
-    // The plug-in's answer to `input`, sample for sample, late by its latency. Any length: longer
-    // ones are cut into blocks. The input is taken by value, since plug-ins may change it.
+    // Processes any number of samples in blocks. The output has the input's length and is late by
+    // the latency. The input is taken by value, since plug-ins may change it.
     Channels process(Channels input);
     void processSilence(std::int64_t samples);
 

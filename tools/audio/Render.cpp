@@ -1,4 +1,4 @@
-// Reading, feeding, writing: block by block, with parameter changes on their exact sample.
+// Renders block by block, with each parameter change on its exact sample.
 #include "tools/audio/Render.h"
 
 #include "tools/common/ToolError.h"
@@ -29,11 +29,11 @@ std::vector<float> interleaved(const Channels& channels)
     return result;
 }
 
-// Applies what is due at `position` and says at which sample the next change is due.
+// Applies the changes that are due, and limits a block to end at the next change.
 class AutomationCursor {
 public:
-    AutomationCursor(const std::vector<AutomationPoint>& automation, int rate)
-        : points(automation), sampleRate(rate), next(0)
+    AutomationCursor(const std::vector<AutomationPoint>& points, int sampleRate)
+        : points(points), sampleRate(sampleRate), next(0)
     {
     }
     void applyDue(std::int64_t position, PluginRun& run)
@@ -41,12 +41,13 @@ public:
         while (next < points.size() && sampleOf(points[next]) <= static_cast<double>(position))
             run.set({points[next++].assignment});
     }
-    std::int64_t samplesLeft(std::int64_t position, std::int64_t most) const
+    // Samples until the next change, at most `limit`.
+    std::int64_t samplesToNext(std::int64_t position, std::int64_t limit) const
     {
         if (next == points.size())
-            return most;
+            return limit;
         const double left = sampleOf(points[next]) - static_cast<double>(position);
-        return left < static_cast<double>(most) ? static_cast<std::int64_t>(left) : most;
+        return left < static_cast<double>(limit) ? static_cast<std::int64_t>(left) : limit;
     }
 
 private:
@@ -61,21 +62,21 @@ private:
 
 }  // namespace
 
-void Meter::add(const float* audio, std::size_t count)
+void Meter::add(const float* samples, std::size_t count)
 {
     for (std::size_t i = 0; i < count; ++i) {
-        const double value = static_cast<double>(audio[i]);
+        const double value = static_cast<double>(samples[i]);
         if (!std::isfinite(value))
             continue;
         peakLevel = std::max(peakLevel, std::fabs(value));
         sumOfSquares += value * value;
     }
-    samples += static_cast<std::int64_t>(count);
+    sampleCount += static_cast<std::int64_t>(count);
 }
 
 double Meter::rms() const
 {
-    return samples > 0 ? std::sqrt(sumOfSquares / static_cast<double>(samples)) : 0.0;
+    return sampleCount > 0 ? std::sqrt(sumOfSquares / static_cast<double>(sampleCount)) : 0.0;
 }
 
 RenderReport render(host::Plugin& plugin, const RenderJob& job, Progress& progress)
@@ -104,10 +105,10 @@ RenderReport render(host::Plugin& plugin, const RenderJob& job, Progress& progre
     AutomationCursor automation(job.automation, reader.rate());
     for (std::int64_t position = 0; position < end;) {
         automation.applyDue(position, run);
-        const std::int64_t most = std::min<std::int64_t>(job.blockSize, end - position);
-        const std::int64_t count = automation.samplesLeft(position, most);
+        const std::int64_t limit = std::min<std::int64_t>(job.blockSize, end - position);
+        const std::int64_t count = automation.samplesToNext(position, limit);
 
-        // Behind the file's end the plug-in hears silence, until its delay has run out.
+        // After the file's end, silence for the length of the latency.
         std::vector<float> input(static_cast<std::size_t>(count * inputs));
         const std::int64_t fromFile =
             std::clamp<std::int64_t>(reader.frames() - position, 0, count);
@@ -116,9 +117,9 @@ RenderReport render(host::Plugin& plugin, const RenderJob& job, Progress& progre
 
         const std::vector<float> output = interleaved(run.process(deinterleaved(input, inputs)));
         const std::int64_t first = std::clamp<std::int64_t>(skipped - position, 0, count);
-        const float* wanted = output.data() + first * outputs;
-        writer.write(wanted, count - first);
-        report.after.add(wanted, static_cast<std::size_t>((count - first) * outputs));
+        const float* kept = output.data() + first * outputs;
+        writer.write(kept, count - first);
+        report.after.add(kept, static_cast<std::size_t>((count - first) * outputs));
 
         position += count;
         progress.show(static_cast<double>(position) / static_cast<double>(end));

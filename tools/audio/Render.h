@@ -1,4 +1,4 @@
-// The road of an audio file through the plug-in.
+// Renders an audio file through the plug-in.
 #pragma once
 
 #include "tools/audio/AudioFile.h"
@@ -20,13 +20,13 @@ struct RenderJob {
     int outputChannels = 0;              // 0: as many as the input has
     std::optional<SampleFormat> format;  // none: floats stay floats, the rest becomes 24-bit
     bool keepLatency = false;
-    // Silence sent ahead, so that the settings have glided into place when the music starts.
+    // Silence processed first, so that parameter ramps have ended when the audio starts.
     double preRollSeconds = 2.0;
     std::vector<Assignment> settings;
     std::vector<AutomationPoint> automation;  // in order of time
 };
 
-// Peak and energy of everything that passed.
+// Peak and RMS of the samples added, linear. Samples that are not finite count as 0.
 class Meter {
 public:
     void add(const float* samples, std::size_t count);
@@ -36,7 +36,7 @@ public:
 private:
     double peakLevel = 0.0;
     double sumOfSquares = 0.0;
-    std::int64_t samples = 0;
+    std::int64_t sampleCount = 0;
 };
 
 struct RenderReport {
@@ -52,7 +52,7 @@ struct RenderReport {
     double elapsedSeconds;
 };
 
-// Throws ToolError or HostError; the output file then is what it was before.
+// Throws ToolError or HostError; an existing output file is then unchanged.
 RenderReport render(host::Plugin& plugin, const RenderJob& job, Progress& progress);
 
 }  // namespace tool

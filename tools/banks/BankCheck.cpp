@@ -1,4 +1,4 @@
-// The start and the header; the records follow in RecordCheck.
+// Checks the start and the header of a file; RecordCheck does the records.
 #include "tools/banks/BankCheck.h"
 
 #include "tools/banks/RecordCheck.h"
@@ -25,9 +25,9 @@ bool isState(ByteView file)
         || (file.size == kStateSize && !readImageStart(file));
 }
 
-// Fields that the plug-in does not look at, or puts right by itself.
-void checkQuietFields(const FileParts& parts, const std::uint8_t* image, std::size_t base,
-                      BankReport& report)
+// Fields that the plug-in ignores or corrects.
+void checkIgnoredFields(const FileParts& parts, const std::uint8_t* image, std::size_t base,
+                        BankReport& report)
 {
     const bool preset = parts.kind == FileKind::Preset;
     const FileHeader& header = parts.header;
@@ -58,7 +58,7 @@ void checkQuietFields(const FileParts& parts, const std::uint8_t* image, std::si
                     "a reserved byte of the header is not zero; it is not looked at");
 }
 
-// The payload of a file; the store and projects do without its size.
+// The payload of a file. Values of the store and projects are read without the payload size.
 bool takePayload(FileParts& parts, ByteView image, BankReport& report)
 {
     const std::size_t left = image.size - kFileHeaderSize;
@@ -108,7 +108,8 @@ bool checkRecordCount(const FileParts& parts, std::size_t base, BankReport& repo
     return false;
 }
 
-// A project's state goes into a buffer of fixed size. Only the count and the records are looked at.
+// The plug-in copies a project's state into a buffer of fixed size and uses only the record count
+// and the records.
 std::optional<FileParts> takeStateApart(ByteView file, BankReport& report)
 {
     const std::size_t base = kStatePrefix.size();
@@ -146,7 +147,7 @@ std::optional<FileParts> takeStateApart(ByteView file, BankReport& report)
         report.note("payload sizes", base + FileHeader::kPayloadAt,
                     "the payload size is " + std::to_string(parts.header.payloadSize)
                         + "; in a state it is not looked at");
-    checkQuietFields(parts, image, base, report);
+    checkIgnoredFields(parts, image, base, report);
     if (!checkRecordCount(parts, base, report))
         return std::nullopt;
     parts.records.assign(buffer.begin() + static_cast<std::ptrdiff_t>(parts.recordsAt),
@@ -195,13 +196,13 @@ std::optional<FileParts> takeApart(ByteView file, BankReport& report)
                     kFileHeaderSize, file.size,        {}};
     if (parts.swap)
         swapHeader(parts.header);
-    checkQuietFields(parts, file.data, 0, report);
+    checkIgnoredFields(parts, file.data, 0, report);
     const bool counted = checkRecordCount(parts, 0, report);
     return takePayload(parts, file, report) && counted ? std::optional(parts) : std::nullopt;
 }
 
-// What does not begin as a preset or bank does may still be a project's state: of that, the start
-// is not looked at. An empty one is not handed over.
+// A file that begins neither as a preset nor as a bank may be a project's state, whose first bytes
+// the plug-in ignores. An empty file cannot be one.
 void noteState(ByteView file, const std::vector<std::string>& titles, BankReport& report)
 {
     BankReport state;

@@ -1,4 +1,4 @@
-// Banks and presets as JSON, to be read and edited by hand. docs/preset-json.md describes the form.
+// Banks and presets as JSON, to read and edit by hand. docs/preset-json.md describes the format.
 #pragma once
 
 #include "presets/FactoryBank.h"
@@ -13,7 +13,7 @@ struct BankContent {
     int currentPreset;  // 0 to 23
 };
 
-// Reading the text back gives the same bytes. Values have to lie within 0 to 1.
+// Reading the text back gives the same bytes, for values from 0 to 1.
 std::string bankToJson(const BankContent& bank, ParameterText& parameters);
 std::string presetToJson(const PresetSlot& preset, ParameterText& parameters);
 
@@ -23,13 +23,13 @@ BankContent bankFromJson(const std::string& text, const std::string& name,
 PresetSlot presetFromJson(const std::string& text, const std::string& name,
                           ParameterText& parameters);
 
-// Whether the text calls itself a preset; a bank otherwise. Throws ToolError where it is no JSON.
+// Whether the text's "format" is that of a preset. Throws ToolError if the text is no JSON.
 bool isPresetJson(const std::string& text, const std::string& name);
 
 // "3.50 dB", "Off".
 std::string displayWithUnit(ParameterText& parameters, std::size_t id, float value);
 
-// The shortest decimal number that is this value and no other.
+// The shortest decimal text that reads back as this value.
 std::string storedText(float value);
 
 }  // namespace tool

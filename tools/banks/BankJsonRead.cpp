@@ -1,4 +1,4 @@
-// Banks and presets from JSON, as written by us or by hand: the outer form.
+// BankJsonReader: format, version and the list of presets.
 #include "tools/banks/BankJsonReader.h"
 #include "tools/banks/PresetName.h"
 
@@ -62,7 +62,7 @@ BankContent BankJsonReader::readBank()
 {
     expectFormat("zkrt46-bank", "a bank");
     expectObject(root, {"format", "version", "currentPreset", "presets"});
-    // Where the list ends early, the rest are presets as an empty bank has them.
+    // Presets missing at the end of the list are the factory bank's last one, an empty preset.
     BankContent bank{};
     bank.presets.fill(factoryBank().back());
     if (const JsonValue* current = root.find("currentPreset"))

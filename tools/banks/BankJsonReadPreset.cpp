@@ -1,4 +1,4 @@
-// The inside of a preset in JSON: its name and its parameters.
+// BankJsonReader: a preset's name and parameters.
 #include "tools/banks/BankJsonReader.h"
 #include "tools/banks/PresetName.h"
 
@@ -96,7 +96,7 @@ float BankJsonReader::readValue(const JsonValue& entry, int index)
         return valueOfDisplay(index, text);
     const float value = readStored(*stored);
     const std::string shown = displayWithUnit(parameters, static_cast<std::size_t>(index), value);
-    // Many stored values share a display: they agree when they show the same.
+    // Several stored values have the same display, so the displays are compared.
     if (display && text != shown
         && displayWithUnit(parameters, static_cast<std::size_t>(index), valueOfDisplay(index, text))
             != shown)
@@ -121,7 +121,7 @@ float BankJsonReader::readStored(const JsonValue& value) const
         refuse(std::string("\"stored\" must be a number, not ") + typeName(value));
     if (!parseNumber(value.text, number) || number < 0.0 || number > 1.0)
         refuse("\"stored\" must lie from 0 to 1, not at " + value.text);
-    // Straight from the text: on its way through a double it could be rounded twice.
+    // Converted to float directly: by way of double it could be rounded twice.
     float stored = 0.0f;
     const char* end = value.text.data() + value.text.size();
     const auto result = std::from_chars(value.text.data(), end, stored);

@@ -1,4 +1,4 @@
-// The reader behind bankFromJson and presetFromJson.
+// BankJsonReader: does the work of bankFromJson and presetFromJson.
 #pragma once
 
 #include "tools/banks/BankJson.h"
@@ -10,11 +10,11 @@
 
 namespace tool {
 
-// One file's reader: knows where it is, for its complaints.
+// Reads one file, and keeps the preset and parameter being read for error messages.
 class BankJsonReader {
 public:
-    BankJsonReader(const std::string& text, const std::string& fileName, ParameterText& displays)
-        : name(fileName), parameters(displays), root(parseJson(text, fileName))
+    BankJsonReader(const std::string& text, const std::string& name, ParameterText& parameters)
+        : name(name), parameters(parameters), root(parseJson(text, name))
     {
     }
     BankContent readBank();
@@ -45,8 +45,8 @@ private:
     float readStored(const JsonValue& value) const;
 
     std::string name;
-    std::string where;  // the preset at hand
-    std::string title;  // the parameter at hand
+    std::string where;  // the preset being read
+    std::string title;  // the parameter being read
     ParameterText& parameters;
     JsonValue root;
 };

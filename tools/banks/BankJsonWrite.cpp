@@ -1,4 +1,4 @@
-// Banks and presets into JSON, one parameter to a line.
+// Writes banks and presets as JSON, one parameter per line.
 #include "tools/banks/BankJson.h"
 
 #include "tools/banks/JsonTree.h"
@@ -55,7 +55,7 @@ std::string displayWithUnit(ParameterText& parameters, std::size_t id, float val
 
 std::string storedText(float value)
 {
-    // A sign would get lost on an integer.
+    // "-0" would be read as an integer, without its sign.
     if (value == 0.0f)
         return std::signbit(value) ? "-0.0" : "0";
     char text[32];

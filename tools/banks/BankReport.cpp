@@ -1,4 +1,3 @@
-// Findings, and the words for them.
 #include "tools/banks/BankReport.h"
 
 #include <algorithm>

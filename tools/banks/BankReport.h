@@ -1,4 +1,4 @@
-// What is wrong or odd in a preset or bank file, and what the plug-in, which says nothing, makes of
+// Findings about a preset or bank file, and what the plug-in, which gives no messages, does with
 // it.
 #pragma once
 
@@ -13,20 +13,20 @@ enum class FileKind {
     Unknown,
     Preset,
     Bank,
-    State,  // a bank as a host's project keeps it, behind kStatePrefix
+    State,  // a bank as stored in a host's project, after kStatePrefix
 };
 
 // From worst to best.
 enum class Outcome {
-    Ignored,   // not taken for a preset or a bank
-    NoEffect,  // read, and nothing changes
-    Undone,    // the whole of it is given up
-    Partly,    // taken as far as its records make sense
+    Ignored,   // not recognised as a preset or bank
+    NoEffect,  // read without a change to the bank
+    Undone,    // undone as a whole after a fault
+    Partly,    // some of it is skipped or missing
     Taken,
 };
 
 struct Finding {
-    bool isFault;                       // else an oddity that costs nothing that matters
+    bool isFault;                       // else a note
     std::optional<std::size_t> offset;  // bytes from the start of the file
     std::string text;
 };
@@ -37,7 +37,8 @@ public:
     Outcome outcome = Outcome::Taken;
     std::vector<Finding> findings;
 
-    // After the tenth of one topic, only their number is kept; `close` writes it down.
+    // A finding lowers `outcome` to `atBest`. Of each topic the first ten findings are kept;
+    // `close` adds one with the number of the others.
     void fault(const std::string& topic, std::optional<std::size_t> offset, const std::string& text,
                Outcome atBest);
     void note(const std::string& topic, std::optional<std::size_t> offset, const std::string& text,
@@ -59,7 +60,7 @@ private:
     bool faults = false;
 };
 
-// The whole of what the plug-in does with it, as the end of a sentence.
+// What the plug-in does with the file, as a clause for a message.
 std::string outcomeText(const BankReport& report);
 // "at byte 65 (0x41)"
 std::string atByte(std::size_t offset);

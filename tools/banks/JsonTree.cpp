@@ -1,4 +1,4 @@
-// The library reads the syntax and tells event by event; the tree is ours.
+// Builds the tree from the events of the JSON library's parser.
 #include "tools/banks/JsonTree.h"
 
 #include "tools/banks/PresetName.h"
@@ -22,10 +22,10 @@ constexpr std::size_t kMaxMessage = 160;
 
 class TreeBuilder {
 public:
-    explicit TreeBuilder(JsonValue& tree) : root(tree) { }
+    explicit TreeBuilder(JsonValue& root) : root(root) { }
 
-    std::string complaint;
-    std::size_t position = 0;  // bytes read when the syntax went wrong; 0 elsewhere
+    std::string message;
+    std::size_t position = 0;  // bytes read up to a syntax error; else 0
 
     bool null() { return add(JsonValue::Type::Null) != nullptr; }
     bool boolean(bool) { return add(JsonValue::Type::Boolean) != nullptr; }
@@ -62,9 +62,9 @@ public:
         const std::string whole = error.what();
         const std::size_t colon = whole.find(": ");
         const std::size_t bracket = whole.find("] ");
-        complaint = whole.substr(colon != std::string::npos         ? colon + 2
-                                     : bracket != std::string::npos ? bracket + 2
-                                                                    : 0);
+        message = whole.substr(colon != std::string::npos         ? colon + 2
+                                   : bracket != std::string::npos ? bracket + 2
+                                                                  : 0);
         return false;
     }
 
@@ -80,7 +80,7 @@ private:
     JsonValue* add(JsonValue::Type type)
     {
         if (++values > kMaxValues) {
-            complaint = "there are too many values for a bank";
+            message = "there are too many values for a bank";
             return nullptr;
         }
         JsonValue* value = &root;
@@ -92,12 +92,12 @@ private:
     bool enter(JsonValue::Type type)
     {
         if (open.size() == kMaxDepth) {
-            complaint = "it is nested too deeply for a bank";
+            message = "it is nested too deeply for a bank";
             return false;
         }
         JsonValue* value = add(type);
         if (value)
-            open.push_back(value);  // stays in place: its siblings come after it is left
+            open.push_back(value);  // remains valid: siblings are added after leave()
         return value != nullptr;
     }
     bool leave()
@@ -156,12 +156,12 @@ JsonValue parseJson(const std::string& text, const std::string& name)
     TreeBuilder builder(tree);
     if (Json::sax_parse(text, &builder))
         return tree;
-    std::string complaint = printable(builder.complaint);
-    if (complaint.size() > kMaxMessage)
-        complaint = complaint.substr(0, kMaxMessage) + " ...";
+    std::string message = printable(builder.message);
+    if (message.size() > kMaxMessage)
+        message = message.substr(0, kMaxMessage) + " ...";
     const std::string where =
         builder.position > 0 ? ":" + lineAndColumn(text, builder.position) : "";
-    throw ToolError(name + where + ": " + complaint);
+    throw ToolError(name + where + ": " + message);
 }
 
 std::string jsonQuoted(const std::string& text)

@@ -1,5 +1,5 @@
-// A JSON text as a tree that keeps what the usual ones lose: numbers as they were written, and keys
-// that stand twice.
+// JSON as a tree that keeps what common JSON libraries drop: numbers as written, and duplicate
+// keys.
 #pragma once
 
 #include <string>
@@ -22,11 +22,11 @@ struct JsonValue {
 // "a string", for messages.
 const char* typeName(const JsonValue& value);
 
-// Throws ToolError with `name`, line and column where the text is no JSON, or deeper or larger than
-// any bank.
+// Throws ToolError with `name`, line and column if the text is no JSON, or is nested more deeply or
+// has more values than any bank.
 JsonValue parseJson(const std::string& text, const std::string& name);
 
-// The text in quotation marks, with its escapes. What is not UTF-8 is replaced by U+FFFD.
+// The text in quotation marks, escaped. Bytes that are not UTF-8 are replaced by U+FFFD.
 std::string jsonQuoted(const std::string& text);
 
 }  // namespace tool

@@ -1,4 +1,3 @@
-// Reading takes a file as the plug-in would, but says why not; writing goes through OutputFile.
 #include "tools/banks/PresetFile.h"
 
 #include "tools/common/OutputFile.h"
@@ -43,7 +42,8 @@ void appendPreset(ImageWriter& writer, std::int32_t index, const PresetSlot& pre
         writer.appendValue(index, id, preset.values[id]);
 }
 
-// The parts of a file that the plug-in takes and that is of a wanted kind.
+// The parts of a file that the plug-in would load and that has the wanted kind; else throws
+// ToolError.
 FileParts goodParts(const std::string& path, const std::vector<std::uint8_t>& bytes,
                     bool wantsPreset)
 {
@@ -99,7 +99,7 @@ std::vector<std::uint8_t> readFile(const std::string& path)
     const auto refuse = [&](const std::string& reason) {
         throw ToolError("cannot read '" + path + "': " + reason);
     };
-    // Without waiting for somebody to write into a pipe.
+    // Opening a pipe must not wait for a writer.
     const int handle = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (handle < 0)
         refuse(std::strerror(errno));

@@ -1,5 +1,5 @@
-// Preset and bank files, binary or JSON. Which of the two is told by their content when they are
-// read and by their name's ending when they are written.
+// Preset and bank files, binary or JSON: recognised by content when read, and chosen by the name's
+// ending when written.
 #pragma once
 
 #include "tools/banks/BankCheck.h"
@@ -11,14 +11,14 @@
 
 namespace tool {
 
-// True for a plug-in whose parameters presets hold.
+// Whether presets are for this plug-in, by its unique id and number of parameters.
 bool takesPresets(const host::EffectFields& fields);
 
-// The plug-in's titles and displays, opened when they are first needed.
+// The plug-in's titles and displays. The plug-in is opened at the first call of get.
 class Displays {
 public:
-    explicit Displays(std::string pluginPath) : path(std::move(pluginPath)) { }
-    // Throws ToolError when the plug-in is another one than presets are for.
+    explicit Displays(std::string path) : path(std::move(path)) { }
+    // Throws ToolError when presets are not for this plug-in.
     ParameterText& get();
 
 private:
@@ -26,24 +26,24 @@ private:
     std::optional<ParameterText> opened;
 };
 
-// The whole of an ordinary file of 1 GiB at most. Throws ToolError.
+// The content of a regular file of at most 1 GiB. Throws ToolError.
 std::vector<std::uint8_t> readFile(const std::string& path);
 bool isJson(const std::vector<std::uint8_t>& bytes);
 
-// Throw ToolError with what is wrong where the plug-in would not take the file. What a bank does
-// not hold comes from the factory's. A file that is taken in part gets a warning.
+// Throw ToolError with the reason when the plug-in would not load the file. What a bank file leaves
+// out is as in the factory bank. A file that is loaded in part gives a warning on standard error.
 BankContent readBank(const std::string& path, Displays& displays);
 PresetSlot readPreset(const std::string& path, Displays& displays);
 
-// Throw ToolError; the file then is what it was before. Endings: .zkb or .zkr, and .json.
+// Throw ToolError; an existing file is then unchanged. Endings: .zkb or .zkr, and .json.
 void writeBank(const std::string& path, const BankContent& bank, Displays& displays);
 void writePreset(const std::string& path, const PresetSlot& preset, Displays& displays);
 
-// As the plug-in saves them.
+// The files' bytes as the plug-in saves them.
 std::vector<std::uint8_t> bankBytes(const BankContent& bank);
 std::vector<std::uint8_t> presetBytes(const PresetSlot& preset);
 
-// The factory's bank for an empty path.
+// The factory bank for an empty path.
 BankContent readBankOrFactory(const std::string& path, Displays& displays);
 // "the factory bank", "'mine.zkb'"
 std::string bankLabel(const std::string& path);

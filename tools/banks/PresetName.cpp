@@ -1,4 +1,3 @@
-// Names as text.
 #include "tools/banks/PresetName.h"
 
 #include "platform/Utf8.h"
@@ -11,7 +10,7 @@ namespace tool {
 
 namespace {
 
-// Of C0, C1 and what deletes.
+// C0, DEL and C1.
 bool isControl(const char* character)
 {
     const auto first = static_cast<unsigned char>(character[0]);

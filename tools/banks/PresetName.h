@@ -1,4 +1,4 @@
-// The names of presets, which are 24 bytes of anything.
+// Preset names: fields of 24 bytes with any content.
 #pragma once
 
 #include "presets/PresetSlot.h"
@@ -7,13 +7,13 @@
 
 namespace tool {
 
-// The bytes ahead of the terminator; all 24 without one.
+// The bytes before the terminator; all 24 without one.
 std::string nameOf(const PresetSlot& preset);
 
-// True when text and zeros are all there is, so that nameOf alone gives the 24 bytes back.
+// True for UTF-8 text followed by zeros only, which nameOf returns without loss.
 bool isPlainName(const char* name);
 
-// For a terminal: whatever is no printable UTF-8 as \xNN.
+// For output on a terminal: bytes that are no printable UTF-8 become \xNN.
 std::string printable(const std::string& text);
 
 // "3 \"Air\"", for messages and tables.

@@ -1,4 +1,3 @@
-// Rows of text, aligned.
 #include "tools/banks/PresetTable.h"
 
 #include "platform/Utf8.h"

@@ -1,4 +1,4 @@
-// Presets and banks as tables on the screen.
+// Presets and banks as tables of text.
 #pragma once
 
 #include "tools/banks/BankJson.h"
@@ -8,7 +8,7 @@
 
 namespace tool {
 
-// Columns as wide as they need, two blanks apart; `indent` ahead of every row.
+// Columns as wide as their widest cell, two spaces apart; each row begins with `indent`.
 std::string asTable(const std::vector<std::vector<std::string>>& rows,
                     const std::string& indent = "");
 

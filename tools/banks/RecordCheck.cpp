@@ -1,4 +1,4 @@
-// Every record is looked at, also behind the first fault, as long as the next one can be found.
+// Checking goes on after a fault as long as the next record can be located.
 #include "tools/banks/RecordCheck.h"
 
 #include "platform/Utf8.h"
@@ -20,10 +20,9 @@ std::string numberText(float value)
 
 }  // namespace
 
-RecordCheck::RecordCheck(const FileParts& fileParts, const std::vector<std::string>& names,
-                         BankReport& reportToFill)
-    : parts(fileParts), titles(names), report(reportToFill),
-      bank(fileParts.kind != FileKind::Preset)
+RecordCheck::RecordCheck(const FileParts& parts, const std::vector<std::string>& titles,
+                         BankReport& report)
+    : parts(parts), titles(titles), report(report), bank(parts.kind != FileKind::Preset)
 {
 }
 
@@ -115,19 +114,19 @@ void RecordCheck::checkName(const Record& record, std::size_t at, std::size_t pr
                      Outcome::Partly);
         return;
     }
-    Seen& so = seen[preset];
-    if (bank && so.values.any()) {
+    Seen& known = seen[preset];
+    if (bank && known.values.any()) {
         report.note("presets reset by a late name record", at,
-                    std::to_string(so.values.count()) + " values" + ofPreset(preset)
+                    std::to_string(known.values.count()) + " values" + ofPreset(preset)
                         + " stand ahead of this name record, which resets them to the default",
                     Outcome::Partly);
-        so.values.reset();
+        known.values.reset();
     }
-    if (so.name)
+    if (known.name)
         report.note("repeated names", at,
                     "a second name record" + ofPreset(preset) + "; the later one counts",
                     Outcome::Partly);
-    so.name = true;
+    known.name = true;
     checkNameText(reinterpret_cast<const char*>(name), at + Record::kBodyAt, preset);
     if (static_cast<std::size_t>(record.size) != kNameBodySize)
         report.note("name records of another size", at + Record::kSizeAt,
@@ -194,7 +193,7 @@ void RecordCheck::checkValue(const Record& record, std::size_t at, std::size_t p
     seen[preset].values[id] = true;
 }
 
-// Bytes of the body that are written as zeros. What lies behind a shorter body is not ours.
+// Bytes of the body that the plug-in writes as zeros, as far as the body has them.
 void RecordCheck::checkReserved(const Record& record, std::size_t at, std::size_t from,
                                 std::size_t to)
 {
@@ -208,24 +207,24 @@ void RecordCheck::checkReserved(const Record& record, std::size_t at, std::size_
     }
 }
 
-// What the records leave out, once all of them could be read.
+// Reports what is missing after all records have been read.
 void RecordCheck::checkCompleteness()
 {
     std::string absent;
     for (std::size_t preset = 0; preset < (bank ? seen.size() : 1); ++preset) {
-        const Seen& so = seen[preset];
-        if (bank && !so.name && so.values.none())
+        const Seen& known = seen[preset];
+        if (bank && !known.name && known.values.none())
             absent += (absent.empty() ? "" : ", ") + std::to_string(preset);
-        else if (bank && !so.name)
+        else if (bank && !known.name)
             report.note("presets without a name record", std::nullopt,
                         "there are values but no name record" + ofPreset(preset)
                             + ": the values are laid over the preset that the plug-in has there",
                         Outcome::Partly);
-        else if (!so.name)
+        else if (!known.name)
             report.note("presets without a name record", std::nullopt,
                         "there is no name record: the preset gets the name of the default preset",
                         Outcome::Partly);
-        if (so.name || !bank)
+        if (known.name || !bank)
             checkMissingValues(preset);
     }
     if (!absent.empty())

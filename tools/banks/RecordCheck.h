@@ -1,4 +1,4 @@
-// Checks the records of a preset or bank, one after the other.
+// RecordCheck: checks the records of a preset or bank one by one.
 #pragma once
 
 #include "tools/banks/BankCheck.h"
@@ -14,7 +14,7 @@ public:
     void run();
 
 private:
-    // What the records so far have brought for a preset.
+    // The records read so far for a preset.
     struct Seen {
         bool name = false;
         std::bitset<kPresetParamCount> values;

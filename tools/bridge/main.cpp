@@ -1,4 +1,4 @@
-// The helper that holds a Windows plug-in for a host on Linux: it runs under Wine, reads requests
+// The helper that loads a Windows plug-in for a host on Linux: it runs under Wine, reads requests
 // from its standard input and answers on its standard output until the input ends.
 #include "tools/host/BridgeProtocol.h"
 #include "tools/host/HostError.h"
@@ -17,9 +17,9 @@ namespace {
 
 using namespace host;
 
-// The two ends of the line. What a plug-in prints goes elsewhere, so that it cannot break a
-// message.
-struct Line {
+// File descriptors of the messages. What the plug-in itself prints is sent to standard error
+// instead.
+struct Streams {
     int in;
     int out;
 };
@@ -52,17 +52,17 @@ bool writeAll(int file, const void* data, std::size_t size)
     return true;
 }
 
-Line takeOverStandardStreams()
+Streams takeOverStandardStreams()
 {
-    const Line line{_dup(0), _dup(1)};
-    _setmode(line.in, _O_BINARY);
-    _setmode(line.out, _O_BINARY);
+    const Streams streams{_dup(0), _dup(1)};
+    _setmode(streams.in, _O_BINARY);
+    _setmode(streams.out, _O_BINARY);
     _dup2(2, 1);
     SetStdHandle(STD_OUTPUT_HANDLE, GetStdHandle(STD_ERROR_HANDLE));
-    return line;
+    return streams;
 }
 
-// A crash must end this process at once: a dialogue nobody sees would leave the host waiting.
+// Ends the process at a crash; an error dialog would keep the host waiting.
 LONG WINAPI endOnCrash(EXCEPTION_POINTERS* details)
 {
     std::fprintf(stderr, "crash in the plug-in, code 0x%08lX\n",
@@ -97,7 +97,7 @@ void processBlock(NativePlugin& plugin, MessageReader& request, MessageWriter& r
         result.putRaw(output.data(), length * sizeof(float));
 }
 
-void obey(std::unique_ptr<NativePlugin>& plugin, MessageReader& request, MessageWriter& result)
+void execute(std::unique_ptr<NativePlugin>& plugin, MessageReader& request, MessageWriter& result)
 {
     const auto command = request.get<BridgeCommand>();
     if (command == BridgeCommand::Open) {
@@ -162,20 +162,20 @@ void obey(std::unique_ptr<NativePlugin>& plugin, MessageReader& request, Message
     }
 }
 
-bool serveOne(const Line& line, std::unique_ptr<NativePlugin>& plugin)
+bool serveOne(const Streams& streams, std::unique_ptr<NativePlugin>& plugin)
 {
     std::uint32_t length = 0;
-    if (!readAll(line.in, &length, sizeof(length)) || length > kBridgeLongestMessage)
+    if (!readAll(streams.in, &length, sizeof(length)) || length > kMaxBridgeMessage)
         return false;
     std::vector<std::uint8_t> message(length);
-    if (!readAll(line.in, message.data(), message.size()))
+    if (!readAll(streams.in, message.data(), message.size()))
         return false;
 
     MessageWriter answer;
     try {
         MessageReader request(std::move(message));
         MessageWriter result;
-        obey(plugin, request, result);
+        execute(plugin, request, result);
         answer.put(kBridgeDone);
         answer.put(plugin->fields());
         const std::vector<std::uint8_t>& framed = result.framed();
@@ -186,7 +186,7 @@ bool serveOne(const Line& line, std::unique_ptr<NativePlugin>& plugin)
         answer.putText(failure.what());
     }
     const std::vector<std::uint8_t>& framed = answer.framed();
-    return writeAll(line.out, framed.data(), framed.size());
+    return writeAll(streams.out, framed.data(), framed.size());
 }
 
 }  // namespace
@@ -195,10 +195,10 @@ int main()
 {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     SetUnhandledExceptionFilter(endOnCrash);
-    const Line line = takeOverStandardStreams();
-    if (!writeAll(line.out, &kBridgeGreeting, sizeof(kBridgeGreeting)))
+    const Streams streams = takeOverStandardStreams();
+    if (!writeAll(streams.out, &kBridgeGreeting, sizeof(kBridgeGreeting)))
         return 1;
     std::unique_ptr<NativePlugin> plugin;
-    while (serveOne(line, plugin)) { }
+    while (serveOne(streams, plugin)) { }
     return 0;
 }

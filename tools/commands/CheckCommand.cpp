@@ -16,9 +16,10 @@ struct CheckOptions {
     std::vector<std::string> files;
 };
 
+// Exit codes.
 constexpr int kClean = 0, kFaulty = 1, kUnreadable = 2;
 
-// None where the plug-in is not at hand: a check can do without.
+// Empty when the plug-in cannot be opened; the check works without titles.
 std::vector<std::string> titlesOf(Displays& displays)
 {
     std::vector<std::string> titles;

@@ -1,4 +1,3 @@
-// What the commands have in common.
 #include "tools/commands/Commands.h"
 
 #include "tools/host/OpenPlugin.h"
@@ -21,7 +20,7 @@ std::string defaultPlugin()
     std::error_code error;
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
     const std::filesystem::path beside = self.parent_path() / "ZKRT46.so";
-    // A package of the system keeps the two apart.
+    // Installed packages have the library in lib/vst.
     const std::filesystem::path packaged = self.parent_path() / "../lib/vst/ZKRT46.so";
     return (exists(beside, error) || !exists(packaged, error) ? beside : packaged).string();
 }

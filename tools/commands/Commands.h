@@ -1,5 +1,5 @@
-// The commands of zkrt46: each adds itself to the command line, and leaves its work in `action`
-// when it is the one that was typed. An action returns the program's exit code.
+// The commands of zkrt46. Each function adds a command to the command line, which stores its work
+// in `action` when the command is given. An action returns the program's exit code.
 #pragma once
 
 #include "tools/audio/PluginRun.h"
@@ -30,7 +30,7 @@ void addScreenshotCommand(CLI::App& app, Action& action);
 
 // --- Shared by the commands ---
 
-// --plugin, with the environment's ZKRT46_PLUGIN or the library beside this program as its default.
+// --plugin. Default: the environment's ZKRT46_PLUGIN, else the library beside this program.
 void addPluginOption(CLI::App& command, std::string& path);
 // The command takes --plugin, and calls `run` with the options that its line has filled in.
 template <typename Options>

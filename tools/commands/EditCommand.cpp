@@ -1,4 +1,4 @@
-// zkrt46 edit: the editor in a window of its own, without a host.
+// zkrt46 edit: the editor in a window, without a host.
 #include "tools/audio/Render.h"
 #include "tools/commands/Commands.h"
 #include "tools/commands/EditorWindow.h"

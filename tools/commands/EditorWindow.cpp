@@ -1,5 +1,4 @@
-// The window around an editor: it takes the size that the plug-in asks for and cannot be resized by
-// hand.
+// The window takes the size that the plug-in requests; the user cannot resize it.
 #include "tools/commands/EditorWindow.h"
 
 #include "tools/common/ToolError.h"
@@ -11,8 +10,8 @@
 
 namespace tool {
 
-EditorWindow::EditorWindow(host::NativePlugin& pluginToShow, const std::string& title)
-    : plugin(pluginToShow), display(XOpenDisplay(nullptr))
+EditorWindow::EditorWindow(host::NativePlugin& plugin, const std::string& title)
+    : plugin(plugin), display(XOpenDisplay(nullptr))
 {
     if (!display)
         throw ToolError("there is no display to open the editor on");
@@ -31,10 +30,10 @@ EditorWindow::EditorWindow(host::NativePlugin& pluginToShow, const std::string& 
     XSelectInput(display, window, StructureNotifyMask);
     resize(rect->right - rect->left, rect->bottom - rect->top);
     XMapWindow(display, window);
-    // The plug-in draws over a connection of its own, where the window must exist by now.
+    // The plug-in has its own connection to the server, which must know the window by now.
     XSync(display, False);
     effect->dispatcher(effect, effEditOpen, 0, 0, reinterpret_cast<void*>(window), 0.0f);
-    follow();
+    applyRequestedSize();
 }
 
 EditorWindow::~EditorWindow()
@@ -56,8 +55,8 @@ void EditorWindow::resize(int width, int height)
     XFlush(display);
 }
 
-// What the plug-in has asked for since.
-void EditorWindow::follow()
+// Resizes the window if the plug-in has requested that since the last call.
+void EditorWindow::applyRequestedSize()
 {
     const host::HostReports reports = plugin.reports();
     if (reports.windowSizes == sizesSeen)
@@ -76,14 +75,14 @@ void EditorWindow::run()
             if (event.type == ClientMessage
                 && static_cast<Atom>(event.xclient.data.l[0]) == deleteMessage)
                 return;
-            // Somebody else has ended the window.
+            // The window was destroyed from outside.
             if (event.type == DestroyNotify && event.xdestroywindow.window == window) {
                 window = 0;
                 return;
             }
         }
         plugin.idle();
-        follow();
+        applyRequestedSize();
         pollfd connection{ConnectionNumber(display), POLLIN, 0};
         poll(&connection, 1, kIdleMs);
     }

@@ -1,4 +1,4 @@
-// EditorWindow: a window of its own for the editor of a plug-in, on an X11 display.
+// EditorWindow: a top-level window on an X11 display for a plug-in's editor.
 #pragma once
 
 #include "tools/host/NativePlugin.h"
@@ -19,16 +19,16 @@ public:
     EditorWindow(const EditorWindow&) = delete;
     EditorWindow& operator=(const EditorWindow&) = delete;
 
-    // Lets the user work until the window is closed.
+    // Runs the event loop until the user closes the window.
     void run();
 
 private:
-    void follow();
+    void applyRequestedSize();
     void resize(int width, int height);
 
     host::NativePlugin& plugin;
     _XDisplay* display;
-    unsigned long window = 0;  // 0 once it is gone
+    unsigned long window = 0;  // 0 once destroyed
     unsigned long deleteMessage = 0;
     int sizesSeen = 0;
 };

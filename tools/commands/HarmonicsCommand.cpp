@@ -1,4 +1,4 @@
-// zkrt46 harmonics: what the transformers and the amplifier add to a pure tone.
+// zkrt46 harmonics: the harmonics that the transformers and the amplifier add to a sine.
 #include "tools/commands/Commands.h"
 #include "tools/commands/PresetChoice.h"
 #include "tools/common/OutputFile.h"
@@ -45,7 +45,7 @@ std::vector<double> parseSweep(const std::string& text)
         std::swap(from, to);
     if (from < kMinLevel || to > kMaxLevel)
         throw ToolError("--sweep goes from -120 to 20 dBFS at most");
-    // A hair more than the last step, so that rounding does not lose it.
+    // The small addend keeps rounding from losing the last step.
     const double steps = std::floor((to - from) / step + 1e-9);
     if (steps >= static_cast<double>(kMaxLevels))
         throw ToolError("--sweep has more than " + std::to_string(kMaxLevels) + " levels");
@@ -63,7 +63,7 @@ bool channelsAgree(const std::vector<HarmonicsPoint>& points)
         if (std::fabs(left.fundamentalDb - right.fundamentalDb) > 0.01)
             return false;
         for (std::size_t i = 0; i < left.db.size(); ++i)
-            // Far below, the two differ by the rounding of their samples.
+            // Weaker harmonics differ by the rounding of the samples.
             if (std::fabs(left.db[i] - right.db[i]) > 0.1 && left.db[i] > -130.0)
                 return false;
         return true;
@@ -132,7 +132,7 @@ std::string asCsv(const std::vector<HarmonicsPoint>& points)
     return csv;
 }
 
-// One level: a bar for each harmonic, both channels side by side.
+// For one level: a bar for each harmonic, the channels side by side if they differ.
 std::string barPlot(const std::vector<HarmonicsPoint>& points, PictureKind kind)
 {
     const HarmonicsPoint& point = points.front();
@@ -165,7 +165,7 @@ std::string barPlot(const std::vector<HarmonicsPoint>& points, PictureKind kind)
               "set xrange [1.4:10.6]\nset yrange [-160:0]\nset xtics 2,1,10\nset ytics 20\n"
               "set grid ytics ls 100\nset style fill solid 0.85 noborder\n";
     script += channels.size() == 1 ? "unset key\n" : "";
-    // Bars stand on the picture's floor, with their value on top.
+    // Bars begin at the lower edge, -160 dB, and have their value as a label.
     const double halfWidth = 0.33 / static_cast<double>(channels.size());
     std::string command = "plot ";
     for (const auto& [channel, name] : channels) {
@@ -181,7 +181,7 @@ std::string barPlot(const std::vector<HarmonicsPoint>& points, PictureKind kind)
     return script + command + "\n";
 }
 
-// Several levels: a line for each harmonic, a panel for each channel that is of its own.
+// For several levels: a line for each harmonic, in one panel per channel if the channels differ.
 std::string sweepPlot(const std::vector<HarmonicsPoint>& points, PictureKind kind)
 {
     const auto channels = shownChannels(points);

@@ -1,4 +1,4 @@
-// zkrt46 info: everything the plug-in tells a host about itself.
+// zkrt46 info: what the plug-in tells a host about itself.
 #include "tools/commands/Commands.h"
 #include "tools/host/OpenPlugin.h"
 
@@ -109,7 +109,7 @@ void printAbilities(host::Plugin& plugin)
     }
 }
 
-// Switches the plug-in on and off, which is what makes it decide on its delay.
+// Switches the plug-in on and off at each rate; the latency is determined at switching on.
 void printLatencies(host::Plugin& plugin)
 {
     std::string text;

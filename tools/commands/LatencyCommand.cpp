@@ -1,4 +1,5 @@
-// zkrt46 latency: an impulse in, the peak out, at every rate, block size and switch position.
+// zkrt46 latency: measures the delay of an impulse at several rates, block sizes and switch
+// settings.
 #include "tools/commands/Commands.h"
 #include "tools/commands/PresetChoice.h"
 #include "tools/common/Progress.h"
@@ -14,10 +15,10 @@ namespace {
 constexpr double kRates[]{44100.0, 48000.0, 88200.0, 96000.0, 176400.0, 192000.0};  // Hz
 constexpr int kBlockSizes[]{1, 16, 17, 64, 512, 1000, 4096};
 
-// Parameters need some time to glide into place; the answer to the impulse needs far less.
+// Parameter ramps end within this time.
 constexpr double kSettleSeconds = 0.3;
-constexpr int kListenSamples = 1024;
-constexpr int kImpulseAt = 100;  // samples after the settling, so that it is on no block border
+constexpr int kRecordedSamples = 1024;
+constexpr int kImpulseAt = 100;  // samples; at no block boundary except with block size 1
 constexpr float kImpulse = 0.25f;
 
 struct State {
@@ -32,7 +33,7 @@ int measuredDelay(host::Plugin& plugin, double rate, int blockSize,
     reported = run.latency();
     run.set(settings);
     run.processSilence(std::llround(kSettleSeconds * rate));
-    Channels input(2, std::vector<float>(kListenSamples));
+    Channels input(2, std::vector<float>(kRecordedSamples));
     input[0][kImpulseAt] = input[1][kImpulseAt] = kImpulse;
     const Channels output = run.process(input);
 
@@ -44,7 +45,7 @@ int measuredDelay(host::Plugin& plugin, double rate, int blockSize,
                 peak = i;
         delays[channel] = static_cast<int>(peak) - kImpulseAt;
     }
-    // Where the channels differ, show the one that is wrong.
+    // If the channels differ, the one that is wrong.
     return delays[0] == reported ? delays[1] : delays[0];
 }
 

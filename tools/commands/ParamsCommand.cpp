@@ -1,4 +1,4 @@
-// zkrt46 params: the plug-in's parameters, as it tells them to a host.
+// zkrt46 params: the plug-in's parameters as a host sees them.
 #include "tools/commands/Commands.h"
 #include "tools/commands/PresetChoice.h"
 
@@ -14,7 +14,7 @@ struct ParamsOptions {
     std::vector<std::string> titles;
 };
 
-// All values of a parameter with few steps, the ends of one with many.
+// All values of a parameter with up to 12 steps, else the first and last.
 std::string values(ParameterText& parameters, int index)
 {
     constexpr int kFewSteps = 12;
@@ -30,7 +30,7 @@ void printTable(ParameterText& parameters)
 {
     std::printf("%5s  %-8s  %5s  %-10s  %-4s  %s\n", "Index", "Title", "Steps", "Default", "Unit",
                 "Values");
-    // A default of the user is not the parameter's.
+    // From the factory preset: the plug-in may start with a default that the user has stored.
     const std::vector<Assignment> start = factoryStart(parameters.fields());
     for (int index = 0; index < parameters.count(); ++index) {
         const float value = start.empty() ? parameters.initialValue(index)
@@ -47,7 +47,7 @@ void printValues(ParameterText& parameters, int index)
     const std::string unit = parameters.unit(index);
     std::printf("%s%s:", parameters.title(index).c_str(),
                 unit.empty() ? "" : (" (" + unit + ")").c_str());
-    // Ten to a line: a gain has hundreds.
+    // Ten per line, since gains have hundreds.
     const std::vector<std::string>& displays = parameters.displays(index);
     for (std::size_t step = 0; step < displays.size(); ++step)
         std::printf("%s%s", step % 10 == 0 && displays.size() > 16 ? "\n  " : " ",

@@ -1,4 +1,3 @@
-// From what was typed to a preset, and from a preset to the plug-in's parameters.
 #include "tools/commands/PresetChoice.h"
 
 #include "tools/banks/PresetName.h"

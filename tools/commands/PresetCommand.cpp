@@ -1,4 +1,4 @@
-// zkrt46 preset: single presets, in banks and in files of their own.
+// zkrt46 preset: single presets, in banks and in preset files.
 #include "tools/banks/PresetName.h"
 #include "tools/banks/PresetTable.h"
 #include "tools/commands/Commands.h"

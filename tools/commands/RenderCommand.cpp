@@ -1,4 +1,4 @@
-// zkrt46 render: an audio file in, an audio file out.
+// zkrt46 render: renders an audio file through the plug-in.
 #include "tools/audio/Render.h"
 #include "tools/commands/Commands.h"
 #include "tools/commands/PresetChoice.h"

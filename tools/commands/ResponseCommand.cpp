@@ -1,4 +1,4 @@
-// zkrt46 response: magnitude and phase of the running plug-in, as a picture or as numbers.
+// zkrt46 response: measures magnitude and phase, as a picture or as numbers.
 #include "tools/banks/PresetName.h"
 #include "tools/commands/Commands.h"
 #include "tools/commands/PresetChoice.h"
@@ -19,7 +19,7 @@ namespace tool {
 namespace {
 
 constexpr double kAudibleFromHz = 20.0;
-constexpr double kMaxCut = 18.0;  // dB, drawn without being asked for by --range
+constexpr double kMaxCut = 18.0;  // dB, the deepest cut that sets the range without --range
 
 struct ResponseOptions {
     std::string plugin;
@@ -29,7 +29,7 @@ struct ResponseOptions {
     std::string output;
     std::string view = "auto";
     std::string title;
-    double range = 0.0;  // dB; 0: as the curves need
+    double range = 0.0;  // dB; 0: chosen by the curves
     ResponsePlan plan;
 };
 
@@ -72,7 +72,7 @@ std::vector<Curve> wantedCurves(const ResponseOptions& options, ParameterText& p
     return curves;
 }
 
-// Mid and side where any of the curves runs so.
+// Mid and side if any curve is processed in Mid/Side, unless --view decides.
 bool showsMidSide(const std::string& view, const std::vector<Curve>& curves,
                   ParameterText& parameters)
 {
@@ -129,7 +129,7 @@ std::string asCsv(const std::vector<Curve>& curves, bool midSide)
     return text;
 }
 
-// One line of the picture: a curve, or one of its channels where they differ.
+// A line of the plot: a curve, or one of its channels if they differ.
 struct Line {
     std::string name;
     const Curve* curve;
@@ -148,7 +148,8 @@ std::vector<Line> linesOf(const std::vector<Curve>& curves, bool midSide)
             lines.push_back({curve.name, &curve, 0, style, false});
             continue;
         }
-        // A single curve has the colours to itself; among several, the second channel is dashed.
+        // The second channel of a single curve gets another colour; with several curves it is
+        // dashed.
         const int second = curves.size() == 1 ? style + 1 : style;
         lines.push_back({curve.name + (midSide ? ", mid" : ", left"), &curve, 0, style, false});
         lines.push_back({curve.name + (midSide ? ", side" : ", right"), &curve, 1, second, true});
@@ -156,8 +157,8 @@ std::vector<Line> linesOf(const std::vector<Curve>& curves, bool midSide)
     return lines;
 }
 
-// The same distance up and down: enough for every boost, and for cuts as far as they are of
-// interest.
+// The range of the magnitude axis, plus and minus: enough for all boosts, and for cuts above 20 Hz
+// down to -kMaxCut.
 double decibelRange(const std::vector<Line>& lines)
 {
     double highest = 0.0;
@@ -226,7 +227,7 @@ std::string asPlot(const std::vector<Curve>& curves, const ResponseOptions& opti
     const std::size_t columns = std::clamp<std::size_t>(110 / (longest + 8), 1, 4);
     const std::size_t rows = (lines.size() + columns - 1) / columns;
 
-    // The legend stands below both panels, so that they keep their whole and equal width.
+    // The legend is below both panels, so that they have the full and the same width.
     script += "set lmargin 10\nset rmargin 4\nset multiplot\n"
               "set origin 0,0.42\nset size 1,0.58\nset tmargin 3\nset bmargin 2\nunset key\n"
               "set title "

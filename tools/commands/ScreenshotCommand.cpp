@@ -30,7 +30,7 @@ struct ScreenshotOptions {
     bool info = false;
 };
 
-// A controller of its own, with nothing of the user's settings.
+// An editor drawn in memory, with a controller of its own that does not read the user's settings.
 class EditorPicture {
 public:
     EditorPicture()
@@ -78,7 +78,7 @@ private:
     Steinberg::IPtr<Steinberg::IPlugView> view;
 };
 
-// Opaque, compressed.
+// As an opaque PNG.
 std::string asPng(const VSTGUI::Pixels& pixels)
 {
     using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;

@@ -1,5 +1,5 @@
-// zkrt46: renders audio through the plug-in and measures it, loaded as any host loads it; and works
-// on the preset and bank files that the plug-in reads and writes.
+// zkrt46: loads the plug-in as a host does, renders audio through it and measures it, and converts
+// and checks its preset and bank files.
 #include "tools/commands/Commands.h"
 
 #include <algorithm>
@@ -12,8 +12,8 @@ namespace {
 
 constexpr int kBadInput = 2;
 
-// Whatever went wrong fits on one line, and nothing in it moves the cursor.
-int complain(std::string message)
+// Prints the message on one line, with control characters replaced by spaces.
+int reportError(std::string message)
 {
     while (!message.empty() && message.back() == '\n')
         message.pop_back();
@@ -24,8 +24,8 @@ int complain(std::string message)
     return kBadInput;
 }
 
-// What is wrong with the words that name the command; empty if nothing is.
-std::string commandComplaint(CLI::App& app, const std::vector<std::string>& words)
+// The error message for an unknown or incomplete command; else empty.
+std::string commandError(CLI::App& app, const std::vector<std::string>& words)
 {
     CLI::App* group = &app;
     std::string typed, program = "zkrt46";
@@ -69,18 +69,18 @@ int main(int argc, char** argv)
     tool::addCheckCommand(app, action);
     tool::addEditCommand(app, action);
     tool::addScreenshotCommand(app, action);
-    const std::string complaint = commandComplaint(app, {argv + 1, argv + argc});
-    if (!complaint.empty())
-        return complain(complaint);
+    const std::string wrongCommand = commandError(app, {argv + 1, argv + argc});
+    if (!wrongCommand.empty())
+        return reportError(wrongCommand);
     try {
         app.parse(argc, argv);
         const int result = action();
         if (std::fflush(stdout) != 0)
-            return complain("cannot write to the standard output");
+            return reportError("cannot write to the standard output");
         return result;
-    } catch (const CLI::Success& helpWanted) {
-        return app.exit(helpWanted);
+    } catch (const CLI::Success& helpRequest) {
+        return app.exit(helpRequest);
     } catch (const std::exception& error) {
-        return complain(error.what());
+        return reportError(error.what());
     }
 }

@@ -1,4 +1,4 @@
-// Temporary name, write, sync, rename; and no litter when the program is interrupted.
+// Writes to a temporary file, which is also removed when the program is interrupted.
 #include "tools/common/OutputFile.h"
 
 #include "tools/common/ToolError.h"
@@ -19,23 +19,23 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The temporary file that an interruption has to remove: there is one at a time.
-char litter[4096];
-volatile std::sig_atomic_t litterLies = 0;
+// The temporary file that an interruption removes. There is one at a time.
+char temporaryPath[4096];
+volatile std::sig_atomic_t temporaryExists = 0;
 
 void onInterruption(int signal)
 {
-    if (litterLies)
-        unlink(litter);
+    if (temporaryExists)
+        unlink(temporaryPath);
     _exit(128 + signal);
 }
 
-void rememberLitter(const std::string& path)
+void removeOnInterruption(const std::string& path)
 {
-    if (path.size() >= sizeof(litter))
+    if (path.size() >= sizeof(temporaryPath))
         return;
-    std::memcpy(litter, path.c_str(), path.size() + 1);
-    litterLies = 1;
+    std::memcpy(temporaryPath, path.c_str(), path.size() + 1);
+    temporaryExists = 1;
     for (const int signal : {SIGINT, SIGTERM, SIGHUP})
         std::signal(signal, onInterruption);
 }
@@ -49,9 +49,9 @@ mode_t modeForNewFiles()
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& path) : wanted(path), file(-1), failure(0)
+OutputFile::OutputFile(const std::string& path) : path(path), file(-1), failure(0)
 {
-    // A full disk or a size limit must come back as an error, not as a signal.
+    // Exceeding a size limit then gives an error instead of a signal.
     std::signal(SIGXFSZ, SIG_IGN);
 
     std::error_code error;
@@ -70,9 +70,9 @@ OutputFile::OutputFile(const std::string& path) : wanted(path), file(-1), failur
     if (file < 0)
         refuse(errno);
     temporary = pattern;
-    rememberLitter(temporary);
+    removeOnInterruption(temporary);
     if (fchmod(file, mode) != 0) {
-        // A file system without permissions; the file is no worse for it.
+        // The file system has no permissions; not an error.
     }
 }
 
@@ -82,7 +82,7 @@ OutputFile::~OutputFile()
         close(file);
     if (!temporary.empty())
         unlink(temporary.c_str());
-    litterLies = 0;
+    temporaryExists = 0;
 }
 
 std::int64_t OutputFile::write(const void* data, std::int64_t size)
@@ -131,7 +131,7 @@ void OutputFile::commit()
 
 void OutputFile::refuse(int reason) const
 {
-    throw ToolError("cannot write '" + wanted + "': " + std::strerror(reason));
+    throw ToolError("cannot write '" + path + "': " + std::strerror(reason));
 }
 
 void writeFile(const std::string& path, const std::string& content)

@@ -1,5 +1,5 @@
-// Walks a parameter's steps and reads the displays, as a host without knowledge of the plug-in
-// must.
+// Finds a value by reading the display at each of a parameter's steps, since VST 2 has no other
+// way.
 #include "tools/common/ParameterText.h"
 
 #include "tools/common/ToolError.h"
@@ -14,11 +14,11 @@ namespace tool {
 
 namespace {
 
-// More steps than any knob shows: not worth walking.
+// Parameters with more steps are treated as continuous.
 constexpr int kMaxSteps = 10000;
 
-// Up to this many values are listed whole in a message.
-constexpr std::size_t kListable = 16;
+// A message lists all values of a parameter if there are no more than this.
+constexpr std::size_t kMaxListed = 16;
 
 std::string lowerCase(std::string text)
 {
@@ -27,7 +27,7 @@ std::string lowerCase(std::string text)
     return text;
 }
 
-// Letters to change, add or drop to get from one word to the other.
+// Levenshtein distance.
 std::size_t editDistance(const std::string& a, const std::string& b)
 {
     std::vector<std::size_t> row(b.size() + 1);
@@ -53,7 +53,7 @@ std::string joined(const std::vector<std::string>& words)
     return text;
 }
 
-// "3.5 dB" is 3.5 where the unit is dB.
+// "3.5" of "3.5 dB" if the unit is dB.
 std::string withoutUnit(const std::string& text, const std::string& unit)
 {
     if (unit.empty() || text.size() <= unit.size()
@@ -88,11 +88,11 @@ std::string trimmed(const std::string& text)
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-ParameterText::ParameterText(std::unique_ptr<host::Plugin> scratch) : plugin(std::move(scratch))
+ParameterText::ParameterText(std::unique_ptr<host::Plugin> plugin) : plugin(std::move(plugin))
 {
-    const int parameters = plugin->fields().numParams;
+    const int parameters = fields().numParams;
     for (int index = 0; index < parameters; ++index)
-        titles.push_back(plugin->paramName(index));
+        titles.push_back(this->plugin->paramName(index));
 }
 
 Assignment ParameterText::parse(const std::string& text)
@@ -104,15 +104,15 @@ Assignment ParameterText::parse(const std::string& text)
     return {index, valueOf(index, text.substr(equals + 1))};
 }
 
-int ParameterText::indexOf(const std::string& wanted) const
+int ParameterText::indexOf(const std::string& title) const
 {
-    const std::string lower = lowerCase(wanted);
+    const std::string lower = lowerCase(title);
     std::vector<std::pair<std::size_t, std::string>> similar;
     for (std::size_t index = 0; index < titles.size(); ++index) {
         const std::string candidate = lowerCase(titles[index]);
         if (candidate == lower)
             return static_cast<int>(index);
-        // A title that starts like the word, or the other way round, is as good as one letter off.
+        // If one begins with the other, they count as one letter apart.
         const std::size_t shorter = std::min(candidate.size(), lower.size());
         const bool startsAlike =
             shorter >= 2 && candidate.compare(0, shorter, lower, 0, shorter) == 0;
@@ -123,11 +123,11 @@ int ParameterText::indexOf(const std::string& wanted) const
     std::stable_sort(similar.begin(), similar.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<std::string> best;
-    for (const auto& [distance, title] : similar)
+    for (const auto& [distance, candidate] : similar)
         if (best.size() < 4)
-            best.push_back(title);
+            best.push_back(candidate);
     throw ToolError(
-        "the plug-in has no parameter '" + wanted + "'"
+        "the plug-in has no parameter '" + title + "'"
         + (best.empty() ? "; 'zkrt46 params' lists them" : "; similar ones are " + joined(best)));
 }
 
@@ -188,7 +188,7 @@ void ParameterText::refuseValue(int index, const std::string& text)
 {
     const std::vector<std::string>& shown = displays(index);
     const std::string start = title(index) + " cannot be '" + text + "'";
-    if (shown.size() <= kListable)
+    if (shown.size() <= kMaxListed)
         throw ToolError(start + "; it can be " + joined(shown));
 
     const std::string unitText = unit(index).empty() ? "" : " " + unit(index);

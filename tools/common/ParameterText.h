@@ -1,4 +1,4 @@
-// From what a person types to a parameter's value, by the plug-in's own titles and displays.
+// ParameterText: converts typed text to parameter values by the plug-in's own titles and displays.
 #pragma once
 
 #include "tools/host/Plugin.h"
@@ -15,33 +15,33 @@ struct Assignment {
     float value;  // normalised
 };
 
-// Shared by everything that takes typed numbers: true for the whole of a finite decimal number,
-// with or without a sign.
+// True if the whole text is a finite decimal number, with or without a sign.
 bool parseNumber(const std::string& text, double& number);
 std::string trimmed(const std::string& text);
 
 class ParameterText {
 public:
-    // The plug-in's parameters are moved to read their displays: hand in one that plays nothing.
-    explicit ParameterText(std::unique_ptr<host::Plugin> scratch);
+    // Reading a display changes the parameter for a moment, so the plug-in must not be in use.
+    explicit ParameterText(std::unique_ptr<host::Plugin> plugin);
 
     // "TITLE=VALUE". Throws ToolError, as do the next two.
     Assignment parse(const std::string& text);
-    // Letter case does not count. An unknown title is answered with similar ones.
+    // In any letter case. For an unknown title the error names similar ones.
     int indexOf(const std::string& title) const;
-    // A value as the display shows it (equal numbers count as equal texts, the unit may follow), or
-    // a normalised value from 0 to 1 with the letter n after it.
-    float valueOf(int index, const std::string& text);
+    // A value as displayed (or an equal number, optionally with the unit), or a normalised value
+    // from 0 to 1 followed by the letter n.
+    float valueOf(int index, const std::string& typed);
 
     host::EffectFields fields() { return plugin->fields(); }
     int count() const { return static_cast<int>(titles.size()); }
     const std::string& title(int index) const { return titles[static_cast<std::size_t>(index)]; }
     std::string unit(int index) { return plugin->paramLabel(index); }
     int steps(int index) { return plugin->paramSteps(index); }
-    // What the plug-in shows at this normalised value.
+    // What the plug-in displays at this normalised value.
     std::string displayAt(int index, float value);
     float initialValue(int index) { return plugin->parameter(index); }
-    // What the plug-in shows at each step from 0 to the last; empty for a parameter without steps.
+    // What the plug-in displays at each step from 0 to the last; empty for a parameter without
+    // steps.
     const std::vector<std::string>& displays(int index);
 
 private:

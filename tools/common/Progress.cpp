@@ -1,4 +1,3 @@
-// Drawing the bar, at most ten times a second.
 #include "tools/common/Progress.h"
 
 #include <algorithm>
@@ -15,8 +14,8 @@ constexpr std::chrono::milliseconds kInterval{100};
 
 }  // namespace
 
-Progress::Progress(const std::string& labelText)
-    : label(labelText), onTerminal(isatty(STDERR_FILENO) != 0), visible(false), next()
+Progress::Progress(const std::string& label)
+    : label(label), onTerminal(isatty(STDERR_FILENO) != 0), visible(false), next()
 {
 }
 

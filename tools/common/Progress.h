@@ -1,4 +1,4 @@
-// A bar on a terminal's standard error; nothing anywhere else.
+// Progress: a progress bar on standard error, if that is a terminal.
 #pragma once
 
 #include <chrono>
@@ -9,12 +9,12 @@ namespace tool {
 class Progress {
 public:
     explicit Progress(const std::string& label);
-    // Wipes the bar.
+    // Erases the bar.
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    // From 0 to 1. Cheap to call often.
+    // `fraction` from 0 to 1. Redraws at most ten times a second.
     void show(double fraction);
 
 private:

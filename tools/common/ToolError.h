@@ -1,4 +1,4 @@
-// What went wrong, in one line for the person at the keyboard.
+// ToolError: an error whose message is one line for the user.
 #pragma once
 
 #include <stdexcept>

@@ -1,4 +1,3 @@
-// Packing and unpacking of the bridge's messages.
 #include "tools/host/BridgeProtocol.h"
 
 #include "tools/host/HostError.h"

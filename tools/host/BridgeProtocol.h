@@ -1,7 +1,7 @@
-// The messages between a host on Linux and the helper that holds a Windows plug-in under Wine. Each
-// message is a 32-bit length and that many bytes, everything little-endian; the host asks, the
-// helper answers, one at a time. A request is a command byte and its arguments. An answer is a
-// status byte and, for kBridgeDone, the effect's fields and the result, for kBridgeFailed a text.
+// The messages between a host on Linux and the helper that runs a Windows plug-in under Wine. A
+// message is a 32-bit length and that many bytes, little-endian. The host sends a request and waits
+// for the answer. A request is a command byte and its arguments. An answer is a status byte, then
+// for kBridgeDone the effect's fields and the result, for kBridgeFailed a text.
 #pragma once
 
 #include "tools/host/Plugin.h"
@@ -13,17 +13,18 @@
 
 namespace host {
 
-// The first bytes on the line from the helper: proof that a helper of the same build is there.
+// The helper's first bytes, which identify the version of the protocol.
 constexpr std::uint32_t kBridgeGreeting = 0x3142525A;  // "ZRB1"
 
-// Longer messages are taken as damage. A chunk or a block of audio stays far below.
-constexpr std::uint32_t kBridgeLongestMessage = 64u << 20;
+// Bytes. A longer message is treated as damaged; chunks and blocks of audio are far shorter.
+constexpr std::uint32_t kMaxBridgeMessage = 64u << 20;
 
 enum BridgeStatus : std::uint8_t {
     kBridgeDone = 0,
     kBridgeFailed = 1,
 };
 
+// Arguments -> result.
 enum class BridgeCommand : std::uint8_t {
     Open,           // path, HostSettings ->
     Dispatch,       // opcode, index, value (int64), opt -> result (int64)
@@ -43,32 +44,31 @@ public:
     template <typename T>
     void put(const T& value)
     {
-        static_assert(std::is_trivially_copyable_v<T>, "only plain bytes cross the border");
+        static_assert(std::is_trivially_copyable_v<T>, "messages hold plain bytes only");
         putRaw(&value, sizeof(T));
     }
     void putRaw(const void* data, std::size_t size);
-    // With their length in front.
+    // Preceded by their length.
     void putBytes(const void* data, std::size_t size);
     void putText(const std::string& text) { putBytes(text.data(), text.size()); }
 
-    // The message, with its length in front, ready for the line.
+    // The message preceded by its length.
     const std::vector<std::uint8_t>& framed();
 
 private:
     std::vector<std::uint8_t> bytes = std::vector<std::uint8_t>(sizeof(std::uint32_t));
 };
 
-// Reads a message front to back. A read past the end throws HostError.
+// Reads a message from front to back. A read past the end throws HostError.
 class MessageReader {
 public:
-    explicit MessageReader(std::vector<std::uint8_t> message)
-        : bytes(std::move(message)), position(0)
+    explicit MessageReader(std::vector<std::uint8_t> bytes) : bytes(std::move(bytes)), position(0)
     {
     }
     template <typename T>
     T get()
     {
-        static_assert(std::is_trivially_copyable_v<T>, "only plain bytes cross the border");
+        static_assert(std::is_trivially_copyable_v<T>, "messages hold plain bytes only");
         T value;
         getRaw(&value, sizeof(T));
         return value;

@@ -1,4 +1,4 @@
-// The Linux end of the bridge: finding Wine and the helper, and asking.
+// BridgedPlugin: finds and starts Wine and the helper, and sends requests.
 #include "tools/host/BridgedPlugin.h"
 
 #include "tools/host/HostError.h"
@@ -14,7 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 using platform::ChildProcess;
 
-// Making a new Wine prefix takes seconds on a fast machine and far longer on a slow one.
+// Long, since creating a Wine prefix takes far more than a few seconds on a slow machine.
 constexpr ChildProcess::Seconds kOpeningLimit{180.0};
 constexpr ChildProcess::Seconds kCallLimit{60.0};
 
@@ -30,7 +30,7 @@ fs::path programFolder()
     return fs::read_symlink("/proc/self/exe", error).parent_path();
 }
 
-fs::path findHelper(const std::string& pluginPath)
+fs::path findHelper(const std::string& path)
 {
     const char* name = "zkrt46-bridge.exe";
     std::error_code error;
@@ -41,15 +41,15 @@ fs::path findHelper(const std::string& pluginPath)
         return fs::absolute(chosen, error);
     }
     const fs::path program = programFolder();
-    for (const fs::path& folder : {fs::absolute(pluginPath, error).parent_path(), program,
-                                   program.parent_path() / "windows"})
+    for (const fs::path& folder :
+         {fs::absolute(path, error).parent_path(), program, program.parent_path() / "windows"})
         if (fs::is_regular_file(folder / name, error))
             return folder / name;
-    throw HostError("cannot load '" + pluginPath + "': zkrt46-bridge.exe, the helper for Windows "
+    throw HostError("cannot load '" + path + "': zkrt46-bridge.exe, the helper for Windows "
                     + "plug-ins, is neither beside it nor beside this program");
 }
 
-// A prefix of our own, so that the user's Wine programs and settings are left alone.
+// A separate prefix, so that the user's Wine programs and settings are not changed.
 std::string ownPrefix()
 {
     fs::path cache = variable("XDG_CACHE_HOME");
@@ -76,8 +76,7 @@ ChildProcess::Environment wineSettings()
     unlessSet("WINEDLLOVERRIDES", "mscoree,mshtml=");
     if (variable("WINEPREFIX").empty())
         settings.emplace_back("WINEPREFIX", ownPrefix());
-    // Wine translates file names by the locale, and in the plain C locale it loses what is not
-    // ASCII.
+    // Wine converts file names by the locale; the C locale loses characters that are not ASCII.
     std::string locale = variable("LC_ALL");
     for (const char* name : {"LC_CTYPE", "LANG"})
         if (locale.empty())
@@ -87,7 +86,7 @@ ChildProcess::Environment wineSettings()
     return settings;
 }
 
-// Wine shows the whole file system as drive Z:.
+// Under Wine, drive Z: is the root of the file system.
 std::string windowsPath(const std::string& path)
 {
     std::error_code error;
@@ -98,18 +97,18 @@ std::string windowsPath(const std::string& path)
     return "Z:" + full;
 }
 
-// The helper speaks of the path as Windows sees it; the user gave another.
-std::string withOurPath(std::string message, const std::string& path)
+// Replaces the Windows form of the path in the helper's message by the path as the user gave it.
+std::string withUserPath(std::string message, const std::string& path)
 {
-    const std::string theirs = windowsPath(path);
-    const std::size_t at = message.find(theirs);
-    return at == std::string::npos ? message : message.replace(at, theirs.size(), path);
+    const std::string windowsForm = windowsPath(path);
+    const std::size_t at = message.find(windowsForm);
+    return at == std::string::npos ? message : message.replace(at, windowsForm.size(), path);
 }
 
 }  // namespace
 
 BridgedPlugin::BridgedPlugin(const std::string& path, const HostSettings& settings)
-    : pluginPath(path), lastFields{}
+    : path(path), lastFields{}
 {
     std::error_code error;
     if (!fs::exists(path, error))
@@ -248,14 +247,14 @@ MessageReader BridgedPlugin::ask(MessageWriter& request, ChildProcess::Seconds l
         helperLost(sent);
     std::uint32_t length = 0;
     receive(&length, sizeof(length), limit);
-    if (length > kBridgeLongestMessage)
+    if (length > kMaxBridgeMessage)
         throw HostError("damaged message on the line to the Windows helper");
     std::vector<std::uint8_t> message(length);
     receive(message.data(), message.size(), limit);
 
     MessageReader answer(std::move(message));
     if (answer.get<BridgeStatus>() != kBridgeDone)
-        throw HostError(withOurPath(answer.getText(), pluginPath));
+        throw HostError(withUserPath(answer.getText(), path));
     lastFields = answer.get<EffectFields>();
     return answer;
 }
@@ -270,9 +269,9 @@ void BridgedPlugin::receive(void* data, std::size_t size, ChildProcess::Seconds 
 void BridgedPlugin::helperLost(ChildProcess::Outcome outcome)
 {
     if (outcome == ChildProcess::Outcome::TimedOut)
-        throw HostError("the Windows plug-in '" + pluginPath + "' no longer answers");
+        throw HostError("the Windows plug-in '" + path + "' no longer answers");
     const std::string words = helper->lastWords();
-    throw HostError("the Windows side of '" + pluginPath + "' ended unexpectedly"
+    throw HostError("the Windows side of '" + path + "' ended unexpectedly"
                     + (words.empty() ? "" : ": " + words));
 }
 

@@ -1,6 +1,6 @@
-// A VST 2 effect in a Windows library, driven from Linux: a helper program under Wine loads the
-// library and does as it is told over a pair of pipes. Inputs are sent as copies, so a plug-in that
-// changes its inputs does not change ours.
+// BridgedPlugin: a VST 2 effect in a Windows library, used from Linux. A helper program under Wine
+// loads the library; requests and answers go through a pair of pipes. Inputs are sent as copies, so
+// the plug-in cannot change the caller's.
 #pragma once
 
 #include "platform/posix/ChildProcess.h"
@@ -15,10 +15,10 @@ namespace host {
 class BridgedPlugin : public Plugin {
 public:
     // Starts the helper and opens the plug-in. Throws HostError when Wine or the helper is missing,
-    // or the file is no VST 2 plug-in. The helper, zkrt46-bridge.exe, is the one that the
-    // environment variable ZKRT46_BRIDGE names, or lies beside the library, beside the running
-    // program, or in a folder windows/ beside the program's. Every later call throws when the
-    // helper has died or has not answered for a minute.
+    // or the file is no VST 2 plug-in. The helper, zkrt46-bridge.exe, is named by the environment
+    // variable ZKRT46_BRIDGE, or is in the library's folder, in the running program's, or in a
+    // folder windows/ beside the latter. Every later call throws when the helper has ended or has
+    // not answered for a minute.
     explicit BridgedPlugin(const std::string& path, const HostSettings& settings = {});
     ~BridgedPlugin() override;
 
@@ -44,9 +44,9 @@ private:
     void receive(void* data, std::size_t size, ChildProcess::Seconds limit);
     [[noreturn]] void helperLost(ChildProcess::Outcome outcome);
 
-    std::string pluginPath;
+    std::string path;
     std::unique_ptr<ChildProcess> helper;
-    EffectFields lastFields;  // every answer brings them along
+    EffectFields lastFields;  // from the latest answer
 };
 
 }  // namespace host

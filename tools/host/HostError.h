@@ -1,4 +1,4 @@
-// The one exception of the host: a single line, written for the person at the keyboard.
+// HostError: an error of the host whose message is one line for the user.
 #pragma once
 
 #include <stdexcept>

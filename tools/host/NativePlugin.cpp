@@ -1,4 +1,3 @@
-// Loading and driving an effect in this process, and answering what it asks of its host.
 #include "tools/host/NativePlugin.h"
 
 #include "Product.h"
@@ -18,14 +17,14 @@ namespace {
 
 using EntryPoint = AEffect* (*)(audioMasterCallback);
 
-// The effect under construction on this thread: its first questions come before it has a structure
-// to be recognised by.
-thread_local NativePlugin* beingOpened = nullptr;
+// The plug-in whose constructor runs on this thread. Its first calls to the host come before the
+// effect's `user` field is set.
+thread_local NativePlugin* pluginInConstruction = nullptr;
 
 constexpr std::array<std::string_view, 3> kAbilities{"sizeWindow", "startStopProcess",
                                                      "acceptIOChanges"};
 
-// An endless automation loop in a plug-in must not eat the memory.
+// Limits the memory if a plug-in automates without end.
 constexpr std::size_t kMaxAutomations = 1u << 20;
 
 EntryPoint entryPoint(const SharedLibrary& library)
@@ -74,14 +73,14 @@ NativePlugin::NativePlugin(const std::string& path, const HostSettings& settings
                         + "' is not a VST 2 plug-in: it exports neither VSTPluginMain nor "
                         + "main");
 
-    NativePlugin* outer = beingOpened;
-    beingOpened = this;
+    NativePlugin* outer = pluginInConstruction;
+    pluginInConstruction = this;
     aeffect = entry(&NativePlugin::callback);
     if (aeffect && aeffect->magic == kEffectMagic) {
         aeffect->user = this;
         aeffect->dispatcher(aeffect, effOpen, 0, 0, nullptr, 0.0f);
     }
-    beingOpened = outer;
+    pluginInConstruction = outer;
 
     if (!aeffect)
         throw HostError("the plug-in '" + path + "' refused to start");
@@ -104,7 +103,7 @@ EffectFields NativePlugin::fields()
 
 VstIntPtr NativePlugin::dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value, float opt)
 {
-    // The plug-in may ask for the new rate or size from inside the call.
+    // Stored first, since the plug-in may ask for the rate or size during the call.
     if (opcode == effSetSampleRate)
         sampleRate = static_cast<double>(opt);
     if (opcode == effSetBlockSize)
@@ -157,13 +156,13 @@ void NativePlugin::process(float** inputs, float** outputs, int samples)
 HostReports NativePlugin::reports()
 {
     const std::lock_guard<std::mutex> guard(reportsLock);
-    return told;
+    return collectedReports;
 }
 
 void NativePlugin::clearReports()
 {
     const std::lock_guard<std::mutex> guard(reportsLock);
-    told = {};
+    collectedReports = {};
 }
 
 void NativePlugin::idle()
@@ -175,7 +174,8 @@ void NativePlugin::idle()
 VstIntPtr NativePlugin::callback(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
                                  void* ptr, float opt)
 {
-    auto* self = effect && effect->user ? static_cast<NativePlugin*>(effect->user) : beingOpened;
+    auto* self =
+        effect && effect->user ? static_cast<NativePlugin*>(effect->user) : pluginInConstruction;
     return self ? self->answer(opcode, index, value, ptr, opt) : 0;
 }
 
@@ -211,28 +211,28 @@ VstIntPtr NativePlugin::answer(VstInt32 opcode, VstInt32 index, VstIntPtr value,
     const std::lock_guard<std::mutex> guard(reportsLock);
     switch (opcode) {
     case audioMasterAutomate:
-        if (told.automated.size() < kMaxAutomations)
-            told.automated.push_back({index, opt});
+        if (collectedReports.automated.size() < kMaxAutomations)
+            collectedReports.automated.push_back({index, opt});
         return 0;
     case audioMasterIOChanged:
-        ++told.ioChanges;
+        ++collectedReports.ioChanges;
         return 1;
     case audioMasterUpdateDisplay:
-        ++told.displayUpdates;
+        ++collectedReports.displayUpdates;
         return 1;
     case audioMasterBeginEdit:
-        ++told.beginEdits;
+        ++collectedReports.beginEdits;
         return 1;
     case audioMasterEndEdit:
-        ++told.endEdits;
+        ++collectedReports.endEdits;
         return 1;
     case audioMasterSizeWindow:
-        ++told.windowSizes;
-        told.windowWidth = index;
-        told.windowHeight = static_cast<VstInt32>(value);
+        ++collectedReports.windowSizes;
+        collectedReports.windowWidth = index;
+        collectedReports.windowHeight = static_cast<VstInt32>(value);
         return 1;
     default:
-        return 0;  // in particular: no time information
+        return 0;  // also audioMasterGetTime: there is no time information
     }
 }
 

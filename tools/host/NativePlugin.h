@@ -1,4 +1,4 @@
-// A VST 2 effect in a library of the running system, loaded into this process.
+// NativePlugin: a VST 2 effect in a library of this system, loaded into the process.
 #pragma once
 
 #include "tools/host/Plugin.h"
@@ -16,7 +16,7 @@ public:
     explicit NativePlugin(const std::string& path, const HostSettings& settings = {});
     ~NativePlugin() override;
 
-    // The effect itself, for what this class does not offer.
+    // For calls that this class does not offer.
     AEffect* effect() { return aeffect; }
 
     EffectFields fields() override;
@@ -35,7 +35,8 @@ public:
     void idle() override;
 
 protected:
-    // What the host answers; also called while the constructor runs, as this class defines it.
+    // The host's answer to a call of the plug-in. During the constructor this class's version is
+    // called, not an override.
     virtual VstIntPtr answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
                              float opt);
 
@@ -45,7 +46,7 @@ private:
 
     SharedLibrary library;
     AEffect* aeffect;
-    bool running;  // between mains on and mains off
+    bool running;  // switched on with effMainsChanged
 
     // Read by the plug-in from any of its threads.
     const VstInt32 vstVersion;
@@ -54,7 +55,7 @@ private:
     std::atomic<VstInt32> blockSize;
 
     std::mutex reportsLock;
-    HostReports told;
+    HostReports collectedReports;
 };
 
 }  // namespace host

@@ -1,4 +1,3 @@
-// Chooses how a plug-in is reached.
 #include "tools/host/OpenPlugin.h"
 
 #include "tools/host/NativePlugin.h"

@@ -1,4 +1,4 @@
-// Opening a plug-in by its file name.
+// openPlugin: opens a plug-in by its file name.
 #pragma once
 
 #include "tools/host/Plugin.h"
@@ -8,8 +8,8 @@
 
 namespace host {
 
-// A library of this system is loaded into the process. On Linux, a name ending in .dll goes through
-// Wine instead. Throws HostError.
+// Loads a library of this system into the process, and on Linux a file ending in .dll through Wine.
+// Throws HostError.
 std::unique_ptr<Plugin> openPlugin(const std::string& path, const HostSettings& settings = {});
 
 }  // namespace host

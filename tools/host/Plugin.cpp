@@ -1,4 +1,3 @@
-// The host's calls that need no more than the dispatcher.
 #include "tools/host/Plugin.h"
 
 #include <algorithm>
@@ -8,8 +7,9 @@ namespace host {
 
 namespace {
 
-// Far more than the interface promises: some plug-ins write past the eight characters of a display.
-constexpr std::size_t kTextRoom = 1024;
+// Bytes. Some plug-ins write more than the eight characters that the interface allows for a
+// display.
+constexpr std::size_t kTextBufferSize = 1024;
 
 template <typename Properties>
 bool readProperties(Plugin& plugin, VstInt32 opcode, VstInt32 index, Properties& properties)
@@ -27,7 +27,7 @@ bool readProperties(Plugin& plugin, VstInt32 opcode, VstInt32 index, Properties&
 
 std::string Plugin::text(VstInt32 opcode, VstInt32 index)
 {
-    std::vector<std::uint8_t> bytes(kTextRoom, 0);
+    std::vector<std::uint8_t> bytes(kTextBufferSize, 0);
     dispatch(opcode, index, 0, bytes);
     return std::string(bytes.begin(), std::find(bytes.begin(), bytes.end(), std::uint8_t{0}));
 }

@@ -1,5 +1,5 @@
-// What a host can do with a VST 2 effect, on whichever side of a process border the effect lives.
-// The virtual operations are the few that must cross that border; everything else is built on them.
+// Plugin: a host's calls to a VST 2 effect, in this process (NativePlugin) or in a helper process
+// (BridgedPlugin). All other functions are built on the few virtual ones.
 #pragma once
 
 #include "sdk/vst2/vst2interface.h"
@@ -19,7 +19,7 @@ struct HostSettings {
     VstInt32 blockSize = 512;     // samples
 };
 
-// The public numbers of an effect, as they stand at this moment.
+// The current values of an effect's public fields.
 struct EffectFields {
     VstInt32 numPrograms;
     VstInt32 numParams;
@@ -42,7 +42,7 @@ struct HostReports {
     int endEdits = 0;
     int ioChanges = 0;
     int displayUpdates = 0;
-    int windowSizes = 0;  // calls of sizeWindow; the last one follows
+    int windowSizes = 0;  // calls of sizeWindow; the last call's size follows
     VstInt32 windowWidth = 0;
     VstInt32 windowHeight = 0;
 };
@@ -54,13 +54,13 @@ public:
     Plugin(const Plugin&) = delete;
     Plugin& operator=(const Plugin&) = delete;
 
-    // --- What crosses the border ---
+    // --- Implemented by each subclass ---
 
     virtual EffectFields fields() = 0;
     // The dispatcher with a null pointer.
     virtual VstIntPtr dispatch(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0,
                                float opt = 0.0f) = 0;
-    // The dispatcher with its pointer to `bytes`, which the plug-in may read or overwrite.
+    // The dispatcher with a pointer to `bytes`, which the plug-in may read or overwrite.
     virtual VstIntPtr dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value,
                                std::vector<std::uint8_t>& bytes) = 0;
     // A copy of the chunk; empty when the plug-in has none.
@@ -69,15 +69,15 @@ public:
     virtual bool setSpeakerArrangement(int inputs, int outputs) = 0;
     virtual void setParameter(VstInt32 index, float value) = 0;
     virtual float parameter(VstInt32 index) = 0;
-    // Channel pointers as the effect's numInputs and numOutputs ask, handed on as they are where
-    // the plug-in lives in this process. A plug-in may change its inputs then.
+    // numInputs and numOutputs channel pointers. In this process they are passed on as they are,
+    // and the plug-in may change its inputs.
     virtual void process(float** inputs, float** outputs, int samples) = 0;
     virtual HostReports reports() = 0;
     virtual void clearReports() = 0;
-    // A turn for the plug-in's user-interface work: effEditIdle and, on Windows, the message queue.
+    // effEditIdle and, on Windows, the message queue.
     virtual void idle() = 0;
 
-    // --- What a host makes of it ---
+    // --- Built on these ---
 
     // Texts; empty when the plug-in gives none.
     std::string effectName() { return text(effGetEffectName); }
@@ -92,7 +92,7 @@ public:
     bool stringToParameter(VstInt32 index, const std::string& value);
     VstIntPtr canDo(const std::string& ability) { return sendText(effCanDo, 0, ability); }
 
-    // Steps between a parameter's ends: 1 for a switch, 0 for a continuous or silent one.
+    // Steps between a parameter's ends: 1 for a switch, 0 if continuous or not reported.
     int paramSteps(VstInt32 index);
     bool canBeAutomated(VstInt32 index) { return dispatch(effCanBeAutomated, index) != 0; }
     // False, and the structure zeroed, when the plug-in does not know the parameter or pin.

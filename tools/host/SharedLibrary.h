@@ -1,4 +1,4 @@
-// A dynamic library of the running system, loaded for as long as the object lives.
+// SharedLibrary: a dynamic library, loaded during the object's lifetime.
 #pragma once
 
 #include <string>

@@ -35,7 +35,7 @@ SharedLibrary::SharedLibrary(const std::string& path) : handle(nullptr)
         throw HostError("'" + path + "' is not a plug-in library");
     handle = dlopen(full.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle) {
-        // The reason comes with the path in front, which our own message has already.
+        // dlerror begins with the path, which the message already has.
         const std::string reason = dlerror();
         const std::string prefix = full.string() + ": ";
         throw HostError("cannot load '" + path + "': "
@@ -45,8 +45,8 @@ SharedLibrary::SharedLibrary(const std::string& path) : handle(nullptr)
 
 SharedLibrary::~SharedLibrary()
 {
-    // A leak checker looks at the end of the program: what an unloaded library's own variables held
-    // would then count as lost, and the library's functions have no names any more.
+    // The leak checker runs at the program's end: memory that an unloaded library's variables point
+    // to would count as lost, and its functions would have no names.
     if (!kLeaksAreChecked)
         dlclose(handle);
 }

@@ -28,7 +28,7 @@ std::string reasonOf(DWORD error)
 
 SharedLibrary::SharedLibrary(const std::string& path) : handle(nullptr)
 {
-    // The altered search path lets a library find its neighbours beside itself.
+    // With the altered search path, libraries in the same folder are found.
     std::error_code error;
     const std::filesystem::path full =
         std::filesystem::absolute(std::filesystem::u8path(path), error);

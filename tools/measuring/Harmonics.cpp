@@ -1,4 +1,3 @@
-// A tone of whole periods, left to settle, and the strength of its multiples.
 #include "tools/measuring/Harmonics.h"
 
 #include <cmath>
@@ -7,14 +6,15 @@ namespace tool {
 
 namespace {
 
-// Long enough to lift even weak harmonics out of the rounding of the 32-bit samples.
+// Long enough to measure weak harmonics below the rounding noise of 32-bit samples.
 constexpr double kWindowSeconds = 0.6;
 constexpr int kWindowPeriods = 12;
 
-// Besides the glide, the bias of the transformer curves has to drain through the 5 Hz high-pass.
+// Parameter ramps have to end, and the offset of the transformer curves to decay in the 5 Hz
+// high-pass.
 constexpr double kToneSettleSeconds = 0.8;
 
-// Weaker than anything a 32-bit sample can show.
+// Linear; below the resolution of 32-bit samples.
 constexpr double kFloor = 1e-10;
 
 double decibels(double linear)

@@ -1,4 +1,4 @@
-// What the plug-in adds to a pure tone.
+// Measures the harmonics that the plug-in adds to a sine.
 #pragma once
 
 #include "tools/measuring/Tone.h"
@@ -11,17 +11,17 @@ namespace tool {
 
 constexpr int kMaxHarmonic = 10;
 
-// One channel's answer to a tone. Index 0 of `db` is the second harmonic.
+// One channel's output for a tone. Index 0 of `db` is the second harmonic.
 struct ChannelHarmonics {
     double fundamentalDb;                              // dBFS, the peak of the sine
     std::array<double, kMaxHarmonic - 1> db;           // relative to the fundamental
-    std::array<bool, kMaxHarmonic - 1> belowHalfRate;  // the others cannot exist
+    std::array<bool, kMaxHarmonic - 1> belowHalfRate;  // only these are measured
     double thd;  // root of the sum of the squares of all harmonics, relative to the fundamental
 };
 
 struct HarmonicsPoint {
     double level;  // dBFS, of the tone sent in
-    double hz;     // of the tone, a hair beside the wanted one
+    double hz;     // of the tone, adjusted to the window
     std::array<ChannelHarmonics, 2> channels;
 };
 

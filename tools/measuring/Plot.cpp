@@ -1,4 +1,3 @@
-// Scripts for gnuplot, and the program run.
 #include "tools/measuring/Plot.h"
 
 #include "platform/posix/ChildProcess.h"
@@ -69,7 +68,7 @@ std::string plotQuoted(const std::string& text)
 
 std::string frequencyAxis(double lowestHz, double highestHz)
 {
-    // A little air at the ends, so that a tick on the very end is drawn.
+    // Slightly wider, so that ticks at the ends are drawn.
     const double fromHz = lowestHz * 0.998;
     const double toHz = highestHz * 1.01;
     char range[80];

@@ -1,4 +1,3 @@
-// Stepped sines, from the lowest frequency up.
 #include "tools/measuring/Response.h"
 
 #include <algorithm>
@@ -11,16 +10,15 @@ namespace {
 
 constexpr double kTwoPi = 6.283185307179586;
 
-// Between neighbouring frequencies only their difference has to die away: the 5 Hz high-pass of the
-// chain, its slowest part, forgets it in this time.
+// After a step to the next frequency, the transient of the chain's 5 Hz high-pass, its slowest
+// part, decays within this time.
 constexpr double kStepSettleSeconds = 0.12;
 constexpr double kWindowSeconds = 0.06;
 constexpr int kWindowPeriods = 4;
 
 using Complex = std::complex<double>;
 
-// Both channels at once when they carry left and right; the sum or the difference of the channels
-// when they carry mid or side, which then has the stage to itself.
+// The mid (sum) or side (difference) component of both channels.
 Complex combined(const Channels& channels, bool side, const WindowedTone& tone, std::size_t start,
                  double rate)
 {
@@ -36,7 +34,8 @@ void store(ResponsePoint& point, std::size_t channel, Complex gain)
     point.degrees[channel] = magnitude > 1e-10 ? std::arg(gain) * 360.0 / kTwoPi : 0.0;
 }
 
-// Takes out the jumps of whole turns, and puts the curve where its middle lies within half a turn.
+// Removes jumps of 360 degrees, and shifts the curve so that its middle point is within 180
+// degrees.
 void unwrap(std::vector<ResponsePoint>& points, std::size_t channel)
 {
     for (std::size_t i = 1; i < points.size(); ++i) {

@@ -1,4 +1,3 @@
-// Generating and projecting sines.
 #include "tools/measuring/Tone.h"
 
 #include <algorithm>
@@ -12,10 +11,10 @@ constexpr double kTwoPi = 6.283185307179586;
 
 }  // namespace
 
-WindowedTone windowedTone(double wantedHz, double rate, int fewestPeriods, double shortestSeconds)
+WindowedTone windowedTone(double wantedHz, double rate, int minPeriods, double minSeconds)
 {
     const double periods =
-        std::max(static_cast<double>(fewestPeriods), std::ceil(wantedHz * shortestSeconds));
+        std::max(static_cast<double>(minPeriods), std::ceil(wantedHz * minSeconds));
     const std::int64_t samples = std::llround(periods * rate / wantedHz);
     return {periods * rate / static_cast<double>(samples), samples};
 }
@@ -44,9 +43,9 @@ TonePlayer::Take TonePlayer::play(double hz, double amplitude, std::int64_t samp
         const double value = amplitude * std::sin(phase);
         take.input[0][n] = static_cast<float>(value);
         take.input[1][n] = static_cast<float>(rightSign * value);
-        phase = std::fmod(phase + kTwoPi * hz / sampleRate, kTwoPi);
+        phase = std::fmod(phase + kTwoPi * hz / rate, kTwoPi);
     }
-    take.output = plugin.process(take.input);
+    take.output = run.process(take.input);
     return take;
 }
 

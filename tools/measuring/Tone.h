@@ -1,4 +1,4 @@
-// Sine tones through the plug-in, and how much of a frequency is in what comes back.
+// Sine tones for measuring, and the projection of a signal on a frequency.
 #pragma once
 
 #include "tools/audio/PluginRun.h"
@@ -10,38 +10,38 @@
 
 namespace tool {
 
-// A frequency close to the wanted one, of which a whole number of periods fills the window exactly.
-// Harmonics of the tone then fall on zeros of the window's spectrum and leave each other alone.
+// A frequency close to the wanted one with a whole number of periods in the window. Its harmonics
+// then fall on zeros of the window's spectrum and do not affect each other.
 struct WindowedTone {
     double hz;
     std::int64_t samples;  // the window's length
 };
-WindowedTone windowedTone(double wantedHz, double rate, int fewestPeriods, double shortestSeconds);
+WindowedTone windowedTone(double wantedHz, double rate, int minPeriods, double minSeconds);
 
-// The Hann-windowed part of `signal` at `hz`, as the complex amplitude of a cosine whose phase
-// counts from sample `start`. The window must hold whole periods of `hz`.
+// The component of the Hann-windowed `signal` at `hz`, as the complex amplitude of a cosine with
+// phase 0 at sample `start`. The window must hold whole periods of `hz`.
 std::complex<double> projection(const std::vector<float>& signal, std::size_t start,
                                 std::int64_t samples, double hz, double rate);
 
-// Plays sines on both channels of a stereo run, without a break in phase between one and the next.
+// Plays sines on both channels of a stereo run; the phase is continuous from one to the next.
 class TonePlayer {
 public:
-    TonePlayer(PluginRun& run, double rate) : plugin(run), sampleRate(rate), phase(0.0) { }
+    TonePlayer(PluginRun& run, double rate) : run(run), rate(rate), phase(0.0) { }
 
     struct Take {
         Channels input;
         Channels output;
     };
-    // `rightSign` +1 plays the same on both channels, -1 the opposite on the right.
+    // The right channel gets the tone times `rightSign`: 1 for mid, -1 for side.
     Take play(double hz, double amplitude, std::int64_t samples, double rightSign = 1.0);
 
 private:
-    PluginRun& plugin;
-    double sampleRate;
+    PluginRun& run;
+    double rate;   // Hz
     double phase;  // radians
 };
 
-// Seconds for a parameter change to have glided into place, and the chain with it.
+// Parameter ramps, and the chain's response to them, end within this time.
 constexpr double kSettleSeconds = 0.6;
 
 double amplitudeOf(double dbfs);
