@@ -1,4 +1,4 @@
-"""The chassis behind the strips: left cheek with the name, preset row, channel label."""
+"""The chassis behind the strips (left cheek with the name, preset row) and the channel label."""
 import numpy as np
 
 import look

@@ -11,7 +11,7 @@ from shapes import box, cover, slope
 
 SCALE = 6
 
-# States of a key: (pressed, lamp colour, legend colour, glow colour)
+# States of a key: (pressed, lamp colour, legend colour, glow colour); IDLE is on without power
 OFF = (False, look.LAMP_DARK, look.KEY_LETTER, None)
 ON = (True, look.LIT, look.LIT, look.LIT_DEEP)
 ON_AMBER = (True, look.AMBER, look.AMBER, look.AMBER_DEEP)
@@ -52,6 +52,7 @@ def held(picture, rect, round_corners):
 
 
 def slit(size, cx, cy, width, height=2.0):
+    """Distance to a lamp slit with its middle at (cx, cy)."""
     x, y = grid(*size, SCALE)
     return box(x, y, cx - width / 2, cy - height / 2, width, height, height / 2)
 
@@ -77,14 +78,14 @@ def legend(picture, text, base, middle, rgb, glow, size=look.CAPS_7, tracking=0.
     return ink_on(picture, whole, rgb, glow, strength)
 
 
-def ink_on(picture, whole, rgb, glow, strength=look.LEGEND_GLOW):
+def ink_on(picture, ink, rgb, glow, strength=look.LEGEND_GLOW):
     """Adds ink in a shallow engraving and its glow."""
-    dark = np.zeros_like(whole)
-    dark[:-1] = whole[1:]
+    dark = np.zeros_like(ink)
+    dark[:-1] = ink[1:]
     picture = over(picture, tint((0, 0, 0), 0.4 * dark))
-    picture = over(picture, tint(rgb, whole))
+    picture = over(picture, tint(rgb, ink))
     if glow:
-        spread = gaussian_filter(whole, look.LEGEND_GLOW_REACH)
+        spread = gaussian_filter(ink, look.LEGEND_GLOW_REACH)
         picture = light(picture, glow, strength * spread * picture[..., 3])
     return picture
 

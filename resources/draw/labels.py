@@ -1,4 +1,4 @@
-"""Place and ink of each step's label, common to the unlit and the lit one."""
+"""Position and ink of the step labels, the same for the unlit and the lit ones."""
 import numpy as np
 
 import look
@@ -7,7 +7,8 @@ from pixels import paste, tint
 
 
 def place(text, degrees, rect, centre, radius):
-    """The label's ink, and its corner (whole pixels) inside the click area closest to its ray."""
+    """The label's ink, and the corner (whole pixels) that puts it closest to its ray and radius
+    inside the click area."""
     ink, _ = mask(text, look.CAPS_7, about=centre[0])
     h, w = ink.shape
     best = None

@@ -5,7 +5,7 @@ from pathlib import Path
 
 
 def click_areas(knob):
-    """Those of a knob's labels, as the editor's control has them: left, top, right, bottom."""
+    """The click areas of a knob's labels, from the control's source: left, top, right, bottom."""
     source = Path(__file__).parents[2] / "editor/controls" / f"{knob}.cpp"
     rows = re.findall(r"CRect\( *(\d+), *(\d+), *(\d+), *(\d+)\)", source.read_text("utf-8"))
     return tuple(tuple(map(int, row)) for row in rows)
@@ -18,9 +18,9 @@ KEY_STRENGTH = 1.00
 FILL_LIGHT = (0.75, 0.10, 0.66)
 FILL_STRENGTH = 0.20
 SKY = 0.34              # ambient light on a face turned to the key light
-GROUND = 0.10           # and on one turned away from it
+GROUND = 0.10           # ambient light on a face turned away from it
 LAMP_ABOVE = 420        # the lamp's distance above the window's top; lower rows get less light
-LAMP_HEIGHT = 800       # and its height over the panel
+LAMP_HEIGHT = 800       # the lamp's height over the panel
 LIGHT_SIZE = 0.20       # of the key light; softens the edges of its shadows
 SHADOW_REACH = 16       # greatest length of a cast shadow
 CAVITY_RADIUS = 3.0     # distance within which a wall darkens a floor

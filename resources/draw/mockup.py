@@ -53,7 +53,8 @@ class Editor:
         self.window.alpha_composite(part, (x, y)) if x + part.width <= self.width else \
             self.window.alpha_composite(part.crop((0, 0, self.width - x, part.height)), (x, y))
 
-    def three(self, number, x, y, on, cut=None):
+    def blit_button(self, number, x, y, on, cut=None):
+        """A button with the frames off, on, and on without power."""
         self.blit(number, x, y, 0 if not on else 1 if self.power else 2, cut)
 
     def draw(self):
@@ -84,9 +85,9 @@ class Editor:
             self.blit(10001, *at, frame=2 * step)
             self.blit(10002, *at, frame=int((gain + 16) / 32 * 128 + 0.5))
             self.lit_label(overlay, vx, vy, look.COAX_RECTS[step])
-        self.three(10004, x + 9, y + 372, settings["low_shelf"])
-        self.three(10005, x + 45, y + 372, settings["high_shelf"])
-        self.three(10003, x + 80, y + 372, settings["process"])
+        self.blit_button(10004, x + 9, y + 372, settings["low_shelf"])
+        self.blit_button(10005, x + 45, y + 372, settings["high_shelf"])
+        self.blit_button(10003, x + 80, y + 372, settings["process"])
         self.blit(10006, x + 86, y + 346, settings["process"] if self.power else 0)
 
     def preamp(self, x, y, settings):
@@ -99,10 +100,10 @@ class Editor:
         vx, vy = look.DIAL_VIEWS["hpf"]
         self.blit(10017, x + vx + look.DIAL_INSET, y + vy + look.DIAL_INSET, frame=settings["hpf"])
         self.lit_label(10021, x + vx, y + vy, look.HPF_RECTS[settings["hpf"]])
-        self.three(10010, x + 20, y + 345, settings["boost"])
-        self.three(10026, x + 21, y + 381, settings["transformer"], cut=(40, 34))
-        self.three(10012, x + 61, y + 381, settings["amplifier"])
-        self.three(10011, x + 62, y + 345, settings["phase"])
+        self.blit_button(10010, x + 20, y + 345, settings["boost"])
+        self.blit_button(10026, x + 21, y + 381, settings["transformer"], cut=(40, 34))
+        self.blit_button(10012, x + 61, y + 381, settings["amplifier"])
+        self.blit_button(10011, x + 62, y + 345, settings["phase"])
 
     def lit_label(self, number, x, y, rect):
         self.window.alpha_composite(self.pictures[number].crop(rect), (x + rect[0], y + rect[1]))

@@ -36,8 +36,8 @@ class Plate:
         self.x, self.y = grid(*size, scale)
         self.surface = Surface(self.x, self.y, scale, material)
         self.surface.brightness = lamp_strength(self.y + top)
-        # Heights of knobs in other bitmaps, for their shadows
-        self.things_above = np.zeros_like(self.x)
+        # Heights of knobs that are in other bitmaps, for their shadows
+        self.occluders = np.zeros_like(self.x)
         self.bare = np.ones_like(self.x)        # 1 where the grain is visible
 
     def edges(self):
@@ -51,9 +51,9 @@ class Plate:
         self.bare *= 1 - cover(inward - look.EDGE_GAP, 0.5)
 
     def knob(self, cx, cy, radius, height):
+        """Adds the shadow of a knob that is in another bitmap."""
         d = disc(self.x, self.y, cx, cy, radius)
-        self.things_above = np.maximum(self.things_above,
-                                       np.where(d < 0, height, 0).astype(np.float32))
+        self.occluders = np.maximum(self.occluders, np.where(d < 0, height, 0).astype(np.float32))
 
     def pocket(self, left, top, width, height, radius, depth, wall=0.8):
         """A milled recess with a black floor."""
@@ -77,7 +77,7 @@ class Plate:
         self.surface.paint(look.HAIRLINE_INK * inside, look.PIT)
 
     def screw(self, cx, cy, radius, turned):
-        """A countersunk steel screw with a hexagon socket."""
+        """A countersunk steel screw with a hexagon socket, turned by that many degrees."""
         x, y = self.x - cx, self.y - cy
         r = np.hypot(x, y)
         sink, sink_depth = look.COUNTERSINK
@@ -96,8 +96,8 @@ class Plate:
         self.bare *= 1 - cover(r - radius - 1, 0.5)
 
     def finish(self):
-        shadow = cast_shadow(self.things_above, self.scale, onto=np.zeros_like(self.x))
-        near = gaussian_filter((self.things_above > 0).astype(np.float32),
+        shadow = cast_shadow(self.occluders, self.scale, onto=np.zeros_like(self.x))
+        near = gaussian_filter((self.occluders > 0).astype(np.float32),
                                look.CONTACT_REACH * self.scale)
         rgb = self.surface.picture(shadow) * (1 - look.CONTACT_SHADE * near)[..., None]
         picture = shrink(opaque(rgb.astype(np.float32)), self.scale)

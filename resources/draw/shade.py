@@ -48,9 +48,11 @@ class Surface:
         self.grain = np.where(mask > 0.5, around, self.grain)
 
     def picture(self, extra_shadow=1.0):
+        """The lit surface in sRGB; `extra_shadow` is a further visibility of the key light."""
         return to_srgb(self.lit(extra_shadow))
 
     def lit(self, extra_shadow):
+        """The lit surface in linear red, green and blue."""
         gy, gx = np.gradient(self.height * self.scale)
         nx, ny = -(gx + self.tilt_x), -(gy + self.tilt_y)
         length = np.sqrt(nx * nx + ny * ny + 1)
