@@ -29,10 +29,8 @@ public:
     CColor getFontColor() const { return state.fontColor; }
 
     void setLineWidth(CCoord width) { state.lineWidth = width; }  // pixels
-    CCoord getLineWidth() const { return state.lineWidth; }
     void setLineStyle(const CLineStyle&) { }
     void setDrawMode(CDrawMode mode) { state.drawMode = mode; }
-    CDrawMode getDrawMode() const { return state.drawMode; }
 
     // Null is ignored. A size above 0 or a style from 0 up makes a private copy of the font.
     void setFont(const CFontRef font, const CCoord& size = 0, const int32_t& style = -1);

@@ -16,9 +16,6 @@ public:
 
     UTF8StringPtr getDescription() const { return description.c_str(); }
     UTF8StringPtr getExtension() const { return extension.c_str(); }
-    UTF8StringPtr getMimeType() const { return mimeType.c_str(); }
-    UTF8StringPtr getUTI() const { return uti.c_str(); }
-    int32_t getMacType() const { return macType; }
 
     // Equal if they share the extension, MIME type, UTI or Mac type, empty or 0 excepted.
     bool operator==(const CFileExtension& other) const;

@@ -34,10 +34,7 @@ public:
     bool isChild(CView* view, bool deep = false) const;
 
     virtual void setBackgroundColor(const CColor& color);
-    CColor getBackgroundColor() const { return backgroundColor; }
     virtual void setBackgroundOffset(const CPoint& offset) { backgroundOffset = offset; }
-    const CPoint& getBackgroundOffset() const { return backgroundOffset; }
-    virtual void setAutosizingEnabled(bool) { }
 
     // Requests a repaint of dirty children and clears their marks.
     virtual void invalidateDirtyViews();

@@ -42,7 +42,6 @@ public:
 
     virtual void setTag(int32_t newTag);
     int32_t getTag() const { return tag; }
-    virtual void setListener(IControlListener* newListener) { listener = newListener; }
     IControlListener* getListener() const { return listener; }
 
     // The top left corner of the part of the background bitmap that is shown, for controls that

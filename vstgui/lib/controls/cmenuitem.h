@@ -26,7 +26,6 @@ public:
     bool isEnabled() const { return !hasFlag(kDisabled); }
     virtual void setChecked(bool state = true) { setFlag(kChecked, state); }
     bool isChecked() const { return hasFlag(kChecked); }
-    virtual void setIsTitle(bool state = true) { setFlag(kTitle, state); }
     bool isTitle() const { return hasFlag(kTitle); }
     virtual void setIsSeparator(bool state = true) { setFlag(kSeparator, state); }
     bool isSeparator() const { return hasFlag(kSeparator); }

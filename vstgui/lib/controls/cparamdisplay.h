@@ -36,7 +36,6 @@ public:
     virtual void setFrameColor(const CColor& color) { change(frameColor, color); }
     CColor getFrameColor() const { return frameColor; }
     virtual void setShadowColor(const CColor& color) { change(shadowColor, color); }
-    CColor getShadowColor() const { return shadowColor; }
     virtual void setHoriAlign(CHoriTxtAlign align) { change(horiTxtAlign, align); }
     CHoriTxtAlign getHoriAlign() const { return horiTxtAlign; }
     virtual void setTextInset(const CPoint& inset) { change(textInset, inset); }
@@ -44,13 +43,11 @@ public:
     virtual void setStyle(int32_t newStyle) { change(style, newStyle); }
     int32_t getStyle() const { return style; }
     virtual void setFrameWidth(const CCoord& width) { change(frameWidth, width); }  // pixels
-    CCoord getFrameWidth() const { return frameWidth; }
     virtual void setAntialias(bool state) { change(antialias, state); }
     bool getAntialias() const { return antialias; }
 
     // Decimal places of the value's text.
     virtual void setPrecision(uint8_t decimals) { change(valuePrecision, decimals); }
-    uint8_t getPrecision() const { return valuePrecision; }
     // Makes the value's text. Where it returns false, the value is shown with decimals.
     using ValueToStringFunction =
         std::function<bool(float value, std::string& text, CParamDisplay*)>;

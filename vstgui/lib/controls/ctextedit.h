@@ -24,7 +24,6 @@ public:
     void setStringToValueFunction(const StringToValueFunction& function);
     // Takes over each change in the box at once, not only when it is closed.
     virtual void setImmediateTextChange(bool state) { immediateTextChange = state; }
-    bool getImmediateTextChange() const { return immediateTextChange; }
     IPlatformTextEdit* getPlatformTextEdit() const { return platformControl; }
 
     // Also replaces the text by the value's.
