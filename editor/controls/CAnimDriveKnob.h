@@ -7,9 +7,6 @@ class CAnimDriveKnob : public CAnimGainKnob {
 public:
     using CAnimGainKnob::CAnimGainKnob;
 
-    void setValue(float newValue) override { CAnimGainKnob::setValue(newValue); }
-    float getValue() const override { return CAnimGainKnob::getValue(); }
-
     CLASS_METHODS(CAnimDriveKnob, CAnimGainKnob)
 
 protected:
