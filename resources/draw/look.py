@@ -64,7 +64,7 @@ CAPS_9 = 12.66
 CAPS_13 = 18.30
 RULE_RISE = 4           # height of a caption's hairlines above its base line
 RULE_GAP = 6            # between hairline and caption
-RULE_HOOK = 4
+RULE_HOOK = 4           # length of a hairline's bent end
 RULE_INK = 0.6
 
 # ---- Grain of the brushed plates -----------------------------------------------------------------

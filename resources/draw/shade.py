@@ -86,7 +86,8 @@ class Surface:
 
 
 def cast_shadow(height, scale, onto=None):
-    """Visibility of the key light, 0 to 1; shadows get softer with distance from the occluder."""
+    """Visibility of the key light, 0 to 1, on the heights `onto`; by default, on `height` itself.
+    Shadows get softer with distance from the occluder."""
     ground = height if onto is None else onto
     reach = float(height.max() - ground.min())
     seen = np.zeros_like(height)
