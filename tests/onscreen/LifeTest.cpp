@@ -78,7 +78,7 @@ TEST_F(EditorOnScreen, ClosesDuringADragATextInputAndAMenuAndOpensAgain)
         const int turns = Host::turns;
         host->window->destroyFromOutside();
         EXPECT_TRUE(user.waitFor([&] { return Host::turns > turns; })) << "the menu stays open";
-        user.tap(hands::Key::Escape);
+        user.tap(userinput::Key::Escape);
     });
     host->closeEditor();
     host->openEditor();

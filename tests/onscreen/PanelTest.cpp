@@ -6,7 +6,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hands::Key;
+using userinput::Key;
 
 struct Panel : EditorOnScreen {
     void click(Place where)
@@ -15,7 +15,7 @@ struct Panel : EditorOnScreen {
     }
     // Presses a key that opens a file dialog and chooses `answer` there.
     void chooseFile(Place key, const std::string& title, const std::string& answer,
-                    hands::Button button = hands::Button::Left)
+                    userinput::Button button = userinput::Button::Left)
     {
         programs.install("zenity", "echo '" + answer + "'");
         Host::user([&](User& user) {
@@ -149,7 +149,7 @@ TEST_F(Panel, FilesAreSavedAndLoadedThroughTheSystemsDialogs)
     chooseFile(loadPreset, "Load preset", preset);
     EXPECT_NEAR(host->value(kLGainL), 0.9, 1e-6);
     // Files in the usual byte order are refused with the endian-reversed option.
-    chooseFile(loadBank, "Load bank (endian-reversed)", bank, hands::Button::Right);
+    chooseFile(loadBank, "Load bank (endian-reversed)", bank, userinput::Button::Right);
     EXPECT_NEAR(host->value(kLGainL), 0.9, 1e-6);
 }
 

@@ -38,7 +38,7 @@ struct NoReports : ParameterChanges {
 
 }  // namespace
 
-TEST(Intake, OnlyTheLastPointOfABlockCountsWhateverItsOffset)
+TEST(ProcessorParameters, OnlyTheLastPointOfABlockCountsWhateverItsOffset)
 {
     Processor processor;
     processor.set(kChannel, 0.0, 10);
@@ -56,7 +56,7 @@ TEST(Intake, OnlyTheLastPointOfABlockCountsWhateverItsOffset)
     EXPECT_EQ(processor.channelMode, 1);
 }
 
-TEST(Intake, SwitchesTurnOnAtExactlyOneHalf)
+TEST(ProcessorParameters, SwitchesTurnOnAtExactlyOneHalf)
 {
     Processor processor;
     for (const double value : {0.49999, 0.5}) {
@@ -69,7 +69,7 @@ TEST(Intake, SwitchesTurnOnAtExactlyOneHalf)
     }
 }
 
-TEST(Intake, ChangesThatCannotBeReadAreSkippedOneByOne)
+TEST(ProcessorParameters, ChangesThatCannotBeReadAreSkippedOneByOne)
 {
     Processor processor;
     BrokenChanges changes;
@@ -83,7 +83,7 @@ TEST(Intake, ChangesThatCannotBeReadAreSkippedOneByOne)
 }
 
 // Even if the value does not change.
-TEST(Intake, EveryArrivalOfAStageSwitchStartsTheGainGlidesAnew)
+TEST(ProcessorParameters, EveryArrivalOfAStageSwitchStartsTheGainGlidesAnew)
 {
     for (const ParamID id : {kQB11, k2x, kTrfoDsL, kTrfoDsR, kAmpDsbL, kAmpDsbR}) {
         Processor processor;
@@ -97,7 +97,7 @@ TEST(Intake, EveryArrivalOfAStageSwitchStartsTheGainGlidesAnew)
     }
 }
 
-TEST(Intake, DisableSwitchesCountOnlyWithThePreamplifier)
+TEST(ProcessorParameters, DisableSwitchesCountOnlyWithThePreamplifier)
 {
     for (const double preamp : {0.0, 1.0}) {
         Processor processor;

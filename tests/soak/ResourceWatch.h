@@ -8,15 +8,15 @@
 #include <cstdio>
 #include <numeric>
 
-class HoldingsWatch {
+class ResourceWatch {
 public:
     // Reserved, so that the samples themselves do not count as growth.
-    explicit HoldingsWatch(Run& shared) : run(shared) { samples.reserve(50000); }
+    explicit ResourceWatch(Run& shared) : run(shared) { samples.reserve(50000); }
 
     // To be called while the library is unloaded. The first call is the reference for later ones.
     void atRest()
     {
-        last = holdingsAtRest();
+        last = resourcesAtRest();
         if (++rests == 1)
             first = last;
         for (std::size_t i = 0; i < last.size(); ++i)
@@ -64,7 +64,7 @@ public:
     double mebibytes() const { return samples.empty() ? 0.0 : samples.back(); }
 
 private:
-    // In the order of Holdings, with the growth allowed for what system libraries allocate once at
+    // In the order of Resources, with the growth allowed for what system libraries allocate once at
     // their first use.
     static constexpr struct {
         const char* what;
@@ -78,6 +78,6 @@ private:
     Run& run;
     std::vector<double> samples;  // MiB
     int rests = 0;
-    Holdings first{}, last{};
+    Resources first{}, last{};
     double growth = 0.0;  // MiB, after the first third
 };

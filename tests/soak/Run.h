@@ -48,10 +48,10 @@ __attribute__((format(printf, 1, 2))) inline std::string textOf(const char* patt
 }
 
 // Random numbers, the same for the same seed on every system.
-class Dice {
+class Random {
 public:
     // Each stream of a seed is an independent sequence.
-    Dice(std::uint32_t seed, std::uint32_t stream)
+    Random(std::uint32_t seed, std::uint32_t stream)
     {
         std::seed_seq sequence{seed, stream};
         engine.seed(sequence);

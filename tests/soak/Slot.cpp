@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-Seat::Seat(int place, bool forTwins, Run& shared, Dice& usersDice)
+Slot::Slot(int place, bool forTwins, Run& shared, Random& usersRandom)
     : number(place), twins(forTwins), run(shared),
-      dice(shared.seed, static_cast<std::uint32_t>(1000 + place))
+      random(shared.seed, static_cast<std::uint32_t>(1000 + place))
 {
     const std::vector<int>& sizes = run.blockSizes;
     const auto longest =
@@ -13,23 +13,23 @@ Seat::Seat(int place, bool forTwins, Run& shared, Dice& usersDice)
         for (std::vector<float>& channel : *stereo)
             channel.resize(longest);
     const Stopped stopped(*this);
-    open(usersDice);
+    open(usersRandom);
 }
 
-Seat::~Seat()
+Slot::~Slot()
 {
     const Stopped stopped(*this);
     close();
 }
 
-void Seat::open(Dice& usersDice)
+void Slot::open(Random& usersRandom)
 {
     for (int i = 0; i < (twins ? 2 : 1); ++i)
         plugins.push_back(std::make_unique<host::NativePlugin>(run.library));
-    change({usersDice.of(kRates), usersDice.of(run.blockSizes), usersDice.of(kChannels)});
+    change({usersRandom.of(kRates), usersRandom.of(run.blockSizes), usersRandom.of(kChannels)});
 }
 
-void Seat::close()
+void Slot::close()
 {
     editor.reset();
     for (const auto& plugin : plugins)
@@ -37,7 +37,7 @@ void Seat::close()
     plugins.clear();
 }
 
-void Seat::change(const Setup& wanted)
+void Slot::change(const Setup& wanted)
 {
     setup = wanted;
     // From 176.4 kHz on nothing is oversampled.
@@ -60,15 +60,15 @@ void Seat::change(const Setup& wanted)
     compareTwins("a change of the setup");
 }
 
-void Seat::compareTwins(const char* after)
+void Slot::compareTwins(const char* after)
 {
     if (twins && plugins[0]->bankChunk() != plugins[1]->bankChunk())
         fail(textOf("twins differ in their state after %s", after));
 }
 
-std::string Seat::step() const
+std::string Slot::step() const
 {
-    return textOf("seat %d (%s, %.0f Hz, blocks of %d, %d to %d), stretch %lld of %s", number,
+    return textOf("slot %d (%s, %.0f Hz, blocks of %d, %d to %d), stretch %lld of %s", number,
                   twins ? "twins" : "single", setup.rate, setup.blockSize, setup.channels[0],
                   setup.channels[1], stretch, kSignalNames[static_cast<int>(signal.kind)]);
 }

@@ -1,7 +1,7 @@
 // A slot of the host's session: one instance of the plug-in, or twins (two instances with the same
 // parameters and input, whose output must be equal).
 //
-// One audio thread processes a seat. The user's thread stops it, as a host does, for calls that
+// One audio thread processes a slot. The user's thread stops it, as a host does, for calls that
 // must not happen during processing; it makes all other calls at any time.
 #pragma once
 
@@ -36,24 +36,24 @@ struct Setup {
 constexpr std::array<double, 6> kRates{44100.0, 48000.0, 88200.0, 96000.0, 176400.0, 192000.0};
 constexpr std::array<std::array<int, 2>, 3> kChannels{{{2, 2}, {1, 2}, {1, 1}}};
 
-class Seat {
+class Slot {
 public:
-    Seat(int number, bool twins, Run& run, Dice& dice);
-    ~Seat();
-    Seat(const Seat&) = delete;
-    Seat& operator=(const Seat&) = delete;
+    Slot(int number, bool twins, Run& run, Random& random);
+    ~Slot();
+    Slot(const Slot&) = delete;
+    Slot& operator=(const Slot&) = delete;
 
     // --- The audio thread ---
 
     // Changes some parameters, then processes a stretch of up to two blocks without changes. False
-    // while the seat is stopped. Does not allocate except to report a failure.
+    // while the slot is stopped. Does not allocate except to report a failure.
     bool play();
 
     // --- The user's thread ---
 
     // No processing while an object of this class exists.
     struct Stopped {
-        explicit Stopped(Seat& seat) : stopped(seat)
+        explicit Stopped(Slot& slot) : stopped(slot)
         {
             ++stopped.stopsWanted;
             stopped.touch();
@@ -65,16 +65,16 @@ public:
             stopped.touch();
             --stopped.stopsWanted;
         }
-        Seat& stopped;
+        Slot& stopped;
     };
     // Call before and after anything that changes the output: the time of silence restarts.
     void touch() { ++touches; }
     void fail(const std::string& seen) { run.fail(step(), seen); }
 
-    // --- With the seat stopped ---
+    // --- With the slot stopped ---
 
     // Creates the instances with a random setup and activates them. Throws HostError.
-    void open(Dice& dice);
+    void open(Random& random);
     void close();
     // Deactivates, applies the setup, activates.
     void change(const Setup& setup);
@@ -111,7 +111,7 @@ private:
     std::atomic<int> stopsWanted{0};
     std::atomic<unsigned> touches{0};
 
-    Dice dice;
+    Random random;
     TestSignal signal;
     Stereo source;
     std::array<Stereo, 2> inputs, outputs;  // of each instance

@@ -1,4 +1,4 @@
-// The input of a seat, and the checks on its output.
+// The input of a slot, and the checks on its output.
 #include "tests/soak/Slot.h"
 
 #include <algorithm>
@@ -21,7 +21,7 @@ constexpr auto kSignals = static_cast<std::size_t>(TestSignal::Kind::Count);
 
 }  // namespace
 
-bool Seat::play()
+bool Slot::play()
 {
     if (stopsWanted > 0 || !mutex.try_lock())
         return false;
@@ -30,29 +30,29 @@ bool Seat::play()
         return true;
     ++stretch;
     const int blockSize = setup.blockSize;
-    const int samples = dice.oneIn(3) ? blockSize : dice.between(1, 2 * blockSize);
+    const int samples = random.oneIn(3) ? blockSize : random.between(1, 2 * blockSize);
     chooseSignal(samples / setup.rate);
-    if (!quiet && dice.oneIn(2))
+    if (!quiet && random.oneIn(2))
         automate();
     for (std::vector<float>& channel : source)
-        std::generate_n(channel.begin(), samples, [this] { return signal.sample(dice); });
+        std::generate_n(channel.begin(), samples, [this] { return signal.sample(random); });
     // Changes take effect at a block's start: the first block after them is equal for twins.
-    const int firstPiece = std::min({samples, blockSize, dice.between(1, 60)});
+    const int firstPiece = std::min({samples, blockSize, random.between(1, 60)});
     for (std::size_t instance = 0; instance < plugins.size(); ++instance)
         playTo(instance, samples, firstPiece);
     judge(samples);
     return true;
 }
 
-void Seat::chooseSignal(double seconds)
+void Slot::chooseSignal(double seconds)
 {
     if (signalLeft <= 0.0) {
         // A silence that was disturbed is not counted.
-        quiet = dice.oneIn(6);
-        signal.kind =
-            quiet ? TestSignal::Kind::Silence : static_cast<TestSignal::Kind>(dice.below(kSignals));
-        signal.level = std::pow(10.0f, -3.0f * dice.position());  // -60 dB to full scale
-        signalLeft = quiet ? kQuiet : 2.0 * static_cast<double>(dice.position());
+        quiet = random.oneIn(6);
+        signal.kind = quiet ? TestSignal::Kind::Silence
+                            : static_cast<TestSignal::Kind>(random.below(kSignals));
+        signal.level = std::pow(10.0f, -3.0f * random.position());  // -60 dB to full scale
+        signalLeft = quiet ? kQuiet : 2.0 * static_cast<double>(random.position());
         silenceJudged = false;
         silentFor = 0.0;
     }
@@ -60,19 +60,19 @@ void Seat::chooseSignal(double seconds)
 }
 
 // Both twins get the same changes in the same order.
-void Seat::automate()
+void Slot::automate()
 {
-    const bool all = dice.oneIn(40);
-    for (VstInt32 i = 0, count = all ? kParameters : dice.between(1, 5); i < count; ++i) {
-        const VstInt32 id = all ? i : dice.below(kParameters);
-        float value = dice.position();
-        if (dice.oneIn(4))
+    const bool all = random.oneIn(40);
+    for (VstInt32 i = 0, count = all ? kParameters : random.between(1, 5); i < count; ++i) {
+        const VstInt32 id = all ? i : random.below(kParameters);
+        float value = random.position();
+        if (random.oneIn(4))
             value = std::round(value * 9.0f) / 9.0f;  // includes ends and steps
         // Uniform values of these would bypass everything else most of the time.
         if (id == kPower)
-            value = dice.oneIn(12) ? 0.0f : 1.0f;
+            value = random.oneIn(12) ? 0.0f : 1.0f;
         if (id == kBpsCh1 || id == kBpsCh2)
-            value = dice.oneIn(8) ? 1.0f : 0.0f;
+            value = random.oneIn(8) ? 1.0f : 0.0f;
         if (twins && isPolarity(id))
             value = 0.0f;
         for (const auto& plugin : plugins)
@@ -80,19 +80,19 @@ void Seat::automate()
     }
 }
 
-void Seat::playTo(std::size_t instance, int samples, int firstPiece)
+void Slot::playTo(std::size_t instance, int samples, int firstPiece)
 {
     for (std::size_t channel = 0; channel < 2; ++channel)
         std::copy_n(source[channel].begin(), samples, inputs[instance][channel].begin());
     for (int done = 0, piece = firstPiece; done < samples; done += piece) {
         const int left = std::min(samples - done, setup.blockSize);
         if (done > 0)
-            piece = dice.oneIn(4) ? left : dice.between(1, left);
+            piece = random.oneIn(4) ? left : random.between(1, left);
         playPiece(instance, done, piece);
     }
 }
 
-void Seat::playPiece(std::size_t instance, int offset, int samples)
+void Slot::playPiece(std::size_t instance, int offset, int samples)
 {
     host::NativePlugin& plugin = *plugins[instance];
     Stereo& in = inputs[instance];
@@ -100,9 +100,9 @@ void Seat::playPiece(std::size_t instance, int offset, int samples)
     float* from[2] = {in[0].data() + offset, in[1].data() + offset};
     float* to[2] = {out[0].data() + offset, out[1].data() + offset};
     // Processing in place must give the same output.
-    const int shared = dice.oneIn(4) ? setup.channels[0] : 0;
+    const int shared = random.oneIn(4) ? setup.channels[0] : 0;
     std::copy_n(from, shared, to);
-    if (dice.oneIn(50))
+    if (random.oneIn(50))
         plugin.process(from, to, 0);
 
     const double clockBefore = clockSeconds();
@@ -127,7 +127,7 @@ void Seat::playPiece(std::size_t instance, int offset, int samples)
     ++blocks;
 }
 
-void Seat::judge(int samples)
+void Slot::judge(int samples)
 {
     float peak = 0.0f;
     for (std::size_t instance = 0; instance < plugins.size(); ++instance)
@@ -149,7 +149,7 @@ void Seat::judge(int samples)
         compareSound(samples);
 }
 
-void Seat::judgeSilence(double seconds, float peak)
+void Slot::judgeSilence(double seconds, float peak)
 {
     const unsigned touchesNow = touches;
     if (touchesNow != touchesSeen)
@@ -165,7 +165,7 @@ void Seat::judgeSilence(double seconds, float peak)
     silentFor += seconds;
 }
 
-void Seat::compareSound(int samples)
+void Slot::compareSound(int samples)
 {
     for (std::size_t channel = 0; channel < static_cast<std::size_t>(setup.channels[1]); ++channel)
         for (int i = 0; i < samples; ++i) {

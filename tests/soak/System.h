@@ -12,12 +12,12 @@ constexpr bool kSanitized = false;
 
 // Resources that the process uses now; -1 for an unknown count: bytes allocated on the heap, open
 // descriptors (on Windows handles), threads.
-using Holdings = std::array<long long, 3>;
+using Resources = std::array<long long, 3>;
 
 // Private memory of the process, in bytes. Fast enough to be called every second.
 long long memoryHeld();
 // Other threads may run, but must not allocate.
-Holdings holdingsAtRest();
+Resources resourcesAtRest();
 
 // Loads system libraries that every host has loaded anyway and that leak when they are unloaded
 // with the plug-in.

@@ -27,7 +27,7 @@ long long memoryHeld()
     return (resident - shared) * sysconf(_SC_PAGESIZE);
 }
 
-Holdings holdingsAtRest()
+Resources resourcesAtRest()
 {
     // Sanitizers replace the allocator.
     const struct mallinfo2 heap = mallinfo2();

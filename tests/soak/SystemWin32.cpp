@@ -74,7 +74,7 @@ long long memoryHeld()
     return static_cast<long long>(told);
 }
 
-Holdings holdingsAtRest()
+Resources resourcesAtRest()
 {
     return {heapBytes(), countHandles(), countThreads()};
 }

@@ -21,7 +21,7 @@ constexpr std::ptrdiff_t kMaxEditors = 4;
 
 }  // namespace
 
-User::User(Run& shared, Whereabouts& where) : run(shared), whereabouts(where), dice(shared.seed, 0)
+User::User(Run& shared, Progress& where) : run(shared), progress(where), random(shared.seed, 0)
 {
     actions = {
         {"parameters set", 30, &User::automate},
@@ -38,24 +38,25 @@ User::User(Run& shared, Whereabouts& where) : run(shared), whereabouts(where), d
     for (Action& action : actions)
         wheel.insert(wheel.end(), action.weight, &action);
     for (int left = run.instances; left > 0;) {
-        const bool twins = left >= 2 && seats.size() % 3 == 0;
-        seats.push_back(std::make_unique<Seat>(static_cast<int>(seats.size()), twins, run, dice));
+        const bool twins = left >= 2 && slots.size() % 3 == 0;
+        slots.push_back(std::make_unique<Slot>(static_cast<int>(slots.size()), twins, run, random));
         left -= twins ? 2 : 1;
     }
-    factory = seats.front()->plugins.front()->bankChunk();
+    factory = slots.front()->plugins.front()->bankChunk();
     saved.push_back(factory);
 }
 
 void User::turn()
 {
-    for (int remaining = dice.between(1, 5); remaining > 0; --remaining) {
-        Seat& seat = *dice.of(seats);
-        Action& action = *dice.of(wheel);
-        // A seat that waits for its output to decay is mostly left alone.
-        if ((seat.quiet && !dice.oneIn(12)) || (action.wantsEditor && (seat.twins || !seat.editor)))
+    for (int remaining = random.between(1, 5); remaining > 0; --remaining) {
+        Slot& slot = *random.of(slots);
+        Action& action = *random.of(wheel);
+        // A slot that waits for its output to decay is mostly left alone.
+        if ((slot.quiet && !random.oneIn(12))
+            || (action.wantsEditor && (slot.twins || !slot.editor)))
             continue;
-        whereabouts.now(action.name, seat.number);
-        (this->*action.act)(seat);
+        progress.now(action.name, slot.number);
+        (this->*action.act)(slot);
         ++action.times;
     }
     idle();
@@ -65,14 +66,14 @@ void User::turn()
 void User::idle()
 {
     // One idle call processes the thread's message queue, for all instances.
-    seats.front()->plugins.front()->idle();
-    for (const auto& seat : seats) {
-        whereabouts.now("idle", seat->number);
-        for (const auto& plugin : seat->plugins)
+    slots.front()->plugins.front()->idle();
+    for (const auto& slot : slots) {
+        progress.now("idle", slot->number);
+        for (const auto& plugin : slot->plugins)
             plugin->dispatch(effEditIdle);
-        if (seat->editor)
-            seat->editor->follow();
-        for (const auto& plugin : seat->plugins)
+        if (slot->editor)
+            slot->editor->follow();
+        for (const auto& plugin : slot->plugins)
             plugin->clearReports();
     }
     std::this_thread::sleep_for(std::chrono::milliseconds(2));
@@ -81,74 +82,74 @@ void User::idle()
 void User::closeAll()
 {
     // A host that closes a session stops it first.
-    std::vector<std::unique_ptr<Seat::Stopped>> stopped;
-    for (const auto& seat : seats)
-        stopped.push_back(std::make_unique<Seat::Stopped>(*seat));
-    for (const auto& seat : seats) {
-        whereabouts.now("close everything", seat->number);
-        seat->close();
+    std::vector<std::unique_ptr<Slot::Stopped>> stopped;
+    for (const auto& slot : slots)
+        stopped.push_back(std::make_unique<Slot::Stopped>(*slot));
+    for (const auto& slot : slots) {
+        progress.now("close everything", slot->number);
+        slot->close();
     }
 }
 
 void User::openAll()
 {
-    for (const auto& seat : seats) {
-        whereabouts.now("open everything", seat->number);
-        const Seat::Stopped stopped(*seat);
-        seat->open(dice);
+    for (const auto& slot : slots) {
+        progress.now("open everything", slot->number);
+        const Slot::Stopped stopped(*slot);
+        slot->open(random);
     }
 }
 
-void User::automate(Seat& seat)
+void User::automate(Slot& slot)
 {
     // Twins get their parameters on the audio thread, at the start of the same stretch.
-    if (seat.twins)
+    if (slot.twins)
         return;
-    seat.touch();
-    for (int count = dice.between(1, 8); count > 0; --count) {
-        const VstInt32 id = dice.below(kParameters);
-        seat.plugins.front()->setParameter(id, id == kPower ? 1.0f : dice.position());
+    slot.touch();
+    for (int count = random.between(1, 8); count > 0; --count) {
+        const VstInt32 id = random.below(kParameters);
+        slot.plugins.front()->setParameter(id, id == kPower ? 1.0f : random.position());
     }
-    seat.touch();
+    slot.touch();
 }
 
-void User::read(Seat& seat)
+void User::read(Slot& slot)
 {
-    const std::string name = textOf("Soaked %d", dice.below(1000000));
-    for (const auto& plugin : seat.plugins) {
+    const std::string name = textOf("Soaked %d", random.below(1000000));
+    for (const auto& plugin : slot.plugins) {
         plugin->setProgramName(name);
         if (plugin->programName() != name)
-            seat.fail("the preset is called '" + plugin->programName() + "', not '" + name + "'");
+            slot.fail("the preset is called '" + plugin->programName() + "', not '" + name + "'");
         for (VstInt32 i = 0; i < kParameters; ++i) {
             const float value = plugin->parameter(i);
             if (!(value >= 0.0f && value <= 1.0f) || plugin->paramDisplay(i).empty())
-                seat.fail(textOf("parameter %d is %g, displayed as '%s'", i,
+                slot.fail(textOf("parameter %d is %g, displayed as '%s'", i,
                                  static_cast<double>(value), plugin->paramDisplay(i).c_str()));
         }
     }
 }
 
-void User::save(Seat& seat)
+void User::save(Slot& slot)
 {
     constexpr std::size_t kKept = 6;
     // During processing; twins are compared only while stopped.
-    Bytes state = seat.plugins.front()->bankChunk();
+    Bytes state = slot.plugins.front()->bankChunk();
     if (state.size() != factory.size())
-        return seat.fail("a state of " + std::to_string(state.size()) + " bytes, at first it had "
+        return slot.fail("a state of " + std::to_string(state.size()) + " bytes, at first it had "
                          + std::to_string(factory.size()));
     if (saved.size() < kKept)
         saved.push_back(std::move(state));
     else
-        dice.of(saved) = std::move(state);
+        random.of(saved) = std::move(state);
 }
 
 // For twins the polarity is reset before they process the state. Twins must be stopped; a single
 // instance may be processing.
-void User::give(Seat& seat, const Bytes& state)
+void User::give(Slot& slot, const Bytes& state)
 {
-    for (const auto& plugin : seat.plugins) {
+    for (const auto& plugin : slot.plugins) {
         plugin->setBankChunk(state);
-        if (seat.twins)
+        if (slot.twins)
             for (const VstInt32 id : {kPhaseL, kPhaseR})
                 plugin->setParameter(id, 0.0f);
     }
@@ -156,103 +157,104 @@ void User::give(Seat& seat, const Bytes& state)
 
 // Loads a saved state, or a fresh one with another preset selected. It must apply completely and at
 // once.
-void User::load(Seat& seat)
+void User::load(Slot& slot)
 {
-    Bytes state = dice.of(saved);
-    if (dice.oneIn(2)) {
+    Bytes state = random.of(saved);
+    if (random.oneIn(2)) {
         state = factory;
-        state[kCurrentPresetAt] = static_cast<std::uint8_t>(dice.below(kPresetCount));
+        state[kCurrentPresetAt] = static_cast<std::uint8_t>(random.below(kPresetCount));
     }
-    if (!seat.twins && dice.oneIn(2)) {
+    if (!slot.twins && random.oneIn(2)) {
         // During processing.
-        seat.touch();
-        give(seat, state);
-        return seat.touch();
+        slot.touch();
+        give(slot, state);
+        return slot.touch();
     }
-    const Seat::Stopped stopped(seat);
-    give(seat, state);
-    if (!seat.twins && seat.plugins.front()->bankChunk() != state)
-        seat.fail("a state changes when it is loaded and saved again");
-    seat.compareTwins("loading a state");
+    const Slot::Stopped stopped(slot);
+    give(slot, state);
+    if (!slot.twins && slot.plugins.front()->bankChunk() != state)
+        slot.fail("a state changes when it is loaded and saved again");
+    slot.compareTwins("loading a state");
 }
 
 // Deactivates and activates, mostly with a changed setup.
-void User::change(Seat& seat)
+void User::change(Slot& slot)
 {
-    const Seat::Stopped stopped(seat);
-    Setup setup = seat.setup;
-    const int kind = dice.below(4);
+    const Slot::Stopped stopped(slot);
+    Setup setup = slot.setup;
+    const int kind = random.below(4);
     if (kind == 0)
-        setup.rate = dice.of(kRates);
+        setup.rate = random.of(kRates);
     if (kind == 1)
-        setup.blockSize = dice.of(run.blockSizes);
+        setup.blockSize = random.of(run.blockSizes);
     if (kind == 2)
-        setup.channels = dice.of(kChannels);
-    seat.change(setup);
+        setup.channels = random.of(kChannels);
+    slot.change(setup);
 }
 
-void User::reopen(Seat& seat)
+void User::reopen(Slot& slot)
 {
-    const Seat::Stopped stopped(seat);
-    seat.close();
-    seat.open(dice);
+    const Slot::Stopped stopped(slot);
+    slot.close();
+    slot.open(random);
 }
 
-void User::openOrCloseEditor(Seat& seat)
+void User::openOrCloseEditor(Slot& slot)
 {
-    const auto open = std::count_if(seats.begin(), seats.end(),
+    const auto open = std::count_if(slots.begin(), slots.end(),
                                     [](const auto& each) { return each->editor != nullptr; });
-    seat.touch();
-    if (seat.editor)
-        seat.editor.reset();
+    slot.touch();
+    if (slot.editor)
+        slot.editor.reset();
     else if (open < kMaxEditors)
-        seat.editor = std::make_unique<InstanceWindow>(*seat.plugins.front());
-    seat.touch();
+        slot.editor = std::make_unique<InstanceWindow>(*slot.plugins.front());
+    slot.touch();
 }
 
 // Through the two switches that select the layout, as automation does.
-void User::resizeEditor(Seat& seat)
+void User::resizeEditor(Slot& slot)
 {
-    seat.plugins.front()->setParameter(dice.oneIn(2) ? kQB11 : k2x, dice.oneIn(2) ? 1.0f : 0.0f);
+    slot.plugins.front()->setParameter(random.oneIn(2) ? kQB11 : k2x,
+                                       random.oneIn(2) ? 1.0f : 0.0f);
 }
 
 // Resizes the editor, or drags, clicks or turns the wheel somewhere over the controls.
-void User::useEditor(Seat& seat)
+void User::useEditor(Slot& slot)
 {
     using Act = InstanceWindow::Act;
-    seat.touch();
-    InstanceWindow& editor = *seat.editor;
-    const int x = dice.between(0, editor.width() - 1);
-    int y = dice.below(kSafeHeight);
+    slot.touch();
+    InstanceWindow& editor = *slot.editor;
+    const int x = random.between(0, editor.width() - 1);
+    int y = random.below(kSafeHeight);
     editor.send(Act::Move, x, y);
-    if (dice.oneIn(4)) {
-        resizeEditor(seat);
-    } else if (dice.oneIn(3)) {
-        editor.send(dice.oneIn(2) ? Act::WheelUp : Act::WheelDown, x, y);
+    if (random.oneIn(4)) {
+        resizeEditor(slot);
+    } else if (random.oneIn(3)) {
+        editor.send(random.oneIn(2) ? Act::WheelUp : Act::WheelDown, x, y);
     } else {
         editor.send(Act::Press, x, y);
-        for (int moves = dice.below(4); moves > 0; --moves) {
-            y += dice.between(-20, 20);
+        for (int moves = random.below(4); moves > 0; --moves) {
+            y += random.between(-20, 20);
             editor.send(Act::Move, x, y);
         }
         editor.send(Act::Release, x, y);
     }
     // Delivers the events to the plug-in on this thread.
-    seat.plugins.front()->idle();
-    seat.touch();
+    slot.plugins.front()->idle();
+    slot.touch();
 }
 
 void User::tryOneEditor()
 {
-    // The last seat is a single instance if there is any.
-    Seat& seat = *seats.back();
-    openOrCloseEditor(seat);
+    // The last slot is a single instance if there is any.
+    Slot& slot = *slots.back();
+    openOrCloseEditor(slot);
     for (int turns = 0; turns < 120; ++turns) {
-        if (turns % 20 == 0 && !seat.twins)
-            resizeEditor(seat);
+        if (turns % 20 == 0 && !slot.twins)
+            resizeEditor(slot);
         idle();
     }
-    openOrCloseEditor(seat);
+    openOrCloseEditor(slot);
 }
 
 void User::print() const

@@ -13,9 +13,9 @@ class User {
 public:
     using Bytes = std::vector<std::uint8_t>;
 
-    // Creates the seats; of every four instances two are twins. Throws HostError without the
+    // Creates the slots; of every four instances two are twins. Throws HostError without the
     // plug-in or, for editors, without a display.
-    User(Run& run, Whereabouts& whereabouts);
+    User(Run& run, Progress& progress);
 
     // Some random actions, and the idle calls of this thread.
     void turn();
@@ -29,36 +29,36 @@ public:
     // Prints how often each kind of action was done.
     void print() const;
 
-    std::vector<std::unique_ptr<Seat>> seats;
+    std::vector<std::unique_ptr<Slot>> slots;
 
 private:
     struct Action {
         const char* name;
         std::size_t weight;
-        void (User::*act)(Seat& seat);
+        void (User::*act)(Slot& slot);
         bool wantsEditor = false;  // only for a single instance with an open editor
         long long times = 0;
     };
 
     // --- At any time ---
-    void automate(Seat& seat);
-    void read(Seat& seat);
-    void save(Seat& seat);
-    void load(Seat& seat);
-    void openOrCloseEditor(Seat& seat);
-    void resizeEditor(Seat& seat);
-    void useEditor(Seat& seat);
+    void automate(Slot& slot);
+    void read(Slot& slot);
+    void save(Slot& slot);
+    void load(Slot& slot);
+    void openOrCloseEditor(Slot& slot);
+    void resizeEditor(Slot& slot);
+    void useEditor(Slot& slot);
 
-    // --- With the seat stopped ---
-    void change(Seat& seat);
-    void reopen(Seat& seat);
+    // --- With the slot stopped ---
+    void change(Slot& slot);
+    void reopen(Slot& slot);
 
-    void give(Seat& seat, const Bytes& state);
+    void give(Slot& slot, const Bytes& state);
     void idle();
 
     Run& run;
-    Whereabouts& whereabouts;
-    Dice dice;
+    Progress& progress;
+    Random random;
     std::vector<Action> actions;
     std::vector<Action*> wheel;  // each action as often as its weight
     Bytes factory;               // the state of a fresh instance

@@ -9,17 +9,17 @@
 #include <thread>
 
 // A thread's progress, reported by the thread itself.
-struct Whereabouts {
+struct Progress {
     // `what` must be a string literal.
     void now(const char* what, int seatNumber)
     {
         doing = what;
-        seat = seatNumber;
+        slot = seatNumber;
         ++steps;
     }
 
     std::atomic<const char*> doing{"starting"};
-    std::atomic<int> seat{-1};
+    std::atomic<int> slot{-1};
     std::atomic<long long> steps{0};
 
     // Used only by the watchdog.
@@ -41,14 +41,14 @@ public:
         thread.join();
     }
 
-    std::deque<Whereabouts> watched;
+    std::deque<Progress> watched;
 
 private:
     void watch()
     {
         while (watching) {
             std::this_thread::sleep_for(std::chrono::milliseconds(500));
-            for (Whereabouts& each : watched) {
+            for (Progress& each : watched) {
                 const long long now = each.steps;
                 each.still = now == each.stepsSeen ? each.still + 0.5 : 0.0;
                 each.stepsSeen = now;
@@ -57,8 +57,8 @@ private:
                 run.fail(textOf("%s, step %lld",
                                 &each == &watched.back() ? "the user's thread" : "an audio thread",
                                 now),
-                         textOf("no progress for %.0f s at '%s', seat %d", each.still,
-                                each.doing.load(), each.seat.load()));
+                         textOf("no progress for %.0f s at '%s', slot %d", each.still,
+                                each.doing.load(), each.slot.load()));
                 // A regular exit would wait for the hanging thread.
                 std::_Exit(1);
             }

@@ -34,9 +34,9 @@ public:
     void live()
     {
         // Printed and flushed first, so that the seed is known after a crash.
-        std::printf("%d instances on %zu seats, %d audio threads, editors %s, %.4g minutes, "
+        std::printf("%d instances on %zu slots, %d audio threads, editors %s, %.4g minutes, "
                     "seed %u\n",
-                    run.instances, user.seats.size(), run.audioThreads, run.editors ? "on" : "off",
+                    run.instances, user.slots.size(), run.audioThreads, run.editors ? "on" : "off",
                     run.minutes, run.seed);
         std::fflush(stdout);
         for (int i = 0; i < run.audioThreads; ++i)
@@ -56,9 +56,9 @@ private:
         const auto step = static_cast<std::size_t>(run.audioThreads);
         while (playing) {
             bool played = false;
-            for (std::size_t i = thread; i < user.seats.size(); i += step) {
+            for (std::size_t i = thread; i < user.slots.size(); i += step) {
                 watchdog.watched[thread].now("play", static_cast<int>(i));
-                played = user.seats[i]->play() || played;
+                played = user.slots[i]->play() || played;
             }
             if (!played)
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -116,8 +116,8 @@ private:
     void progress() const
     {
         long long blocks = 0;
-        for (const auto& seat : user.seats)
-            blocks += seat->blocks;
+        for (const auto& slot : user.slots)
+            blocks += slot->blocks;
         std::printf("%6.2f min  %9lld blocks  %6.1f MiB\n", seconds() / 60.0, blocks,
                     holdings.mebibytes());
         std::fflush(stdout);
@@ -127,12 +127,12 @@ private:
     {
         long long twinSamples = 0, silences = 0, blocks = 0;
         double loudest = 0.0, longest = 0.0;
-        for (const auto& seat : user.seats) {
-            twinSamples += seat->twinSamples;
-            silences += seat->silences;
-            blocks += seat->blocks;
-            loudest = std::max(loudest, static_cast<double>(seat->loudest));
-            longest = std::max(longest, seat->longestShare);
+        for (const auto& slot : user.slots) {
+            twinSamples += slot->twinSamples;
+            silences += slot->silences;
+            blocks += slot->blocks;
+            loudest = std::max(loudest, static_cast<double>(slot->loudest));
+            longest = std::max(longest, slot->longestShare);
         }
         std::printf("\nDone in %.2f minutes\n", seconds() / 60.0);
         user.print();
@@ -154,7 +154,7 @@ private:
             std::puts("Nothing was found.");
     }
 
-    HoldingsWatch holdings{run};
+    ResourceWatch holdings{run};
     Watchdog watchdog{run, run.audioThreads + 1};
     User user{run, watchdog.watched.back()};
     std::atomic<bool> playing{true};

@@ -55,7 +55,7 @@ void fillFieldInFront(const std::string& text);
 const VSTGUI::CColor kScribble(255, 0, 255);
 
 // User input; to be called on another thread than the host's, which menus and dialogs block.
-namespace hands {
+namespace userinput {
 
 enum class Button { Left, Right };
 enum class Key { Control, Return, Escape, Tab, Down };
@@ -72,4 +72,4 @@ inline void tap(Key which)
 // ASCII only.
 void type(const std::string& text);
 
-}  // namespace hands
+}  // namespace userinput

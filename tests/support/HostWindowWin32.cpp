@@ -177,7 +177,7 @@ void fillFieldInFront(const std::string& text)
         SendMessageA(info.hwndFocus, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-namespace hands {
+namespace userinput {
 
 void movePointer(Place where)
 {
@@ -215,4 +215,4 @@ void type(const std::string& text)
             sendKey(0, static_cast<WORD>(character), KEYEVENTF_UNICODE | up);
 }
 
-}  // namespace hands
+}  // namespace userinput

@@ -174,7 +174,7 @@ std::string messageInFront()
 
 void fillFieldInFront(const std::string&) { }
 
-namespace hands {
+namespace userinput {
 
 void movePointer(Place where)
 {
@@ -216,4 +216,4 @@ void type(const std::string& text)
     }
 }
 
-}  // namespace hands
+}  // namespace userinput

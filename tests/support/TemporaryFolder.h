@@ -12,10 +12,10 @@ public:
     // The folder's name ends in `name` (UTF-8), for tests of paths with special characters.
     explicit TemporaryFolder(const std::string& name = "")
     {
-        std::random_device dice;
+        std::random_device random;
         do
             folder = std::filesystem::temp_directory_path()
-                / std::filesystem::u8path("zkrt46-" + std::to_string(dice()) + name);
+                / std::filesystem::u8path("zkrt46-" + std::to_string(random()) + name);
         while (!std::filesystem::create_directory(folder));
     }
     // Leaves it first if it is the working folder.

@@ -23,7 +23,7 @@ inline bool turnUntil(const std::function<bool()>& condition, const std::functio
 // The actions of a script. Two clicks on one place are spaced so that they are no double click.
 class User {
 public:
-    using Button = hands::Button;
+    using Button = userinput::Button;
 
     // Runs the script while the host's loop goes on.
     static void act(const std::function<void(User&)>& script, const std::function<void()>& turn)
@@ -39,17 +39,17 @@ public:
         thread.join();
     }
 
-    void moveTo(Place where) { hands::movePointer(where); }
+    void moveTo(Place where) { userinput::movePointer(where); }
     void press(Place where, Button which = Button::Left)
     {
         if (std::abs(where.x - lastPlace.x) < 8 && std::abs(where.y - lastPlace.y) < 8)
             std::this_thread::sleep_until(lastTime + std::chrono::milliseconds(520));
         moveTo(where);
-        hands::button(which, true);
+        userinput::button(which, true);
         lastPlace = where;
         lastTime = std::chrono::steady_clock::now();
     }
-    void release(Button which = Button::Left) { hands::button(which, false); }
+    void release(Button which = Button::Left) { userinput::button(which, false); }
     void click(Place where, Button which = Button::Left)
     {
         press(where, which);
@@ -58,7 +58,7 @@ public:
     void doubleClick(Place where)
     {
         click(where);
-        hands::button(Button::Left, true);
+        userinput::button(Button::Left, true);
         release();
     }
     void drag(Place from, int dx, int dy)
@@ -76,10 +76,10 @@ public:
     void wheel(Place where, bool up)
     {
         moveTo(where);
-        hands::wheel(up);
+        userinput::wheel(up);
     }
-    void tap(hands::Key which) { hands::tap(which); }
-    void type(const std::string& text) { hands::type(text); }
+    void tap(userinput::Key which) { userinput::tap(which); }
+    void type(const std::string& text) { userinput::type(text); }
     void pause(int milliseconds)
     {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));

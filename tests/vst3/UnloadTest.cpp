@@ -49,17 +49,17 @@ void expectNothingLeft(int turns, int bytes, const Run& run)
 {
     // The first turns allocate fonts and the like once and for all.
     constexpr int kFirst = 9;
-    Holdings first{};
+    Resources first{};
     long long firstMemory = 0;
     for (int turn = 0; turn < turns; ++turn) {
         run(turn);
         if (turn == kFirst) {
-            first = holdingsAtRest();
+            first = resourcesAtRest();
             firstMemory = memoryHeld();
         }
     }
     const auto [firstHeap, firstDescriptors, firstThreads] = first;
-    const auto [heap, descriptors, threads] = holdingsAtRest();
+    const auto [heap, descriptors, threads] = resourcesAtRest();
     EXPECT_LE(heap - firstHeap, bytes);
     EXPECT_EQ(descriptors, firstDescriptors);
     // The system may still count threads that have just ended.

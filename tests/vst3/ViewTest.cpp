@@ -17,7 +17,7 @@ struct View : testing::Test {
     View() : instance(module)
     {
         instance.start();
-        hands::movePointer({1000, 740});
+        userinput::movePointer({1000, 740});
     }
     IPtr<IPlugView> open() { return owned(instance.controller->createView(ViewType::kEditor)); }
     // Waits until everything is painted.

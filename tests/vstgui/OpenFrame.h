@@ -216,9 +216,9 @@ protected:
     }
 
     // User input, in coordinates of the host's window. The system delivers it in a later pump().
-    static void movePointer(int x, int y) { hands::movePointer({kHost.x + x, kHost.y + y}); }
-    static void press() { hands::button(hands::Button::Left, true); }
-    static void release() { hands::button(hands::Button::Left, false); }
+    static void movePointer(int x, int y) { userinput::movePointer({kHost.x + x, kHost.y + y}); }
+    static void press() { userinput::button(userinput::Button::Left, true); }
+    static void release() { userinput::button(userinput::Button::Left, false); }
     static void click(int x, int y)
     {
         movePointer(x, y);

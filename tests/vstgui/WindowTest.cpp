@@ -68,13 +68,13 @@ TEST_F(Window, TheSecondOfThreePressesIsADoubleClickAndControlAndWheelArrive)
     record.onPress = [] { return kMouseDownEventHandledButDontNeedMovedOrUpEvents; };
     for (int i = 0; i < 3; ++i)
         click(60, 70);
-    hands::button(hands::Button::Right, true);
-    hands::button(hands::Button::Right, false);
-    hands::key(hands::Key::Control, true);
-    hands::wheel(true);
+    userinput::button(userinput::Button::Right, true);
+    userinput::button(userinput::Button::Right, false);
+    userinput::key(userinput::Key::Control, true);
+    userinput::wheel(true);
     EXPECT_TRUE(pumpUntil([&] { return record.has("wheel 60,70 control y 1"); }));
-    hands::key(hands::Key::Control, false);
-    hands::wheel(false);
+    userinput::key(userinput::Key::Control, false);
+    userinput::wheel(false);
     EXPECT_TRUE(pumpUntil([&] { return record.has("wheel 60,70 y -1"); }));
     for (const char* const event : {"down 60,70 L double", "down 60,70 R"})
         EXPECT_TRUE(record.has(event)) << event;
@@ -125,7 +125,7 @@ TEST_F(Window, TheReleaseOfThePressThatOpensAMenuChoosesNothing)
 {
     addMenu();
     Script script(
-        {[] { release(); }, [&] { EXPECT_EQ(gestures, 1); }, [] { tap(hands::Key::Escape); }},
+        {[] { release(); }, [&] { EXPECT_EQ(gestures, 1); }, [] { tap(userinput::Key::Escape); }},
         menuIsOpen());
     movePointer(40, 38);  // where the first entry will be
     press();
@@ -168,7 +168,7 @@ TEST_F(Window, LosingTheKeyboardCommitsTheTextBox)
     host.takeKeyboard();
     click(100, 70);
     ASSERT_TRUE(pumpUntil([&] { return edit->getPlatformTextEdit(); }));
-    hands::type("done");
+    userinput::type("done");
     EXPECT_TRUE(
         pumpUntil([&] { return std::string(edit->getPlatformTextEdit()->getText()) == "done"; }));
     EXPECT_TRUE(values.empty());

@@ -38,7 +38,7 @@ struct TextBox : OpenFrame {
             PostMessageW(box(), WM_CHAR, unit, 0);
         pump();
     }
-    void end(hands::Key key)
+    void end(userinput::Key key)
     {
         tap(key);
         ASSERT_TRUE(pumpUntil([&] { return box() == nullptr; }));
@@ -58,7 +58,7 @@ struct TextBox : OpenFrame {
         EXPECT_TRUE(SendMessageW(box(), WM_GETDLGCODE, VK_RETURN, 0) & DLGC_WANTALLKEYS)
             << "an enclosing dialog would take Return";
         type(L"Gr\u00fc\u00dfe \u4f60 \U0001F600");
-        end(hands::Key::Return);
+        end(userinput::Key::Return);
         EXPECT_STREQ(field->getText(), u8"Gr\u00fc\u00dfe \u4f60 \U0001F600");
         EXPECT_EQ(values.size(), 1u);
         EXPECT_EQ(GetFocus(), host.handle()) << "the previous owner did not get the focus back";
@@ -69,7 +69,7 @@ struct TextBox : OpenFrame {
         SetFocus(passing);
         openBox();
         DestroyWindow(passing);
-        end(hands::Key::Escape);
+        end(userinput::Key::Escape);
         EXPECT_EQ(GetFocus(), host.handle());
         openBox();
         host.takeKeyboard();
@@ -96,7 +96,7 @@ TEST_F(TextBox, OfTheToolkitStopsAtItsLimitInCharacters)
     type(L"\U0001F600\U0001F601\U0001F602");
     SendMessageW(box(), EM_SETSEL, 0, 0);
     type(L"abcd\U0001F603");
-    end(hands::Key::Return);
+    end(userinput::Key::Return);
     EXPECT_STREQ(field->getText(), u8"ab\U0001F600\U0001F601\U0001F602");
 }
 
@@ -108,7 +108,7 @@ TEST_F(TextBox, OfTheNameStopsAtItsLimitAndReadsAHundred)
     type(L"123456789012345678901234567890");
     EXPECT_EQ(GetWindowTextLengthW(box()), 24);
     SetWindowTextW(box(), (std::wstring(99, L'a') + L"\U0001F600").c_str());
-    end(hands::Key::Return);
+    end(userinput::Key::Return);
     EXPECT_EQ(field->getText(), std::string(99, 'a'));  // without half a surrogate pair
 }
 

@@ -82,7 +82,7 @@ TEST_F(Menu, OpensAtItsControlWithColumnsCheckAndPlainAmpersand)
                            states.push_back(GetMenuState(handle, entry, MF_BYPOSITION)
                                             & (MF_CHECKED | MF_SEPARATOR | MF_MENUBARBREAK));
                    },
-                   [] { tap(hands::Key::Escape); }},
+                   [] { tap(userinput::Key::Escape); }},
                   [] { return openMenu() != nullptr; });
     click(60, 40);
     EXPECT_TRUE(pumpUntil([&] { return script.finished() && !openMenu(); }));

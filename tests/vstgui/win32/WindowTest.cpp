@@ -155,7 +155,7 @@ TEST_F(Win32Window, KeysArriveWithModifiersWhileItHasTheKeyboard)
     SendMessageW(window(), WM_KEYDOWN, 'A', 0);  // not a special key: left to the host
     keys[VK_SHIFT] = 0;
     SetKeyboardState(keys);
-    tap(hands::Key::Down);
+    tap(userinput::Key::Down);
     EXPECT_TRUE(pumpUntil([&] { return record.has("keyup 14 0 0"); }));
     host.takeKeyboard();
     pump();
