@@ -29,7 +29,7 @@ MAY_INCLUDE = {
     "tools/common": "tools/host",
     "tools/audio": "tools/common tools/host",
     "tools/measuring": "platform tools/audio tools/common",
-    "tools/banks": "platform presets tools/common tools/host",
+    "tools/banks": "params/ids platform presets tools/common tools/host",
     "tools/commands": "editor params platform tools vstgui",
     "bench": "dsp params/ids sdk shell",
     "tests": "dsp editor params platform presets sdk shell tools vstgui",

@@ -3,15 +3,11 @@
 
 #include "pluginterfaces/base/funknown.h"
 
-#include "sdk/vst2/vst2interface.h"
-
 namespace Steinberg {
 namespace Vst {
 
 inline const FUID kProcessorId(0x6F75E1E9, 0x4807310A, 0x50C4D5B3, 0xC488DBA5);
 inline const FUID kControllerId(0xB1254A6F, 0xCAF82E3F, 0x8B0C9A76, 0x7600BD0D);
-
-constexpr VstInt32 kVst2Id = 'Z' << 24 | 't' << 16 | '4' << 8 | '6';
 
 }  // namespace Vst
 }  // namespace Steinberg

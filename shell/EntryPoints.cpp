@@ -1,5 +1,6 @@
 #include "shell/EntryPoints.h"
 
+#include "params/ids/PluginId.h"
 #include "shell/ClassIds.h"
 #include "shell/PluginFactory.h"
 
@@ -25,8 +26,7 @@ AEffect* VSTPluginMain(audioMasterCallback audioMaster)
             return nullptr;
         Steinberg::TUID processorId;
         Steinberg::Vst::kProcessorId.toTUID(processorId);
-        AudioEffect* effect =
-            Vst2Wrapper::create(getFactory(), processorId, Steinberg::Vst::kVst2Id, audioMaster);
+        AudioEffect* effect = Vst2Wrapper::create(getFactory(), processorId, kVst2Id, audioMaster);
         return effect ? effect->getAeffect() : nullptr;
     } catch (...) {
         return nullptr;

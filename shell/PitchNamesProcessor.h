@@ -70,7 +70,7 @@ protected:
     std::unique_ptr<StripProcessorT46> eqStripL2, eqStripR2;
 
     // A sub-block is 16 samples at the host's rate and up to four times that at the strips'.
-    double workL[64], workR[64];
+    double workL[StripProcessorQB9::kMaxCount], workR[StripProcessorQB9::kMaxCount];
 
     // Settings from the parameters.
     int32 powerOn = 1;

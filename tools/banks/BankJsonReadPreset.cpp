@@ -33,7 +33,8 @@ void BankJsonReader::readName(const JsonValue& object, PresetSlot& preset) const
             refuse("the name has a zero character in it");
         if (text.size() > kMaxName)
             refuse("the name \"" + printable(text.substr(0, 60)) + (text.size() > 60 ? "..." : "")
-                   + "\" has " + std::to_string(text.size()) + " bytes; there is room for 23");
+                   + "\" has " + std::to_string(text.size()) + " bytes; there is room for "
+                   + std::to_string(kMaxName));
         std::memcpy(preset.name, text.data(), text.size());
         return;
     }
@@ -47,7 +48,8 @@ void BankJsonReader::readName(const JsonValue& object, PresetSlot& preset) const
         preset.name[i] = static_cast<char>(byte);
     }
     if (!good)
-        refuse("\"nameBytes\" must be 48 hexadecimal digits");
+        refuse("\"nameBytes\" must be " + std::to_string(2 * kPresetNameSize)
+               + " hexadecimal digits");
     if (jsonQuoted(nameOf(preset)) != jsonQuoted(text))
         refuse("\"name\" and \"nameBytes\" disagree; to rename, take \"nameBytes\" away");
 }

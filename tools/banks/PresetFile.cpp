@@ -1,5 +1,6 @@
 #include "tools/banks/PresetFile.h"
 
+#include "params/ids/PluginId.h"
 #include "tools/common/OutputFile.h"
 #include "tools/common/ToolError.h"
 #include "tools/host/OpenPlugin.h"
@@ -20,7 +21,6 @@ namespace tool {
 
 namespace {
 
-constexpr std::int32_t kUniqueId = 0x5A743436;  // "Zt46"
 constexpr std::size_t kMaxSize = 1u << 30;
 
 struct CloseFile {
@@ -80,7 +80,7 @@ void writeBytes(const std::string& path, const std::vector<std::uint8_t>& bytes)
 
 bool takesPresets(const host::EffectFields& fields)
 {
-    return fields.uniqueID == kUniqueId && fields.numParams == static_cast<int>(kPresetParamCount);
+    return fields.uniqueID == kVst2Id && fields.numParams == static_cast<int>(kPresetParamCount);
 }
 
 ParameterText& Displays::get()
