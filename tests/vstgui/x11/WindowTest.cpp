@@ -56,8 +56,10 @@ TEST_F(X11Window, TheMouseSetsTheCaretAndSelectsInTheTextBox)
     user(to(100, 70) + " click 1 sleep 0.5");
     user(to(21, 70) + " click 1 sleep 0.5 type a");
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "aname");
-    user(to(175, 70) + " mousedown 1" + to(0, 70) + " mouseup 1 type b");
-    EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "b");
+    user(to(175, 70) + " keydown shift click 1 keyup shift sleep 0.5 type b");
+    EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "ab");
+    user(to(175, 70) + " mousedown 1" + to(0, 70) + " mouseup 1 type c");
+    EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "c");
 }
 
 TEST_F(X11Window, TheFocusReturnsToItsPreviousOwnerOrElseToTheHost)
