@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <poll.h>
+#include <utility>
 
 namespace vst3 {
 
@@ -67,6 +68,7 @@ public:
         Clock::time_point due;
     };
     std::vector<Registration> registered;
+    std::vector<Registration> unregistered;  // while others are registered
 
 private:
     std::vector<Registration>::iterator find(FUnknown* handler)
@@ -79,7 +81,12 @@ private:
         const auto found = find(handler);
         if (found == registered.end())
             return kResultFalse;
+        unregistered.push_back(*found);
         registered.erase(found);
+        // A host may have a call under way while a handler is unregistered.
+        if (registered.empty())
+            for (const Registration& each : std::exchange(unregistered, {}))
+                each.call();
         return kResultTrue;
     }
 };
