@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 using namespace fake;
 
 namespace {
@@ -34,6 +36,11 @@ public:
     {
         calls.push_back("key " + std::to_string(key) + " " + std::to_string(message) + " "
                         + std::to_string(modifiers));
+        return kResultTrue;
+    }
+    tresult PLUGIN_API onWheel(float distance) override
+    {
+        calls.push_back("wheel " + std::to_string(distance));
         return kResultTrue;
     }
     void wish(int32 width)
@@ -109,6 +116,27 @@ TEST_F(WrappedEditor, KeysArriveWithTheirModifiers)
     host->call(effEditKeyDown, 0, 4, nullptr, 8.0f);         // Return with Ctrl
     host->call(effEditKeyDown, 0, 128 + 17, nullptr, 4.0f);  // A with the Windows key
     EXPECT_EQ(calls, (Calls{"key 120 0 1", "key 0 4 4", "key 65 145 8"}));
+}
+
+// "stCA" and "stCa" with "FUID" and "Whee".
+TEST_F(WrappedEditor, TheWheelTheComponentsIdAndTheKnobModeHaveCallsOfTheirOwn)
+{
+    openWindow();
+    for (const VstInt32 wrapperCall : {0x73744341, 0x73744361}) {
+        SCOPED_TRACE(wrapperCall);
+        calls.clear();
+        TUID id{};
+        EXPECT_EQ(host->call(effVendorSpecific, wrapperCall, 0x46554944, id), 1);
+        EXPECT_EQ(std::memcmp(id, plugin.componentId, sizeof id), 0);
+        EXPECT_EQ(host->call(effVendorSpecific, wrapperCall, 0x46554944), 0);
+        EXPECT_EQ(host->call(effVendorSpecific, wrapperCall, 0x57686565, nullptr, 1.5f), 1);
+        EXPECT_EQ(calls, (Calls{"wheel 1.500000"}));
+    }
+    EXPECT_EQ(host->call(effVendorSpecific, 0x73744300, 0x57686565, nullptr, 1.5f), 0);
+    EXPECT_EQ(host->call(effSetEditKnobMode, 0, kLinearMode), 1);
+    EXPECT_EQ(EditController::getHostKnobMode(), kLinearMode);
+    EXPECT_EQ(host->call(effSetEditKnobMode, 0, 3), 0);
+    host->call(effSetEditKnobMode, 0, kCircularMode);
 }
 
 }  // namespace
