@@ -193,6 +193,8 @@ TEST_F(Bundle, ReadsAComponentStateOnlyAsFarAsItIsValid)
         std::copy(bytes.begin(), bytes.end(), changed.begin() + static_cast<long>(at));
         return changed;
     };
+    Bytes later = with(8, {60});
+    later.resize(whole.size() + 8);
     constexpr std::size_t kGain = 12 + 4 * kLGainL;
     const struct {
         const char* what;
@@ -208,6 +210,7 @@ TEST_F(Bundle, ReadsAComponentStateOnlyAsFarAsItIsValid)
         {"a negative count", with(8, {0, 0, 0, 0x80}), 0.25, 0},
         {"1.5", with(kGain, {0, 0, 0xC0, 0x3F}), 0.25, 1},
         {"not a number", with(kGain, {0, 0, 0xC0, 0x7F}), 0.25, 1},
+        {"two more values, by a later build", later, 0.75, 1},
         {"whole", whole, 0.75, 1},
     };
     instance.start();
