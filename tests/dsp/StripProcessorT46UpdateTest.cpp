@@ -77,6 +77,16 @@ TEST(T46Update, EveryCombinationSetsUpItsSectionsGainsAndDamping)
                     << kNames[i] << " of band " << band.band;
                 EXPECT_NEAR(band.gain, decibelsToGain(band.wanted[8]), 1e-8);
             }
+
+        strip.setProcessOn(0.0f);
+        EXPECT_EQ(strip.outputGainTarget, 1.0) << "process switch off";
+        EXPECT_EQ(strip.dampingAmount, 0.9);
+        strip.setProcessOn(1.0f);
+        strip.setLowFrequency(0.0);
+        strip.setMidFrequency(0.0);
+        strip.setHighFrequency(0.0);
+        EXPECT_EQ(strip.outputGainTarget, 1.0) << "all bands off";
+        EXPECT_EQ(strip.dampingAmount, 0.6);
     }
 }
 
