@@ -43,7 +43,7 @@ public:
             audioThreads.emplace_back([this, i] { play(static_cast<std::size_t>(i)); });
         soak();
         stopPlaying();
-        holdings.judgeGrowth();
+        resources.judgeGrowth();
         report();
     }
 
@@ -88,7 +88,7 @@ private:
         for (begun = Clock::now(); seconds() < 60.0 * run.minutes && !run.mustEnd();) {
             user.turn();
             if (seconds() >= nextSample) {
-                holdings.sample();
+                resources.sample();
                 nextSample += 1.0;
             }
             if (seconds() >= nextProgress) {
@@ -101,13 +101,13 @@ private:
             }
         }
         user.closeAll();
-        holdings.atRest();
+        resources.atRest();
     }
 
     void reload()
     {
         user.closeAll();
-        holdings.atRest();
+        resources.atRest();
         user.openAll();
     }
 
@@ -119,7 +119,7 @@ private:
         for (const auto& slot : user.slots)
             blocks += slot->blocks;
         std::printf("%6.2f min  %9lld blocks  %6.1f MiB\n", seconds() / 60.0, blocks,
-                    holdings.mebibytes());
+                    resources.mebibytes());
         std::fflush(stdout);
     }
 
@@ -145,7 +145,7 @@ private:
         };
         for (const auto& [what, value] : rows)
             std::printf("  %-40s %14.10g\n", what, value);
-        holdings.print();
+        resources.print();
         if (run.interrupted)
             std::puts("Interrupted.");
         if (run.failures > 0)
@@ -154,7 +154,7 @@ private:
             std::puts("Nothing was found.");
     }
 
-    ResourceWatch holdings{run};
+    ResourceWatch resources{run};
     Watchdog watchdog{run, run.audioThreads + 1};
     User user{run, watchdog.watched.back()};
     std::atomic<bool> playing{true};
