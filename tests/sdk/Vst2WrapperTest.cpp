@@ -350,6 +350,12 @@ TEST_F(WrappedEffect, ARefusedArrangementLeavesAsManyChannelsAsTheComponentHas)
                   1);
         EXPECT_EQ(in->type, type);
         EXPECT_EQ(out->numChannels, row.channels);
+        EXPECT_STREQ(in->speakers[0].name, row.channels == 1 ? "M" : "L");
+        EXPECT_EQ(out->speakers[row.channels - 1].type,
+                  row.channels == 1 ? ::kSpeakerM : ::kSpeakerR);
+        // A side that the host leaves out stays as it is.
+        EXPECT_EQ(host.call(effSetSpeakerArrangement, 0, 0, out), 1);
+        EXPECT_EQ(host.effect->numInputs, row.channels);
         VstPinProperties pin{};
         EXPECT_EQ(host.call(effGetOutputProperties, row.channels, 0, &pin), 0);
         ASSERT_EQ(host.call(effGetOutputProperties, row.channels - 1, 0, &pin), 1);

@@ -241,8 +241,9 @@ bool Vst2Wrapper::fillArrangement(BusDirection direction, VstSpeakerArrangement&
         VstInt32 type;
         const char* name;
     };
-    static constexpr NamedSpeaker kMonoSpeaker{kSpeakerM, "M"};
-    static constexpr NamedSpeaker kStereoSpeakers[] = {{kSpeakerL, "L"}, {kSpeakerR, "R"}};
+    // VST 3 has other types of the same names.
+    static constexpr NamedSpeaker kMonoSpeaker{::kSpeakerM, "M"};
+    static constexpr NamedSpeaker kStereoSpeakers[] = {{::kSpeakerL, "L"}, {::kSpeakerR, "R"}};
 
     SpeakerArrangement present = SpeakerArr::kEmpty;
     if (processor->getBusArrangement(direction, 0, present) != kResultTrue)
