@@ -36,8 +36,8 @@ protected:
         err = contentOf(folder / "err.txt");
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
-    // Expects one line of error message, exit code 2, and no new file.
-    void expectComplaint(const std::string& arguments)
+    // Expects one line of error message with these words, exit code 2, and no new file.
+    void expectComplaint(const std::string& arguments, const std::string& words = "")
     {
         SCOPED_TRACE(arguments);
         const int files = folder.count();
@@ -45,6 +45,7 @@ protected:
         EXPECT_EQ(out, "");
         EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
         EXPECT_EQ(err.rfind("zkrt46: ", 0), 0u) << err;
+        EXPECT_NE(err.find(words), std::string::npos) << err;
         EXPECT_EQ(folder.count(), files);
     }
     TemporaryFolder folder;

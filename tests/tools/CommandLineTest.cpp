@@ -14,39 +14,51 @@ TEST_F(CommandLine, BadInputGivesOneLineExitCode2AndNoFile)
     writeContent(folder / "text.wav", "no audio at all");
     writeContent(folder / "late.csv", "0.1,LGainL,+3\n0.2,LGainL,+99\n");
     ASSERT_EQ(mkfifo((folder / "pipe.wav").c_str(), 0600), 0);
-    const char* cases[]{"",
-                        "dance",
-                        "render in.wav",
-                        "render in.wav x.wav --bits 20",
-                        "render in.wav x.wav --block 0",
-                        "render in.wav x.wav --channels 1",
-                        "render in.wav x.wav --set Gain=3",
-                        "render in.wav x.wav --automate late.csv",
-                        "render in.wav x.wav --automate /dev/zero",
-                        "render in.wav x.wav --plugin missing.so",
-                        "render in.wav x.wav --plugin text.wav",
-                        "response -o x.pdf",
-                        "response --to 30000 -o x.png",
-                        "harmonics --sweep 0:1",
-                        "edit in.wav",
-                        "edit -o out.wav",
-                        "screenshot",
-                        "preset",
-                        "preset show",
-                        "preset show 24",
-                        "preset show Nobody",
-                        "preset show 3 --bank pipe.wav",
-                        "preset export 3 -o x.wav",
-                        "preset import text.wav --into x.zkb --at 3",
-                        "bank",
-                        "bank show /dev/zero",
-                        "bank export -o x.zkr",
-                        "check missing.zkb",
-                        "render in.wav x.wav --preset-file text.wav",
-                        "render in.wav x.wav --preset 3 --preset-file text.wav",
-                        "render in.wav x.wav --preset 3 --plugin '" TEST_EFFECT_GOOD "'"};
-    for (const char* arguments : cases)
-        expectComplaint(arguments);
+    writeAudio(folder / "mono.wav", {0.5f}, SampleFormat::Int16);
+    // clang-format off
+    const std::pair<const char*, const char*> cases[]{
+        {"", ": no command; 'zkrt46 --help' lists them"},
+        {"dance", "there is no command 'dance'; 'zkrt46 --help' lists them"},
+        {"render in.wav", "OUT is required"},
+        {"render in.wav x.wav --bits 20", "--bits is 16, 24 or 32f, not '20'"},
+        {"render in.wav x.wav --block 0", "not in range 1 to 1048576"},
+        {"render in.wav x.wav --channels 1", "'in.wav' is stereo and cannot be rendered to mono"},
+        {"render in.wav x.wav --set Gain=3", "has no parameter 'Gain'"},
+        {"render in.wav x.wav --automate late.csv", "late.csv:2: LGainL cannot be '+99'"},
+        {"render in.wav x.wav --automate /dev/zero", "/dev/zero:1: the line is too long"},
+        {"render in.wav x.wav --plugin missing.so", "no such plug-in: 'missing.so'"},
+        {"render in.wav x.wav --plugin text.wav", "cannot load 'text.wav': "},
+        {"render mono.wav x.wav --channels 2 --plugin '" TEST_EFFECT_GOOD "'", "does not take mono in and stereo out"},
+        {"render \"$(printf 'a\\nb.wav')\" x.wav", "no such file: 'a b.wav'"},
+        {"response -o x.pdf", "its name must end in .svg, .png or .csv"},
+        {"response --to 30000 -o x.png", "--to lies above half the rate"},
+        {"response --from 2000 --to 1000", "--from must lie below --to"},
+        {"harmonics --sweep 0:1", "--sweep is FROM:TO:STEP in dB"},
+        {"harmonics --sweep -130:0:10", "--sweep goes from -120 to 20 dBFS at most"},
+        {"harmonics --freq 12000", "no harmonic of the tone lies below half the rate"},
+        {"edit in.wav", "a FILE is of use only with -o OUT"},
+        {"edit -o out.wav", "-o needs a FILE to render"},
+        {"screenshot", "--output is required"},
+        {"preset", "'preset' needs a command; 'zkrt46 preset --help' lists them"},
+        {"preset show", "give either a preset's name or index, or --preset-file"},
+        {"preset show 24", "there is no preset 24; they go from 0 to 23"},
+        {"preset show Nobody", "there is no preset 'Nobody' in the factory bank"},
+        {"preset show 3 --bank pipe.wav", "cannot read 'pipe.wav': it is not an ordinary file"},
+        {"preset show 3 --plugin '" TEST_EFFECT_GOOD "'", "is not the plug-in that these presets are for"},
+        {"preset export 3 -o x.wav", "a preset's name ends in .zkr or .json"},
+        {"preset import text.wav --into x.zkb --at 3", "'text.wav' at byte 0 (0x0): the file does not begin"},
+        {"bank", "'bank' needs a command"},
+        {"bank show .", "cannot read '.': it is a folder"},
+        {"bank export -o x.zkr", "a bank's name ends in .zkb or .json"},
+        {"check missing.zkb", "cannot read 'missing.zkb': No such file or directory"},
+        {"render in.wav x.wav --preset 3 --preset-file text.wav", "--preset excludes --preset-file"},
+        {"render in.wav x.wav --preset 3 --plugin '" TEST_EFFECT_GOOD "'", "presets are for another plug-in"},
+    };
+    // clang-format on
+    for (const auto& [arguments, words] : cases)
+        expectComplaint(arguments, words);
+    EXPECT_EQ(run("params >/dev/full 2>err.txt #"), 2);
+    EXPECT_EQ(err, "zkrt46: cannot write to the standard output\n");
 }
 
 TEST_F(CommandLine, AnInterruptionLeavesNoFile)
@@ -72,6 +84,33 @@ TEST_F(CommandLine, RendersWithoutOutputAndTheSameInAnyBlockSize)
         << "the settings had no effect";
     ASSERT_EQ(run("render in.wav d.flac --keep-latency --bits 16"), 0);
     EXPECT_EQ(AudioReader(folder / "d.flac").frames(), 4800 + 96);
+    writeContent(folder / "moves.csv", "0, LFreqL, 82\n0, LGainL, 3.5\n0, LShelfL, On\n");
+    ASSERT_EQ(run("render in.wav e.wav --pre-roll 0 --automate moves.csv"), 0);
+    for (const char* other : {"a.wav", "c.wav"})
+        EXPECT_FALSE(contentOf(folder / "e.wav") == contentOf(folder / other)) << other;
+}
+
+TEST_F(CommandLine, SumsUpARenderAndWarnsOfClippedSamples)
+{
+    // The tone is at -6 dB; its side is silent.
+    ASSERT_EQ(run("render in.wav x.wav --set Channel=Side --verbose"), 0);
+    EXPECT_EQ(out.substr(0, out.find("  speed")),
+              "in.wav -> x.wav\n"
+              "  audio    4800 samples, 0.10 s at 48000 Hz, stereo to stereo\n"
+              "  before   peak   -6.02 dBFS   RMS   -9.04 dBFS\n"
+              "  after    peak    -inf dBFS   RMS    -inf dBFS\n"
+              "  latency  96 samples, taken out\n");
+    writeAudio(folder / "float.wav", std::vector<float>(4800, 0.7f), SampleFormat::Float32, 48000);
+    const std::pair<const char*, std::size_t> rows[]{
+        {"in.wav x.wav --bits 16", 4},
+        {"in.wav x.wav", 6},
+        {"float.wav x.wav --set Channel=Middle", 4},
+        {"float.wav x.wav --set Channel=Middle --bits 24", 3}};
+    for (const auto& [arguments, bytes] : rows) {
+        EXPECT_EQ(run(std::string("render ") + arguments), 0);
+        EXPECT_EQ(contentOf(folder / "x.wav").size() / 4800, bytes) << arguments;
+        EXPECT_EQ(err.find("samples of 'x.wav' were clipped") != err.npos, bytes == 3) << err;
+    }
 }
 
 TEST_F(CommandLine, ListsParametersAndChecksTheLatency)
@@ -80,6 +119,8 @@ TEST_F(CommandLine, ListsParametersAndChecksTheLatency)
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 1 + 58);
     EXPECT_NE(out.find("   26  LFreqL        9  Off         Hz    Off, 550.00, 430.00"),
               std::string::npos);
+    EXPECT_NE(out.find("   28  LGainL      320  0.00        dB    -16.00 to 16.00\n"),
+              std::string::npos);
     EXPECT_EQ(run("params MFreqL"), 0);
     EXPECT_EQ(out,
               "MFreqL (Hz): Off 5600.00 4600.00 3800.00 3000.00 2500.00 1800.00 1200.00 "
@@ -87,6 +128,30 @@ TEST_F(CommandLine, ListsParametersAndChecksTheLatency)
     EXPECT_EQ(run("info"), 0);
     EXPECT_NE(out.find("\"Zt46\" (0x5A743436)"), std::string::npos);
     EXPECT_NE(out.find("4 (mastering)"), std::string::npos);
+    EXPECT_EQ(
+        out.substr(out.find("Flags ")),
+        R"(Flags                  has an editor, replaces, keeps its state in chunks, no tail (561)
+Inputs                 2: "Stereo In" (stereo), "Stereo In" (stereo)
+Outputs                2: "Stereo Out" (stereo), "Stereo Out" (stereo)
+Parameters             58
+Programs               1
+Program's name         Default
+Bank chunk             48641 bytes
+Program chunk          48641 bytes
+Tail                   0 (1 means none, 0 that it is not known)
+Latency, samples       96 at 44100 Hz, 96 at 48000 Hz, 96 at 88200 Hz, 96 at 96000 Hz, 0 at 176400 Hz, 0 at 192000 Hz
+Channels taken         mono to mono, mono to stereo, stereo to stereo
+Channels refused       stereo to mono
+Can do
+  receiveVstTimeInfo   yes
+  receiveVstEvents     no
+  receiveVstMidiEvent  no
+  sendVstEvents        no
+  sendVstMidiEvent     no
+  midiProgramNames     yes
+  bypass               no
+  offline              yes
+)");
     EXPECT_EQ(run("latency"), 0) << out;
     // Two header lines, six rates in three states each, and the result.
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 2 + 18 + 1);
@@ -99,15 +164,25 @@ TEST_F(CommandLine, WritesMeasurementsAsTablesAndPictures)
     const std::string table = contentOf(folder / "r.csv");
     EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1 + 5);
     EXPECT_EQ(table.rfind("hz,\"up, left, dB\"", 0), 0u);
-    EXPECT_EQ(run("response --points 5 --set MS=MidSide --curve \"it's_100%:\" -o r.SVG"), 0)
+    EXPECT_EQ(run("response --points 2 --set MS=MidSide"), 0);
+    EXPECT_EQ(out.rfind("hz,\"MS=MidSide, mid, dB\"", 0), 0u);
+    EXPECT_EQ(run("response --points 2 --view lr --set MS=MidSide --curve a:"), 0);
+    EXPECT_EQ(out.rfind("hz,\"a, left, dB\"", 0), 0u);
+    EXPECT_EQ(run("response --points 5 --curve \"it's_100%:\" --range 7 --title T -o r.SVG"), 0)
         << err;
     const std::string svg = contentOf(folder / "r.SVG");
     EXPECT_NE(svg.find("</svg>"), std::string::npos);
     EXPECT_NE(svg.find("it's_100%"), std::string::npos) << "the title was changed";
+    EXPECT_NE(svg.find("T (44100 Hz, sine at -40 dBFS)"), std::string::npos);
+    EXPECT_NE(svg.find(">+7<"), std::string::npos) << "the upper end of the range";
     EXPECT_EQ(run("harmonics --freq 1000 --sweep -20:-10:10 -o h.png"), 0) << err;
     EXPECT_EQ(contentOf(folder / "h.png").substr(1, 3), "PNG");
-    EXPECT_EQ(run("harmonics --freq 1000 --sweep -20:-10:10"), 0) << err;
-    EXPECT_NE(out.find("THD"), std::string::npos);
+    EXPECT_EQ(run("harmonics --freq 8000 --sweep -10:-20:10"), 0) << err;
+    EXPECT_NE(out.find("\n  -20.00     -20.13    -76.4        -"), std::string::npos) << out;
+    EXPECT_EQ(out.substr(out.size() - 11), "    0.0393\n") << out;
+    EXPECT_EQ(run("harmonics --freq 8000 --level -20 --set BpsCh2=On -o h.csv"), 0) << err;
+    out = contentOf(folder / "h.csv");
+    EXPECT_LT(out.find("8000.000000,left,-20.126"), out.find("right,-20.07"));
     EXPECT_EQ(run("response --points 2 -o x.png", "timeout() { shift; PATH=/nowhere \"$@\"; };"),
               2);
     EXPECT_NE(err.find("gnuplot"), std::string::npos) << err;
