@@ -17,8 +17,33 @@ TEST_F(PresetCommand, ABankGoesThroughJsonUnchanged)
     EXPECT_EQ(contentOf(folder / "a.zkb").size(), kBankImageSize);
     EXPECT_TRUE(contentOf(folder / "a.zkb") == contentOf(folder / "b.zkb"));
     EXPECT_EQ(run("bank diff a.json"), 0) << "must be compared with the factory bank";
+    EXPECT_EQ(out, "The banks are equal\n");
     EXPECT_EQ(run("check a.zkb a.json b.zkb"), 0);
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 3) << out;
+}
+
+// A name takes precedence over an index.
+TEST_F(PresetCommand, ABankKeepsItsCurrentPresetAndIsFoundInByNameOrIndex)
+{
+    writeContent(folder / "a.json",
+                 R"({"format": "zkrt46-bank", "version": 1, "currentPreset": 2, "presets":
+                     [{"name": "A"}, {"name": "B"},
+                      {"name": "0", "parameters": {"LGainL": {"stored": 0.5001}}}]})");
+    ASSERT_EQ(run("bank import a.json -o a.zkb"), 0) << err;
+    const std::pair<const char*, const char*> rows[]{
+        {"bank show a.zkb", "Current preset: 2 \"0\"\n"},
+        {"bank diff a.zkb", "           (current preset)  2 "},
+        {"preset list --bank a.zkb", "\n1      B     -\n2      0     1\n"},
+        {"preset show 0 --bank a.zkb", "Preset 2 \"0\" of 'a.zkb'\n"},
+        {"preset show 001 --bank a.zkb", "Preset 1 \"B\" of 'a.zkb'\nEvery parameter is at its"},
+        {"preset export B --bank a.zkb -o b.zkr", ""},
+        {"preset import b.zkr --into a.zkb --at 2 -o b.zkb", ""},
+        {"bank diff a.zkb b.zkb", "\n2 \"0\"   LGainL     0.00 dB (0.5001)  0.00 dB (0.5)\n"},
+    };
+    for (const auto& [command, words] : rows) {
+        run(command);
+        EXPECT_NE(out.find(words), std::string::npos) << command << ": " << out << err;
+    }
 }
 
 TEST_F(PresetCommand, APresetCanBeMovedBetweenBanksThroughAFile)
@@ -68,9 +93,12 @@ TEST_F(PresetCommand, CheckReportsTheFaultAndSetsTheExitCode)
         int code;  // that of the worst file
         const char* words;
     } rows[]{
-        {"a.zkr bad.zkr", 1, "bad.zkr: preset, 2065 bytes: the plug-in undoes the load"},
+        {"a.zkr bad.zkr", 1,
+         "bad.zkr: preset, 2065 bytes: the plug-in undoes the load as a whole and keeps the "
+         "preset"},
         {"bad.zkr missing.zkr", 2, "  fault at byte 1129 (0x469): the value of LGainL is "},
         {"bad.json", 1, "bad.json:1:13: "},
+        {"a.zkr", 0, "a.zkr: preset, 2065 bytes: no faults; the plug-in takes all of it\n"},
         // An image can be checked without the plug-in.
         {"bad.json --plugin missing.so bad.zkr", 2, "the value of parameter 28 is "},
     };
@@ -80,7 +108,7 @@ TEST_F(PresetCommand, CheckReportsTheFaultAndSetsTheExitCode)
     }
     expectComplaint("preset show --preset-file bad.zkr");
     EXPECT_NE(err.find("at byte 1129 (0x469)"), std::string::npos) << err;
-    expectComplaint("bank show a.zkr");
+    expectComplaint("bank show a.zkr", "is a preset, but a bank is wanted here");
     expectComplaint("preset import bad.json --into a.zkb --at 3");
 }
 
