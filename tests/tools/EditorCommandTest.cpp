@@ -1,4 +1,5 @@
 // The commands screenshot and edit of the built program.
+#include "tests/support/Pictures.h"
 #include "tests/tools/CommandLine.h"
 
 namespace {
@@ -13,7 +14,10 @@ TEST_F(EditorCommand, ScreenshotsShowThePresetAndTheSettings)
         return png.substr(1, 3) + png.substr(18, 2) + png.substr(22, 2);
     };
     ASSERT_EQ(run("screenshot -o plain.png"), 0) << err;
-    EXPECT_EQ(start("plain.png"), "PNG\x01\x8A\x01\xF9");  // 394 by 505
+    EXPECT_EQ(out, "plain.png: 394 x 505\n");
+    expectPicture(readPng(folder / "plain.png"), "equalisers", textsOfEditor(394));
+    ASSERT_EQ(run("screenshot --preset Init -o init.png"), 0) << err;
+    EXPECT_NE(contentOf(folder / "init.png"), contentOf(folder / "plain.png")) << "the name";
     ASSERT_EQ(run("screenshot --preset R101 --set QB11=On -o wide.png"), 0) << err;
     EXPECT_EQ(start("wide.png"), "PNG\x03\x7E\x01\xF9");  // 894 by 505
     ASSERT_EQ(run("screenshot --info -o info.png"), 0) << err;
@@ -24,11 +28,11 @@ TEST_F(EditorCommand, EditRendersWithItsSettingsWhenTheWindowIsClosed)
 {
     EXPECT_EQ(run("edit", "env -u DISPLAY"), 2);
     EXPECT_NE(err.find("no display"), std::string::npos) << err;
-    ASSERT_EQ(run("render --preset Vox in.wav wanted.wav"), 0) << err;
+    ASSERT_EQ(run("render --preset Vox --set QB11=Off in.wav wanted.wav"), 0) << err;
     writeContent(folder / "edit.sh",
                  "cd '" + (folder / "") + "'\n"
                      + "ZKRT46_PLUGIN='" ZKRT46_LIBRARY "' timeout 60 '" ZKRT46_PROGRAM
-                       "' edit --preset Vox in.wav -o out.wav & editor=$!\n"
+                       "' edit --preset Vox --set QB11=Off in.wav -o out.wav & editor=$!\n"
                        "for i in $(seq 100); do window=$(xdotool search --name 'ZKR T46' "
                        "2>/dev/null) && break;"
                        " sleep 0.1; done\n"
