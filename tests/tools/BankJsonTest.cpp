@@ -65,18 +65,20 @@ TEST_F(BankJson, GivesTheSameBytesBack)
             }
             slot.values[random() % 58] = -0.0f;
         }
-        // A valid name, one without a terminator, and four kinds of invalid UTF-8.
+        // A valid name, one without a terminator, and six kinds of invalid UTF-8.
         const std::string names[]{"\"q\\\n\x7F\xC3\xA9",
                                   "24 bytes, no terminator.",
                                   "\xED\xA0\x80",
                                   "\xF4\x90\x80\x80",
                                   "\xC0\x80",
-                                  "\xE0\x9F\xBF"};
+                                  "\xE0\x9F\xBF",
+                                  "\xF0\x8F\xBF\xBF",
+                                  "\xF5\x80\x80\x80"};
         for (std::size_t i = 0; i < std::size(names); ++i) {
             std::memset(bank.presets[i].name, 0, kPresetNameSize);
             names[i].copy(bank.presets[i].name, kPresetNameSize);
         }
-        std::memset(bank.presets[6].name, 0, kPresetNameSize);
+        std::memset(bank.presets[8].name, 0, kPresetNameSize);
         expectSameBytes(bank);
     }
 }

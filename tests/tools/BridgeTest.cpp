@@ -75,8 +75,10 @@ TEST_F(FakeWine, DetectsAHelperThatExitsOrSendsDamagedMessages)
     unsetenv("WINEPREFIX");
     unsetenv("WINEDLLOVERRIDES");
     setenv("WINEDEBUG", "+relay", 1);
-    wineIs("echo \"$WINEDEBUG $WINEDLLOVERRIDES $WINEPREFIX\" >&2; exit 1");
-    expectRefusal("+relay mscoree,mshtml= " + (folder / "cache/zkrt46/wine"));
+    setenv("LC_ALL", "C", 1);
+    wineIs("echo \"$WINEDEBUG $WINEDLLOVERRIDES $LC_ALL $WINEPREFIX\" >&2; exit 1");
+    expectRefusal("+relay mscoree,mshtml= C.UTF-8 " + (folder / "cache/zkrt46/wine"));
+    unsetenv("LC_ALL");
     unsetenv("WINEDEBUG");
 }
 
