@@ -56,6 +56,7 @@ TEST(Library, ReportsItsPropertiesToAHost)
     EXPECT_EQ(fields.flags & (effFlagsIsSynth | effFlagsCanDoubleReplacing), 0);
     EXPECT_EQ(plugin.effectName(), "ZKR T46");
     EXPECT_EQ(plugin.vendor(), "ZKR-soundworks");
+    EXPECT_EQ(plugin.product(), "ZKR T46");
     EXPECT_EQ(plugin.dispatch(effGetVendorVersion), 0x01000100);
     EXPECT_EQ(plugin.dispatch(effGetPlugCategory), kPlugCategMastering);
     EXPECT_EQ(plugin.dispatch(effGetVstVersion), 2400);

@@ -32,6 +32,10 @@ TEST(Factory, ACreatedObjectBelongsToTheCallerAloneAndAFailedOneLeavesNothingBeh
     PClassInfo record;
     for (const int32 index : {-1, 0, 1, 2, 1000})
         EXPECT_EQ(factory->getClassInfo(index, &record) == kResultOk, index == 0 || index == 1);
+    EXPECT_STREQ(record.name, "Empty");
+    PClassInfoW wide;
+    EXPECT_EQ(factory->getClassInfoUnicode(1, &wide), kResultOk);
+    EXPECT_EQ(std::basic_string<char16>(wide.name), STR16("Empty"));
 
     const struct {
         FIDString cid, iid;

@@ -115,7 +115,8 @@ TEST_F(WrappedEditor, KeysArriveWithTheirModifiers)
     EXPECT_EQ(host->call(effEditKeyDown, 'x', 0, nullptr, 1.0f), 1);
     host->call(effEditKeyDown, 0, 4, nullptr, 8.0f);         // Return with Ctrl
     host->call(effEditKeyDown, 0, 128 + 17, nullptr, 4.0f);  // A with the Windows key
-    EXPECT_EQ(calls, (Calls{"key 120 0 1", "key 0 4 4", "key 65 145 8"}));
+    host->call(effEditKeyDown, 0, 7);                        // the space bar
+    EXPECT_EQ(calls, (Calls{"key 120 0 1", "key 0 4 4", "key 65 145 8", "key 32 7 0"}));
 }
 
 // "stCA" and "stCa" with "FUID" and "Whee".
@@ -133,8 +134,10 @@ TEST_F(WrappedEditor, TheWheelTheComponentsIdAndTheKnobModeHaveCallsOfTheirOwn)
         EXPECT_EQ(calls, (Calls{"wheel 1.500000"}));
     }
     EXPECT_EQ(host->call(effVendorSpecific, 0x73744300, 0x57686565, nullptr, 1.5f), 0);
-    EXPECT_EQ(host->call(effSetEditKnobMode, 0, kLinearMode), 1);
-    EXPECT_EQ(EditController::getHostKnobMode(), kLinearMode);
+    for (const VstIntPtr mode : {kRelativCircularMode, kLinearMode}) {
+        EXPECT_EQ(host->call(effSetEditKnobMode, 0, mode), 1);
+        EXPECT_EQ(EditController::getHostKnobMode(), mode);
+    }
     EXPECT_EQ(host->call(effSetEditKnobMode, 0, 3), 0);
     host->call(effSetEditKnobMode, 0, kCircularMode);
 }

@@ -84,6 +84,25 @@ TEST_F(WrappedEffect, NoCallWithOddArgumentsWritesBeyondTheHostsBuffer)
     EXPECT_EQ(host.block(), (Values{})) << "one of the calls changed a parameter";
 }
 
+TEST_F(WrappedEffect, TellsTheHostWhatItsParametersAndCallsAre)
+{
+    VstParameterProperties properties{};
+    EXPECT_EQ(host.call(effGetParameterProperties, 2, 0, &properties), 1);
+    EXPECT_EQ(properties.minInteger, 0);
+    EXPECT_EQ(properties.maxInteger, 25);
+    EXPECT_EQ(properties.largeStepInteger, 2);
+    EXPECT_STREQ(properties.shortLabel, "A title");
+    char text[64];
+    const struct {
+        VstInt32 opcode, index;
+        VstIntPtr value, answer;
+    } rows[] = {{effCanBeAutomated, 0, 0, 1},        {effCanBeAutomated, 2, 0, 0},
+                {effGetProgramNameIndexed, 0, 0, 1}, {effGetProgramNameIndexed, 1, 0, 0},
+                {effSetProcessPrecision, 0, 0, 1},   {effSetProcessPrecision, 0, 1, 0}};
+    for (const auto& row : rows)
+        EXPECT_EQ(host.call(row.opcode, row.index, row.value, text), row.answer) << row.opcode;
+}
+
 TEST_F(WrappedEffect, TheControllerGetsPendingValuesOnRequestAndTheHostIsToldOfChanges)
 {
     host.set(0, 0.9f);
@@ -199,6 +218,10 @@ TEST_F(WrappedEffect, ARateOrBlockLengthSetWhileRunningComesBetweenTwoActivation
     EXPECT_EQ(host.timesAsked(audioMasterIOChanged), 2);
 
     host.mains(true);
+    host.component->calls.clear();
+    for (const float bad : {0.0f, -44100.0f, NAN, INFINITY, 1e7f})
+        host.setRate(bad);
+    EXPECT_EQ(host.component->calls, Calls());
     host.call(effSetBlockSize, 0, 1 << 26);
     host.block(100);
     EXPECT_EQ(host.component->blocks.back().frames, 100);
