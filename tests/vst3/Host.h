@@ -79,7 +79,11 @@ public:
         restarts.push_back(flags);
         return kResultOk;
     }
-    tresult PLUGIN_API setDirty(TBool) override { return kResultOk; }
+    tresult PLUGIN_API setDirty(TBool) override
+    {
+        ++timesDirty;
+        return kResultOk;
+    }
     tresult PLUGIN_API requestOpenEditor(FIDString) override { return kNotImplemented; }
     tresult PLUGIN_API startGroupEdit() override { return kResultOk; }
     tresult PLUGIN_API finishGroupEdit() override { return kResultOk; }
@@ -88,6 +92,7 @@ public:
     std::vector<std::pair<ParamID, ParamValue>> edits;  // those inside a gesture
     std::set<ParamID> gestures;                         // begun and not ended
     std::vector<int32> restarts;
+    int timesDirty = 0;
 };
 
 // One plug-in instance. The destructor undoes the steps that were taken.

@@ -7,10 +7,12 @@
 #include "tools/host/NativePlugin.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <functional>
 #include <limits>
 #include <random>
+#include <thread>
 
 using namespace vst3;
 
@@ -416,6 +418,48 @@ TEST_F(Bundle, ReportsNoLatencyThatTheHostKnowsAlready)
     }
 }
 
+// Hosts that connect the two halves to nothing.
+TEST_F(Bundle, ReportsAStateAndALatencyToAHostThatPassesNoMessages)
+{
+    Instance instance(module);
+    instance.setHandler();
+    EXPECT_EQ(instance.loadControllerState(projectState(module)), kResultOk);
+    EXPECT_EQ(instance.handler.edits.size(), kPresetParamCount);
+    EXPECT_EQ(instance.handler.timesDirty, 0) << "loading a project changes it";
+    instance.activate(192000.0);
+    EXPECT_EQ(instance.render(music(), kBlocks), throughVst2(kSettings, 192000.0));
+    EXPECT_EQ(instance.handler.restarts, std::vector<int32>{kLatencyChanged});
+}
+
+// A block during a setup is silent, and its changes count for the next one.
+TEST_F(Bundle, KeepsTheChangesOfABlockThatComesDuringASetup)
+{
+    Instance original(module), instance(module);
+    original.start();
+    EXPECT_EQ(instance.loadComponentState(original.componentState()), kResultOk);
+    instance.activate();
+    instance.render(music(), kBlocks);
+    std::atomic<bool> stop{false};
+    std::thread other([&] {
+        ProcessSetup setup{kRealtime, kSample32, 1 << 20, 48000.0};
+        while (!stop)
+            instance.processor->setupProcessing(setup);
+    });
+    bool silent = false;
+    double value = 0.0;
+    for (int block = 0; block < 100000 && !silent; ++block) {
+        value = value < 0.9 ? value + 1.0 / 1024.0 : 0.0;
+        instance.automate(kLGainL, value);
+        silent = instance.render({Signal(64, 1.0f)}, {64}) == std::vector<Signal>(2, Signal(64));
+    }
+    stop = true;
+    other.join();
+    instance.flush();
+    EXPECT_TRUE(silent);
+    original.tellComponentState(instance.componentState());
+    EXPECT_EQ(original.controller->getParamNormalized(kLGainL), value);
+}
+
 TEST_F(Bundle, AnswersCallsWithIndicesOutOfRange)
 {
     Instance instance(module);
@@ -431,6 +475,11 @@ TEST_F(Bundle, AnswersCallsWithIndicesOutOfRange)
     EXPECT_EQ(instance.component->setState(nullptr), kInvalidArgument);
     EXPECT_EQ(instance.component->getState(nullptr), kInvalidArgument);
     EXPECT_EQ(instance.controller->setState(nullptr), kInvalidArgument);
+    EXPECT_EQ(instance.controller->setComponentState(nullptr), kInvalidArgument);
+    EXPECT_EQ(instance.processor->canProcessSampleSize(kSample64), kResultFalse);
+    ProcessData wide;
+    wide.symbolicSampleSize = kSample64;
+    EXPECT_EQ(instance.process(wide), kResultFalse);
     EXPECT_EQ(instance.controller->getState(nullptr), kInvalidArgument);
     for (const Signal& channel : instance.render(music(), kBlocks))
         for (const Sample32 x : channel)
