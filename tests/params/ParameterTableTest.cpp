@@ -87,6 +87,8 @@ TEST(ParameterTable, OneUnitWithoutProgramsIsListedAndASecondInitializeAddsNothi
     UnitInfo unit{};
     ASSERT_EQ(controller->getUnitInfo(0, unit), kResultTrue);
     EXPECT_EQ(ascii(unit.name), "Unit1");
+    EXPECT_EQ(unit.id, 1);
+    EXPECT_EQ(unit.parentUnitId, 0);
     EXPECT_EQ(unit.programListId, -1);
     controller->terminate();
 }

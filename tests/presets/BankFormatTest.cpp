@@ -87,6 +87,11 @@ TEST_F(BankFiles, AreStoredAtTheirPathAndTheFolderIsRemembered)
     controller.saveBank((folder / longName).c_str());
     EXPECT_EQ(saved(longName), controller.bankImage());
 
+    controller.loadPreset((folder / "one.zkr").c_str(), false);
+    EXPECT_EQ(lastFile(), folder / longName);
+    controller.loadBank((folder / "first.zkb").c_str(), false);
+    EXPECT_EQ(lastFile(), folder / "first.zkb");
+
     controller.host.calls.clear();
     const std::string nowhere = folder / "no such folder" + platform::kPathSeparator + "x.zkb";
     for (const std::string& missing : {nowhere, folder / "missing.zkb"})

@@ -88,6 +88,9 @@ TEST(Buses, AreAsRequestedWhereAcceptedAndStereoWhereRefused)
                 {kStereo, SpeakerArr::k30Cine, false, "Stereo In", "Stereo Out"},
                 {centre, sides, true, "Mono In", "Stereo Out"},
                 {SpeakerArr::kEmpty, kStereo, false, "Stereo In", "Stereo Out"}};
+    SpeakerArrangement two[] = {kMono, kMono};
+    EXPECT_EQ(processor.setBusArrangements(two, 1, two, 2), kResultFalse);
+    expectBus(kInput, "Stereo In", kStereo);
     for (const auto& row : rows) {
         EXPECT_EQ(processor.arrange(row.in, row.out), row.accepted);
         expectBus(kInput, row.inName, row.accepted ? row.in : kStereo);
