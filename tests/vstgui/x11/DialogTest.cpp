@@ -34,19 +34,38 @@ TEST_F(Dialog, ZenityIsRunWithoutAShellAndItsPathIsUsed)
                   + "\n--file-filter=ZKR Bank | *.zkb\n");
 }
 
-TEST_F(Dialog, KdialogIsPreferredAndGetsTheDefaultName)
+TEST_F(Dialog, KdialogIsPreferredAndBothGetTheDefaultName)
 {
-    programs.install("zenity", "echo /wrong");
-    programs.install("kdialog", "echo /a.b/.new");
     const auto s = owned(CNewFileSelector::create(frame, CNewFileSelector::kSelectSaveFile));
     s->setTitle("Save preset");
     s->setInitialDirectory("/no/such/folder");
     s->setDefaultSaveName("--help");
     s->setDefaultExtension(CFileExtension("ZKR Preset", "zkr"));
+    programs.install("zenity", "echo /wrong");
+    ASSERT_TRUE(s->runModal());
+    EXPECT_EQ(programs.asked(),
+              "--file-selection\n--title=Save preset\n--save\n--confirm-overwrite\n"
+              "--filename=--help\n--file-filter=ZKR Preset | *.zkr\n");
+    programs.install("kdialog", "echo /a.b/.new");
     ASSERT_TRUE(s->runModal());
     EXPECT_STREQ(s->getSelectedFile(0), "/a.b/.new.zkr");
     EXPECT_EQ(programs.asked(),
               "--title\nSave preset\n--getsavefilename\n./--help\nZKR Preset (*.zkr)\n");
+    EXPECT_TRUE(loadSelector()->runModal());
+    EXPECT_NE(programs.asked().find("--getopenfilename\n"), std::string::npos);
+}
+
+TEST_F(Dialog, TheReleaseThatItTakesLeavesNoButtonPressed)
+{
+    programs.install("zenity", "exec /bin/sleep 0.3");
+    record.onPress = [&] {
+        loadSelector()->runModal();
+        return kMouseDownEventHandledButDontNeedMovedOrUpEvents;
+    };
+    click(20, 20);
+    pump(100);
+    movePointer(30, 30);
+    EXPECT_TRUE(pumpUntil([&] { return record.has("move 30,30"); }, 1000));
 }
 
 TEST_F(Dialog, CancelNoHelperAndInvalidOutputChooseNothing)

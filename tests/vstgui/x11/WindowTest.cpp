@@ -21,8 +21,12 @@ TEST_F(X11Window, ReportsShiftTheMiddleButtonAndTheHorizontalWheel)
 {
     record.onPress = [] { return kMouseDownEventHandledButDontNeedMovedOrUpEvents; };
     user(to(20, 20) + " click 2 keydown shift click 1 keyup shift click 6 click 7");
+    // No double click, since the pointer moved away.
+    user("sleep 0.5 click 1 mousemove_relative 9 9 sleep 0.1"
+         " mousemove_relative -- -9 -9 click 1");
     for (const char* const event : {"down 20,20 M", "down 20,20 L shift"})
         EXPECT_TRUE(record.has(event)) << event;
+    EXPECT_EQ(std::count(record.events.begin(), record.events.end(), "down 20,20 L"), 2);
     EXPECT_TRUE(record.has("wheel 20,20 x -1"));
     EXPECT_TRUE(record.has("wheel 20,20 x 1"));
 }
@@ -47,19 +51,39 @@ TEST_F(X11Window, TypingIntoTheTextBoxIsUtf8)
     user("key Escape");
     EXPECT_STREQ(edit->getText(), "x \xE2\x82\xAC");
     EXPECT_EQ(values.size(), 1u);
+
+    user(to(100, 70) + " click 1 type abcd");
+    user("key KP_Home key KP_Delete key End key shift+Left type d");
+    user("key alt+e key ctrl+e");
+    EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "bcd");
+    user("key ctrl+a type f");
+    user("key KP_Enter");
+    EXPECT_STREQ(edit->getText(), "f");
 }
 
 TEST_F(X11Window, TheMouseSetsTheCaretAndSelectsInTheTextBox)
 {
     auto* edit = addEdit();
-    edit->setHoriAlign(kLeftText);
+    // The colours in a row of pixels between the text and the box's edge.
+    const auto count = [](CColor colour) {
+        const Pixels shown = picture();
+        int found = 0;
+        for (int x = 20; x < 180; ++x)
+            found += shown.at(x, 63) == colour;
+        return found;
+    };
     user(to(100, 70) + " click 1 sleep 0.5");
-    user(to(21, 70) + " click 1 sleep 0.5 type a");
+    EXPECT_GT(count(CColor(51, 120, 215)), 20) << "the selection";
+    // The text is centred: this is before it.
+    user(to(60, 70) + " click 1 sleep 0.5 type a");
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "aname");
+    EXPECT_EQ(count(kBlackCColor), 1) << "the caret";
     user(to(175, 70) + " keydown shift click 1 keyup shift sleep 0.5 type b");
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "ab");
     user(to(175, 70) + " mousedown 1" + to(0, 70) + " mouseup 1 type c");
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "c");
+    user(to(100, 70) + " sleep 0.5 click --repeat 2 --delay 50 1 type d");
+    EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "d");
 }
 
 TEST_F(X11Window, TheFocusReturnsToItsPreviousOwnerOrElseToTheHost)
@@ -102,7 +126,8 @@ TEST_F(X11Window, AMenuGrabsClicksAndKeysAndReleasesThem)
         std::string commands;
         float value;
     } choices[] = {{open + to(60, 30 + 3 + 10) + " click 1", 0},
-                   {open + " key Down key Right key Return", 4},
+                   {open + " key Down key Right key KP_Enter", 4},
+                   {open + to(60, 30 + 3 + 30) + " click 4 key Escape", 4},
                    {open + " key Escape", 4},
                    {open + to(290, 290) + " mousemove_relative 200 50 click 1", 4}};
     for (const auto& choice : choices) {
@@ -110,18 +135,41 @@ TEST_F(X11Window, AMenuGrabsClicksAndKeysAndReleasesThem)
         EXPECT_EQ(menu->getValue(), choice.value) << choice.commands;
         EXPECT_EQ(gestures, 0);
         EXPECT_TRUE(desktop.inputIsFree());
+        record.events.clear();
+        user(to(5, 5));
+        EXPECT_TRUE(record.has("move 5,5")) << "a button is still pressed";
     }
     EXPECT_EQ(menu->getLastResult(), -1);
     EXPECT_EQ(values.size(), 2u);
 
     bool held = false, ended = false;
-    Script script({[&] { held = !desktop.inputIsFree(); }, [&] { closeFrame(); }, [] {},
-                   [&] { ended = desktop.inputIsFree(); }},
+    Pixels shown;
+    menu->setCurrent(1);
+    Script script({[&] {
+                       held = !desktop.inputIsFree();
+                       shown = picture();
+                   },
+                   [&] { closeFrame(); }, [] {}, [&] { ended = desktop.inputIsFree(); }},
                   menuIsOpen());
     user(open);
     EXPECT_TRUE(pumpUntil([&] { return script.finished(); }));
     EXPECT_TRUE(held);
     EXPECT_TRUE(ended);
+    EXPECT_EQ(shown.at(20 + 3 + 60, 30 + 3 + 50), CColor(215, 215, 215)) << "the separator";
+    EXPECT_EQ(shown.at(20 + 3 + 77, 30 + 3 + 39), CColor(51, 120, 215)) << "the highlight";
+    EXPECT_EQ(shown.at(20 + 3 + 10, 30 + 3 + 30), kWhiteCColor) << "the check mark";
+}
+
+TEST_F(X11Window, AMenuStaysOnTheScreen)
+{
+    auto* const menu = addMenu();
+    menu->removeAllEntry();
+    menu->setNbItemsPerColumn(30);
+    for (int i = 0; i < 150; ++i)
+        menu->addEntry("one of a hundred and fifty");
+    // The last entry lies in the screen's corner.
+    user(to(25, 40) + " click 1 sleep 0.3 mousemove 1010 755 click 1");
+    EXPECT_EQ(menu->getValue(), 149.f);
 }
 
 TEST_F(X11Window, AMessageStaysInFrontOfTheHostUntilTheUserOrTheFrameClosesIt)
