@@ -26,11 +26,16 @@ TEST_F(Window, ShowsWhatIsDrawnAtOnceAndAfterChangesOfColourAndSize)
     EXPECT_EQ(picture().at(300, 200), kWhiteCColor);
     record.onDraw = filling(kBlueCColor);
     record.drawn.clear();
-    frame->invalidRect(CRect(10, 10, 20, 20));
+    frame->invalidRect(CRect(10.1, 10.9, 19.1, 19.1));
     EXPECT_TRUE(pumpUntil([] { return picture().at(10, 10) == kBlueCColor; }));
     EXPECT_EQ(picture().at(9, 10), kBlackCColor);
     EXPECT_EQ(picture().at(20, 19), kBlackCColor);
     EXPECT_EQ(record.drawn, std::vector<CRect>{CRect(10, 10, 20, 20)});
+    for (int i = 0; i < 20; ++i)
+        frame->invalidRect(CRect(15 * i, 100, 15 * i + 5, 105));
+    pump();
+    for (int i = 0; i < 20; ++i)
+        EXPECT_EQ(picture().at(15 * i + 4, 104), kBlueCColor) << i;
 
     EXPECT_TRUE(frame->setSize(350, 250));
     EXPECT_TRUE(pumpUntil([] { return picture().at(349, 249) == kBlueCColor; }));
@@ -209,7 +214,8 @@ TEST(Timer, TicksUntilStoppedAlsoFromInsideATick)
             if (++ticks == 3)
                 self->stop();
         },
-        15));
+        1000000));
+    EXPECT_TRUE(timer->setFireTime(15));
     EXPECT_TRUE(pumpUntil([&] { return ticks == 3; }));
     pump(100);
     EXPECT_EQ(ticks, 3);
