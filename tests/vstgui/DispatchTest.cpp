@@ -37,19 +37,23 @@ TEST_F(Dispatch, OnlyTransparentOrDisabledViewsLetAnUnhandledPressThrough)
 TEST_F(Dispatch, ADoubleClickDoesNotReachAViewThatItsFirstPressUncovered)
 {
     addProbe("low");
-    auto* high = addProbe("high");
-    high->onPress = [&] { frame->removeView(high); };
     const auto click = [&](CPoint where, int32_t buttons) {
         host.mouseDown(where, buttons);
         host.mouseUp(where, buttons);
     };
-    // The third press of a triple click counts as a single one.
-    for (const int32_t buttons : {+kLButton, kLButton | kDoubleClick, +kLButton})
-        click({5, 5}, buttons);
-    EXPECT_EQ(heard(), (Log{"high down 5,5", "high dies", "low enter 5,5"}));
-    click({15, 5}, kLButton);
-    click({15, 5}, kLButton | kDoubleClick);
-    EXPECT_EQ(heard(), (Log{"low down 15,5", "low up 15,5", "low down 15,5", "low up 15,5"}));
+    for (const CPoint& elsewhere : {CPoint(15, 5), CPoint(5, 15)}) {
+        host.mouseMove({100, 5});
+        heard();
+        auto* high = addProbe("high");
+        high->onPress = [&] { frame->removeView(high); };
+        // The third press of a triple click counts as a single one.
+        for (const int32_t buttons : {+kLButton, kLButton | kDoubleClick, +kLButton})
+            click({5, 5}, buttons);
+        EXPECT_EQ(heard(), (Log{"high down 5,5", "high dies", "low enter 5,5"}));
+        click(elsewhere, kLButton);
+        click(elsewhere, kLButton | kDoubleClick);
+        EXPECT_EQ(heard().size(), 4u) << "two presses and two releases";
+    }
 }
 
 TEST_F(Dispatch, TheResultOfAPressDecidesWhetherItIsCaptured)

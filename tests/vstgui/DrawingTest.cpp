@@ -1,6 +1,8 @@
 // Pixels: order, clipping, transparency, bitmaps and text.
 #include "tests/vstgui/Probe.h"
 
+#include <set>
+
 namespace {
 
 class Drawing : public FrameTest {
@@ -103,19 +105,29 @@ TEST_F(Drawing, BitmapsAreCopiedUnscaledFromTheirOffsetAndNeverBeyondTheirEdges)
     EXPECT_EQ(p.at(115, 5), kGreyCColor);
 }
 
-TEST_F(Drawing, InvalidUtf8DoesNotAffectLaterText)
+TEST_F(Drawing, TextIsSmoothClippedAndBlendedAndInvalidUtf8DoesNotAffectIt)
 {
     const Pixels p = drawn([](CDrawContext& c) {
         c.setFont(kNormalFont);
         c.drawString("\xFF\xC3(\xE2\x82", CRect(0, 50, 200, 100));
         c.drawString(static_cast<UTF8StringPtr>(nullptr), CRect(0, 50, 200, 100));
-        c.setFontColor(kRedCColor);
-        c.drawString("HH", CRect(0, 0, 200, 50));
+        c.setFontColor(kBlackCColor);
+        c.drawString("HW", CRect(0, 0, 70, 50));
+        c.setGlobalAlpha(0.5f);
+        c.setClipRect(CRect(70, 0, 105, 50));
+        c.drawString("HW", CRect(70, 0, 140, 50));
     });
-    int red = 0;
-    for (int32_t x = 0; x < 200; ++x)
-        red += p.at(x, 25).red > 200 && p.at(x, 25).blue < 60 ? 1 : 0;
-    EXPECT_GT(red, 2);
+    constexpr int kLeft[] = {0, 70, 105, 140};
+    std::set<int> shades[3];
+    for (int i = 0; i < 3; ++i)
+        for (int y = 0; y < 50; ++y)
+            for (int x = kLeft[i]; x < kLeft[i + 1]; ++x)
+                shades[i].insert(p.at(x, y).red);
+    EXPECT_LT(*shades[0].begin(), kGreyCColor.red / 3);
+    EXPECT_GT(shades[0].size(), 2u) << "not smooth";
+    EXPECT_GT(*shades[1].begin(), kGreyCColor.red / 3) << "not half transparent";
+    EXPECT_GT(shades[1].size(), 2u) << "nothing drawn";
+    EXPECT_EQ(shades[2], (std::set<int>{kGreyCColor.red})) << "not clipped";
 }
 
 }  // namespace

@@ -70,6 +70,26 @@ TEST_F(Focus, AListenerMayRemoveTheFieldOrCloseTheFrameWhileItCommits)
     EXPECT_FALSE(host.isOpen());
 }
 
+TEST_F(Focus, TabGoesRoundTheFieldsAndWithShiftBack)
+{
+    CTextEdit* fields[3]{edit};
+    for (int i = 1; i < 3; ++i)
+        frame->addView(fields[i] = new CTextEdit(CRect(10, 10, 110, 30), &listener, 9, ""));
+    host.mouseDown({20, 20});  // the last one is on top
+    for (const int next : {0, 1, 2}) {
+        EXPECT_TRUE(host.keyDown({0, VKEY_TAB, 0}));
+        EXPECT_EQ(frame->getFocusView(), fields[next]);
+    }
+    EXPECT_FALSE(host.keyDown({0, VKEY_TAB, MODIFIER_CONTROL})) << "the key is the host's";
+    EXPECT_TRUE(host.keyDown({0, VKEY_TAB, MODIFIER_SHIFT}));
+    EXPECT_EQ(frame->getFocusView(), fields[1]);
+    host.activate(false);
+    frame->removeView(fields[1], false);
+    frame->addView(fields[1]);
+    host.activate(true);
+    EXPECT_EQ(frame->getFocusView(), nullptr);
+}
+
 TEST_F(Focus, APressWorksInAFrameWhoseWindowIsNotActive)
 {
     host.mouseDown({20, 20});

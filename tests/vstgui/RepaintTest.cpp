@@ -27,9 +27,16 @@ TEST_F(Repaint, InvalidRectanglesAreTranslatedAndClippedByEachContainer)
     box->invalidRect(CRect(-5, -5, 5, 5));
     EXPECT_EQ(taken(), (Rects{CRect(50, 20, 55, 25)}));
     box->setVisible(false);
-    taken();
+    EXPECT_EQ(taken(), (Rects{CRect(50, 20, 100, 60)}));
     v->invalid();
     EXPECT_EQ(taken(), Rects{});
+    box->setVisible(true);
+    EXPECT_EQ(taken(), (Rects{CRect(50, 20, 100, 60)}));
+    CView::kDirtyCallAlwaysOnMainThread = false;
+    v->setDirty();
+    EXPECT_EQ(taken(), Rects{});
+    frame->idle();
+    EXPECT_EQ(taken(), (Rects{CRect(80, 50, 100, 60)}));
 }
 
 TEST_F(Repaint, DirtyViewsAreRepaintedAtOnce)
