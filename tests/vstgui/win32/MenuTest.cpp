@@ -1,6 +1,8 @@
 // The system's menus and file dialogs, which run their own message loops, and events during them.
 #include "tests/vstgui/OpenFrame.h"
 
+#include <filesystem>
+#include <fstream>
 #include <objbase.h>
 #include <thread>
 #include <windows.h>
@@ -43,7 +45,7 @@ std::function<bool()> isOpen(LPCWSTR title)
     return [title] { return openDialog(title) && nameBox(openDialog(title)); };
 }
 
-// Saves under a typed name.
+// Saves under a typed name, over a file.
 void expectSaves(CFrame* frame)
 {
     const auto selector = owned(CNewFileSelector::create(frame, CNewFileSelector::kSelectSaveFile));
@@ -52,14 +54,31 @@ void expectSaves(CFrame* frame)
     selector->setDefaultExtension(CFileExtension("ZKR Preset", "zkr"));
     selector->setDefaultSaveName("unused");
     constexpr LPCWSTR kTitle = L"Keep \u00e4";
+    const auto workingFolder = std::filesystem::current_path();
+    const std::filesystem::path file(L"C:\\windows\\m\u00fcsli.zkr");
+    std::ofstream(file) << "saved before";
+    bool asked = false;
     Script script({[] {
+                       wchar_t offered[16]{};
+                       SendMessageW(nameBox(openDialog(kTitle)), WM_GETTEXT, 16,
+                                    reinterpret_cast<LPARAM>(offered));
+                       EXPECT_STREQ(offered, L"unused");
                        SendMessageW(nameBox(openDialog(kTitle)), WM_SETTEXT, 0,
                                     reinterpret_cast<LPARAM>(L"m\u00fcsli"));
                    },
-                   [] { PostMessageW(openDialog(kTitle), WM_COMMAND, IDOK, 0); }},
+                   [] { PostMessageW(openDialog(kTitle), WM_COMMAND, IDOK, 0); }, [] {},
+                   [&] {
+                       // Has the same title, and lies in front.
+                       const HWND question = openDialog(kTitle);
+                       asked = question && !nameBox(question);
+                       PostMessageW(question, WM_COMMAND, IDYES, 0);
+                   }},
                   isOpen(kTitle));
     EXPECT_TRUE(selector->runModal());
-    EXPECT_TRUE(script.finished());
+    EXPECT_TRUE(pumpUntil([&] { return script.finished(); }));
+    EXPECT_TRUE(asked) << "overwritten without a question";
+    std::filesystem::remove(file);
+    EXPECT_EQ(std::filesystem::current_path(), workingFolder);
     EXPECT_EQ(selector->getNumSelectedFiles(), 1u);
     EXPECT_STRCASEEQ(selector->getSelectedFile(0), "C:\\windows\\m\303\274sli.zkr");
 }

@@ -81,6 +81,7 @@ TEST_F(Win32Window, MessagesTellAllButtonsAndModifiersAndNotchesAlsoLeftOfAndAbo
     } rows[] = {
         {WM_RBUTTONDOWN, MK_RBUTTON | MK_LBUTTON | MK_SHIFT | MK_CONTROL, MAKELPARAM(5, 6),
          "down 5,6 L R shift control"},
+        {WM_MBUTTONDOWN, MK_MBUTTON | MK_XBUTTON1, MAKELPARAM(7, 8), "down 7,8 M 4"},
         {WM_XBUTTONUP, MAKEWPARAM(0, XBUTTON2), MAKELPARAM(-7, -8), "up -7,-8 5"},
         {WM_MOUSEWHEEL, MAKEWPARAM(MK_SHIFT, 60), MAKELPARAM(-10, -20),
          "wheel -310,-220 shift y 0.5"},
