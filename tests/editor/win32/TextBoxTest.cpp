@@ -45,10 +45,23 @@ struct TextBox : OpenFrame {
     }
     void expectBox(CTextEdit* field)
     {
+        const auto font = owned(new CFontDesc("Arial", 16));
+        field->setFont(font);
+        field->setFontColor(CColor(250, 200, 0));
         field->setBackColor(CColor(10, 60, 20));
         openBox();
         pump(200);
         EXPECT_EQ(picture().at(170, 55), CColor(10, 60, 20));
+        LOGFONTW used{};
+        GetObjectW(reinterpret_cast<HFONT>(SendMessageW(box(), WM_GETFONT, 0, 0)), sizeof used,
+                   &used);
+        EXPECT_EQ(used.lfHeight, -16);
+        EXPECT_EQ(GetWindowLongW(box(), GWL_STYLE) & (ES_CENTER | ES_RIGHT), ES_CENTER);
+        const HDC device = CreateCompatibleDC(nullptr);
+        SendMessageW(frameWindow(), WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(device),
+                     reinterpret_cast<LPARAM>(box()));
+        EXPECT_EQ(GetTextColor(device), RGB(250, 200, 0));
+        DeleteDC(device);
         RECT at{};
         GetWindowRect(box(), &at);
         MapWindowPoints(nullptr, frameWindow(), reinterpret_cast<POINT*>(&at), 2);
