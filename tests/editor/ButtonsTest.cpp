@@ -29,6 +29,10 @@ TEST_F(Editor, TheChannelSwitchStepsByPressAndWheelAndOnlyWithPower)
         EXPECT_EQ(value(kChannel), step / 4.0);
         EXPECT_EQ(heard(), gesture(kChannel, {kChannel}));
     }
+    set(kChannel, 1);
+    window->click(position(50), kLButton | kControl);
+    EXPECT_EQ(value(kChannel), 0) << "its default";
+    EXPECT_EQ(heard(), gesture(kChannel, {kChannel}));
     constexpr struct {
         double before;
         float distance;
@@ -53,6 +57,7 @@ TEST_F(Editor, TheChannelSwitchStepsByPressAndWheelAndOnlyWithPower)
     window->screen.mouseMove(position(60), kLButton);
     window->screen.mouseUp(position(60));
     EXPECT_EQ(heard(), gesture(kChannel, {kChannel})) << "power switched off in a drag";
+    EXPECT_EQ(value(kChannel), 0);
     window->drag(position(60), {0, -51});
     EXPECT_TRUE(window->screen.wheel(position(9), -1));
     EXPECT_EQ(heard(), Calls{});
@@ -96,6 +101,18 @@ TEST_F(Editor, AMomentaryButtonActsOnThePressAndStaysDownWhileHeld)
     Look info = showing(kTagInfo, 1);
     info.latency = "Latency: 2.18 ms, 96 samples";
     expectShown(info);
+}
+
+TEST_F(Editor, TheManualButtonIsReleasedByAMessage)
+{
+    std::string seen;
+    window->screen.onMessage = [&](const std::string& text, const std::string&) { seen = text; };
+    window->screen.mouseMove(at(kManualTag));
+    window->screen.mouseDown(at(kManualTag));
+    for (int tick = 0; tick < 100 && seen.empty(); ++tick)
+        clock.advance(50);
+    EXPECT_EQ(seen, "Could not open user manual");
+    expectShown(showing(kManualTag, 1));
 }
 
 TEST_F(Editor, TheRockerShowsItsPressedSideAndReturnsToRestWithoutEffect)

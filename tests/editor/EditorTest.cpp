@@ -27,6 +27,10 @@ TEST_F(Editor, ModuleButtonsResizeTheWindowAndEverythingMovesAlong)
         }
     controller.setCurrentPreset(19);
     EXPECT_EQ(window->width(), 894) << "a preset opens the strips that it uses";
+    set(kQB11, 0.49);
+    EXPECT_EQ(window->width(), 644);
+    set(kQB11, 0.5);
+    EXPECT_EQ(window->width(), 894);
     EXPECT_EQ(controller.createView("other"), nullptr);
 }
 
@@ -52,14 +56,14 @@ struct LinkedEditor : Editor {
     {
         if (way == 0)
             return window->click(at(kLink));
-        set(kLink, 1);
+        set(kLink, 0.5);
         if (way == 2)
             openWindow();
     }
     // Moves the parameter's control upwards (1) or downwards (-1).
-    void turn(int id, int direction, int32_t modifiers = 0)
+    void turn(int id, int direction, int32_t modifiers = 0, bool byWheel = false)
     {
-        if (id == kHpfL || id == kHpfR)
+        if (byWheel || id == kHpfL || id == kHpfR)
             window->screen.wheel(at(id), static_cast<float>(direction), modifiers);
         else
             window->drag(at(id), {0, -20.0 * direction}, modifiers);
@@ -104,7 +108,7 @@ TEST_F(LinkedEditor, KnobsKeepTheirOffsetUntilAControlDragRemovesIt)
             SCOPED_TRACE(testing::Message() << "Control, parameter " << left + side);
             turn(left + side, direction);
             EXPECT_NEAR(value(left + side) - value(left + 1 - side), distanceOf(knob), 1e-6);
-            turn(left + side, direction, kControl);
+            turn(left + side, direction, kControl, side);
             EXPECT_EQ(value(left + side), value(left + 1 - side));
             turn(left + 1 - side, -direction);
             EXPECT_EQ(value(left + side), value(left + 1 - side)) << "the offset came back";
@@ -142,7 +146,7 @@ TEST_F(LinkedEditor, SwitchesThatDifferBecomeEqual)
     }
 }
 
-TEST_F(Editor, AModuleThatAnotherThreadSwitchesInTheMiddleOfALayoutIsFollowed)
+TEST_F(Editor, WhatAnotherThreadSetsIsShownEvenInTheMiddleOfALayout)
 {
     controller.afterRead = [this, first = true](ParamID id) mutable {
         if (id == 0 && std::exchange(first, false))
@@ -152,6 +156,9 @@ TEST_F(Editor, AModuleThatAnotherThreadSwitchesInTheMiddleOfALayoutIsFollowed)
     EXPECT_EQ(window->width(), 394);
     clock.advance(100);
     EXPECT_EQ(window->width(), 394);
+    std::thread([this] { set(kMS, 1); }).join();
+    clock.advance(100);
+    expectShown();
 }
 
 TEST_F(Editor, AHoveredControlIsHighlightedOrShowsItsHint)
@@ -219,9 +226,16 @@ TEST_F(Editor, LitBypassButtonsPulseInPhase)
         }
         set(kBpsCh2, round % 2);
     }
+    clock.advance(300);
     set(kPower, 0);
     clock.advance(100);
     expectShown();
+    // The pulse begins anew.
+    set(kPower, 1);
+    clock.advance(100);
+    Look look;
+    look.light = 0.86f;
+    expectShown(look);
 }
 
 TEST_F(Editor, InfoPanelCoversEveryLayoutAndClosesAtAClickOrANewSize)
