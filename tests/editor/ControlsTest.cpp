@@ -175,8 +175,10 @@ TEST_F(KnobRows, TurnEveryKnob)
             } else if (band) {
                 EXPECT_EQ(value(ring), 0.0);
             }
-            for (const auto& edit : controller.host.edits)
-                EXPECT_EQ(static_cast<int>(edit.first), moved);
+            for (const auto& [id, reported] : controller.host.edits) {
+                EXPECT_EQ(static_cast<int>(id), moved);
+                EXPECT_TRUE(reported >= 0.0 && reported <= 1.0) << reported;
+            }
             const Calls calls = heard();
             EXPECT_EQ(calls.front(), "begin " + std::to_string(knob.id));
             EXPECT_EQ(calls.back(), "end " + std::to_string(knob.id));

@@ -253,7 +253,7 @@ void Editor::draw(CDrawContext& context, const Placed& placed, const Look& look)
         context.drawString((look.name.empty() ? selected : look.name).c_str(), placed.rect);
         context.resetClipRect();
     } else if (placed.use == "hint") {
-        context.setFont(kNormalFontSmall);
+        context.setFont(kNormalFont, 11);
         context.setFontColor(CColor(223, 222, 223));
         context.drawString(look.hint.c_str(), placed.rect);
     } else if (placed.use == "label") {
@@ -291,7 +291,7 @@ Pixels Editor::expectedPicture(const Look& look)
     context.setFontColor(CColor(223, 222, 223));
     for (const Row& line : rows("info"))
         if (line.at("milliseconds") == "-" || line.at("text") == look.latency) {
-            context.setFont(line.at("font") == "normal" ? kNormalFont : kNormalFontSmaller);
+            context.setFont(kNormalFont, line.at("font") == "normal" ? 12 : 10);
             const double right = line.number("right"), down = line.number("down");
             context.drawString(line.at("text").c_str(),
                                CRect(right, down, right + all.right, down + 240));

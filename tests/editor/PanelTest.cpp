@@ -61,6 +61,7 @@ TEST(PresetPanel, EachMessageRefreshesItsPartOfEveryPanel)
         for (Window* const window : {panels.window.get(), &panels.second}) {
             auto& field = viewOf<VSTGUI::CTextEdit>(*window);
             auto& menu = viewOf<VSTGUI::COptionMenu>(*window);
+            EXPECT_EQ(field.platformGetMaxCharacters(), kPresetNameSize);
             EXPECT_STREQ(field.getText(), expected.text);
             EXPECT_EQ(field.getValue(), expected.value);
             EXPECT_STREQ(menu.getEntry(7)->getTitle(), expected.selected);

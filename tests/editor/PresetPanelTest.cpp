@@ -37,7 +37,9 @@ TEST_F(Editor, TheMenuListsAllPresetsWithTheSelectedOneChecked)
         EXPECT_EQ(menu.getNbItemsPerColumn(), 12);
         return 19;
     };
-    window->click(at(kMenuTag));
+    window->click(at(kMenuTag), VSTGUI::kMButton);
+    EXPECT_EQ(controller.getCurrentPreset(), 4);
+    window->click(at(kMenuTag), VSTGUI::kRButton);
     EXPECT_EQ(controller.getCurrentPreset(), 19);
     EXPECT_EQ(window->width(), 894);
     window->screen.onMenu = [](VSTGUI::COptionMenu&) { return -1; };
@@ -130,6 +132,8 @@ TEST_F(Editor, FilesAreChosenInDialogs)
         SCOPED_TRACE(testing::Message() << row.title << ", " << row.buttons);
         asked = {};
         pressed.frames = {{row.tag, 2}};
+        window->screen.mouseMove(at(row.tag));
+        window->screen.paint();  // so that the press has to repaint the button
         window->click(at(row.tag), row.buttons);
         EXPECT_EQ(asked.title, row.title);
         EXPECT_EQ(asked.defaultSaveName, row.offered);
