@@ -178,8 +178,8 @@ TEST_F(X11Window, AMessageStaysInFrontOfTheHostUntilTheUserOrTheFrameClosesIt)
         frame->getPlatformFrame()->showMessage("One line,\nand another one.", caption);
         pump();
     };
-    // Points on the message's text and on its button; the frame has 300 by 200 pixels.
-    const std::string text = to(150, 70), button = to(150, 129);
+    // Points on the text and near the edge of the button; the frame has 300 by 200 pixels.
+    const std::string text = to(150, 70), button = to(188, 129);
     for (const std::string& closing :
          {text + " key Return", text + " key Escape", text + " key space", button + " click 1"}) {
         show("Load bank");
