@@ -100,6 +100,24 @@ TEST(Polarity, FlipsAtTheQuietestSampleOfOneChannelOrOfTheSumOfBoth)
             }
 }
 
+TEST(Polarity, ChannelsThatExchangeTheirPolarityFlipAtTheSameSample)
+{
+    for (const std::size_t length : {std::size_t{16}, std::size_t{17}}) {
+        Bare processor;
+        std::vector<Signal> in(2, Signal(length, 0.5f));
+        processor.set(kPhaseL, 1.0);
+        processor.block(in, 2);
+        processor.set(kPhaseL, 0.0);
+        processor.set(kPhaseR, 1.0);
+        in.assign(2, Signal(length, 0.5f));
+        in[0][11] = in[1][11] = 0.125f;
+        const Signal before = in[1];
+        const std::vector<Signal> out = processor.block(in, 2);
+        EXPECT_EQ(flipOf(before, out[1]), 11) << length;
+        EXPECT_EQ(flipOf(out[1], out[0]), 0) << length;
+    }
+}
+
 // With a mono input the host's buffer is inverted once and the right strip's change stays pending;
 // with a stereo output and sub-blocks, both channels flip together.
 TEST(Polarity, FlipsAMonoInputOnce)
