@@ -24,20 +24,23 @@ TEST(ChildProcess, TransfersMoreThanAPipeBuffersInBothDirections)
     EXPECT_EQ(cat.converse(input, output, Seconds(30.0)), Outcome::Done);
     EXPECT_TRUE(output == input);
     EXPECT_EQ(cat.wait(Seconds(5.0)), 0);
+    ChildProcess slow(Role::Helper, {"sh", "-c", "sleep 0.2; exec cat >/dev/null"});
+    EXPECT_EQ(slow.write(input.data(), input.size(), Seconds(30.0)), Outcome::Done);
 }
 
 TEST(ChildProcess, ReportsAChildThatIsSilentOrHasExited)
 {
     char byte = 0;
+    const std::string much(1 << 20, 'x');
     {
         ChildProcess silent(Role::Helper, {"sh", "-c", "exec sleep 1"});
         EXPECT_EQ(silent.read(&byte, 1, Seconds(0.1)), Outcome::TimedOut);
+        EXPECT_EQ(silent.write(much.data(), much.size(), Seconds(0.1)), Outcome::TimedOut);
     }
     ChildProcess gone(Role::Helper, {"sh", "-c", "echo first >&2; echo the reason >&2; exit 3"});
     EXPECT_EQ(gone.read(&byte, 1, Seconds(10.0)), Outcome::Ended);
     EXPECT_EQ(gone.wait(Seconds(5.0)), 3);
     EXPECT_EQ(gone.lastWords(), "the reason");
-    const std::string much(1 << 20, 'x');
     EXPECT_EQ(gone.write(much.data(), much.size(), Seconds(5.0)), Outcome::Ended);
     EXPECT_NE(ChildProcess(Role::Helper, {"no-such-program"}).startError(), "");
 }
