@@ -29,6 +29,9 @@ TEST_F(Editor, TheChannelSwitchStepsByPressAndWheelAndOnlyWithPower)
         EXPECT_EQ(value(kChannel), step / 4.0);
         EXPECT_EQ(heard(), gesture(kChannel, {kChannel}));
     }
+    for (const int32_t button : {kRButton, kMButton})
+        window->click(position(50), button);
+    EXPECT_EQ(heard(), Calls{});
     set(kChannel, 1);
     window->click(position(50), kLButton | kControl);
     EXPECT_EQ(value(kChannel), 0) << "its default";
