@@ -37,6 +37,13 @@ public:
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
 
+    // Sends a request for a window that does not exist.
+    void causeError()
+    {
+        XDestroyWindow(display, 0);
+        XSync(display, False);
+    }
+
     void unmap(const HostWindow& host)
     {
         XUnmapWindow(display, windowOf(host));

@@ -1,6 +1,7 @@
 // Frames in a host's window, the parts specific to X11: keyboard, grabs, message windows.
 #include "tests/vstgui/Traces.h"
 #include "tests/vstgui/x11/User.h"
+#include "vstgui/platform/x11/x11errors.h"
 
 #include <X11/keysym.h>
 #include <filesystem>
@@ -196,6 +197,29 @@ TEST_F(X11Window, AMessageStaysInFrontOfTheHostUntilTheUserOrTheFrameClosesIt)
     show("Third");
     closeFrame();
     EXPECT_EQ(desktop.titlesInFront(host), Log{});
+}
+
+TEST_F(X11Window, TheHostsErrorHandlerGetsTheHostsErrorsAlsoDuringOurCalls)
+{
+    static int heard;
+    heard = 0;
+    const XErrorHandler previous =
+        XSetErrorHandler([](::Display*, XErrorEvent*) { return ++heard; });
+    closeFrame();
+    open();
+    desktop.causeError();
+    EXPECT_EQ(heard, 1);
+    ::Display* const own = XOpenDisplay(nullptr);
+    {
+        const X11::X11ErrorGuard outer(own), inner(own);
+        desktop.causeError();
+        EXPECT_EQ(heard, 2);
+        XDestroyWindow(own, 0);
+        XSync(own, False);
+        EXPECT_EQ(heard, 2) << "an error of our own";
+    }
+    XCloseDisplay(own);
+    XSetErrorHandler(previous);
 }
 
 TEST_F(X11Window, AHostThatHidesItsWindowEndsAGesture)
