@@ -16,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <utility>
@@ -67,6 +68,8 @@ public:
         EXPECT_TRUE(gestures.count(id)) << "an edit of " << id << " outside a gesture";
         if (gestures.count(id))
             edits.emplace_back(id, value);
+        if (inGroup)
+            ++groups.back();
         return kResultOk;
     }
     tresult PLUGIN_API endEdit(ParamID id) override
@@ -85,12 +88,23 @@ public:
         return kResultOk;
     }
     tresult PLUGIN_API requestOpenEditor(FIDString) override { return kNotImplemented; }
-    tresult PLUGIN_API startGroupEdit() override { return kResultOk; }
-    tresult PLUGIN_API finishGroupEdit() override { return kResultOk; }
+    tresult PLUGIN_API startGroupEdit() override
+    {
+        EXPECT_FALSE(std::exchange(inGroup, true));
+        groups.push_back(0);
+        return kResultOk;
+    }
+    tresult PLUGIN_API finishGroupEdit() override
+    {
+        EXPECT_TRUE(std::exchange(inGroup, false));
+        return kResultOk;
+    }
 
     bool deaf = false;
     std::vector<std::pair<ParamID, ParamValue>> edits;  // those inside a gesture
     std::set<ParamID> gestures;                         // begun and not ended
+    std::vector<std::size_t> groups;                    // edits in each group
+    bool inGroup = false;
     std::vector<int32> restarts;
     int timesDirty = 0;
 };
@@ -142,13 +156,17 @@ public:
     IPtr<IEditController> controller;
 
 private:
-    // A stream over the bytes, for the duration of one call.
+    // A stream over the bytes, for the duration of one call. It gives them in pieces.
     struct State : MemoryStream {
         explicit State(const Bytes& bytes)
             : MemoryStream(const_cast<char*>(bytes.data()), static_cast<TSize>(bytes.size()))
         {
         }
         operator IBStream*() { return this; }
+        tresult PLUGIN_API read(void* to, int32 size, int32* count) override
+        {
+            return MemoryStream::read(to, std::min<int32>(size, 100), count);
+        }
     };
     // The state does not start at the stream's beginning, as in hosts' files.
     template <class Part>

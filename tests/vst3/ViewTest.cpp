@@ -10,8 +10,8 @@ using namespace vst3;
 
 namespace {
 
-// The key of `QB11` and the low band's knob, in the smallest layout.
-constexpr Place kKeyOfQB11{332, 104}, kKnob{104, 294};
+// The key of `QB11`, the low band's knob and the keys of the presets, in the smallest layout.
+constexpr Place kKeyOfQB11{332, 104}, kKnob{104, 294}, kMenu{264, 494}, kNextPreset{297, 496};
 
 struct View : testing::Test {
     View() : instance(module)
@@ -82,6 +82,34 @@ TEST_F(View, ReportsTheUsersEditsToTheHostAlsoWithoutDescriptors)
         EXPECT_EQ(frame.size.getWidth(), further ? 394 : 644);
         EXPECT_EQ(frame.window->childWidth(), frame.size.getWidth());
     }
+    User::act([&](User& user) { user.click(frame.at(kNextPreset)); }, eventLoop.turn);
+    EXPECT_TRUE(frame.soon([&] { return !instance.handler.groups.empty(); }));
+    EXPECT_EQ(instance.handler.groups, std::vector<std::size_t>{kPresetParamCount});
+}
+
+// The menu then runs the timers that the host's loop runs otherwise.
+TEST_F(View, ShowsAStateThatIsLoadedWhileItsMenuIsOpen)
+{
+    if (!eventLoop.offered)
+        GTEST_SKIP() << "the system's menus run its timers";
+    const Bytes narrow = instance.controllerState();
+    instance.automate(kQB11, 1.0);
+    const Bytes wide = instance.controllerState();
+    instance.loadControllerState(narrow);
+    HostFrame frame(open(), {20, 10});
+    ASSERT_EQ(frame.attach(), kResultTrue);
+    expectReferencePicture(frame);
+    const auto beside = [] { return screenshot({550, 10}, 50, 50); };
+    const VSTGUI::Pixels closed = frame.picture(), before = beside();
+    User::act(
+        [&](User& user) {
+            user.click(frame.at(kMenu));
+            user.waitFor([&] { return difference(frame.picture(), closed).pixels > 250; });
+            instance.loadControllerState(wide);
+            EXPECT_TRUE(user.waitFor([&] { return difference(beside(), before).pixels > 0; }));
+            user.tap(userinput::Key::Escape);
+        },
+        eventLoop.turn);
 }
 
 TEST_F(View, RefusesHostsWithoutAFrameOrARunLoop)

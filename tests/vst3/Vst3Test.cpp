@@ -93,19 +93,19 @@ TEST_F(Bundle, SoundsAsTheVst2LibraryDoesToTheBit)
 {
     constexpr struct {
         double rate, midSide;
-        int32 mode;
+        int32 maxBlock, mode;
         bool flushed;  // parameters arrive in a call without audio
     } rows[] = {
-        {44100.0, 0.0, kRealtime, false},
-        {192000.0, 1.0, kPrefetch, true},
-        {96000.0, 1.0, kOffline, false},
+        {44100.0, 0.0, 512, kRealtime, false},
+        {192000.0, 1.0, 0, kPrefetch, true},
+        {96000.0, 1.0, 2000, kOffline, false},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.rate);
         std::vector<Setting> settings = kSettings;
         settings.emplace_back(kMS, row.midSide);
         Instance instance(module);
-        instance.start(row.rate, 512, row.mode);
+        instance.start(row.rate, row.maxBlock, row.mode);
         for (const Setting& setting : settings) {
             automateAll(instance, {setting});
             EXPECT_EQ(row.flushed ? instance.flush() : kResultOk, kResultOk);
@@ -226,6 +226,9 @@ TEST_F(Bundle, ReadsAComponentStateOnlyAsFarAsItIsValid)
         EXPECT_EQ(instance.controller->getParamNormalized(kLGainL), row.gain);
         EXPECT_EQ(instance.controller->getParamNormalized(kPower), row.power);
     }
+    Instance partly(module);
+    EXPECT_EQ(partly.loadComponentState(with(kGain, {0, 0, 0xC0, 0x7F})), kResultOk);
+    EXPECT_EQ(partly.componentState(), Bytes()) << "not all values are known";
     // A processor without a controller gives the same output.
     Instance alone(module), told(module);
     EXPECT_EQ(alone.loadComponentState(whole), kResultOk);
@@ -236,7 +239,7 @@ TEST_F(Bundle, ReadsAComponentStateOnlyAsFarAsItIsValid)
     EXPECT_EQ(alone.render(music(), kBlocks), told.render(music(), kBlocks));
 }
 
-TEST_F(Bundle, RefusesIncompleteStates)
+TEST_F(Bundle, RefusesIncompleteStatesAndReportsOneThatItCouldNotWrite)
 {
     const PresetSlot& preset = factoryBank()[7];
     // The prefix and a bank of only two presets.
@@ -255,6 +258,14 @@ TEST_F(Bundle, RefusesIncompleteStates)
             EXPECT_EQ(instance.loadControllerState(part), kResultFalse) << length;
             EXPECT_EQ(instance.controllerState(), before) << length;
         }
+    struct FullStream : MemoryStream {
+        tresult PLUGIN_API write(void* from, int32 size, int32* count) override
+        {
+            return MemoryStream::write(from, size / 2, count);
+        }
+    } full;
+    EXPECT_EQ(instance.controller->getState(&full), kResultFalse);
+    EXPECT_EQ(instance.component->getState(&full), kResultFalse);
     instance.loadControllerState(Bytes(48625, 'x'));
     EXPECT_EQ(instance.controllerState(), before);
     EXPECT_EQ(instance.loadControllerState(fewer), kResultOk);
@@ -394,6 +405,11 @@ TEST_F(Bundle, WidensAMonoInput)
     const std::vector<Signal> out = instance.render({noise(2000, 5)}, kBlocks);
     EXPECT_EQ(out[0], out[1]);
     EXPECT_NE(out[0], Signal(2000, 0.0f));
+
+    Instance narrow(module);
+    EXPECT_EQ(narrow.processor->setBusArrangements(&mono, 1, &mono, 1), kResultTrue);
+    narrow.start();
+    EXPECT_EQ(narrow.render({noise(2000, 5)}, kBlocks)[1], Signal(2000, 0.0f)) << "not in use";
 }
 
 // Here the host has just asked for the latency, so no restart may be requested. Some hosts, while
@@ -425,6 +441,7 @@ TEST_F(Bundle, ReportsAStateAndALatencyToAHostThatPassesNoMessages)
     instance.setHandler();
     EXPECT_EQ(instance.loadControllerState(projectState(module)), kResultOk);
     EXPECT_EQ(instance.handler.edits.size(), kPresetParamCount);
+    EXPECT_EQ(instance.handler.groups.back(), kPresetParamCount);
     EXPECT_EQ(instance.handler.timesDirty, 0) << "loading a project changes it";
     instance.activate(192000.0);
     EXPECT_EQ(instance.render(music(), kBlocks), throughVst2(kSettings, 192000.0));
@@ -481,6 +498,8 @@ TEST_F(Bundle, AnswersCallsWithIndicesOutOfRange)
     wide.symbolicSampleSize = kSample64;
     EXPECT_EQ(instance.process(wide), kResultFalse);
     EXPECT_EQ(instance.controller->getState(nullptr), kInvalidArgument);
+    for (const FIDString name : {FIDString(), "generic"})
+        EXPECT_EQ(instance.controller->createView(name), nullptr);
     for (const Signal& channel : instance.render(music(), kBlocks))
         for (const Sample32 x : channel)
             ASSERT_TRUE(std::isfinite(x)) << "before it is active";
