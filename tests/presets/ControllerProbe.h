@@ -72,7 +72,12 @@ private:
 class EditorProbe : public EditorView, public AttachedEditor {
 public:
     explicit EditorProbe(EditController* owner) : EditorView(owner) { }
-    void setParameter(ParamID id, ParamValue value) override { told.emplace_back(id, value); }
+    void setParameter(ParamID id, ParamValue value) override
+    {
+        told.emplace_back(id, value);
+        if (onTold)
+            onTold();
+    }
     bool isOnOwnThread() const override { return std::this_thread::get_id() == thread; }
     ParamValue currentValue(ParamID id) const override
     {
@@ -80,6 +85,7 @@ public:
     }
 
     Values told;
+    std::function<void()> onTold;
     std::thread::id thread = std::this_thread::get_id();
 };
 

@@ -46,11 +46,34 @@ TEST_F(ControllerThreads, AnEditorIsNotifiedOnlyOnItsOwnThreadAndFinallyOfTheLas
     EXPECT_TRUE(editor.told.empty());
     controller.releaseEditors();
     EXPECT_EQ(std::exchange(editor.told, {}), (Values{{kMS, 1.0}, {kLGainR, 0.75}, {1002, 0.0}}));
-    elsewhere([&] { controller.setParamNormalized(kMS, 0.0); });
+    controller.holdEditors();
+    elsewhere([&] {
+        controller.setParamNormalized(kMS, 0.0);
+        controller.releaseEditors();
+    });
+    EXPECT_TRUE(editor.told.empty());
     editor.takeUpPostponed();
     editor.takeUpPostponed();
     EXPECT_EQ(editor.told, (Values{{kMS, 0.0}}));
     controller.editorRemoved(&editor);
+}
+
+TEST_F(ControllerThreads, AnEditorThatAnotherOneClosesIsNotNotified)
+{
+    for (const bool held : {false, true}) {
+        EditorProbe closing(&controller), closed(&controller);
+        closing.onTold = [&] { controller.editorRemoved(&closed); };
+        controller.editorAttached(&closing);
+        controller.editorAttached(&closed);
+        if (held)
+            controller.holdEditors();
+        controller.setParamNormalized(kMS, 1.0);
+        if (held)
+            controller.releaseEditors();
+        EXPECT_EQ(closing.told, (Values{{kMS, 1.0}}));
+        EXPECT_EQ(closed.told, Values());
+        controller.editorRemoved(&closing);
+    }
 }
 
 TEST_F(ControllerThreads, AnEditorEndsWithTheNewerOfTwoValues)
