@@ -68,6 +68,15 @@ TEST_F(Dialog, TheReleaseThatItTakesLeavesNoButtonPressed)
     EXPECT_TRUE(pumpUntil([&] { return record.has("move 30,30"); }, 1000));
 }
 
+TEST_F(Dialog, ASecondOneDoesNotOpenMeanwhile)
+{
+    programs.install("zenity", "/bin/sleep 0.5; echo /one");
+    const auto second = loadSelector();
+    Script script({[&] { EXPECT_FALSE(second->runModal()); }});
+    EXPECT_TRUE(loadSelector()->runModal());
+    EXPECT_TRUE(script.finished());
+}
+
 TEST_F(Dialog, CancelNoHelperAndInvalidOutputChooseNothing)
 {
     // Without a helper a message is shown, and the call returns at once.
