@@ -65,8 +65,12 @@ TEST_F(CommandLine, AnInterruptionLeavesNoFile)
 {
     // A minute of silence in blocks of one sample takes long enough to interrupt.
     const int files = folder.count();
-    EXPECT_NE(run("render in.wav x.wav --pre-roll 60 --block 1", "timeout -s INT 0.2 env"), 0);
-    EXPECT_EQ(folder.count(), files);
+    for (const auto& [signal, code] : {std::pair{"INT", 130}, {"TERM", 143}, {"HUP", 129}}) {
+        EXPECT_EQ(run("render in.wav x.wav --pre-roll 60 --block 1",
+                      std::string("timeout --preserve-status -s ") + signal + " 0.2 env"),
+                  code);
+        EXPECT_EQ(folder.count(), files) << signal;
+    }
 }
 
 TEST_F(CommandLine, RendersWithoutOutputAndTheSameInAnyBlockSize)
