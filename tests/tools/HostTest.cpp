@@ -20,6 +20,9 @@ TEST(Host, AnswersAnEffectsQueriesAndRecordsItsReports)
     EXPECT_EQ(plugin.reports().automated[0].index, 2);
     EXPECT_EQ(plugin.reports().automated[0].value, 0.75f);
     EXPECT_EQ(plugin.reports().beginEdits, 1) << "reports during opening were lost";
+    EXPECT_EQ(plugin.reports().endEdits, 1);
+    EXPECT_EQ(plugin.reports().windowWidth, 394);
+    EXPECT_EQ(plugin.reports().windowHeight, 560);
     plugin.clearReports();
     EXPECT_TRUE(plugin.reports().automated.empty());
     for (NativePlugin* const untouched : {&old, &other}) {

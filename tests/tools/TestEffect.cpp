@@ -16,8 +16,11 @@ audioMasterCallback askHost = nullptr;
 
 VstIntPtr dispatcher(AEffect* effect, VstInt32 opcode, VstInt32, VstIntPtr, void* ptr, float)
 {
-    if (opcode == effOpen)
+    if (opcode == effOpen) {
         askHost(effect, audioMasterBeginEdit, 0, 0, nullptr, 0.0f);
+        askHost(effect, audioMasterEndEdit, 0, 0, nullptr, 0.0f);
+        askHost(effect, audioMasterSizeWindow, 394, 560, nullptr, 0.0f);
+    }
     if (opcode == effGetEffectName) {
         char product[64] = "";
         askHost(effect, audioMasterGetProductString, 0, 0, product, 0.0f);
