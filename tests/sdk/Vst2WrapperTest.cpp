@@ -384,6 +384,7 @@ TEST_F(WrappedEffect, ARefusedArrangementLeavesAsManyChannelsAsTheComponentHas)
         ASSERT_EQ(host.call(effGetOutputProperties, row.channels - 1, 0, &pin), 1);
         EXPECT_STREQ(pin.label, "Stereo Out");
         EXPECT_EQ(pin.flags, row.channels == 1 ? 1 + 4 : 1 + 2 + 4);
+        EXPECT_EQ(pin.arrangementType, type);
         host.block();
         EXPECT_EQ(host.component->blocks.back().inputs, row.channels);
         EXPECT_EQ(host.component->blocks.back().outputs, row.channels);
