@@ -2,6 +2,8 @@
 // values of the tests depend on every digit of the constants.
 #include "dsp/BandInteractions.h"
 
+#include "dsp/ElementaryFunctions.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -31,8 +33,9 @@ Skirt shelfInteraction(double x, double gainDb, double otherGainDb)
         ratio = cut ? 1.0 : quadratic(238.095, -22.8571, 2.02262, x);
         scale = quadratic(-238.095, 22.8571, 0.977381, x);
     } else if (x < 0.167) {
-        mix = 0.0286114 * std::log(x) + 0.615374;
-        ratio = cut ? -0.273109 * std::log(1.03646 * x) : -0.512777 * std::log(1.92941 * x);
+        mix = 0.0286114 * elementary::logarithm(x) + 0.615374;
+        ratio = cut ? -0.273109 * elementary::logarithm(1.03646 * x)
+                    : -0.512777 * elementary::logarithm(1.92941 * x);
         scale = 1.41891 - 0.833567 * x;
     } else {
         mix = cut ? quadratic(-1.39553, 1.03096, 0.416749, x)
@@ -62,7 +65,8 @@ Skirt bellInteraction(double x, double& q, double& gainDb, double otherGainDb)
     double qFactor = 1.0;
     double gainFactor = 1.0;
     if (xc <= 0.064) {
-        mix = 0.100494 * std::log(373.844 * xc);  // negative, thus no skirt, below 0.0027
+        mix = 0.100494
+            * elementary::logarithm(373.844 * xc);  // negative, thus no skirt, below 0.0027
         ratio = 1.0;
     } else if (xc <= 0.2) {
         mix = quadratic(-2.93607, 1.14277, 0.238889, xc);

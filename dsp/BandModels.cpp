@@ -9,6 +9,7 @@
 #include "dsp/BandModels.h"
 
 #include "dsp/ControlLaws.h"
+#include "dsp/ElementaryFunctions.h"
 #include "params/lookup/FrequencySteps.h"
 
 #include <array>
@@ -165,7 +166,7 @@ const Row& rowFor(const std::array<Row, rows>& table, double stepHz)
 
 double curveW(double g)
 {
-    return std::log10(std::fabs(g) + 1.0) / std::log10(17.0);
+    return elementary::decimalLogarithm(std::fabs(g) + 1.0) / elementary::decimalLogarithm(17.0);
 }
 
 double at(const Line& line, double variable)
@@ -181,7 +182,7 @@ double cube(double w)
 // The corner of a low shelf over the stepped frequency; a high shelf has the inverse.
 double shelfCorner(double g)
 {
-    return g > 0.0 ? 6.54894 - 2.00016 * std::log(g) : 6.75;
+    return g > 0.0 ? 6.54894 - 2.00016 * elementary::logarithm(g) : 6.75;
 }
 
 // The Q of a cut is fixed and very low, that of a boost a quadratic in u.

@@ -3,6 +3,7 @@
 #include "dsp/BiquadFilter.h"
 
 #include "dsp/ControlLaws.h"
+#include "dsp/ElementaryFunctions.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ struct Design {
 
 double warpedQ(const QWarp& warp, double q, double frequency, double sampleRate)
 {
-    return q * (1.0 - std::pow(frequency / (sampleRate * warp.edge), warp.power));
+    return q * (1.0 - elementary::power(frequency / (sampleRate * warp.edge), warp.power));
 }
 
 // clang-format off
@@ -39,7 +40,7 @@ QWarp warpOf(FilterType type)
 Design secondOrder(FilterType type, double s, double c, double qw, double gainDb)
 {
     const double alpha = s / (2.0 * qw);
-    const double A = std::pow(10.0, gainDb / 40.0);
+    const double A = elementary::powerOfTen(gainDb / 40.0);
     const double P = A + 1.0;
     const double M = A - 1.0;
     const double B = std::sqrt(A) / qw;
@@ -138,7 +139,7 @@ void BiquadFilter::setLimitDrive(double drive)
     }
     // The ceiling falls as drive and frequency rise, and rises with Q.
     const double load = drive * (44100.0 / sampleRate) * 3.0 * frequency * 0.01;
-    limitCeiling = 1000.0 / (load / std::pow(q, 0.75));
+    limitCeiling = 1000.0 / (load / elementary::power(q, 0.75));
     limitSlope = 1.0 / limitCeiling;
     limitEnabled = 1;
 }
@@ -184,8 +185,8 @@ void BiquadFilter::designCoefficients()
         return;  // the signal passes unchanged
 
     const double w = frequency * kTwoPi / sampleRate;
-    const double s = std::sin(w);
-    const double c = std::cos(w);
+    const double s = elementary::sine(w);
+    const double c = elementary::cosine(w);
     if (type == FilterType::HighPass1) {
         const double k = c / (1.0 + s);
         a1 = -k;

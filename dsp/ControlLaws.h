@@ -1,6 +1,7 @@
 // The laws from knob positions to levels, and related conversions.
 #pragma once
 
+#include "dsp/ElementaryFunctions.h"
 #include "params/lookup/Truncate.h"
 
 #include <algorithm>
@@ -29,7 +30,7 @@ inline double levelDb(double position)
 
 inline double decibelsToGain(double db)
 {
-    return std::pow(10.0, db / 20.0);
+    return elementary::powerOfTen(db / 20.0);
 }
 
 // The length of every gain and filter glide, 150 ms, in samples.

@@ -2,6 +2,7 @@
 #include "dsp/StripProcessorQB9.h"
 
 #include "dsp/ControlLaws.h"
+#include "dsp/ElementaryFunctions.h"
 #include "params/lookup/FrequencySteps.h"
 #include "params/lookup/LookupStep.h"
 
@@ -34,9 +35,9 @@ void StripProcessorQB9::setSampleRate(double rate)
 void StripProcessorQB9::setDrive(double v)
 {
     const double db = levelDb(v);
-    driveGainTarget = std::pow(10.0, db * 0.05);
+    driveGainTarget = elementary::powerOfTen(db * 0.05);
     // 3.1 % of the drive in dB is not compensated.
-    driveMakeupTarget = std::pow(10.0, db * 0.031 * 0.05);
+    driveMakeupTarget = elementary::powerOfTen(db * 0.031 * 0.05);
 }
 
 void StripProcessorQB9::setHpf(double v)
@@ -53,7 +54,7 @@ void StripProcessorQB9::setHpf(double v)
 
 void StripProcessorQB9::setOutput(double v)
 {
-    outputGainTarget = std::pow(10.0, levelDb(v) * 0.05);
+    outputGainTarget = elementary::powerOfTen(levelDb(v) * 0.05);
 }
 
 // Switching off keeps the filter enabled; it is only no longer called.
@@ -63,7 +64,7 @@ void StripProcessorQB9::set28k(double v)
     if (on == boostOn)
         return;
     boostOn = on;
-    boostGain = std::pow(10.0, 0.325);  // 6.5 dB
+    boostGain = elementary::powerOfTen(0.325);  // 6.5 dB
     if (boostBand.sampleRate != sampleRate)
         boostBand.setSampleRate(sampleRate);
     boostBand.setFrequency(28000.0);

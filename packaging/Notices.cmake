@@ -14,6 +14,8 @@ endfunction()
 # Licence texts of linked libraries, from their Debian packages.
 paragraph(/usr/share/doc/libcli11-dev/copyright "License: BSD-3-clause" bsd)
 paragraph(/usr/share/doc/nlohmann-json3-dev/copyright "License: Expat" expat)
+paragraph(/usr/share/doc/libxsimd-dev/copyright "License: BSL-1.0" bsl)
+paragraph(/usr/share/doc/libxsimd-dev/copyright "License: SunPro" sunpro)
 paragraph(/usr/share/doc/mingw-w64-common/copyright "Files: *" mingw)
 string(REGEX REPLACE "^.*\nLicense: " "License: " zpl "${mingw}")
 

@@ -5,7 +5,7 @@ set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config juce-modules-source-data
        g++-mingw-w64-x86-64-posix libcairo2-dev libx11-dev libsndfile1-dev libcli11-dev
-       nlohmann-json3-dev)
+       nlohmann-json3-dev libxsimd-dev)
 demo=(wine wine64 gnuplot-nox sonic-pi-samples fonts-liberation)
 manual=(gnuplot-nox pandoc weasyprint fonts-liberation)
 package=("${manual[@]}" nsis dpkg-dev lintian)

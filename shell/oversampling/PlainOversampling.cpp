@@ -3,6 +3,8 @@
 // The order of the additions is part of the result, which the kernels have to match bit for bit.
 #include "shell/oversampling/PlainOversampling.h"
 
+#include "dsp/ElementaryFunctions.h"
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -17,12 +19,11 @@ void designHalfBand(double* coeffs, int half)
 {
     const double taps = 2 * half - 1;
     for (int i = 0; i < half; ++i) {
-        double v =
-            i == 0 ? 0.5 : std::sin(i * kPi * 0.5) / (std::sin(i * kPi / taps) * (taps + 1.0));
-        v *= 0.42 + 0.5 * std::cos(2.0 * kPi * i / taps) + 0.08 * std::cos(4.0 * kPi * i / taps);
-        // Rounding errors in place of the zeros at even distances. The stages skip these taps.
-        if (std::abs(v) < 1e-16)
-            v = 0.0;
+        // sin(i * pi / 2). The stages skip the taps at even distances.
+        const double sign = i % 2 == 0 ? 0.0 : i % 4 == 1 ? 1.0 : -1.0;
+        double v = i == 0 ? 0.5 : sign / (elementary::sine(i * kPi / taps) * (taps + 1.0));
+        v *= 0.42 + 0.5 * elementary::cosine(2.0 * kPi * i / taps)
+            + 0.08 * elementary::cosine(4.0 * kPi * i / taps);
         coeffs[half - 1 + i] = 2.0 * v;
         coeffs[half - 1 - i] = 2.0 * v;
     }
