@@ -84,6 +84,16 @@ Roots rootsOf(double k2, double k1, double k0)
     return {(-k1 - root) / (2.0 * k2), 0.0, (-k1 + root) / (2.0 * k2), 0.0};
 }
 
+double limitedFrequency(double hz, double sampleRate)
+{
+    return limited(hz, 0.001, sampleRate * 0.499);
+}
+
+double limitedQ(double q)
+{
+    return limited(q, 0.0001, 1000.0);
+}
+
 }  // namespace
 
 BiquadFilter::BiquadFilter(double sampleRate, FilterType type, double frequency, double q,
@@ -104,13 +114,25 @@ void BiquadFilter::setSampleRate(double rate)
 
 void BiquadFilter::setFrequency(double hz)
 {
-    frequency = limited(hz, 0.001, sampleRate * 0.499);
-    redesign();
+    design(limitedFrequency(hz, sampleRate), q);
 }
 
 void BiquadFilter::setQ(double quality)
 {
-    q = limited(quality, 0.0001, 1000.0);
+    design(frequency, limitedQ(quality));
+}
+
+void BiquadFilter::setFrequencyAndQ(double hz, double quality)
+{
+    design(limitedFrequency(hz, sampleRate), limitedQ(quality));
+}
+
+void BiquadFilter::design(double hz, double quality)
+{
+    if (isDesigned() && hz == frequency && quality == q)
+        return;
+    frequency = hz;
+    q = quality;
     redesign();
 }
 
@@ -175,6 +197,7 @@ void BiquadFilter::redesign()
 {
     designCoefficients();
     placePolesAndZeros();
+    everDesigned = true;
 }
 
 void BiquadFilter::designCoefficients()

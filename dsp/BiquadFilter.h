@@ -22,9 +22,10 @@ public:
     // Hz, Hz, dB, without limits. The filter starts disabled; a setter designs it.
     BiquadFilter(double sampleRate, FilterType type, double frequency, double q, double gainDb);
 
-    void setSampleRate(double rate);   // Hz; outside 20000 to 400000: 44100. Keeps the frequency
-    void setFrequency(double hz);      // limited to 0.001 Hz .. 0.499 of the rate
-    void setQ(double quality);         // limited to 0.0001 .. 1000
+    void setSampleRate(double rate);  // Hz; outside 20000 to 400000: 44100. Keeps the frequency
+    void setFrequency(double hz);     // limited to 0.001 Hz .. 0.499 of the rate
+    void setQ(double quality);        // limited to 0.0001 .. 1000
+    void setFrequencyAndQ(double hz, double quality);  // with one design
     void setEnabled(int on);           // 0 or 1; an unchanged value does not design again
     void setInstant(bool atOnce);      // also ends a running glide, whatever the value
     void setLimitDrive(double drive);  // 0 and less: no limiter
@@ -72,6 +73,8 @@ public:
     double x1 = 0.0, x2 = 0.0, y1 = 0.0, y2 = 0.0;
 
 protected:
+    // Whether another design from the same settings would change nothing; a glide would start anew.
+    bool isDesigned() const { return everDesigned && instant; }
     bool isOff() const { return !enabled && rampCount == 0; }
     void clearHistory() { x1 = x2 = y1 = y2 = 0.0; }
     void redesign();
@@ -97,6 +100,9 @@ protected:
     }
 
 private:
+    bool everDesigned = false;
+
+    void design(double hz, double quality);  // unless nothing would change
     void designCoefficients();
     void placePolesAndZeros();
     Coefficients glide();

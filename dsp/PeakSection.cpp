@@ -32,15 +32,23 @@ void PeakSection::setQ(double quality)
 
 void PeakSection::setHighSkirt(double mix, double ratio)
 {
-    highSkirtMix = limited(mix, 0.0, 1.0);
-    highSkirtRatio = ratio < 1.0 ? 1.0 : ratio;
-    update();
+    setAll(frequency, q, mix, ratio, lowSkirtMix, lowSkirtRatio);
 }
 
 void PeakSection::setLowSkirt(double mix, double ratio)
 {
-    lowSkirtMix = limited(mix, 0.0, 1.0);
-    lowSkirtRatio = ratio > 1.0 ? 1.0 : ratio;
+    setAll(frequency, q, highSkirtMix, highSkirtRatio, mix, ratio);
+}
+
+void PeakSection::setAll(double hz, double quality, double highMix, double highRatio, double lowMix,
+                         double lowRatio)
+{
+    frequency = hz;
+    q = quality;
+    highSkirtMix = limited(highMix, 0.0, 1.0);
+    highSkirtRatio = highRatio < 1.0 ? 1.0 : highRatio;
+    lowSkirtMix = limited(lowMix, 0.0, 1.0);
+    lowSkirtRatio = lowRatio > 1.0 ? 1.0 : lowRatio;
     update();
 }
 
@@ -95,10 +103,9 @@ void PeakSection::update()
         if (highSkirtHz > upperEdge * 4.0)
             highSkirtHz = upperEdge * 4.0;
     }
-    main.setFrequency(frequency);
+    main.setFrequencyAndQ(frequency, q);
     highSkirt.setFrequency(highSkirtHz);
     lowSkirt.setFrequency(lowSkirtHz);
     highSkirt.setWet(highSkirtMix);
     lowSkirt.setWet(lowSkirtMix);
-    main.setQ(q);
 }

@@ -16,7 +16,9 @@ public:
     // centre: at least 1 for the high-pass, at most 1 for the low-pass.
     void setHighSkirt(double mix, double ratio);
     void setLowSkirt(double mix, double ratio);
-    void setEnabled();  // a section cannot be disabled again
+    void setAll(double hz, double quality, double highMix, double highRatio, double lowMix,
+                double lowRatio);  // of the above, with one design for each filter
+    void setEnabled();             // a section cannot be disabled again
     void setInstant();
     void setLimitBias(double bias);
     void setLimitDrive(double drive);  // for the main filter; the skirts have no limiter

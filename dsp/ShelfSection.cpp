@@ -24,6 +24,12 @@ void ShelfSection::setFrequency(double hz)
 
 void ShelfSection::setSkirt(double mix, double ratio)
 {
+    setAll(frequency, mix, ratio);
+}
+
+void ShelfSection::setAll(double hz, double mix, double ratio)
+{
+    frequency = hz;
     skirtMix = limited(mix, 0.0, 1.0);
     skirtRatio = ratio;
     update();

@@ -11,7 +11,8 @@ public:
     void setSampleRate(double rate);          // Hz; limited by the filters
     void setFrequency(double hz);             // limited by the filters
     void setSkirt(double mix, double ratio);  // mix limited to 0 .. 1; ratio of the frequencies
-    void setEnabled();                        // a section cannot be disabled again
+    void setAll(double hz, double mix, double ratio);  // with one design for each filter
+    void setEnabled();                                 // a section cannot be disabled again
     void setInstant();
     void setLimitBias(double bias);
     void setLimitDrive(double drive);  // for the main filter; the skirt has no limiter

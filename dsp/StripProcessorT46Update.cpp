@@ -215,11 +215,10 @@ void StripProcessorT46::applyShelf(ShelfSection& section, double frequency, doub
 {
     if (section.sampleRate != sampleRate)
         section.setSampleRate(sampleRate);
-    section.setFrequency(frequency);
+    section.setAll(frequency, mix, ratio);
     section.setEnabled();
     section.setLimitBias(kSectionLimitBias);
     section.setLimitDrive(sectionLimitDrive);
-    section.setSkirt(mix, ratio);
 }
 
 void StripProcessorT46::applyBell(PeakSection& section, double frequency, double q, double highMix,
@@ -227,13 +226,10 @@ void StripProcessorT46::applyBell(PeakSection& section, double frequency, double
 {
     if (section.sampleRate != sampleRate)
         section.setSampleRate(sampleRate);
-    section.setFrequency(frequency);
-    section.setQ(q);
+    section.setAll(frequency, q, highMix, highRatio, lowMix, lowRatio);
     section.setEnabled();
     section.setLimitBias(kSectionLimitBias);
     section.setLimitDrive(sectionLimitDrive);
-    section.setHighSkirt(highMix, highRatio);
-    section.setLowSkirt(lowMix, lowRatio);
 }
 
 void StripProcessorT46::startGainRamp()

@@ -6,7 +6,8 @@ void WetBiquadFilter::setWet(double wet)
 {
     wetTarget = limited(wet, 0.0, 1.0);
     wetStep = stepTo(wetTarget, wetCurrent);
-    redesign();
+    if (!isDesigned())
+        redesign();
 }
 
 void WetBiquadFilter::process(double* buffer, int count)
