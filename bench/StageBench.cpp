@@ -1,8 +1,8 @@
-// Single stages. A stage processes one stereo sub-block of 16 host frames in place, as in
-// PitchNamesProcessor; to add one, write its factory and add a line to kStages.
+// Single stages. A stage processes the stereo sub-blocks of 16 host frames of a block in place, as
+// in PitchNamesProcessor; to add one, write its factory and add a line to kStages.
 #include "bench/Benches.h"
 #include "bench/Measurement.h"
-#include "dsp/lanes/StripChain.h"
+#include "dsp/lanes/StripRun.h"
 #include "shell/oversampling/Oversampling.h"
 
 #include <algorithm>
@@ -15,17 +15,24 @@ namespace {
 
 constexpr int kFrames = 16;
 constexpr double kStripRate = 192000.0;  // Hz, four times 48 kHz
-constexpr int kSubBlocks = 256;          // in one measurement
+constexpr int kSubBlocks = 32;           // in one block
+constexpr int kBlocks = 8;               // in one measurement
 
-// Processes `count` samples of each channel in place.
-using RunStage = std::function<void(double* left, double* right, int count)>;
+// A block of 512 host frames: sub-block i is in [i].
+struct Block {
+    double left[kSubBlocks][64], right[kSubBlocks][64];
+};
+
+// Processes a block in place, with `count` samples in each sub-block of a channel.
+using RunStage = std::function<void(Block& block, int count)>;
 
 template <int kMode>
 RunStage up(ProcessingForm form)
 {
     const auto stage = std::make_shared<Oversampling>(form);
-    return [stage](double* left, double* right, int count) {
-        stage->raiseRate(kMode, {left, right}, count);
+    return [stage](Block& block, int count) {
+        for (int i = 0; i < kSubBlocks; ++i)
+            stage->raiseRate(kMode, {block.left[i], block.right[i]}, count);
     };
 }
 
@@ -33,8 +40,9 @@ template <int kMode>
 RunStage down(ProcessingForm form)
 {
     const auto stage = std::make_shared<Oversampling>(form);
-    return [stage](double* left, double* right, int count) {
-        stage->lowerRate(kMode, {left, right}, count);
+    return [stage](Block& block, int count) {
+        for (int i = 0; i < kSubBlocks; ++i)
+            stage->lowerRate(kMode, {block.left[i], block.right[i]}, count);
     };
 }
 
@@ -81,11 +89,28 @@ RunStage strips(ProcessingForm form)
             switchBandsOn(one.first);
             switchBandsOn(one.second);
         }
+        if (kInCircuit == InCircuit::Everything) {
+            one.first.setOutputTransformerDisable(1.0);
+            one.second.setInputTransformerDisable(1.0);
+        }
         chains[c] = {kHasPreamp ? &one.preamp : nullptr, kHasStrip ? &one.first : nullptr,
                      kInCircuit == InCircuit::Everything ? &one.second : nullptr};
     }
-    return [pair, chains, form](double* left, double* right, int count) {
-        processStrips(form, chains[0], chains[1], left, right, count);
+    // What comes out is an earlier sub-block, in place of the one that went in.
+    return [pair, chains, form](Block& block, int count) {
+        StripRun run(form, chains[0], &chains[1]);
+        int finished = 0;
+        for (int i = 0; i < kSubBlocks; ++i) {
+            double left[64], right[64];
+            std::copy_n(block.left[i], count, left);
+            std::copy_n(block.right[i], count, right);
+            if (run.push(left, right, count)) {
+                std::copy_n(left, count, block.left[finished]);
+                std::copy_n(right, count, block.right[finished++]);
+            }
+        }
+        while (finished < kSubBlocks && run.flush(block.left[finished], block.right[finished]))
+            ++finished;
     };
 }
 
@@ -121,37 +146,37 @@ public:
     Input()
     {
         std::mt19937 random(16);
-        for (double& x : samples)
-            x = static_cast<double>(random()) / 8589934592.0 - 0.25;  // -0.25 to 0.25
+        for (Block& block : blocks)
+            for (auto* channel : {&block.left, &block.right})
+                for (auto& subBlock : *channel)
+                    for (double& x : subBlock)  // -0.25 to 0.25
+                        x = static_cast<double>(random()) / 8589934592.0 - 0.25;
     }
-    const double* subBlock(int number, int channel) const
-    {
-        return samples.data() + (number * 2 + channel) * 64;
-    }
+    const Block& block(int number) const { return blocks[static_cast<std::size_t>(number)]; }
 
 private:
-    std::array<double, kSubBlocks * 2 * 64> samples;
+    std::array<Block, kBlocks> blocks;
 };
 
-// Processes the whole input; `sink` gets every sub-block of output.
+// Processes the whole input; `sink` gets every block of output.
 template <typename Sink>
 void play(const Stage& stage, const RunStage& run, const Input& input, Sink sink)
 {
-    for (int i = 0; i < kSubBlocks; ++i) {
-        double left[64], right[64];
-        std::copy_n(input.subBlock(i, 0), stage.in, left);
-        std::copy_n(input.subBlock(i, 1), stage.in, right);
-        run(left, right, stage.in);
-        sink(left, right);
+    for (int i = 0; i < kBlocks; ++i) {
+        Block block = input.block(i);
+        run(block, stage.in);
+        sink(block);
     }
 }
 
 std::uint64_t hashOf(const Stage& stage, const RunStage& run, const Input& input)
 {
     Hash hash;
-    play(stage, run, input, [&](const double* left, const double* right) {
-        hash.add(left, stage.out);
-        hash.add(right, stage.out);
+    play(stage, run, input, [&](const Block& block) {
+        for (int i = 0; i < kSubBlocks; ++i) {
+            hash.add(block.left[i], stage.out);
+            hash.add(block.right[i], stage.out);
+        }
     });
     return hash.value();
 }
@@ -175,10 +200,10 @@ void benchStages(const Selection& selection, Report& report)
             for (Contestant& contestant : contestants)
                 contestant.times.record(0, nanosecondsOf([&] {
                                             play(stage, contestant.run, *input,
-                                                 [](auto*, auto*) {});
+                                                 [](const Block&) {});
                                         }));
         for (std::size_t i = 0; i < contestants.size(); ++i)
-            row.results[i].value = contestants[i].times.mean() / (kSubBlocks * kFrames);
+            row.results[i].value = contestants[i].times.mean() / (kBlocks * kSubBlocks * kFrames);
         report.add(row);
     }
 }

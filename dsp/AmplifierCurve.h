@@ -11,7 +11,7 @@ constexpr double kAmplifierCurveEnd = 4.2;  // of the excess: 7.0 - 2.8
 // 0.8^x for 0 .. 4.2, within 2 units in the last place; also for a vector. The polynomial that
 // equals it at the 13 Chebyshev points of this range, expanded about 2.
 template <class Real>
-Real powerOfFourFifths(Real x)
+[[gnu::always_inline]] inline Real powerOfFourFifths(Real x)
 {
     constexpr double kCoefficients[] = {
         -1.0998302581891153e-15, 5.39883362664161e-14,   -2.4191987556089984e-12,

@@ -9,7 +9,7 @@ constexpr double kTransformerSlopeBeyond = 0.00333;
 
 // For a magnitude up to the knee, or a vector of magnitudes.
 template <class Real>
-constexpr Real transformerCubic(Real a)
+[[gnu::always_inline]] constexpr Real transformerCubic(Real a)
 {
     return -0.000824844 * (a * a * a) + 0.000705321 * (a * a) + 0.998081 * a;
 }

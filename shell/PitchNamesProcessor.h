@@ -5,7 +5,7 @@
 // It has no state that hosts store: every setting reaches it as a parameter change.
 #pragma once
 
-#include "dsp/lanes/StripChain.h"
+#include "dsp/lanes/StripRun.h"
 #include "shell/oversampling/Oversampling.h"
 
 #include "public.sdk/source/vst/vstaudioeffect.h"
@@ -52,8 +52,6 @@ protected:
     void passStereo(Sample32** inputs, Sample32** outputs, int32 n);
     void passMono(Sample32** inputs, Sample32** outputs, int32 n);
     void startBlockPolarity(Sample32** inputs, int32 n);
-    void runStripsStereo(double* l, double* r, int count);
-    void runStripsMono(double* x, int count);
     StripChain leftChain() const;
     StripChain rightChain() const;
     void writeStereo(Sample32* outL, Sample32* outR, int count) const;

@@ -80,20 +80,34 @@ void PitchNamesProcessor::processStereo(Sample32** inputs, Sample32** outputs, i
     const SubBlock work{workL, workR};
 
     startBlockPolarity(inputs, n);
+    const StripChain left = leftChain();
+    const StripChain right = rightChain();
+    StripRun strips(processingForm, left, &right);
+    int written = 0;
+    const auto finish = [&](int count) {
+        if (midSideOn)
+            decodeMidSide(workL, workR, count);
+        const int sub = oversampling.lowerRate(oversampleMode, work, count);
+        writeStereo(outL + written, outR + written, sub);
+        written += sub;
+    };
     for (int done = 0; done < n;) {
         const int sub = std::min(kSubBlock, n - done);
         widen(inL + done, workL, sub);
         widen(inR + done, workR, sub);
+        done += sub;
         const int count = oversampling.raiseRate(oversampleMode, work, sub);
         if (midSideOn)
             encodeMidSide(workL, workR, count);
-        runStripsStereo(workL, workR, count);
-        if (midSideOn)
-            decodeMidSide(workL, workR, count);
-        oversampling.lowerRate(oversampleMode, work, count);
-        writeStereo(outL + done, outR + done, sub);
-        done += sub;
+        if (!phaseDoneForBlock)
+            applyPolarity(left.preamp, right.preamp, workL, workR, count,
+                          &StripProcessorQB9::applyPhase, &StripProcessorQB9::applyPhaseLinked);
+        // The strips give back an earlier sub-block, or none yet.
+        if (const int finished = strips.push(workL, workR, count))
+            finish(finished);
     }
+    while (const int finished = strips.flush(workL, workR))
+        finish(finished);
 }
 
 // A mono signal is its own mid channel: in Mid/Side operation the strips see it doubled.
@@ -104,13 +118,17 @@ void PitchNamesProcessor::processMono(Sample32** inputs, Sample32** outputs, int
     const SubBlock work{workL, nullptr};
 
     startBlockPolarity(inputs, n);
+    const StripChain chain = leftChain();
+    StripRun strips(processingForm, chain, nullptr);
     for (int done = 0; done < n;) {
         const int sub = std::min(kSubBlock, n - done);
         widen(in + done, workL, sub);
         const int count = oversampling.raiseRate(oversampleMode, work, sub);
         if (midSideOn)
             scale(workL, 2.0, count);
-        runStripsMono(workL, count);
+        if (!phaseDoneForBlock && chain.preamp)
+            chain.preamp->applyPhase(workL, count);
+        strips.push(workL, nullptr, count);  // one channel comes back at once
         if (midSideOn)
             scale(workL, 0.5, count);
         oversampling.lowerRate(oversampleMode, work, count);
@@ -146,18 +164,16 @@ void PitchNamesProcessor::startBlockPolarity(Sample32** inputs, int32 n)
     if (midSideOn || n <= kSubBlock)
         return;
     phaseDoneForBlock = 1;
-    if (!powerOn)
-        return;
     // Without a right input, a change of the right strip stays pending.
     applyPolarity(leftChain().preamp, stereoIn ? rightChain().preamp : nullptr, inputs[0],
                   stereoIn ? inputs[1] : nullptr, n, &StripProcessorQB9::applyPhaseFloat,
                   &StripProcessorQB9::applyPhaseLinkedFloat);
 }
 
-// The strips of a channel; none if it is bypassed.
+// The strips of a channel; none if it is bypassed or the power is off.
 StripChain PitchNamesProcessor::leftChain() const
 {
-    if (!channel1Active)
+    if (!powerOn || !channel1Active)
         return {};
     return {preampOn ? preampStripL.get() : nullptr, eqStripL.get(),
             secondaryOn ? eqStripL2.get() : nullptr};
@@ -165,32 +181,10 @@ StripChain PitchNamesProcessor::leftChain() const
 
 StripChain PitchNamesProcessor::rightChain() const
 {
-    if (!channel2Active)
+    if (!powerOn || !channel2Active)
         return {};
     return {preampOn ? preampStripR.get() : nullptr, eqStripR.get(),
             secondaryOn ? eqStripR2.get() : nullptr};
-}
-
-void PitchNamesProcessor::runStripsStereo(double* l, double* r, int count)
-{
-    if (!powerOn)
-        return;
-    const StripChain left = leftChain();
-    const StripChain right = rightChain();
-    if (!phaseDoneForBlock)
-        applyPolarity(left.preamp, right.preamp, l, r, count, &StripProcessorQB9::applyPhase,
-                      &StripProcessorQB9::applyPhaseLinked);
-    processStrips(processingForm, left, right, l, r, count);
-}
-
-void PitchNamesProcessor::runStripsMono(double* x, int count)
-{
-    if (!powerOn)
-        return;
-    const StripChain chain = leftChain();
-    if (!phaseDoneForBlock && chain.preamp)
-        chain.preamp->applyPhase(x, count);
-    processStrips(processingForm, chain, {}, x, nullptr, count);
 }
 
 // Selects the output by the channel mode; sums and differences are not scaled.

@@ -4,8 +4,8 @@
 // that are always 0. With finite samples such a term could only change the sign of a zero, and
 // adding 1e-36 to every output removes that sign anyway.
 //
-// step(x, row, ending) filters one row; `ending` is set for the last two rows of a block.
-// writeBack() copies the history after the block to the plain filters.
+// step(x, row, ending) filters one row; `ending` is set for the last two rows of a run. A filter
+// may make several runs before writeBack() copies its history to the plain filters.
 #pragma once
 
 #include "dsp/WetBiquadFilter.h"
@@ -45,6 +45,11 @@ struct History {
     Vec<N> x1, x2, y1, y2;
 };
 
+// For stages that do nothing at the end of a run.
+struct WithoutRunEnd {
+    ZKR_INLINE void endRun() { }
+};
+
 template <class Vector>
 ZKR_INLINE Vector withoutDenormals(Vector y)
 {
@@ -55,7 +60,7 @@ ZKR_INLINE Vector withoutDenormals(Vector y)
 
 // First order: b1 = b2 = a2 = 0.
 template <int N>
-struct LowPass1 {
+struct LowPass1 : WithoutRunEnd {
     ZKR_INLINE explicit LowPass1(const Filters<N>& filters)
         : b0(filters.get(&BiquadFilter::b0)), a1(filters.get(&BiquadFilter::a1)), history(filters),
           y1(history.y1)
@@ -78,7 +83,7 @@ struct LowPass1 {
 // First order: b1 = -b0, so that b1 * x1 is the negated product b0 * x of the row before;
 // b2 = a2 = 0.
 template <int N>
-struct HighPass1 {
+struct HighPass1 : WithoutRunEnd {
     ZKR_INLINE explicit HighPass1(const Filters<N>& filters)
         : b0(filters.get(&BiquadFilter::b0)), a1(filters.get(&BiquadFilter::a1)), history(filters),
           bx1(b0 * history.x1), y1(history.y1)
@@ -102,7 +107,7 @@ struct HighPass1 {
 
 // Second order: b1 = 0, b2 = -b0.
 template <int N>
-struct BandPass {
+struct BandPass : WithoutRunEnd {
     ZKR_INLINE explicit BandPass(const Filters<N>& filters)
         : b0(filters.get(&BiquadFilter::b0)), a1(filters.get(&BiquadFilter::a1)),
           a2(filters.get(&BiquadFilter::a2)), history(filters), bx1(b0 * history.x1),
@@ -130,7 +135,7 @@ struct BandPass {
 
 // Second order, all coefficients.
 template <int N>
-struct SecondOrder {
+struct SecondOrder : WithoutRunEnd {
     ZKR_INLINE explicit SecondOrder(const Filters<N>& filters)
         : b0(filters.get(&BiquadFilter::b0)), b1(filters.get(&BiquadFilter::b1)),
           b2(filters.get(&BiquadFilter::b2)), a1(filters.get(&BiquadFilter::a1)),
@@ -162,6 +167,7 @@ struct Wet {
     {
         return filter.step(x, row, ending) * wet + x * dry;
     }
+    ZKR_INLINE void endRun() { }
     ZKR_INLINE void writeBack() const
     {
         filter.writeBack();

@@ -1,8 +1,6 @@
 // Vectors with a channel in each lane, and their operations. Local to the file that includes it.
 #pragma once
 
-#include <emmintrin.h>
-
 #define ZKR_INLINE [[gnu::always_inline]] inline
 
 namespace {
@@ -29,11 +27,8 @@ struct Lanes {
         return reinterpret_cast<Vector>(reinterpret_cast<Bits>(size)
                                         | (reinterpret_cast<Bits>(sign) & ~kMagnitude));
     }
-    ZKR_INLINE static bool anyAbove(Vector v, double limit)
-    {
-        const Bits above = v > limit;
-        return _mm_movemask_pd(reinterpret_cast<__m128d>(above)) != 0;
-    }
+    ZKR_INLINE static Vector larger(Vector a, Vector b) { return a > b ? a : b; }
+    ZKR_INLINE static Vector smaller(Vector a, Vector b) { return a < b ? a : b; }
 
     static constexpr long long kMagnitude = 0x7fffffffffffffff;
 };
@@ -49,7 +44,8 @@ struct Lanes<1> {
     {
         return __builtin_copysign(size, sign);
     }
-    ZKR_INLINE static bool anyAbove(double v, double limit) { return v > limit; }
+    ZKR_INLINE static double larger(double a, double b) { return a > b ? a : b; }
+    ZKR_INLINE static double smaller(double a, double b) { return a < b ? a : b; }
 };
 
 template <int N>
@@ -76,10 +72,14 @@ struct PerLane {
     }
     ZKR_INLINE Vec<N> get(double Object::*value) const
     {
-        double values[N];
-        for (int k = 0; k < N; ++k)
-            values[k] = lane[k]->*value;
-        return Lanes<N>::load(values);
+        if constexpr (N == 1) {
+            return lane[0]->*value;
+        } else {
+            Vec<N> values{};
+            for (int k = 0; k < N; ++k)
+                values[k] = lane[k]->*value;
+            return values;
+        }
     }
     ZKR_INLINE void set(double Object::*value, Vec<N> v) const
     {
