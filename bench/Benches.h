@@ -1,4 +1,4 @@
-// The three benchmarks.
+// The benchmarks.
 #pragma once
 
 #include "bench/Report.h"
@@ -16,7 +16,7 @@ struct Selection {
     bool wantsChain(const char* name) const { return chain.empty() || chain == name; }
     bool wantsRate(double hz) const { return rate > 0.0 ? hz == rate : !quick || hz == 48000.0; }
     bool wantsBlock(int n) const { return block > 0 ? n == block : !quick || n == 512; }
-    int repetitions() const { return quick ? 4 : 7; }
+    int repetitions() const { return quick ? 10 : 15; }
 };
 
 // Single stages of the audio path, on sub-blocks of 16 frames.
@@ -27,3 +27,9 @@ void benchChains(const Selection& selection, Report& report);
 
 // Single blocks: one in which every parameter changes, and the first one after activation.
 void benchTransients(const Selection& selection, Report& report);
+
+// Loud and quiet signals through a driven chain.
+void benchLoudness(const Selection& selection, Report& report);
+
+// Many instances in turn.
+void benchInstances(const Selection& selection, Report& report);

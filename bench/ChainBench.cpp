@@ -3,29 +3,31 @@
 #include "bench/Chains.h"
 #include "bench/Measurement.h"
 
+#include <algorithm>
 #include <map>
 
 namespace {
 
-constexpr int kChunk = 4096;  // frames in one measurement
-constexpr int kSettlingChunks = 4;
-constexpr int kMusicChunks = 12;
-constexpr int kSilentChunks = 32;  // long enough for every filter to decay
-constexpr int kTinyChunks = 12;
+constexpr int kChunk = 512;          // frames in one measurement, if the block is not longer
+constexpr int kSettling = 2 * 4096;  // frames
+constexpr int kMusic = 4 * 4096;
+constexpr int kSilent = 32 * 4096;  // long enough for every filter to decay
+constexpr int kTiny = 4 * 4096;
 
 struct Section {
     const char* name;
     StereoSignal signal;
-    int chunks;
     bool timed;
+
+    int frames() const { return static_cast<int>(signal[0].size()); }
 };
 
 std::vector<Section> sections()
 {
-    return {{"settling", musicLikeNoise(kSettlingChunks * kChunk), kSettlingChunks, false},
-            {"music", musicLikeNoise(kMusicChunks * kChunk), kMusicChunks, true},
-            {"silence", silence(kSilentChunks * kChunk), kSilentChunks, true},
-            {"1e-40", tinyNoise(kTinyChunks * kChunk), kTinyChunks, true}};
+    return {{"settling", musicLikeNoise(kSettling), false},
+            {"music", musicLikeNoise(kMusic), true},
+            {"silence", silence(kSilent), true},
+            {"1e-40", tinyNoise(kTiny), true}};
 }
 
 // The measurements of one form in one section.
@@ -44,20 +46,21 @@ Scores play(const Chain& chain, double rate, int block, int repetitions,
     for (const ProcessingForm form : ProcessingForms())
         fresh.push_back({form, {}, {}});
     Scores scores(program.size(), fresh);
+    const int chunkFrames = std::max(kChunk, block);
     for (int repetition = 0; repetition < repetitions; ++repetition) {
         std::vector<std::unique_ptr<Player>> players;
         for (const Score& score : fresh)
             players.push_back(std::make_unique<Player>(score.form, rate, chain.settings));
         for (std::size_t s = 0; s < program.size(); ++s)
-            for (int chunk = 0; chunk < program[s].chunks; ++chunk)
+            for (int chunk = 0; chunk < program[s].frames() / chunkFrames; ++chunk)
                 for (std::size_t f = 0; f < players.size(); ++f) {
                     Player& player = *players[f];
-                    player.load(program[s].signal, chunk * kChunk, kChunk);
+                    player.load(program[s].signal, chunk * chunkFrames, chunkFrames);
                     const double time = nanosecondsOf([&] { player.play(block); });
                     scores[s][f].times.record(static_cast<std::size_t>(chunk), time);
                     if (repetition == 0)
                         for (const std::vector<float>& channel : player.output())
-                            scores[s][f].hash.add(channel.data(), kChunk);
+                            scores[s][f].hash.add(channel.data(), chunkFrames);
                 }
     }
     return scores;
@@ -99,8 +102,9 @@ void benchChains(const Selection& selection, Report& report)
                         continue;
                     Case row{"chain", chain.name, program[s].name, rate, block, {}};
                     for (const Score& score : scores[s])
-                        row.results.push_back(
-                            {score.form, score.times.mean() / kChunk, score.hash.value()});
+                        row.results.push_back({score.form,
+                                               score.times.mean() / std::max(kChunk, block),
+                                               score.hash.value()});
                     report.add(row);
                     if (s > 1)
                         collect(slowdowns, std::string(chain.name) + ": " + program[s].name,
@@ -108,7 +112,7 @@ void benchChains(const Selection& selection, Report& report)
                 }
             }
     report.title(
-        "Slowest stretch of 4096 frames over the slowest of music, worst of the above (sensitive\n"
+        "Slowest stretch of 512 frames over the slowest of music, worst of the above (sensitive\n"
         "to other processes):");
     for (const auto& [name, ratios] : slowdowns)
         report.addRatio(name, ratios);

@@ -40,6 +40,18 @@ inline std::vector<Setting> everythingOn()
     return joined(preamp, joined(threeBands(kProcL), threeBands(kProcL2)));
 }
 
+constexpr const char* kDriven = "driven";
+
+// Everything on, drive +6 dB, band gains +8 dB.
+inline std::vector<Setting> drivenChain()
+{
+    std::vector<Setting> settings = joined(everythingOn(), {{kDriveL, 0.6875}, {kDriveR, 0.6875}});
+    for (const unsigned id : {kLGainL, kLGainR, kMGainL, kMGainR, kHGainL, kHGainR, kLGainL2,
+                              kLGainR2, kMGainL2, kMGainR2, kHGainL2, kHGainR2})
+        settings.push_back({id, 0.75});
+    return settings;
+}
+
 inline std::vector<Chain> allChains()
 {
     return {{"power off", {{kPower, 0.0}}},

@@ -5,8 +5,6 @@
 
 namespace {
 
-constexpr double kLevel = 0.251188643150958;  // -12 dBFS
-
 // From -1 to 1.
 float uniform(std::mt19937& random)
 {
@@ -41,7 +39,7 @@ private:
 
 }  // namespace
 
-StereoSignal musicLikeNoise(int frames)
+StereoSignal musicLikeNoise(int frames, double level)
 {
     StereoSignal signal = empty(frames);
     std::mt19937 random(46);
@@ -54,10 +52,19 @@ StereoSignal musicLikeNoise(int frames)
             energy += static_cast<double>(signal[c][i]) * static_cast<double>(signal[c][i]);
         }
     }
-    const auto scale = static_cast<float>(kLevel / std::sqrt(energy / (2.0 * frames)));
+    const auto scale = static_cast<float>(level / std::sqrt(energy / (2.0 * frames)));
     for (std::vector<float>& channel : signal)
         for (float& x : channel)
             x *= scale;
+    return signal;
+}
+
+StereoSignal squareWave(int frames)
+{
+    StereoSignal signal = empty(frames);
+    for (std::vector<float>& channel : signal)
+        for (std::size_t i = 0; i < channel.size(); ++i)
+            channel[i] = i % 48 < 24 ? 1.0f : -1.0f;
     return signal;
 }
 

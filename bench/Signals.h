@@ -6,9 +6,12 @@
 
 using StereoSignal = std::array<std::vector<float>, 2>;
 
-// Pink noise (about -3 dB per octave, as music) at -12 dBFS RMS; the channels are half
-// correlated.
-StereoSignal musicLikeNoise(int frames);
+// Pink noise (about -3 dB per octave, as music) of an RMS level, -12 dBFS by default; the channels
+// are half correlated.
+StereoSignal musicLikeNoise(int frames, double level = 0.251188643150958);
+
+// 1 kHz at 48 kHz, from -1 to 1.
+StereoSignal squareWave(int frames);
 
 StereoSignal silence(int frames);
 

@@ -12,7 +12,8 @@ constexpr const char* kUsage =
     "  Every time is the shortest of many, with the forms taking turns. The last column is\n"
     "  a hash of the output.\n"
     "  --quick       48 kHz and blocks of 512 only, fewer repetitions (a full run takes minutes)\n"
-    "  --chain NAME  one of: stages, \"power off\", default, \"three bands\", \"everything on\"\n"
+    "  --chain NAME  one of: stages, \"power off\", default, \"three bands\", \"everything on\",\n"
+    "                driven\n"
     "  --rate HZ     44100, 48000, 96000 or 192000\n"
     "  --block N     64, 512 or 4096\n"
     "  -o FILE.csv   also writes every number to a CSV file\n";
@@ -57,6 +58,8 @@ int main(int count, char** arguments)
         benchStages(selection, report);
     benchChains(selection, report);
     benchTransients(selection, report);
+    benchLoudness(selection, report);
+    benchInstances(selection, report);
     if (!report.allFormsAgreed())
         std::puts("\nThe output of some forms differs from the plain one.");
     if (!file.empty() && !report.write(file)) {
