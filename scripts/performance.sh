@@ -37,7 +37,7 @@ set border 3
 set tics nomirror
 set yrange [0:*]
 set ylabel "ns per stereo frame"
-set key top left
+set key bottom left reverse Left
 set output "$folder/loudness.svg"
 set xlabel "level of the noise, RMS"
 set xrange [0:0.42]
