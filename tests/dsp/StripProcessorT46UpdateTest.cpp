@@ -50,6 +50,7 @@ TEST(T46Update, EveryCombinationSetsUpItsSectionsGainsAndDamping)
         strip.setLowGain(knob(low[1]));
         strip.setMidGain(knob(mid[1]));
         strip.setHighGain(knob(high[1]));
+        strip.setSampleRate(192000.0);
         strip.setSampleRate(176400.0);
 
         SCOPED_TRACE(testing::Message()
@@ -63,11 +64,15 @@ TEST(T46Update, EveryCombinationSetsUpItsSectionsGainsAndDamping)
             std::vector<double> setUp;
             const double* wanted;
             double gain;
-        } bands[] = {{kLowShelfBand, setUpOf(strip.lowShelf), low, strip.lowGainTarget},
-                     {kLowBellBand, setUpOf(strip.lowBell), low, strip.lowGainTarget},
-                     {kMidBellBand, setUpOf(strip.midBell), mid, strip.midGainTarget},
-                     {kHighShelfBand, setUpOf(strip.highShelf), high, strip.highGainTarget},
-                     {kHighBellBand, setUpOf(strip.highBell), high, strip.highGainTarget}};
+            const BiquadFilter& filter;
+        } bands[] = {
+            {kLowShelfBand, setUpOf(strip.lowShelf), low, strip.lowGainTarget, strip.lowShelf.main},
+            {kLowBellBand, setUpOf(strip.lowBell), low, strip.lowGainTarget, strip.lowBell.main},
+            {kMidBellBand, setUpOf(strip.midBell), mid, strip.midGainTarget, strip.midBell.main},
+            {kHighShelfBand, setUpOf(strip.highShelf), high, strip.highGainTarget,
+             strip.highShelf.main},
+            {kHighBellBand, setUpOf(strip.highBell), high, strip.highGainTarget,
+             strip.highBell.main}};
         constexpr const char* kNames[] = {"Hz",          "Q",         "upper mix",
                                           "upper ratio", "lower mix", "lower ratio"};
         for (const auto& band : bands)
@@ -76,6 +81,7 @@ TEST(T46Update, EveryCombinationSetsUpItsSectionsGainsAndDamping)
                 EXPECT_NEAR(band.setUp[i], wanted, 1e-9 * std::max(2.0, std::fabs(wanted)))
                     << kNames[i] << " of band " << band.band;
                 EXPECT_NEAR(band.gain, decibelsToGain(band.wanted[8]), 1e-8);
+                EXPECT_EQ(band.filter.sampleRate, 176400.0);
             }
 
         strip.setProcessOn(0.0f);
