@@ -1,6 +1,7 @@
 // Frames in a host's window, the parts specific to X11: keyboard, grabs, message windows.
 #include "tests/vstgui/Traces.h"
 #include "tests/vstgui/x11/User.h"
+#include "vstgui/platform/iplatformfont.h"
 #include "vstgui/platform/x11/x11errors.h"
 
 #include <X11/keysym.h>
@@ -85,6 +86,11 @@ TEST_F(X11Window, TheMouseSetsTheCaretAndSelectsInTheTextBox)
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "c");
     user(to(100, 70) + " sleep 0.5 click --repeat 2 --delay 50 1 type d");
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "d");
+    user("key BackSpace type W");
+    user(to(103, 70) + " sleep 0.5 click 1 sleep 0.5 type x");
+    EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "Wx") << "right half of the letter";
+    const IPlatformFont* const font = edit->getFont()->getPlatformFont();
+    EXPECT_GT(font->getStringWidth("d "), font->getStringWidth("d") + 1.0);
 }
 
 TEST_F(X11Window, TheFocusReturnsToItsPreviousOwnerOrElseToTheHost)
