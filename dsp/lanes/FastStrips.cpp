@@ -37,22 +37,17 @@ bool isAtRest(const StripProcessorQB9& s)
         && isAtRest(s.outputGainCurrent, s.outputGainTarget, s.smoothingCoeff);
 }
 
-// The gains of strips in lanes, before and after a block in which no glide ends.
+// A gain of a strip, and where its lanes are in GainGlides.
 struct StripGain {
     double StripProcessorT46::*gain;
-    double StripProcessorT46::*target;
     double StripProcessorT46::*step;
     GainGlides::Glide GainGlides::*glide;
 };
 constexpr StripGain kStripGains[] = {
-    {&StripProcessorT46::lowGain, &StripProcessorT46::lowGainTarget,
-     &StripProcessorT46::lowGainStep, &GainGlides::low},
-    {&StripProcessorT46::midGain, &StripProcessorT46::midGainTarget,
-     &StripProcessorT46::midGainStep, &GainGlides::mid},
-    {&StripProcessorT46::highGain, &StripProcessorT46::highGainTarget,
-     &StripProcessorT46::highGainStep, &GainGlides::high},
-    {&StripProcessorT46::outputGain, &StripProcessorT46::outputGainTarget,
-     &StripProcessorT46::outputGainStep, &GainGlides::output},
+    {&StripProcessorT46::lowGain, &StripProcessorT46::lowGainStep, &GainGlides::low},
+    {&StripProcessorT46::midGain, &StripProcessorT46::midGainStep, &GainGlides::mid},
+    {&StripProcessorT46::highGain, &StripProcessorT46::highGainStep, &GainGlides::high},
+    {&StripProcessorT46::outputGain, &StripProcessorT46::outputGainStep, &GainGlides::output},
 };
 
 bool isGliding(const StripProcessorT46& strip)
@@ -78,6 +73,7 @@ void stepOneByOne(StripProcessorT46* const* strips, int lanes, BandGainRows& row
         }
 }
 
+// For strips whose glides last at least `count` samples, or have ended.
 template <class Kernels>
 void stepInLanes(const Kernels& kernels, StripProcessorT46* const* strips, int lanes,
                  BandGainRows& rows, int count)
@@ -134,7 +130,8 @@ BandGains gainsOf(const BandGainRows& rows, int stride)
     return {{rows.low, stride}, {rows.mid, stride}, {rows.high, stride}, {rows.output, stride}};
 }
 
-// Before an input stage. Returns whether drive or output gain glide.
+// What precedes an input stage: a high-pass that is off has no history. Returns whether drive or
+// output gain glide.
 bool prepare(StripProcessorQB9* const* preamps, int channels)
 {
     bool gliding = false;

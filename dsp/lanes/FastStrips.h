@@ -1,5 +1,6 @@
-// The stages of one or two channels' strips on rows of samples, through the kernels. Decided once a
-// block: which gains are constant, and whether all lanes go through one kernel.
+// The strips of one or two channels on rows of samples, through the kernels: FastStrips stage by
+// stage, ParallelStrips all at the same time. Decided here: which gains are constant, and whether
+// all lanes go through one kernel.
 #pragma once
 
 #include "dsp/lanes/StripKernels.h"

@@ -48,16 +48,18 @@ struct GainGlides {
     Glide low, mid, high, output;
 };
 
-// The gains behind the strips that belong to a block, known when it passes the drive.
+// The gains of the pre-amplifier's output stage for a block. They are computed when the block
+// passes the drive.
 struct PreampGains {
     double compensation[2 * kMaxRows], output[2 * kMaxRows];
     int stride;  // as in FactorRows
 };
 
+// What a kernel of the bands works on.
 struct BandJob {
     StripProcessorT46* const* strips;
     BandGains gains;
-    bool* beyondKnee;  // whether the amplifier's knee remains to be bent after a run
+    bool* beyondKnee;  // set by a run: whether bendBeyondKnee must follow
     double* rows;
 };
 

@@ -6,7 +6,6 @@
 #include "dsp/ElementaryFunctions.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 
 namespace {
@@ -19,7 +18,7 @@ void designHalfBand(double* coeffs, int half)
 {
     const double taps = 2 * half - 1;
     for (int i = 0; i < half; ++i) {
-        // sin(i * pi / 2). The stages skip the taps at even distances.
+        // sin(i * pi / 2), exactly. The stages skip the taps that are 0.
         const double sign = i % 2 == 0 ? 0.0 : i % 4 == 1 ? 1.0 : -1.0;
         double v = i == 0 ? 0.5 : sign / (elementary::sine(i * kPi / taps) * (taps + 1.0));
         v *= 0.42 + 0.5 * elementary::cosine(2.0 * kPi * i / taps)
