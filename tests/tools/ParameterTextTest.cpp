@@ -29,6 +29,7 @@ TEST_F(ParameterTexts, AcceptsEveryNotationOfADisplayedValue)
         const char* text;
         int index;
         double value;
+        int right = -1;  // where the title means both channels
     } cases[]{
         {"Power=On", kPower, 1.0},
         {"power=off", kPower, 0.0},
@@ -40,13 +41,19 @@ TEST_F(ParameterTexts, AcceptsEveryNotationOfADisplayedValue)
         {"LGainL=-0", kLGainL, 0.5},
         {"LGainR=3.5dB", kLGainR, 195.0 / 320.0},
         {"LGainL=0.6015625n", kLGainL, 0.6015625},
+        {"lgain=+3.5", kLGainL, 195.0 / 320.0, kLGainR},
+        {"LGain2=-16", kLGainL2, 0.0, kLGainR2},
+        {"28k=On", k28kL, 1.0, k28kR},
     };
     const float before = parameters.initialValue(kLGainL);
     for (const auto& one : cases) {
         SCOPED_TRACE(one.text);
-        const Assignment assignment = parameters.parse(one.text);
-        EXPECT_EQ(assignment.index, one.index);
-        EXPECT_EQ(assignment.value, static_cast<float>(one.value));
+        const std::vector<Assignment> parsed = parameters.parse(one.text);
+        ASSERT_EQ(parsed.size(), one.right < 0 ? 1u : 2u);
+        EXPECT_EQ(parsed.front().index, one.index);
+        EXPECT_EQ(parsed.back().index, one.right < 0 ? one.index : one.right);
+        for (const Assignment& assignment : parsed)
+            EXPECT_EQ(assignment.value, static_cast<float>(one.value));
     }
     EXPECT_EQ(parameters.initialValue(kLGainL), before)
         << "reading the display texts changed the parameter";
@@ -58,6 +65,7 @@ TEST_F(ParameterTexts, ErrorMessagesListValidValues)
         {"LGainL=3.55", "LGainL cannot be '3.55'; the nearest values are 3.50 and 3.60 dB"},
         {"LGainL=16.1", "LGainL cannot be '16.1'; it goes from -16.00 to 16.00 dB"},
         {"LFreqL=83", "LFreqL cannot be '83'; it can be Off, 550.00, 430.00"},
+        {"BpsCh=On", "the plug-in has no parameter 'BpsCh'; similar ones are BpsCh1, BpsCh2"},
         {"LGainX=1", "the plug-in has no parameter 'LGainX'; similar ones are LGainL, LGainR"},
         {"Quux=1", "the plug-in has no parameter 'Quux'; 'zkrt46 params' lists them"},
     };
@@ -75,9 +83,10 @@ TEST_F(ParameterTexts, AutomationAcceptsTheUsualSeparatorsAndIsSortedByTime)
 {
     std::string text =
         "\xEF\xBB\xBFtime, title, value\r\n# a comment\r\n\r\n"
-        "2.5, LGainL, +3.5   # louder\r\n1;Power;off\n1\tPower\tOn\n0.25 LFreqL 82\n";
+        "2.5, LGainL, +3.5   # louder\r\n1;Power;off\n1\tPower\tOn\n0.25 LFreq 82\n";
     // Changes at one time keep the file's order: the last one applies.
     std::vector<std::tuple<double, int, float>> expected{{0.25, kLFreqL, 7.0f / 9.0f},
+                                                         {0.25, kLFreqR, 7.0f / 9.0f},
                                                          {1.0, kPower, 0.0f},
                                                          {1.0, kPower, 1.0f},
                                                          {2.5, kLGainL, 195.0f / 320.0f}};

@@ -50,7 +50,7 @@ bool nextLine(std::istream& text, std::string& line)
     return !line.empty() || !text.fail();
 }
 
-AutomationPoint parseLine(const std::vector<std::string>& fields, ParameterText& parameters)
+std::vector<AutomationPoint> parseLine(const std::vector<std::string>& fields, ParameterText& parameters)
 {
     if (fields.size() != 3)
         throw ToolError("expected time, title and value");
@@ -59,8 +59,10 @@ AutomationPoint parseLine(const std::vector<std::string>& fields, ParameterText&
         throw ToolError("'" + fields[0] + "' is not a time in seconds");
     if (seconds < 0.0)
         throw ToolError("the time " + fields[0] + " lies before the start");
-    const int index = parameters.indexOf(fields[1]);
-    return {seconds, {index, parameters.valueOf(index, fields[2])}};
+    std::vector<AutomationPoint> points;
+    for (const int index : parameters.indicesOf(fields[1]))
+        points.push_back({seconds, {index, parameters.valueOf(index, fields[2])}});
+    return points;
 }
 
 }  // namespace
@@ -87,7 +89,8 @@ std::vector<AutomationPoint> parseAutomation(std::istream& text, const std::stri
                 continue;
             if (points.size() == kMaxPoints)
                 throw ToolError("there are too many changes");
-            points.push_back(parseLine(fields, parameters));
+            for (const AutomationPoint& point : parseLine(fields, parameters))
+                points.push_back(point);
         } catch (const ToolError& error) {
             throw ToolError(name + ":" + std::to_string(number) + ": " + error.what());
         }

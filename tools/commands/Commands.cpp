@@ -40,8 +40,9 @@ void addSetOption(CLI::App& command, std::vector<std::string>& settings)
 {
     command
         .add_option("--set", settings,
-                    "TITLE=VALUE as the plug-in shows it, such as LFreqL=82 or Channel=Side, or a "
-                    "normalised value such as LGainL=0.75n; may be repeated")
+                    "TITLE=VALUE as the plug-in shows it, such as LFreq=82 for both channels, LFreqL=82 "
+                    "for the left one, or Channel=Side; or a normalised value such as LGain=0.75n; "
+                    "may be repeated")
         ->allow_extra_args(false)
         ->type_name("TITLE=VALUE");
 }
@@ -56,7 +57,7 @@ std::vector<Assignment> parseSettings(const std::vector<std::string>& settings,
 {
     std::vector<Assignment> assignments;
     for (const std::string& setting : settings)
-        assignments.push_back(parameters.parse(setting));
+        append(assignments, parameters.parse(setting));
     return assignments;
 }
 

@@ -48,7 +48,7 @@ Curve parseCurve(const std::string& text, ParameterText& parameters)
     std::istringstream words(colon == std::string::npos ? text : text.substr(colon + 1));
     std::string word;
     while (words >> word)
-        curve.settings.push_back(parameters.parse(word));
+        append(curve.settings, parameters.parse(word));
     return curve;
 }
 

@@ -95,23 +95,50 @@ ParameterText::ParameterText(std::unique_ptr<host::Plugin> plugin) : plugin(std:
         titles.push_back(this->plugin->paramName(index));
 }
 
-Assignment ParameterText::parse(const std::string& text)
+std::vector<Assignment> ParameterText::parse(const std::string& text)
 {
     const std::size_t equals = text.find('=');
     if (equals == std::string::npos)
         throw ToolError("'" + text + "' is not of the form TITLE=VALUE");
-    const int index = indexOf(trimmed(text.substr(0, equals)));
-    return {index, valueOf(index, text.substr(equals + 1))};
+    std::vector<Assignment> assignments;
+    for (const int index : indicesOf(trimmed(text.substr(0, equals))))
+        assignments.push_back({index, valueOf(index, text.substr(equals + 1))});
+    return assignments;
+}
+
+int ParameterText::find(const std::string& title) const
+{
+    const std::string lower = lowerCase(title);
+    for (std::size_t index = 0; index < titles.size(); ++index)
+        if (lowerCase(titles[index]) == lower)
+            return static_cast<int>(index);
+    return -1;
+}
+
+std::vector<int> ParameterText::indicesOf(const std::string& title) const
+{
+    if (find(title) < 0) {
+        // Titles end in the channel's letter, those of the second equaliser in L2 or R2.
+        const bool second = !title.empty() && title.back() == '2';
+        const std::string name = second ? title.substr(0, title.size() - 1) : title;
+        const char* end = second ? "2" : "";
+        const int left = find(name + "L" + end);
+        const int right = find(name + "R" + end);
+        if (left >= 0 && right >= 0)
+            return {left, right};
+    }
+    return {indexOf(title)};
 }
 
 int ParameterText::indexOf(const std::string& title) const
 {
+    const int found = find(title);
+    if (found >= 0)
+        return found;
     const std::string lower = lowerCase(title);
     std::vector<std::pair<std::size_t, std::string>> similar;
     for (std::size_t index = 0; index < titles.size(); ++index) {
         const std::string candidate = lowerCase(titles[index]);
-        if (candidate == lower)
-            return static_cast<int>(index);
         // If one begins with the other, they count as one letter apart.
         const std::size_t shorter = std::min(candidate.size(), lower.size());
         const bool startsAlike =

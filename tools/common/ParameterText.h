@@ -24,10 +24,13 @@ public:
     // Reading a display changes the parameter for a moment, so the plug-in must not be in use.
     explicit ParameterText(std::unique_ptr<host::Plugin> plugin);
 
-    // "TITLE=VALUE". Throws ToolError, as do the next two.
-    Assignment parse(const std::string& text);
+    // "TITLE=VALUE": one assignment, or two where the title leaves out the channel, as in LFreq=82
+    // or LFreq2=82. Throws ToolError, as do the next three.
+    std::vector<Assignment> parse(const std::string& text);
     // In any letter case. For an unknown title the error names similar ones.
     int indexOf(const std::string& title) const;
+    // One index, or those of the left and the right channel where the title leaves out the L or R.
+    std::vector<int> indicesOf(const std::string& title) const;
     // A value as displayed (or an equal number, optionally with the unit), or a normalised value
     // from 0 to 1 followed by the letter n.
     float valueOf(int index, const std::string& typed);
@@ -45,6 +48,8 @@ public:
     const std::vector<std::string>& displays(int index);
 
 private:
+    // -1 for an unknown title.
+    int find(const std::string& title) const;
     [[noreturn]] void refuseValue(int index, const std::string& text);
 
     std::unique_ptr<host::Plugin> plugin;
