@@ -1,12 +1,16 @@
 // Writes to a temporary file, which is also removed when the program is interrupted.
 #include "tools/common/OutputFile.h"
 
+#include "tools/common/ScratchFile.h"
 #include "tools/common/ToolError.h"
 
+#include <array>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
 #include <filesystem>
+#include <mutex>
 #include <system_error>
 
 #include <fcntl.h>
@@ -19,41 +23,62 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The temporary file that an interruption removes. There is one at a time.
-char temporaryPath[4096];
-volatile std::sig_atomic_t temporaryExists = 0;
+// The temporary files that an interruption removes; the signal handler may only read them.
+struct InterruptionSlot {
+    char path[4096];
+    std::atomic<bool> used;
+};
+std::array<InterruptionSlot, 256> interruptionSlots;
+std::mutex interruptionSlotsLock;
 
 void onInterruption(int signal)
 {
-    if (temporaryExists)
-        unlink(temporaryPath);
+    for (InterruptionSlot& slot : interruptionSlots)
+        if (slot.used)
+            unlink(slot.path);
     _exit(128 + signal);
 }
 
-void removeOnInterruption(const std::string& path)
+// Returns the slot for forgetting it again; -1 if there is none for it.
+int removeOnInterruption(const std::string& path)
 {
-    if (path.size() >= sizeof(temporaryPath))
-        return;
-    std::memcpy(temporaryPath, path.c_str(), path.size() + 1);
-    temporaryExists = 1;
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        std::signal(signal, onInterruption);
+    const std::lock_guard<std::mutex> lock(interruptionSlotsLock);
+    if (path.size() >= sizeof(InterruptionSlot::path))
+        return -1;
+    for (std::size_t i = 0; i < interruptionSlots.size(); ++i) {
+        InterruptionSlot& slot = interruptionSlots[i];
+        if (slot.used)
+            continue;
+        std::memcpy(slot.path, path.c_str(), path.size() + 1);
+        slot.used = true;
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+            std::signal(signal, onInterruption);
+        return static_cast<int>(i);
+    }
+    return -1;
 }
 
 mode_t modeForNewFiles()
 {
-    const mode_t mask = umask(0);
-    umask(mask);
+    static const mode_t mask = [] {
+        const mode_t now = umask(0);
+        umask(now);
+        return now;
+    }();
     return 0666 & ~mask;
 }
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& path) : path(path), file(-1), failure(0)
+OutputFile::OutputFile(const std::string& path)
+    : path(path), interruptionSlot(-1), file(-1), failure(0)
 {
     // Exceeding a size limit then gives an error instead of a signal.
     std::signal(SIGXFSZ, SIG_IGN);
-
+    if (path == "-") {
+        file = openScratchFile(temporaryFolder());
+        return;
+    }
     std::error_code error;
     const fs::path resolved = fs::weakly_canonical(path, error);
     target = error ? path : resolved.string();
@@ -70,7 +95,7 @@ OutputFile::OutputFile(const std::string& path) : path(path), file(-1), failure(
     if (file < 0)
         refuse(errno);
     temporary = pattern;
-    removeOnInterruption(temporary);
+    interruptionSlot = removeOnInterruption(temporary);
     if (fchmod(file, mode) != 0) {
         // The file system has no permissions; not an error.
     }
@@ -82,7 +107,8 @@ OutputFile::~OutputFile()
         close(file);
     if (!temporary.empty())
         unlink(temporary.c_str());
-    temporaryExists = 0;
+    if (interruptionSlot >= 0)
+        interruptionSlots[static_cast<std::size_t>(interruptionSlot)].used = false;
 }
 
 std::int64_t OutputFile::write(const void* data, std::int64_t size)
@@ -117,6 +143,13 @@ std::int64_t OutputFile::size() const
 
 void OutputFile::commit()
 {
+    if (path == "-") {
+        if (!failure)
+            failure = copyToStandardOutput(file);
+        if (failure)
+            refuse(failure);
+        return;
+    }
     if (!failure && fsync(file) != 0 && errno != EINVAL)
         failure = errno;
     if (close(file) != 0 && !failure)
@@ -131,7 +164,8 @@ void OutputFile::commit()
 
 void OutputFile::refuse(int reason) const
 {
-    throw ToolError("cannot write '" + path + "': " + std::strerror(reason));
+    const std::string what = path == "-" ? "the standard output" : "'" + path + "'";
+    throw ToolError("cannot write " + what + ": " + std::strerror(reason));
 }
 
 void writeFile(const std::string& path, const std::string& content)

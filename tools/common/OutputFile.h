@@ -1,5 +1,5 @@
 // OutputFile: a file that is written under a temporary name in the same folder, synced to disk, and
-// then renamed, so that it is never incomplete.
+// then renamed, so that it is never incomplete. Several may be open in several threads.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,8 @@ namespace tool {
 class OutputFile {
 public:
     // Throws ToolError when the folder is not writable or the name belongs to something other than
-    // a regular file. A link is followed: the file it points to is replaced.
+    // a regular file. A link is followed: the file it points to is replaced. "-" is the standard
+    // output, which gets the content at commit.
     explicit OutputFile(const std::string& path);
     // Removes the temporary file unless commit succeeded.
     ~OutputFile();
@@ -33,7 +34,8 @@ private:
 
     std::string path;       // as the user wrote it
     std::string target;     // links resolved
-    std::string temporary;  // empty once committed
+    std::string temporary;  // empty once committed, and for the standard output
+    int interruptionSlot;   // see removeOnInterruption
     int file;
     int failure;  // errno of the first failed write
 };
