@@ -5,14 +5,14 @@ set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config juce-modules-source-data
        g++-mingw-w64-x86-64-posix libcairo2-dev libx11-dev libsndfile1-dev libcli11-dev
-       nlohmann-json3-dev libxsimd-dev)
+       nlohmann-json3-dev libxsimd-dev libebur128-dev)
 demo=(wine wine64 gnuplot-nox sonic-pi-samples fonts-liberation)
 manual=(gnuplot-nox pandoc weasyprint fonts-liberation)
 package=("${manual[@]}" nsis dpkg-dev lintian)
 hosts=(ardour qtractor xvfb xdotool x11-utils imagemagick python3-numpy sonic-pi-samples)
 soak=(wine wine64 xvfb libxtst-dev)
 tests=("${package[@]}" wine wine64 googletest clang-format-14 flake8 clang-14 libclang-rt-14-dev
-       libstb-dev libxtst-dev xvfb xdotool python3-numpy python3-pil)
+       libstb-dev libxtst-dev xvfb xdotool python3-numpy python3-pil parallel)
 
 case ${1:-} in
 build) wanted=("${build[@]}") ;;

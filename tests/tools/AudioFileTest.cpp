@@ -5,6 +5,8 @@
 #include "tests/tools/Complaint.h"
 #include "tools/common/OutputFile.h"
 
+#include <cmath>
+#include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
 #include <limits>
@@ -112,7 +114,7 @@ TEST(AudioFile, SamplesAreReadBackExactlyAndEqualWritesGiveEqualFiles)
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float infinity = std::numeric_limits<float>::infinity();
     const std::vector<float> hot{1.0f, -1.0f, 1.5f, -1.5f, infinity, -infinity, nan};
-    AudioWriter writer(folder / "hot.wav", 44100, 1, SampleFormat::Int16, 7);
+    AudioWriter writer(folder / "hot.wav", {FileFormat::Wav, SampleFormat::Int16, 44100, 1}, 7);
     writer.write(hot.data(), 7);
     writer.commit();
     EXPECT_EQ(writer.clipped(), 5) << "all but NaN and -1, the lowest sample";
@@ -134,18 +136,187 @@ TEST(AudioFile, RefusesWhatAFormatCannotHold)
         {"a.flac", 44100, SampleFormat::Float32, 10,
          "a FLAC file cannot hold 32-bit floats: choose --bits 16 or 24"},
         {"a.flac", 700000, SampleFormat::Int16, 10, "a FLAC file cannot have a rate of 700000 Hz"},
-        {"a.wav", 44100, SampleFormat::Int24, 715827882, "the result is too long for a WAV file"},
-        {"a.wav", 44100, SampleFormat::Int24, 715000000, "none"},
+        {"a.aif", 44100, SampleFormat::Int24, 715827882, "too long for an AIFF file"},
+        {"a.wav", 44100, SampleFormat::Int24, 715827882, "none"},
         {"a.flac", 44100, SampleFormat::Int24, 715827882, "none"},
         {"a.mp3", 44100, SampleFormat::Int16, 10, "a.mp3"},
     };
     TemporaryFolder folder;
     for (const auto& row : rows) {
-        const std::string said = complaintOf(
-            [&] { AudioWriter(folder / row.name, row.rate, 2, row.format, row.frames); });
+        const std::string said = complaintOf([&] {
+            AudioWriter(folder / row.name,
+                        {checkedFileFormat(folder / row.name), row.format, row.rate, 2},
+                        row.frames);
+        });
         EXPECT_NE(said.find(row.words), std::string::npos) << row.name << ": " << said;
     }
     EXPECT_EQ(folder.count(), 0);
+}
+
+TEST(AudioFile, WavBecomesRf64FromFourGigabytesOn)
+{
+    TemporaryFolder folder;
+    for (const auto& [frames, id] :
+         {std::pair{std::int64_t{715000000}, "RIFF"}, {std::int64_t{715827882}, "RF64"}}) {
+        const std::string path = folder / "long.wav";
+        const std::vector<float> second(2 * 44100);
+        AudioWriter writer(path, {FileFormat::Wav, SampleFormat::Int24, 44100, 2}, frames);
+        writer.write(second.data(), 44100);
+        writer.commit();
+        EXPECT_EQ(contentOf(path).substr(0, 4), id);
+        EXPECT_EQ(AudioReader(path).frames(), 44100);
+    }
+}
+
+TEST(AudioFile, AFileCutShortIsNoticedAndUnknownLengthsAreNot)
+{
+    TemporaryFolder folder;
+    const std::vector<float> sound = noise(10000, 1);
+    for (const char* name : {"a.wav", "a.aif"}) {
+        writeAudio(folder / name, sound, SampleFormat::Int16);
+        EXPECT_EQ(AudioReader(folder / name).truncation(), "");
+        const std::string whole = contentOf(folder / name);
+        writeContent(folder / name, whole.substr(0, 10000));
+        AudioReader cut(folder / name);
+        EXPECT_NE(cut.truncation().find("its header states 200"), std::string::npos)
+            << cut.truncation();
+        EXPECT_EQ(readAudio(folder / name).size(), static_cast<std::size_t>(cut.frames()));
+        EXPECT_GT(cut.frames(), 4900);
+    }
+    // The lengths that programs leave in a header which they have sent into a pipe.
+    writeAudio(folder / "a.wav", sound, SampleFormat::Int16);
+    std::string piped = contentOf(folder / "a.wav");
+    const std::size_t data = piped.find("data") + 4;
+    for (const auto& [riff, size] : {std::pair{"\xFF\xFF\xFF\xFF", "\xFF\xFF\xFF\xFF"},
+                                     {"\xFF\xFF\xFF\x7F", "\x00\xF0\xFF\x7F"},
+                                     {"\0\0\0\0", "\0\0\0\0"},
+                                     {"\x24\0\0\0", "\0\0\0\0"}}) {
+        piped.replace(4, 4, riff, 4).replace(data, 4, size, 4);
+        writeContent(folder / "p.wav", piped);
+        EXPECT_EQ(AudioReader(folder / "p.wav").truncation(), "");
+        EXPECT_EQ(readAudio(folder / "p.wav"), readAudio(folder / "a.wav"));
+    }
+    writeAudio(folder / "empty.wav", {}, SampleFormat::Int16);
+    EXPECT_EQ(AudioReader(folder / "empty.wav").frames(), 0);
+}
+
+TEST(AudioFile, CarriesTagsMarkersAndBroadcastDataAndNamesWhatIsLost)
+{
+    FileMetadata metadata;
+    metadata.tags = {{SF_STR_TITLE, "Tide"}, {SF_STR_ARTIST, "The Zs"}, {SF_STR_GENRE, "Dub"}};
+    SF_BROADCAST_INFO bext{};
+    std::strcpy(bext.description, "take 3");
+    bext.time_reference_low = 172800000;
+    bext.version = 2;
+    bext.loudness_value = -1400;
+    metadata.broadcast.assign(reinterpret_cast<const char*>(&bext), sizeof(bext));
+    metadata.broadcast.resize(sizeof(bext) + 16000);
+    SF_CUE_POINT cue{};
+    cue.indx = 1;
+    cue.fcc_chunk = 0x61746164;  // "data"
+    cue.position = cue.sample_offset = 200;
+    metadata.cues = {cue};
+    SF_INSTRUMENT loop{};
+    loop.gain = 1;
+    loop.velocity_hi = loop.key_hi = 127;
+    loop.loop_count = 1;
+    loop.loops[0] = {SF_LOOP_FORWARD, 100, 300, 0};
+    metadata.instrument = loop;
+    metadata.chunks = {{"iXML", "<BWFXML/>"}};
+    metadata.otherChunks = {"zzzz"};
+
+    TemporaryFolder folder;
+    const struct {
+        const char* name;
+        std::vector<std::string> missing;
+    } rows[]{
+        {"a.wav", {"the chunk 'zzzz'"}},
+        {"a.aif",
+         {"the tag GENRE", "the broadcast information (bext)", "the loop points",
+          "the chunk 'zzzz'"}},
+        {"a.flac",
+         {"the broadcast information (bext)", "1 cue point", "the loop points", "the chunk 'iXML'",
+          "the chunk 'zzzz'"}},
+    };
+    metadata.delay(96);
+    metadata.forgetLoudness();
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        AudioWriter writer(folder / row.name,
+                           {checkedFileFormat(row.name), SampleFormat::Int24, 48000, 1}, 1000,
+                           metadata);
+        writer.write(noise(1000, 1).data(), 1000);
+        EXPECT_EQ(writer.commit(), row.missing);
+        const FileMetadata read = AudioReader(folder / row.name).metadata();
+        EXPECT_EQ(read.tags.at(SF_STR_TITLE), "Tide");
+        if (std::string(row.name) == "a.flac")
+            continue;
+        EXPECT_EQ(read.cues.at(0).sample_offset, 296u);
+        EXPECT_EQ(read.chunks.at(0).data.substr(0, 9), "<BWFXML/>");
+    }
+    const FileMetadata wav = AudioReader(folder / "a.wav").metadata();
+    std::memcpy(&bext, wav.broadcast.data(), sizeof(bext));
+    EXPECT_STREQ(bext.description, "take 3");
+    EXPECT_EQ(bext.time_reference_low, 172800000u);
+    EXPECT_EQ(bext.loudness_value, 0x7FFF) << "the loudness is that of the input";
+    EXPECT_EQ(wav.instrument->loops[0].start, 196u);
+}
+
+// The amplitude of a frequency in a signal, and the RMS of what remains without it.
+std::pair<double, double> toneAndRest(const std::vector<float>& samples, double cyclesPerSample)
+{
+    double cosine = 0.0, sine = 0.0, power = 0.0;
+    const auto phase = [&](std::size_t i) {
+        return 6.283185307179586 * cyclesPerSample * static_cast<double>(i);
+    };
+    const auto count = static_cast<double>(samples.size());
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        cosine += 2.0 / count * static_cast<double>(samples[i]) * std::cos(phase(i));
+        sine += 2.0 / count * static_cast<double>(samples[i]) * std::sin(phase(i));
+    }
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const double rest = static_cast<double>(samples[i]) - cosine * std::cos(phase(i))
+            - sine * std::sin(phase(i));
+        power += rest * rest / count;
+    }
+    return {std::hypot(cosine, sine), std::sqrt(power)};
+}
+
+TEST(AudioFile, DitherKeepsASineBelowTheLastBitAndItsNoiseIsAsComputed)
+{
+    TemporaryFolder folder;
+    const std::size_t count = 88200;
+    const double frequency = 1000.0 / 44100.0;
+    std::vector<float> sine(count);
+    for (std::size_t i = 0; i < count; ++i)
+        sine[i] =
+            static_cast<float>(std::pow(10.0, -95.0 / 20.0)
+                               * std::sin(6.283185307179586 * frequency * static_cast<double>(i)));
+    const double step = 1.0 / 32768.0;
+    // Triangular: the RMS is half a step. Shaped: by the sum of the squared coefficients
+    // 1, -2.033, 2.165, -1.959, 1.590 and -0.6149 times as much power.
+    const struct {
+        Dither dither;
+        double toneError;  // dB
+        double noise;      // steps, RMS
+    } rows[]{{Dither::Triangular, 0.3, 0.5},
+             {Dither::Shaped, 0.3, 0.5 * std::sqrt(1 + 4.133 + 4.687 + 3.838 + 2.528 + 0.378)}};
+    for (const auto& row : rows) {
+        for (const char* name : {"a.wav", "b.wav"})
+            writeAudio(folder / name, sine, SampleFormat::Int16, 44100, 1, {}, row.dither);
+        EXPECT_EQ(contentOf(folder / "a.wav"), contentOf(folder / "b.wav"));
+        const auto [tone, rest] = toneAndRest(readAudio(folder / "a.wav"), frequency);
+        EXPECT_NEAR(20.0 * std::log10(tone), -95.0, row.toneError);
+        EXPECT_NEAR(rest / step, row.noise, 0.03 * row.noise);
+        // No harmonic stands out: each is below -120 dBFS.
+        for (const double harmonic : {2.0, 3.0, 5.0})
+            EXPECT_LT(toneAndRest(readAudio(folder / "a.wav"), harmonic * frequency).first,
+                      row.dither == Dither::Shaped ? 3e-7 : 1e-6)
+                << harmonic;
+    }
+    writeAudio(folder / "none.wav", sine, SampleFormat::Int16);
+    EXPECT_GT(toneAndRest(readAudio(folder / "none.wav"), 3.0 * frequency).first, 3e-6)
+        << "rounding alone distorts, which is what this test can see";
 }
 
 TEST(AudioFile, RefusesFilesThatAreNotReadableAudio)

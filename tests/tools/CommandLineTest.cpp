@@ -1,7 +1,10 @@
 // The built program: exit codes, messages and files.
 #include "tests/tools/CommandLine.h"
+#include "tests/support/Noise.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
 
 #include <sys/stat.h>
 
@@ -20,6 +23,19 @@ TEST_F(CommandLine, BadInputGivesOneLineExitCode2AndNoFile)
         {"", ": no command; 'zkrt46 --help' lists them"},
         {"dance", "there is no command 'dance'; 'zkrt46 --help' lists them"},
         {"render in.wav", "OUT is required"},
+        {"render in.wav in.wav", "'in.wav' is the input itself"},
+        {"render in.wav mono.wav x.wav", "for more than one file give -o"},
+        {"render in.wav mono.wav -o text.wav", "'text.wav' is none and cannot be made one"},
+        {"render in.wav mono.wav -o .", "'./in.wav' is one of the inputs"},
+        {"render in.wav -o /proc/none", "cannot be made one"},
+        {"render in.wav x.wav --format flac", "--format does not fit the ending of 'x.wav'"},
+        {"render in.wav - --format mp3", "--format is wav, aiff or flac, not 'mp3'"},
+        {"render in.wav x.wav --dither loud", "--dither is none, tpdf or shaped, not 'loud'"},
+        {"render in.wav x.wav --jobs 0", "not in range 1 to 256"},
+        {"render in.wav x.wav --target 3", "not in range -70"},
+        {"render in.wav x.wav --match --target -14", "excludes"},
+        {"render in.wav x.wav --report r.txt", "a report ends in .json or .csv"},
+        {"render - x.wav </dev/null", "cannot read the standard input as audio"},
         {"render in.wav x.wav --bits 20", "--bits is 16, 24 or 32f, not '20'"},
         {"render in.wav x.wav --block 0", "not in range 1 to 1048576"},
         {"render in.wav x.wav --channels 1", "'in.wav' is stereo and cannot be rendered to mono"},
@@ -99,11 +115,13 @@ TEST_F(CommandLine, SumsUpARenderAndWarnsOfClippedSamples)
     // The tone is at -6 dB; its side is silent.
     ASSERT_EQ(run("render in.wav x.wav --set Channel=Side --verbose"), 0);
     EXPECT_EQ(out.substr(0, out.find("  speed")),
-              "in.wav -> x.wav\n"
-              "  audio    4800 samples, 0.10 s at 48000 Hz, stereo to stereo\n"
-              "  before   peak   -6.02 dBFS   RMS   -9.04 dBFS\n"
-              "  after    peak    -inf dBFS   RMS    -inf dBFS\n"
-              "  latency  96 samples, taken out\n");
+              R"(in.wav -> x.wav
+  audio    4800 samples, 0.10 s at 48000 Hz, stereo to stereo, 24 bits, tpdf dither
+           integrated     range   short-term    true peak         peak          RMS
+  before    -inf LUFS   0.00 LU  -21.51 LUFS   -6.01 dBTP   -6.02 dBFS   -9.04 dBFS
+  after     -inf LUFS   0.00 LU    -inf LUFS    -inf dBTP    -inf dBFS    -inf dBFS
+  latency  96 samples, taken out
+)");
     writeAudio(folder / "float.wav", std::vector<float>(4800, 0.7f), SampleFormat::Float32, 48000);
     const std::pair<const char*, std::size_t> rows[]{
         {"in.wav x.wav --bits 16", 4},
@@ -113,8 +131,90 @@ TEST_F(CommandLine, SumsUpARenderAndWarnsOfClippedSamples)
     for (const auto& [arguments, bytes] : rows) {
         EXPECT_EQ(run(std::string("render ") + arguments), 0);
         EXPECT_EQ(contentOf(folder / "x.wav").size() / 4800, bytes) << arguments;
-        EXPECT_EQ(err.find("samples of 'x.wav' were clipped") != err.npos, bytes == 3) << err;
+        EXPECT_EQ(err.find("'x.wav': 499 samples were clipped") != err.npos, bytes == 3) << err;
     }
+}
+
+TEST_F(CommandLine, SaysWhichSettingsChangeNothing)
+{
+    const std::pair<const char*, const char*> rows[]{
+        {"LGain=9", "note: LGain=9 changes nothing here"},
+        {"Drive=6", "note: Drive=6 changes nothing here"},
+        {"HGainR2=3", "note: HGainR2=3 changes nothing here"},
+        {"LGain=-9 --set LFreqR=82", ""},
+        {"LGainL=9 --set LFreqR=82", "note: LGainL=9 changes nothing here"},
+        {"Drive=6 --set QB11=On", ""},
+        {"LGain=0", ""},
+    };
+    for (const auto& [settings, words] : rows) {
+        EXPECT_EQ(run(std::string("render in.wav x.wav --set ") + settings), 0);
+        EXPECT_EQ(err.empty(), *words == '\0') << settings << ": " << err;
+        EXPECT_NE(err.find(words), std::string::npos) << settings << ": " << err;
+    }
+}
+
+TEST_F(CommandLine, RendersAnAlbumAsOneByOneAndGoesOnAfterAFailure)
+{
+    std::string inputs;
+    for (int track = 1; track <= 5; ++track) {
+        const std::string name = "track " + std::to_string(track) + ".wav";
+        // The fourth is longer than the limit for the size of files below allows.
+        writeAudio(folder / name, noise(track == 4 ? 90000 : 9000, static_cast<unsigned>(track)),
+                   SampleFormat::Int16, 44100, 2);
+        inputs += " '" + name + "'";
+    }
+    writeContent(folder / "track 2.wav", contentOf(folder / "track 2.wav").substr(0, 12000));
+    const std::string settings = " --set LFreq=82 --set LGain=3 ";
+    EXPECT_EQ(run("render" + inputs + " missing.wav -o out --suffix _m --jobs 2 --report r.json"
+                      + settings,
+                  "ulimit -f 200; "),
+              2);
+    EXPECT_NE(err.find("zkrt46: no such file: 'missing.wav'\n"), std::string::npos) << err;
+    EXPECT_NE(err.find("cannot write 'out/track 4_m.wav': File too large\n"), std::string::npos)
+        << err;
+    EXPECT_NE(err.find("warning: 'track 2.wav' is cut short: its header states"), std::string::npos)
+        << err;
+    const auto report = nlohmann::json::parse(contentOf(folder / "r.json"));
+    ASSERT_EQ(report.size(), 6u);
+    EXPECT_EQ(report[0]["state"], "rendered");
+    EXPECT_EQ(report[0]["bits"], 24);
+    EXPECT_LT(report[0]["after"]["true_peak_dbtp"], 3.0);
+    EXPECT_EQ(report[3]["state"], "failed");
+    EXPECT_EQ(report[5]["error"], "no such file: 'missing.wav'");
+
+    // The rest, with the failed one now, and the table.
+    const auto before = std::filesystem::last_write_time(folder / "out/track 1_m.wav");
+    EXPECT_EQ(run("render" + inputs + " -o out --suffix _m --skip-existing -v" + settings), 0);
+    EXPECT_EQ(std::filesystem::last_write_time(folder / "out/track 1_m.wav"), before);
+    EXPECT_NE(out.find("track 1.wav  skipped\n"), std::string::npos) << out;
+    EXPECT_NE(out.find("\n5 files: 1 rendered, 4 skipped, 0 failed;"), std::string::npos) << out;
+
+    // The same files from one command for each, which GNU parallel starts.
+    EXPECT_EQ(run("render {} -o each --suffix _m" + settings + ":::" + inputs,
+                  "program() { parallel --will-cite --sshlogin : --workdir . -q "
+                  "env ZKRT46_PLUGIN='" ZKRT46_LIBRARY "' '" ZKRT46_PROGRAM "' \"$@\"; }; "
+                  "timeout() { shift 2; program \"$@\"; }; "),
+              1)
+        << err;
+    for (int track = 1; track <= 5; ++track) {
+        const std::string name = "/track " + std::to_string(track) + "_m.wav";
+        EXPECT_EQ(contentOf(folder / ("out" + name)), contentOf(folder / ("each" + name))) << name;
+    }
+    EXPECT_EQ(run("render" + inputs + " -o out --report r.csv --jobs 1"), 1)
+        << "one file is cut short";
+    const std::string table = contentOf(folder / "r.csv");
+    EXPECT_EQ(table.rfind("input,output,state,rate_hz,", 0), 0u);
+    EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1 + 5);
+}
+
+TEST_F(CommandLine, ReadsAndWritesStandardStreams)
+{
+    EXPECT_EQ(run("render in.wav x.flac --bits 16"), 0);
+    EXPECT_EQ(run("render - - --bits 16 --format flac -v <in.wav 2>err.txt | cat >y.flac; #"), 0);
+    EXPECT_EQ(contentOf(folder / "x.flac"), contentOf(folder / "y.flac"));
+    EXPECT_NE(err.find("  after "), std::string::npos) << "the summary spoils the audio";
+    EXPECT_EQ(run("render in.wav - >/dev/full 2>err.txt #"), 2);
+    EXPECT_EQ(err, "zkrt46: cannot write the standard output: No space left on device\n");
 }
 
 TEST_F(CommandLine, ListsParametersAndChecksTheLatency)

@@ -1,16 +1,19 @@
 // The renderer with a mock plug-in: a delay, a gain set by its parameter, and an inverted right
 // channel.
-#include "tools/audio/Render.h"
 #include "tests/support/Noise.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/tools/AudioContent.h"
+#include "tests/tools/Complaint.h"
 #include "tests/tools/FakePlugin.h"
+#include "tools/audio/Album.h"
 #include "tools/common/ToolError.h"
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <numeric>
+#include <tuple>
 
 namespace {
 
@@ -33,8 +36,7 @@ protected:
     }
     std::vector<float> rendered()
     {
-        Progress progress("test");
-        report = render(plugin, job, progress);
+        report = render(plugin, job, [](double) {});
         return readAudio(job.output);
     }
     TemporaryFolder folder;
@@ -95,22 +97,131 @@ TEST_F(Rendering, ChangesParametersOnTheirExactSample)
     const std::vector<float> output = rendered();
     for (std::size_t i = 0; i < output.size(); ++i)
         ASSERT_EQ(output[i], i < 100 ? 0.25f : i < 700 ? 0.75f : 1.0f) << "at sample " << i;
-    EXPECT_EQ(report.before.peak(), 1.0);
-    EXPECT_EQ(report.after.peak(), 1.0);
-    EXPECT_NEAR(report.after.rms(), std::sqrt(0.1 * 0.0625 + 0.6 * 0.5625 + 0.3), 1e-6);
+    EXPECT_EQ(report.before.peak, 1.0);
+    EXPECT_EQ(report.after.peak, 1.0);
+    EXPECT_NEAR(report.after.rms, std::sqrt(0.1 * 0.0625 + 0.6 * 0.5625 + 0.3), 1e-6);
 }
 
-TEST_F(Rendering, RendersOntoItsOwnInputAndKeepsItWhenItFails)
+TEST_F(Rendering, KeepsAnOutputWhenItFailsAndTheInputAlways)
 {
-    const std::vector<float> input = noise(300, 1);
-    writeInput(input, 1);
-    job.output = job.input;
-    EXPECT_EQ(rendered(), input);
-    const std::string head = contentOf(job.input).substr(0, 40);
-    writeContent(job.input, head);
+    writeInput(noise(300, 1), 1);
+    const std::string content = contentOf(job.input);
+    std::filesystem::create_hard_link(job.input, folder / "link.wav");
+    for (const char* same : {"in.wav", "link.wav", "../in.wav"}) {
+        job.output = same[0] == '.' ? folder
+                / ("../" + std::filesystem::path(folder / "").parent_path().filename().string()
+                   + "/in.wav")
+                                    : folder / same;
+        EXPECT_NE(complaintOf([&] { rendered(); }).find("is the input itself"), std::string::npos);
+    }
+    EXPECT_EQ(contentOf(job.input), content);
+    job.output = folder / "out.wav";
+    writeContent(job.output, "old");
+    writeContent(job.input, content.substr(0, 40));
     EXPECT_THROW(rendered(), ToolError);
-    EXPECT_EQ(contentOf(job.input), head);
-    EXPECT_EQ(folder.count(), 1);
+    EXPECT_EQ(contentOf(job.output), "old");
+    EXPECT_EQ(folder.count(), 3);
+}
+
+TEST_F(Rendering, ReachesTheLoudnessThatIsAskedForAndNeverPassesTheCeiling)
+{
+    // 1 kHz at -23 dBFS in both channels has -23 LUFS (EBU Tech 3341, case 1).
+    std::vector<float> tone(2 * 4 * kRate);
+    for (std::size_t i = 0; i < tone.size(); ++i)
+        tone[i] = static_cast<float>(
+            std::pow(10.0, -23.0 / 20.0)
+            * std::sin(6.283185307179586 * 1000.0 / kRate * static_cast<double>(i / 2)));
+    writeInput(tone, 2);
+    job.settings = {{0, 0.5f}};
+    job.measureLoudness = true;
+    const struct {
+        LevelGoal goal;
+        double after;       // LUFS
+        const char* notes;  // the start
+    } rows[]{
+        {{}, -29.02, ""},
+        {{true, {}, {}}, -23.0, ""},
+        {{false, -16.0, {}}, -16.0, ""},
+        {{false, -16.0, -15.0}, -16.0, ""},
+        {{false, -16.0, -20.0},
+         -20.0,
+         "the ceiling of -20.00 dBTP forbids -16.00 LUFS; the result"},
+        {{true, {}, -30.0}, -30.0, "the ceiling of -30.00 dBTP forbids -2"},
+        {{false, {}, -40.0}, -40.0, ""},
+        {{false, {}, -3.0}, -29.02, ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.after);
+        job.goal = row.goal;
+        rendered();
+        EXPECT_NEAR(report.before.loudness->integrated, -23.0, 0.05);
+        EXPECT_NEAR(report.before.loudness->shortTermMaximum, -23.0, 0.05);
+        EXPECT_NEAR(20.0 * std::log10(report.before.loudness->truePeak), -23.0, 0.1);
+        EXPECT_NEAR(report.before.loudness->range, 0.0, 0.05);
+        EXPECT_NEAR(report.after.loudness->integrated, row.after, 0.05);
+        EXPECT_EQ(report.gain.has_value(), row.goal.wanted());
+        EXPECT_NEAR(report.gain.value_or(row.after + 29.02), row.after + 29.02, 0.06);
+        EXPECT_EQ(report.notes.empty(), row.notes[0] == '\0');
+        for (const std::string& note : report.notes)
+            EXPECT_EQ(note.rfind(row.notes, 0), 0u) << note;
+    }
+    writeInput(std::vector<float>(kRate), 1);
+    job.goal = {true, {}, {}};
+    EXPECT_EQ(rendered(), std::vector<float>(kRate));
+    EXPECT_EQ(report.notes.at(0).rfind("silent", 0), 0u);
+}
+
+TEST_F(Rendering, AnAlbumsFilesAreThoseRenderedOneByOne)
+{
+    std::vector<std::string> inputs;
+    for (const char* name : {"1.wav", "2.aif", "3.mp3", "4.flac", "5.wav"})
+        inputs.push_back(folder / name);
+    for (const int number : {0, 1, 3, 4})
+        writeAudio(inputs[static_cast<std::size_t>(number)],
+                   noise(5000, static_cast<unsigned>(number) + 7), SampleFormat::Int16);
+    writeContent(inputs[2], "no audio");
+    const std::vector<RenderJob> jobs = albumJobs(job, inputs, folder / "out", "_x");
+    std::filesystem::create_directory(folder / "out");
+    writeContent(folder / "out/5_x.wav", "kept");
+    const AlbumCalls calls{
+        [&] { return std::make_unique<FakePlugin>(kDelay, [](int, float x) { return x / 2.0f; }); },
+        [](std::size_t, double) {}, [](std::size_t, const RenderOutcome&) {}};
+    const std::vector<RenderOutcome> outcomes = renderAlbum(jobs, 3, true, calls);
+    using State = RenderOutcome::State;
+    const std::pair<const char*, State> expected[]{{"1_x.wav", State::Rendered},
+                                                   {"2_x.aif", State::Rendered},
+                                                   {"3_x.wav", State::Failed},
+                                                   {"4_x.flac", State::Failed},
+                                                   {"5_x.wav", State::Skipped}};
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        EXPECT_EQ(jobs[i].output, folder / ("out/" + std::string(expected[i].first)));
+        EXPECT_EQ(outcomes[i].state, expected[i].second) << outcomes[i].error;
+        if (outcomes[i].state != State::Rendered)
+            continue;
+        RenderJob alone = jobs[i];
+        alone.output =
+            folder / ("alone" + std::filesystem::path(alone.output).extension().string());
+        FakePlugin half(kDelay, [](int, float x) { return x / 2.0f; });
+        render(half, alone, [](double) {});
+        EXPECT_EQ(contentOf(jobs[i].output), contentOf(alone.output)) << i;
+    }
+    EXPECT_NE(outcomes[3].error.find("32-bit floats"), std::string::npos) << outcomes[3].error;
+    EXPECT_EQ(contentOf(folder / "out/5_x.wav"), "kept");
+
+    std::filesystem::create_directory(folder / "other");
+    writeAudio(folder / "other/1.wav", noise(10, 1), SampleFormat::Int16);
+    const std::tuple<std::vector<std::string>, std::string, const char*> refusals[]{
+        {{inputs[0], folder / "other/1.wav"}, folder / "out", "would both become"},
+        {{inputs[0]}, folder / "", "is one of the inputs"},
+        {{inputs[0]}, folder / "new.wav", "cannot be made one"},
+        {{inputs[0]}, inputs[0], "cannot be made one"},
+        {{"-"}, folder / "out", "the standard input has no name"},
+    };
+    for (const auto& [files, place, words] : refusals) {
+        const std::string said =
+            complaintOf([&, &names = files, &where = place] { albumJobs(job, names, where, ""); });
+        EXPECT_NE(said.find(words), std::string::npos) << said;
+    }
 }
 
 }  // namespace

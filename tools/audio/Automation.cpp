@@ -50,7 +50,8 @@ bool nextLine(std::istream& text, std::string& line)
     return !line.empty() || !text.fail();
 }
 
-std::vector<AutomationPoint> parseLine(const std::vector<std::string>& fields, ParameterText& parameters)
+std::vector<AutomationPoint> parseLine(const std::vector<std::string>& fields,
+                                       ParameterText& parameters)
 {
     if (fields.size() != 3)
         throw ToolError("expected time, title and value");

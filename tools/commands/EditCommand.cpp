@@ -3,6 +3,7 @@
 #include "tools/commands/Commands.h"
 #include "tools/commands/EditorWindow.h"
 #include "tools/commands/PresetChoice.h"
+#include "tools/common/Progress.h"
 #include "tools/common/ToolError.h"
 
 #include <cstring>
@@ -49,7 +50,7 @@ int runEdit(const EditOptions& options)
     job.input = options.input;
     job.output = options.output;
     Progress progress("rendering");
-    render(plugin, job, progress);
+    render(plugin, job, [&](double fraction) { progress.show(fraction); });
     return 0;
 }
 

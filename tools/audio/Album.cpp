@@ -1,0 +1,108 @@
+#include "tools/audio/Album.h"
+
+#include "tools/common/ToolError.h"
+
+#include <algorithm>
+#include <atomic>
+#include <filesystem>
+#include <map>
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+namespace tool {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path outputPath(const fs::path& input, const fs::path& folder, const std::string& suffix,
+                    std::optional<FileFormat> format)
+{
+    const std::string ending = format  ? endingOf(*format)
+        : fileFormatOf(input.string()) ? input.extension().string()
+                                       : endingOf(FileFormat::Wav);
+    return folder / (input.stem().string() + suffix + ending);
+}
+
+RenderOutcome outcomeOf(const RenderJob& job, bool skipExisting, std::mutex& opening,
+                        const AlbumCalls& calls, const ShowProgress& progress)
+{
+    RenderOutcome outcome;
+    std::error_code error;
+    if (skipExisting && fs::exists(job.output, error)) {
+        outcome.state = RenderOutcome::State::Skipped;
+        return outcome;
+    }
+    std::unique_ptr<host::Plugin> plugin;
+    try {
+        {
+            const std::lock_guard<std::mutex> guard(opening);
+            plugin = calls.openPlugin();
+        }
+        outcome.report = render(*plugin, job, progress);
+        outcome.state = RenderOutcome::State::Rendered;
+    } catch (const std::exception& failure) {
+        outcome.error = failure.what();
+    }
+    const std::lock_guard<std::mutex> guard(opening);
+    plugin.reset();
+    return outcome;
+}
+
+}  // namespace
+
+std::vector<RenderJob> albumJobs(const RenderJob& common, const std::vector<std::string>& inputs,
+                                 const std::string& folder, const std::string& suffix)
+{
+    std::error_code error;
+    if (!fs::is_directory(folder, error)
+        && (fs::exists(folder, error) || fileFormatOf(folder)
+            || !fs::create_directory(folder, error)))
+        throw ToolError("-o names the folder of the results; '" + folder
+                        + "' is none and cannot be made one");
+    std::vector<RenderJob> jobs;
+    std::map<std::string, std::string> sources;  // of each output
+    for (const std::string& input : inputs) {
+        if (input == "-")
+            throw ToolError("the standard input has no name for a result in '" + folder + "'");
+        RenderJob job = common;
+        job.input = input;
+        job.output = outputPath(input, folder, suffix, common.file).string();
+        const auto [source, isNew] = sources.emplace(job.output, input);
+        if (!isNew)
+            throw ToolError("'" + source->second + "' and '" + input + "' would both become '"
+                            + job.output + "'");
+        jobs.push_back(job);
+    }
+    for (const std::string& input : inputs)
+        for (const RenderJob& job : jobs)
+            if (fs::equivalent(input, job.output, error))
+                throw ToolError("'" + job.output
+                                + "' is one of the inputs: choose another folder or a --suffix");
+    return jobs;
+}
+
+std::vector<RenderOutcome> renderAlbum(const std::vector<RenderJob>& jobs, int threads,
+                                       bool skipExisting, const AlbumCalls& calls)
+{
+    std::vector<RenderOutcome> outcomes(jobs.size());
+    std::atomic<std::size_t> next{0};
+    std::mutex opening;
+    const auto work = [&] {
+        for (std::size_t index; (index = next++) < jobs.size();) {
+            outcomes[index] = outcomeOf(jobs[index], skipExisting, opening, calls,
+                                        [&](double fraction) { calls.progress(index, fraction); });
+            calls.finished(index, outcomes[index]);
+        }
+    };
+    std::vector<std::thread> workers;
+    const auto count = std::min(static_cast<std::size_t>(std::max(threads, 1)), jobs.size());
+    for (std::size_t i = 0; i < count; ++i)
+        workers.emplace_back(work);
+    for (std::thread& worker : workers)
+        worker.join();
+    return outcomes;
+}
+
+}  // namespace tool

@@ -1,0 +1,42 @@
+// FileMetadata: what an audio file carries beside the audio, as far as libsndfile reads it.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <sndfile.h>
+
+namespace tool {
+
+struct FileMetadata {
+    // A whole chunk of a WAV or AIFF file, such as iXML.
+    struct Chunk {
+        std::string id;
+        std::string data;
+    };
+
+    std::map<int, std::string> tags;  // by SF_STR_TITLE and so on
+    std::string broadcast;            // the bytes of SF_BROADCAST_INFO with its whole history
+    std::string cart;                 // the bytes of SF_CART_INFO with its whole tag text
+    std::vector<SF_CUE_POINT> cues;   // cue points and markers
+    std::optional<SF_INSTRUMENT> instrument;  // key, velocity and loop points
+    std::vector<Chunk> chunks;                // those that are copied as they are
+    std::vector<std::string> otherChunks;     // IDs of those that are not
+
+    // Moves cues and loops to audio that starts `frames` later.
+    void delay(std::int64_t frames);
+    // Takes out the loudness that a broadcast chunk states, since processing changes it.
+    void forgetLoudness();
+    // What `written` lacks of this, in words: "the tag ALBUM", "3 cue points".
+    std::vector<std::string> missingFrom(const FileMetadata& written) const;
+};
+
+// `format` is the file's SF_INFO::format.
+FileMetadata readMetadata(SNDFILE* file, int format);
+// Before the first sample is written. What the format cannot hold is left out.
+void writeMetadata(SNDFILE* file, int format, const FileMetadata& metadata);
+
+}  // namespace tool

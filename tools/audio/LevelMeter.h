@@ -1,0 +1,51 @@
+// LevelMeter: peak, RMS, and loudness after EBU R 128 (ITU-R BS.1770-4).
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <ebur128.h>
+
+namespace tool {
+
+struct Loudness {
+    double integrated;        // LUFS; -inf for audio that is silent or shorter than 0.4 s
+    double range;             // LU
+    double shortTermMaximum;  // LUFS, of 3 s
+    double truePeak;          // linear
+};
+
+struct Levels {
+    double peak = 0.0;                 // linear
+    double rms = 0.0;                  // linear, of all channels together
+    std::optional<Loudness> loudness;  // if the meter measures it
+};
+
+class LevelMeter {
+public:
+    // `rate` in Hz. Loudness takes longer than everything else, so it is measured on demand.
+    LevelMeter(int channels, int rate, bool withLoudness);
+
+    // Interleaved samples. Those that are not finite count as 0.
+    void add(const float* interleaved, std::int64_t frames);
+    // Of everything added so far.
+    Levels levels();
+
+private:
+    void addLoudness();
+
+    struct Close {
+        void operator()(ebur128_state* state) const;
+    };
+    std::size_t channels;
+    double peak, sumOfSquares;
+    std::int64_t sampleCount;
+    std::unique_ptr<ebur128_state, Close> state;  // null without loudness
+    std::vector<float> pending;                   // less than 0.1 s, after which it is read
+    std::size_t interval;                         // samples in 0.1 s
+    double shortTermMaximum;                      // LUFS
+};
+
+}  // namespace tool

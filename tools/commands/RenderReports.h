@@ -1,0 +1,25 @@
+// What `render` tells of its results: as text, and as a JSON or CSV file.
+#pragma once
+
+#include "tools/audio/Album.h"
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace tool {
+
+// What a user should know about a result: clipped samples, metadata that is not kept and so on.
+std::vector<std::string> remarksOf(const RenderReport& report);
+
+void printSummary(std::FILE* stream, const RenderJob& job, const RenderReport& report);
+// A table of all files, and a line of totals.
+void printAlbum(std::FILE* stream, const std::vector<RenderJob>& jobs,
+                const std::vector<RenderOutcome>& outcomes, double elapsedSeconds);
+
+// Throws ToolError unless the name ends in .json or .csv.
+void checkReportName(const std::string& path);
+void writeReport(const std::string& path, const std::vector<RenderJob>& jobs,
+                 const std::vector<RenderOutcome>& outcomes);
+
+}  // namespace tool
