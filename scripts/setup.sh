@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs missing Debian packages for a purpose.
-# Usage: setup.sh build|demo|manual|package|hosts|soak|test|memcheck|tidy
+# Usage: setup.sh build|demo|manual|package|hosts|soak|cluster|test|memcheck|tidy
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config juce-modules-source-data
@@ -11,6 +11,7 @@ manual=(gnuplot-nox pandoc weasyprint fonts-liberation)
 package=("${manual[@]}" nsis dpkg-dev lintian)
 hosts=(ardour qtractor xvfb xdotool x11-utils imagemagick python3-numpy sonic-pi-samples)
 soak=(wine wine64 xvfb libxtst-dev)
+cluster=(slurm-wlm munge python3)
 tests=("${package[@]}" wine wine64 googletest clang-format-14 flake8 clang-14 libclang-rt-14-dev
        libstb-dev libxtst-dev xvfb xdotool python3-numpy python3-pil parallel)
 
@@ -21,11 +22,12 @@ manual) wanted=("${build[@]}" "${manual[@]}") ;;
 package) wanted=("${build[@]}" "${package[@]}") ;;
 hosts) wanted=("${build[@]}" "${hosts[@]}") ;;
 soak) wanted=("${build[@]}" "${soak[@]}") ;;
+cluster) wanted=("${build[@]}" "${cluster[@]}") ;;
 test) wanted=("${build[@]}" "${tests[@]}") ;;
 memcheck) wanted=("${build[@]}" "${tests[@]}" valgrind) ;;
 tidy) wanted=("${build[@]}" googletest libstb-dev libxtst-dev clang-tidy-14) ;;
 *)
-    echo "usage: setup.sh build|demo|manual|package|hosts|soak|test|memcheck|tidy" >&2
+    echo "usage: setup.sh build|demo|manual|package|hosts|soak|cluster|test|memcheck|tidy" >&2
     exit 2
     ;;
 esac

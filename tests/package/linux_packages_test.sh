@@ -21,12 +21,12 @@ check_tool() {
     expect "libraries missing for $1" "" "$(ldd "$1" | sed -n '/not found/p')"
     [ -f "$work/expected.wav" ] || {
         noise "$work/in.wav"
-        "$products/linux/zkrt46" render --set LFreqL=82 --set LGainL=+3.5 "$work/in.wav" \
+        "$products/linux/zkrt46" render --set LFreq=82 --set LGain=+3.5 "$work/in.wav" \
             "$work/expected.wav"
     }
     env -u ZKRT46_PLUGIN "$1" info | grep -q "Zt46" || fail "$1 does not find its library"
     rm -f "$work/out.wav"
-    env -u ZKRT46_PLUGIN "$1" render --set LFreqL=82 --set LGainL=+3.5 "$work/in.wav" "$work/out.wav"
+    env -u ZKRT46_PLUGIN "$1" render --set LFreq=82 --set LGain=+3.5 "$work/in.wav" "$work/out.wav"
     same "$work/expected.wav" "$work/out.wav"
 }
 
