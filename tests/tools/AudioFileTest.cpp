@@ -314,6 +314,17 @@ TEST(AudioFile, DitherKeepsASineBelowTheLastBitAndItsNoiseIsAsComputed)
                       row.dither == Dither::Shaped ? 3e-7 : 1e-6)
                 << harmonic;
     }
+    // Each channel is shaped by its own errors: the correlation of neighbours, from the
+    // coefficients.
+    writeAudio(folder / "s.wav", std::vector<float>(count), SampleFormat::Int16, 48000, 2, {},
+               Dither::Shaped);
+    const std::vector<float> shaped = readAudio(folder / "s.wav");
+    double power = 0.0, product = 0.0;
+    for (std::size_t i = 2; i < count; i += 2) {
+        power += static_cast<double>(shaped[i]) * static_cast<double>(shaped[i]);
+        product += static_cast<double>(shaped[i]) * static_cast<double>(shaped[i - 2]);
+    }
+    EXPECT_NEAR(product / power, -14.77 / 16.56, 0.02);
     writeAudio(folder / "none.wav", sine, SampleFormat::Int16);
     EXPECT_GT(toneAndRest(readAudio(folder / "none.wav"), 3.0 * frequency).first, 3e-6)
         << "rounding alone distorts, which is what this test can see";

@@ -102,6 +102,11 @@ TEST_F(CommandLine, RendersWithoutOutputAndTheSameInAnyBlockSize)
     ASSERT_EQ(run("render in.wav c.wav"), 0);
     EXPECT_FALSE(contentOf(folder / "a.wav") == contentOf(folder / "c.wav"))
         << "the settings had no effect";
+    for (const char* dither : {"none", "tpdf", "shaped"})
+        EXPECT_EQ(run(std::string("render in.wav ") + dither + ".wav --bits 16 --dither " + dither),
+                  0);
+    EXPECT_NE(contentOf(folder / "none.wav"), contentOf(folder / "tpdf.wav"));
+    EXPECT_NE(contentOf(folder / "shaped.wav"), contentOf(folder / "tpdf.wav"));
     ASSERT_EQ(run("render in.wav d.flac --keep-latency --bits 16"), 0);
     EXPECT_EQ(AudioReader(folder / "d.flac").frames(), 4800 + 96);
     writeContent(folder / "moves.csv", "0, LFreqL, 82\n0, LGainL, 3.5\n0, LShelfL, On\n");

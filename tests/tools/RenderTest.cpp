@@ -171,6 +171,32 @@ TEST_F(Rendering, ReachesTheLoudnessThatIsAskedForAndNeverPassesTheCeiling)
     EXPECT_EQ(report.notes.at(0).rfind("silent", 0), 0u);
 }
 
+TEST(TruePeak, IsThatOfTheToneBetweenTheSamples)
+{
+    // Tones that swell to an amplitude of 0.5, with samples beside the crests.
+    for (const auto& [rate, frequency, phase] : {std::tuple{44100, 11025.0, 0.25},
+                                                 {48000, 997.0, 0.1},
+                                                 {44100, 20000.0, 0.3},
+                                                 {48000, 16000.0, 0.5},
+                                                 {96000, 24000.0, 0.25},
+                                                 {96000, 32000.0, 1.0 / 6.0}}) {
+        LevelMeter meter(2, rate, true);
+        for (int i = 0; i < rate; ++i) {
+            const double angle = 3.14159265358979 * (2.0 * frequency / rate * i + phase);
+            const double swell = std::sin(3.14159265358979 * i / rate);
+            const auto left = static_cast<float>(0.5 * swell * std::sin(angle));
+            const float frame[]{left, 0.1f * left};
+            meter.add(frame, 1);
+        }
+        const double decibels = 20.0 * std::log10(meter.levels().loudness->truePeak);
+        EXPECT_NEAR(decibels, -6.02, 0.03) << rate << " " << frequency;
+    }
+    LevelMeter high(1, 192000, true);
+    const std::vector<float> samples = noise(192000, 1);
+    high.add(samples.data(), 192000);
+    EXPECT_EQ(high.levels().loudness->truePeak, high.levels().peak);
+}
+
 TEST_F(Rendering, AnAlbumsFilesAreThoseRenderedOneByOne)
 {
     std::vector<std::string> inputs;

@@ -27,9 +27,10 @@ LevelMeter::LevelMeter(int channels, int rate, bool withLoudness)
     if (!withLoudness)
         return;
     state.reset(ebur128_init(static_cast<unsigned>(channels), static_cast<unsigned long>(rate),
-                             EBUR128_MODE_I | EBUR128_MODE_LRA | EBUR128_MODE_TRUE_PEAK));
+                             EBUR128_MODE_I | EBUR128_MODE_LRA));
     if (!state)
         throw std::bad_alloc();
+    truePeaks.assign(this->channels, TruePeak(rate));
 }
 
 void LevelMeter::add(const float* interleaved, std::int64_t frames)
@@ -52,6 +53,12 @@ void LevelMeter::add(const float* interleaved, std::int64_t frames)
 void LevelMeter::addLoudness()
 {
     ebur128_add_frames_float(state.get(), pending.data(), pending.size() / channels);
+    std::vector<float> one(pending.size() / channels);
+    for (std::size_t channel = 0; channel < channels; ++channel) {
+        for (std::size_t i = 0; i < one.size(); ++i)
+            one[i] = pending[i * channels + channel];
+        truePeaks[channel].add(one.data(), one.size());
+    }
     pending.clear();
     double shortTerm = 0.0;
     if (ebur128_loudness_shortterm(state.get(), &shortTerm) == EBUR128_SUCCESS)
@@ -70,11 +77,8 @@ Levels LevelMeter::levels()
     Loudness loudness{kSilence, 0.0, shortTermMaximum, 0.0};
     ebur128_loudness_global(state.get(), &loudness.integrated);
     ebur128_loudness_range(state.get(), &loudness.range);
-    for (std::size_t channel = 0; channel < channels; ++channel) {
-        double channelPeak = 0.0;
-        ebur128_true_peak(state.get(), static_cast<unsigned>(channel), &channelPeak);
-        loudness.truePeak = std::max(loudness.truePeak, channelPeak);
-    }
+    for (TruePeak& channel : truePeaks)
+        loudness.truePeak = std::max(loudness.truePeak, channel.peak());
     result.loudness = loudness;
     return result;
 }

@@ -1,6 +1,8 @@
 // LevelMeter: peak, RMS, and loudness after EBU R 128 (ITU-R BS.1770-4).
 #pragma once
 
+#include "tools/audio/TruePeak.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -43,6 +45,7 @@ private:
     double peak, sumOfSquares;
     std::int64_t sampleCount;
     std::unique_ptr<ebur128_state, Close> state;  // null without loudness
+    std::vector<TruePeak> truePeaks;              // of each channel
     std::vector<float> pending;                   // less than 0.1 s, after which it is read
     std::size_t interval;                         // samples in 0.1 s
     double shortTermMaximum;                      // LUFS
