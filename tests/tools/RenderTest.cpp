@@ -171,6 +171,33 @@ TEST_F(Rendering, ReachesTheLoudnessThatIsAskedForAndNeverPassesTheCeiling)
     EXPECT_EQ(report.notes.at(0).rfind("silent", 0), 0u);
 }
 
+TEST_F(Rendering, KeepsCuesAtTheirPlaceInTheAudio)
+{
+    FileMetadata metadata;
+    metadata.cues = {SF_CUE_POINT{1, 0, 0x61746164, 0, 0, 200, ""}};
+    writeAudio(job.input, noise(1000, 1), SampleFormat::Float32, kRate, 1, metadata);
+    for (const bool keepLatency : {false, true}) {
+        job.keepLatency = keepLatency;
+        rendered();
+        EXPECT_EQ(AudioReader(job.output).metadata().cues.at(0).sample_offset,
+                  keepLatency ? 200u + kDelay : 200u);
+    }
+}
+
+TEST(LevelMeter, MeasuresTheRangeBetweenTwoLevels)
+{
+    // EBU Tech 3342, case 1: 20 s at -20 dBFS and 20 s at -30 dBFS have a range of 10 LU.
+    LevelMeter meter(2, kRate, true);
+    for (int i = 0; i < 40 * kRate; ++i) {
+        const double level = i < 20 * kRate ? 0.1 : 0.1 / std::sqrt(10.0);
+        const auto x = static_cast<float>(level * std::sin(6.283185307179586 * i / 48.0));
+        const float frame[]{x, x};
+        meter.add(frame, 1);
+    }
+    EXPECT_NEAR(meter.levels().loudness->range, 10.0, 0.3);
+    EXPECT_NEAR(meter.levels().loudness->shortTermMaximum, -20.0, 0.1);
+}
+
 TEST(TruePeak, IsThatOfTheToneBetweenTheSamples)
 {
     // Tones that swell to an amplitude of 0.5, with samples beside the crests.
