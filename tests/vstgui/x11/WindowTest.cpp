@@ -117,11 +117,15 @@ TEST_F(X11Window, TheFocusReturnsToItsPreviousOwnerOrElseToTheHost)
 
     open();
     auto* edit = addEdit();
-    user(to(100, 70) + " click 1");
-    ASSERT_NE(edit->getPlatformTextEdit(), nullptr);
-    other.destroy();
-    user("key Escape");
-    EXPECT_TRUE(desktop.hasKeyboard(host));
+    HostWindow last({750, 400}, 100, 100);
+    for (HostWindow* const owner : {&other, &last}) {
+        owner->takeKeyboard();
+        user(to(100, 70) + " click 1");
+        ASSERT_NE(edit->getPlatformTextEdit(), nullptr);
+        owner == &last ? owner->destroy() : desktop.unmap(*owner);
+        user("key Escape");
+        EXPECT_TRUE(desktop.hasKeyboard(host));
+    }
 }
 
 TEST_F(X11Window, AMenuGrabsClicksAndKeysAndReleasesThem)
