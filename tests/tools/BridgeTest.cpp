@@ -82,6 +82,23 @@ TEST_F(FakeWine, DetectsAHelperThatExitsOrSendsDamagedMessages)
     unsetenv("WINEDEBUG");
 }
 
+TEST(BridgeProtocol, SettingsAndReportsArriveAsSent)
+{
+    MessageWriter writer;
+    putSettings(writer, {1, 2, 3.5, 4});
+    putReports(writer, {{{5, 6.5f}}, 7, 8, 9, 10, 11, 12, 13});
+    const std::vector<std::uint8_t>& framed = writer.framed();
+    MessageReader reader({framed.begin() + 4, framed.end()});
+    const auto [version, level, rate, block] = getSettings(reader);
+    EXPECT_EQ(std::tie(version, level, rate, block), std::make_tuple(1, 2, 3.5, 4));
+    const HostReports r = getReports(reader);
+    ASSERT_EQ(r.automated.size(), 1u);
+    EXPECT_EQ(std::tie(r.automated[0].index, r.automated[0].value), std::make_tuple(5, 6.5f));
+    EXPECT_EQ(std::tie(r.beginEdits, r.endEdits, r.ioChanges, r.displayUpdates, r.windowSizes,
+                       r.windowWidth, r.windowHeight),
+              std::make_tuple(7, 8, 9, 10, 11, 12, 13));
+}
+
 // Everything that a host can query, before and after a few changes, as text.
 std::string storyOf(Plugin& plugin)
 {
