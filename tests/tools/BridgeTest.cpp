@@ -3,9 +3,9 @@
 #include "tests/support/Noise.h"
 #include "tests/support/Stream.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/WindowsBuild.h"
 #include "tests/tools/Complaint.h"
 #include "tools/host/BridgedPlugin.h"
-#include "tools/host/OpenPlugin.h"
 
 #include <gtest/gtest.h>
 #include <sstream>
@@ -132,15 +132,10 @@ std::string storyOf(Plugin& plugin)
 
 TEST(RealWine, APluginBehavesAsTheNativeOne)
 {
-    const std::string windows = ZKR_WINDOWS_BUILD, dll = windows + "/shell/ZKRT46.dll";
-    const std::string helper = windows + "/tools/bridge/zkrt46-bridge.exe";
-    if (!std::filesystem::exists(dll) || !std::filesystem::exists(helper)) {
-        ASSERT_EQ(getenv("ZKR_EXPECT_WINDOWS"), nullptr) << "no Windows build";
-        GTEST_SKIP() << "no Windows build in " << windows;
-    }
-    setenv("ZKRT46_BRIDGE", helper.c_str(), 1);
-    setenv("WINEPREFIX", (windows + "/../wine").c_str(), 0);
-    EXPECT_EQ(storyOf(*openPlugin(dll)), storyOf(*openPlugin(ZKRT46_LIBRARY)));
+    const auto windows = openWindowsPlugin();
+    if (!windows)
+        GTEST_SKIP() << "no Windows build";
+    EXPECT_EQ(storyOf(*windows), storyOf(*openPlugin(ZKRT46_LIBRARY)));
     TemporaryFolder folder;
     writeContent(folder / "text.dll", "no library");
     EXPECT_EQ(complaintOf([&] { BridgedPlugin refused(folder / "text.dll"); }),
