@@ -44,10 +44,16 @@ public:
         XSync(display, False);
     }
 
-    void unmap(const HostWindow& host)
+    void unmap(void* window)
     {
-        XUnmapWindow(display, windowOf(host));
+        XUnmapWindow(display, asWindow(window));
         XSync(display, False);
+    }
+    bool isMapped(void* window)
+    {
+        XWindowAttributes attributes{};
+        return XGetWindowAttributes(display, asWindow(window), &attributes)
+            && attributes.map_state == IsViewable;
     }
 
     bool hasKeyboard(const HostWindow& host)
@@ -55,7 +61,21 @@ public:
         ::Window holder = None;
         int revert = 0;
         XGetInputFocus(display, &holder, &revert);
-        return holder == windowOf(host);
+        return holder == asWindow(host.handle());
+    }
+
+    // Sends a client message with its first two numbers.
+    void send(::Window window, const char* type, long first, long second)
+    {
+        XEvent event{};
+        event.xclient.type = ClientMessage;
+        event.xclient.window = window;
+        event.xclient.message_type = XInternAtom(display, type, False);
+        event.xclient.format = 32;
+        event.xclient.data.l[0] = first;
+        event.xclient.data.l[1] = second;
+        XSendEvent(display, window, False, NoEventMask, &event);
+        XSync(display, False);
     }
 
     // Maps characters to the last key codes, so that xdotool need not remap keys while it types.
@@ -82,6 +102,11 @@ public:
         return pointer == GrabSuccess && keyboard == GrabSuccess;
     }
 
+    static ::Window asWindow(void* handle)
+    {
+        return static_cast<::Window>(reinterpret_cast<uintptr_t>(handle));
+    }
+
     // Acts as a window manager on the windows that are transient for the host's: gives each the
     // keyboard, asks it to close if `close`, and returns their titles.
     std::vector<std::string> titlesInFront(const HostWindow& host, bool close = false)
@@ -94,21 +119,16 @@ public:
         for (unsigned int i = 0; i < count; ++i) {
             ::Window owner = 0;
             char* title = nullptr;
-            if (!XGetTransientForHint(display, children[i], &owner) || owner != windowOf(host))
+            if (!XGetTransientForHint(display, children[i], &owner)
+                || owner != asWindow(host.handle()))
                 continue;
             XFetchName(display, children[i], &title);
             titles.emplace_back(title ? title : "");
             XFree(title);
             XSetInputFocus(display, children[i], RevertToPointerRoot, CurrentTime);
-            XEvent event{};
-            event.xclient.type = ClientMessage;
-            event.xclient.window = children[i];
-            event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
-            event.xclient.format = 32;
-            event.xclient.data.l[0] =
-                static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
             if (close)
-                XSendEvent(display, children[i], False, NoEventMask, &event);
+                send(children[i], "WM_PROTOCOLS",
+                     static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False)), 0);
         }
         XFree(children);
         XSync(display, False);
@@ -116,10 +136,5 @@ public:
     }
 
 private:
-    static ::Window windowOf(const HostWindow& host)
-    {
-        return static_cast<::Window>(reinterpret_cast<uintptr_t>(host.handle()));
-    }
-
     Display* display;
 };
