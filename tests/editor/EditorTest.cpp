@@ -211,6 +211,21 @@ TEST_F(Editor, AHoveredControlIsHighlightedOrShowsItsHint)
         }
 }
 
+// Hosts that keep wheel and keys for themselves hand them over by calls.
+TEST_F(Editor, TheHostsWheelAndKeysGoToThePointedControlAndTheOpenTextBox)
+{
+    constexpr int16 kCommandKey = 4;
+    window->screen.setPointer(at(kLGainL));
+    EXPECT_EQ(window->view->onWheel(1.0f), kResultTrue);
+    EXPECT_GT(value(kLGainL), 0.5);
+    EXPECT_EQ(window->view->onKeyDown(0, VKEY_TAB, 0), kResultFalse);
+    window->click(at(kNameTag));
+    EXPECT_EQ(window->view->onKeyDown(0, VKEY_TAB, kCommandKey), kResultFalse);
+    EXPECT_NE(window->screen.textBoxText(), nullptr);
+    EXPECT_EQ(window->view->onKeyDown(0, VKEY_TAB, 0), kResultTrue);
+    EXPECT_EQ(window->screen.textBoxText(), nullptr);
+}
+
 TEST_F(Editor, LitBypassButtonsPulseInPhase)
 {
     clock.advance(500);
