@@ -88,6 +88,18 @@ TEST(Library, TwoEffectsCoexistAndOneOutlivesTheOther)
     EXPECT_NO_THROW(open()) << "after the last effect is closed another can be opened";
 }
 
+TEST(Library, ListsTheArrangementOfEachSide)
+{
+    const auto plugin = open(44100.0, 1, 2);
+    AEffect* const effect = plugin->effect();
+    VstSpeakerArrangement *in = nullptr, *out = nullptr;
+    EXPECT_EQ(effect->dispatcher(effect, effGetSpeakerArrangement, 0,
+                                 reinterpret_cast<VstIntPtr>(&in), &out, 0.0f),
+              1);
+    EXPECT_EQ(in->type, kSpeakerArrMono);
+    EXPECT_EQ(out->type, kSpeakerArrStereo);
+}
+
 TEST(Library, AHostIsToldOfANewLatencyOnce)
 {
     auto plugin = open(96000.0);
