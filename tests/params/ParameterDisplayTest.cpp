@@ -45,7 +45,8 @@ TEST_F(ParameterDisplay, SwitchesAndSelectorsReadAsTheirPosition)
                 {kHpfL, -INFINITY, "Off"},   {kHpfL, 0.5 / 11 - 1e-12, "Off"},
                 {kHpfL, 0.5 / 11, "20.00"},  // half-way to the first step
                 {kHpfL, INFINITY, "800.00"}, {kChannel, 0.124, "Middle"},
-                {kChannel, 0.125, "Left"}};
+                {kChannel, 0.125, "Left"},   {kChannel, 0.375, "Stereo"},
+                {kChannel, 0.75, "Right"},   {kChannel, 1.0, "Side"}};
     for (const auto& row : rows)
         EXPECT_EQ(shown(row.id, row.value), row.text) << row.id << " at " << row.value;
     for (const double outside : {2.0, -2.0, 1e300, -1e300, double{NAN}})

@@ -123,41 +123,6 @@ TEST_F(ParameterDisplay, LevelsAreThoseInForceAtEveryStep)
         }
 }
 
-// Without equaliser strips and oversampling the output equals the input.
-TEST_F(ParameterDisplay, SelectorsAreWhatIsHeard)
-{
-    const float l = 0.5f, r = 0.125f;
-    const auto heard = [&](ParamID id, double position) {
-        Processor processor(192000.0);
-        for (auto* strip : {&processor.eqStripL, &processor.eqStripR})
-            strip->reset();
-        processor.set(kBpsCh1, 1.0);  // channel 1, left or mid, is unprocessed
-        processor.set(kQB11, 1.0);
-        processor.set(kPhaseR, 1.0);
-        processor.set(id, position);
-        std::vector<Signal> in{{l}, {r}};
-        const std::vector<Signal> out = processor.block(in, 2);
-        return std::make_pair(out[0][0], out[1][0]);
-    };
-    // Channel 2 is inverted: right, or side.
-    const struct {
-        ParamID id;
-        double position;
-        const char* text;
-        float left, right;
-    } rows[] = {{kChannel, 0.0, "Middle", l - r, l - r},
-                {kChannel, 0.25, "Left", l, l},
-                {kChannel, 0.5, "Stereo", l, -r},
-                {kChannel, 0.75, "Right", -r, -r},
-                {kChannel, 1.0, "Side", l + r, l + r},
-                {kMS, 0.0, "Stereo", l, -r},
-                {kMS, 1.0, "MidSide", r, l}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(shown(row.id, row.position), row.text);
-        EXPECT_EQ(heard(row.id, row.position), std::make_pair(row.left, row.right)) << row.text;
-    }
-}
-
 TEST_F(ParameterDisplay, LatencyIsWhatTheProcessorReports)
 {
     EXPECT_EQ(CInfo({}, nullptr, 60).latencyText(), "Latency: 2.18 ms, 96 samples");
