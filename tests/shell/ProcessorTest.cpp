@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
+#include <random>
 
 using namespace probe;
 
@@ -224,6 +226,59 @@ TEST(Channels, MonoEqualsStereoWithTwoEqualChannels)
                     for (std::size_t i = 0; i < in.size(); ++i)
                         ASSERT_NEAR(heard[i], wanted[i], 1e-6f) << i;
         }
+}
+
+// Filters, glides and switches follow every change of rate, buses, block length and parameters,
+// also one that comes while others are under way.
+TEST(Transitions, AfterSilenceAnInstanceSoundsAsAFreshOne)
+{
+    std::mt19937 random(3);
+    const auto below = [&](unsigned count) { return static_cast<unsigned>(random() % count); };
+    std::array<double, kPresetParamCount> values{};
+    Processor walked;
+    for (int round = 0; round < 24; ++round) {
+        const double rate = std::array{44100, 48000, 88200, 96000, 176400, 192000}[below(6)];
+        const Layout layout = kLayouts[below(3)];
+        const auto setUp = [&](Processor& processor) {
+            processor.setActive(false);
+            processor.arrange(layout.in, layout.out);
+            ProcessSetup setup{kRealtime, kSample32, 4096, rate};
+            processor.setupProcessing(setup);
+            processor.setActive(true);
+        };
+        const auto play = [&](Processor& processor, std::vector<Signal> in, int block) {
+            in.resize(layout.in == kMono ? 1 : 2);
+            return processor.render(in, {block}, layout.out == kMono ? 1 : 2);
+        };
+        setUp(walked);
+        for (int change = 0; change < 80; ++change) {
+            const ParamID id =
+                round == 0 && change < 58 ? static_cast<ParamID>(change) : below(kPresetParamCount);
+            walked.set(id, values[id] = below(1000) / 999.0);
+            if (change % 8 == 7)
+                play(walked, stereoNoise(1 + below(400)), 1 + static_cast<int>(below(100)));
+        }
+        // The left and right parameters of these set one switch: the last change counts.
+        for (const ParamID id : {kTrfoDsL, kTrfoDsR, kAmpDsbL, kAmpDsbR})
+            walked.set(id, values[id] = below(2));
+        for (const ParamID id : {kPower, kBpsCh1, kBpsCh2})
+            walked.set(id, values[id] = id == kPower);
+        Processor fresh;
+        setUp(fresh);
+        for (ParamID id = 0; id < kPresetParamCount; ++id)
+            fresh.set(id, values[id]);
+        const std::vector<Signal> silence(2, Signal(static_cast<std::size_t>(rate)));
+        play(walked, silence, 512);
+        play(fresh, silence, 512);
+        const auto got = play(walked, stereoNoise(2000), 100);
+        const auto wanted = play(fresh, stereoNoise(2000), 512);
+        for (std::size_t c = 0; c < wanted.size(); ++c) {
+            const auto [low, high] = std::minmax_element(wanted[c].begin(), wanted[c].end());
+            for (std::size_t i = 0; i < wanted[c].size(); ++i)
+                ASSERT_NEAR(got[c][i], wanted[c][i], 1e-5f * (*high - *low) + 1e-9f)
+                    << "sample " << i << " of round " << round << ", at " << rate << " Hz";
+        }
+    }
 }
 
 TEST(Licence, ThePassPathLeavesTheSoundUntouchedAndUndelayed)
