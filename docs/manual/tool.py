@@ -30,7 +30,7 @@ class Tool:
         return names
 
     def _listed(self, *arguments):
-        _, found, text = self.run(*arguments).partition("Subcommands:\n")
+        _, found, text = self.run(*arguments).partition("Commands:\n")
         return re.findall(r"^  (\S+)", text, re.MULTILINE) if found else []
 
     def parameters(self):

@@ -93,7 +93,7 @@ zcat "$root/$documents/changelog.gz" | head -n 1 | grep -qF "zkr-t46 ($version)"
     fail "the changelog does not begin with this version"
 # The manual page describes every command of the tool; lintian checks the page.
 zcat "$root/usr/share/man/man1/zkrt46.1.gz" >"$work/zkrt46.1"
-"$root/usr/bin/zkrt46" --help | sed -n '/^Subcommands:/,$s/^  \([a-z]\+\) .*/\1/p' >"$work/commands"
+"$root/usr/bin/zkrt46" --help | sed -n '/^Commands:/,$s/^  \([a-z]\+\) .*/\1/p' >"$work/commands"
 [ -s "$work/commands" ] || fail "the tool lists no commands"
 while read -r command; do
     grep -q "^\.B $command\$" "$work/zkrt46.1" || fail "the page zkrt46(1) does not mention $command"

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include <sys/stat.h>
 
@@ -48,6 +49,7 @@ TEST_F(CommandLine, BadInputGivesOneLineExitCode2AndNoFile)
         {"render \"$(printf 'a\\nb.wav')\" x.wav", "no such file: 'a b.wav'"},
         {"response -o x.pdf", "its name must end in .svg, .png or .csv"},
         {"response --to 30000 -o x.png", "--to lies above half the rate"},
+        {"response --rate 1e9", "--rate: '1e9' is not in range 8000 to 768000"},
         {"response --from 2000 --to 1000", "--from must lie below --to"},
         {"harmonics --sweep 0:1", "--sweep is FROM:TO:STEP in dB"},
         {"harmonics --sweep -130:0:10", "--sweep goes from -120 to 20 dBFS at most"},
@@ -299,6 +301,26 @@ TEST_F(CommandLine, WritesMeasurementsAsTablesAndPictures)
     EXPECT_EQ(run("response --points 2 -o x.png", "timeout() { shift; PATH=/nowhere \"$@\"; };"),
               2);
     EXPECT_NE(err.find("gnuplot"), std::string::npos) << err;
+}
+
+TEST_F(CommandLine, HelpFitsTheWidth)
+{
+    EXPECT_EQ(run("--version"), 0);
+    EXPECT_EQ(out, "zkrt46 1.0.1.0\n");
+    const auto longest = [this] {
+        std::size_t length = 0;
+        std::istringstream lines(out);
+        for (std::string line; std::getline(lines, line);)
+            length = std::max(length, line.size());
+        return length;
+    };
+    EXPECT_EQ(run("--help-all", "COLUMNS=120"), 0);
+    EXPECT_GT(longest(), 115u);
+    EXPECT_LE(longest(), 120u);
+    EXPECT_EQ(run("--help-all"), 0);
+    EXPECT_LE(longest(), 80u);
+    EXPECT_NE(out.find("8000 to 768000"), out.npos);
+    EXPECT_EQ(out.find(".000000"), out.npos);
 }
 
 }  // namespace

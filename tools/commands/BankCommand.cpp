@@ -63,22 +63,27 @@ void addBankCommand(CLI::App& app, Action& action)
     show.add_flag("--all", options->all, "Also what is as in the default preset");
     bindAction(show, action, options, runShow);
 
-    CLI::App& exporting = *group.add_subcommand("export", "Write a bank into a .zkb or .json file");
+    CLI::App& exporting =
+        *group.add_subcommand("export", "Write the factory bank, or BANK, into a file");
     exporting.add_option("BANK", options->input,
                          "The bank: .zkb or .json. Default: the factory bank");
-    exporting.add_option("-o,--output", options->output, "The file: .zkb or .json")->required();
+    exporting.add_option("-o,--output", options->output, "The file: .zkb or .json")
+        ->type_name("FILE")
+        ->required();
     bindAction(exporting, action, options, runConvert);
 
     CLI::App& importing =
-        *group.add_subcommand("import", "Make a bank file of JSON, or the reverse");
+        *group.add_subcommand("import", "Write the bank in IN into a file of another format");
     importing.add_option("IN", options->input, "The bank: .json or .zkb")->required();
-    importing.add_option("-o,--output", options->output, "The file: .zkb or .json")->required();
+    importing.add_option("-o,--output", options->output, "The file: .zkb or .json")
+        ->type_name("FILE")
+        ->required();
     bindAction(importing, action, options, runConvert);
 
     CLI::App& diff = *group.add_subcommand(
         "diff", "Compare two banks; the exit code is 0 if they are equal and 1 if not");
     diff.add_option("FIRST", options->input, "A bank: .zkb or .json")->required();
-    diff.add_option("SECOND", options->other, "Another. Default: the factory bank");
+    diff.add_option("SECOND", options->other, "Another: .zkb or .json. Default: the factory bank");
     bindAction(diff, action, options, runDiff);
 }
 

@@ -27,22 +27,37 @@ std::string defaultPlugin()
 
 }  // namespace
 
+// CLI::Range, but with a message that has no more decimals than the limits.
+CLI::Validator numberRange(double lowest, double highest)
+{
+    char limits[64];
+    std::snprintf(limits, sizeof(limits), "%.10g to %.10g", lowest, highest);
+    CLI::Range range(lowest, highest);
+    return CLI::Validator(
+        [range, words = std::string(limits)](std::string& text) {
+            return range(text).empty() ? "" : "'" + text + "' is not in range " + words;
+        },
+        range.get_description());
+}
+
 void addPluginOption(CLI::App& command, std::string& path)
 {
     path = defaultPlugin();
-    command.add_option("--plugin", path,
-                       "The plug-in: a Linux library (.so) or, through Wine, a Windows one (.dll). "
-                       "Default: $ZKRT46_PLUGIN, else ZKRT46.so beside this program or in "
-                       "../lib/vst");
+    command
+        .add_option("--plugin", path,
+                    "The plug-in's library (.so, .dll) instead of the usual one; "
+                    "'zkrt46 --help' tells more")
+        ->type_name("FILE");
 }
 
 void addSetOption(CLI::App& command, std::vector<std::string>& settings)
 {
     command
-        .add_option("--set", settings,
-                    "TITLE=VALUE as the plug-in shows it, such as LFreq=82 for both channels, LFreqL=82 "
-                    "for the left one, or Channel=Side; or a normalised value such as LGain=0.75n; "
-                    "may be repeated")
+        .add_option(
+            "--set", settings,
+            "TITLE=VALUE as the plug-in shows it, such as LFreq=82 for both channels, LFreqL=82 "
+            "for the left one, or Channel=Side; or a normalised value such as LGain=0.75n; "
+            "may be repeated")
         ->allow_extra_args(false)
         ->type_name("TITLE=VALUE");
 }

@@ -30,6 +30,9 @@ void addScreenshotCommand(CLI::App& app, Action& action);
 
 // --- Shared by the commands ---
 
+// A validator for numbers from `lowest` to `highest`.
+CLI::Validator numberRange(double lowest, double highest);
+
 // --plugin. Default: the environment's ZKRT46_PLUGIN, else the library beside this program.
 void addPluginOption(CLI::App& command, std::string& path);
 // The command takes --plugin, and calls `run` with the options that its line has filled in.

@@ -63,7 +63,10 @@ void addEditCommand(CLI::App& app, Action& action)
         *app.add_subcommand("edit", "Open the editor in a window; nothing is played");
     command.add_option("FILE", options->input,
                        "An audio file to render with the settings when the window is closed");
-    command.add_option("-o,--output", options->output, "The result of that");
+    command
+        .add_option("-o,--output", options->output,
+                    "The result of that: .wav, .aif, .aiff or .flac")
+        ->type_name("FILE");
     addPresetOptions(command, options->choice);
     addSetOption(command, options->settings);
     addPluginOption(command, options->plugin);

@@ -277,18 +277,20 @@ void addHarmonicsCommand(CLI::App& app, Action& action)
     addSetOption(command, options->settings);
     command.add_option("--freq", options->plan.hz, "The tone in Hz")
         ->capture_default_str()
-        ->check(CLI::Range(5.0, 100000.0));
+        ->check(numberRange(5.0, 100000.0));
     CLI::Option* level = command.add_option("--level", options->level, "Its peak in dBFS")
                              ->capture_default_str()
-                             ->check(CLI::Range(kMinLevel, kMaxLevel));
+                             ->check(numberRange(kMinLevel, kMaxLevel));
     command.add_option("--sweep", options->sweep, "Several levels in dBFS, such as -40:0:2")
         ->type_name("FROM:TO:STEP")
         ->excludes(level);
     command.add_option("--rate", options->plan.rate, "Sample rate in Hz")
         ->capture_default_str()
-        ->check(CLI::Range(8000.0, 768000.0));
-    command.add_option("-o,--output", options->output,
-                       "A picture (.svg, .png) or a table (.csv). Default: a table on the screen");
+        ->check(numberRange(8000.0, 768000.0));
+    command
+        .add_option("-o,--output", options->output,
+                    "A picture (.svg, .png) or a table (.csv). Default: a table on the screen")
+        ->type_name("FILE");
     command.callback([options, &action] { action = [options] { return runHarmonics(*options); }; });
 }
 

@@ -103,7 +103,9 @@ void addPresetCommand(CLI::App& app, Action& action)
         ->type_name("NAME|INDEX")
         ->required();
     addBankOption(exporting, options->choice.bank);
-    exporting.add_option("-o,--output", options->output, "The file: .zkr or .json")->required();
+    exporting.add_option("-o,--output", options->output, "The file: .zkr or .json")
+        ->type_name("FILE")
+        ->required();
     bindAction(exporting, action, options, runExport);
 
     CLI::App& importing = *group.add_subcommand("import", "Put a preset file into a bank");
@@ -114,8 +116,10 @@ void addPresetCommand(CLI::App& app, Action& action)
     importing.add_option("--at", options->at, "Name or index of the preset to replace")
         ->type_name("NAME|INDEX")
         ->required();
-    importing.add_option("-o,--output", options->output,
-                         "The changed bank: .zkb or .json. Default: the bank itself");
+    importing
+        .add_option("-o,--output", options->output,
+                    "The changed bank: .zkb or .json. Default: the bank itself")
+        ->type_name("FILE");
     bindAction(importing, action, options, runImport);
 }
 

@@ -306,24 +306,25 @@ void addResponseCommand(CLI::App& app, Action& action)
             "of the preset and of --set; may be repeated")
         ->allow_extra_args(false)
         ->type_name("TEXT");
-    command.add_option(
-        "-o,--output", options->output,
-        "A picture (.svg, .png) or a table (.csv). Default: the table on the screen");
+    command
+        .add_option("-o,--output", options->output,
+                    "A picture (.svg, .png) or a table (.csv). Default: the table on the screen")
+        ->type_name("FILE");
     command
         .add_option("--level", options->plan.level,
-                    "Peak of the sine in dBFS; the chain is not linear, so it matters")
+                    "Peak of the sine in dBFS, which matters since the chain is not linear")
         ->capture_default_str()
-        ->check(CLI::Range(-120.0, 20.0));
+        ->check(numberRange(-120.0, 20.0));
     command.add_option("--rate", options->plan.rate, "Sample rate in Hz")
         ->capture_default_str()
-        ->check(CLI::Range(8000.0, 768000.0));
+        ->check(numberRange(8000.0, 768000.0));
     command.add_option("--from", options->plan.fromHz, "Lowest frequency in Hz")
         ->capture_default_str()
-        ->check(CLI::Range(1.0, 100000.0));
+        ->check(numberRange(1.0, 100000.0));
     command
         .add_option("--to", options->plan.toHz,
                     "Highest frequency in Hz. Default: 90 % of half the rate")
-        ->check(CLI::Range(1.0, 384000.0));
+        ->check(numberRange(1.0, 384000.0));
     command.add_option("--points", options->plan.points, "Frequencies to measure")
         ->capture_default_str()
         ->check(CLI::Range(2, 10000));
@@ -333,7 +334,7 @@ void addResponseCommand(CLI::App& app, Action& action)
         ->capture_default_str()
         ->check(CLI::IsMember({"auto", "lr", "ms"}));
     command.add_option("--range", options->range, "Height of the picture in dB, up and down")
-        ->check(CLI::Range(0.1, 200.0));
+        ->check(numberRange(0.1, 200.0));
     command.add_option("--title", options->title, "The picture's title");
     command.callback([options, &action] { action = [options] { return runResponse(*options); }; });
 }

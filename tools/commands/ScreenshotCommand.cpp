@@ -128,7 +128,9 @@ void addScreenshotCommand(CLI::App& app, Action& action)
 {
     auto options = std::make_shared<ScreenshotOptions>();
     CLI::App& command = *app.add_subcommand("screenshot", "Draw the editor into a PNG file");
-    command.add_option("-o,--output", options->output, "The picture")->required();
+    command.add_option("-o,--output", options->output, "The picture: .png")
+        ->type_name("FILE")
+        ->required();
     addPresetOptions(command, options->choice);
     addSetOption(command, options->settings);
     command.add_flag("--info", options->info, "With the panel about the product open");

@@ -1,10 +1,13 @@
 // zkrt46: loads the plug-in as a host does, renders audio through it and measures it, and converts
 // and checks its preset and bank files.
+#include "Product.h"
 #include "tools/commands/Commands.h"
+#include "tools/commands/HelpText.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -22,6 +25,26 @@ int reportError(std::string message)
             c = ' ';
     std::fprintf(stderr, "zkrt46: %s\n", message.c_str());
     return kBadInput;
+}
+
+// The program's exit code, when all that it printed was written.
+int finish(int result)
+{
+    std::cout.flush();
+    if (!std::cout || std::fflush(stdout) != 0)
+        return reportError("cannot write to the standard output");
+    return result;
+}
+
+// The help of the command that the line names.
+std::string help(const CLI::App* command, const std::string&, CLI::AppFormatMode mode)
+{
+    std::string parents;
+    for (const CLI::App* above = command->get_parent(); above; above = above->get_parent())
+        parents = above->get_name() + (parents.empty() ? "" : " ") + parents;
+    const tool::CommandDescription description = tool::describe(*command, parents);
+    return mode == CLI::AppFormatMode::All ? tool::wholeHelpText(description, tool::terminalWidth())
+                                           : tool::helpText(description, tool::terminalWidth());
 }
 
 // The error message for an unknown or incomplete command; else empty.
@@ -56,7 +79,10 @@ int main(int argc, char** argv)
         "presets.",
         "zkrt46");
     app.require_subcommand(1);
-    app.set_help_all_flag("--help-all", "Print the help of every command");
+    app.formatter_fn(help);
+    app.set_help_flag("-h,--help", "Print this help");
+    app.set_version_flag("--version", std::string("zkrt46 ") + product::kVersion,
+                         "Print the version");
     tool::Action action;
     tool::addRenderCommand(app, action);
     tool::addParamsCommand(app, action);
@@ -69,17 +95,17 @@ int main(int argc, char** argv)
     tool::addCheckCommand(app, action);
     tool::addEditCommand(app, action);
     tool::addScreenshotCommand(app, action);
+    // These are not for the commands, which would inherit them.
+    app.footer(std::string(tool::kPluginText) + "\n\n" + tool::kExitText);
+    app.set_help_all_flag("--help-all", "Print the help of every command");
     const std::string wrongCommand = commandError(app, {argv + 1, argv + argc});
     if (!wrongCommand.empty())
         return reportError(wrongCommand);
     try {
         app.parse(argc, argv);
-        const int result = action();
-        if (std::fflush(stdout) != 0)
-            return reportError("cannot write to the standard output");
-        return result;
-    } catch (const CLI::Success& helpRequest) {
-        return app.exit(helpRequest);
+        return finish(action());
+    } catch (const CLI::Success& request) {
+        return finish(app.exit(request));
     } catch (const std::exception& error) {
         return reportError(error.what());
     }
