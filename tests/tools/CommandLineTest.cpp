@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include <nlohmann/json.hpp>
 #include <sys/stat.h>
 
 namespace {
@@ -245,7 +246,7 @@ TEST_F(CommandLine, ListsParametersAndChecksTheLatency)
     EXPECT_NE(out.find("4 (mastering)"), std::string::npos);
     EXPECT_EQ(
         out.substr(out.find("Flags ")),
-        R"(Flags                  has an editor, replaces, keeps its state in chunks, no tail (561)
+        R"(Flags                  has an editor, replaces, keeps its state in chunks, silent without input (561)
 Inputs                 2: "Stereo In" (stereo), "Stereo In" (stereo)
 Outputs                2: "Stereo Out" (stereo), "Stereo Out" (stereo)
 Parameters             58
@@ -253,7 +254,7 @@ Programs               1
 Program's name         Default
 Bank chunk             48641 bytes
 Program chunk          48641 bytes
-Tail                   0 (1 means none, 0 that it is not known)
+Tail                   not reported
 Latency, samples       96 at 44100 Hz, 96 at 48000 Hz, 96 at 88200 Hz, 96 at 96000 Hz, 0 at 176400 Hz, 0 at 192000 Hz
 Channels taken         mono to mono, mono to stereo, stereo to stereo
 Channels refused       stereo to mono
@@ -301,6 +302,50 @@ TEST_F(CommandLine, WritesMeasurementsAsTablesAndPictures)
     EXPECT_EQ(run("response --points 2 -o x.png", "timeout() { shift; PATH=/nowhere \"$@\"; };"),
               2);
     EXPECT_NE(err.find("gnuplot"), std::string::npos) << err;
+}
+
+// One JSON text, in which these values are found by their pointers.
+TEST_F(CommandLine, PrintsJsonForOtherPrograms)
+{
+    writeContent(folder / "a\"\x01\xC3\xA4\xFF.zkb", "junk");
+    const struct {
+        const char* arguments;
+        int code;
+        std::vector<std::pair<const char*, const char*>> values;
+    } cases[]{
+        {"params",
+         0,
+         {{"/0/title", R"("Power")"}, {"/28/steps", "320"}, {"/28/defaultNormalised", "0.5"}}},
+        {"params lfreql", 0, {{"/0/index", "26"}, {"/0/values/9", R"("33.00")"}, {"/1", ""}}},
+        {"info",
+         0,
+         {{"/vendorVersion", R"("1.0.1.0")"},
+          {"/uniqueId", "1517564982"},
+          {"/flagNames/3", R"("silent without input")"},
+          {"/latencies/4", R"({"rate":176400,"samples":0})"},
+          {"/arrangements/2/taken", "false"},
+          {"/canDo/bypass", "false"}}},
+        {"latency", 0, {{"/delays/17/measured", "[0,0,0,0,0,0,0]"}, {"/wrong", "0"}}},
+        {"preset show Vox",
+         0,
+         {{"/format", R"("zkrt46-preset")"}, {"/parameters/Power/stored", "1"}}},
+        {"check a* none",
+         2,
+         {{"/0/file", "\"a\\\"\\u0001\xC3\xA4\xEF\xBF\xBD.zkb\""},
+          {"/0/findings/0/fault", "true"},
+          {"/0/findings/0/byte", "4"},
+          {"/1/error", R"("cannot read 'none': No such file or directory")"}}},
+    };
+    for (const auto& [arguments, code, values] : cases) {
+        SCOPED_TRACE(arguments);
+        EXPECT_EQ(run(std::string(arguments) + " --json"), code) << err;
+        const nlohmann::json printed = nlohmann::json::parse(out, nullptr, false);
+        ASSERT_FALSE(printed.is_discarded()) << out;
+        for (const auto& [pointer, value] : values) {
+            const nlohmann::json::json_pointer place(pointer);
+            EXPECT_EQ(printed.contains(place) ? printed[place].dump() : "", value) << pointer;
+        }
+    }
 }
 
 TEST_F(CommandLine, HelpFitsTheWidth)

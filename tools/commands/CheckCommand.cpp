@@ -7,13 +7,18 @@
 #include <algorithm>
 #include <cstdio>
 
+#include <nlohmann/json.hpp>
+
 namespace tool {
 
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 struct CheckOptions {
     std::string plugin;
     std::vector<std::string> files;
+    bool json = false;
 };
 
 // Exit codes.
@@ -34,25 +39,33 @@ std::vector<std::string> titlesOf(Displays& displays)
     return titles;
 }
 
-const char* kindText(FileKind kind)
+const char* kindName(FileKind kind)
 {
     switch (kind) {
     case FileKind::Preset:
-        return "preset, ";
+        return "preset";
     case FileKind::Bank:
-        return "bank, ";
+        return "bank";
     case FileKind::State:
-        return "bank as a project keeps it, ";
+        return "bank as a project keeps it";
     case FileKind::Unknown:
         break;
     }
     return "";
 }
 
-int checkJson(const std::string& path, const std::string& text, Displays& displays)
+// What was found in one file, as text and as JSON.
+struct Result {
+    int code;
+    std::string text;
+    Json json;
+};
+
+Result checkJson(const std::string& path, const std::string& text, Displays& displays)
 {
     ParameterText& parameters = displays.get();
     bool preset = false;
+    std::string fault;
     try {
         preset = isPresetJson(text, path);
         if (preset)
@@ -60,41 +73,69 @@ int checkJson(const std::string& path, const std::string& text, Displays& displa
         else
             bankFromJson(text, path, parameters);
     } catch (const ToolError& error) {
-        std::printf("%s\n", error.what());
-        return kFaulty;
+        fault = error.what();
     }
-    std::printf("%s: %s in JSON: no faults\n", path.c_str(), preset ? "preset" : "bank");
-    return kClean;
+    Json findings = Json::array();
+    if (!fault.empty())
+        findings.push_back({{"fault", true}, {"byte", nullptr}, {"text", fault}});
+    const char* kind = preset ? "preset" : "bank";
+    return {fault.empty() ? kClean : kFaulty,
+            fault.empty() ? path + ": " + kind + " in JSON: no faults\n" : fault + "\n",
+            {{"file", path},
+             {"kind", fault.empty() ? Json(kind) : Json()},
+             {"bytes", text.size()},
+             {"outcome", fault.empty() ? "no faults" : "it is refused"},
+             {"findings", findings}}};
 }
 
-int checkBytes(const std::string& path, const std::vector<std::uint8_t>& bytes, Displays& displays)
+Result checkBytes(const std::string& path, const std::vector<std::uint8_t>& bytes,
+                  Displays& displays)
 {
     const BankReport report = checkBank({bytes.data(), bytes.size()}, titlesOf(displays));
-    std::string text = path + ": " + kindText(report.kind) + std::to_string(bytes.size())
-        + " bytes: " + (report.hasFaults() ? "" : "no faults; ") + outcomeText(report) + "\n";
-    for (const Finding& finding : report.findings)
+    const std::string kind = kindName(report.kind);
+    std::string text = path + ": " + kind + (kind.empty() ? "" : ", ")
+        + std::to_string(bytes.size()) + " bytes: " + (report.hasFaults() ? "" : "no faults; ")
+        + outcomeText(report) + "\n";
+    Json findings = Json::array();
+    for (const Finding& finding : report.findings) {
         text += std::string(finding.isFault ? "  fault" : "  note")
             + (finding.offset ? " " + atByte(*finding.offset) : "") + ": " + finding.text + "\n";
-    std::fputs(text.c_str(), stdout);
-    return report.hasFaults() ? kFaulty : kClean;
+        findings.push_back({{"fault", finding.isFault},
+                            {"byte", finding.offset ? Json(*finding.offset) : Json()},
+                            {"text", finding.text}});
+    }
+    return {report.hasFaults() ? kFaulty : kClean,
+            text,
+            {{"file", path},
+             {"kind", kind.empty() ? Json() : Json(kind)},
+             {"bytes", bytes.size()},
+             {"outcome", outcomeText(report)},
+             {"findings", findings}}};
 }
 
 int runCheck(const CheckOptions& options)
 {
     Displays displays(options.plugin);
     int worst = kClean;
+    Json list = Json::array();
     for (const std::string& path : options.files) {
         try {
             const std::vector<std::uint8_t> bytes = readFile(path);
-            const int result = isJson(bytes)
+            const Result result = isJson(bytes)
                 ? checkJson(path, std::string(bytes.begin(), bytes.end()), displays)
                 : checkBytes(path, bytes, displays);
-            worst = std::max(worst, result);
+            worst = std::max(worst, result.code);
+            if (!options.json)
+                std::fputs(result.text.c_str(), stdout);
+            list.push_back(result.json);
         } catch (const std::exception& error) {
             std::fprintf(stderr, "zkrt46: %s\n", error.what());
             worst = kUnreadable;
+            list.push_back({{"file", path}, {"error", error.what()}});
         }
     }
+    if (options.json)
+        printJson(list);
     return worst;
 }
 
@@ -113,8 +154,8 @@ void addCheckCommand(CLI::App& app, Action& action)
                         + std::to_string(kStateSize)
                         + " bytes), or values of the plug-in's own store")
         ->required();
-    addPluginOption(command, options->plugin);
-    command.callback([options, &action] { action = [options] { return runCheck(*options); }; });
+    addJsonFlag(command, options->json);
+    bindAction(command, action, options, runCheck);
 }
 
 }  // namespace tool

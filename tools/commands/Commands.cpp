@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include <nlohmann/json.hpp>
+
 namespace tool {
 
 namespace {
@@ -60,6 +62,17 @@ void addSetOption(CLI::App& command, std::vector<std::string>& settings)
             "may be repeated")
         ->allow_extra_args(false)
         ->type_name("TITLE=VALUE");
+}
+
+void addJsonFlag(CLI::App& command, bool& wanted)
+{
+    command.add_flag("--json", wanted, "Print JSON for other programs");
+}
+
+void printJson(const nlohmann::ordered_json& value)
+{
+    using Json = nlohmann::ordered_json;
+    std::printf("%s\n", value.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
 }
 
 ParameterText openParameterText(const std::string& pluginPath)

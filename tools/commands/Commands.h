@@ -11,6 +11,7 @@
 #include <vector>
 
 #include <CLI/CLI.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 namespace tool {
 
@@ -46,6 +47,11 @@ void bindAction(CLI::App& command, Action& action, const std::shared_ptr<Options
 }
 // --set, any number of times.
 void addSetOption(CLI::App& command, std::vector<std::string>& settings);
+
+// --json
+void addJsonFlag(CLI::App& command, bool& wanted);
+// On standard output, with indented lines. Bytes that are not UTF-8 are replaced by U+FFFD.
+void printJson(const nlohmann::ordered_json& value);
 
 ParameterText openParameterText(const std::string& pluginPath);
 std::vector<Assignment> parseSettings(const std::vector<std::string>& settings,

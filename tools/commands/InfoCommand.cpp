@@ -4,9 +4,18 @@
 
 #include <cstdio>
 
+#include <nlohmann/json.hpp>
+
 namespace tool {
 
 namespace {
+
+using Json = nlohmann::ordered_json;
+
+struct InfoOptions {
+    std::string plugin;
+    bool json = false;
+};
 
 constexpr double kRates[]{44100.0, 48000.0, 88200.0, 96000.0, 176400.0, 192000.0};  // Hz
 
@@ -36,11 +45,6 @@ const char* categoryName(VstIntPtr category)
     }
 }
 
-void row(const char* label, const std::string& text)
-{
-    std::printf("%-22s %s\n", label, text.empty() ? "(none)" : text.c_str());
-}
-
 std::string fourCharacters(VstInt32 id)
 {
     const auto bits = static_cast<std::uint32_t>(id);
@@ -49,9 +53,7 @@ std::string fourCharacters(VstInt32 id)
         const auto c = static_cast<char>((bits >> shift) & 0xFFu);
         text += c >= ' ' && c <= '~' ? c : '?';
     }
-    char hex[16];
-    std::snprintf(hex, sizeof(hex), "0x%08X", bits);
-    return "\"" + text + "\" (" + hex + ")";
+    return text;
 }
 
 std::string dottedVersion(VstIntPtr packed)
@@ -63,7 +65,7 @@ std::string dottedVersion(VstIntPtr packed)
     return text;
 }
 
-std::string flagNames(VstInt32 flags)
+Json flagNames(VstInt32 flags)
 {
     const struct {
         VstInt32 flag;
@@ -73,97 +75,182 @@ std::string flagNames(VstInt32 flags)
         {effFlagsCanReplacing, "replaces"},
         {effFlagsProgramChunks, "keeps its state in chunks"},
         {effFlagsIsSynth, "is a synthesiser"},
-        {effFlagsNoSoundInStop, "no tail"},
+        {effFlagsNoSoundInStop, "silent without input"},
         {effFlagsCanDoubleReplacing, "takes doubles"},
     };
-    std::string text;
+    Json list = Json::array();
     for (const auto& entry : names)
         if (flags & entry.flag)
-            text += (text.empty() ? "" : ", ") + std::string(entry.name);
-    return text + " (" + std::to_string(flags) + ")";
+            list.push_back(entry.name);
+    return list;
 }
 
-std::string pinText(host::Plugin& plugin, bool output, int count)
+Json pins(host::Plugin& plugin, bool output, int count)
 {
-    std::string text = std::to_string(count);
+    Json list = Json::array();
     for (int pin = 0; pin < count; ++pin) {
         VstPinProperties properties;
         if (!plugin.pinProperties(output, pin, properties))
             continue;
         properties.label[sizeof(properties.label) - 1] = 0;
-        text += pin == 0 ? ": " : ", ";
-        text += std::string("\"") + properties.label + "\"";
-        text += properties.flags & kVstPinIsStereo ? " (stereo)" : " (mono)";
+        list.push_back(
+            {{"label", properties.label}, {"stereo", (properties.flags & kVstPinIsStereo) != 0}});
     }
-    return text;
+    return list;
 }
 
-void printAbilities(host::Plugin& plugin)
+// Switches the plug-in on and off at each rate; the latency is determined at switching on.
+Json latencies(host::Plugin& plugin)
 {
+    Json list = Json::array();
+    for (const double rate : kRates) {
+        plugin.setSampleRate(rate);
+        plugin.mainsOn();
+        list.push_back({{"rate", static_cast<int>(rate)}, {"samples", plugin.latency()}});
+        plugin.mainsOff();
+    }
+    return list;
+}
+
+Json arrangements(host::Plugin& plugin)
+{
+    Json list = Json::array();
+    for (const auto& [inputs, outputs] : {std::pair{1, 1}, {1, 2}, {2, 1}, {2, 2}})
+        list.push_back({{"inputs", inputs},
+                        {"outputs", outputs},
+                        {"taken", plugin.setSpeakerArrangement(inputs, outputs)}});
+    plugin.setSpeakerArrangement(2, 2);
+    return list;
+}
+
+// An ability that the plug-in does not know is null.
+Json abilities(host::Plugin& plugin)
+{
+    Json list;
     for (const char* ability :
          {"receiveVstTimeInfo", "receiveVstEvents", "receiveVstMidiEvent", "sendVstEvents",
           "sendVstMidiEvent", "midiProgramNames", "bypass", "offline"}) {
         const VstIntPtr answer = plugin.canDo(ability);
-        const char* words = answer > 0 ? "yes" : answer < 0 ? "no" : "does not know";
-        row(("  " + std::string(ability)).c_str(), words);
+        list[ability] = answer == 0 ? Json() : Json(answer > 0);
     }
+    return list;
 }
 
-// Switches the plug-in on and off at each rate; the latency is determined at switching on.
-void printLatencies(host::Plugin& plugin)
-{
-    std::string text;
-    for (const double rate : kRates) {
-        plugin.setSampleRate(rate);
-        plugin.mainsOn();
-        text += (text.empty() ? "" : ", ") + std::to_string(plugin.latency()) + " at "
-            + std::to_string(static_cast<int>(rate)) + " Hz";
-        plugin.mainsOff();
-    }
-    row("Latency, samples", text);
-}
-
-void printArrangements(host::Plugin& plugin)
-{
-    std::string taken, refused;
-    for (const auto& [inputs, outputs] : {std::pair{1, 1}, {1, 2}, {2, 1}, {2, 2}}) {
-        const char* words[]{"mono", "stereo"};
-        std::string& list = plugin.setSpeakerArrangement(inputs, outputs) ? taken : refused;
-        list += (list.empty() ? "" : ", ") + std::string(words[inputs - 1]) + " to "
-            + words[outputs - 1];
-    }
-    plugin.setSpeakerArrangement(2, 2);
-    row("Channels taken", taken);
-    row("Channels refused", refused);
-}
-
-int runInfo(const std::string& path)
+Json collect(const std::string& path)
 {
     const std::unique_ptr<host::Plugin> plugin = host::openPlugin(path);
     const host::EffectFields fields = plugin->fields();
     const VstIntPtr category = plugin->dispatch(effGetPlugCategory);
-    row("Plug-in", path);
-    row("Name", plugin->effectName());
-    row("Vendor", plugin->vendor());
-    row("Product", plugin->product());
-    row("Vendor's version", dottedVersion(plugin->dispatch(effGetVendorVersion)));
-    row("Effect's version", std::to_string(fields.version));
-    row("Unique id", fourCharacters(fields.uniqueID));
-    row("Category", std::to_string(category) + " (" + categoryName(category) + ")");
-    row("VST version", std::to_string(plugin->dispatch(effGetVstVersion)));
-    row("Flags", flagNames(fields.flags));
-    row("Inputs", pinText(*plugin, false, fields.numInputs));
-    row("Outputs", pinText(*plugin, true, fields.numOutputs));
-    row("Parameters", std::to_string(fields.numParams));
-    row("Programs", std::to_string(fields.numPrograms));
-    row("Program's name", plugin->programName());
-    row("Bank chunk", std::to_string(plugin->bankChunk().size()) + " bytes");
-    row("Program chunk", std::to_string(plugin->programChunk().size()) + " bytes");
-    row("Tail", std::to_string(plugin->tail()) + " (1 means none, 0 that it is not known)");
-    printLatencies(*plugin);
-    printArrangements(*plugin);
+    return {{"plugin", path},
+            {"name", plugin->effectName()},
+            {"vendor", plugin->vendor()},
+            {"product", plugin->product()},
+            {"vendorVersion", dottedVersion(plugin->dispatch(effGetVendorVersion))},
+            {"effectVersion", fields.version},
+            {"uniqueId", static_cast<std::uint32_t>(fields.uniqueID)},
+            {"uniqueIdText", fourCharacters(fields.uniqueID)},
+            {"category", category},
+            {"categoryName", categoryName(category)},
+            {"vstVersion", plugin->dispatch(effGetVstVersion)},
+            {"flags", fields.flags},
+            {"flagNames", flagNames(fields.flags)},
+            {"inputs", fields.numInputs},
+            {"inputPins", pins(*plugin, false, fields.numInputs)},
+            {"outputs", fields.numOutputs},
+            {"outputPins", pins(*plugin, true, fields.numOutputs)},
+            {"parameters", fields.numParams},
+            {"programs", fields.numPrograms},
+            {"programName", plugin->programName()},
+            {"bankChunkBytes", plugin->bankChunk().size()},
+            {"programChunkBytes", plugin->programChunk().size()},
+            {"tail", plugin->tail()},
+            {"latencies", latencies(*plugin)},
+            {"arrangements", arrangements(*plugin)},
+            {"canDo", abilities(*plugin)}};
+}
+
+void row(const std::string& label, const std::string& text)
+{
+    std::printf("%-22s %s\n", label.c_str(), text.empty() ? "(none)" : text.c_str());
+}
+
+// The texts that `textOf` makes of a list's items, separated by commas.
+template <typename TextOf>
+std::string listed(const Json& list, TextOf textOf)
+{
+    std::string text;
+    for (const Json& item : list)
+        text += (text.empty() ? "" : ", ") + std::string(textOf(item));
+    return text;
+}
+
+std::string pinText(const Json& count, const Json& pins)
+{
+    const std::string labels = listed(pins, [](const Json& pin) {
+        return "\"" + pin["label"].get<std::string>() + "\" "
+            + (pin["stereo"] ? "(stereo)" : "(mono)");
+    });
+    return count.dump() + (labels.empty() ? "" : ": ") + labels;
+}
+
+std::string arrangementText(const Json& arrangements, bool taken)
+{
+    Json chosen = Json::array();
+    for (const Json& arrangement : arrangements)
+        if (arrangement["taken"] == taken)
+            chosen.push_back(arrangement);
+    const auto word = [](const Json& channels) { return channels == 1 ? "mono" : "stereo"; };
+    return listed(chosen, [&](const Json& one) {
+        return std::string(word(one["inputs"])) + " to " + word(one["outputs"]);
+    });
+}
+
+std::string tailText(const Json& samples)
+{
+    return samples == 0 ? "not reported" : samples == 1 ? "none" : samples.dump() + " samples";
+}
+
+void print(const Json& info)
+{
+    char hex[16];
+    std::snprintf(hex, sizeof(hex), "0x%08X", info["uniqueId"].get<unsigned>());
+    row("Plug-in", info["plugin"]);
+    row("Name", info["name"]);
+    row("Vendor", info["vendor"]);
+    row("Product", info["product"]);
+    row("Vendor's version", info["vendorVersion"]);
+    row("Effect's version", info["effectVersion"].dump());
+    row("Unique id", "\"" + info["uniqueIdText"].get<std::string>() + "\" (" + hex + ")");
+    row("Category", info["category"].dump() + " (" + info["categoryName"].get<std::string>() + ")");
+    row("VST version", info["vstVersion"].dump());
+    row("Flags",
+        listed(info["flagNames"], [](const Json& name) { return name.get<std::string>(); }) + " ("
+            + info["flags"].dump() + ")");
+    row("Inputs", pinText(info["inputs"], info["inputPins"]));
+    row("Outputs", pinText(info["outputs"], info["outputPins"]));
+    row("Parameters", info["parameters"].dump());
+    row("Programs", info["programs"].dump());
+    row("Program's name", info["programName"]);
+    row("Bank chunk", info["bankChunkBytes"].dump() + " bytes");
+    row("Program chunk", info["programChunkBytes"].dump() + " bytes");
+    row("Tail", tailText(info["tail"]));
+    row("Latency, samples", listed(info["latencies"], [](const Json& latency) {
+            return latency["samples"].dump() + " at " + latency["rate"].dump() + " Hz";
+        }));
+    row("Channels taken", arrangementText(info["arrangements"], true));
+    row("Channels refused", arrangementText(info["arrangements"], false));
     std::printf("Can do\n");
-    printAbilities(*plugin);
+    for (const auto& [ability, answer] : info["canDo"].items())
+        row("  " + ability, answer.is_null() ? "does not know" : answer ? "yes" : "no");
+}
+
+int runInfo(const InfoOptions& options)
+{
+    const Json info = collect(options.plugin);
+    if (options.json)
+        printJson(info);
+    else
+        print(info);
     return 0;
 }
 
@@ -171,10 +258,10 @@ int runInfo(const std::string& path)
 
 void addInfoCommand(CLI::App& app, Action& action)
 {
-    auto path = std::make_shared<std::string>();
+    auto options = std::make_shared<InfoOptions>();
     CLI::App& command = *app.add_subcommand("info", "Show what the plug-in tells a host");
-    addPluginOption(command, *path);
-    command.callback([path, &action] { action = [path] { return runInfo(*path); }; });
+    addJsonFlag(command, options->json);
+    bindAction(command, action, options, runInfo);
 }
 
 }  // namespace tool

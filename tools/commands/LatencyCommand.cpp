@@ -5,8 +5,11 @@
 #include "tools/common/Progress.h"
 #include "tools/host/OpenPlugin.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
+
+#include <nlohmann/json.hpp>
 
 namespace tool {
 
@@ -20,6 +23,11 @@ constexpr double kSettleSeconds = 0.3;
 constexpr int kRecordedSamples = 1024;
 constexpr int kImpulseAt = 100;  // samples; at no block boundary except with block size 1
 constexpr float kImpulse = 0.25f;
+
+struct LatencyOptions {
+    std::string plugin;
+    bool json = false;
+};
 
 struct State {
     const char* name;
@@ -49,7 +57,15 @@ int measuredDelay(host::Plugin& plugin, double rate, int blockSize,
     return delays[0] == reported ? delays[1] : delays[0];
 }
 
-int runLatency(const std::string& path)
+// The delays in one state at one rate, in samples.
+struct Row {
+    double rate;  // Hz
+    const char* state;
+    int reported;
+    std::vector<int> delays;  // for each of kBlockSizes
+};
+
+std::vector<Row> measure(const std::string& path)
 {
     const State states[]{
         {"Power on", {"Power=On", "BpsCh1=Off", "BpsCh2=Off"}},
@@ -58,60 +74,83 @@ int runLatency(const std::string& path)
     };
     ParameterText parameters = openParameterText(path);
     const std::unique_ptr<host::Plugin> plugin = host::openPlugin(path);
-
-    std::string table = "Delay of an impulse in samples, by block size\n";
-    char cell[64];
-    std::snprintf(cell, sizeof(cell), "%9s  %-10s %9s", "Rate, Hz", "State", "Reported");
-    table += cell;
-    for (const int blockSize : kBlockSizes) {
-        std::snprintf(cell, sizeof(cell), " %6d", blockSize);
-        table += cell;
-    }
-    table += "\n";
-
-    int wrong = 0;
+    Progress progress("measuring");
     double done = 0.0;
-    {
-        Progress progress("measuring");
-        for (const double rate : kRates) {
-            for (const State& state : states) {
-                std::vector<Assignment> settings = factoryStart(plugin->fields());
-                append(settings, parseSettings(state.settings, parameters));
-                std::string delays;
-                int reported = 0;
-                for (const int blockSize : kBlockSizes) {
-                    const int delay = measuredDelay(*plugin, rate, blockSize, settings, reported);
-                    wrong += delay == reported ? 0 : 1;
-                    std::snprintf(cell, sizeof(cell), " %5d%c", delay,
-                                  delay == reported ? ' ' : '!');
-                    delays += cell;
-                    done += 1.0;
-                    progress.show(
-                        done / (std::size(kRates) * std::size(states) * std::size(kBlockSizes)));
-                }
-                std::snprintf(cell, sizeof(cell), "%9.0f  %-10s %9d", rate, state.name, reported);
-                table += cell + delays + "\n";
+    std::vector<Row> rows;
+    for (const double rate : kRates) {
+        for (const State& state : states) {
+            std::vector<Assignment> settings = factoryStart(plugin->fields());
+            append(settings, parseSettings(state.settings, parameters));
+            Row row{rate, state.name, 0, {}};
+            for (const int blockSize : kBlockSizes) {
+                row.delays.push_back(
+                    measuredDelay(*plugin, rate, blockSize, settings, row.reported));
+                done += 1.0;
+                progress.show(done
+                              / (std::size(kRates) * std::size(states) * std::size(kBlockSizes)));
             }
+            rows.push_back(row);
         }
     }
-    std::fputs(table.c_str(), stdout);
-    if (wrong > 0) {
-        std::printf("%d of them differ from what the plug-in reports (marked !)\n", wrong);
-        return 1;
+    return rows;
+}
+
+void printTable(const std::vector<Row>& rows, int wrong)
+{
+    std::printf("Delay of an impulse in samples, by block size\n%9s  %-10s %9s", "Rate, Hz",
+                "State", "Reported");
+    for (const int blockSize : kBlockSizes)
+        std::printf(" %6d", blockSize);
+    std::printf("\n");
+    for (const Row& row : rows) {
+        std::printf("%9.0f  %-10s %9d", row.rate, row.state, row.reported);
+        for (const int delay : row.delays)
+            std::printf(" %5d%c", delay, delay == row.reported ? ' ' : '!');
+        std::printf("\n");
     }
-    std::printf("All as reported\n");
-    return 0;
+    if (wrong > 0)
+        std::printf("%d of them differ from what the plug-in reports (marked !)\n", wrong);
+    else
+        std::printf("All as reported\n");
+}
+
+nlohmann::ordered_json asJson(const std::vector<Row>& rows, int wrong)
+{
+    nlohmann::ordered_json list = nlohmann::ordered_json::array();
+    for (const Row& row : rows)
+        list.push_back({{"rate", row.rate},
+                        {"state", row.state},
+                        {"reported", row.reported},
+                        {"measured", row.delays}});
+    return {{"blockSizes", kBlockSizes}, {"delays", list}, {"wrong", wrong}};
+}
+
+int runLatency(const LatencyOptions& options)
+{
+    const std::vector<Row> rows = measure(options.plugin);
+    int wrong = 0;
+    for (const Row& row : rows)
+        wrong += static_cast<int>(row.delays.size()
+                                  - static_cast<std::size_t>(std::count(
+                                      row.delays.begin(), row.delays.end(), row.reported)));
+    if (options.json)
+        printJson(asJson(rows, wrong));
+    else
+        printTable(rows, wrong);
+    return wrong > 0 ? 1 : 0;
 }
 
 }  // namespace
 
 void addLatencyCommand(CLI::App& app, Action& action)
 {
-    auto path = std::make_shared<std::string>();
-    CLI::App& command = *app.add_subcommand(
-        "latency", "Measure the delay and compare it with what the plug-in reports");
-    addPluginOption(command, *path);
-    command.callback([path, &action] { action = [path] { return runLatency(*path); }; });
+    auto options = std::make_shared<LatencyOptions>();
+    CLI::App& command =
+        *app.add_subcommand("latency",
+                            "Measure the delay and compare it with what the plug-in reports; the "
+                            "exit code is 1 where they differ");
+    addJsonFlag(command, options->json);
+    bindAction(command, action, options, runLatency);
 }
 
 }  // namespace tool

@@ -1,9 +1,11 @@
 // zkrt46 params: the plug-in's parameters as a host sees them.
+#include "tools/banks/BankJson.h"
 #include "tools/commands/Commands.h"
 #include "tools/commands/PresetChoice.h"
 
-#include <algorithm>
 #include <cstdio>
+
+#include <nlohmann/json.hpp>
 
 namespace tool {
 
@@ -12,10 +14,39 @@ namespace {
 struct ParamsOptions {
     std::string plugin;
     std::vector<std::string> titles;
+    bool json = false;
 };
 
+// From the factory preset: the plug-in may start with a default that the user has stored.
+std::vector<float> defaults(ParameterText& parameters)
+{
+    std::vector<float> values;
+    for (const Assignment& assignment : factoryStart(parameters.fields()))
+        values.push_back(assignment.value);
+    for (int index = static_cast<int>(values.size()); index < parameters.count(); ++index)
+        values.push_back(parameters.initialValue(index));
+    return values;
+}
+
+nlohmann::ordered_json asJson(ParameterText& parameters, const std::vector<int>& wanted)
+{
+    const std::vector<float> values = defaults(parameters);
+    nlohmann::ordered_json list = nlohmann::ordered_json::array();
+    for (const int index : wanted) {
+        const float value = values[static_cast<std::size_t>(index)];
+        list.push_back({{"index", index},
+                        {"title", parameters.title(index)},
+                        {"unit", parameters.unit(index)},
+                        {"steps", parameters.steps(index)},
+                        {"default", parameters.displayAt(index, value)},
+                        {"defaultNormalised", std::stod(storedText(value))},
+                        {"values", parameters.displays(index)}});
+    }
+    return list;
+}
+
 // All values of a parameter with up to 12 steps, else the first and last.
-std::string values(ParameterText& parameters, int index)
+std::string valueList(ParameterText& parameters, int index)
 {
     constexpr int kFewSteps = 12;
     if (parameters.steps(index) < 1 || parameters.steps(index) > kFewSteps)
@@ -30,15 +61,13 @@ void printTable(ParameterText& parameters)
 {
     std::printf("%5s  %-8s  %5s  %-10s  %-4s  %s\n", "Index", "Title", "Steps", "Default", "Unit",
                 "Values");
-    // From the factory preset: the plug-in may start with a default that the user has stored.
-    const std::vector<Assignment> start = factoryStart(parameters.fields());
+    const std::vector<float> values = defaults(parameters);
     for (int index = 0; index < parameters.count(); ++index) {
-        const float value = start.empty() ? parameters.initialValue(index)
-                                          : start[static_cast<std::size_t>(index)].value;
-        const std::string initial = parameters.displayAt(index, value);
+        const std::string initial =
+            parameters.displayAt(index, values[static_cast<std::size_t>(index)]);
         std::printf("%5d  %-8s  %5d  %-10s  %-4s  %s\n", index, parameters.title(index).c_str(),
                     parameters.steps(index), initial.c_str(), parameters.unit(index).c_str(),
-                    values(parameters, index).c_str());
+                    valueList(parameters, index).c_str());
     }
 }
 
@@ -61,6 +90,12 @@ int runParams(const ParamsOptions& options)
     std::vector<int> wanted;
     for (const std::string& title : options.titles)
         wanted.push_back(parameters.indexOf(title));
+    if (options.json) {
+        for (int index = 0; options.titles.empty() && index < parameters.count(); ++index)
+            wanted.push_back(index);
+        printJson(asJson(parameters, wanted));
+        return 0;
+    }
     if (wanted.empty())
         printTable(parameters);
     for (const int index : wanted)
@@ -74,7 +109,9 @@ void addParamsCommand(CLI::App& app, Action& action)
 {
     auto options = std::make_shared<ParamsOptions>();
     CLI::App& command = *app.add_subcommand("params", "List the parameters");
-    command.add_option("TITLE", options->titles, "List every value of these instead of the table");
+    command.add_option("TITLE", options->titles, "List every value of these instead of the table")
+        ->type_name("TITLE");
+    addJsonFlag(command, options->json);
     addPluginOption(command, options->plugin);
     command.callback([options, &action] { action = [options] { return runParams(*options); }; });
 }

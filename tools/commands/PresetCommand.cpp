@@ -15,6 +15,7 @@ struct PresetOptions {
     std::string plugin;
     PresetChoice choice;
     bool all = false;
+    bool json = false;
     std::string input;
     std::string into;
     std::string at;
@@ -46,6 +47,10 @@ int runShow(const PresetOptions& options)
         const std::size_t index = findPreset(bank.presets, choice.preset, label);
         preset = bank.presets[index];
         heading = presetLabel(index, preset) + " of " + label;
+    }
+    if (options.json) {
+        std::fputs(presetToJson(preset, displays.get()).c_str(), stdout);
+        return 0;
     }
     const Shown shown = options.all ? Shown::All : Shown::Changed;
     const std::string table = presetTable(preset, shown, displays.get());
@@ -96,6 +101,7 @@ void addPresetCommand(CLI::App& app, Action& action)
         ->type_name("FILE")
         ->excludes(bank);
     show.add_flag("--all", options->all, "Also what is as in the default preset");
+    addJsonFlag(show, options->json);
     bindAction(show, action, options, runShow);
 
     CLI::App& exporting = *group.add_subcommand("export", "Write a preset of a bank into a file");
