@@ -15,7 +15,7 @@ install(FILES ${ZKR_PRODUCTS}/linux/ZKRT46.so ${manual} ${notices}/linux/README.
     ${notices}/linux/copyright ${notices}/linux/zkrt46.1 ${top}/LICENSE
   DESTINATION . COMPONENT linux PERMISSIONS ${plain})
 install(PROGRAMS ${ZKR_PRODUCTS}/linux/zkrt46 DESTINATION . COMPONENT linux)
-install(DIRECTORY ${ZKR_PRODUCTS}/linux/ZKRT46.vst3
+install(DIRECTORY ${ZKR_PRODUCTS}/linux/ZKRT46.vst3 ${notices}/completions
   DESTINATION . COMPONENT linux FILE_PERMISSIONS ${plain})
 
 # The Debian package.
@@ -28,6 +28,12 @@ install(FILES ${manual} ${notices}/linux/copyright ${notices}/debian/changelog.g
   DESTINATION ${documents} COMPONENT debian PERMISSIONS ${plain})
 install(FILES ${notices}/linux/zkrt46.1.gz
   DESTINATION share/man/man1 COMPONENT debian PERMISSIONS ${plain})
+install(FILES ${notices}/completions/zkrt46
+  DESTINATION share/bash-completion/completions COMPONENT debian PERMISSIONS ${plain})
+install(FILES ${notices}/completions/_zkrt46
+  DESTINATION share/zsh/vendor-completions COMPONENT debian PERMISSIONS ${plain})
+install(FILES ${notices}/completions/zkrt46.fish
+  DESTINATION share/fish/vendor_completions.d COMPONENT debian PERMISSIONS ${plain})
 install(FILES ${notices}/debian/ManualPath
   DESTINATION share/${ZKR_SETTINGS_FOLDER}/ZKRT46 COMPONENT debian PERMISSIONS ${plain})
 

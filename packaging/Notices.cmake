@@ -1,4 +1,5 @@
-# The texts that come with the products: licences, copyrights, READMEs, changelog and manual page.
+# The texts that come with the products: licences, copyrights, READMEs, changelog,
+# manual page, and completion for shells.
 
 # paragraph(FILE LINE RESULT): the first paragraph of a file that begins with this line.
 function(paragraph file line result)
@@ -30,8 +31,18 @@ string(TIMESTAMP day "%Y-%m-%d" UTC)  # from SOURCE_DATE_EPOCH, if set
 execute_process(COMMAND date -R -u -d ${day}
   OUTPUT_VARIABLE changed OUTPUT_STRIP_TRAILING_WHITESPACE)
 configure_file(debian/changelog.in ${notices}/debian/changelog @ONLY)
-string(REPLACE "-" "\\-" ZKR_SETTINGS_FOLDER_ROFF ${ZKR_SETTINGS_FOLDER})
-configure_file(zkrt46.1.in ${notices}/linux/zkrt46.1 @ONLY)
+
+# generate(FILE OPTION...): a file that the tool prints.
+function(generate file)
+  execute_process(COMMAND ${ZKR_PRODUCTS}/linux/zkrt46 ${ARGN} OUTPUT_FILE ${file}
+    COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+generate(${notices}/linux/zkrt46.1 --manual-page ${day})
+file(MAKE_DIRECTORY ${notices}/completions)
+generate(${notices}/completions/zkrt46 --completion bash)
+generate(${notices}/completions/_zkrt46 --completion zsh)
+generate(${notices}/completions/zkrt46.fish --completion fish)
+
 foreach(text debian/changelog linux/zkrt46.1)
   execute_process(COMMAND gzip -9 -n -c ${notices}/${text} OUTPUT_FILE ${notices}/${text}.gz
     COMMAND_ERROR_IS_FATAL ANY)

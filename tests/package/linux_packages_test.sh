@@ -36,7 +36,9 @@ tar -xzf "$archive" -C "$work/tar"
 unpacked=$work/tar/$(basename "$archive" .tar.gz)
 expect_files "$archive" "$({
     bundle_listing "$products/linux"
-    printf '%s\n' LICENSE README.txt ZKRT46-manual.pdf ZKRT46.so copyright zkrt46 zkrt46.1
+    printf '%s\n' LICENSE README.txt ZKRT46-manual.pdf ZKRT46.so completions/ copyright zkrt46 \
+        zkrt46.1
+    printf 'completions/%s\n' _zkrt46 zkrt46 zkrt46.fish
 } | sort)" "$(listing "$unpacked")"
 same "$work/stripped/ZKRT46.so" "$unpacked/ZKRT46.so"
 same "$work/stripped/zkrt46" "$unpacked/zkrt46"
@@ -65,10 +67,13 @@ documents=usr/share/doc/zkr-t46
 expect_files "$package" "$({
     printf '%s/\n' usr usr/bin usr/lib usr/lib/vst usr/lib/vst3 usr/share \
         usr/share/ZKR-soundworks usr/share/ZKR-soundworks/ZKRT46 usr/share/doc $documents \
-        usr/share/man usr/share/man/man1
+        usr/share/man usr/share/man/man1 usr/share/bash-completion \
+        usr/share/bash-completion/completions usr/share/fish usr/share/fish/vendor_completions.d \
+        usr/share/zsh usr/share/zsh/vendor-completions
     printf '%s\n' usr/bin/zkrt46 usr/lib/vst/ZKRT46.so usr/share/ZKR-soundworks/ZKRT46/ManualPath \
         $documents/ZKRT46-manual.pdf $documents/changelog.gz $documents/copyright \
-        usr/share/man/man1/zkrt46.1.gz
+        usr/share/man/man1/zkrt46.1.gz usr/share/bash-completion/completions/zkrt46 \
+        usr/share/fish/vendor_completions.d/zkrt46.fish usr/share/zsh/vendor-completions/_zkrt46
     bundle_listing "$products/linux" | sed 's|^|usr/lib/vst3/|'
 } | sort)" "$(listing "$root")"
 same "$work/stripped/ZKRT46.so" "$root/usr/lib/vst/ZKRT46.so"
@@ -91,13 +96,13 @@ size=$(field Installed-Size)
     fail "Installed-Size is $size KB, the files have $listed KB"
 zcat "$root/$documents/changelog.gz" | head -n 1 | grep -qF "zkr-t46 ($version)" ||
     fail "the changelog does not begin with this version"
-# The manual page describes every command of the tool; lintian checks the page.
-zcat "$root/usr/share/man/man1/zkrt46.1.gz" >"$work/zkrt46.1"
-"$root/usr/bin/zkrt46" --help | sed -n '/^Commands:/,$s/^  \([a-z]\+\) .*/\1/p' >"$work/commands"
-[ -s "$work/commands" ] || fail "the tool lists no commands"
-while read -r command; do
-    grep -q "^\.B $command\$" "$work/zkrt46.1" || fail "the page zkrt46(1) does not mention $command"
-done <"$work/commands"
+# lintian checks the manual page's syntax.
+expect "the manual page's first command" ".SS \"zkrt46 render [OPTIONS] IN OUT\"" \
+    "$(zcat "$root/usr/share/man/man1/zkrt46.1.gz" | grep -m 1 '^\.SS')"
+for place in bash:bash-completion/completions/zkrt46 zsh:zsh/vendor-completions/_zkrt46 \
+    fish:fish/vendor_completions.d/zkrt46.fish; do
+    same <("$root/usr/bin/zkrt46" --completion "${place%%:*}") "$root/usr/share/${place#*:}"
+done
 lintian --no-cfg --fail-on error,warning "$package" >&2 || fail "lintian complains"
 
 step "use the tool and the libraries, and check their dependencies"

@@ -1,13 +1,15 @@
 // The built program: exit codes, messages and files.
-#include "tests/tools/CommandLine.h"
 #include "tests/support/Noise.h"
+#include "tests/tools/CommandLine.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <nlohmann/json.hpp>
+#include <regex>
+#include <set>
 #include <sstream>
 
 #include <nlohmann/json.hpp>
+
 #include <sys/stat.h>
 
 namespace {
@@ -348,7 +350,7 @@ TEST_F(CommandLine, PrintsJsonForOtherPrograms)
     }
 }
 
-TEST_F(CommandLine, HelpFitsTheWidth)
+TEST_F(CommandLine, HelpAndManualPageTellEveryOption)
 {
     EXPECT_EQ(run("--version"), 0);
     EXPECT_EQ(out, "zkrt46 1.0.1.0\n");
@@ -366,6 +368,50 @@ TEST_F(CommandLine, HelpFitsTheWidth)
     EXPECT_LE(longest(), 80u);
     EXPECT_NE(out.find("8000 to 768000"), out.npos);
     EXPECT_EQ(out.find(".000000"), out.npos);
+    // The options in lines that match.
+    const auto named = [this](const std::string& lines) {
+        std::set<std::string> names;
+        const std::regex line(lines), name("--[a-z-]+");
+        for (std::sregex_iterator at(out.begin(), out.end(), line), end; at != end; ++at) {
+            const std::string text = at->str();
+            names.insert(std::sregex_token_iterator(text.begin(), text.end(), name), {});
+        }
+        return names;
+    };
+    const std::set<std::string> told = named("\n  -[^\n]*");
+    EXPECT_GT(told.size(), 30u);
+    EXPECT_EQ(run("--manual-page 2026-01-02 | tee page | groff -ww -man -z 2>err.txt #"), 0);
+    EXPECT_EQ(err, "");
+    out = std::regex_replace(contentOf(folder / "page"), std::regex(R"(\\-)"), "-");
+    EXPECT_NE(out.find("\"2026-01-02\""), out.npos);
+    EXPECT_EQ(named("\n\\.BI? [^\n]*"), told);
+}
+
+TEST_F(CommandLine, BashCompletesCommandsOptionsAndValues)
+{
+    for (const char* name : {"mix 1.wav", "x.flac", "b.zkb", "p.json"})
+        writeContent(folder / name, "");
+    ASSERT_EQ(run("--completion bash >c.bash #"), 0);
+    const std::pair<const char*, const char*> cases[]{
+        {"''", "render params info latency response harmonics preset bank check edit screenshot"},
+        {"preset ''", "list show export import"},
+        {"bank diff ''", "b.zkb p.json"},
+        {"bank diff --p", "--plugin"},
+        {"render --preset ''", ""},
+        {"response -o x.png --view ''", "auto lr ms"},
+        {"render --set LFre", "LFreqL= LFreqR= LFreqL2= LFreqR2= LFreq= LFreq2="},
+        {"render --set LFreq = ''", ""},
+        {"render 'mix\\ '", "mix 1.wav"},
+        {"edit --pre", "--preset --preset-file"},
+    };
+    for (const auto& [words, completed] : cases) {
+        writeContent(folder / "try.bash",
+                     "source c.bash\nCOMP_WORDS=(zkrt46 " + std::string(words)
+                         + ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_zkrt46\n"
+                           "echo \"${COMPREPLY[*]}\" >out.txt\n");
+        EXPECT_EQ(std::system(("cd '" + (folder / "") + "' && bash try.bash").c_str()), 0);
+        EXPECT_EQ(contentOf(folder / "out.txt"), std::string(completed) + "\n") << words;
+    }
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
-// What the command line says about each command, for --help.
+// What the command line says about each command: the source of --help, of the manual page and of
+// the shells' completion.
 #pragma once
 
 #include <string>

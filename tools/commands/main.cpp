@@ -2,7 +2,9 @@
 // and checks its preset and bank files.
 #include "Product.h"
 #include "tools/commands/Commands.h"
+#include "tools/commands/Completion.h"
 #include "tools/commands/HelpText.h"
+#include "tools/commands/ManualPage.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -45,6 +47,26 @@ std::string help(const CLI::App* command, const std::string&, CLI::AppFormatMode
     const tool::CommandDescription description = tool::describe(*command, parents);
     return mode == CLI::AppFormatMode::All ? tool::wholeHelpText(description, tool::terminalWidth())
                                            : tool::helpText(description, tool::terminalWidth());
+}
+
+// Hidden options that print files of the packages.
+void addGenerators(CLI::App& app)
+{
+    app.add_option_function<std::string>(
+           "--manual-page",
+           [&app](const std::string& day) {
+               throw CLI::CallForVersion(tool::manualPage(tool::describe(app), day), 0);
+           },
+           "The manual page, of that day")
+        ->group("");
+    app.add_option_function<std::string>(
+           "--completion",
+           [&app](const std::string& shell) {
+               throw CLI::CallForVersion(tool::completionScript(shell, tool::describe(app)), 0);
+           },
+           "The completion for a shell")
+        ->check(CLI::IsMember({"bash", "zsh", "fish"}))
+        ->group("");
 }
 
 // The error message for an unknown or incomplete command; else empty.
@@ -98,6 +120,7 @@ int main(int argc, char** argv)
     // These are not for the commands, which would inherit them.
     app.footer(std::string(tool::kPluginText) + "\n\n" + tool::kExitText);
     app.set_help_all_flag("--help-all", "Print the help of every command");
+    addGenerators(app);
     const std::string wrongCommand = commandError(app, {argv + 1, argv + argc});
     if (!wrongCommand.empty())
         return reportError(wrongCommand);
