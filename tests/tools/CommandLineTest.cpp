@@ -48,6 +48,7 @@ TEST_F(CommandLine, BadInputGivesOneLineExitCode2AndNoFile)
         {"render in.wav x.wav --automate /dev/zero", "/dev/zero:1: the line is too long"},
         {"render in.wav x.wav --plugin missing.so", "no such plug-in: 'missing.so'"},
         {"render in.wav x.wav --plugin text.wav", "cannot load 'text.wav': "},
+        {"params --plugin Z.vst3/", "'Z.vst3/' is a VST 3 plug-in; this program takes VST 2 libraries"},
         {"render mono.wav x.wav --channels 2 --plugin '" TEST_EFFECT_GOOD "'", "does not take mono in and stereo out"},
         {"render \"$(printf 'a\\nb.wav')\" x.wav", "no such file: 'a b.wav'"},
         {"response -o x.pdf", "its name must end in .svg, .png or .csv"},
@@ -78,6 +79,11 @@ TEST_F(CommandLine, BadInputGivesOneLineExitCode2AndNoFile)
     // clang-format on
     for (const auto& [arguments, words] : cases)
         expectComplaint(arguments, words);
+    const std::string plugin = "unset ZKRT46_PLUGIN; timeout() { shift; ";
+    EXPECT_EQ(run("params", plugin + "env -u ZKRT46_PLUGIN \"$@\"; };"), 2);
+    EXPECT_NE(err.find("/ZKRT46.so', nor is it in ../lib/vst; choose one with --plugin"), err.npos);
+    EXPECT_EQ(run("params", plugin + "ZKRT46_PLUGIN=no.so \"$@\"; };"), 2);
+    EXPECT_EQ(err, "zkrt46: no such plug-in: 'no.so', which ZKRT46_PLUGIN names\n");
     EXPECT_EQ(run("params >/dev/full 2>err.txt #"), 2);
     EXPECT_EQ(err, "zkrt46: cannot write to the standard output\n");
 }

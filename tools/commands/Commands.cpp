@@ -14,10 +14,17 @@ namespace tool {
 
 namespace {
 
-std::string defaultPlugin()
+// Empty without one.
+std::string pluginOfEnvironment()
 {
     const char* chosen = std::getenv("ZKRT46_PLUGIN");
-    if (chosen && *chosen)
+    return chosen ? chosen : "";
+}
+
+std::string defaultPlugin()
+{
+    const std::string chosen = pluginOfEnvironment();
+    if (!chosen.empty())
         return chosen;
     std::error_code error;
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
@@ -50,6 +57,15 @@ void addPluginOption(CLI::App& command, std::string& path)
                     "The plug-in's library (.so, .dll) instead of the usual one; "
                     "'zkrt46 --help' tells more")
         ->type_name("FILE");
+}
+
+std::string missingPluginHint(const std::string& path)
+{
+    if (path != defaultPlugin())
+        return "";
+    return pluginOfEnvironment().empty()
+        ? ", nor is it in ../lib/vst; choose one with --plugin or ZKRT46_PLUGIN"
+        : ", which ZKRT46_PLUGIN names";
 }
 
 void addSetOption(CLI::App& command, std::vector<std::string>& settings)

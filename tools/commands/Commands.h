@@ -45,6 +45,9 @@ void bindAction(CLI::App& command, Action& action, const std::shared_ptr<Options
     command.callback(
         [options, run, &action] { action = [options, run] { return run(*options); }; });
 }
+// What to add to the message that there is no such plug-in: why that one was wanted, if it is not
+// the choice of --plugin.
+std::string missingPluginHint(const std::string& path);
 // --set, any number of times.
 void addSetOption(CLI::App& command, std::vector<std::string>& settings);
 

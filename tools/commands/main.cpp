@@ -5,6 +5,7 @@
 #include "tools/commands/Completion.h"
 #include "tools/commands/HelpText.h"
 #include "tools/commands/ManualPage.h"
+#include "tools/host/HostError.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -129,6 +130,8 @@ int main(int argc, char** argv)
         return finish(action());
     } catch (const CLI::Success& request) {
         return finish(app.exit(request));
+    } catch (const host::NoSuchPlugin& error) {
+        return reportError(error.what() + tool::missingPluginHint(error.path));
     } catch (const std::exception& error) {
         return reportError(error.what());
     }

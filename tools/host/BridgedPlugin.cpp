@@ -112,7 +112,7 @@ BridgedPlugin::BridgedPlugin(const std::string& path, const HostSettings& settin
 {
     std::error_code error;
     if (!fs::exists(path, error))
-        throw HostError("no such plug-in: '" + path + "'");
+        throw NoSuchPlugin(path);
     if (!fs::is_regular_file(path, error))
         throw HostError("'" + path + "' is not a plug-in library");
     const fs::path program = findHelper(path);

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstring>
+#include <filesystem>
 #include <string_view>
 
 #ifdef _WIN32
@@ -26,6 +27,22 @@ constexpr std::array<std::string_view, 3> kAbilities{"sizeWindow", "startStopPro
 
 // Limits the memory if a plug-in automates without end.
 constexpr std::size_t kMaxAutomations = 1u << 20;
+
+[[noreturn]] void refuseVst3(const std::string& path)
+{
+    throw HostError("'" + path
+                    + "' is a VST 3 plug-in; this program takes VST 2 libraries: ZKRT46.so or "
+                      "ZKRT46.dll");
+}
+
+// Throws for the folder of a VST 3 plug-in, with or without a slash at its end.
+const std::string& libraryPath(const std::string& path)
+{
+    const std::filesystem::path whole = std::filesystem::u8path(path);
+    if ((whole.has_filename() ? whole : whole.parent_path()).extension() == ".vst3")
+        refuseVst3(path);
+    return path;
+}
 
 EntryPoint entryPoint(const SharedLibrary& library)
 {
@@ -63,11 +80,13 @@ VstSpeakerArrangement arrangement(int channels)
 }  // namespace
 
 NativePlugin::NativePlugin(const std::string& path, const HostSettings& settings)
-    : library(path), aeffect(nullptr), running(false), vstVersion(settings.vstVersion),
+    : library(libraryPath(path)), aeffect(nullptr), running(false), vstVersion(settings.vstVersion),
       processLevel(settings.processLevel), sampleRate(settings.sampleRate),
       blockSize(settings.blockSize)
 {
     const EntryPoint entry = entryPoint(library);
+    if (!entry && library.find("GetPluginFactory"))
+        refuseVst3(path);
     if (!entry)
         throw HostError("'" + path
                         + "' is not a VST 2 plug-in: it exports neither VSTPluginMain nor "

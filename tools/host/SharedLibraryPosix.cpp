@@ -30,7 +30,7 @@ SharedLibrary::SharedLibrary(const std::string& path) : handle(nullptr)
     std::error_code error;
     const std::filesystem::path full = std::filesystem::absolute(path, error);
     if (error || !std::filesystem::exists(full, error))
-        throw HostError("no such plug-in: '" + path + "'");
+        throw NoSuchPlugin(path);
     if (!std::filesystem::is_regular_file(full, error))
         throw HostError("'" + path + "' is not a plug-in library");
     handle = dlopen(full.c_str(), RTLD_NOW | RTLD_LOCAL);

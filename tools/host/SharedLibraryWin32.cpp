@@ -33,7 +33,7 @@ SharedLibrary::SharedLibrary(const std::string& path) : handle(nullptr)
     const std::filesystem::path full =
         std::filesystem::absolute(std::filesystem::u8path(path), error);
     if (error || !std::filesystem::exists(full, error))
-        throw HostError("no such plug-in: '" + path + "'");
+        throw NoSuchPlugin(path);
     handle = LoadLibraryExW(full.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     if (!handle)
         throw HostError("cannot load '" + path + "': " + reasonOf(GetLastError()));
