@@ -299,14 +299,39 @@ TEST_F(CommandLine, WritesMeasurementsAsTablesAndPictures)
     EXPECT_NE(svg.find("it's_100%"), std::string::npos) << "the title was changed";
     EXPECT_NE(svg.find("T (44100 Hz, sine at -40 dBFS)"), std::string::npos);
     EXPECT_NE(svg.find(">+7<"), std::string::npos) << "the upper end of the range";
-    EXPECT_EQ(run("harmonics --freq 1000 --sweep -20:-10:10 -o h.png"), 0) << err;
-    EXPECT_EQ(contentOf(folder / "h.png").substr(1, 3), "PNG");
+    EXPECT_EQ(run("response --points 2 -o r.png"), 0) << err;
+    EXPECT_EQ(contentOf(folder / "r.png").substr(1, 3), "PNG");
     EXPECT_EQ(run("harmonics --freq 8000 --sweep -10:-20:10"), 0) << err;
     EXPECT_NE(out.find("\n  -20.00     -20.13    -76.4        -"), std::string::npos) << out;
     EXPECT_EQ(out.substr(out.size() - 11), "    0.0393\n") << out;
     EXPECT_EQ(run("harmonics --freq 8000 --level -20 --set BpsCh2=On -o h.csv"), 0) << err;
     out = contentOf(folder / "h.csv");
     EXPECT_LT(out.find("8000.000000,left,-20.126"), out.find("right,-20.07"));
+    // The axis is as wide as the curves at the frequencies shown, and each curve has its name both
+    // beside it and in the legend.
+    const struct {
+        const char *arguments, *end, *beyond, *label;
+    } axes[]{
+        {"response --points 9 --from 20 --curve 'cut: QB11=On Hpf=800'", ">-72<", ">-78<", ">cut<"},
+        {"response --points 9 --from 2000 --curve 'cut: QB11=On Hpf=800'", ">-3<", ">-3.5<",
+         ">cut<"},
+        {"response --points 9 --from 2000 --curve 'up: HFreq=12000 HGain=16'", ">+18<", ">+20<",
+         ">up<"},
+        {"response --points 9 --to 50 --curve 'up: HFreqL=12000 HGainL=16'", ">+3<", ">+3.5<",
+         ">up, right<"},
+        {"response --points 9 --curve '1234567890 1234567890 \xC3\xA4 3456789:'", ">+3<", ">+3.5<",
+         ">1234567890 1234567890 \xC3\xA4 3\xE2\x80\xA6<"},
+        {"harmonics --freq 50 --sweep -80:-70:5", ">-200<", ">+20<", ">H10<"},
+        {"harmonics --freq 4000 --sweep -6:0:3", ">-120<", ">-140<", ">H5<"},
+    };
+    for (const auto& [arguments, end, beyond, label] : axes) {
+        SCOPED_TRACE(arguments);
+        EXPECT_EQ(run(std::string(arguments) + " -o axis.svg"), 0) << err;
+        const std::string picture = contentOf(folder / "axis.svg");
+        for (const char* text : {end, label})
+            EXPECT_NE(picture.find(text), picture.npos) << text;
+        EXPECT_EQ(picture.find(beyond), picture.npos);
+    }
     EXPECT_EQ(run("response --points 2 -o x.png", "timeout() { shift; PATH=/nowhere \"$@\"; };"),
               2);
     EXPECT_NE(err.find("gnuplot"), std::string::npos) << err;

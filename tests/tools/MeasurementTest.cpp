@@ -1,6 +1,7 @@
 // Measured responses and harmonics of systems with known closed forms.
 #include "tests/tools/FakePlugin.h"
 #include "tools/measuring/Harmonics.h"
+#include "tools/measuring/Plot.h"
 #include "tools/measuring/Response.h"
 
 #include <cmath>
@@ -95,6 +96,18 @@ TEST(Harmonics, OfASquareAndACubeMatchTheFormula)
     const auto& below = high.front().channels[0].belowHalfRate;
     EXPECT_TRUE(below[0] && below[1]);   // 14 and 21 kHz
     EXPECT_FALSE(below[2] || below[8]);  // 28 and 70 kHz
+}
+
+TEST(Plot, LabelsAtTheEndsOfCurvesKeepApartAndBesideTheAxis)
+{
+    // An axis of ten lines of 2 dB each.
+    EXPECT_EQ(
+        endLabels({{"low", 1, -30}, {"it's", 2, 5}, {"b", 3, 5.5}, {"c", 4, -9}}, -10, 10, 10),
+        "unset label\n"
+        "set label 'b' at graph 1.008, first 5.5000 left tc ls 3\n"
+        "set label 'it''s' at graph 1.008, first 3.5000 left tc ls 2\n"
+        "set label 'c' at graph 1.008, first -8.0000 left tc ls 4\n"
+        "set label 'low' at graph 1.008, first -10.0000 left tc ls 1\n");
 }
 
 }  // namespace

@@ -20,6 +20,7 @@ namespace {
 constexpr std::size_t kMaxLevels = 1000;
 constexpr double kMinLevel = -120.0;  // dBFS
 constexpr double kMaxLevel = 20.0;    // dBFS
+constexpr double kDecade = 20.0;      // dB
 
 struct HarmonicsOptions {
     std::string plugin;
@@ -132,6 +133,27 @@ std::string asCsv(const std::vector<HarmonicsPoint>& points)
     return csv;
 }
 
+struct Axis {
+    double lowest, highest;  // dB
+};
+
+// From 0 to -100 dB, or as far as the harmonics go.
+Axis axisFor(const std::vector<HarmonicsPoint>& points)
+{
+    Axis axis{-100.0, 0.0};
+    for (const HarmonicsPoint& point : points) {
+        for (const ChannelHarmonics& result : point.channels) {
+            for (std::size_t i = 0; i < result.db.size(); ++i) {
+                if (!result.belowHalfRate[i])
+                    continue;
+                axis.lowest = std::min(axis.lowest, kDecade * std::floor(result.db[i] / kDecade));
+                axis.highest = std::max(axis.highest, kDecade * std::ceil(result.db[i] / kDecade));
+            }
+        }
+    }
+    return axis;
+}
+
 // For one level: a bar for each harmonic, the channels side by side if they differ.
 std::string barPlot(const std::vector<HarmonicsPoint>& points, PictureKind kind)
 {
@@ -148,8 +170,7 @@ std::string barPlot(const std::vector<HarmonicsPoint>& points, PictureKind kind)
             const double middle = static_cast<double>(i) + 2.0
                 + (static_cast<double>(channel) - 0.5 * static_cast<double>(channels.size() - 1))
                     * width;
-            const double db = point.channels[channel].db[i];
-            std::snprintf(text, sizeof(text), "%g %g %.1f\n", middle, std::max(db, -160.0), db);
+            std::snprintf(text, sizeof(text), "%g %.1f\n", middle, point.channels[channel].db[i]);
             script += text;
         }
         script += "END_OF_DATA\n";
@@ -161,21 +182,23 @@ std::string barPlot(const std::vector<HarmonicsPoint>& points, PictureKind kind)
         title += text + (channels.size() == 1 ? std::string() : std::string(" ") + name);
     }
     script += "set title " + plotQuoted(title) + "\n";
+    const Axis axis = axisFor(points);
+    std::snprintf(text, sizeof(text), "set yrange [%g:%g]\n", axis.lowest, axis.highest);
     script += "set xlabel 'Harmonic'\nset ylabel 'dB relative to the fundamental'\n"
-              "set xrange [1.4:10.6]\nset yrange [-160:0]\nset xtics 2,1,10\nset ytics 20\n"
+              "set xrange [1.4:10.6]\nset xtics 2,1,10\nset ytics 20\n"
               "set grid ytics ls 100\nset style fill solid 0.85 noborder\n";
-    script += channels.size() == 1 ? "unset key\n" : "";
-    // Bars begin at the lower edge, -160 dB, and have their value as a label.
+    script += text + std::string(channels.size() == 1 ? "unset key\n" : "");
+    // Bars begin at the lower edge and have their value as a label.
     const double halfWidth = 0.33 / static_cast<double>(channels.size());
     std::string command = "plot ";
     for (const auto& [channel, name] : channels) {
         const std::string data = "$data" + std::to_string(channel);
         command += channel ? ", " : "";
         std::snprintf(text, sizeof(text),
-                      "%s using 1:2:($1-%g):($1+%g):(-160):2 with boxxyerror ls %zu title ",
-                      data.c_str(), halfWidth, halfWidth, channel + 1);
+                      "%s using 1:2:($1-%g):($1+%g):(%g):2 with boxxyerror ls %zu title ",
+                      data.c_str(), halfWidth, halfWidth, axis.lowest, channel + 1);
         command += text + plotQuoted(name) + ", " + data
-            + " using 1:2:(sprintf('%.0f', column(3))) with labels offset 0,0.7 font ',11' "
+            + " using 1:2:(sprintf('%.0f', column(2))) with labels offset 0,0.7 font ',11' "
               "notitle";
     }
     return script + command + "\n";
@@ -204,22 +227,32 @@ std::string sweepPlot(const std::vector<HarmonicsPoint>& points, PictureKind kin
     std::snprintf(text, sizeof(text), "set multiplot layout 1,%zu\n", channels.size());
     script += text;
     script += "set xlabel 'Level of the tone, dBFS'\nset ylabel 'dB relative to the fundamental'\n"
-              "set yrange [-160:0]\nset ytics 20\nset grid xtics ytics ls 100\n"
-              "set datafile missing NaN\n";
+              "set ytics 20\nset grid xtics ytics ls 100\nset datafile missing NaN\n"
+              "unset key\nset rmargin 6\n";
+    const Axis axis = axisFor(points);
+    std::snprintf(text, sizeof(text), "set yrange [%g:%g]\n", axis.lowest, axis.highest);
+    script += text;
     std::snprintf(text, sizeof(text), "set xrange [%g:%g]\n", points.front().level,
                   points.back().level);
     script += text;
     for (const auto& [channel, name] : channels) {
         std::snprintf(text, sizeof(text), "Harmonics of %.2f Hz, %s", points.front().hz, name);
-        script += "set title " + plotQuoted(text) + "\nplot ";
+        script += "set title " + plotQuoted(text) + "\n";
+        std::vector<EndLabel> labels;
+        std::string curves;
+        const ChannelHarmonics& last = points.back().channels[channel];
         for (int harmonic = 2; harmonic <= kMaxHarmonic; ++harmonic) {
+            const auto place = static_cast<std::size_t>(harmonic - 2);
+            if (!last.belowHalfRate[place])
+                continue;
+            const int style = static_cast<int>(place) + 1;
+            labels.push_back({"H" + std::to_string(harmonic), style, last.db[place]});
             std::snprintf(text, sizeof(text),
-                          "%s$data%zu using 1:%d with linespoints ls %d pt 7 ps 0.4%s title 'H%d'",
-                          harmonic == 2 ? "" : ", ", channel, harmonic, (harmonic - 2) % 8 + 1,
-                          harmonic == 10 ? " dt 2" : "", harmonic);
-            script += text;
+                          "%s$data%zu using 1:%d with linespoints ls %d pt 7 ps 0.4",
+                          curves.empty() ? "" : ", ", channel, harmonic, style);
+            curves += text;
         }
-        script += "\n";
+        script += endLabels(labels, axis.lowest, axis.highest, 28) + "plot " + curves + "\n";
     }
     return script + "unset multiplot\n";
 }

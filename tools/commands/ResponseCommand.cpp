@@ -18,8 +18,9 @@ namespace tool {
 
 namespace {
 
-constexpr double kAudibleFromHz = 20.0;
-constexpr double kMaxCut = 18.0;  // dB, the deepest cut that sets the range without --range
+constexpr double kLeastRange = 3.0;     // dB, up and down
+constexpr double kDeepest = -100.0;     // dB; what is below is silence, and sets no range
+constexpr std::size_t kLabelSize = 26;  // characters of a name beside its curve
 
 struct ResponseOptions {
     std::string plugin;
@@ -134,75 +135,108 @@ struct Line {
     std::string name;
     const Curve* curve;
     std::size_t channel;
+    int colour;
     int style;
-    bool dashed;
 };
 
 std::vector<Line> linesOf(const std::vector<Curve>& curves, bool midSide)
 {
     std::vector<Line> lines;
-    int style = 0;
+    int colour = 0;
     for (const Curve& curve : curves) {
-        style = style % 8 + 1;
+        colour = colour % kCurveColours + 1;
         if (channelsAgree(curve)) {
-            lines.push_back({curve.name, &curve, 0, style, false});
+            lines.push_back({curve.name, &curve, 0, colour, colour});
             continue;
         }
-        // The second channel of a single curve gets another colour; with several curves it is
-        // dashed.
-        const int second = curves.size() == 1 ? style + 1 : style;
-        lines.push_back({curve.name + (midSide ? ", mid" : ", left"), &curve, 0, style, false});
-        lines.push_back({curve.name + (midSide ? ", side" : ", right"), &curve, 1, second, true});
+        // The second channel of a single curve gets another colour.
+        const int second = curves.size() == 1 ? colour + 1 : colour;
+        lines.push_back(
+            {curve.name + (midSide ? ", mid" : ", left"), &curve, 0, colour, kBelow + colour});
+        lines.push_back(
+            {curve.name + (midSide ? ", side" : ", right"), &curve, 1, second, kAbove + second});
     }
     return lines;
 }
 
-// The range of the magnitude axis, plus and minus: enough for all boosts, and for cuts above 20 Hz
-// down to -kMaxCut.
-double decibelRange(const std::vector<Line>& lines)
-{
-    double highest = 0.0;
-    double lowest = 0.0;
-    for (const Line& line : lines) {
-        for (const ResponsePoint& point : line.curve->points) {
-            highest = std::max(highest, point.db[line.channel]);
-            if (point.hz >= kAudibleFromHz)
-                lowest = std::min(lowest, point.db[line.channel]);
-        }
-    }
-    const double needed = std::max(1.05 * highest, std::min(-1.05 * lowest, kMaxCut));
-    for (const double range : {3.0, 6.0, 10.0, 12.0, 18.0, 24.0, 36.0, 48.0})
-        if (needed <= range)
-            return range;
-    return std::ceil(needed / 12.0) * 12.0;
-}
+struct Axis {
+    double lowest, highest, tick;  // dB
+};
 
-double decibelTick(double range)
+double tickFor(double range, double ticks)
 {
     for (const double tick : {0.1, 0.2, 0.5, 1.0, 2.0, 3.0, 6.0, 12.0})
-        if (range <= 8.0 * tick)
+        if (range <= ticks * tick)
             return tick;
     return 24.0;
 }
 
+// All of every curve, at whole ticks.
+Axis axisFor(const std::vector<Line>& lines)
+{
+    double highest = kLeastRange;
+    double lowest = -kLeastRange;
+    for (const Line& line : lines) {
+        for (const ResponsePoint& point : line.curve->points) {
+            const double db = point.db[line.channel];
+            highest = std::max(highest, 1.05 * db);
+            lowest = std::min(lowest, 1.05 * std::max(db, kDeepest / 1.05));
+        }
+    }
+    const double tick = tickFor(highest - lowest, 12.0);
+    return {tick * std::floor(lowest / tick), tick * std::ceil(highest / tick), tick};
+}
+
+// The line's name for the place beside its end; the legend has it in full.
+std::string shortName(const Line& line)
+{
+    const std::string& name = line.curve->name;
+    const std::string channel = line.name.substr(name.size());
+    const std::size_t kept = kLabelSize - channel.size();
+    std::string text;
+    std::size_t characters = 0;
+    for (const char c : name) {
+        // Bytes after the first of a character in UTF-8 are 10xxxxxx.
+        characters += (static_cast<unsigned char>(c) & 0xC0u) == 0x80u ? 0 : 1;
+        if (characters == kept)
+            return text + "\u2026" + channel;
+        text += c;
+    }
+    return line.name;
+}
+
 std::string plotCommand(const std::vector<Line>& lines, bool phase)
 {
-    std::string command = "plot ";
+    std::string below, above;
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        command += (i ? ", " : "") + std::string("$data") + std::to_string(i)
-            + " using 1:" + (phase ? "3" : "2") + " with lines ls " + std::to_string(lines[i].style)
-            + (lines[i].dashed ? " dt (12,6)" : "")
-            + (phase ? " title " + plotQuoted(lines[i].name) : " notitle");
+        std::string& command = lines[i].style == kBelow + lines[i].colour ? below : above;
+        command += ", $data" + std::to_string(i) + " using 1:" + (phase ? "3" : "2")
+            + " with lines ls " + std::to_string(lines[i].style) + " notitle";
     }
-    return command + "\n";
+    // The legend, in the order of the curves.
+    for (const Line& line : phase ? lines : std::vector<Line>())
+        above +=
+            ", NaN with lines ls " + std::to_string(line.style) + " title " + plotQuoted(line.name);
+    return "plot " + (below + above).substr(2) + "\n";
 }
 
 std::string asPlot(const std::vector<Curve>& curves, const ResponseOptions& options,
                    PictureKind kind, bool midSide)
 {
     const std::vector<Line> lines = linesOf(curves, midSide);
-    std::string script = plotHead(kind, 1200, 860);
-    char text[160];
+    std::size_t longest = 1;
+    std::vector<EndLabel> labels;
+    for (const Line& line : lines) {
+        longest = std::max(longest, line.name.size());
+        labels.push_back(
+            {shortName(line), line.colour, line.curve->points.back().db[line.channel]});
+    }
+    const std::size_t columns = std::clamp<std::size_t>(80 / (longest + 8), 1, 4);
+    const std::size_t rows = (lines.size() + columns - 1) / columns;
+    const int height = 830 + 24 * static_cast<int>(rows);  // pixels
+
+    std::string script = plotHead(kind, 1200, height);
+    char text[200];
     for (std::size_t i = 0; i < lines.size(); ++i) {
         script += "$data" + std::to_string(i) + " << END_OF_DATA\n";
         for (const ResponsePoint& point : lines[i].curve->points) {
@@ -215,36 +249,33 @@ std::string asPlot(const std::vector<Curve>& curves, const ResponseOptions& opti
     const std::vector<ResponsePoint>& points = curves.front().points;
     script += frequencyAxis(points.front().hz, points.back().hz);
 
-    const double range = options.range > 0.0 ? options.range : decibelRange(lines);
-    const double tick = decibelTick(range);
+    const Axis axis = options.range > 0.0
+        ? Axis{-options.range, options.range, tickFor(options.range, 8.0)}
+        : axisFor(lines);
     std::snprintf(text, sizeof(text), " (%g Hz, sine at %g dBFS)", options.plan.rate,
                   options.plan.level);
     const std::string title =
         (options.title.empty() ? std::string("Measured response") : options.title) + text;
-    std::size_t longest = 1;
-    for (const Line& line : lines)
-        longest = std::max(longest, line.name.size());
-    const std::size_t columns = std::clamp<std::size_t>(110 / (longest + 8), 1, 4);
-    const std::size_t rows = (lines.size() + columns - 1) / columns;
-
-    // The legend is below both panels, so that they have the full and the same width.
-    script += "set lmargin 10\nset rmargin 4\nset multiplot\n"
-              "set origin 0,0.42\nset size 1,0.58\nset tmargin 3\nset bmargin 2\nunset key\n"
-              "set title "
-        + plotQuoted(title) + "\nset ylabel 'Magnitude, dB'\n";
+    // Two panels of the same width, and below them the legend.
+    const auto panel = [&](int top, int bottom) {
+        std::snprintf(
+            text, sizeof(text), "set tmargin at screen %.5f\nset bmargin at screen %.5f\n",
+            1.0 - static_cast<double>(top) / height, 1.0 - static_cast<double>(bottom) / height);
+        return std::string(text);
+    };
+    script += "set lmargin 10\nset rmargin " + std::to_string(std::min(longest, kLabelSize) + 3)
+        + "\nset multiplot\n" + panel(56, 461) + "unset key\nset title " + plotQuoted(title)
+        + "\nset ylabel 'Magnitude, dB'\n";
     std::snprintf(text, sizeof(text),
                   "set yrange [%g:%g]\nset ytics %g\nset ytics add ('0' 0)\n"
                   "set format y '%%+g'\n",
-                  -range, range, tick);
-    script += text + plotCommand(lines, false);
-    std::snprintf(text, sizeof(text),
-                  "set key at screen 0.5,0.01 center bottom horizontal Left reverse samplen 3 "
-                  "maxcols %zu\nset bmargin %g\n",
-                  columns, 4.0 + 1.25 * static_cast<double>(rows));
-    script += "unset title\nset origin 0,0\nset size 1,0.42\nset tmargin 1\n";
-    script += text;
-    script += "set xlabel 'Frequency, Hz'\nset ylabel 'Phase, degrees'\n"
-              "set yrange [*:*]\nset ytics autofreq\nset format y '%g'\n";
+                  axis.lowest, axis.highest, axis.tick);
+    script += text + endLabels(labels, axis.lowest, axis.highest, 24) + plotCommand(lines, false);
+    script += "unset label\nunset title\n" + panel(517, 757)
+        + "set key at screen 0.5,0.01 center bottom horizontal Left reverse samplen 3 maxcols "
+        + std::to_string(columns)
+        + "\nset xlabel 'Frequency, Hz'\nset ylabel 'Phase, degrees'\n"
+          "set yrange [*:*]\nset ytics autofreq\nset format y '%g'\n";
     return script + plotCommand(lines, true) + "unset multiplot\n";
 }
 

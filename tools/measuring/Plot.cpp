@@ -3,8 +3,10 @@
 #include "platform/posix/ChildProcess.h"
 #include "tools/common/ToolError.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <iterator>
 
 #include <strings.h>
 
@@ -16,8 +18,22 @@ using platform::ChildProcess;
 
 constexpr ChildProcess::Seconds kDrawingLimit{60.0};
 
-constexpr const char* kColours[]{"#0072B2", "#D55E00", "#009E73", "#CC79A7",
-                                 "#000000", "#E69F00", "#56B4E9", "#8B6508"};
+constexpr const char* kColours[]{"#0072B2", "#D55E00", "#009E73", "#CC79A7", "#000000",
+                                 "#E69F00", "#56B4E9", "#8B6508", "#7030A0"};
+static_assert(std::size(kColours) == kCurveColours);
+
+// A colour between this one and white.
+std::string pale(const std::string& colour)
+{
+    std::string mixed = "#";
+    for (std::size_t at = 1; at < colour.size(); at += 2) {
+        const int part = std::stoi(colour.substr(at, 2), nullptr, 16);
+        char digits[4];
+        std::snprintf(digits, sizeof(digits), "%02X", part + (255 - part) * 6 / 10);
+        mixed += digits;
+    }
+    return mixed;
+}
 
 }  // namespace
 
@@ -50,8 +66,16 @@ std::string plotHead(PictureKind kind, int width, int height)
               "set style line 101 lc rgb '#E8E8E8' lw 1\n"
               "set key outside right top Left reverse samplen 2 spacing 1.2\n";
     int number = 0;
-    for (const char* colour : kColours)
-        script += "set style line " + std::to_string(++number) + " lc rgb '" + colour + "' lw 2\n";
+    for (const char* colour : kColours) {
+        const auto style = [&](int first, const std::string& look) {
+            script +=
+                "set style line " + std::to_string(first + number) + " lc rgb '" + look + "\n";
+        };
+        ++number;
+        style(0, colour + std::string("' lw 2"));
+        style(kBelow, pale(colour) + "' lw 7");
+        style(kAbove, colour + std::string("' lw 1.6 dt (10,5)"));
+    }
     return script;
 }
 
@@ -91,6 +115,31 @@ std::string frequencyAxis(double lowestHz, double highestHz)
     }
     return "set logscale x\n" + std::string(range) + "set xtics (" + ticks + ")\n"
         + "set mxtics 1\nset grid xtics mxtics ytics ls 100, ls 101\n";
+}
+
+std::string endLabels(std::vector<EndLabel> labels, double lowest, double highest, int lines)
+{
+    std::stable_sort(labels.begin(), labels.end(),
+                     [](const EndLabel& a, const EndLabel& b) { return a.y > b.y; });
+    const double gap = (highest - lowest) / lines;
+    double limit = highest;
+    for (EndLabel& label : labels) {
+        label.y = std::clamp(label.y, lowest, std::max(limit, lowest));
+        limit = label.y - gap;
+    }
+    limit = lowest;
+    for (auto label = labels.rbegin(); label != labels.rend(); ++label) {
+        label->y = std::max(label->y, limit);
+        limit = label->y + gap;
+    }
+    std::string script = "unset label\n";
+    for (const EndLabel& label : labels) {
+        char place[80];
+        std::snprintf(place, sizeof(place), " at graph 1.008, first %.4f left tc ls %d\n", label.y,
+                      label.style);
+        script += "set label " + plotQuoted(label.text) + place;
+    }
+    return script;
 }
 
 std::string drawPlot(const std::string& script)
