@@ -82,9 +82,10 @@ OptionDescription describe(const CLI::Option& option)
 
     const std::string whole = option.get_type_name();
     const std::string type = whole.substr(0, whole.find(':'));
-    const bool isTyped = type != "TEXT";
+    const bool isTyped = type != "TEXT" && !type.empty();
     description.choices = choicesOf(whole);
     description.isFile = type == "FILE" || (option.get_positional() && !isTyped);
+    description.isFolder = type == "DIR";
     description.endings = endingsIn(option.get_description());
     if (option.get_positional())
         description.value = option.get_name(true);

@@ -25,6 +25,7 @@ struct OptionDescription {
     std::vector<std::string> choices;  // the possible values, if they are few
     std::vector<std::string> endings;  // of the files it takes, such as "wav"; empty: any
     bool isFile = false;
+    bool isFolder = false;
     bool isRequired = false;
     bool isRepeatable = false;
 
@@ -46,7 +47,8 @@ struct CommandDescription {
 
 // The command with all below it, without hidden options. An option takes a file if its type is
 // FILE, and so does an argument without a type; the files' endings are those that the text names.
-// Choices are those of CLI::IsMember or of a type written as {a,b,c}.
+// It takes a folder if its type is DIR. Choices are those of CLI::IsMember or of a type written as
+// {a,b,c}.
 CommandDescription describe(const CLI::App& app, const std::string& parents = "");
 
 // The paragraphs of the text in lines of at most `width` characters, where words are shorter; each

@@ -94,6 +94,8 @@ std::string bashValue(const OptionDescription& option)
         return "_zkrt46_titles '" + std::string(option.value == "TITLE" ? "" : "=") + "'";
     if (!option.choices.empty())
         return "_zkrt46_words '" + joined(option.choices) + "'";
+    if (option.isFolder)
+        return "_zkrt46_files /";
     if (option.isFile)
         return "_zkrt46_files" + std::string(option.endings.empty() ? "" : " ")
             + joined(option.endings);
@@ -146,7 +148,7 @@ _zkrt46_titles() {
         + joined(titles) + R"(' -- "$word")
 }
 
-# _zkrt46_files [ENDING...]: folders, and files with one of the endings.
+# _zkrt46_files [ENDING...]: folders, and files with one of the endings; no file ends in a slash.
 _zkrt46_files() {
     local ending name=${word//\\/}
     name=${name#[\"\']}
@@ -197,6 +199,8 @@ std::string zshValue(const OptionDescription& option)
         return label + "_zkrt46_titles" + (option.value == "TITLE" ? "" : " =");
     if (!option.choices.empty())
         return label + "(" + joined(option.choices) + ")";
+    if (option.isFolder)
+        return label + "_files -/";
     if (option.isFile)
         return label + "_files"
             + (option.endings.empty() ? "" : " -g \"*.(" + joined(option.endings, "|") + ")(-.)\"");
@@ -261,6 +265,8 @@ std::string fishValue(const OptionDescription& option, const Strings& titles)
             + (option.value == "TITLE" ? "'" : "='");
     if (!option.choices.empty())
         return " -x -a '" + joined(option.choices) + "'";
+    if (option.isFolder)
+        return " -x -a '(__fish_complete_directories)'";
     if (option.isFile)
         return option.endings.empty() ? " -r -F"
                                       : " -x -a '(__zkrt46_files " + joined(option.endings) + ")'";
