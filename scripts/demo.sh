@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs missing packages, builds, and demonstrates the equaliser: renders recorded music with the
-# Linux library and, under Wine, with the Windows one, in three settings; then measures and draws
-# the responses and harmonics of these settings.
+# Linux library and, under Wine, with the Windows one, in three settings; each input lies beside its
+# result, and beside the result at the input's loudness. Then measures and draws the responses and
+# harmonics of these settings.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/setup.sh demo
@@ -16,18 +17,10 @@ out=build/demo
 rm -rf "$out"
 mkdir -p "$out"
 
-# both TITLE=VALUE...: the same setting for the left and the right channel.
-both() {
-    local setting
-    for setting in "$@"; do
-        echo "${setting/=/L=} ${setting/=/R=}"
-    done
-}
-
 # The settings, as NAME: TITLE=VALUE ... (values as the plug-in shows them).
-warm="Warm and open: $(both LShelf=On LFreq=82 LGain=2 HShelf=On HFreq=12000 HGain=2.5 | tr '\n' ' ')"
-clear="Clear the mud: $(both LFreq=300 LGain=-3 MFreq=3000 MGain=2 HFreq=17500 HGain=3 | tr '\n' ' ')"
-driven="Driven: QB11=On $(both Drive=10 Hpf=30 28k=On Output=-4 LFreq=63 LGain=2 | tr '\n' ' ')"
+warm="Warm and open: LShelf=On LFreq=82 LGain=2 HShelf=On HFreq=12000 HGain=2.5"
+clear="Clear the mud: LFreq=300 LGain=-3 MFreq=3000 MGain=2 HFreq=17500 HGain=3"
+driven="Driven: QB11=On Drive=10 Hpf=30 28k=On Output=-4 LFreq=63 LGain=2"
 
 say() { printf '\n\033[1m%s\033[0m\n' "$1"; }
 
@@ -47,13 +40,17 @@ render() {
     else
         echo "  The two files differ."
     fi
+    # For listening: the input, and the result as loud as the input.
+    cp "$input" "$out/$name-input.flac"
+    "$tool" render --plugin "$linux" "${settings[@]}" --match --bits 32f \
+        "$input" "$out/$name-matched.wav"
 }
 render warm "$samples/guit_em9.flac" "$warm"
 render clear "$samples/loop_garzul.flac" "$clear"
 render driven "$samples/loop_amen_full.flac" "$driven"
 
 say "Drawing the responses and the harmonics"
-"$tool" response --plugin "$windows" --points 120 --title "Three settings" --range 12 \
+"$tool" response --plugin "$windows" --points 120 --title "Three settings" \
     --curve "$warm" --curve "$clear" --curve "$driven" -o "$out/response.png"
 word_settings=()
 for word in ${driven#*: }; do word_settings+=(--set "$word"); done
