@@ -1,7 +1,7 @@
 #include "shell/EntryPoints.h"
 
+#include "params/ids/ClassIds.h"
 #include "params/ids/PluginId.h"
-#include "shell/ClassIds.h"
 #include "shell/PluginFactory.h"
 
 #include "public.sdk/source/vst/vst2wrapper/vst2wrapper.h"

@@ -1,7 +1,7 @@
 // PitchNamesProcessor: construction, rates, buses, and the processing of a block.
 #include "shell/PitchNamesProcessor.h"
 
-#include "shell/ClassIds.h"
+#include "params/ids/ClassIds.h"
 
 #include "pluginterfaces/vst/vstspeaker.h"
 

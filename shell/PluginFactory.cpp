@@ -3,7 +3,7 @@
 #include "Product.h"
 #include "editor/TemplateEditor.h"
 #include "params/PitchNamesController.h"
-#include "shell/ClassIds.h"
+#include "params/ids/ClassIds.h"
 #include "shell/PitchNamesProcessor.h"
 
 #include <new>

@@ -2,7 +2,7 @@
 #include "shell/vst3/Vst3Controller.h"
 
 #include "params/ParameterTable.h"
-#include "shell/vst3/ComponentState.h"
+#include "presets/ComponentState.h"
 #include "shell/vst3/Messages.h"
 #include "shell/vst3/Vst3Editor.h"
 

@@ -1,7 +1,7 @@
 // Vst3Processor: states, setup, blocks of any shape, and the values from host and controller.
 #include "shell/vst3/Vst3Processor.h"
 
-#include "shell/vst3/ComponentState.h"
+#include "presets/ComponentState.h"
 #include "shell/vst3/Messages.h"
 
 #include "pluginterfaces/vst/ivstmessage.h"

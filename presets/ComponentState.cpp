@@ -1,4 +1,4 @@
-#include "shell/vst3/ComponentState.h"
+#include "presets/ComponentState.h"
 
 #include "presets/BankFormat.h"
 
