@@ -1,6 +1,7 @@
 // The messages for faulty files, and their agreement with the plug-in's own readers.
 #include "tools/banks/BankCheck.h"
 #include "tests/presets/HandMadeImages.h"
+#include "tools/banks/HostFile.h"
 #include "tools/banks/PresetFile.h"
 
 #include <algorithm>
@@ -38,7 +39,7 @@ Bytes goodBank()
 constexpr std::size_t kValueOf28 = 41 + 168 + 28 * 32 + 24;  // 1129
 constexpr std::size_t kPreset5 = 41 + 5 * 2024;              // 10161
 
-enum Image { kPreset, kBank, kState, kBigEndian, kZeros };
+enum Image { kPreset, kBank, kState, kBigEndian, kZeros, kFxp, kFxb, kVst };
 
 const std::uint32_t kNan = 0x7FC00000, k2 = 0x40000000, kMinusQuarter = 0xBE800000,
                     kXs = 0x78787878;
@@ -112,22 +113,51 @@ const Row kRows[]{
     {kState, {{8 + kValueOf28, k2}}, kUndone, true, 8 + 1129, "parameter 28 of preset 0 is 2"},
     {kState, {{40000, kCut}}, kPartly, true, 40000, "instead of at byte 48625"},
     {kState, {{3, 1}}, kTaken, false, 3, "prefix"},
-    {kState, {{8 + 13, 59}, {8 + 21, 2024}, {8 + 41 + 2024, kCut}}, kPartly, false, 8 + 21, "payload size is 2024"},
+    {kState, {{8 + 13, 59}, {8 + 21, 2024}, {8 + 41 + 2024, kCut}}, kPartly, false, kAnywhere, "no records of preset 1, 2"},
+    {kState, {{8 + 21, 2024}}, kTaken, false, 8 + 21, "payload size is 2024"},
     {kBigEndian, {}, kTaken, false, 0, "big-endian"},
     {kBigEndian, {{kValueOf28, 0x40}}, kUndone, true, 1129, "parameter 28 is 2"},
     {kZeros, {}, kPartly, false, 8, "magic is not \"64tZ\"; in a state it is not looked at"},
     {kZeros, {{1, kCut}}, kIgnored, true, kAnywhere, "no records, and the plug-in keeps its bank"},
     {kZeros, {{48626, kCut}, {8 + 13, 0xFFFFFFFF}}, kIgnored, true, kAnywhere, "reads it without effect"},
     {kZeros, {{48626, kCut}, {8 + 13, 5000}}, kIgnored, true, kAnywhere, "undoes the load as a whole"},
+    // The state begins at byte 76 of a .fxp, 292 of a .vstpreset, whose list begins at 2365.
+    {kFxp, {{59, kCut}}, kIgnored, true, 59, "header of 60"},
+    {kFxb, {{159, kCut}}, kIgnored, true, 159, "header of 160"},
+    {kFxp, {{8, 0x6B437846}}, kIgnored, true, 8, "the form is FxCk, a list of values"},
+    {kFxp, {{8, kXs}}, kIgnored, true, 8, "\"xxxx\", neither FPCh"},
+    {kFxb, {{16, kXs}}, kIgnored, true, 16, "another plug-in, \"xxxx\""},
+    {kFxp, {{2148, kCut}}, kIgnored, true, 56, "size is 2089, but 2088 bytes"},
+    {kFxp, {{56, 0x0F000000}}, kIgnored, true, 56, "size is 15, but"},
+    {kFxp, {{60, 1}}, kIgnored, true, 60, "1 and 2073 bytes by its head, of 2073"},
+    {kFxp, {{68, 0}}, kIgnored, true, 60, "0 and 0 bytes"},
+    {kFxp, {{68, 2072}}, kNoEffect, true, 76 + 2072, "the state ends here"},
+    {kFxp, {{76 + 8 + kValueOf28, k2}}, kUndone, true, 76 + 8 + 1129, "parameter 28 of preset 0 is 2"},
+    {kVst, {{47, kCut}}, kIgnored, true, 47, "header of 48"},
+    {kVst, {{8, kXs}}, kIgnored, true, 8, "another plug-in, of the class \"xxxx"},
+    {kVst, {{44, 0x80000000}}, kIgnored, true, 40, "at byte 9223372036854778173 of 2413"},
+    {kVst, {{40, 47}}, kIgnored, true, 40, "at byte 47 of"},
+    {kVst, {{40, 48}}, kIgnored, true, 48, "no list"},
+    {kVst, {{2369, 3}}, kIgnored, true, 2369, "have 3 parts"},
+    {kVst, {{2385, 2366}}, kIgnored, true, 2377, "\"Comp\" is said to have 2366 bytes at byte 48"},
+    {kVst, {{2373, kXs}, {2393, kXs}}, kIgnored, true, 2365, "none of the parts"},
+    {kVst, {{2393, kXs}}, kPartly, false, kAnywhere, "values but no name record of preset 0"},
+    {kVst, {{292 + 8 + kValueOf28, k2}}, kUndone, true, 292 + 8 + 1129, "parameter 28 of preset 0 is 2"},
 };
 // clang-format on
 
 TEST(BankCheck, ReportsTheFaultItsOffsetAndItsConsequence)
 {
     // The reader of states checks neither magic nor size, so zeros are a valid state.
-    const Bytes images[]{goodPreset(), goodBank(), handmade::stateOf(goodBank()),
-                         handmade::goodPreset(1, true), Bytes(8 + 48617)};
-    for (const Image image : {kPreset, kBank, kState})
+    const Bytes images[]{goodPreset(),
+                         goodBank(),
+                         handmade::stateOf(goodBank()),
+                         handmade::goodPreset(1, true),
+                         Bytes(8 + 48617),
+                         fxpBytes(goodPreset(), factoryBank()[3], 1),
+                         fxbBytes(goodBank(), 1),
+                         vstPresetBytes(goodPreset(), factoryBank()[3])};
+    for (const Image image : {kPreset, kBank, kState, kFxp, kFxb, kVst})
         EXPECT_TRUE(check(images[image]).findings.empty());
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.words);
@@ -148,6 +178,9 @@ TEST(BankCheck, ReportsTheFaultItsOffsetAndItsConsequence)
         EXPECT_TRUE(std::any_of(report.findings.begin(), report.findings.end(), isTheOne))
             << (report.findings.empty() ? "nothing" : report.findings.front().text);
     }
+    for (const Image image : {kFxp, kFxb, kVst})
+        for (std::size_t size = 4; size < images[image].size(); ++size)
+            EXPECT_EQ(checkBank({images[image].data(), size}).outcome, Outcome::Ignored) << size;
     // Findings beyond the longest list are counted.
     Bytes bytes = goodBank();
     for (std::size_t id = 0; id < 58; ++id)

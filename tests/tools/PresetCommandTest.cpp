@@ -1,6 +1,8 @@
 // Presets and banks in the built program: conversion, tables, and rendering.
 #include "presets/BankFormat.h"
+#include "presets/FactoryBank.h"
 #include "tests/tools/CommandLine.h"
+#include "tools/host/NativePlugin.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -20,6 +22,55 @@ TEST_F(PresetCommand, ABankGoesThroughJsonUnchanged)
     EXPECT_EQ(out, "The banks are equal\n");
     EXPECT_EQ(run("check a.zkb a.json b.zkb"), 0);
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 3) << out;
+}
+
+TEST_F(PresetCommand, EveryKindOfFileHoldsTheSame)
+{
+    for (const std::string kind : {"zkr", "fxp", "vstpreset", "json"}) {
+        ASSERT_EQ(run("preset export R101 -o a." + kind), 0) << err;
+        ASSERT_EQ(run("preset import a." + kind + " --at 3 -o " + kind + ".zkb"), 0) << err;
+        EXPECT_TRUE(contentOf(folder / (kind + ".zkb")) == contentOf(folder / "zkr.zkb")) << kind;
+    }
+    for (const std::string kind : {"fxb", "vstpreset"}) {
+        ASSERT_EQ(run("bank export zkr.zkb -o b." + kind), 0) << err;
+        ASSERT_EQ(run("bank import b." + kind + " -o b.zkb"), 0) << err;
+        EXPECT_TRUE(contentOf(folder / "b.zkb") == contentOf(folder / "zkr.zkb")) << kind;
+    }
+    expectComplaint("bank show a.fxp", "is a preset, but a bank is wanted here");
+    expectComplaint("preset show --preset-file b.fxb", "is a bank, but a preset is wanted here");
+    expectComplaint("preset export 3 -o a.fxb", "ends in .zkr, .fxp, .vstpreset or .json");
+}
+
+// The chunk stands at the end of the files, behind a header of 60 or 160 bytes.
+TEST_F(PresetCommand, FilesOfVst2HostsHoldTheChunkOfTheLibrary)
+{
+    const auto chunkOf = [this](const char* name, std::size_t header) {
+        const std::string file = contentOf(folder / name);
+        return std::vector<std::uint8_t>(file.begin() + static_cast<std::ptrdiff_t>(header),
+                                         file.end());
+    };
+    ASSERT_EQ(run("bank export -o a.fxb"), 0) << err;
+    ASSERT_EQ(run("preset export R101 -o a.fxp"), 0) << err;
+    host::NativePlugin plugin(ZKRT46_LIBRARY);
+    EXPECT_TRUE(chunkOf("a.fxb", 160) == plugin.bankChunk());
+    plugin.setProgramChunk(chunkOf("a.fxp", 60));
+    EXPECT_EQ(plugin.programName(), "R101");
+    for (std::size_t id = 0; id < kPresetParamCount; ++id)
+        EXPECT_EQ(plugin.parameter(static_cast<VstInt32>(id)), factoryBank()[19].values[id]) << id;
+
+    // What a host then saves: the whole bank, of which it shows the selected preset.
+    plugin.setParameter(28, 0.75f);
+    const std::vector<std::uint8_t> chunk = plugin.programChunk();
+    std::string file = contentOf(folder / "a.fxp").substr(0, 56);
+    for (const int shift : {24, 16, 8, 0})
+        file += static_cast<char>(chunk.size() >> shift);
+    writeContent(folder / "b.fxp", file.append(chunk.begin(), chunk.end()));
+    ASSERT_EQ(run("preset show --preset-file b.fxp"), 0) << err;
+    EXPECT_EQ(out.rfind("Preset \"R101\" in 'b.fxp'\n", 0), 0u) << out;
+    EXPECT_NE(out.find("LGainL   8.00 dB     0.75\n"), std::string::npos) << out;
+    ASSERT_EQ(run("preset list --bank b.fxp"), 0) << err;
+    EXPECT_NE(out.find("\n0      R101"), std::string::npos) << out;
+    EXPECT_NE(out.find("\n1      Fat Kick"), std::string::npos) << out;
 }
 
 // A name takes precedence over an index.

@@ -1,6 +1,7 @@
 // Checks the start and the header of a file; RecordCheck does the records.
 #include "tools/banks/BankCheck.h"
 
+#include "tools/banks/HostFile.h"
 #include "tools/banks/RecordCheck.h"
 
 #include <algorithm>
@@ -143,7 +144,8 @@ std::optional<FileParts> takeStateApart(ByteView file, BankReport& report)
         report.note("kinds", base + FileHeader::kKindAt,
                     "the kind is " + hex(parts.header.kind, 2) + " instead of " + hex(kBankKind, 2)
                         + ", a bank; in a state it is not looked at");
-    if (parts.header.payloadSize != static_cast<std::int32_t>(kBankImageSize - kFileHeaderSize))
+    const bool exact = whole && file.size == parts.recordsAt + static_cast<std::size_t>(payload);
+    if (payload != static_cast<std::int32_t>(kBankImageSize - kFileHeaderSize) && !exact)
         report.note("payload sizes", base + FileHeader::kPayloadAt,
                     "the payload size is " + std::to_string(parts.header.payloadSize)
                         + "; in a state it is not looked at");
@@ -155,10 +157,29 @@ std::optional<FileParts> takeStateApart(ByteView file, BankReport& report)
     return parts;
 }
 
+// Of a host's file, a state with faults in its header is not taken at all.
+std::optional<FileParts> takeHostFileApart(ByteView file, BankReport& report)
+{
+    const auto content = readHostFile(file, report);
+    if (!content)
+        return std::nullopt;
+    BankReport ofState;
+    auto parts = takeStateApart({content->state.data(), content->state.size()}, ofState);
+    report.append(ofState, content->stateAt, Outcome::NoEffect);
+    if (parts) {
+        parts->kind = content->kind;
+        parts->recordsAt += content->stateAt;
+        parts->end += content->stateAt;
+    }
+    return parts;
+}
+
 }  // namespace
 
 std::optional<FileParts> takeApart(ByteView file, BankReport& report)
 {
+    if (isHostFile(file))
+        return takeHostFileApart(file, report);
     if (isState(file))
         return takeStateApart(file, report);
     if (file.size <= FileHeader::kKindAt) {
@@ -225,7 +246,7 @@ BankReport checkBank(ByteView file, const std::vector<std::string>& titles)
     BankReport report;
     if (const auto parts = takeApart(file, report))
         RecordCheck(*parts, titles, report).run();
-    else if (report.outcome == Outcome::Ignored && file.size > 0)
+    else if (report.outcome == Outcome::Ignored && file.size > 0 && !isHostFile(file))
         noteState(file, titles, report);
     report.close();
     return report;

@@ -1,4 +1,5 @@
-// Checks a preset file, a bank file or a project's state as the plug-in would read it.
+// Checks a preset file, a bank file, a host's preset file or a project's state as the plug-in would
+// read it.
 #pragma once
 
 #include "presets/BankFormat.h"

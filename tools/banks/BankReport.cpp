@@ -33,6 +33,17 @@ void BankReport::add(bool isFault, const std::string& topic, std::optional<std::
         findings.push_back({isFault, offset, text});
 }
 
+void BankReport::append(const BankReport& part, std::size_t shift, Outcome atBest)
+{
+    for (Finding finding : part.findings) {
+        if (finding.offset)
+            *finding.offset += shift;
+        findings.push_back(finding);
+    }
+    faults = faults || part.faults;
+    outcome = std::min({outcome, part.outcome, part.faults ? atBest : Outcome::Taken});
+}
+
 void BankReport::close()
 {
     for (const auto& [topic, count] : counts)
@@ -46,6 +57,9 @@ void BankReport::close()
 std::string outcomeText(const BankReport& report)
 {
     const bool preset = report.kind == FileKind::Preset;
+    const bool ofHost = report.kind == FileKind::HostPreset || report.kind == FileKind::HostBank;
+    if (ofHost && report.outcome <= Outcome::NoEffect)
+        return "it cannot be loaded into the plug-in";
     const std::string what = preset ? "the preset" : "the bank";
     switch (report.outcome) {
     case Outcome::Ignored:

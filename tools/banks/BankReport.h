@@ -13,7 +13,9 @@ enum class FileKind {
     Unknown,
     Preset,
     Bank,
-    State,  // a bank as stored in a host's project, after kStatePrefix
+    State,       // a bank as stored in a host's project, after kStatePrefix
+    HostPreset,  // such a state in a .fxp or .vstpreset
+    HostBank,    // and in a .fxb
 };
 
 // From worst to best.
@@ -43,6 +45,9 @@ public:
                Outcome atBest);
     void note(const std::string& topic, std::optional<std::size_t> offset, const std::string& text,
               Outcome atBest = Outcome::Taken);
+    // Takes over what a part of the file has given that begins at `shift`. Its faults lower the
+    // outcome to `atBest`.
+    void append(const BankReport& part, std::size_t shift, Outcome atBest);
     void close();
 
     bool hasFaults() const { return faults; }

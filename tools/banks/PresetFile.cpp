@@ -1,6 +1,7 @@
 #include "tools/banks/PresetFile.h"
 
 #include "params/ids/PluginId.h"
+#include "tools/banks/HostFile.h"
 #include "tools/common/OutputFile.h"
 #include "tools/common/ToolError.h"
 #include "tools/host/OpenPlugin.h"
@@ -42,6 +43,36 @@ void appendPreset(ImageWriter& writer, std::int32_t index, const PresetSlot& pre
         writer.appendValue(index, id, preset.values[id]);
 }
 
+// Calls `seen` with every record.
+template <typename Seen>
+void forEachRecord(const FileParts& parts, const Seen& seen)
+{
+    RecordReader reader({parts.records.data(), parts.records.size()}, parts.header.recordCount,
+                        parts.swap);
+    for (Record record; reader.next(record);)
+        seen(record);
+}
+
+bool hasSeveralPresets(const FileParts& parts)
+{
+    bool several = false;
+    std::optional<std::int32_t> first;
+    forEachRecord(parts, [&](const Record& record) {
+        several = several || record.preset != first.value_or(record.preset);
+        first = first.value_or(record.preset);
+    });
+    return several;
+}
+
+bool hasNameOf(int preset, const FileParts& parts)
+{
+    bool found = false;
+    forEachRecord(parts, [&](const Record& record) {
+        found = found || (record.kind == kNameRecord && record.preset == preset);
+    });
+    return found;
+}
+
 // The parts of a file that the plug-in would load and that has the wanted kind; else throws
 // ToolError.
 FileParts goodParts(const std::string& path, const std::vector<std::uint8_t>& bytes,
@@ -59,7 +90,9 @@ FileParts goodParts(const std::string& path, const std::vector<std::uint8_t>& by
         throw ToolError("'" + path + "'" + (first->offset ? " " + atByte(*first->offset) : "")
                         + ": " + first->text + hint);
     }
-    if ((parts->kind == FileKind::Preset) != wantsPreset)
+    const bool ofHost = parts->kind == FileKind::HostPreset;
+    const bool isPreset = parts->kind == FileKind::Preset || (ofHost && !hasSeveralPresets(*parts));
+    if (wantsPreset ? !isPreset && !ofHost : isPreset)
         throw ToolError("'" + path + "' is "
                         + (wantsPreset ? "a bank, but a preset is wanted here"
                                        : "a preset, but a bank is wanted here"));
@@ -74,6 +107,23 @@ FileParts goodParts(const std::string& path, const std::vector<std::uint8_t>& by
 void writeBytes(const std::string& path, const std::vector<std::uint8_t>& bytes)
 {
     writeFile(path, std::string(bytes.begin(), bytes.end()));
+}
+
+BankContent bankOf(const FileParts& parts, const std::string& path)
+{
+    const std::int32_t current = parts.header.currentPreset;
+    BankContent bank{factoryBank(), current >= 0 && current < kPresetCount ? current : 0};
+    if (!readBankRecords({parts.records.data(), parts.records.size()}, parts.header.recordCount,
+                         parts.swap, factoryBank().front(), bank.presets.data()))
+        throw ToolError("'" + path + "': the plug-in would not take it");
+    return bank;
+}
+
+void expectPresetEnding(const std::string& path)
+{
+    const std::string ending = endingOf(path);
+    if (ending != ".zkr" && ending != ".fxp" && ending != ".vstpreset" && ending != ".json")
+        throw ToolError("'" + path + "': a preset's name ends in .zkr, .fxp, .vstpreset or .json");
 }
 
 }  // namespace
@@ -134,13 +184,7 @@ BankContent readBank(const std::string& path, Displays& displays)
     const std::vector<std::uint8_t> bytes = readFile(path);
     if (isJson(bytes))
         return bankFromJson(std::string(bytes.begin(), bytes.end()), path, displays.get());
-    const FileParts parts = goodParts(path, bytes, false);
-    const std::int32_t current = parts.header.currentPreset;
-    BankContent bank{factoryBank(), current >= 0 && current < kPresetCount ? current : 0};
-    if (!readBankRecords({parts.records.data(), parts.records.size()}, parts.header.recordCount,
-                         parts.swap, factoryBank().front(), bank.presets.data()))
-        throw ToolError("'" + path + "': the plug-in would not take it");
-    return bank;
+    return bankOf(goodParts(path, bytes, false), path);
 }
 
 PresetSlot readPreset(const std::string& path, Displays& displays)
@@ -150,6 +194,13 @@ PresetSlot readPreset(const std::string& path, Displays& displays)
         return presetFromJson(std::string(bytes.begin(), bytes.end()), path, displays.get());
     const FileParts parts = goodParts(path, bytes, true);
     PresetSlot preset{};
+    if (parts.kind == FileKind::HostPreset) {
+        const BankContent bank = bankOf(parts, path);
+        preset = bank.presets[static_cast<std::size_t>(bank.currentPreset)];
+        if (!hasNameOf(bank.currentPreset, parts))
+            setName(preset, std::filesystem::path(path).stem().c_str());
+        return preset;
+    }
     if (!readPresetRecords({parts.records.data(), parts.records.size()}, parts.header.recordCount,
                            parts.swap, factoryBank().front(), preset))
         throw ToolError("'" + path + "': the plug-in would not take it");
@@ -163,19 +214,34 @@ void writeBank(const std::string& path, const BankContent& bank, Displays& displ
         writeFile(path, bankToJson(bank, displays.get()));
     else if (ending == ".zkb")
         writeBytes(path, bankBytes(bank));
+    else if (ending == ".fxb")
+        writeBytes(path, fxbBytes(bankBytes(bank), displays.get().fields().version));
+    else if (ending == ".vstpreset")
+        writeBytes(path,
+                   vstPresetBytes(bankBytes(bank),
+                                  bank.presets[static_cast<std::size_t>(bank.currentPreset)]));
     else
-        throw ToolError("'" + path + "': a bank's name ends in .zkb or .json");
+        throw ToolError("'" + path + "': a bank's name ends in .zkb, .fxb, .vstpreset or .json");
+}
+
+void expectPresetPath(const std::string& path)
+{
+    expectPresetEnding(path);
+    const OutputFile triedAndRemoved(path);
 }
 
 void writePreset(const std::string& path, const PresetSlot& preset, Displays& displays)
 {
+    expectPresetEnding(path);
     const std::string ending = endingOf(path);
     if (ending == ".json")
         writeFile(path, presetToJson(preset, displays.get()));
-    else if (ending == ".zkr")
-        writeBytes(path, presetBytes(preset));
+    else if (ending == ".fxp")
+        writeBytes(path, fxpBytes(presetBytes(preset), preset, displays.get().fields().version));
+    else if (ending == ".vstpreset")
+        writeBytes(path, vstPresetBytes(presetBytes(preset), preset));
     else
-        throw ToolError("'" + path + "': a preset's name ends in .zkr or .json");
+        writeBytes(path, presetBytes(preset));
 }
 
 std::vector<std::uint8_t> bankBytes(const BankContent& bank)

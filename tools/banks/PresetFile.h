@@ -1,5 +1,5 @@
-// Preset and bank files, binary or JSON: recognised by content when read, and chosen by the name's
-// ending when written.
+// Preset and bank files, binary, of hosts or JSON: recognised by content when read, and chosen by
+// the name's ending when written.
 #pragma once
 
 #include "tools/banks/BankCheck.h"
@@ -32,12 +32,17 @@ bool isJson(const std::vector<std::uint8_t>& bytes);
 
 // Throw ToolError with the reason when the plug-in would not load the file. What a bank file leaves
 // out is as in the factory bank. A file that is loaded in part gives a warning on standard error.
+// The preset of a host's file is the one that it selects; without a name it gets that of the file.
 BankContent readBank(const std::string& path, Displays& displays);
 PresetSlot readPreset(const std::string& path, Displays& displays);
 
-// Throw ToolError; an existing file is then unchanged. Endings: .zkb or .zkr, and .json.
+// Throw ToolError; an existing file is then unchanged. Endings: .zkb, .fxb, .vstpreset and .json
+// for a bank, .zkr, .fxp, .vstpreset and .json for a preset.
 void writeBank(const std::string& path, const BankContent& bank, Displays& displays);
 void writePreset(const std::string& path, const PresetSlot& preset, Displays& displays);
+
+// Throws ToolError if writePreset would refuse the name or could not write to the folder.
+void expectPresetPath(const std::string& path);
 
 // The files' bytes as the plug-in saves them.
 std::vector<std::uint8_t> bankBytes(const BankContent& bank);

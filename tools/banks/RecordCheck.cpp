@@ -227,7 +227,8 @@ void RecordCheck::checkCompleteness()
         if (known.name || !bank)
             checkMissingValues(preset);
     }
-    if (!absent.empty())
+    // A host's file of one preset has no records of the others.
+    if (!absent.empty() && parts.kind != FileKind::HostPreset)
         report.note("absent presets", std::nullopt,
                     "there are no records of preset " + absent
                         + ": the plug-in keeps what it has there",

@@ -59,31 +59,35 @@ void addBankCommand(CLI::App& app, Action& action)
 
     CLI::App& show = *group.add_subcommand(
         "show", "Show what the presets of a bank set: as displayed and as stored, from 0 to 1");
-    show.add_option("BANK", options->input, "The bank: .zkb or .json. Default: the factory bank");
+    show.add_option("BANK", options->input,
+                    "The bank: .zkb, .fxb, .vstpreset or .json. Default: the factory bank");
     show.add_flag("--all", options->all, "Also what is as in the default preset");
     bindAction(show, action, options, runShow);
 
-    CLI::App& exporting =
-        *group.add_subcommand("export", "Write the factory bank, or BANK, into a file");
+    CLI::App& exporting = *group.add_subcommand(
+        "export", "Write a bank into a file of another kind, such as one of hosts");
     exporting.add_option("BANK", options->input,
-                         "The bank: .zkb or .json. Default: the factory bank");
-    exporting.add_option("-o,--output", options->output, "The file: .zkb or .json")
-        ->type_name("FILE")
+                         "The bank: .zkb, .fxb, .vstpreset or .json. Default: the factory bank");
+    exporting
+        .add_option("-o,--output", options->output,
+                    "The file: .zkb, .fxb or .vstpreset for hosts, or .json")
         ->required();
     bindAction(exporting, action, options, runConvert);
 
-    CLI::App& importing =
-        *group.add_subcommand("import", "Write the bank in IN into a file of another format");
-    importing.add_option("IN", options->input, "The bank: .json or .zkb")->required();
-    importing.add_option("-o,--output", options->output, "The file: .zkb or .json")
-        ->type_name("FILE")
+    CLI::App& importing = *group.add_subcommand(
+        "import", "Make a bank file of JSON or of a host's file, or the reverse");
+    importing.add_option("IN", options->input, "The bank: .json, .fxb, .vstpreset or .zkb")
+        ->required();
+    importing
+        .add_option("-o,--output", options->output,
+                    "The file: .zkb, .fxb or .vstpreset for hosts, or .json")
         ->required();
     bindAction(importing, action, options, runConvert);
 
     CLI::App& diff = *group.add_subcommand(
         "diff", "Compare two banks; the exit code is 0 if they are equal and 1 if not");
-    diff.add_option("FIRST", options->input, "A bank: .zkb or .json")->required();
-    diff.add_option("SECOND", options->other, "Another: .zkb or .json. Default: the factory bank");
+    diff.add_option("FIRST", options->input, "A bank: .zkb, .fxb, .vstpreset or .json")->required();
+    diff.add_option("SECOND", options->other, "Another. Default: the factory bank");
     bindAction(diff, action, options, runDiff);
 }
 

@@ -48,6 +48,10 @@ const char* kindName(FileKind kind)
         return "bank";
     case FileKind::State:
         return "bank as a project keeps it";
+    case FileKind::HostPreset:
+        return "preset of a host";
+    case FileKind::HostBank:
+        return "bank of a host";
     case FileKind::Unknown:
         break;
     }
@@ -149,10 +153,11 @@ void addCheckCommand(CLI::App& app, Action& action)
         "Say what is wrong with preset and bank files, and what the plug-in makes of them; "
         "the exit code is 1 where there are faults, 2 where a file cannot be read");
     command
-        .add_option("FILE", options->files,
-                    "Presets (.zkr), banks (.zkb), either as .json, states of projects ("
-                        + std::to_string(kStateSize)
-                        + " bytes), or values of the plug-in's own store")
+        .add_option(
+            "FILE", options->files,
+            "Presets (.zkr, .fxp, .vstpreset), banks (.zkb, .fxb), either as .json, states of "
+            "projects ("
+                + std::to_string(kStateSize) + " bytes), or values of the plug-in's own store")
         ->required();
     addJsonFlag(command, options->json);
     bindAction(command, action, options, runCheck);

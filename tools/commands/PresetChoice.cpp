@@ -34,7 +34,9 @@ std::optional<PresetSlot> factoryPreset(const host::EffectFields& fields)
 void addBankOption(CLI::App& command, std::string& path)
 {
     command
-        .add_option("--bank", path, "Bank (.zkb, .json) to take it from. Default: the factory bank")
+        .add_option("--bank", path,
+                    "Bank (.zkb, .fxb, .vstpreset, .json) to take it from. "
+                    "Default: the factory bank")
         ->type_name("FILE");
 }
 
@@ -50,9 +52,12 @@ void addPresetOptions(CLI::App& command, PresetChoice& choice)
     CLI::Option* bank =
         command
             .add_option("--bank", choice.bank,
-                        "Bank (.zkb, .json) that holds it. Default: the factory bank")
+                        "Bank (.zkb, .fxb, .vstpreset, .json) that holds it. Default: the "
+                        "factory bank")
             ->type_name("FILE");
-    command.add_option("--preset-file", choice.presetFile, "Start from a preset (.zkr, .json)")
+    command
+        .add_option("--preset-file", choice.presetFile,
+                    "Start from a preset (.zkr, .fxp, .vstpreset, .json)")
         ->type_name("FILE")
         ->excludes(preset)
         ->excludes(bank);

@@ -94,10 +94,12 @@ void addPresetCommand(CLI::App& app, Action& action)
     CLI::App& show =
         *group.add_subcommand("show", "Show a preset: as displayed and as stored, from 0 to 1");
     show.add_option("PRESET", options->choice.preset, "Its name or index")->type_name("NAME|INDEX");
-    CLI::Option* bank = show.add_option("--bank", options->choice.bank,
-                                        "Bank (.zkb, .json). Default: the factory bank")
-                            ->type_name("FILE");
-    show.add_option("--preset-file", options->choice.presetFile, "Show this preset (.zkr, .json)")
+    CLI::Option* bank =
+        show.add_option("--bank", options->choice.bank,
+                        "Bank (.zkb, .fxb, .vstpreset, .json). Default: the factory bank")
+            ->type_name("FILE");
+    show.add_option("--preset-file", options->choice.presetFile,
+                    "Show this preset (.zkr, .fxp, .vstpreset, .json)")
         ->type_name("FILE")
         ->excludes(bank);
     show.add_flag("--all", options->all, "Also what is as in the default preset");
@@ -109,23 +111,24 @@ void addPresetCommand(CLI::App& app, Action& action)
         ->type_name("NAME|INDEX")
         ->required();
     addBankOption(exporting, options->choice.bank);
-    exporting.add_option("-o,--output", options->output, "The file: .zkr or .json")
-        ->type_name("FILE")
+    exporting
+        .add_option("-o,--output", options->output,
+                    "The file: .zkr, .fxp or .vstpreset for hosts, or .json")
         ->required();
     bindAction(exporting, action, options, runExport);
 
     CLI::App& importing = *group.add_subcommand("import", "Put a preset file into a bank");
-    importing.add_option("IN", options->input, "The preset: .zkr or .json")->required();
+    importing.add_option("IN", options->input, "The preset: .zkr, .fxp, .vstpreset or .json")
+        ->required();
     importing
-        .add_option("--into", options->into, "The bank: .zkb or .json. Default: the factory's")
+        .add_option("--into", options->into,
+                    "The bank: .zkb, .fxb, .vstpreset or .json. Default: the factory's")
         ->type_name("FILE");
     importing.add_option("--at", options->at, "Name or index of the preset to replace")
         ->type_name("NAME|INDEX")
         ->required();
-    importing
-        .add_option("-o,--output", options->output,
-                    "The changed bank: .zkb or .json. Default: the bank itself")
-        ->type_name("FILE");
+    importing.add_option("-o,--output", options->output,
+                         "The changed bank, of the same kinds. Default: the bank itself");
     bindAction(importing, action, options, runImport);
 }
 
