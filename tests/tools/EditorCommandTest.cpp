@@ -28,11 +28,14 @@ TEST_F(EditorCommand, EditRendersWithItsSettingsWhenTheWindowIsClosed)
 {
     EXPECT_EQ(run("edit", "env -u DISPLAY"), 2);
     EXPECT_NE(err.find("no display"), std::string::npos) << err;
-    ASSERT_EQ(run("render --preset Vox --set QB11=Off in.wav wanted.wav"), 0) << err;
+    const std::string settings = "--set Channel=Side --set QB11=Off --set LGainL=0.61n ";
+    ASSERT_EQ(run("render --preset Vox " + settings + "in.wav wanted.wav"), 0) << err;
     writeContent(folder / "edit.sh",
                  "cd '" + (folder / "") + "'\n"
                      + "ZKRT46_PLUGIN='" ZKRT46_LIBRARY "' timeout 60 '" ZKRT46_PROGRAM
-                       "' edit --preset Vox --set QB11=Off in.wav -o out.wav & editor=$!\n"
+                       "' edit --preset Vox "
+                     + settings
+                     + "in.wav -o 'my out.wav' --save kept.fxp >line.txt & editor=$!\n"
                        "for i in $(seq 100); do window=$(xdotool search --name 'ZKR T46' "
                        "2>/dev/null) && break;"
                        " sleep 0.1; done\n"
@@ -40,7 +43,16 @@ TEST_F(EditorCommand, EditRendersWithItsSettingsWhenTheWindowIsClosed)
     EXPECT_EQ(std::system(
                   ("timeout 90 '" ZKR_ON_DISPLAY "' bash '" + (folder / "edit.sh") + "'").c_str()),
               0);
-    EXPECT_EQ(contentOf(folder / "out.wav"), contentOf(folder / "wanted.wav"));
+    const std::string wanted = contentOf(folder / "wanted.wav");
+    EXPECT_TRUE(contentOf(folder / "my out.wav") == wanted);
+    const std::string line = contentOf(folder / "line.txt");
+    EXPECT_EQ(line, "zkrt46 render --preset Vox " + settings + "in.wav 'my out.wav'\n");
+    ASSERT_EQ(run(line.substr(7, line.size() - 8)), 0) << err;
+    EXPECT_TRUE(contentOf(folder / "my out.wav") == wanted) << "by the printed line";
+    ASSERT_EQ(run("render --preset-file kept.fxp in.wav kept.wav"), 0) << err;
+    EXPECT_TRUE(contentOf(folder / "kept.wav") == wanted);
+    ASSERT_EQ(run("preset show --preset-file kept.fxp"), 0) << err;
+    EXPECT_EQ(out.rfind("Preset \"Vox\"", 0), 0u) << out;
 }
 
 }  // namespace
