@@ -59,7 +59,7 @@ for word in ${driven#*: }; do word_settings+=(--set "$word"); done
 
 say "A preset of the factory bank, and the editor with it"
 "$tool" preset show "Mastering loudness" --plugin "$windows"
-"$tool" screenshot --preset "Mastering loudness" --plugin "$linux" -o "$out/editor.png"
+"$tool" screenshot --preset "Mastering loudness" -o "$out/editor.png"
 
 say "Results in $out"
 ls -l "$out" | awk 'NR > 1 {printf "  %9d  %s\n", $5, $9}'

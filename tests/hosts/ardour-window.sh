@@ -9,7 +9,7 @@ touch "$XDG_CONFIG_HOME/ardour7/.a7"  # not the first start
 "$root/make_audio.py" "$audio/window.wav" 48000 2 stereo
 
 # drawn FILE OPTIONS...: a picture of the editor by our own tool.
-drawn() { "$dist/zkrt46" screenshot --plugin "$dist/ZKRT46.so" --output "$1" "${@:2}" >/dev/null; }
+drawn() { "$dist/zkrt46" screenshot --output "$1" "${@:2}" >/dev/null; }
 
 # alike WORDS FILE EXPECTED: two pictures must be equal.
 alike() {

@@ -2,6 +2,8 @@
 #include "tests/support/Pictures.h"
 #include "tests/tools/CommandLine.h"
 
+#include <filesystem>
+
 namespace {
 
 struct EditorCommand : CommandLine { };
@@ -22,6 +24,42 @@ TEST_F(EditorCommand, ScreenshotsShowThePresetAndTheSettings)
     EXPECT_EQ(start("wide.png"), "PNG\x03\x7E\x01\xF9");  // 894 by 505
     ASSERT_EQ(run("screenshot --info -o info.png"), 0) << err;
     EXPECT_NE(contentOf(folder / "info.png"), contentOf(folder / "plain.png"));
+}
+
+TEST_F(EditorCommand, ScreenshotsOfALibraryShowItsOwnEditor)
+{
+    const std::string settings = "--preset R101 --set QB11=On -o ";
+    ASSERT_EQ(run("screenshot " + settings + "own.png"), 0) << err;
+    ASSERT_EQ(run("screenshot --plugin '" ZKRT46_LIBRARY "' " + settings + "library.png",
+                  "'" ZKR_ON_DISPLAY "' env"),
+              0)
+        << err;
+    EXPECT_TRUE(contentOf(folder / "library.png") == contentOf(folder / "own.png"));
+    EXPECT_EQ(
+        run("screenshot --plugin '" TEST_EFFECT_GOOD "' -o x.png", "'" ZKR_ON_DISPLAY "' env"), 2);
+    EXPECT_NE(err.find("the plug-in has no editor"), std::string::npos) << err;
+    EXPECT_EQ(run("screenshot --plugin '" ZKRT46_LIBRARY "' -o x.png", "env -u DISPLAY"), 2);
+    EXPECT_NE(err.find("no display"), std::string::npos) << err;
+}
+
+TEST_F(EditorCommand, ScreenshotsOfTheWindowsLibraryComeFromWine)
+{
+    const std::string windows = ZKR_WINDOWS_BUILD, dll = windows + "/shell/ZKRT46.dll";
+    const std::string helper = windows + "/tools/bridge/zkrt46-bridge.exe";
+    if (!std::filesystem::exists(dll) || !std::filesystem::exists(helper)) {
+        ASSERT_EQ(getenv("ZKR_EXPECT_WINDOWS"), nullptr) << "no Windows build";
+        GTEST_SKIP() << "no Windows build in " << windows;
+    }
+    // A prefix of its own: Wine's server keeps the display that it was started with.
+    const std::string prefix = "WINEPREFIX='" + (folder / "wine") + "' WINEDEBUG=-all ";
+    EXPECT_EQ(run("screenshot --plugin '" + dll + "' --set LGainL=9 -o dll.png",
+                  "'" ZKR_ON_DISPLAY "' env " + prefix + "ZKRT46_BRIDGE='" + helper + "'"),
+              0)
+        << err;
+    std::system((prefix + "wineserver --wait").c_str());
+    ASSERT_EQ(run("screenshot --set LGainL=9 -o own.png"), 0) << err;
+    const VSTGUI::Pixels own = readPng(folder / "own.png");
+    EXPECT_EQ(difference(readPng(folder / "dll.png"), own, textsOfEditor(394)).pixels, 0);
 }
 
 TEST_F(EditorCommand, EditRendersWithItsSettingsWhenTheWindowIsClosed)

@@ -1,5 +1,6 @@
 // The helper that loads a Windows plug-in for a host on Linux: it runs under Wine, reads requests
 // from its standard input and answers on its standard output until the input ends.
+#include "tools/bridge/DrawEditor.h"
 #include "tools/host/BridgeProtocol.h"
 #include "tools/host/HostError.h"
 #include "tools/host/NativePlugin.h"
@@ -157,6 +158,13 @@ void execute(std::unique_ptr<NativePlugin>& plugin, MessageReader& request, Mess
     case BridgeCommand::Idle:
         plugin->idle();
         break;
+    case BridgeCommand::Picture: {
+        const Picture picture = drawEditor(*plugin);
+        result.put(picture.width);
+        result.put(picture.height);
+        result.putBytes(picture.pixels.data(), picture.pixels.size());
+        break;
+    }
     default:
         throw HostError("the helper for Windows plug-ins is of another version");
     }

@@ -10,11 +10,26 @@
 
 namespace tool {
 
-EditorWindow::EditorWindow(host::NativePlugin& plugin, const std::string& title)
-    : plugin(plugin), display(XOpenDisplay(nullptr))
+namespace {
+
+Display* openDisplay()
 {
+    Display* const display = XOpenDisplay(nullptr);
     if (!display)
         throw ToolError("there is no display to open the editor on");
+    return display;
+}
+
+}  // namespace
+
+void expectDisplay()
+{
+    XCloseDisplay(openDisplay());
+}
+
+EditorWindow::EditorWindow(host::NativePlugin& plugin, const std::string& title)
+    : plugin(plugin), display(openDisplay())
+{
     AEffect* const effect = plugin.effect();
     ERect* rect = nullptr;
     if (!effect->dispatcher(effect, effEditGetRect, 0, 0, &rect, 0.0f) || !rect) {
@@ -67,7 +82,6 @@ void EditorWindow::applyRequestedSize()
 
 void EditorWindow::run()
 {
-    constexpr int kIdleMs = 16;
     for (;;) {
         while (XPending(display)) {
             XEvent event;
@@ -81,11 +95,66 @@ void EditorWindow::run()
                 return;
             }
         }
-        plugin.idle();
-        applyRequestedSize();
-        pollfd connection{ConnectionNumber(display), POLLIN, 0};
-        poll(&connection, 1, kIdleMs);
+        idle();
     }
+}
+
+void EditorWindow::idle()
+{
+    constexpr int kIdleMs = 16;
+    plugin.idle();
+    applyRequestedSize();
+    pollfd connection{ConnectionNumber(display), POLLIN, 0};
+    poll(&connection, 1, kIdleMs);
+}
+
+// Empty while the window is not on the screen as a whole.
+VSTGUI::Pixels EditorWindow::drawn()
+{
+    XRaiseWindow(display, window);
+    XSync(display, False);
+    XWindowAttributes attributes;
+    int x = 0, y = 0;
+    Window child = 0;
+    if (!XGetWindowAttributes(display, window, &attributes) || attributes.map_state != IsViewable
+        || !XTranslateCoordinates(display, window, attributes.root, 0, 0, &x, &y, &child) || x < 0
+        || y < 0 || x + attributes.width > WidthOfScreen(attributes.screen)
+        || y + attributes.height > HeightOfScreen(attributes.screen))
+        return {};
+    XImage* const image = XGetImage(display, window, 0, 0, static_cast<unsigned>(attributes.width),
+                                    static_cast<unsigned>(attributes.height), AllPlanes, ZPixmap);
+    if (!image)
+        return {};
+    VSTGUI::Pixels pixels(attributes.width, attributes.height);
+    for (int row = 0; row < image->height; ++row)
+        for (int column = 0; column < image->width; ++column) {
+            const unsigned long pixel = XGetPixel(image, column, row);
+            const auto byte = [pixel](int shift) { return static_cast<uint8_t>(pixel >> shift); };
+            pixels.set(column, row, VSTGUI::CColor(byte(16), byte(8), byte(0)));
+        }
+    XDestroyImage(image);
+    return pixels;
+}
+
+VSTGUI::Pixels EditorWindow::picture()
+{
+    constexpr int kIdlesBetween = 15, kPicturesAtMost = 20;
+    VSTGUI::Pixels last;
+    // Until two pictures in turn are equal; some editors never rest.
+    for (int i = 0; i < kPicturesAtMost; ++i) {
+        for (int idles = 0; idles < kIdlesBetween; ++idles) {
+            XSync(display, True);  // with events left, idle does not wait
+            idle();
+        }
+        VSTGUI::Pixels next = drawn();
+        const bool rests = next.width > 0 && next.rgba == last.rgba;
+        last = std::move(next);
+        if (rests)
+            break;
+    }
+    if (last.width == 0)
+        throw ToolError("the editor's window does not fit on the display");
+    return last;
 }
 
 }  // namespace tool

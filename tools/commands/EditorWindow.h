@@ -3,12 +3,16 @@
 
 #include "tools/host/NativePlugin.h"
 
-#include <memory>
+#include "vstgui/platform/pixels.h"
+
 #include <string>
 
 struct _XDisplay;
 
 namespace tool {
+
+// Throws ToolError without a display to open windows on.
+void expectDisplay();
 
 class EditorWindow {
 public:
@@ -21,10 +25,14 @@ public:
 
     // Runs the event loop until the user closes the window.
     void run();
+    // The window once it is drawn. Throws ToolError if it does not appear as a whole.
+    VSTGUI::Pixels picture();
 
 private:
     void applyRequestedSize();
     void resize(int width, int height);
+    void idle();
+    VSTGUI::Pixels drawn();
 
     host::NativePlugin& plugin;
     _XDisplay* display;

@@ -1,8 +1,12 @@
-// zkrt46 screenshot: a picture of the editor, drawn without a display.
+// zkrt46 screenshot: a picture of the editor; the tool's own, drawn without a display, or that of a
+// library, in a window.
+#include "tools/banks/PresetName.h"
 #include "tools/commands/Commands.h"
+#include "tools/commands/EditorWindow.h"
 #include "tools/commands/PresetChoice.h"
 #include "tools/common/OutputFile.h"
 #include "tools/common/ToolError.h"
+#include "tools/host/BridgedPlugin.h"
 #include "tools/host/OpenPlugin.h"
 
 #include "editor/TemplateEditor.h"
@@ -15,6 +19,9 @@
 
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+
+#include <strings.h>
 
 namespace tool {
 
@@ -27,6 +34,7 @@ struct ScreenshotOptions {
     std::string output, plugin;
     PresetChoice choice;
     std::vector<std::string> settings;
+    bool ofPlugin = false;  // --plugin is given
     bool info = false;
 };
 
@@ -105,7 +113,7 @@ std::string asPng(const VSTGUI::Pixels& pixels)
     return png;
 }
 
-int runScreenshot(const ScreenshotOptions& options)
+VSTGUI::Pixels ownPicture(const ScreenshotOptions& options)
 {
     EditorPicture picture;
     Displays displays(options.plugin);
@@ -116,7 +124,46 @@ int runScreenshot(const ScreenshotOptions& options)
         for (const Assignment& assignment : parseSettings(options.settings, parameters))
             picture.set(assignment.index, assignment.value);
     }
-    const VSTGUI::Pixels pixels = picture.draw(options.info);
+    return picture.draw(options.info);
+}
+
+void set(host::Plugin& plugin, const ScreenshotOptions& options)
+{
+    Displays displays(options.plugin);
+    const auto preset = startingPreset(options.choice, plugin.fields(), displays);
+    std::vector<Assignment> assignments = assignmentsOf(preset);
+    if (preset)
+        plugin.setProgramName(nameOf(*preset));
+    if (!options.settings.empty()) {
+        ParameterText parameters = openParameterText(options.plugin);
+        append(assignments, parseSettings(options.settings, parameters));
+    }
+    for (const Assignment& assignment : assignments)
+        plugin.setParameter(assignment.index, assignment.value);
+}
+
+// In a window of this display, of a Windows library in one of Wine.
+VSTGUI::Pixels pluginPicture(const ScreenshotOptions& options)
+{
+    const std::unique_ptr<host::Plugin> plugin = host::openPlugin(options.plugin);
+    set(*plugin, options);
+    if (auto* const native = dynamic_cast<host::NativePlugin*>(plugin.get()))
+        return EditorWindow(*native, native->effectName()).picture();
+    expectDisplay();
+    const host::Picture drawn = dynamic_cast<host::BridgedPlugin&>(*plugin).editorPicture();
+    VSTGUI::Pixels pixels(drawn.width, drawn.height);
+    const std::uint8_t* pixel = drawn.pixels.data();
+    for (int y = 0; y < drawn.height; ++y)
+        for (int x = 0; x < drawn.width; ++x, pixel += 4)
+            pixels.set(x, y, VSTGUI::CColor(pixel[2], pixel[1], pixel[0]));
+    return pixels;
+}
+
+int runScreenshot(const ScreenshotOptions& options)
+{
+    if (strcasecmp(std::filesystem::path(options.output).extension().c_str(), ".png") != 0)
+        throw ToolError("'" + options.output + "': a picture's name ends in .png");
+    const VSTGUI::Pixels pixels = options.ofPlugin ? pluginPicture(options) : ownPicture(options);
     writeFile(options.output, asPng(pixels));
     std::printf("%s: %d x %d\n", options.output.c_str(), pixels.width, pixels.height);
     return 0;
@@ -127,16 +174,24 @@ int runScreenshot(const ScreenshotOptions& options)
 void addScreenshotCommand(CLI::App& app, Action& action)
 {
     auto options = std::make_shared<ScreenshotOptions>();
-    CLI::App& command = *app.add_subcommand("screenshot", "Draw the editor into a PNG file");
+    CLI::App& command = *app.add_subcommand(
+        "screenshot",
+        "Draw the editor into a PNG file: this program's own, which needs no display, or with "
+        "--plugin that of the library, in a window on the display");
     command.add_option("-o,--output", options->output, "The picture: .png")
         ->type_name("FILE")
         ->required();
     addPresetOptions(command, options->choice);
     addSetOption(command, options->settings);
-    command.add_flag("--info", options->info, "With the panel about the product open");
+    CLI::Option* const info = command.add_flag("--info", options->info,
+                                               "With the panel about the product open; not with "
+                                               "--plugin");
     addPluginOption(command, options->plugin);
-    command.callback(
-        [options, &action] { action = [options] { return runScreenshot(*options); }; });
+    info->excludes(command.get_option("--plugin"));
+    command.callback([options, &command, &action] {
+        options->ofPlugin = command.count("--plugin") > 0;
+        action = [options] { return runScreenshot(*options); };
+    });
 }
 
 }  // namespace tool

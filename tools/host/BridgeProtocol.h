@@ -37,6 +37,14 @@ enum class BridgeCommand : std::uint8_t {
     Reports,        // -> counters and automations
     ClearReports,   // ->
     Idle,           // ->
+    Picture,        // -> width, height, pixels
+};
+
+// The plug-in's editor as it is drawn: 4 bytes a pixel, blue, green, red and one without meaning;
+// rows from the top.
+struct Picture {
+    std::int32_t width, height;
+    std::vector<std::uint8_t> pixels;
 };
 
 class MessageWriter {

@@ -239,6 +239,24 @@ void BridgedPlugin::idle()
     ask(request, kCallLimit);
 }
 
+Picture BridgedPlugin::editorPicture()
+{
+    MessageWriter request;
+    request.put(BridgeCommand::Picture);
+    MessageReader answer = ask(request, kCallLimit);
+    Picture picture{};
+    picture.width = answer.get<std::int32_t>();
+    picture.height = answer.get<std::int32_t>();
+    picture.pixels = answer.getBytes();
+    const auto side = [](std::int32_t length) {
+        return length > 0 && length <= 16384 ? static_cast<std::size_t>(length) : 0;
+    };
+    if (picture.pixels.empty()
+        || picture.pixels.size() != 4 * side(picture.width) * side(picture.height))
+        throw HostError("damaged message on the line to the Windows helper");
+    return picture;
+}
+
 MessageReader BridgedPlugin::ask(MessageWriter& request, ChildProcess::Seconds limit)
 {
     const std::vector<std::uint8_t>& bytes = request.framed();

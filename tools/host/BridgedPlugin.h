@@ -36,6 +36,9 @@ public:
     HostReports reports() override;
     void clearReports() override;
     void idle() override;
+    // Opens the editor in a window on Wine's display for as long as it is drawn. Throws HostError
+    // when the plug-in has no editor.
+    Picture editorPicture();
 
 private:
     using ChildProcess = platform::ChildProcess;
