@@ -9,6 +9,8 @@ install(FILES ${ZKR_PRODUCTS}/windows/ZKRT46.dll ${manual} ${notices}/windows/RE
   DESTINATION . COMPONENT windows PERMISSIONS ${plain})
 install(DIRECTORY ${ZKR_PRODUCTS}/windows/ZKRT46.vst3
   DESTINATION . COMPONENT windows FILE_PERMISSIONS ${plain})
+install(DIRECTORY ${presets}/
+  DESTINATION "VST3 Presets" COMPONENT windows FILE_PERMISSIONS ${plain})
 
 # The archive for Linux.
 install(FILES ${ZKR_PRODUCTS}/linux/ZKRT46.so ${manual} ${notices}/linux/README.txt
@@ -17,12 +19,14 @@ install(FILES ${ZKR_PRODUCTS}/linux/ZKRT46.so ${manual} ${notices}/linux/README.
 install(PROGRAMS ${ZKR_PRODUCTS}/linux/zkrt46 DESTINATION . COMPONENT linux)
 install(DIRECTORY ${ZKR_PRODUCTS}/linux/ZKRT46.vst3 ${notices}/completions
   DESTINATION . COMPONENT linux FILE_PERMISSIONS ${plain})
+install(DIRECTORY ${presets} DESTINATION . COMPONENT linux FILE_PERMISSIONS ${plain})
 
 # The Debian package.
 install(FILES ${ZKR_PRODUCTS}/linux/ZKRT46.so
   DESTINATION lib/vst COMPONENT debian PERMISSIONS ${plain})
 install(DIRECTORY ${ZKR_PRODUCTS}/linux/ZKRT46.vst3
   DESTINATION lib/vst3 COMPONENT debian FILE_PERMISSIONS ${plain})
+install(DIRECTORY ${presets} DESTINATION share/vst3 COMPONENT debian FILE_PERMISSIONS ${plain})
 install(PROGRAMS ${ZKR_PRODUCTS}/linux/zkrt46 DESTINATION bin COMPONENT debian)
 install(FILES ${manual} ${notices}/linux/copyright ${notices}/debian/changelog.gz
   DESTINATION ${documents} COMPONENT debian PERMISSIONS ${plain})

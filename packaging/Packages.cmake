@@ -57,11 +57,21 @@ foreach(entry ${entries})
            "  !insertmacro CallWith \${Function} \"\${Place}\\${path}\"\n")
   endif()
 endforeach()
+# And every preset.
+set(installed_presets "  SetOutPath \"\${PRESETS}\"\n")
+set(preset_files "")
+file(GLOB entries RELATIVE "${presets}/${preset_folder}" "${presets}/${preset_folder}/*")
+foreach(entry ${entries})
+  string(APPEND installed_presets "  File \"\${TREE}/VST3 Presets/${preset_folder}/${entry}\"\n")
+  string(APPEND preset_files "  !insertmacro CallWith \${Function} \"\${PRESETS}\\${entry}\"\n")
+endforeach()
 set(CPACK_ZKR_BUNDLE_SCRIPT ${CMAKE_CURRENT_BINARY_DIR}/bundle.nsh)
 file(WRITE ${CPACK_ZKR_BUNDLE_SCRIPT}
      "!macro InstallBundle\n${installed}!macroend\n"
      "!macro ForEachBundleFile Function Place\n${files}!macroend\n"
-     "!macro RemoveBundleFolders Place\n${folders}!macroend\n")
+     "!macro RemoveBundleFolders Place\n${folders}!macroend\n"
+     "!macro InstallPresets\n${installed_presets}!macroend\n"
+     "!macro ForEachPreset Function\n${preset_files}!macroend\n")
 set(CPACK_ZKR_INSTALLER_SCRIPT ${CMAKE_CURRENT_SOURCE_DIR}/installer.nsi)
 set(CPACK_ZKR_RESOURCES ${top}/resources)
 set(CPACK_ZKR_COPYRIGHT ${ZKR_COPYRIGHT})

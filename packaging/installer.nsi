@@ -15,6 +15,7 @@
 !define LIBRARY "ZKRT46.dll"
 !define BUNDLE_LIBRARY "ZKRT46.vst3\Contents\x86_64-win\ZKRT46.vst3"
 !define MANUAL "ZKRT46-manual.pdf"
+!define PRESETS "$APPDATA\VST3 Presets\${MAKER}\ZKR T46"  ; of all users; hosts look there
 !define SHORTCUT "$SMPROGRAMS\ZKR T46 manual.lnk"
 !define VENDOR_KEY "SOFTWARE\${SETTINGS_FOLDER}"
 !define SETTINGS_KEY "${VENDOR_KEY}\ZKRT46"
@@ -58,6 +59,7 @@ Var OldVst3
 Var HomeCreated ; the topmost folder that was created for each part
 Var Vst2Created
 Var Vst3Created
+Var PresetsCreated
 Var Message
 Var Begun       ; what a failure must undo: "aside": renamed old files; "written": also new files
 
@@ -207,6 +209,7 @@ FunctionEnd
   ${EndIf}
   ${If} "${Vst3}" != ""
     !insertmacro ForEachBundleFile ${Function} "${Vst3}"
+    !insertmacro ForEachPreset ${Function}
   ${EndIf}
 !macroend
 
@@ -287,6 +290,8 @@ SectionEnd
 Section "VST 3 plug-in" Vst3
   !insertmacro CreateFolder "$Vst3Folder" $Vst3Created "Vst3Created"
   !insertmacro InstallBundle
+  !insertmacro CreateFolder "${PRESETS}" $PresetsCreated "PresetsCreated"
+  !insertmacro InstallPresets
 SectionEnd
 
 ; Removes the folder and the parents that were created for it, while they are empty.
@@ -308,6 +313,8 @@ Section "-RemoveOld"
   ${EndIf}
   ReadRegStr $2 HKLM "${ENTRY_KEY}" "Vst3Created"
   !insertmacro RemoveFolder "$OldVst3" $2
+  ReadRegStr $2 HKLM "${ENTRY_KEY}" "PresetsCreated"
+  !insertmacro RemoveFolder "${PRESETS}" $2
   ReadRegStr $2 HKLM "${ENTRY_KEY}" "HomeCreated"
   !insertmacro RemoveFolder "$OldHome" $2
 SectionEnd
@@ -333,6 +340,7 @@ Section "-Register"
   ${If} $Vst3Folder != ""
     WriteRegStr HKLM "${ENTRY_KEY}" "Vst3Folder" "$Vst3Folder"
     WriteRegStr HKLM "${ENTRY_KEY}" "Vst3Created" "$Vst3Created"
+    WriteRegStr HKLM "${ENTRY_KEY}" "PresetsCreated" "$PresetsCreated"
   ${EndIf}
 
   StrCpy $0 0
@@ -478,6 +486,7 @@ Function .onInstFailed
     !insertmacro RemoveBundleFolders "$Vst3Folder"
   ${EndIf}
   !insertmacro RemoveFolder "$Vst3Folder" $Vst3Created
+  !insertmacro RemoveFolder "${PRESETS}" $PresetsCreated
   !insertmacro RemoveFolder "$INSTDIR" $HomeCreated
   SetErrorLevel ${EXIT_FAILED}
 FunctionEnd
@@ -530,6 +539,10 @@ Section "Uninstall"
     ${EndIf}
     StrCpy $0 "$Vst3Folder"
     ReadRegStr $1 HKLM "${ENTRY_KEY}" "Vst3Created"
+    Call un.RemoveCreated
+    !insertmacro ForEachPreset un.DeleteFile
+    StrCpy $0 "${PRESETS}"
+    ReadRegStr $1 HKLM "${ENTRY_KEY}" "PresetsCreated"
     Call un.RemoveCreated
   ${EndIf}
 

@@ -117,6 +117,22 @@ eight_in() {
         same "sum of all" "$name" "$name" 48000 "${parts[@]}" --tolerance 2e-6
 }
 
+# listed_presets: the factory presets in files for VST 3, where a user keeps them.
+listed_presets() {
+    local folder="$HOME/.vst3/presets/ZKR-soundworks/ZKR T46" values=$work/preset-values number name
+    say "Ardour, VST 3: the factory presets in files"
+    mkdir -p "$folder"
+    for number in {0..23}; do
+        name=$(printf 'No. %02d' "$number")
+        "$dist/zkrt46" preset export "$number" -o "$folder/$name.vstpreset"
+        "$dist/zkrt46" preset show "$number" --all |
+            awk -v name="$name" -v OFS='\t' 'NR > 2 { print name, $1, $NF }'
+    done >"$values"
+    script VST3-listed listed_presets "$sessions/VST3-equaliser" music "$values" || return 0
+    reports VST3-listed listed 24 "presets that the host lists and loads"
+    reports VST3-listed right 24 "of them with all values right"
+}
+
 # spoilt_in FORMAT WORDS: the plug-in's state in the session is damaged; the host then uses the
 # single values that it stores beside it.
 spoilt_in() {
@@ -138,3 +154,4 @@ for part in music_in uses_in eight_in spoilt_in; do
     $part LXVST "VST 2"
     $part VST3 "VST 3"
 done
+listed_presets

@@ -68,6 +68,15 @@ expect_files() {
     diff <(echo "$2") <(echo "$3") >&2 || fail "$1: the files differ (< expected, > found)"
 }
 
+# unpack_presets: the presets of the Linux archive into $presets, the folder of maker and plug-in.
+unpack_presets() {
+    local archive=ZKRT46-$version-linux-x86_64
+    tar -xzf "$packages/$archive.tar.gz" -C "$work" "$archive/presets"
+    presets=$work/presets
+    mv "$work/$archive/presets" "$presets"
+    rmdir "$work/$archive"
+}
+
 # noise FILE: two seconds of stereo noise, the same each time.
 noise() {
     python3 - "$1" <<'END'

@@ -17,6 +17,7 @@ drive=$WINEPREFIX/drive_c
 home="$drive/Program Files/ZKR-soundworks/ZKR T46"
 vst2="$drive/Program Files/VSTPlugins"
 vst3="$drive/Program Files/Common Files/VST3"
+presets_home="$drive/ProgramData/VST3 Presets"
 manual_link="$drive/ProgramData/Microsoft/Windows/Start Menu/Programs/ZKR T46 manual.lnk"
 settings='HKCU\SOFTWARE\ZKR-soundworks\ZKRT46'
 entry='HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\ZKRT46'
@@ -135,6 +136,7 @@ expect_as() {
 expect_installed() {
     same "$products/windows/ZKRT46.dll" "$1/ZKRT46.dll"
     same_tree "$products/windows/ZKRT46.vst3" "$vst3/ZKRT46.vst3"
+    same_tree "$presets" "$presets_home"
     same "$products/ZKRT46-manual.pdf" "$2/ZKRT46-manual.pdf"
     same_text "$top/LICENSE" "$2/LICENSE.txt"
     expect_files "$2" $'COPYRIGHT.txt\nLICENSE.txt\nZKRT46-manual.pdf\nuninstall.exe' "$(listing "$2")"
@@ -147,7 +149,7 @@ expect_installed() {
 # expect_none VST2-FOLDER: no libraries, no entry, no manual.
 expect_none() {
     local left
-    for left in "$1/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$home" "$manual_link"; do
+    for left in "$1/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$presets_home" "$home" "$manual_link"; do
         [ ! -e "$left" ] || fail "$left is left"
     done
     expect_values "$entry" DisplayName "(none)"
@@ -180,6 +182,7 @@ VALUE \"Translation\", 0x409, 1200" "$(version_of "$1")"
 }
 
 [ -f "$installer" ] || fail "$installer is missing; scripts/package.sh makes it"
+unpack_presets
 step "a new Wine prefix"
 # The server stays until the end, however long the pauses between two programs are.
 mkdir "$WINEPREFIX"
@@ -197,7 +200,8 @@ expect_values "$entry" DisplayName "ZKR T46" DisplayVersion "$version" Publisher
     QuietUninstallString '"C:\Program Files\ZKR-soundworks\ZKR T46\uninstall.exe" /S'
 expect "icon of the entry" "$icon" "$(version_of "$(unix "${value[DisplayIcon]-}")" | sed -n 1p)"
 size=$((${value[EstimatedSize]/dword:/0x}))
-real=$(du -cbk --apparent-size "$vst2/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$home" | tail -n 1 | cut -f 1)
+real=$(du -cbk --apparent-size "$vst2/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$presets_home" "$home" |
+    tail -n 1 | cut -f 1)
 [ $((size * 10)) -gt $((real * 8)) ] && [ $((size * 10)) -lt $((real * 12)) ] ||
     fail "EstimatedSize is $size KB, the files have $real KB"
 
@@ -328,6 +332,7 @@ step "one of the two plug-ins without the other"
 code 0 install_silently /NOVST3
 same "$products/windows/ZKRT46.dll" "$moved/ZKRT46.dll"
 [ ! -e "$vst3/ZKRT46.vst3" ] || fail "/NOVST3 leaves the VST 3 plug-in"
+[ ! -e "$presets_home" ] || fail "/NOVST3 leaves the presets of VST 3"
 code 0 install_silently /NOVST2
 same_tree "$products/windows/ZKRT46.vst3" "$vst3/ZKRT46.vst3"
 [ ! -e "$moved" ] || fail "/NOVST2 leaves the VST 2 plug-in or its folder"
@@ -362,7 +367,8 @@ older() {
     local file
     while read -r file; do
         echo older >>"$file"
-    done < <(find "$home" "$named/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$manual_link" -type f)
+    done < <(find "$home" "$named/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$presets_home" "$manual_link" \
+        -type f)
     win reg add "$entry" /v DisplayVersion /d 0.9.0.0 /f
     win reg add "$entry" /v EstimatedSize /t REG_DWORD /d 46 /f
     everything >"$work/older"
@@ -388,11 +394,12 @@ release
 
 # Into the same folders, where the last file cannot be written.
 code 0 install_silently /NOVST3
-mkdir -p "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" "$vst3/ZKRT46.vst3/Contents/Resources"
+mkdir -p "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" "$vst3/ZKRT46.vst3/Contents/Resources" \
+    "$presets_home"
 echo mine >"$vst3/ZKRT46.vst3/Contents/Resources/mine.txt"
 older /NOVST3
 upgrade_fails
-rm -r "$vst3/ZKRT46.vst3"
+rm -r "$vst3/ZKRT46.vst3" "$presets_home"
 
 # With no obstacle left the upgrade succeeds.
 code 0 install_silently
@@ -415,10 +422,13 @@ python3 -m zipfile -e "$archive.zip" "$work/zip"
 unpacked=$work/zip/${archive##*/}
 expect_files "$archive.zip" "$({
     bundle_listing "$products/windows"
+    echo "VST3 Presets/"
+    listing "$presets" | sed 's|^|VST3 Presets/|'
     printf '%s\n' COPYRIGHT.txt LICENSE.txt README.txt ZKRT46-manual.pdf ZKRT46.dll
 } | sort)" "$(listing "$unpacked")"
 same "$products/windows/ZKRT46.dll" "$unpacked/ZKRT46.dll"
 same_tree "$products/windows/ZKRT46.vst3" "$unpacked/ZKRT46.vst3"
+same_tree "$presets" "$unpacked/VST3 Presets"
 same "$products/ZKRT46-manual.pdf" "$unpacked/ZKRT46-manual.pdf"
 same_text "$top/LICENSE" "$unpacked/LICENSE.txt"
 for holder in "Steinberg Media Technologies" "mingw-w64 project" "License: ZPL-2.1" \

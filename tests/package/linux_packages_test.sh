@@ -30,12 +30,26 @@ check_tool() {
     same "$work/expected.wav" "$work/out.wav"
 }
 
+step "the presets"
+unpack_presets
+preset_listing() { echo presets/; listing "$presets" | sed 's|^|presets/|'; }
+# Each put into its place in an empty bank, they make the factory bank.
+echo '{"format": "zkrt46-bank", "version": 1, "presets": []}' >"$work/bank.json"
+"$products/linux/zkrt46" bank import "$work/bank.json" -o "$work/bank.zkb"
+for file in "$presets/ZKR-soundworks/ZKR T46"/*.vstpreset; do
+    "$products/linux/zkrt46" check "$file" >&2
+    number=$(basename "$file" | head -c 2)
+    "$products/linux/zkrt46" preset import "$file" --into "$work/bank.zkb" --at "$number"
+done
+"$products/linux/zkrt46" bank diff "$work/bank.zkb" >&2 || fail "the presets are not the factory's"
+
 step "the archive"
 mkdir "$work/tar"
 tar -xzf "$archive" -C "$work/tar"
 unpacked=$work/tar/$(basename "$archive" .tar.gz)
 expect_files "$archive" "$({
     bundle_listing "$products/linux"
+    preset_listing
     printf '%s\n' LICENSE README.txt ZKRT46-manual.pdf ZKRT46.so completions/ copyright zkrt46 \
         zkrt46.1
     printf 'completions/%s\n' _zkrt46 zkrt46 zkrt46.fish
@@ -56,6 +70,7 @@ sed -n 's/^  \(mkdir\|cp\|settings=\|printf\|\.\/zkrt46\)/\1/p' "$unpacked/READM
 (cd "$unpacked" && env -u XDG_DATA_HOME HOME="$work/user" bash -e "$work/typed" >"$work/info")
 same "$work/stripped/ZKRT46.so" "$work/user/.vst/ZKRT46.so"
 same_tree "$work/stripped/ZKRT46.vst3" "$work/user/.vst3/ZKRT46.vst3"
+same_tree "$presets" "$work/user/.vst3/presets"
 same "$products/ZKRT46-manual.pdf" "$(cat "$work/user/.local/share/ZKR-soundworks/ZKRT46/ManualPath")"
 grep -q "Zt46" "$work/info" || fail "./zkrt46 info does not show the plug-in"
 
@@ -69,7 +84,8 @@ expect_files "$package" "$({
         usr/share/ZKR-soundworks usr/share/ZKR-soundworks/ZKRT46 usr/share/doc $documents \
         usr/share/man usr/share/man/man1 usr/share/bash-completion \
         usr/share/bash-completion/completions usr/share/fish usr/share/fish/vendor_completions.d \
-        usr/share/zsh usr/share/zsh/vendor-completions
+        usr/share/zsh usr/share/zsh/vendor-completions usr/share/vst3
+    preset_listing | sed 's|^|usr/share/vst3/|'
     printf '%s\n' usr/bin/zkrt46 usr/lib/vst/ZKRT46.so usr/share/ZKR-soundworks/ZKRT46/ManualPath \
         $documents/ZKRT46-manual.pdf $documents/changelog.gz $documents/copyright \
         usr/share/man/man1/zkrt46.1.gz usr/share/bash-completion/completions/zkrt46 \
@@ -78,6 +94,7 @@ expect_files "$package" "$({
 } | sort)" "$(listing "$root")"
 same "$work/stripped/ZKRT46.so" "$root/usr/lib/vst/ZKRT46.so"
 same_tree "$work/stripped/ZKRT46.vst3" "$root/usr/lib/vst3/ZKRT46.vst3"
+same_tree "$presets" "$root/usr/share/vst3/presets"
 same "$work/stripped/zkrt46" "$root/usr/bin/zkrt46"
 same "$products/ZKRT46-manual.pdf" "$root/$documents/ZKRT46-manual.pdf"
 same "$products/ZKRT46-manual.pdf" "$root$(cat "$root/usr/share/ZKR-soundworks/ZKRT46/ManualPath")"
@@ -90,7 +107,7 @@ expect Version "$version" "$(field Version)"
 expect Architecture amd64 "$(field Architecture)"
 expect Recommends "gnuplot-nox | gnuplot, xdg-utils, zenity | kdialog" "$(field Recommends)"
 expect Maintainer "ZKR-soundworks <support@zkr-soundworks.example>" "$(field Maintainer)"
-listed=$(du -ck --apparent-size $(find "$root" -type f) | tail -n 1 | cut -f 1)
+listed=$(find "$root" -type f -print0 | du -ck --apparent-size --files0-from=- | tail -n 1 | cut -f 1)
 size=$(field Installed-Size)
 [ $((size * 10)) -gt $((listed * 9)) ] && [ $((size * 10)) -lt $((listed * 11)) ] ||
     fail "Installed-Size is $size KB, the files have $listed KB"

@@ -71,6 +71,7 @@ void addBankCommand(CLI::App& app, Action& action)
     exporting
         .add_option("-o,--output", options->output,
                     "The file: .zkb, .fxb or .vstpreset for hosts, or .json")
+        ->type_name("FILE")
         ->required();
     bindAction(exporting, action, options, runConvert);
 
@@ -81,6 +82,7 @@ void addBankCommand(CLI::App& app, Action& action)
     importing
         .add_option("-o,--output", options->output,
                     "The file: .zkb, .fxb or .vstpreset for hosts, or .json")
+        ->type_name("FILE")
         ->required();
     bindAction(importing, action, options, runConvert);
 

@@ -114,6 +114,7 @@ void addPresetCommand(CLI::App& app, Action& action)
     exporting
         .add_option("-o,--output", options->output,
                     "The file: .zkr, .fxp or .vstpreset for hosts, or .json")
+        ->type_name("FILE")
         ->required();
     bindAction(exporting, action, options, runExport);
 
@@ -128,7 +129,8 @@ void addPresetCommand(CLI::App& app, Action& action)
         ->type_name("NAME|INDEX")
         ->required();
     importing.add_option("-o,--output", options->output,
-                         "The changed bank, of the same kinds. Default: the bank itself");
+                         "The changed bank, of the same kinds. Default: the bank itself")
+        ->type_name("FILE");
     bindAction(importing, action, options, runImport);
 }
 

@@ -1,0 +1,25 @@
+# The factory presets as files for VST 3 hosts, which look for them by maker and plug-in and list
+# them by name. The numbers keep the order of the bank, and apart what has one name.
+set(presets ${CMAKE_CURRENT_BINARY_DIR}/presets)
+set(preset_folder "${ZKR_MAKER}/ZKR T46")
+file(REMOVE_RECURSE ${presets})
+file(MAKE_DIRECTORY "${presets}/${preset_folder}")
+
+function(zkrt46)
+  execute_process(COMMAND ${ZKR_PRODUCTS}/linux/zkrt46 ${ARGN}
+    --plugin ${ZKR_PRODUCTS}/linux/ZKRT46.so COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+zkrt46(bank export -o ${presets}.json)
+file(READ ${presets}.json bank)
+string(JSON count LENGTH "${bank}" presets)
+math(EXPR last "${count} - 1")
+foreach(index RANGE ${last})
+  string(JSON name GET "${bank}" presets ${index} name)
+  string(REGEX REPLACE "[\\\\*?/:<>|\"]" "_" name "${name}")
+  if(index LESS 10)
+    set(name "0${index} ${name}")
+  else()
+    set(name "${index} ${name}")
+  endif()
+  zkrt46(preset export ${index} -o "${presets}/${preset_folder}/${name}.vstpreset")
+endforeach()
