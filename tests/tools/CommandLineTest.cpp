@@ -74,6 +74,7 @@ TEST_F(CommandLine, BadInputGivesOneLineExitCode2AndNoFile)
         {"screenshot -o x.png --info --plugin x.so", "--info excludes --plugin"},
         {"preset", "'preset' needs a command; 'zkrt46 preset --help' lists them"},
         {"preset show", "give either a preset's name or index, or --preset-file"},
+        {"preset export -o x.fxp", "give either a preset's name or index, or --preset-file"},
         {"preset show 24", "there is no preset 24; they go from 0 to 23"},
         {"preset show Nobody", "there is no preset 'Nobody' in the factory bank"},
         {"preset show 3 --bank pipe.wav", "cannot read 'pipe.wav': it is not an ordinary file"},

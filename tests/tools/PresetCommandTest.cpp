@@ -26,15 +26,17 @@ TEST_F(PresetCommand, ABankGoesThroughJsonUnchanged)
 
 TEST_F(PresetCommand, EveryKindOfFileHoldsTheSame)
 {
-    for (const std::string kind : {"zkr", "fxp", "vstpreset", "json"}) {
+    for (const std::string kind : {"fxp", "zkr", "vstpreset", "json"}) {
         ASSERT_EQ(run("preset export R101 -o a." + kind), 0) << err;
         ASSERT_EQ(run("preset import a." + kind + " --at 3 -o " + kind + ".zkb"), 0) << err;
-        EXPECT_TRUE(contentOf(folder / (kind + ".zkb")) == contentOf(folder / "zkr.zkb")) << kind;
+        EXPECT_TRUE(contentOf(folder / (kind + ".zkb")) == contentOf(folder / "fxp.zkb")) << kind;
+        ASSERT_EQ(run("preset export --preset-file a." + kind + " -o b.fxp"), 0) << err;
+        EXPECT_TRUE(contentOf(folder / "b.fxp") == contentOf(folder / "a.fxp")) << kind;
     }
     for (const std::string kind : {"fxb", "vstpreset"}) {
-        ASSERT_EQ(run("bank export zkr.zkb -o b." + kind), 0) << err;
+        ASSERT_EQ(run("bank export fxp.zkb -o b." + kind), 0) << err;
         ASSERT_EQ(run("bank import b." + kind + " -o b.zkb"), 0) << err;
-        EXPECT_TRUE(contentOf(folder / "b.zkb") == contentOf(folder / "zkr.zkb")) << kind;
+        EXPECT_TRUE(contentOf(folder / "b.zkb") == contentOf(folder / "fxp.zkb")) << kind;
     }
     expectComplaint("bank show a.fxp", "is a preset, but a bank is wanted here");
     expectComplaint("preset show --preset-file b.fxb", "is a bank, but a preset is wanted here");

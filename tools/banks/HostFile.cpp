@@ -1,7 +1,7 @@
 #include "tools/banks/HostFile.h"
 
-#include "params/ids/PluginId.h"
 #include "params/ids/ClassIds.h"
+#include "params/ids/PluginId.h"
 #include "presets/ComponentState.h"
 #include "tools/banks/PresetName.h"
 
@@ -146,10 +146,15 @@ std::optional<HostFile> readFx(ByteView file, BankReport& report)
     if (file.size < header)
         return cutOff(header);
     const std::uint64_t size = numberAt(file.data + header - 4, 4, Order::Big);
-    if (size > file.size - header || size < kChunkHead) {
+    if (size > file.size - header) {
         refuse(report, header - 4,
-               "the chunk's size is " + std::to_string(size) + ", but "
-                   + std::to_string(file.size - header) + " bytes follow, and it has at least "
+               "the chunk is said to have " + std::to_string(size) + " bytes, but "
+                   + std::to_string(file.size - header) + " follow");
+        return std::nullopt;
+    }
+    if (size < kChunkHead) {
+        refuse(report, header - 4,
+               "the chunk has " + std::to_string(size) + " bytes, fewer than its head of "
                    + std::to_string(kChunkHead));
         return std::nullopt;
     }

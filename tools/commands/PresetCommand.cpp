@@ -30,11 +30,16 @@ int runList(const PresetOptions& options)
     return 0;
 }
 
+void expectOneChoice(const PresetChoice& choice)
+{
+    if (choice.preset.empty() == choice.presetFile.empty())
+        throw ToolError("give either a preset's name or index, or --preset-file");
+}
+
 int runShow(const PresetOptions& options)
 {
     const PresetChoice& choice = options.choice;
-    if (choice.preset.empty() == choice.presetFile.empty())
-        throw ToolError("give either a preset's name or index, or --preset-file");
+    expectOneChoice(choice);
     Displays displays(options.plugin);
     PresetSlot preset{};
     std::string heading;
@@ -60,6 +65,7 @@ int runShow(const PresetOptions& options)
 
 int runExport(const PresetOptions& options)
 {
+    expectOneChoice(options.choice);
     Displays displays(options.plugin);
     writePreset(options.output, chosenPreset(options.choice, displays), displays);
     return 0;
@@ -106,11 +112,16 @@ void addPresetCommand(CLI::App& app, Action& action)
     addJsonFlag(show, options->json);
     bindAction(show, action, options, runShow);
 
-    CLI::App& exporting = *group.add_subcommand("export", "Write a preset of a bank into a file");
+    CLI::App& exporting = *group.add_subcommand(
+        "export", "Write a preset of a bank, or of another file, into a file");
     exporting.add_option("PRESET", options->choice.preset, "Its name or index")
-        ->type_name("NAME|INDEX")
-        ->required();
+        ->type_name("NAME|INDEX");
     addBankOption(exporting, options->choice.bank);
+    exporting
+        .add_option("--preset-file", options->choice.presetFile,
+                    "Take this preset (.zkr, .fxp, .vstpreset, .json)")
+        ->type_name("FILE")
+        ->excludes(exporting.get_option("--bank"));
     exporting
         .add_option("-o,--output", options->output,
                     "The file: .zkr, .fxp or .vstpreset for hosts, or .json")
