@@ -5,6 +5,8 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/WindowsBuild.h"
 #include "tests/tools/Complaint.h"
+#include "tools/banks/HostFile.h"
+#include "tools/banks/PresetFile.h"
 #include "tools/host/BridgedPlugin.h"
 
 #include <gtest/gtest.h>
@@ -110,6 +112,11 @@ std::string storyOf(Plugin& plugin)
     const std::vector<std::uint8_t> saved = plugin.bankChunk();
     plugin.setParameter(0, 1.0f);
     plugin.setBankChunk(saved);
+    // The chunk of a .fxp with one preset, behind the header of 60 bytes.
+    const PresetSlot& preset = factoryBank()[19];
+    const std::vector<std::uint8_t> file = tool::fxpBytes(tool::presetBytes(preset), preset, 1);
+    plugin.setProgramChunk({file.begin() + 60, file.end()});
+    story << plugin.programName();
     for (const std::uint8_t byte : plugin.bankChunk())
         story << int{byte} << ' ';
     plugin.setSampleRate(192000.0);
@@ -135,7 +142,9 @@ TEST(RealWine, APluginBehavesAsTheNativeOne)
     const auto windows = openWindowsPlugin();
     if (!windows)
         GTEST_SKIP() << "no Windows build";
-    EXPECT_EQ(storyOf(*windows), storyOf(*openPlugin(ZKRT46_LIBRARY)));
+    const std::string story = storyOf(*windows);
+    EXPECT_EQ(story, storyOf(*openPlugin(ZKRT46_LIBRARY)));
+    EXPECT_NE(story.find("R101"), std::string::npos) << "the preset was not loaded";
     TemporaryFolder folder;
     writeContent(folder / "text.dll", "no library");
     EXPECT_EQ(complaintOf([&] { BridgedPlugin refused(folder / "text.dll"); }),
