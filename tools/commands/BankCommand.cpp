@@ -89,7 +89,8 @@ void addBankCommand(CLI::App& app, Action& action)
     CLI::App& diff = *group.add_subcommand(
         "diff", "Compare two banks; the exit code is 0 if they are equal and 1 if not");
     diff.add_option("FIRST", options->input, "A bank: .zkb, .fxb, .vstpreset or .json")->required();
-    diff.add_option("SECOND", options->other, "Another. Default: the factory bank");
+    diff.add_option("SECOND", options->other,
+                    "Another: .zkb, .fxb, .vstpreset or .json. Default: the factory bank");
     bindAction(diff, action, options, runDiff);
 }
 

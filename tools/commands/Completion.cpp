@@ -1,7 +1,6 @@
 #include "tools/commands/Completion.h"
 
 #include "params/ParameterTable.h"
-#include "presets/PresetSlot.h"
 
 #include <algorithm>
 
@@ -49,7 +48,7 @@ Strings parameterTitles()
     Steinberg::Vst::ParameterContainer parameters;
     addParameters(parameters);
     Strings titles;
-    for (int id = 0; id < static_cast<int>(kPresetParamCount); ++id) {
+    for (int id = 0; id < parameters.getParameterCount(); ++id) {
         const char16_t* const title = parameters.getParameterByIndex(id)->getInfo().title;
         titles.emplace_back(title, title + std::char_traits<char16_t>::length(title));
     }

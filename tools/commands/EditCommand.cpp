@@ -32,7 +32,7 @@ void checkFiles(const EditOptions& options)
     if (!options.input.empty()) {
         if (options.input == "-" || options.output == "-")
             throw ToolError("edit takes files, not the standard input or output");
-        checkFiles(options.input, options.output);
+        tool::checkFiles(options.input, options.output);
         const AudioReader input(options.input);
         const FileFormat format = checkedFileFormat(options.output);
         const AudioWriter triedAndRemoved(

@@ -139,8 +139,9 @@ void addPresetCommand(CLI::App& app, Action& action)
     importing.add_option("--at", options->at, "Name or index of the preset to replace")
         ->type_name("NAME|INDEX")
         ->required();
-    importing.add_option("-o,--output", options->output,
-                         "The changed bank, of the same kinds. Default: the bank itself")
+    importing
+        .add_option("-o,--output", options->output,
+                    "The changed bank, of the same kinds. Default: the bank itself")
         ->type_name("FILE");
     bindAction(importing, action, options, runImport);
 }

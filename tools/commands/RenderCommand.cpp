@@ -187,10 +187,11 @@ int runRender(const RenderOptions& options)
 void addFileOptions(CLI::App& command, RenderOptions& options)
 {
     command
-        .add_option("FILES", options.files,
-                    "IN OUT: an audio file, mono or stereo, of any common format, and the result, "
-                    "whose ending tells its format: .wav, .aif, .aiff or .flac. - is the standard "
-                    "input or output. With -o: any number of audio files")
+        .add_option(
+            "FILES", options.files,
+            "IN OUT: an audio file, mono or stereo, of any common format, and the result, a "
+            "WAV, AIFF or FLAC file by its ending. - is the standard input or output. With "
+            "-o: any number of audio files")
         ->required()
         ->type_name("");
     command
