@@ -114,7 +114,7 @@ size=$(field Installed-Size)
 zcat "$root/$documents/changelog.gz" | head -n 1 | grep -qF "zkr-t46 ($version)" ||
     fail "the changelog does not begin with this version"
 # lintian checks the manual page's syntax.
-expect "the manual page's first command" ".SS \"zkrt46 render [OPTIONS] IN OUT\"" \
+expect "the manual page's first command" ".SS \"zkrt46 render [OPTIONS] FILES...\"" \
     "$(zcat "$root/usr/share/man/man1/zkrt46.1.gz" | grep -m 1 '^\.SS')"
 for place in bash:bash-completion/completions/zkrt46 zsh:zsh/vendor-completions/_zkrt46 \
     fish:fish/vendor_completions.d/zkrt46.fish; do

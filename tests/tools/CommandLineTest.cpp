@@ -434,12 +434,15 @@ TEST_F(CommandLine, BashCompletesCommandsOptionsAndValues)
 {
     for (const char* name : {"mix 1.wav", "x.flac", "b.zkb", "p.json"})
         writeContent(folder / name, "");
+    std::filesystem::create_directory(folder / "sub");
     ASSERT_EQ(run("--completion bash >c.bash #"), 0);
     const std::pair<const char*, const char*> cases[]{
         {"''", "render params info latency response harmonics preset bank check edit screenshot"},
         {"preset ''", "list show export import"},
-        {"bank diff ''", "b.zkb p.json"},
+        {"bank diff ''", "sub b.zkb p.json"},
         {"bank diff --p", "--plugin"},
+        {"render --bits ''", "16 24 32f"},
+        {"render -o ''", "sub"},
         {"render --preset ''", ""},
         {"response -o x.png --view ''", "auto lr ms"},
         {"render --set LFre", "LFreqL= LFreqR= LFreqL2= LFreqR2= LFreq= LFreq2="},

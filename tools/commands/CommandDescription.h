@@ -15,8 +15,8 @@ constexpr const char* kPluginText =
     "ZKRT46_PLUGIN, else ZKRT46.so beside this program or in ../lib/vst. It is a VST 2 library for "
     "Linux (.so) or, through Wine, for Windows (.dll).";
 constexpr const char* kExitText =
-    "Exit codes: 0 on success; 1 where check finds faults, bank diff differences, or latency a "
-    "delay other than the reported one; 2 on errors, with a message.";
+    "Exit codes: 0 on success; 1 where check finds faults, bank diff differences, latency a delay "
+    "other than the reported one, or render an input that ends early; 2 on errors, with a message.";
 
 struct OptionDescription {
     std::vector<std::string> names;    // "-o", "--output"; empty for an argument without a name

@@ -187,11 +187,10 @@ int runRender(const RenderOptions& options)
 void addFileOptions(CLI::App& command, RenderOptions& options)
 {
     command
-        .add_option(
-            "FILES", options.files,
-            "IN OUT: an audio file, mono or stereo, of any common format, and the result, a "
-            "WAV, AIFF or FLAC file by its ending. - is the standard input or output. With "
-            "-o: any number of audio files")
+        .add_option("FILES", options.files,
+                    "IN OUT: an audio file, mono or stereo, of any common format, and the result, "
+                    "whose ending tells its format (wav, aif, aiff or flac). - is the standard "
+                    "input or output. With -o: any number of audio files")
         ->required()
         ->type_name("");
     command
@@ -214,19 +213,20 @@ void addFormatOptions(CLI::App& command, RenderOptions& options)
 {
     command
         .add_option("--bits", options.bits,
-                    "16, 24 or 32f. Default: 32f for float input (not in FLAC), else 24")
-        ->type_name("BITS");
+                    "Sample format. Default: 32f for float input (not in FLAC), else 24")
+        ->type_name("{16,24,32f}");
     command
-        .add_option("--dither", options.dither,
-                    "none, tpdf (triangular noise) or shaped (the noise where the ear is less "
-                    "sensitive), for 16 and 24 bits; the same in every run")
-        ->type_name("KIND")
+        .add_option(
+            "--dither", options.dither,
+            "For 16 and 24 bits: none, triangular noise (tpdf), or that noise where the ear "
+            "is less sensitive (shaped); the same in every run")
+        ->type_name("{none,tpdf,shaped}")
         ->capture_default_str();
     command
         .add_option("--format", options.file,
-                    "wav, aiff or flac: with -o, and for the standard output. Default: that of "
-                    "the input's name, else WAV")
-        ->type_name("FORMAT");
+                    "With -o, and for the standard output. Default: that of the input's name, else "
+                    "wav")
+        ->type_name("{wav,aiff,flac}");
     command
         .add_option("--channels", options.job.outputChannels,
                     "Channels of the result; 2 makes stereo of a mono input")
@@ -244,7 +244,7 @@ void addLevelOptions(CLI::App& command, RenderOptions& options)
         .add_option_function<double>(
             "--target", [&goal](const double& value) { goal.loudness = value; },
             "Give the result this integrated loudness in LUFS, such as -14; a plain gain")
-        ->check(CLI::Range(-70.0, 0.0))
+        ->check(numberRange(-70.0, 0.0))
         ->excludes(match)
         ->type_name("LUFS");
     command
@@ -252,7 +252,7 @@ void addLevelOptions(CLI::App& command, RenderOptions& options)
             "--ceiling", [&goal](const double& value) { goal.truePeakLimit = value; },
             "Highest true peak of the result in dBTP, such as -1; a plain gain, which may keep the "
             "result below --match or --target")
-        ->check(CLI::Range(-60.0, 6.0))
+        ->check(numberRange(-60.0, 6.0))
         ->type_name("DBTP");
     command
         .add_option("--report", options.report,
@@ -286,7 +286,7 @@ void addRenderCommand(CLI::App& app, Action& action)
         .add_option("--pre-roll", options->job.preRollSeconds,
                     "Seconds of silence sent ahead, so that settings are in place at the start")
         ->capture_default_str()
-        ->check(CLI::Range(0.0, 60.0))
+        ->check(numberRange(0.0, 60.0))
         ->type_name("SECONDS");
     command.add_flag("-v,--verbose", options->verbose,
                      "Print levels, loudness, latency and speed also when not on a terminal");
