@@ -36,7 +36,7 @@ TEST_F(CommandLine, BadInputGivesOneLineExitCode2AndNoFile)
         {"render in.wav - --format mp3", "--format is wav, aiff or flac, not 'mp3'"},
         {"render in.wav x.wav --dither loud", "--dither is none, tpdf or shaped, not 'loud'"},
         {"render in.wav x.wav --jobs 0", "not in range 1 to 256"},
-        {"render in.wav x.wav --target 3", "not in range -70"},
+        {"render in.wav x.wav --target 3", "not in range -70 to 0"},
         {"render in.wav x.wav --match --target -14", "excludes"},
         {"render in.wav x.wav --report r.txt", "a report ends in .json or .csv"},
         {"render - x.wav </dev/null", "cannot read the standard input as audio"},
