@@ -51,7 +51,7 @@ function(finish component steps)
     ${steps}"
     COMPONENT ${component})
 endfunction()
-set(strip "run(find \${tree} -type f ( -name *.so -o -name zkrt46 )
+set(strip "run(find \${tree} -type f ( -name *.so -o -name zkrt46 -perm -100 )
                -exec strip --strip-unneeded --remove-section=.comment {} +)")
 finish(linux "${strip}")
 finish(debian "${strip}")
