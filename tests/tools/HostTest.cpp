@@ -41,6 +41,7 @@ TEST(Host, RefusesInvalidPluginsWithAMessageOfOneLine)
         const char* words;
     } rows[]{
         {TEST_EFFECT_NO_ENTRY, {}, "exports neither VSTPluginMain nor main"},
+        {TEST_EFFECT_VST3, {}, "is a VST 3 plug-in"},
         {TEST_EFFECT_BAD_MAGIC, {}, "no valid effect"},
         {"no/such/plugin.so", {}, "no such plug-in"},
         {TEST_EFFECT_GOOD, ancient, "refused to start"},
