@@ -1,6 +1,7 @@
 #include "tools/commands/Completion.h"
 
 #include "params/ParameterTable.h"
+#include "tools/banks/PresetName.h"
 
 #include <algorithm>
 
@@ -48,7 +49,8 @@ Strings parameterTitles()
     Steinberg::Vst::ParameterContainer parameters;
     addParameters(parameters);
     Strings titles;
-    for (int id = 0; id < parameters.getParameterCount(); ++id) {
+    // Not the latency, which comes last and cannot be set.
+    for (int id = 0; id < static_cast<int>(kPresetParamCount); ++id) {
         const char16_t* const title = parameters.getParameterByIndex(id)->getInfo().title;
         titles.emplace_back(title, title + std::char_traits<char16_t>::length(title));
     }
