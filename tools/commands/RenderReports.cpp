@@ -230,7 +230,11 @@ void printAlbum(std::FILE* stream, const std::vector<RenderJob>& jobs,
     int width = 4;
     for (const RenderJob& job : jobs)
         width = std::max(width, static_cast<int>(nameOf(job).size()));
-    std::fprintf(stream, "%-*s     before      after  true peak     gain\n", width, "file");
+    const bool leveled =
+        std::any_of(outcomes.begin(), outcomes.end(),
+                    [](const RenderOutcome& outcome) { return outcome.report.gain.has_value(); });
+    std::fprintf(stream, "%-*s      before       after    true peak%s\n", width, "file",
+                 leveled ? "       gain" : "");
     double seconds = 0.0;
     int counts[3]{};
     for (std::size_t i = 0; i < jobs.size(); ++i) {
@@ -245,11 +249,11 @@ void printAlbum(std::FILE* stream, const std::vector<RenderJob>& jobs,
         seconds += static_cast<double>(report.inputFrames) / report.format.rate;
         const auto before = report.before.loudness.value_or(Loudness{});
         const auto after = report.after.loudness.value_or(Loudness{});
-        std::fprintf(stream, "%6s LUFS %5s LUFS %5s dBTP %8s%s\n",
-                     number(before.integrated).c_str(), number(after.integrated).c_str(),
-                     number(decibels(after.truePeak)).c_str(),
-                     report.gain ? (number(*report.gain) + " dB").c_str() : "",
-                     remarksOf(report).empty() ? "" : "  see above");
+        std::fprintf(stream, "%6s LUFS %6s LUFS %6s dBTP", number(before.integrated).c_str(),
+                     number(after.integrated).c_str(), number(decibels(after.truePeak)).c_str());
+        if (report.gain)
+            std::fprintf(stream, " %+7.2f dB", *report.gain);
+        std::fprintf(stream, "%s\n", remarksOf(report).empty() ? "" : "  see above");
     }
     std::fprintf(stream, "%zu files: %d rendered, %d skipped, %d failed; %.0f times real time\n",
                  jobs.size(), counts[static_cast<int>(State::Rendered)],

@@ -12,6 +12,8 @@ namespace tool {
 namespace {
 
 constexpr int kBarWidth = 40;
+constexpr int kBoardBarWidth = 24;
+constexpr std::size_t kTimeWidth = 14;  // of ", 1:00:00 left"
 constexpr std::size_t kMaxNameWidth = 30;
 constexpr std::chrono::milliseconds kInterval{100};
 
@@ -39,11 +41,11 @@ std::string timeLeft(double elapsed, double fraction)
 }
 
 // "name [####......]  40 %"
-std::string barText(const std::string& label, double fraction)
+std::string barText(const std::string& label, double fraction, int width)
 {
     const double part = std::clamp(fraction, 0.0, 1.0);
-    std::string bar(static_cast<std::size_t>(part * kBarWidth), '#');
-    bar.resize(kBarWidth, '.');
+    std::string bar(static_cast<std::size_t>(part * width), '#');
+    bar.resize(static_cast<std::size_t>(width), '.');
     char percent[16];
     std::snprintf(percent, sizeof(percent), "%3d %%", static_cast<int>(part * 100.0));
     return label + " [" + bar + "] " + percent;
@@ -98,7 +100,7 @@ void Progress::show(double fraction)
         return;
     next = Clock::now() + kInterval;
     visible = true;
-    std::fprintf(stderr, "\r%s%s\033[K", barText(label, fraction).c_str(),
+    std::fprintf(stderr, "\r%s%s\033[K", barText(label, fraction, kBarWidth).c_str(),
                  timeLeft(secondsSince(started), fraction).c_str());
     std::fflush(stderr);
 }
@@ -149,7 +151,7 @@ void ProgressBoard::draw()
         std::fprintf(stderr, "%s\n", text.c_str());
         ++visibleLines;
     };
-    const std::size_t around = kBarWidth + 9;
+    const std::size_t around = kBoardBarWidth + 9 + kTimeWidth;
     const std::size_t nameWidth =
         std::min(kMaxNameWidth, width > around + 8 ? width - around : std::size_t{8});
     for (const State& job : jobs) {
@@ -159,14 +161,13 @@ void ProgressBoard::draw()
             all += job.weight;
         }
         if (job.running)
-            line(barText(fitted(job.name, nameWidth), job.fraction));
+            line(barText(fitted(job.name, nameWidth), job.fraction, kBoardBarWidth));
     }
     const double part = all > 0.0 ? done / all : 0.0;
     const std::string count =
         std::to_string(finished) + " of " + std::to_string(jobs.size()) + " files";
-    const std::string left = timeLeft(secondsSince(started), part);
-    const std::string bar = barText(fitted(count, nameWidth), part);
-    line(bar.size() + left.size() < width ? bar + left : bar);
+    line(barText(fitted(count, nameWidth), part, kBoardBarWidth)
+         + timeLeft(secondsSince(started), part));
     std::fflush(stderr);
 }
 
