@@ -1,10 +1,9 @@
 // The built program: exit codes, messages and files.
-#include "tests/support/Noise.h"
 #include "tests/tools/CommandLine.h"
+#include "tests/support/Noise.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -411,23 +410,30 @@ TEST_F(CommandLine, HelpAndManualPageTellEveryOption)
     EXPECT_LE(longest(), 80u);
     EXPECT_NE(out.find("8000 to 768000"), out.npos);
     EXPECT_EQ(out.find(".000000"), out.npos);
-    // The options in lines that match.
-    const auto named = [this](const std::string& lines) {
+    // The options in lines that begin so.
+    const auto named = [](const std::string& text, const std::vector<std::string>& starts) {
         std::set<std::string> names;
-        const std::regex line(lines), name("--[a-z-]+");
-        for (std::sregex_iterator at(out.begin(), out.end(), line), end; at != end; ++at) {
-            const std::string text = at->str();
-            names.insert(std::sregex_token_iterator(text.begin(), text.end(), name), {});
+        std::istringstream lines(text);
+        for (std::string line; std::getline(lines, line);) {
+            line.erase(std::remove(line.begin(), line.end(), '\\'), line.end());
+            if (std::none_of(starts.begin(), starts.end(),
+                             [&](const std::string& start) { return line.rfind(start, 0) == 0; }))
+                continue;
+            for (std::size_t at = 0; (at = line.find("--", at)) != line.npos;) {
+                const std::size_t end = line.find_first_not_of("abcdefghijklmnopqrstuvwxyz-", at);
+                names.insert(line.substr(at, end - at));
+                at = std::min(end, line.size());
+            }
         }
         return names;
     };
-    const std::set<std::string> told = named("\n  -[^\n]*");
+    const std::set<std::string> told = named(out, {"  -"});
     EXPECT_GT(told.size(), 30u);
     EXPECT_EQ(run("--manual-page 2026-01-02 | tee page | groff -ww -man -z 2>err.txt #"), 0);
     EXPECT_EQ(err, "");
-    out = std::regex_replace(contentOf(folder / "page"), std::regex(R"(\\-)"), "-");
-    EXPECT_NE(out.find("\"2026-01-02\""), out.npos);
-    EXPECT_EQ(named("\n\\.BI? [^\n]*"), told);
+    out = contentOf(folder / "page");
+    EXPECT_NE(out.find("\"2026-01-02\""), out.npos) << out.substr(0, 200);
+    EXPECT_EQ(named(out, {".B ", ".BI "}), told);
 }
 
 TEST_F(CommandLine, BashCompletesCommandsOptionsAndValues)
