@@ -200,6 +200,27 @@ TEST(AudioFile, AFileCutShortIsNoticedAndUnknownLengthsAreNot)
     EXPECT_EQ(AudioReader(folder / "empty.wav").frames(), 0);
 }
 
+TEST(AudioFile, AnMp3IsReadAsFarAsItGoes)
+{
+    TemporaryFolder folder;
+    SF_INFO info{};
+    info.samplerate = 44100;
+    info.channels = 1;
+    info.format = SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III;
+    SoundFile file(sf_open((folder / "a.mp3").c_str(), SFM_WRITE, &info));
+    ASSERT_TRUE(file) << soundFileError(nullptr);
+    int mode = SF_BITRATE_MODE_CONSTANT;
+    double compression = 0.95;
+    sf_command(file.get(), SFC_SET_BITRATE_MODE, &mode, sizeof(mode));
+    sf_command(file.get(), SFC_SET_COMPRESSION_LEVEL, &compression, sizeof(compression));
+    sf_writef_float(file.get(), noise(132300, 1).data(), 132300);
+    file.reset();
+    EXPECT_GT(AudioReader(folder / "a.mp3").frames(), 134000) << "the estimate is right";
+    const std::size_t read = readAudio(folder / "a.mp3").size();
+    EXPECT_GE(read, 132300u);
+    EXPECT_LT(read, 134000u);
+}
+
 TEST(AudioFile, CarriesTagsMarkersAndBroadcastDataAndNamesWhatIsLost)
 {
     FileMetadata metadata;

@@ -7,14 +7,29 @@
 #include <filesystem>
 #include <map>
 #include <mutex>
+#include <set>
 #include <system_error>
 #include <thread>
+#include <utility>
+
+#include <sys/stat.h>
 
 namespace tool {
 
 namespace {
 
 namespace fs = std::filesystem;
+
+// Device and number, which links to one file share.
+using FileIdentity = std::pair<dev_t, ino_t>;
+
+std::optional<FileIdentity> identityOf(const std::string& path)
+{
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0)
+        return std::nullopt;
+    return FileIdentity{status.st_dev, status.st_ino};
+}
 
 fs::path outputPath(const fs::path& input, const fs::path& folder, const std::string& suffix,
                     std::optional<FileFormat> format)
@@ -52,15 +67,19 @@ RenderOutcome outcomeOf(const RenderJob& job, bool skipExisting, std::mutex& ope
 
 }  // namespace
 
+void makeAlbumFolder(const std::string& folder)
+{
+    std::error_code error;
+    if (fs::is_directory(folder, error))
+        return;
+    if (fs::exists(folder, error) || fileFormatOf(folder) || !fs::create_directory(folder, error))
+        throw ToolError("-o names the folder of the results; '" + folder
+                        + "' is none and cannot be made one");
+}
+
 std::vector<RenderJob> albumJobs(const RenderJob& common, const std::vector<std::string>& inputs,
                                  const std::string& folder, const std::string& suffix)
 {
-    std::error_code error;
-    if (!fs::is_directory(folder, error)
-        && (fs::exists(folder, error) || fileFormatOf(folder)
-            || !fs::create_directory(folder, error)))
-        throw ToolError("-o names the folder of the results; '" + folder
-                        + "' is none and cannot be made one");
     std::vector<RenderJob> jobs;
     std::map<std::string, std::string> sources;  // of each output
     for (const std::string& input : inputs) {
@@ -75,11 +94,16 @@ std::vector<RenderJob> albumJobs(const RenderJob& common, const std::vector<std:
                             + job.output + "'");
         jobs.push_back(job);
     }
+    std::set<FileIdentity> inputFiles;
     for (const std::string& input : inputs)
-        for (const RenderJob& job : jobs)
-            if (fs::equivalent(input, job.output, error))
-                throw ToolError("'" + job.output
-                                + "' is one of the inputs: choose another folder or a --suffix");
+        if (const auto file = identityOf(input))
+            inputFiles.insert(*file);
+    for (const RenderJob& job : jobs) {
+        const auto file = identityOf(job.output);
+        if (file && inputFiles.count(*file) > 0)
+            throw ToolError("'" + job.output
+                            + "' is one of the inputs: choose another folder or a --suffix");
+    }
     return jobs;
 }
 

@@ -12,10 +12,12 @@ namespace tool {
 
 // A job for each input: the output has the input's name with `suffix` before its ending, in
 // `folder`. The ending is that of `common.file`, else the input's own, or .wav for what cannot be
-// written. Creates the folder. Throws ToolError if two outputs are one file, or an output is one of
-// the inputs.
+// written. Throws ToolError if two outputs are one file, or an output is one of the inputs.
 std::vector<RenderJob> albumJobs(const RenderJob& common, const std::vector<std::string>& inputs,
                                  const std::string& folder, const std::string& suffix);
+
+// Throws ToolError unless it is a folder or can be created as one.
+void makeAlbumFolder(const std::string& folder);
 
 struct RenderOutcome {
     enum class State { Rendered, Skipped, Failed };

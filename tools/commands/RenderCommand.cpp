@@ -55,12 +55,12 @@ void readSettings(const RenderOptions& options, RenderJob& job)
     std::vector<std::vector<Assignment>> groups;
     for (const std::string& setting : options.settings)
         groups.push_back(parameters.parse(setting));
-    if (options.automation.empty())
+    if (!options.automation.empty())
+        job.automation = readAutomation(options.automation, parameters);
+    else if (takesPresets(plugin->fields()))
         for (const std::size_t idle : settingsWithoutEffect(*plugin, job.settings, groups))
             say("note",
                 options.settings[idle] + " changes nothing here: what it acts on is switched off");
-    else
-        job.automation = readAutomation(options.automation, parameters);
     for (const auto& group : groups)
         append(job.settings, group);
 }
@@ -142,10 +142,15 @@ int runRender(const RenderOptions& options)
     if (!options.file.empty())
         common.file = parseFileFormat(options.file);
     common.dither = parseDither(options.dither);
-    if (!options.report.empty())
+    if (!options.report.empty()) {
         checkReportName(options.report);
+        const OutputFile triedAndRemoved(options.report);
+    }
     const std::vector<RenderJob> planned = jobsOf(options, common);
     readSettings(options, common);
+    const bool album = !options.folder.empty();
+    if (album)
+        makeAlbumFolder(options.folder);
 
     const bool toStandardOutput = planned.front().output == "-";
     const bool summary = options.verbose || (isatty(STDOUT_FILENO) && !toStandardOutput);
@@ -156,7 +161,6 @@ int runRender(const RenderOptions& options)
         job.measureLoudness = summary || !options.report.empty();
     }
     const auto started = std::chrono::steady_clock::now();
-    const bool album = !options.folder.empty();
     const std::vector<RenderOutcome> outcomes = album
         ? renderMany(options, jobs)
         : std::vector<RenderOutcome>{renderOne(options, jobs.front())};
@@ -193,17 +197,21 @@ void addFileOptions(CLI::App& command, RenderOptions& options)
                     "input or output. With -o: any number of audio files")
         ->required()
         ->type_name("");
-    command
-        .add_option("-o,--output", options.folder,
-                    "Folder of the results, which keep the names of the files; it is created if "
-                    "it does not exist")
-        ->type_name("DIR");
+    CLI::Option* folder =
+        command
+            .add_option(
+                "-o,--output", options.folder,
+                "Folder of the results, which keep the names of the files; it is created if "
+                "it does not exist")
+            ->type_name("DIR");
     command.add_option("--suffix", options.suffix, "With -o: put behind each name, such as _eq")
+        ->needs(folder)
         ->type_name("TEXT");
     command
         .add_option("-j,--jobs", options.jobs,
                     "With -o: files rendered at a time. Default: the number of cores")
         ->check(CLI::Range(1, 256))
+        ->needs(folder)
         ->type_name("N");
     command.add_flag("--skip-existing", options.skipExisting,
                      "Leave out files whose result exists, to go on after an interruption");
