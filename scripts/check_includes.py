@@ -31,6 +31,7 @@ MAY_INCLUDE = {
     "tools/measuring": "platform tools/audio tools/common",
     "tools/banks": "params/ids platform presets sdk tools/common tools/host",
     "tools/commands": "editor params platform tools vstgui",
+    "tools": "tools/commands",
     "bench": "dsp params/ids sdk shell",
     "tests": "dsp editor params platform presets sdk shell tools vstgui",
 }

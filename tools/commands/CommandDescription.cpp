@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <regex>
 #include <sstream>
 
 namespace tool {
@@ -34,20 +33,28 @@ std::string joined(const std::vector<std::string>& words, const std::string& bet
 // "" if the option has no range, else " (1 to 8)"; CLI::Range states it as "INT in [1 - 8]".
 std::string rangeOf(const std::string& type)
 {
-    std::smatch found;
-    const std::regex range(R"(in \[(\S+) - (\S+)\])");
-    return std::regex_search(type, found, range) ? " (" + found.str(1) + " to " + found.str(2) + ")"
-                                                 : "";
+    const std::size_t open = type.find("in [");
+    const std::size_t between = type.find(" - ", open);
+    const std::size_t close = type.find(']', between);
+    if (open == std::string::npos || close == std::string::npos)
+        return "";
+    const std::string lowest = type.substr(open + 4, between - open - 4);
+    return " (" + lowest + " to " + type.substr(between + 3, close - between - 3) + ")";
 }
 
 // ".wav" in the text is an ending, "..." is none.
 std::vector<std::string> endingsIn(const std::string& text)
 {
+    const char* letters = "abcdefghijklmnopqrstuvwxyz0123456789";
     std::vector<std::string> endings;
-    const std::regex ending(R"((^|[^\w./])\.([a-z][a-z0-9]+))");
-    for (std::sregex_iterator at(text.begin(), text.end(), ending), end; at != end; ++at)
-        if (std::find(endings.begin(), endings.end(), at->str(2)) == endings.end())
-            endings.push_back(at->str(2));
+    for (std::size_t dot = 0; (dot = text.find('.', dot)) != std::string::npos; ++dot) {
+        const char before = dot > 0 ? text[dot - 1] : ' ';
+        const std::size_t end = std::min(text.find_first_not_of(letters, dot + 1), text.size());
+        const std::string ending = text.substr(dot + 1, end - dot - 1);
+        if ((before == ' ' || before == '(') && !ending.empty()
+            && std::find(endings.begin(), endings.end(), ending) == endings.end())
+            endings.push_back(ending);
+    }
     return endings;
 }
 

@@ -1,5 +1,5 @@
-// zkrt46: loads the plug-in as a host does, renders audio through it and measures it, and converts
-// and checks its preset and bank files.
+#include "tools/commands/Program.h"
+
 #include "Product.h"
 #include "tools/commands/Commands.h"
 #include "tools/commands/Completion.h"
@@ -95,7 +95,9 @@ std::string commandError(CLI::App& app, const std::vector<std::string>& words)
 
 }  // namespace
 
-int main(int argc, char** argv)
+namespace tool {
+
+int runProgram(int argc, char** argv)
 {
     CLI::App app(
         "Renders audio through the ZKR T46 mastering equaliser, measures it, and works on its "
@@ -136,3 +138,5 @@ int main(int argc, char** argv)
         return reportError(error.what());
     }
 }
+
+}  // namespace tool
