@@ -146,6 +146,22 @@ TEST_F(Editor, FilesAreChosenInDialogs)
     }
     EXPECT_TRUE(heard().empty()) << "a cancelled dialog changed something";
 
+    // The menu follows a bank that is loaded, to its last entry.
+    window->screen.onFileDialog = [&](const VSTGUI::FileDialogRequest&) {
+        return std::vector<std::string>{folder / "last.zkb"};
+    };
+    for (const auto& [name, tag] : {std::pair("Last", kSaveBankTag), {"Init", kLoadBankTag}}) {
+        controller.setCurrentPreset(23);
+        controller.setCurrentPresetName(name);
+        controller.setCurrentPreset(0);
+        window->click(at(tag));
+    }
+    window->screen.onMenu = [](VSTGUI::COptionMenu& menu) {
+        EXPECT_STREQ(menu.getEntry(23)->getTitle(), "Last");
+        return -1;
+    };
+    window->click(at(kMenuTag));
+
     set(kLGainL, 0.9);
     window->screen.onFileDialog = [&](const VSTGUI::FileDialogRequest&) {
         window->close();

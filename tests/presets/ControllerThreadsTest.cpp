@@ -31,7 +31,8 @@ TEST_F(ControllerThreads, AnEditorIsNotifiedOnlyOnItsOwnThreadAndFinallyOfTheLas
             for (const ParamID id : {kHGainL, kLGainR})
                 controller.setParamNormalized(id, value);
         controller.setParamNormalized(kLatency, 0.002);
-        controller.setParamNormalized(1002, 0.0);
+        for (const double value : {1.0, 0.0})
+            controller.setParamNormalized(1002, value);
     });
     EXPECT_TRUE(editor.told.empty());
     controller.setParamNormalized(kLatency, 0.0);
