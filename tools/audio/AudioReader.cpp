@@ -151,7 +151,7 @@ struct AudioReader::Bytes {
 };
 
 AudioReader::AudioReader(const std::string& path)
-    : path(path), name(path == "-" ? "the standard input" : "'" + path + "'"), info{}, position(0)
+    : name(path == "-" ? "the standard input" : "'" + path + "'"), info{}, position(0)
 {
     // Opening a pipe or a device could wait for ever.
     std::error_code error;

@@ -45,7 +45,7 @@ private:
     struct Bytes;
     void open();
 
-    std::string path, name;  // the name is for messages
+    std::string name;  // for messages
     std::unique_ptr<Bytes> bytes;
     SF_INFO info;
     std::int64_t position;
