@@ -64,6 +64,16 @@ public:
         return holder == asWindow(host.handle());
     }
 
+    // Moves the focus as a window manager does that holds the keyboard meanwhile.
+    void focusDuringGrab(const HostWindow& host)
+    {
+        XGrabKeyboard(display, DefaultRootWindow(display), False, GrabModeAsync, GrabModeAsync,
+                      CurrentTime);
+        XSetInputFocus(display, asWindow(host.handle()), RevertToParent, CurrentTime);
+        XUngrabKeyboard(display, CurrentTime);
+        XSync(display, False);
+    }
+
     // Sends a client message with its first two numbers.
     void send(::Window window, const char* type, long first, long second)
     {
