@@ -6,6 +6,7 @@
 #include "vstgui/lib/ccolor.h"
 #include "vstgui/lib/cdrawcontext.h"
 #include "vstgui/lib/cdrawdefs.h"
+#include "vstgui/lib/cdrawmethods.h"
 #include "vstgui/lib/cfileextension.h"
 #include "vstgui/lib/cfileselector.h"
 #include "vstgui/lib/cfont.h"

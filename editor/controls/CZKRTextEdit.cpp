@@ -4,6 +4,7 @@
 
 #include "vstgui/lib/cbitmap.h"
 #include "vstgui/lib/cdrawcontext.h"
+#include "vstgui/lib/cdrawmethods.h"
 #include "vstgui/lib/cframe.h"
 
 using namespace VSTGUI;
@@ -69,13 +70,15 @@ void CZKRTextEdit::drawLine(CDrawContext* context)
     CRect clip;
     context->setClipRect(context->getClipRect(clip).bound(rect));
     context->setFont(getFont(), double{textSize});
+    const std::string line =
+        CDrawMethods::createTruncatedText(getText(), context->getFont(), rect.getWidth());
     rect.offset(textOffset);
     if (textShadowColor) {
         context->setFontColor(*textShadowColor);
-        context->drawString(getText(), CRect(rect).offset(1, 1), getHoriAlign(), getAntialias());
+        context->drawString(line.c_str(), CRect(rect).offset(1, 1), getHoriAlign(), getAntialias());
     }
     context->setFontColor(textColor.value_or(getFontColor()));
-    context->drawString(getText(), rect, getHoriAlign(), getAntialias());
+    context->drawString(line.c_str(), rect, getHoriAlign(), getAntialias());
     context->restoreGlobalState();
 }
 

@@ -26,7 +26,7 @@ public:
 
     // The text is independent of the value.
     void setValue(float newValue) override;
-    // Draws no text while the box is open.
+    // Draws no text while the box is open. Text that is too wide ends in an ellipsis.
     void draw(VSTGUI::CDrawContext* context) override;
     void takeFocus() override;
     void looseFocus() override;

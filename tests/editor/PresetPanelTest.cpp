@@ -4,6 +4,8 @@
 #include "platform/Files.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include "vstgui/platform/iplatformfont.h"
+
 namespace {
 
 // Offsets of the rocker's halves from its centre.
@@ -73,9 +75,17 @@ TEST_F(Editor, ATypedNameIsCutTo23BytesAndRenamesTheSelectedPreset)
         EXPECT_EQ(controller.name(preset), kept);
         expectShown();
     }
-    // Set by the host, and wider than the field.
+    // Set by the host, and wider than the field, which shows the start.
     controller.setSelectedName("WWWWWWWWWWWWWWWWWWWWWWW");
-    expectShown();
+    Look shortened;
+    const auto font = VSTGUI::owned(new VSTGUI::CFontDesc("Arial", 11));
+    for (std::size_t letters = 1; letters < 23; ++letters) {
+        const std::string candidate = std::string(letters, 'W') + "\u2026";
+        if (font->getPlatformFont()->getStringWidth(candidate.c_str()) <= 255 - 139)
+            shortened.name = candidate;
+    }
+    EXPECT_GT(shortened.name.size(), 5u);
+    expectShown(shortened);
     window->click(at(kNameTag));
     EXPECT_STREQ(window->screen.textBoxText(), "WWWWWWWWWWWWWWWWWWWWWWW");
 }

@@ -1,6 +1,8 @@
 // Pixels: order, clipping, transparency, bitmaps and text.
 #include "tests/vstgui/Probe.h"
 
+#include "vstgui/platform/iplatformfont.h"
+
 #include <set>
 
 namespace {
@@ -103,6 +105,24 @@ TEST_F(Drawing, BitmapsAreCopiedUnscaledFromTheirOffsetAndNeverBeyondTheirEdges)
     EXPECT_EQ(frameAt(70), 0);
     EXPECT_NEAR(p.at(95, 5).red, (20 + 127) / 2, 1);
     EXPECT_EQ(p.at(115, 5), kGreyCColor);
+}
+
+TEST_F(Drawing, TextTooWideForItsPlaceIsShownFromItsStartWithAnEllipsis)
+{
+    const auto width = [](const std::string& text) {
+        return kNormalFont->getPlatformFont()->getStringWidth(text.c_str());
+    };
+    const auto fitted = [](UTF8StringPtr text, CCoord room) {
+        return CDrawMethods::createTruncatedText(text, kNormalFont, room);
+    };
+    const std::string name = "B\u00f6xk\u00e4mpfer on", cut = "B\u00f6xk\u00e4\u2026";
+    EXPECT_EQ(fitted(name.c_str(), width(name)), name);
+    EXPECT_EQ(fitted(name.c_str(), width(cut)), cut);
+    EXPECT_EQ(fitted(name.c_str(), width("B\u00f6xk\u00e4mpfer \u2026")),
+              "B\u00f6xk\u00e4mpfer\u2026");
+    EXPECT_EQ(fitted(name.c_str(), 0.), "\u2026");
+    EXPECT_EQ(fitted("", 0.), "");
+    EXPECT_EQ(fitted(nullptr, 9.), "");
 }
 
 TEST_F(Drawing, TextIsSmoothClippedAndBlendedAndInvalidUtf8DoesNotAffectIt)

@@ -20,4 +20,4 @@ set(ZKR_VSTGUI_PLATFORM_SOURCES
   platform/x11/x11optionmenu.cpp
   platform/x11/x11textedit.cpp
   platform/x11/x11timer.cpp)
-set(ZKR_VSTGUI_PLATFORM_LINK zkr_process zkr_utf8 PkgConfig::ZKR_X11 ${CMAKE_DL_LIBS})
+set(ZKR_VSTGUI_PLATFORM_LINK zkr_process PkgConfig::ZKR_X11 ${CMAKE_DL_LIBS})
