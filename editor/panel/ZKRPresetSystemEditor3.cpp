@@ -54,6 +54,8 @@ constexpr int32 kEntriesPerColumn = 12;
 
 const CColor kInk(0x24, 0x24, 0x20, 255);
 const CColor kPaper(0xD1, 0xE3, 0xEE, 255);
+const CColor kMenuBack(0x1E, 0x21, 0x25, 255);
+const CColor kMenuEdge(0x6A, 0x71, 0x76, 255);
 constexpr double kNameFontSize = 11.0;
 
 }  // namespace
@@ -95,6 +97,9 @@ void ZKRPresetSystemEditor3::createPresetPanel(CFrame* panelFrame)
     menu->setBackOffset(kMenuRect.getTopLeft());
     menu->setNbItemsPerColumn(kEntriesPerColumn);
     menu->setWantsFocus(false);
+    menu->setFontColor(kPaper);
+    menu->setBackColor(kMenuBack);
+    menu->setFrameColor(kMenuEdge);
     for (int32 index = 0; index < kPresetCount; ++index) {
         char title[kPresetNameSize + 1] = {};
         presets->getPresetName(title, index);

@@ -149,6 +149,41 @@ TEST_F(Window, AMenuEntryCanBeChosenByDraggingFromTheOpeningPress)
     EXPECT_EQ(values, std::vector<float>{1.f});
 }
 
+TEST_F(Window, AMenuHasItsControlsColoursAndExchangesThemUnderThePointer)
+{
+    constexpr CColor kText(250, 200, 0), kBack(10, 60, 20);
+    COptionMenu* const menu = addMenu();
+    menu->setFontColor(kText);
+    menu->setBackColor(kBack);
+    // Counts in the rectangle of an entry's title, which starts near the list's left edge.
+    const auto count = [](int row, CColor colour) {
+        const Pixels shown = picture();
+        int found = 0;
+        for (int y = 30 + 5 + 20 * row; y < 30 + 20 + 20 * row; ++y)
+            for (int x = 20 + 24; x < 20 + 80; ++x)
+                found += shown.at(x, y) == colour;
+        return found;
+    };
+    int backOfFirst = 0, backOfSecond = 0;
+    bool checked = false;
+    Script script({[] { movePointer(70, 78); }, [] {}, [] { movePointer(70, 70); }, [] {},
+                   [&] {
+                       backOfFirst = count(0, kBack);
+                       backOfSecond = count(1, kText);
+                       checked = picture().at(20 + 3 + 10, 30 + 3 + 30) == kBack;
+                   },
+                   [] { tap(userinput::Key::Escape); }},
+                  menuIsOpen());
+    click(60, 40);
+    EXPECT_TRUE(pumpUntil([&] { return script.finished() && gestures == 0; }));
+    constexpr int kPixels = 56 * 15;
+    for (const int back : {backOfFirst, backOfSecond}) {
+        EXPECT_GT(back, kPixels / 2);
+        EXPECT_LT(back, kPixels * 19 / 20) << "no title";
+    }
+    EXPECT_TRUE(checked);
+}
+
 TEST_F(Window, TimersAndPaintingGoOnWhileAMenuIsOpenAndTheFrameMayClose)
 {
     addMenu();

@@ -99,7 +99,7 @@ TEST_F(Menu, OpensAtItsControlWithColumnsCheckAndPlainAmpersand)
                        GetMenuStringW(handle, 0, title, 32, MF_BYPOSITION);
                        for (UINT entry = 0; entry < 5; ++entry)
                            states.push_back(GetMenuState(handle, entry, MF_BYPOSITION)
-                                            & (MF_CHECKED | MF_SEPARATOR | MF_MENUBARBREAK));
+                                            & (MF_CHECKED | MF_SEPARATOR | MF_MENUBREAK));
                    },
                    [] { tap(userinput::Key::Escape); }},
                   [] { return openMenu() != nullptr; });
@@ -108,7 +108,7 @@ TEST_F(Menu, OpensAtItsControlWithColumnsCheckAndPlainAmpersand)
     EXPECT_EQ(place.left, kHost.x + 20);
     EXPECT_EQ(place.top, kHost.y + 30);
     EXPECT_STREQ(title, L"first && one");
-    EXPECT_EQ(states, (std::vector<UINT>{0, MF_CHECKED, MF_SEPARATOR, MF_MENUBARBREAK, 0}));
+    EXPECT_EQ(states, (std::vector<UINT>{0, MF_CHECKED, MF_SEPARATOR, MF_MENUBREAK, 0}));
     EXPECT_TRUE(values.empty());
     EXPECT_EQ(GetCapture(), nullptr);
 }

@@ -41,6 +41,7 @@ private:
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT passOn(UINT message, WPARAM wParam, LPARAM lParam) const;
     void paint();
+    bool handleMenuEntry(UINT message, LPARAM lParam) const;
     void onFocus(bool gained);
     bool isOurs(HWND other) const;
     void endModalLoops();

@@ -1,8 +1,9 @@
-// Win32Frame: messages for painting, focus and keys, and those from its text box.
+// Win32Frame: messages for painting, focus and keys, and those from its text box and menus.
 #include "vstgui/platform/win32/win32frame.h"
 
 #include "vstgui/lib/cdrawcontext.h"
 #include "vstgui/platform/win32/win32keys.h"
+#include "vstgui/platform/win32/win32optionmenu.h"
 
 #include <olectl.h>
 #include <vector>
@@ -93,6 +94,9 @@ LRESULT Win32Frame::handle(UINT message, WPARAM wParam, LPARAM lParam)
                 return result;
         }
         return passOn(message, wParam, lParam);
+    case WM_MEASUREITEM:
+    case WM_DRAWITEM:
+        return handleMenuEntry(message, lParam) ? TRUE : passOn(message, wParam, lParam);
     case WM_SHOWWINDOW:
         if (!wParam)
             loseCapture();
@@ -103,6 +107,21 @@ LRESULT Win32Frame::handle(UINT message, WPARAM wParam, LPARAM lParam)
     default:
         return passOn(message, wParam, lParam);
     }
+}
+
+// False for what is no entry of an open menu.
+bool Win32Frame::handleMenuEntry(UINT message, LPARAM lParam) const
+{
+    const UINT type = message == WM_DRAWITEM
+        ? reinterpret_cast<DRAWITEMSTRUCT*>(lParam)->CtlType
+        : reinterpret_cast<MEASUREITEMSTRUCT*>(lParam)->CtlType;
+    if (menus == 0 || type != ODT_MENU)
+        return false;
+    if (message == WM_DRAWITEM)
+        Win32Menu::draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+    else
+        Win32Menu::measure(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
+    return true;
 }
 
 bool Win32Frame::isOurs(HWND other) const

@@ -1,22 +1,16 @@
 // MenuPanel: lays out and draws an open menu.
 #pragma once
 
-#include "vstgui/lib/crect.h"
-
-#include <string>
-#include <vector>
+#include "vstgui/platform/menuentries.h"
 
 namespace VSTGUI {
-
-class CDrawContext;
-class COptionMenu;
-
 namespace X11 {
 
 class MenuPanel {
 public:
-    // With the menu's number of entries per column, or fewer if maxHeight (pixels) requires it.
-    MenuPanel(const COptionMenu& menu, CCoord maxHeight);
+    // With the menu's number of entries per column, or fewer if the largest size (pixels) requires
+    // it. Columns that would be too wide together are narrowed.
+    MenuPanel(const COptionMenu& menu, const CPoint& maxSize);
 
     CPoint getSize() const { return size; }
     // The selectable entry at that point; -1 for none.
@@ -24,26 +18,22 @@ public:
     // The next selectable entry in that direction (1 or -1), or `entry` if there is none. From -1
     // the first or the last one.
     int32_t neighbour(int32_t entry, int32_t direction) const;
-    // The entry in the same row that many columns to the right, or `entry` if none is selectable.
-    int32_t beside(int32_t entry, int32_t columns) const;
+    // The entry in the same row, one column to the right (1) or left (-1), or `entry` if none is
+    // selectable there. From -1 the first or the last one.
+    int32_t beside(int32_t entry, int32_t direction) const;
     int32_t getCurrent() const { return current; }
 
     void draw(CDrawContext& context, int32_t highlighted) const;
 
 private:
-    struct Entry {
-        std::string title;
-        CRect rect;
-        bool separator;
-        bool selectable;
-        bool checked;
-    };
-
+    int32_t count() const { return static_cast<int32_t>(entries.get().size()); }
+    CRect rectOf(int32_t entry) const;
     bool isSelectable(int32_t entry) const;
 
-    std::vector<Entry> entries;
-    int32_t rows{1};
-    int32_t current{-1};
+    MenuEntries entries;
+    int32_t rows;
+    int32_t current;
+    CCoord columnWidth;
     CPoint size;
 };
 

@@ -39,7 +39,7 @@ PlatformOptionMenuResult X11OptionMenu::popup(COptionMenu* menu)
     Display* display = connection->getDisplay();
     const int screen = DefaultScreen(display);
     const CPoint screenSize(DisplayWidth(display, screen), DisplayHeight(display, screen));
-    panel = std::make_unique<MenuPanel>(*menu, screenSize.y);
+    panel = std::make_unique<MenuPanel>(*menu, screenSize);
 
     const bool covering = (menu->getStyle() & VSTGUI::kPopupStyle) != 0;
     const CRect& view = menu->getViewSize();

@@ -13,7 +13,6 @@ namespace X11 {
 
 namespace {
 
-constexpr CColor kSelectionColor(51, 120, 215, 255);
 constexpr CCoord kCaretWidth = 1.;
 constexpr CCoord kCaretMargin = 2.;  // above and below, pixels
 
@@ -101,12 +100,13 @@ void X11TextEdit::draw(CDrawContext& context, const CRect& updateRect)
     context.setFontColor(textEdit->platformGetFontColor());
     context.drawString(getText(), CRect(start, rect.top, rect.right, rect.bottom), kLeftText);
     if (line.hasSelection()) {
+        // The colours of text and background exchanged.
         const CRect selection(start + widthUpTo(line.selectionStart()), top,
                               start + widthUpTo(line.selectionEnd()), bottom);
-        context.setFillColor(kSelectionColor);
+        context.setFillColor(textEdit->platformGetFontColor());
         context.drawRect(selection, kDrawFilled);
         context.setClipRect(clip.bound(selection));
-        context.setFontColor(kWhiteCColor);
+        context.setFontColor(textEdit->platformGetBackColor());
         context.drawString(getText(), CRect(start, rect.top, rect.right, rect.bottom), kLeftText);
     } else {
         const CCoord x = std::floor(start + widthUpTo(line.getCaret()));
