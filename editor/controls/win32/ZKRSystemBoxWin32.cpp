@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <commctrl.h>
 #include <cwchar>
 #include <olectl.h>
@@ -13,8 +14,7 @@ namespace VSTGUI {
 namespace {
 
 constexpr UINT_PTR kSubclassId = 1;
-constexpr int kMaxRead = 100;     // 16-bit characters
-constexpr LONG kExtraHeight = 3;  // pixels that the window is higher than its font
+constexpr int kMaxRead = 100;  // 16-bit characters
 constexpr wchar_t kFamily[] = L"Arial";
 
 COLORREF toWindows(const CColor& color)
@@ -25,6 +25,28 @@ COLORREF toWindows(const CColor& color)
 DWORD alignmentStyle(CHoriTxtAlign align)
 {
     return align == kLeftText ? ES_LEFT : align == kRightText ? ES_RIGHT : ES_CENTER;
+}
+
+HFONT createFont(const CFontDesc& field)
+{
+    LOGFONTW description{};
+    description.lfHeight = -static_cast<LONG>(field.getSize());
+    description.lfWeight = FW_NORMAL;
+    description.lfCharSet = DEFAULT_CHARSET;
+    std::copy(std::begin(kFamily), std::end(kFamily), description.lfFaceName);
+    return CreateFontIndirectW(&description);
+}
+
+// Of a line of text, in pixels.
+LONG heightOf(HFONT font)
+{
+    const HDC device = GetDC(nullptr);
+    const HGDIOBJ before = SelectObject(device, font);
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(device, &metrics);
+    SelectObject(device, before);
+    ReleaseDC(nullptr, device);
+    return metrics.tmHeight;
 }
 
 unsigned char heldModifiers()
@@ -49,7 +71,8 @@ ZKRSystemBoxWin32* ZKRSystemBoxWin32::create(HWND parent, IPlatformTextEditCallb
 }
 
 ZKRSystemBoxWin32::ZKRSystemBoxWin32(IPlatformTextEditCallback* textEdit)
-    : IPlatformTextEdit(textEdit)
+    : IPlatformTextEdit(textEdit), font(createFont(*textEdit->platformGetFont())),
+      lineHeight(heightOf(font))
 {
 }
 
@@ -77,12 +100,6 @@ bool ZKRSystemBoxWin32::open(HWND parent)
     if (!window)
         return false;
 
-    LOGFONTW description{};
-    description.lfHeight = -fontHeight();
-    description.lfWeight = FW_NORMAL;
-    description.lfCharSet = DEFAULT_CHARSET;
-    std::copy(std::begin(kFamily), std::end(kFamily), description.lfFaceName);
-    font = CreateFontIndirectW(&description);
     background = CreateSolidBrush(toWindows(textEdit->platformGetBackColor()));
 
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
@@ -96,22 +113,14 @@ bool ZKRSystemBoxWin32::open(HWND parent)
     return true;
 }
 
-LONG ZKRSystemBoxWin32::fontHeight() const
-{
-    const CFontRef fieldFont = textEdit->platformGetFont();
-    return static_cast<LONG>(fieldFont ? fieldFont->getSize() : kNormalFont->getSize());
-}
-
 RECT ZKRSystemBoxWin32::place() const
 {
     CRect field = textEdit->platformGetSize();
     field.inset(textEdit->platformGetTextInset());
-    RECT at{static_cast<LONG>(field.left), static_cast<LONG>(field.top),
-            static_cast<LONG>(field.right), static_cast<LONG>(field.bottom)};
-    const LONG height = std::min(fontHeight() + kExtraHeight, at.bottom - at.top);
-    at.top += (at.bottom - at.top - height) / 2;
-    at.bottom = at.top + height;
-    return at;
+    // The window shows its text at its upper edge, so a higher one would show it too high.
+    const LONG height = std::min(lineHeight, static_cast<LONG>(field.getHeight()));
+    const LONG top = std::lround(field.getCenter().y - height / 2.0);
+    return {static_cast<LONG>(field.left), top, static_cast<LONG>(field.right), top + height};
 }
 
 UTF8StringPtr ZKRSystemBoxWin32::getText()

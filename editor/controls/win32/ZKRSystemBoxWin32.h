@@ -28,7 +28,6 @@ private:
     // The box's rectangle in the parent, pixels: as high as a line, vertically centred in the
     // field.
     RECT place() const;
-    LONG fontHeight() const;
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
     // True when the key was handled and must not reach the window.
     bool handleKey(WPARAM virtualKey);
@@ -39,7 +38,8 @@ private:
 
     HWND window{nullptr};  // null before open and after WM_DESTROY
     Win32KeyboardFocus keyboard;
-    HFONT font{nullptr};
+    HFONT font;
+    LONG lineHeight;  // pixels
     HBRUSH background{nullptr};
     std::string text;  // the last result of getText
 };

@@ -101,6 +101,37 @@ TEST_F(TextBox, OfTheNameLooksLikeItsFieldAndReturnsTheFocus)
     expectBox(add<CZKRTextEdit>());
 }
 
+TEST_F(TextBox, OfTheNameShowsItsTextWhereTheFieldDrawsIt)
+{
+    auto* const field = new CZKRTextEdit(CRect(20, 48.5, 180, 63.5), this, 1000, "HHHHHHHH");
+    const auto font = owned(new CFontDesc("Arial", 11));
+    field->setFont(font);
+    field->setFontColor(kGreenCColor);
+    field->setBackColor(kBlackCColor);
+    frame->addView(field);
+    field->invalid();
+    const auto rowsWithText = [] {
+        const Pixels shown = picture();
+        std::vector<int> rows;
+        for (int y = 45; y < 67; ++y)
+            for (int x = 60; x < 140; ++x)
+                if (shown.at(x, y).green > 150 && (rows.empty() || rows.back() != y))
+                    rows.push_back(y);
+        return rows;
+    };
+    pump(200);
+    const std::vector<int> drawn = rowsWithText();
+    ASSERT_FALSE(drawn.empty());
+    openBox();
+    SendMessageW(box(), EM_SETSEL, 0, 0);
+    HideCaret(box());
+    pump(200);
+    const std::vector<int> edited = rowsWithText();
+    ASSERT_FALSE(edited.empty());
+    EXPECT_NEAR(edited.front(), drawn.front(), 1);
+    EXPECT_NEAR(edited.back(), drawn.back(), 1);
+}
+
 TEST_F(TextBox, OfTheToolkitStopsAtItsLimitInCharacters)
 {
     CTextEdit* const field = add<ShortTextEdit>("");
