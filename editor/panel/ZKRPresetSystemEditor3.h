@@ -12,6 +12,7 @@
 #include "vstgui/vstgui.h"
 
 #include <array>
+#include <functional>
 #include <memory>
 
 namespace platform {
@@ -46,6 +47,10 @@ public:
     // Shows a change of the presets; ids below 1000 are ignored.
     void updatePresetPanel(int32 tag, double value);
 
+    // Loads or saves the file that was chosen.
+    VSTGUI::CMessageResult notify(VSTGUI::CBaseObject* sender,
+                                  VSTGUI::IdStringPtr message) override;
+
     // VSTGUI::IControlListener
     void valueChanged(VSTGUI::CControl* control) override;
     void controlBeginEdit(VSTGUI::CControl* control) override;
@@ -78,6 +83,7 @@ private:
     VSTGUI::COptionMenu* menu = nullptr;
     // The rocker and the buttons, in the order of kRows.
     std::array<VSTGUI::CControl*, 12> buttons{};
+    std::function<void(const char* path)> useFile;  // of the last file dialog
     std::unique_ptr<platform::DocumentOpening> manual;  // until the desktop has answered
     VSTGUI::SharedPointer<VSTGUI::CVSTGUITimer> manualTimer;
 };

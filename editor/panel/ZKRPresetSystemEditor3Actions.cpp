@@ -176,17 +176,24 @@ void ZKRPresetSystemEditor3::chooseFile(const FileDialog& dialog, bool reversed)
         selector->addFileExtension(extension);
         selector->setAllowMultiFileSelection(false);
     }
-    selector->runModal();
-    if (!saving)
-        selector->cancel();
-    if (selector->getNumSelectedFiles() != 1)
-        return;
-    const char* const path = selector->getSelectedFile(0);
     const bool isBank = dialog.lastName == &ZKRPresetSystemController3::getCurrBank;
-    if (saving)
-        isBank ? presets->saveBank(path) : presets->savePreset(path);
-    else
-        isBank ? presets->loadBank(path, reversed) : presets->loadPreset(path, reversed);
+    useFile = [this, saving, isBank, reversed](const char* path) {
+        if (saving)
+            isBank ? presets->saveBank(path) : presets->savePreset(path);
+        else
+            isBank ? presets->loadBank(path, reversed) : presets->loadPreset(path, reversed);
+    };
+    selector->run(this);
+}
+
+CMessageResult ZKRPresetSystemEditor3::notify(CBaseObject* sender, IdStringPtr message)
+{
+    if (message != CNewFileSelector::kSelectEndMessage)
+        return VSTGUIEditor::notify(sender, message);
+    const auto* const selector = static_cast<CNewFileSelector*>(sender);
+    if (selector->getNumSelectedFiles() == 1)
+        useFile(selector->getSelectedFile(0));
+    return kMessageNotified;
 }
 
 void ZKRPresetSystemEditor3::chooseBankToLoad(bool reversed)

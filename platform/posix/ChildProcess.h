@@ -42,6 +42,7 @@ public:
     int outputDescriptor() const { return fromChild; }
     // Appends the available output, without waiting. False at the end of the output.
     bool readOutput(std::string& to);
+    bool hasEnded();
     // Sends SIGTERM.
     void terminate();
     // Waits up to `limit` for the end. Returns the exit code, or -1 if the program has not ended or
@@ -59,7 +60,6 @@ public:
 
 private:
     void start(std::vector<std::string> words, const Environment& additions, int input, int output);
-    bool hasEnded();
     void closePipes();
 
     const Role role;

@@ -25,15 +25,6 @@ std::string copied(UTF8StringPtr text)
     return text ? text : "";
 }
 
-bool hasExtension(const std::string& path)
-{
-    const size_t slash = path.find_last_of("/\\");
-    const size_t name = slash == std::string::npos ? 0 : slash + 1;
-    const size_t dot = path.rfind('.');
-    // A leading dot begins no extension.
-    return dot != std::string::npos && dot > name;
-}
-
 }  // namespace
 
 CNewFileSelector::CNewFileSelector(CFrame* frame, Style style) : frame(frame)
@@ -68,9 +59,9 @@ void CNewFileSelector::addFileExtension(const CFileExtension& extension)
 
 void CNewFileSelector::setDefaultExtension(const CFileExtension& extension)
 {
-    if (hasDefaultExtension)
+    if (request.hasDefaultExtension)
         return;
-    hasDefaultExtension = true;
+    request.hasDefaultExtension = true;
     auto& all = request.extensions;
     auto it = std::find(all.begin(), all.end(), extension);
     if (it == all.end())
@@ -78,35 +69,22 @@ void CNewFileSelector::setDefaultExtension(const CFileExtension& extension)
     request.selectedExtension = static_cast<int32_t>(it - all.begin());
 }
 
-bool CNewFileSelector::runModal()
+bool CNewFileSelector::run(CBaseObject* delegate)
 {
-    const CBaseObjectGuard guard(this);
     selected.clear();
     const SharedPointer<IPlatformFrame> window = frame->getPlatformFrame();
     if (!window)
         return false;
     frame->onStartLocalEventLoop();
-    std::vector<std::string> chosen;
-    if (!window->runFileDialog(request, chosen))
-        return false;
-    if (request.kind == FileDialogRequest::Kind::saveFile && hasDefaultExtension) {
-        const auto& extension = request.extensions[static_cast<size_t>(request.selectedExtension)];
-        for (std::string& path : chosen) {
-            if (!hasExtension(path) && *extension.getExtension())
-                path += std::string(".") + extension.getExtension();
-        }
-    }
-    selected = std::move(chosen);
-    return !selected.empty();
-}
-
-bool CNewFileSelector::run(CBaseObject* delegate)
-{
-    const CBaseObjectGuard guard(this);
-    const bool chosen = runModal();
-    if (chosen && delegate)
-        delegate->notify(this, kSelectEndMessage);
-    return chosen;
+    const auto ended = [self = SharedPointer<CNewFileSelector>(this),
+                        target = SharedPointer<CBaseObject>(delegate)](const auto& paths) {
+        self->selected.clear();
+        for (const std::string& path : paths)
+            self->selected.push_back(self->request.completed(path));
+        if (!paths.empty() && target)
+            target->notify(self, kSelectEndMessage);
+    };
+    return window->runFileDialog(request, ended);
 }
 
 void CNewFileSelector::cancel()

@@ -25,9 +25,10 @@ public:
     // typed without one.
     void setDefaultExtension(const CFileExtension& extension);
 
-    // Blocks; timers keep running. True when something was chosen.
-    bool runModal();
-    // The same, then delegate->notify (this, kSelectEndMessage) when something was chosen.
+    // Shows the dialog, and calls delegate->notify (this, kSelectEndMessage) when something was
+    // chosen; the delegate may be null. Blocks on Windows, where timers keep running, and returns
+    // whether something was chosen. On X11 returns at once: whether a dialog opens. Until it ends,
+    // it keeps selector and delegate alive, and the frame gets no input.
     bool run(CBaseObject* delegate);
     // Closes a running dialog; otherwise no effect.
     void cancel();
@@ -46,7 +47,6 @@ private:
     SharedPointer<CFrame> frame;
     FileDialogRequest request;
     std::vector<std::string> selected;
-    bool hasDefaultExtension{false};
 };
 
 }  // namespace VSTGUI

@@ -3,6 +3,7 @@
 
 #include "vstgui/lib/cfileextension.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,15 @@ struct FileDialogRequest {
     // If there are several, the dialog also offers a filter for all of them together.
     std::vector<CFileExtension> extensions;
     int32_t selectedExtension{0};  // index into extensions
+    // The selected extension is appended to a name to save that has none.
+    bool hasDefaultExtension{false};
     bool allowSeveral{false};
+
+    // The path that is meant by the one that the user has chosen.
+    std::string completed(const std::string& path) const;
 };
+
+// Receives the chosen paths; none after a cancel.
+using FilesChosen = std::function<void(const std::vector<std::string>& paths)>;
 
 }  // namespace VSTGUI

@@ -62,9 +62,10 @@ public:
     // The caller owns them; null when the system has none or the window is gone.
     virtual IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* textEdit) = 0;
     virtual IPlatformOptionMenu* createPlatformOptionMenu() = 0;
-    // Blocks; timers keep running. True when something was chosen. Paths in UTF-8.
-    virtual bool runFileDialog(const FileDialogRequest& request,
-                               std::vector<std::string>& chosen) = 0;
+    // Calls `done` when the user has ended the dialog, unless the frame closes first. On Windows
+    // blocks until then, with timers running, and returns whether something was chosen; on X11
+    // returns at once whether a dialog opens. False while another one is open.
+    virtual bool runFileDialog(const FileDialogRequest& request, const FilesChosen& done) = 0;
     virtual void cancelFileDialog() = 0;
     // Shows a text, its lines separated by line feeds, in a window with a button to close it. The
     // window also closes with the frame. Returns at once on X11, and when it is closed on Windows.

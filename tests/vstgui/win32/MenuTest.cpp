@@ -74,7 +74,7 @@ void expectSaves(CFrame* frame)
                        PostMessageW(question, WM_COMMAND, IDYES, 0);
                    }},
                   isOpen(kTitle));
-    EXPECT_TRUE(selector->runModal());
+    EXPECT_TRUE(selector->run(nullptr));
     EXPECT_TRUE(pumpUntil([&] { return script.finished(); }));
     EXPECT_TRUE(asked) << "overwritten without a question";
     std::filesystem::remove(file);
@@ -131,7 +131,7 @@ TEST(FileDialog, ReturnsTheChosenFileAndClosesWithItsOwner)
             const auto selector = owned(CNewFileSelector::create(frame));
             selector->setTitle("Read");
             Script script({end}, isOpen(L"Read"));
-            const bool chosen = selector->runModal();
+            const bool chosen = selector->run(nullptr);
             EXPECT_TRUE(script.finished());
             EXPECT_EQ(openDialog(L"Read"), nullptr);
             EXPECT_EQ(selector->getNumSelectedFiles(), 0u);

@@ -12,4 +12,6 @@ Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset \
 server=$!
 trap 'kill $server 2>/dev/null; wait $server 2>/dev/null; rm -r "$folder"' EXIT
 read -r number <"$folder/number" || { cat "$folder/log" >&2; exit 1; }
+# Without the desktop of whoever runs the tests.
+unset DBUS_SESSION_BUS_ADDRESS XDG_RUNTIME_DIR
 DISPLAY=:$number "$@"

@@ -97,14 +97,15 @@ IPlatformOptionMenu* OffscreenFrame::createPlatformOptionMenu()
     return new OffscreenOptionMenu(this);
 }
 
-bool OffscreenFrame::runFileDialog(const FileDialogRequest& request,
-                                   std::vector<std::string>& chosen)
+bool OffscreenFrame::runFileDialog(const FileDialogRequest& request, const FilesChosen& done)
 {
     const CBaseObjectGuard guard(this);
     const auto answer = host ? host->onFileDialog : nullptr;
-    if (answer)
-        chosen = answer(request);
-    return host && !chosen.empty();
+    const auto chosen = answer ? answer(request) : std::vector<std::string>();
+    if (!host)
+        return false;
+    done(chosen);
+    return !chosen.empty();
 }
 
 void OffscreenFrame::showMessage(const std::string& text, const std::string& caption)

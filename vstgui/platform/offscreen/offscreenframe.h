@@ -47,7 +47,7 @@ public:
     void* getPlatformRepresentation() const override { return host; }
     IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* textEdit) override;
     IPlatformOptionMenu* createPlatformOptionMenu() override;
-    bool runFileDialog(const FileDialogRequest& request, std::vector<std::string>& chosen) override;
+    bool runFileDialog(const FileDialogRequest& request, const FilesChosen& done) override;
     void cancelFileDialog() override { }
     void showMessage(const std::string& text, const std::string& caption) override;
     void close() override;

@@ -160,16 +160,20 @@ UINT Win32Frame::trackMenu(HMENU menu, const CPoint& where)
     return window ? command : 0;
 }
 
-bool Win32Frame::runFileDialog(const FileDialogRequest& request, std::vector<std::string>& chosen)
+bool Win32Frame::runFileDialog(const FileDialogRequest& request, const FilesChosen& done)
 {
     if (!window || fileDialog)
         return false;
     const CBaseObjectGuard guard(this);
     Win32FileDialog dialog(window, request);
     fileDialog = &dialog;
-    const bool done = dialog.run(chosen);
+    std::vector<std::string> chosen;
+    const bool picked = dialog.run(chosen);
     fileDialog = nullptr;
-    return done && window;
+    if (!window)
+        return false;
+    done(picked ? chosen : std::vector<std::string>());
+    return picked;
 }
 
 void Win32Frame::cancelFileDialog()

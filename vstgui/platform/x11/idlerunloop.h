@@ -23,7 +23,7 @@ public:
     // effect in a nested call, nor on another thread than the one that registered the first event
     // handler, while there are event handlers.
     void pump();
-    // Calls the timers that are due; for a menu or dialog that waits inside a callback.
+    // Calls the timers that are due; for a menu that waits inside a callback.
     void fireTimers();
     // The time until the next timer is due, at most `limit`, in ms.
     int millisecondsToNextTimer(int limit) const;

@@ -6,8 +6,10 @@ set(ZKR_VSTGUI_PLATFORM_SOURCES
   platform/x11/cairobitmap.cpp
   platform/x11/cairofont.cpp
   platform/x11/cairosurface.cpp
+  platform/x11/filechooser.cpp
   platform/x11/idlerunloop.cpp
   platform/x11/menupanel.cpp
+  platform/x11/programchooser.cpp
   platform/x11/textline.cpp
   platform/x11/windowpainter.cpp
   platform/x11/x11connection.cpp
@@ -19,5 +21,6 @@ set(ZKR_VSTGUI_PLATFORM_SOURCES
   platform/x11/x11message.cpp
   platform/x11/x11optionmenu.cpp
   platform/x11/x11textedit.cpp
-  platform/x11/x11timer.cpp)
-set(ZKR_VSTGUI_PLATFORM_LINK zkr_process PkgConfig::ZKR_X11 ${CMAKE_DL_LIBS})
+  platform/x11/x11timer.cpp
+  platform/x11/x11toplevel.cpp)
+set(ZKR_VSTGUI_PLATFORM_LINK zkr_process zkr_utf8 PkgConfig::ZKR_X11 ${CMAKE_DL_LIBS})

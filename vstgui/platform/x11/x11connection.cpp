@@ -140,7 +140,7 @@ void X11Connection::handleQueued()
         connection->onEvent();
 }
 
-bool X11Connection::waitAndHandle(int extraFd, int milliseconds)
+void X11Connection::waitAndHandle(int milliseconds)
 {
     const auto self = shared_from_this();
     {
@@ -149,11 +149,10 @@ bool X11Connection::waitAndHandle(int extraFd, int milliseconds)
         if (XEventsQueued(display, QueuedAlready) > 0)
             milliseconds = 0;
     }
-    pollfd sources[] = {{ConnectionNumber(display), POLLIN, 0}, {extraFd, POLLIN, 0}};
-    poll(sources, 2, TimerHub::instance().millisecondsToNext(milliseconds));
+    pollfd source{ConnectionNumber(display), POLLIN, 0};
+    poll(&source, 1, TimerHub::instance().millisecondsToNext(milliseconds));
     TimerHub::instance().fireDue();
     onEvent();
-    return sources[1].revents != 0;
 }
 
 X11Modal* X11Connection::setModal(X11Modal* newModal)

@@ -19,7 +19,7 @@ public:
     virtual void afterEvents() = 0;
 };
 
-// A menu or dialog that waits for the user; meanwhile frames get no input.
+// A menu that waits for the user; meanwhile frames get no input.
 class X11Modal {
 public:
     virtual ~X11Modal() = default;
@@ -47,9 +47,9 @@ public:
     // Handles events that Xlib has read from the socket while it waited for a reply or sent an
     // image; run loops do not see those. Called at each timer tick.
     static void handleQueued();
-    // For blocking menus and dialogs: waits for events, the next timer or extraFd (-1 for none), at
-    // most that long, then handles events and timers. True when extraFd can be read.
-    bool waitAndHandle(int extraFd, int milliseconds);
+    // For menus, which block: waits for events or the next timer, at most that long, then handles
+    // events and timers.
+    void waitAndHandle(int milliseconds);
 
     X11Modal* getModal() const { return modal; }
     // Returns the previous one, to be set again afterwards.

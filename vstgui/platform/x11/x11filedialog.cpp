@@ -1,143 +1,89 @@
 #include "vstgui/platform/x11/x11filedialog.h"
 
-#include "platform/posix/ChildProcess.h"
+#include "vstgui/platform/x11/programchooser.h"
 
 #include <filesystem>
-#include <optional>
-#include <sstream>
 
 namespace VSTGUI {
 namespace X11 {
 
 namespace {
 
-constexpr int kWaitPeriod = 50;  // ms
-
-using Kind = FileDialogRequest::Kind;
-
-// With a slash at the end, so that the programs take it for a folder.
-std::string startFolder(const FileDialogRequest& request)
-{
-    std::error_code ignored;
-    if (request.initialDirectory.empty()
-        || !std::filesystem::is_directory(request.initialDirectory, ignored))
-        return {};
-    std::string folder = request.initialDirectory;
-    if (folder.back() != '/')
-        folder += '/';
-    return folder;
-}
-
-std::string allPatterns(const FileDialogRequest& request)
-{
-    std::string patterns;
-    for (const CFileExtension& extension : request.extensions)
-        patterns += std::string(patterns.empty() ? "*." : " *.") + extension.getExtension();
-    return patterns;
-}
-
-// The selected extension first, then the others, then all of them together.
-std::vector<std::pair<std::string, std::string>> filters(const FileDialogRequest& request)
-{
-    std::vector<std::pair<std::string, std::string>> list;
-    for (const CFileExtension& extension : request.extensions) {
-        const auto& first = request.extensions[static_cast<size_t>(request.selectedExtension)];
-        const std::pair<std::string, std::string> filter(
-            extension.getDescription(), std::string("*.") + extension.getExtension());
-        list.insert(&extension == &first ? list.begin() : list.end(), filter);
-    }
-    if (list.size() > 1)
-        list.emplace_back("All supported files", allPatterns(request));
-    return list;
-}
-
-std::vector<std::string> zenityCommand(const FileDialogRequest& request)
-{
-    std::vector<std::string> command{"zenity", "--file-selection", "--title=" + request.title};
-    if (request.kind == Kind::saveFile) {
-        command.emplace_back("--save");
-        command.emplace_back("--confirm-overwrite");
-    } else if (request.kind == Kind::selectDirectory) {
-        command.emplace_back("--directory");
-    }
-    if (request.allowSeveral) {
-        command.emplace_back("--multiple");
-        command.emplace_back("--separator=\n");
-    }
-    const std::string start = startFolder(request) + request.defaultSaveName;
-    if (!start.empty())
-        command.push_back("--filename=" + start);
-    for (const auto& [description, pattern] : filters(request))
-        command.push_back("--file-filter=" + description + " | " + pattern);
-    return command;
-}
-
-std::vector<std::string> kdialogCommand(const FileDialogRequest& request)
-{
-    std::vector<std::string> command{"kdialog", "--title", request.title};
-    if (request.allowSeveral) {
-        command.emplace_back("--multiple");
-        command.emplace_back("--separate-output");
-    }
-    const char* action = request.kind == Kind::saveFile ? "--getsavefilename"
-        : request.kind == Kind::selectDirectory         ? "--getexistingdirectory"
-                                                        : "--getopenfilename";
-    command.emplace_back(action);
-    const std::string start = startFolder(request) + request.defaultSaveName;
-    // A name must not look like an option.
-    const bool option = start.empty() || start.front() == '-';
-    command.push_back(option ? "./" + start : start);
-    std::string filter;
-    for (const auto& [description, pattern] : filters(request))
-        filter += (filter.empty() ? "" : "\n") + description + " (" + pattern + ")";
-    if (!filter.empty() && request.kind != Kind::selectDirectory)
-        command.push_back(filter);
-    return command;
-}
+constexpr uint32_t kPeriod = 20;  // ms
+constexpr size_t kReplace = 0;    // the first button of the question
 
 }  // namespace
 
-std::vector<std::string> X11FileDialog::run(const FileDialogRequest& request)
+X11FileDialog::X11FileDialog(X11Frame& frame, const FileDialogRequest& request,
+                             const FilesChosen& done)
+    : frame(frame), request(request), done(done),
+      timer(new CVSTGUITimer([this](CVSTGUITimer*) { poll(); }, kPeriod), false)
 {
-    std::optional<platform::ChildProcess> process;
-    for (const auto& command : {kdialogCommand(request), zenityCommand(request)}) {
-        if (!process || !process->started())
-            process.emplace(platform::ChildProcess::Role::Desktop, command);
-    }
-    if (!process->started()) {
-        frame->showMessage("Files are chosen with the program zenity or kdialog,\n"
-                           "and neither of them is installed.\n"
-                           "Install one of the two to load and save files.",
-                           request.title);
-        return {};
-    }
-    const auto connection = frame->getConnection().shared_from_this();
-    X11Modal* outer = connection->setModal(this);
-    child = &*process;
-    std::string output;
-    for (bool more = true; more && frame->isAlive();) {
-        if (connection->waitAndHandle(process->outputDescriptor(), kWaitPeriod))
-            more = process->readOutput(output);
-    }
-    child = nullptr;
-    connection->setModal(outer);
-    // If the frame is closed, the process's destructor ends it.
-    if (!frame->isAlive() || process->wait() != 0)
-        return {};
-
-    std::vector<std::string> paths;
-    std::istringstream lines(output);
-    for (std::string line; std::getline(lines, line);) {
-        if (!line.empty() && line.front() == '/')
-            paths.push_back(line);
-    }
-    return paths;
 }
 
-void X11FileDialog::cancel()
+X11FileDialog::~X11FileDialog()
 {
-    if (child)
-        child->terminate();
+    timer->stop();
+}
+
+bool X11FileDialog::openNext()
+{
+    const std::function<std::unique_ptr<FileChooser>()> providers[] = {
+        [this] { return ProgramChooser::openZenity(request); },
+        [this] { return ProgramChooser::openKdialog(request); },
+    };
+    chooser = nullptr;
+    while (!chooser && nextProvider < std::size(providers))
+        chooser = providers[nextProvider++]();
+    return chooser != nullptr;
+}
+
+void X11FileDialog::poll()
+{
+    const CBaseObjectGuard guard(this);
+    if (question) {
+        if (const auto button = question->answer())
+            finish(*button == kReplace ? paths : std::vector<std::string>());
+        return;
+    }
+    switch (chooser->poll(paths)) {
+    case FileChooser::State::open:
+        break;
+    case FileChooser::State::unavailable:
+        if (!openNext())
+            frame.reportNoFileDialog(request);
+        break;
+    case FileChooser::State::ended:
+        chosen();
+        break;
+    }
+}
+
+void X11FileDialog::chosen()
+{
+    chooser = nullptr;
+    for (std::string& path : paths) {
+        const std::string written = request.completed(path);
+        std::error_code ignored;
+        if (written != path && std::filesystem::exists(written, ignored))
+            question = frame.ask(std::filesystem::path(written).filename().string()
+                                     + " exists already.\nShall it be replaced?",
+                                 request.title, {"Replace", "Cancel"});
+        path = written;
+    }
+    if (!question)
+        finish(paths);
+}
+
+// The caller has a guard for this object. The callee may close the frame.
+void X11FileDialog::finish(const std::vector<std::string>& files)
+{
+    const std::vector<std::string> result = files;
+    const FilesChosen call = std::move(done);
+    timer->stop();
+    question = nullptr;
+    frame.cancelFileDialog();
+    call(result);
 }
 
 }  // namespace X11

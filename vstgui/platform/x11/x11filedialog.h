@@ -1,34 +1,43 @@
-// X11FileDialog: the desktop's file dialog, shown by the program kdialog or zenity.
+// X11FileDialog: asks for files through zenity or kdialog, whichever is the first to
+// answer.
 #pragma once
 
-#include "vstgui/platform/x11/x11connection.h"
+#include "vstgui/platform/x11/filechooser.h"
 #include "vstgui/platform/x11/x11frame.h"
+#include "vstgui/platform/x11/x11message.h"
 
 #include <memory>
-#include <string>
-#include <vector>
-
-namespace platform {
-class ChildProcess;
-}
 
 namespace VSTGUI {
 namespace X11 {
 
-class X11FileDialog : private X11Modal {
+// A timer asks the dialog for its answer, so that the host's loop goes on. Destroying the object
+// closes the dialog.
+class X11FileDialog : public CBaseObject {
 public:
-    explicit X11FileDialog(X11Frame& frame) : frame(&frame) { }
+    // The frame must outlive the object.
+    X11FileDialog(X11Frame& frame, const FileDialogRequest& request, const FilesChosen& done);
 
-    // Waits for the user; empty when nothing was chosen. If neither program is installed, shows a
-    // message that names them.
-    std::vector<std::string> run(const FileDialogRequest& request);
-    void cancel();
+    // Opens the next dialog there is. False if there is none.
+    bool openNext();
+
+protected:
+    ~X11FileDialog() override;
 
 private:
-    void pressedOutside() override { }
+    void poll();
+    // Asks before a file is replaced that the desktop's dialog has not asked about.
+    void chosen();
+    void finish(const std::vector<std::string>& files);
 
-    SharedPointer<X11Frame> frame;
-    platform::ChildProcess* child{nullptr};
+    X11Frame& frame;
+    const FileDialogRequest request;
+    FilesChosen done;
+    size_t nextProvider{0};
+    std::unique_ptr<FileChooser> chooser;
+    std::vector<std::string> paths;
+    std::unique_ptr<X11Message> question;
+    SharedPointer<CVSTGUITimer> timer;
 };
 
 }  // namespace X11

@@ -329,23 +329,35 @@ IPlatformOptionMenu* X11Frame::createPlatformOptionMenu()
     return isAlive() ? new X11OptionMenu(*this) : nullptr;
 }
 
-bool X11Frame::runFileDialog(const FileDialogRequest& request, std::vector<std::string>& chosen)
+bool X11Frame::runFileDialog(const FileDialogRequest& request, const FilesChosen& done)
 {
     if (!isAlive() || dialog)
         return false;
-    const CBaseObjectGuard guard(this);
-    X11FileDialog running(*this);
-    dialog = &running;
-    chosen = running.run(request);
-    dialog = nullptr;
     pressed = 0;
-    return isAlive() && !chosen.empty();
+    dialog = owned(new X11FileDialog(*this, request, done));
+    if (!dialog->openNext())
+        reportNoFileDialog(request);
+    return dialog != nullptr;
 }
 
 void X11Frame::cancelFileDialog()
 {
-    if (dialog)
-        dialog->cancel();
+    dialog = nullptr;
+}
+
+void X11Frame::reportNoFileDialog(const FileDialogRequest& request)
+{
+    cancelFileDialog();
+    showMessage("Files are chosen with the program zenity or kdialog,\n"
+                "and neither of them is installed.\n"
+                "Install one of the two to load and save files.",
+                request.title);
+}
+
+std::unique_ptr<X11Message> X11Frame::ask(const std::string& text, const std::string& caption,
+                                          const std::vector<std::string>& labels)
+{
+    return std::make_unique<X11Message>(*connection, window, text, caption, labels);
 }
 
 void X11Frame::showMessage(const std::string& text, const std::string& caption)

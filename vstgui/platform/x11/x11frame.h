@@ -36,8 +36,14 @@ public:
     X11TextEdit* getTextBox() const { return textBox; }
     // The open menu, which is cancelled when the frame closes; null for none.
     void setMenu(X11OptionMenu* newMenu) { menu = newMenu; }
-    // For menus and dialogs, which have received the release.
+    // For menus, which have received the release.
     void forgetPressedButtons() { pressed = 0; }
+
+    // Ends the file dialog with a message, since the desktop has none.
+    void reportNoFileDialog(const FileDialogRequest& request);
+    // A message with those buttons, which the frame must outlive.
+    std::unique_ptr<X11Message> ask(const std::string& text, const std::string& caption,
+                                    const std::vector<std::string>& labels);
 
     bool getGlobalPosition(CPoint& position) const override;
     bool setSize(const CRect& newSize) override;
@@ -49,7 +55,7 @@ public:
     void* getPlatformRepresentation() const override;
     IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* textEdit) override;
     IPlatformOptionMenu* createPlatformOptionMenu() override;
-    bool runFileDialog(const FileDialogRequest& request, std::vector<std::string>& chosen) override;
+    bool runFileDialog(const FileDialogRequest& request, const FilesChosen& done) override;
     void cancelFileDialog() override;
     void showMessage(const std::string& text, const std::string& caption) override;
     void close() override;
@@ -97,7 +103,7 @@ private:
     Window keyboardBefore{0};          // had the keyboard focus before the text box
     int revertBefore{RevertToParent};  // its revert_to
     X11OptionMenu* menu{nullptr};
-    X11FileDialog* dialog{nullptr};
+    SharedPointer<X11FileDialog> dialog;  // while it is open, there is no input
     std::unique_ptr<X11Message> message;  // the last one, open or closed
     ClickCounter clicks;
     int32_t pressed{0};  // buttons pressed in this window

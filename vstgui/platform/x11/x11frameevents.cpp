@@ -1,6 +1,7 @@
 // X11Frame: the window's events. Each call of the frame's callback may close the window, so
 // handlers make it last or check afterwards.
 #include "vstgui/platform/x11/x11errors.h"
+#include "vstgui/platform/x11/x11filedialog.h"
 #include "vstgui/platform/x11/x11frame.h"
 #include "vstgui/platform/x11/x11keys.h"
 #include "vstgui/platform/x11/x11textedit.h"
@@ -34,6 +35,8 @@ void X11Frame::handleEvent(XEvent& event)
             modal->pressedOutside();
         return;
     }
+    if (input && dialog)
+        return;
     switch (event.type) {
     case Expose: {
         const XExposeEvent& e = event.xexpose;
@@ -69,6 +72,7 @@ void X11Frame::handleEvent(XEvent& event)
         break;
     case DestroyNotify:
         windowGone = true;
+        cancelFileDialog();
         releaseMouse();
         break;
     default:

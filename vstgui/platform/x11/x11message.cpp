@@ -4,6 +4,7 @@
 #include "vstgui/platform/iplatformfont.h"
 #include "vstgui/platform/x11/x11errors.h"
 #include "vstgui/platform/x11/x11keys.h"
+#include "vstgui/platform/x11/x11toplevel.h"
 
 #include <X11/Xatom.h>
 #include <X11/Xutil.h>
@@ -21,57 +22,29 @@ constexpr CCoord kLineHeight = 20.;
 constexpr CCoord kMinTextWidth = 220.;
 constexpr CCoord kButtonWidth = 84.;
 constexpr CCoord kButtonHeight = 26.;
+constexpr CCoord kButtonGap = 12.;
 
 constexpr CColor kBack(250, 250, 250, 255);
 constexpr CColor kEdge(150, 150, 150, 255);
 constexpr CColor kText(20, 20, 20, 255);
 constexpr CColor kPressed(215, 215, 215, 255);
 
-// The window that the window manager handles: it has the property WM_STATE or is a child of the
-// root.
-Window topLevelOf(Display* display, Window window)
-{
-    const Atom mark = XInternAtom(display, "WM_STATE", False);
-    for (;;) {
-        Atom type = None;
-        int format = 0;
-        unsigned long count = 0;
-        unsigned long left = 0;
-        unsigned char* value = nullptr;
-        XGetWindowProperty(display, window, mark, 0, 0, False, AnyPropertyType, &type, &format,
-                           &count, &left, &value);
-        if (value)
-            XFree(value);
-        Window root = 0;
-        Window parent = 0;
-        Window* children = nullptr;
-        unsigned int childCount = 0;
-        if (type != None || !XQueryTree(display, window, &root, &parent, &children, &childCount))
-            return window;
-        if (children)
-            XFree(children);
-        if (parent == root || parent == 0)
-            return window;
-        window = parent;
-    }
-}
-
 }  // namespace
 
 X11Message::X11Message(X11Connection& connection, Window above, const std::string& text,
-                       const std::string& caption)
-    : connection(connection)
+                       const std::string& caption, const std::vector<std::string>& labels)
+    : connection(connection), focused(labels.size() - 1), answered(focused)
 {
-    layOut(text);
+    layOut(text, labels);
     openWindow(above, caption);
 }
 
 X11Message::~X11Message()
 {
-    close();
+    close(0);
 }
 
-void X11Message::layOut(const std::string& text)
+void X11Message::layOut(const std::string& text, const std::vector<std::string>& labels)
 {
     const IPlatformFont* font = kNormalFont->getPlatformFont();
     CCoord width = kMinTextWidth;
@@ -82,8 +55,14 @@ void X11Message::layOut(const std::string& text)
     }
     const CCoord below = kMargin + kLineHeight * static_cast<CCoord>(lines.size()) + kMargin;
     size(width + 2. * kMargin, below + kButtonHeight + kMargin);
-    button = CRect(CPoint(std::floor((size.x - kButtonWidth) / 2.), below),
-                   CPoint(kButtonWidth, kButtonHeight));
+    const CCoord row =
+        static_cast<CCoord>(labels.size()) * (kButtonWidth + kButtonGap) - kButtonGap;
+    CRect place(CPoint(std::floor((size.x - row) / 2.), below),
+                CPoint(kButtonWidth, kButtonHeight));
+    for (const std::string& label : labels) {
+        buttons.push_back({label, place});
+        place.offset(kButtonWidth + kButtonGap, 0.);
+    }
 }
 
 void X11Message::openWindow(Window above, const std::string& caption)
@@ -148,10 +127,20 @@ void X11Message::setWindowProperties(Window above, const std::string& caption)
     XSetWMNormalHints(display, window, &hints);
 }
 
-void X11Message::close()
+std::optional<size_t> X11Message::buttonAt(const CPoint& where) const
+{
+    for (size_t i = 0; i < buttons.size(); ++i) {
+        if (buttons[i].place.pointInside(where))
+            return i;
+    }
+    return {};
+}
+
+void X11Message::close(size_t answer)
 {
     if (!window)
         return;
+    answered = answer;
     const X11ErrorGuard guard(connection.getDisplay());
     connection.removeWindow(window);
     painter.reset();
@@ -169,31 +158,43 @@ void X11Message::handleEvent(XEvent& event)
         break;
     case ButtonPress:
         pressed = buttonOfNumber(event.xbutton.button) == kLButton
-            && button.pointInside(CPoint(event.xbutton.x, event.xbutton.y));
+            ? buttonAt(CPoint(event.xbutton.x, event.xbutton.y))
+            : std::nullopt;
         paint();
         break;
     case ButtonRelease:
-        if (pressed && button.pointInside(CPoint(event.xbutton.x, event.xbutton.y)))
-            return close();
-        pressed = false;
+        if (pressed && pressed == buttonAt(CPoint(event.xbutton.x, event.xbutton.y)))
+            return close(*pressed);
+        pressed.reset();
         paint();
         break;
-    case KeyPress: {
-        const auto key = readKey(event.xkey, nullptr).code.virt;
-        if (key == VKEY_RETURN || key == VKEY_ENTER || key == VKEY_ESCAPE || key == VKEY_SPACE)
-            close();
+    case KeyPress:
+        onKey(readKey(event.xkey, nullptr).code.virt);
         break;
-    }
     case ClientMessage:
         if (static_cast<Atom>(event.xclient.data.l[0]) == deleteWindow)
-            close();
+            close(buttons.size() - 1);
         break;
     case DestroyNotify:
-        close();
+        close(buttons.size() - 1);
         break;
     default:
         break;
     }
+}
+
+void X11Message::onKey(int key)
+{
+    if (key == VKEY_ESCAPE)
+        close(buttons.size() - 1);
+    else if (key == VKEY_RETURN || key == VKEY_ENTER || key == VKEY_SPACE)
+        close(focused);
+    else if (key == VKEY_TAB || key == VKEY_RIGHT)
+        focused = (focused + 1) % buttons.size();
+    else if (key == VKEY_LEFT)
+        focused = (focused + buttons.size() - 1) % buttons.size();
+    if (window)
+        paint();
 }
 
 void X11Message::paint()
@@ -209,9 +210,12 @@ void X11Message::paint()
         context->drawString(line.c_str(), row, kLeftText);
         row.offset(0., kLineHeight);
     }
-    context->setFillColor(pressed ? kPressed : kWhiteCColor);
-    context->drawRect(button, kDrawFilledAndStroked);
-    context->drawString("OK", button, kCenterText);
+    for (size_t i = 0; i < buttons.size(); ++i) {
+        context->setFillColor(pressed == i ? kPressed : kWhiteCColor);
+        context->setFrameColor(buttons.size() > 1 && focused == i ? kText : kEdge);
+        context->drawRect(buttons[i].place, kDrawFilledAndStroked);
+        context->drawString(buttons[i].label.c_str(), buttons[i].place, kCenterText);
+    }
     const X11ErrorGuard guard(connection.getDisplay());
     painter->copy(backBuffer->getImage(), {CRect(CPoint(), size)});
     XFlush(connection.getDisplay());

@@ -61,7 +61,7 @@ PlatformOptionMenuResult X11OptionMenu::popup(COptionMenu* menu)
     done = !grabInput();
     paint();
     while (!done)
-        connection->waitAndHandle(-1, kWaitPeriod);
+        connection->waitAndHandle(kWaitPeriod);
     connection->setModal(outer);
     frame->setMenu(nullptr);
     frame->forgetPressedButtons();

@@ -1,5 +1,5 @@
-// TimerHub: runs the toolkit's timers on one run loop, and fires them directly while a menu or
-// dialog blocks that loop.
+// TimerHub: runs the toolkit's timers on one run loop, and fires them directly while a menu blocks
+// that loop.
 #pragma once
 
 #include "vstgui/platform/iplatformtimer.h"
@@ -37,7 +37,7 @@ public:
     // Moves running timers to that loop. Null for IdleRunLoop.
     void useLoop(IRunLoop* newLoop);
 
-    // Fires the timers that are due; for a menu or dialog that waits.
+    // Fires the timers that are due; for a menu that waits.
     void fireDue();
     // The time until the next timer is due, at most `limit`, in ms.
     int millisecondsToNext(int limit) const;
