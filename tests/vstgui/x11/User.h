@@ -117,8 +117,15 @@ public:
         return static_cast<::Window>(reinterpret_cast<uintptr_t>(handle));
     }
 
+    void move(const HostWindow& host, int x, int y)
+    {
+        XMoveWindow(display, asWindow(host.handle()), x, y);
+        XSync(display, False);
+    }
+
     // Acts as a window manager on the windows that are transient for the host's: gives each the
-    // keyboard, asks it to close if `close`, and returns their titles.
+    // keyboard, asks it to close if `close`, and returns their titles, of those only that lie
+    // wholly on the screen.
     std::vector<std::string> titlesInFront(const HostWindow& host, bool close = false)
     {
         ::Window ignored = 0;
@@ -133,7 +140,8 @@ public:
                 || owner != asWindow(host.handle()))
                 continue;
             XFetchName(display, children[i], &title);
-            titles.emplace_back(title ? title : "");
+            if (isOnScreen(children[i]))
+                titles.emplace_back(title ? title : "");
             XFree(title);
             XSetInputFocus(display, children[i], RevertToPointerRoot, CurrentTime);
             if (close)
@@ -146,5 +154,14 @@ public:
     }
 
 private:
+    bool isOnScreen(::Window window)
+    {
+        XWindowAttributes a{};
+        XGetWindowAttributes(display, window, &a);
+        const int screen = DefaultScreen(display);
+        return a.x >= 0 && a.y >= 0 && a.x + a.width <= DisplayWidth(display, screen)
+            && a.y + a.height <= DisplayHeight(display, screen);
+    }
+
     Display* display;
 };

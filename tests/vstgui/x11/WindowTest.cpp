@@ -237,6 +237,12 @@ TEST_F(X11Window, AMessageStaysInFrontOfTheHostUntilTheUserOrTheFrameClosesIt)
         user(closing);
         EXPECT_EQ(desktop.titlesInFront(host), Log{}) << closing;
     }
+    for (const auto& [x, y] : {std::pair(-290, -190), {1014, 758}, {kHost.x, kHost.y}}) {
+        desktop.move(host, x, y);
+        show("Beside the edge");
+        EXPECT_EQ(desktop.titlesInFront(host), Log{"Beside the edge"}) << x;
+        user("key Return");
+    }
     show("First");
     show("Second");
     EXPECT_EQ(desktop.titlesInFront(host, true), Log{"Second"});
