@@ -1,6 +1,6 @@
 """The manual's diagrams: their measurements and layout."""
 from names import decibels, frequency
-from plot import Line, Panel, draw
+from plot import COLOURS, Line, Panel, draw
 from situations import SITUATIONS
 
 FIGURES = {}
@@ -35,6 +35,12 @@ def plus(first, second, reference):
     return [a + b - r for a, b, r in zip(first, second, reference)]
 
 
+def many_lines(x, curves, labels):
+    """More lines than there are colours: every second round of colours is dashed."""
+    return [Line(x, y, label, i, i // len(COLOURS) % 2 == 1)
+            for i, (y, label) in enumerate(zip(curves, labels))]
+
+
 @figure("steps")
 def steps(tool, path):
     panels = []
@@ -42,8 +48,7 @@ def steps(tool, path):
         steps_of_band = frequencies(tool, f"{band}FreqL")
         curves = [[f"{band}FreqL={hz}", f"{band}GainL=6"] for hz in steps_of_band]
         x, levels = tool.left(curves, rate=96000, last=40000, points=60)
-        panels.append(Panel([Line(x, y, frequency(hz), i) for i, (hz, y) in
-                             enumerate(zip(steps_of_band, levels))], (-2, 8, 2), name,
+        panels.append(Panel(many_lines(x, levels, map(frequency, steps_of_band)), (-2, 8, 2), name,
                             x=(10, 40000)))
     draw(path, panels, height=530)
 
@@ -120,7 +125,7 @@ def three_bands(tool, path):
 def high_pass(tool, path):
     steps_up = frequencies(tool, "HpfL")
     x, levels = tool.left([["QB11=On", f"HpfL={hz}"] for hz in steps_up])
-    lines = [Line(x, y, frequency(hz), i) for i, (hz, y) in enumerate(zip(steps_up, levels))]
+    lines = many_lines(x, levels, map(frequency, steps_up))
     draw(path, [Panel(lines, (-36, 3, 6), x=(10, 5000))], height=195)
 
 

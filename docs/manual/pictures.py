@@ -1,9 +1,11 @@
-"""Screenshots of the editor, made by the program, with numbers added beside the controls."""
+"""Screenshots of the editor, made by the program, with numbers beside the controls. The
+places are those of the controls' rectangles in the editor."""
 from PIL import Image, ImageDraw, ImageFont
 
 PICTURES = {}
 FONT = "/usr/share/fonts/truetype/liberation/LiberationSans-Bold.ttf"
 PAPER = (255, 255, 255)
+INK = (11, 95, 165)
 
 
 def picture(name):
@@ -23,86 +25,132 @@ def enlarged(image, times):
     return image.resize((image.width * times, image.height * times), Image.LANCZOS)
 
 
+def with_margins(image, left=0, top=0, right=0, bottom=0):
+    page = Image.new("RGB", (image.width + left + right, image.height + top + bottom), PAPER)
+    page.paste(image, (left, top))
+    return page
+
+
 def numbered(image, marks, radius):
-    """Draws round labels on the picture: {text: (x, y)}."""
+    """Draws round labels, each with a line to what it names: a list of (text, (x, y) of the label,
+    (x, y) of the line's end)."""
     drawing = ImageDraw.Draw(image)
     font = ImageFont.truetype(FONT, int(radius * 1.25))
-    for text, (x, y) in marks.items():
-        drawing.ellipse((x - radius, y - radius, x + radius, y + radius), fill=(255, 255, 255),
-                        outline=(11, 95, 165), width=max(2, radius // 7))
-        drawing.text((x, y), text, fill=(11, 95, 165), font=font, anchor="mm")
+    for _, at, end in marks:
+        # Visible on the panel and on paper.
+        drawing.line((at, end), fill=PAPER, width=7)
+        drawing.line((at, end), fill=INK, width=3)
+    for text, (x, y), _ in marks:
+        drawing.ellipse((x - radius, y - radius, x + radius, y + radius), fill=PAPER, outline=INK,
+                        width=max(2, radius // 7))
+        drawing.text((x, y), text, fill=INK, font=font, anchor="mm")
     return image
 
 
-def column(tool, folder, name, setting, left, marks):
-    image = screenshot(tool, folder, name, *setting).crop((left, 7, left + 125, 455))
-    numbered(enlarged(image, 3), {t: (3 * x, 3 * y) for t, (x, y) in marks.items()}, 24).save(
-        folder / f"{name}.png", optimize=True)
+def beside(image, times, margin, ends):
+    """The picture enlarged, with labels in the margins: {text: (side, x, y)}, where x and y are the
+    line's end in the picture and the side is "left", "right" or "below"."""
+    sides = {side for side, _, _ in ends.values()}
+    left, right, below = (margin * (side in sides) for side in ("left", "right", "below"))
+    large = enlarged(image, times)
+    page = with_margins(large, left, right=right, bottom=below)
+    marks = []
+    for text, (side, x, y) in ends.items():
+        end = (left + times * x, times * y)
+        places = {"left": (left // 2, end[1]), "right": (page.width - right // 2, end[1]),
+                  "below": (end[0], page.height - below // 2)}
+        marks.append((text, places[side], end))
+    return numbered(page, marks, margin * 2 // 5)
+
+
+# Places in a column of the editor: its edges, and where the captions of a knob's area lie.
+COLUMN = (42, 7, 167, 455)
+EDGES = (2, 123)
+CAPTION = 9
+
+
+def column(tool, folder, name, settings, ends):
+    image = screenshot(tool, folder, name, *settings).crop(COLUMN)
+    beside(image, 3, 60, ends).save(folder / f"{name}.png", optimize=True)
 
 
 @picture("column-t46.png")
 def column_t46(tool, folder):
     settings = ["--set", "HFreqL=12000", "--set", "HGainL=2", "--set", "MFreqL=1200", "--set",
                 "MGainL=-1.5", "--set", "LFreqL=63", "--set", "LGainL=1.5", "--set", "LShelfL=On"]
-    column(tool, folder, "column-t46", settings, 42,
-           {"1": (13, 60), "2": (13, 161), "3": (13, 263), "4": (13, 378), "5": (61, 381),
-            "6": (111, 381), "7": (82, 350)})
+    left, right = EDGES
+    below = 434
+    column(tool, folder, "column-t46", settings,
+           {"1": ("left", left, 36 + CAPTION), "2": ("left", left, 138 + CAPTION),
+            "3": ("left", left, 240 + CAPTION), "4": ("below", 27, below),
+            "5": ("below", 62, below), "6": ("below", 98, below), "7": ("right", 107, 357)})
 
 
 @picture("column-qb11.png")
 def column_qb11(tool, folder):
     settings = ["--set", "QB11=On", "--set", "DriveL=4", "--set", "HpfL=30", "--set", "28kL=On"]
-    column(tool, folder, "column-qb11", settings, 42,
-           {"1": (48, 36), "2": (36, 135), "3": (38, 239), "4": (10, 362), "5": (115, 362),
-            "6": (10, 398), "7": (115, 398)})
+    left, _ = EDGES
+    column(tool, folder, "column-qb11", settings,
+           {"1": ("left", left, 29 + CAPTION), "2": ("left", left, 128 + CAPTION),
+            "3": ("left", left, 230 + CAPTION), "4": ("left", 20, 362), "5": ("right", 104, 362),
+            "6": ("left", 21, 398), "7": ("right", 103, 398)})
 
 
 @picture("panel.png")
 def panel(tool, folder):
     image = screenshot(tool, folder, "panel").crop((305, 0, 394, 487))
-    marks = {"1": (76, 9), "2": (76, 46), "3": (76, 83), "4": (76, 120), "5": (80, 183),
-             "6": (72, 295), "7": (60, 337), "8": (62, 400), "9": (60, 471)}
-    numbered(enlarged(image, 3), {t: (3 * x, 3 * y) for t, (x, y) in marks.items()}, 21).save(
-        folder / "panel.png", optimize=True)
+    edge = 5
+    heights = {"1": 22, "2": 59, "3": 96, "4": 133, "5": 218, "6": 306, "7": 336, "8": 418,
+               "9": 471}
+    ends = {text: ("left", edge, y) for text, y in heights.items()}
+    beside(image, 3, 54, ends).save(folder / "panel.png", optimize=True)
 
 
 @picture("row.png")
 def row(tool, folder):
-    image = screenshot(tool, folder, "row", "--preset", "Vox").crop((0, 487, 394, 505))
+    image = screenshot(tool, folder, "row").crop((0, 487, 394, 505))
     large = enlarged(image, 5)
-    page = Image.new("RGB", (large.width, large.height + 64), PAPER)
-    page.paste(large, (0, 0))
-    places = (8, 33, 59, 74, 100, 126, 197, 264, 287, 310, 333, 350, 370, 386)
-    marks = {str(n): (5 * x, large.height + 36) for n, x in enumerate(places, start=1)}
-    drawing = ImageDraw.Draw(page)
-    for x, _ in marks.values():
-        drawing.line((x, large.height - 4, x, large.height + 12), fill=(11, 95, 165), width=3)
-    numbered(page, marks, 24).save(folder / "row.png", optimize=True)
+    page = with_margins(large, bottom=72)
+    centres = (8, 33, 59, 74, 100, 126, 197, 264, 286.5, 310, 333, 350, 372, 384)
+    marks, last = [], -66
+    for number, centre in enumerate(centres, start=1):
+        last = max(5 * centre, last + 66)
+        marks.append((str(number), (min(last, page.width - 26), large.height + 46),
+                      (5 * centre, large.height - 4)))
+    numbered(page, marks, 22).save(folder / "row.png", optimize=True)
 
 
 @picture("front.png")
 def front(tool, folder):
     large = enlarged(screenshot(tool, folder, "front", "--preset", "R101"), 2)
-    marks = {"A": (110, 46), "B": (360, 46), "C": (610, 46), "D": (560, 942), "E": (1698, 318),
-             "F": (790, 990)}
-    numbered(large, marks, 20).save(folder / "front.png", optimize=True)
+    margin = 56
+    page = with_margins(large, left=margin, top=margin)
+    # The middles of the columns, left and right, and of the panel.
+    above = (("A", 104), ("B", 229), ("C", 354), ("A", 492), ("B", 617), ("C", 742), ("E", 849))
+    beside_rows = (("D", 33, 470), ("F", 2, 496))
+    marks = [(text, (margin + 2 * x, 26), (margin + 2 * x, margin + 10)) for text, x in above]
+    marks += [(text, (26, margin + 2 * y), (margin + 2 * x, margin + 2 * y))
+              for text, x, y in beside_rows]
+    numbered(page, marks, 22).save(folder / "front.png", optimize=True)
 
 
 @picture("layouts.png")
 def layouts(tool, folder):
-    plain, one, both = (screenshot(tool, folder, f"layout{i}", *settings) for i, settings in
-                        enumerate(([], ["--set", "QB11=On"],
-                                   ["--set", "QB11=On", "--set", "2x=On"])))
-    if [image.size for image in (plain, one, both)] != [(394, 505), (644, 505), (894, 505)]:
-        raise SystemExit("the editor's sizes differ from those in the manual")
-    gap, head = 24, 34
-    page = Image.new("RGB", (plain.width + gap + one.width, 2 * (head + 505) + gap), PAPER)
+    qb11, two = ["--set", "QB11=On"], ["--set", "2x=On"]
+    rows = ((("T46 alone", [], 394), ("QB11, T46 and 2\u00d7T46", qb11 + two, 894)),
+            (("QB11 and T46", qb11, 644), ("T46 and 2\u00d7T46", two, 644)))
+    gap, head, height = 24, 34, 505
+    page = Image.new("RGB", (394 + gap + 894, 2 * (head + height) + gap), PAPER)
     drawing, font = ImageDraw.Draw(page), ImageFont.truetype(FONT, 24)
-    for image, name, x, y in ((plain, "T46 alone", 0, 0),
-                              (one, "QB11 and T46", plain.width + gap, 0),
-                              (both, "QB11, T46 and 2\u00d7T46", 0, head + 505 + gap)):
-        drawing.text((x, y), name, fill=(11, 95, 165), font=font)
-        page.paste(image, (x, y + head))
+    for number, row_of_layouts in enumerate(rows):
+        x, y = 0, number * (head + height + gap)
+        for name, settings, width in row_of_layouts:
+            image = screenshot(tool, folder, f"layout-{number}-{x}", *settings)
+            if image.size != (width, height):
+                raise SystemExit("the editor's sizes differ from those in the manual")
+            drawing.text((x, y), name, fill=INK, font=font)
+            page.paste(image, (x, y + head))
+            x += width + gap
     page.save(folder / "layouts.png", optimize=True)
 
 

@@ -2,14 +2,14 @@
 import subprocess
 from dataclasses import dataclass
 
-COLOURS = ("#0B5FA5", "#C8501E", "#22865A", "#8B4A9C", "#303030", "#B58900", "#4FA3C7", "#A23B4F",
-           "#6B6B1F", "#E07AA8", "#1D3F6E")
+COLOURS = ("#0B5FA5", "#C8501E", "#22865A", "#8B4A9C", "#303030")
 TICKS = [digit * decade for decade in (1, 10, 100, 1000, 10000) for digit in range(1, 10)]
 
 
 @dataclass
 class Line:
-    """A curve. `colour` is an index; lines of one colour can differ by their dashes."""
+    """A curve. `colour` is an index, which begins anew after the last one; lines of one colour can
+    differ by their dashes."""
     x: list
     y: list
     label: str = ""
