@@ -4,8 +4,8 @@
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config juce-modules-source-data
-       g++-mingw-w64-x86-64-posix libcairo2-dev libx11-dev libsndfile1-dev libcli11-dev
-       nlohmann-json3-dev libxsimd-dev libebur128-dev)
+       g++-mingw-w64-x86-64-posix libcairo2-dev libx11-dev libdbus-1-dev libsndfile1-dev
+       libcli11-dev nlohmann-json3-dev libxsimd-dev libebur128-dev)
 demo=(wine wine64 gnuplot-nox sonic-pi-samples fonts-liberation)
 manual=(gnuplot-nox pandoc weasyprint fonts-liberation)
 package=("${manual[@]}" nsis dpkg-dev lintian)
@@ -13,7 +13,8 @@ hosts=(ardour qtractor xvfb xdotool x11-utils imagemagick python3-numpy sonic-pi
 soak=(wine wine64 xvfb libxtst-dev)
 cluster=(slurm-wlm munge python3)
 tests=("${package[@]}" wine wine64 googletest clang-format-14 flake8 clang-14 libclang-rt-14-dev
-       libstb-dev libxtst-dev xvfb xdotool python3-numpy python3-pil parallel)
+       libstb-dev libxtst-dev xvfb xdotool python3-numpy python3-pil parallel dbus
+       xdg-desktop-portal xdg-desktop-portal-gtk zenity kdialog)
 
 case ${1:-} in
 build) wanted=("${build[@]}") ;;

@@ -165,9 +165,9 @@ TEST_F(Panel, FilesAreSavedAndLoadedThroughTheSystemsDialogs)
 
 TEST_F(Panel, DialogsAndTheManualOpenOrAMessageTellsWhyNot)
 {
-    const std::vector<std::string> noHelper{"Files are chosen with the program zenity or kdialog,",
-                                            "and neither of them is installed.",
-                                            "Install one of the two to load and save files."};
+    const std::vector<std::string> noHelper{
+        "Files are chosen with the desktop's portal, zenity or kdialog,",
+        "and none of them answers.", "Install the program zenity to load and save files."};
     if (!kOnWindows)
         Host::user([&](User& user) {
             user.click(loadBank);

@@ -4,6 +4,7 @@
 // Before the macros of Xlib.
 #include "platform/posix/ChildProcess.h"
 #include "tests/vstgui/OpenFrame.h"
+#include "vstgui/platform/x11/x11errors.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -110,6 +111,32 @@ public:
         XUngrabKeyboard(display, CurrentTime);
         XSync(display, False);
         return pointer == GrabSuccess && keyboard == GrabSuccess;
+    }
+
+    // The topmost window other than the host's; None if there is none. Windows may close meanwhile.
+    ::Window windowInFrontOf(const HostWindow& host)
+    {
+        const X11::X11ErrorGuard guard(display);
+        ::Window ignored = 0;
+        ::Window* children = nullptr;
+        unsigned int count = 0;
+        XQueryTree(display, DefaultRootWindow(display), &ignored, &ignored, &children, &count);
+        ::Window front = None;
+        for (unsigned int i = 0; i < count; ++i) {
+            XWindowAttributes attributes{};
+            if (children[i] != asWindow(host.handle())
+                && XGetWindowAttributes(display, children[i], &attributes)
+                && attributes.map_state == IsViewable && !attributes.override_redirect)
+                front = children[i];
+        }
+        XFree(children);
+        return front;
+    }
+    void focus(::Window window)
+    {
+        const X11::X11ErrorGuard guard(display);
+        XSetInputFocus(display, window, RevertToPointerRoot, CurrentTime);
+        XSync(display, False);
     }
 
     static ::Window asWindow(void* handle)

@@ -1,6 +1,11 @@
-# The Linux platform: Xlib for the window, cairo for drawing.
+# The Linux platform: Xlib for the window, cairo for drawing, D-Bus for file dialogs.
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(ZKR_X11 REQUIRED IMPORTED_TARGET x11 cairo)
+
+# Loaded when it is needed, hence not linked.
+pkg_check_modules(ZKR_DBUS REQUIRED dbus-1)
+add_library(zkr_dbus_headers INTERFACE)
+target_include_directories(zkr_dbus_headers SYSTEM INTERFACE ${ZKR_DBUS_INCLUDE_DIRS})
 
 set(ZKR_VSTGUI_PLATFORM_SOURCES
   platform/x11/cairobitmap.cpp
@@ -8,7 +13,9 @@ set(ZKR_VSTGUI_PLATFORM_SOURCES
   platform/x11/cairosurface.cpp
   platform/x11/filechooser.cpp
   platform/x11/idlerunloop.cpp
+  platform/x11/libdbus.cpp
   platform/x11/menupanel.cpp
+  platform/x11/portalchooser.cpp
   platform/x11/programchooser.cpp
   platform/x11/textline.cpp
   platform/x11/windowpainter.cpp
@@ -23,4 +30,5 @@ set(ZKR_VSTGUI_PLATFORM_SOURCES
   platform/x11/x11textedit.cpp
   platform/x11/x11timer.cpp
   platform/x11/x11toplevel.cpp)
-set(ZKR_VSTGUI_PLATFORM_LINK zkr_process zkr_utf8 PkgConfig::ZKR_X11 ${CMAKE_DL_LIBS})
+set(ZKR_VSTGUI_PLATFORM_LINK
+  zkr_dbus_headers zkr_process zkr_utf8 PkgConfig::ZKR_X11 ${CMAKE_DL_LIBS})

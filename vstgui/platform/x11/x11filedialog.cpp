@@ -1,5 +1,6 @@
 #include "vstgui/platform/x11/x11filedialog.h"
 
+#include "vstgui/platform/x11/portalchooser.h"
 #include "vstgui/platform/x11/programchooser.h"
 
 #include <filesystem>
@@ -29,6 +30,7 @@ X11FileDialog::~X11FileDialog()
 bool X11FileDialog::openNext()
 {
     const std::function<std::unique_ptr<FileChooser>()> providers[] = {
+        [this] { return PortalChooser::open(request, frame.getTopLevelWindow()); },
         [this] { return ProgramChooser::openZenity(request); },
         [this] { return ProgramChooser::openKdialog(request); },
     };

@@ -1,5 +1,5 @@
-// X11FileDialog: asks for files through zenity or kdialog, whichever is the first to
-// answer.
+// X11FileDialog: asks for files through the desktop's portal, zenity or kdialog, whichever is the
+// first to answer.
 #pragma once
 
 #include "vstgui/platform/x11/filechooser.h"

@@ -10,6 +10,7 @@
 #include "vstgui/platform/x11/x11message.h"
 #include "vstgui/platform/x11/x11optionmenu.h"
 #include "vstgui/platform/x11/x11textedit.h"
+#include "vstgui/platform/x11/x11toplevel.h"
 
 #include <algorithm>
 
@@ -348,9 +349,9 @@ void X11Frame::cancelFileDialog()
 void X11Frame::reportNoFileDialog(const FileDialogRequest& request)
 {
     cancelFileDialog();
-    showMessage("Files are chosen with the program zenity or kdialog,\n"
-                "and neither of them is installed.\n"
-                "Install one of the two to load and save files.",
+    showMessage("Files are chosen with the desktop's portal, zenity or kdialog,\n"
+                "and none of them answers.\n"
+                "Install the program zenity to load and save files.",
                 request.title);
 }
 
@@ -358,6 +359,12 @@ std::unique_ptr<X11Message> X11Frame::ask(const std::string& text, const std::st
                                           const std::vector<std::string>& labels)
 {
     return std::make_unique<X11Message>(*connection, window, text, caption, labels);
+}
+
+Window X11Frame::getTopLevelWindow() const
+{
+    const X11ErrorGuard guard(connection->getDisplay());
+    return topLevelOf(connection->getDisplay(), window);
 }
 
 void X11Frame::showMessage(const std::string& text, const std::string& caption)

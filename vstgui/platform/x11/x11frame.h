@@ -27,6 +27,8 @@ public:
 
     X11Connection& getConnection() const { return *connection; }
     Window getWindow() const { return window; }
+    // The host's window on the desktop.
+    Window getTopLevelWindow() const;
     // False once the frame is closed or the host has destroyed the window.
     bool isAlive() const { return callback && !windowGone; }
 
