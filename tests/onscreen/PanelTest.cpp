@@ -141,6 +141,34 @@ TEST_F(Panel, ANameIsTypedCommittedAndDiscarded)
     }
 }
 
+TEST_F(Panel, ANameIsPastedUpToItsLengthInBytesAndCopied)
+{
+    // "Sound" in Chinese, four times: 24 bytes, one more than a name has.
+    std::string name;
+    for (int i = 0; i < 4; ++i)
+        name += "\xE5\xA3\xB0\xE9\x9F\xB3";
+    const auto shortcut = [](User& user, const char* letter) {
+        userinput::key(Key::Control, true);
+        user.type(letter);
+        userinput::key(Key::Control, false);
+        user.pause(300);
+    };
+    setClipboard(name);
+    Host::user([&](User& user) {
+        clickToOpen(user, field);
+        shortcut(user, "v");
+        user.tap(Key::Return);
+    });
+    EXPECT_EQ(host->programName(), name.substr(0, 21));
+    setClipboard("");
+    Host::user([&](User& user) {
+        clickToOpen(user, field);
+        shortcut(user, "c");
+        EXPECT_EQ(clipboard(), name.substr(0, 21));
+        user.tap(Key::Escape);
+    });
+}
+
 TEST_F(Panel, FilesAreSavedAndLoadedThroughTheSystemsDialogs)
 {
     const std::string bank = folder / "mine.zkb", preset = folder / "one.zkr";

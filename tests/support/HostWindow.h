@@ -51,6 +51,11 @@ std::string titleInFront();
 std::string messageInFront();
 void fillFieldInFront(const std::string& text);
 
+// The clipboard as another program sees it, UTF-8. Where the plug-in serves it, its message loop has
+// to run meanwhile.
+void setClipboard(const std::string& text);
+std::string clipboard();
+
 // The colour that paintChildOver uses.
 const VSTGUI::CColor kScribble(255, 0, 255);
 

@@ -177,6 +177,33 @@ void fillFieldInFront(const std::string& text)
         SendMessageA(info.hwndFocus, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
+void setClipboard(const std::string& text)
+{
+    const int size = MultiByteToWideChar(CP_UTF8, 0, text.c_str(), -1, nullptr, 0);
+    const HGLOBAL memory =
+        GlobalAlloc(GMEM_MOVEABLE, static_cast<std::size_t>(size) * sizeof(wchar_t));
+    MultiByteToWideChar(CP_UTF8, 0, text.c_str(), -1, static_cast<wchar_t*>(GlobalLock(memory)),
+                        size);
+    GlobalUnlock(memory);
+    OpenClipboard(GetDesktopWindow());
+    EmptyClipboard();
+    SetClipboardData(CF_UNICODETEXT, memory);
+    CloseClipboard();
+}
+
+std::string clipboard()
+{
+    OpenClipboard(nullptr);
+    char text[1024] = "";
+    if (const HANDLE memory = GetClipboardData(CF_UNICODETEXT)) {
+        WideCharToMultiByte(CP_UTF8, 0, static_cast<const wchar_t*>(GlobalLock(memory)), -1, text,
+                            sizeof text, nullptr, nullptr);
+        GlobalUnlock(memory);
+    }
+    CloseClipboard();
+    return text;
+}
+
 namespace userinput {
 
 void movePointer(Place where)

@@ -6,6 +6,7 @@
 #include <X11/keysym.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <stdexcept>
 #include <thread>
@@ -173,6 +174,25 @@ std::string messageInFront()
 }
 
 void fillFieldInFront(const std::string&) { }
+
+void setClipboard(const std::string& text)
+{
+    // Serves the text in the background.
+    FILE* const pipe = popen("/usr/bin/xclip -selection clipboard >/dev/null 2>&1", "w");
+    fwrite(text.data(), 1, text.size(), pipe);
+    if (pclose(pipe) != 0)
+        throw std::runtime_error("xclip fails");
+}
+
+std::string clipboard()
+{
+    FILE* const pipe = popen("/usr/bin/timeout 20 /usr/bin/xclip -selection clipboard -o", "r");
+    std::string text;
+    for (int c = getc(pipe); c != EOF; c = getc(pipe))
+        text += static_cast<char>(c);
+    pclose(pipe);
+    return text;
+}
 
 namespace userinput {
 

@@ -6,6 +6,7 @@
 
 #include <X11/keysym.h>
 #include <filesystem>
+#include <future>
 
 Traces traces()
 {
@@ -62,6 +63,50 @@ TEST_F(X11Window, TypingIntoTheTextBoxIsUtf8)
     user("key ctrl+a type f");
     user("key KP_Enter");
     EXPECT_STREQ(edit->getText(), "f");
+}
+
+TEST_F(X11Window, TheTextBoxCopiesCutsAndPastes)
+{
+    const std::string note = "\xE2\x99\xAA";
+    const std::string tooLong(std::size_t{2} << 20, 'W');  // arrives in parts
+    auto* const edit = addEdit(60, ("a" + note + "b").c_str());
+    user(to(100, 70) + " click 1");
+    const auto text = [&] { return std::string(edit->getPlatformTextEdit()->getText()); };
+    const struct {
+        std::string clipboard, keys, text;
+    } rows[] = {
+        {"x\n" + note, "key ctrl+a key ctrl+v", "x" + note},
+        {"", "key ctrl+x key ctrl+v", "x" + note},  // nothing is selected
+        {"y", "key Home key shift+Right key ctrl+v", "y" + note},
+        {tooLong, "key ctrl+a key ctrl+v", std::string(255, 'W')},
+        {"z", "key ctrl+a key ctrl+v", "z"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.keys);
+        setClipboard(row.clipboard);
+        user(row.keys);
+        EXPECT_TRUE(pumpUntil([&] { return text() == row.text; })) << text();
+    }
+    // What another program gets.
+    const auto taken = [] {
+        auto other = std::async(std::launch::async, clipboard);
+        pumpUntil(
+            [&] { return other.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
+        return other.get();
+    };
+    setClipboard("x" + note + "y");
+    user("key ctrl+a key ctrl+v");
+    user("key Left key shift+Left key ctrl+c");
+    EXPECT_EQ(taken(), note);
+    EXPECT_EQ(text(), "x" + note + "y");
+    user("key ctrl+a key ctrl+x");
+    EXPECT_EQ(taken(), "x" + note + "y");
+    EXPECT_EQ(text(), "");
+    // The middle button takes what is selected elsewhere, and puts it where it is pressed.
+    EXPECT_EQ(std::system("echo -n middle | xclip -selection primary >/dev/null 2>&1"), 0);
+    user("type end");
+    user(to(30, 70) + " click 2");
+    EXPECT_TRUE(pumpUntil([&] { return text() == "middleend"; })) << text();
 }
 
 TEST_F(X11Window, TheMouseSetsTheCaretAndSelectsInTheTextBox)

@@ -19,6 +19,7 @@ set(ZKR_VSTGUI_PLATFORM_SOURCES
   platform/x11/programchooser.cpp
   platform/x11/textline.cpp
   platform/x11/windowpainter.cpp
+  platform/x11/x11clipboard.cpp
   platform/x11/x11connection.cpp
   platform/x11/x11errors.cpp
   platform/x11/x11filedialog.cpp

@@ -92,6 +92,7 @@ bool X11Frame::openWindow(Window parent)
         window = 0;
         return false;
     }
+    clipboard = std::make_unique<X11Clipboard>(display, window);
     painter = std::make_unique<WindowPainter>(display, window, attributes.visual, attributes.depth);
     connection->addWindow(window, this);
     // Unmapping the host's window sends no event to this one, so that window is watched as well.
@@ -278,6 +279,18 @@ void X11Frame::setTextBox(X11TextEdit* box)
         takeKeyboard();
     else if (hadOne)
         giveKeyboardBack();
+}
+
+void X11Frame::copyText(const std::string& text)
+{
+    const X11ErrorGuard guard(connection->getDisplay());
+    clipboard->copy(text, inputTime);
+}
+
+void X11Frame::requestText()
+{
+    const X11ErrorGuard guard(connection->getDisplay());
+    clipboard->requestClipboard(inputTime);
 }
 
 bool X11Frame::hasKeyboard() const

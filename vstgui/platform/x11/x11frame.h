@@ -6,6 +6,7 @@
 #include "vstgui/platform/x11/cairosurface.h"
 #include "vstgui/platform/x11/clickcounter.h"
 #include "vstgui/platform/x11/windowpainter.h"
+#include "vstgui/platform/x11/x11clipboard.h"
 #include "vstgui/platform/x11/x11connection.h"
 
 #include <memory>
@@ -36,6 +37,9 @@ public:
     // returns to its previous owner.
     void setTextBox(X11TextEdit* box);
     X11TextEdit* getTextBox() const { return textBox; }
+    // Of the text box. A text that is requested is passed to it later.
+    void copyText(const std::string& text);
+    void requestText();
     // The open menu, which is cancelled when the frame closes; null for none.
     void setMenu(X11OptionMenu* newMenu) { menu = newMenu; }
     // For menus, which have received the release.
@@ -77,6 +81,7 @@ private:
     void onLeave(XCrossingEvent& event);
     void onWheel(XButtonEvent& event);
     void onKey(XKeyEvent& event);
+    void onClipboard(XEvent& event);
     void onFocus(XFocusChangeEvent& event);
     void onXembed(XClientMessageEvent& event);
     void releaseMouse();
@@ -100,6 +105,8 @@ private:
     uint64_t lastPaint{0};  // ms of the steady clock
     SharedPointer<CVSTGUITimer> paintTimer;
     XIC inputContext{nullptr};
+    std::unique_ptr<X11Clipboard> clipboard;
+    Time inputTime{CurrentTime};  // of the last key or button
     X11TextEdit* textBox{nullptr};
     bool draggingInTextBox{false};
     Window keyboardBefore{0};          // had the keyboard focus before the text box

@@ -63,6 +63,11 @@ void X11Frame::handleEvent(XEvent& event)
     case FocusOut:
         onFocus(event.xfocus);
         break;
+    case SelectionRequest:
+    case SelectionNotify:
+    case PropertyNotify:
+        onClipboard(event);
+        break;
     case ClientMessage:
         if (event.xclient.message_type == connection->getXembedAtom())
             onXembed(event.xclient);
@@ -89,7 +94,14 @@ void X11Frame::onButtonPress(XButtonEvent& event)
     const int32_t button = buttonOfNumber(event.button);
     if (button == 0)
         return;
+    inputTime = event.time;
     CPoint where(event.x, event.y);
+    if (textBox && button == kMButton && textBox->getRect().pointInside(where)) {
+        textBox->press(where, false, false);
+        const X11ErrorGuard guard(connection->getDisplay());
+        clipboard->requestSelected(inputTime);
+        return;
+    }
     pressed |= button;
     if (textBox && button == kLButton && textBox->getRect().pointInside(where)) {
         const bool twice = clicks.press(event.button, event.time, where);
@@ -152,6 +164,7 @@ void X11Frame::onWheel(XButtonEvent& event)
 
 void X11Frame::onKey(XKeyEvent& event)
 {
+    inputTime = event.time;
     KeyInput key = readKey(event, event.type == KeyPress ? getInputContext() : nullptr);
     if (textBox) {
         if (event.type == KeyPress)
@@ -161,6 +174,17 @@ void X11Frame::onKey(XKeyEvent& event)
     } else {
         callback->platformOnKeyUp(key.code);
     }
+}
+
+void X11Frame::onClipboard(XEvent& event)
+{
+    std::optional<std::string> text;
+    {
+        const X11ErrorGuard guard(connection->getDisplay());
+        text = clipboard->handle(event);
+    }
+    if (text && textBox)
+        textBox->paste(*text);
 }
 
 void X11Frame::onFocus(XFocusChangeEvent& event)

@@ -162,14 +162,35 @@ bool X11TextEdit::edit(const KeyInput& input)
     default:
         break;
     }
-    if (input.code.modifier & MODIFIER_CONTROL) {
-        if (input.symbol == XK_a || input.symbol == XK_A)
-            line.selectAll();
-        return false;
-    }
+    if (input.code.modifier & MODIFIER_CONTROL)
+        return editByShortcut(input.symbol);
     if (input.code.modifier & MODIFIER_ALTERNATE)
         return false;
     return line.insert(input.text.c_str());
+}
+
+bool X11TextEdit::editByShortcut(KeySym symbol)
+{
+    switch (symbol) {
+    case XK_a:
+    case XK_A:
+        line.selectAll();
+        return false;
+    case XK_c:
+    case XK_C:
+    case XK_x:
+    case XK_X:
+        if (!line.hasSelection())
+            return false;
+        frame->copyText(line.selectedText());
+        return (symbol == XK_x || symbol == XK_X) && line.deleteBackward();
+    case XK_v:
+    case XK_V:
+        frame->requestText();
+        return false;
+    default:
+        return false;
+    }
 }
 
 void X11TextEdit::changed(bool textChanged)
@@ -192,6 +213,12 @@ void X11TextEdit::drag(const CPoint& where)
 {
     line.moveTo(offsetAt(where.x), true);
     changed(false);
+}
+
+void X11TextEdit::paste(const std::string& text)
+{
+    const CBaseObjectGuard guard(this);
+    changed(line.insert(text.c_str()));
 }
 
 }  // namespace X11

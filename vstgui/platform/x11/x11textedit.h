@@ -26,6 +26,7 @@ public:
     void key(const KeyInput& input);
     void press(const CPoint& where, bool selectAll, bool extend);
     void drag(const CPoint& where);
+    void paste(const std::string& text);
 
 protected:
     ~X11TextEdit() override;
@@ -33,6 +34,8 @@ protected:
 private:
     // True when the text changed.
     bool edit(const KeyInput& input);
+    // Keys with Control. True when the text changed.
+    bool editByShortcut(KeySym symbol);
     // True for the keys that end the editing.
     bool handleEndKey(const KeyInput& input);
     void changed(bool textChanged);
