@@ -1,10 +1,14 @@
 #!/usr/bin/python3
 """Redraws the editor's bitmaps into resources/bitmaps, and the icon and the installer's picture."""
 import argparse
+import functools
+import multiprocessing
 import os
 import subprocess
 import sys
 import time
+
+import numpy as np
 
 import bitmap_list
 import frame
@@ -27,7 +31,10 @@ FIXED = {10000: strips, 10008: strips, 10009: strips, 10024: strips, 10007: fram
 LAMPS = (10006, 10018)
 
 
-def picture_of(bitmap):
+def picture_of(bitmap, pool):
+    if FIXED.get(bitmap.number) is knobs:
+        frames = pool.map(functools.partial(knobs.draw, bitmap.number), range(bitmap.frames))
+        return np.concatenate(frames, 0)
     if bitmap.number in FIXED:
         return FIXED[bitmap.number].draw(bitmap.number, bitmap.frames)
     module = preset_row if bitmap.number < 1000 else lamps if bitmap.number in LAMPS else keys
@@ -42,11 +49,19 @@ def main():
     arguments.add_argument("--fast", action="store_true", help="leave the files unoptimised")
     chosen = arguments.parse_args()
 
+    with multiprocessing.Pool() as pool:
+        draw_bitmaps(chosen, pool)
+    if not chosen.numbers:
+        print(icon.draw(chosen.into))
+        print(installer.draw(chosen.into))
+
+
+def draw_bitmaps(chosen, pool):
     for bitmap in bitmap_list.read():
         if chosen.numbers and bitmap.number not in chosen.numbers:
             continue
         start = time.time()
-        picture = picture_of(bitmap)
+        picture = picture_of(bitmap, pool)
         if picture.shape[:2] != (bitmap.height, bitmap.width):
             sys.exit(f"{bitmap.number}: drawn {picture.shape[1]} by {picture.shape[0]}, "
                      f"listed {bitmap.width} by {bitmap.height}")
@@ -58,9 +73,6 @@ def main():
                            check=True)
         print(f"{bitmap.number:6} {bitmap.width:4} x {bitmap.height:<5} "
               f"{os.path.getsize(path):8} bytes {time.time() - start:6.1f} s")
-    if not chosen.numbers:
-        print(icon.draw(chosen.into))
-        print(installer.draw(chosen.into))
 
 
 if __name__ == "__main__":

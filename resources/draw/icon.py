@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """Draws resources/icon.ico: one gain knob on a graphite plate, its groove lit up to the pointer.
 
-From 48 pixels on it is the editor's coaxial knob under the editor's light. Below that its flutes
-and knurls would blur, so the small sizes are drawn from fewer and heavier shapes.
+From 48 pixels on it is the editor's cap in a knurled ring, under the editor's light. Below that its
+flutes and knurls would blur, so the small sizes are drawn from fewer and heavier shapes.
 """
 import argparse
 import io
@@ -30,6 +30,8 @@ SIDE = 76.0
 MARGIN = 1.5                    # of the plate
 ROUND = 13.0
 CHAMFER = (1.6, 1.1)            # width and depth of the plate's edge
+RING_INNER = 21.2
+RING_PROFILE = ((21.2, 7.3), (22.5, 8.0), (27.0, 8.0), (28.6, 7.25), (31.0, 3.65))
 LARGE_SIZES = (48, 64, 128, 256)
 
 # The small forms, in pixels of the icon
@@ -64,14 +66,14 @@ def large():
     s.height -= depth * slope(plate, -width, 0)
     on_ring = r < look.RING_RADIUS
     around = np.arctan2(x - c, c - y) - np.radians(POINTER)
-    ring = profile(r, look.RING_PROFILE) - knurl(r, around, look.RING_RADIUS, look.KNURL_DEPTH)
+    ring = profile(r, RING_PROFILE) - knurl(r, around, look.RING_RADIUS, look.KNURL_DEPTH)
     s.height = np.where(on_ring, ring,
                         s.height)
-    s.height = np.where(r < look.RING_INNER, look.GROOVE_FLOOR, s.height)
+    s.height = np.where(r < RING_INNER, look.GROOVE_FLOOR, s.height)
     s.paint(cover(r - look.RING_RADIUS, 0.3), look.ANODISED)
-    s.paint(cover(r - look.RING_INNER, 0.3), look.PIT)
+    s.paint(cover(r - RING_INNER, 0.3), look.PIT)
     s.turned_about(c, c, on_ring.astype(np.float32))
-    rings(s, c, c, look.RING_INNER + 1, look.RING_RADIUS - 3, seed=7)
+    rings(s, c, c, RING_INNER + 1, look.RING_RADIUS - 3, seed=7)
     pointer, edge = cap(s, c, c, POINTER, look.CAP_RADIUS, look.CAP_FACE)
     above = np.where(on_ring, look.CAP_HEIGHT, 0).astype(np.float32)
     rgb = s.picture(np.where(on_ring, 1.0, cast_shadow(above, scale, onto=np.zeros_like(above))))

@@ -2,8 +2,22 @@
 import cairo
 import numpy as np
 
-ARROW_ROWS = (2, 2, 2, 6, 4, 2)     # widths, from tail to tip
-TRAY_WIDTH = 8
+# On whole pixels
+FOLDER = ("###.....",
+          "#..#....",
+          "#...####",
+          "#......#",
+          "#.######",
+          "#######.",
+          "######..")
+DISK = ("#######.",
+        "##...###",
+        "##...###",
+        "########",
+        "#......#",
+        "#......#",
+        "#......#",
+        "########")
 
 
 def lines(size, strokes, width=1.5):
@@ -54,12 +68,11 @@ def chevron(size, cx, cy, dx, dy):
                          (cx - 1.5 * dx + 3 * dy, cy - 1.5 * dy + 3 * dx)]], width=1.4)
 
 
-def arrow(size, up):
-    """An arrow into a tray, or out of it, on whole pixels."""
+def dotted(size, rows):
+    """A drawing of whole pixels in the middle of a picture."""
     width, height = size
     icon = np.zeros((height, width), np.float32)
-    rows = ARROW_ROWS[::-1] if up else ARROW_ROWS
-    top = (height - len(rows) - 2) // 2         # the arrow, an empty row and the tray
-    for k, across in enumerate(rows + (0, TRAY_WIDTH)):
-        icon[top + k, (width - across) // 2:(width + across) // 2] = 1
+    dots = np.array([[dot == "#" for dot in row] for row in rows])
+    top, left = (height - dots.shape[0]) // 2, (width - dots.shape[1]) // 2
+    icon[top:top + dots.shape[0], left:left + dots.shape[1]] = dots
     return icon

@@ -18,9 +18,13 @@ ON_AMBER = (True, look.AMBER, look.AMBER, look.AMBER_DEEP)
 IDLE = (True, look.LAMP_IDLE, look.LETTER_IDLE, None)
 IDLE_AMBER = (True, look.AMBER_IDLE, look.AMBER_LETTER_IDLE, None)
 
+# The drawing on a key that overwrites, as HOVER_INK
+STORE_INK = ((look.STORE_LETTER, None, 0), (look.STORE_LIT, look.AMBER_DEEP, look.HOVER_GLOW),
+             (look.STORE_LIT, look.AMBER_DEEP, look.LEGEND_GLOW))
+
 # A kick button's legend at rest, hovered and held: (colour, glow colour, glow strength)
-HOVER_INK = ((look.KEY_LETTER, None, 0), (look.LIT, look.LIT_DEEP, look.HOVER_GLOW),
-             (look.LIT, look.LIT_DEEP, look.LEGEND_GLOW))
+HOVER_INK = ((look.KEY_LETTER, None, 0), (look.LIT_LETTER, look.LIT_DEEP, look.HOVER_GLOW),
+             (look.LIT_LETTER, look.LIT_DEEP, look.LEGEND_GLOW))
 
 
 def key_body(size, rect, pressed, round_corners=look.KEY_ROUND, dish=look.LOW_DISH):
@@ -44,11 +48,12 @@ def key_body(size, rect, pressed, round_corners=look.KEY_ROUND, dish=look.LOW_DI
     return with_alpha(s.picture(), cover(slot - lip + 0.2, 0.4))
 
 
-def held(picture, rect, round_corners):
-    """Adds the light of the legend to the face of a held key."""
+def wash(picture, rect, round_corners, state):
+    """Adds the light of the legend to the face of a hovered (1) or held (2) key."""
+    strength = (0, look.HOVER_WASH, look.HELD_WASH)[state]
     x, y = grid(picture.shape[1] // SCALE, picture.shape[0] // SCALE, SCALE)
     return light(picture, look.LIT_DEEP,
-                 look.HELD_WASH * cover(box(x, y, *rect, round_corners), 0.4))
+                 strength * cover(box(x, y, *rect, round_corners), 0.4))
 
 
 def slit(size, cx, cy, width, height=2.0):
@@ -104,11 +109,11 @@ def wide_key(size, rect, lines, state):
     left, top, width, height = rect
     cx = left + width / 2
     picture = key_body(size, rect, pressed, dish=look.WIDE_DISH)
-    picture = shrink(lamp(picture, slit(size, cx, top + 3.9, 15, 1.8), lamp_rgb, glow), SCALE)
+    picture = shrink(lamp(picture, slit(size, cx, top + 3.4, 15, 1.6), lamp_rgb, glow), SCALE)
     if len(lines) == 1:
-        return legend(picture, lines[0], top + 19, cx, ink_rgb, glow, look.CAPS_8, 0.6)
-    picture = legend(picture, lines[0], top + 14, cx, ink_rgb, glow, look.CAPS_6, 0.6)
-    return legend(picture, lines[1], top + 23, cx, ink_rgb, glow, look.CAPS_6, 0.6)
+        return legend(picture, lines[0], top + 20, cx, ink_rgb, glow, look.CAPS_8, 0.6)
+    picture = legend(picture, lines[0], top + 15, cx, ink_rgb, glow, look.CAPS_6, 0.6)
+    return legend(picture, lines[1], top + 24, cx, ink_rgb, glow, look.CAPS_6, 0.6)
 
 
 def panel_key(size, lit):
@@ -134,10 +139,17 @@ def channel_switch(size, chosen):
     return shrink(picture, SCALE)
 
 
+def both():
+    """The key that bypasses both channels; it is part of the panel's background."""
+    left, top, width, height = look.BOTH_KEY
+    picture = key_body((left + width + 4, top + height + 2), look.BOTH_KEY, False)
+    return legend(shrink(picture, SCALE), "BOTH", look.BOTH_BASE, left + width / 2,
+                  look.KEY_LETTER, None, look.CAPS_7, 1.0)
+
+
 def info(size, frame):
     picture = key_body(size, look.INFO_KEY, frame == 2)
-    if frame == 2:
-        picture = held(picture, look.INFO_KEY, look.KEY_ROUND)
+    picture = wash(picture, look.INFO_KEY, look.KEY_ROUND, frame)
     left, top, width, height = look.INFO_KEY
     return legend(shrink(picture, SCALE), "INFO", top + 11, left + width / 2, *HOVER_INK[frame][:2],
                   look.CAPS_7, 1.4,

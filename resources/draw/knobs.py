@@ -1,9 +1,13 @@
 """The knobs: every frame is modelled with flutes and pointer turned, under a fixed light."""
+import functools
+
 import numpy as np
 from scipy.ndimage import gaussian_filter
 
+import labels
 import look
-from pixels import grid, light, over, shrink, tint, with_alpha
+from lettering import mask
+from pixels import grid, light, over, paste, shrink, tint, with_alpha
 from shade import Surface, cast_shadow
 from shapes import cover, ramp, spoke, turn
 from turned import arc, cap, inlay, knurl, profile, rings
@@ -30,7 +34,7 @@ def coax_ring(frame):
     s.paint(cover(r - look.RING_INNER, 0.3), look.PIT)
     rings(s, c, c, look.RING_INNER + 1, look.RING_RADIUS - 3, seed=7)
     picture = with_alpha(s.picture(), cover(r - look.RING_RADIUS, 1.0 / SCALE))
-    pointer = spoke(s.x, s.y, c, c, degrees, look.RING_INNER + 1.2, look.RING_RADIUS - 0.4,
+    pointer = spoke(s.x, s.y, c, c, degrees, look.RING_INNER + 1.9, look.RING_RADIUS - 0.3,
                     look.POINTER_WIDTH)
     return shrink(inlay(picture, pointer, r - look.RING_RADIUS, SCALE), SCALE)
 
@@ -39,13 +43,61 @@ def coax_knob(frame):
     """The gain cap in its lamp groove, with its shadow on the ring, which is another bitmap."""
     degrees = (frame / (look.COAX_FRAMES - 1) - 0.5) * look.GAIN_SWEEP
     s, c, r = blank(look.COAX_IMAGE)
-    picture = lamp_and_cap(s, c, r, degrees, look.CAP_RADIUS, look.CAP_FACE, look.RING_INNER,
-                           look.RING_INNER)
-    occluder = np.where(r < look.CAP_RADIUS, look.CAP_SHADOW_HEIGHT, 0).astype(np.float32)
+    picture = lamp_and_cap(s, c, r, degrees, look.GAIN_CAP_RADIUS, look.GAIN_CAP_FACE,
+                           look.GAIN_GROOVE, look.GAIN_DISC)
+    picture = over(tint((0, 0, 0), cap_shadow(c)), picture)
+    picture = over(picture, gain_marks(c))
+    picture = lit(picture, s, c, r, degrees, look.GAIN_CAP_RADIUS, look.GAIN_ARC_INNER,
+                  look.GAIN_ARC_OUTER)
+    needle = spoke(s.x, s.y, c, c, degrees, look.GAIN_CAP_FACE, look.GAIN_NEEDLE,
+                   look.POINTER_WIDTH)
+    picture = shrink(inlay(picture, needle, r - look.GAIN_NEEDLE, SCALE), SCALE)
+    return over(picture, gain_figures(c))
+
+
+@functools.lru_cache
+def cap_shadow(c):
+    """Darkness of a gain cap's shadow on the scale's disc and the ring."""
+    r = np.hypot(*(at - c for at in grid(look.COAX_IMAGE, look.COAX_IMAGE, SCALE)))
+    occluder = np.where(r < look.GAIN_CAP_RADIUS, look.CAP_SHADOW_HEIGHT, 0).astype(np.float32)
     shadow = look.CAP_SHADOW * (1 - cast_shadow(occluder, SCALE, onto=np.zeros_like(r)))
-    picture = over(tint((0, 0, 0), shadow * cover(r - look.RING_RADIUS + 0.5, 1.0)), picture)
-    return shrink(lit(picture, s, c, r, degrees, look.CAP_RADIUS, look.ARC_INNER, look.ARC_OUTER),
-                  SCALE)
+    return shadow * cover(r - look.RING_RADIUS + 0.5, 1.0)
+
+
+def gain_degrees(decibels):
+    return decibels * look.GAIN_SWEEP / (2 * look.LEVEL_RANGE)
+
+
+@functools.lru_cache
+def gain_marks(c):
+    """The still scale around a gain cap: a mark for each decibel, long ones at the figures."""
+    x, y = grid(look.COAX_IMAGE, look.COAX_IMAGE, SCALE)
+    inner, outer = look.GAIN_MARKS
+    ink = np.zeros_like(x)
+    for db in range(-look.LEVEL_RANGE, look.LEVEL_RANGE + 1):
+        long = abs(db) in look.GAIN_FIGURES
+        end = outer if long else inner + look.GAIN_FINE_MARK
+        mark = spoke(x, y, c, c, gain_degrees(db), inner, end, look.TICK_WIDTH)
+        ink = np.maximum(ink, (1.0 if long else look.GAIN_FINE_INK) * cover(mark, 0.4))
+    return tint(look.LETTER, ink)
+
+
+@functools.lru_cache
+def gain_figures(c):
+    """The scale's figures, and a minus and a plus between its ends."""
+    picture = np.zeros((look.COAX_IMAGE, look.COAX_IMAGE, 4), np.float32)
+    for size in look.GAIN_FIGURES:
+        for db in {-size, size}:
+            ink, _ = mask(str(size), look.CAPS_5, tracking=0.2)
+            left, top = labels.beside(ink, gain_degrees(db), (c, c), look.GAIN_MARKS[1],
+                                      look.GAIN_FIGURE_GAP)
+            paste(picture, tint(look.LETTER, ink), left, top)
+    *across, down = look.GAIN_SIGNS
+    for text, x in zip("\N{MINUS SIGN}+", across):
+        ink, _ = mask(text, look.CAPS_6, about=c)
+        paste(picture, tint(look.LETTER, ink), *(int(round(c + at - size / 2)) for at, size in
+                                                 zip((x, down), ink.shape[::-1])))
+    return picture
 
 
 def level_knob(frame):
@@ -98,6 +150,6 @@ def lit(picture, s, c, r, degrees, radius, inner, outer):
                  look.ARC_GLOW * gaussian_filter(lamp, look.ARC_GLOW_REACH * SCALE) * metal)
 
 
-def draw(number, frames):
-    one = {10001: coax_ring, 10002: coax_knob, 10016: level_knob, 10017: high_pass_dial}[number]
-    return np.concatenate([one(frame) for frame in range(frames)], 0)
+def draw(number, frame):
+    return {10001: coax_ring, 10002: coax_knob, 10016: level_knob,
+            10017: high_pass_dial}[number](frame)

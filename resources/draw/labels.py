@@ -6,39 +6,48 @@ from lettering import engrave, mask
 from pixels import paste, tint
 
 
-def place(text, degrees, rect, centre, radius):
-    """The label's ink, and the corner (whole pixels) that puts it closest to its ray and radius
-    inside the click area."""
-    ink, _ = mask(text, look.CAPS_7, about=centre[0])
+def beside(ink, degrees, centre, radius, gap, rect=None):
+    """The corner (whole pixels) that puts the ink on its ray, `gap` away from the mark that ends
+    at `radius`; inside `rect`, if given: left, top, right, bottom."""
     h, w = ink.shape
+    out = np.array((np.sin(np.radians(degrees)), -np.cos(np.radians(degrees))))
+    mark = np.array(centre) + radius * out
+    rows, columns = np.nonzero(ink > 0.4)
+    reach = int(gap + max(h, w)) + 2
+    left, top, right, bottom = rect or (*(int(at) - 2 * reach for at in mark),
+                                        *(int(at) + 2 * reach for at in mark))
     best = None
-    for top in range(rect[1], rect[3] - h + 1):
-        for left in range(rect[0], rect[2] - w + 1):
-            dx, dy = left + w / 2 - centre[0], top + h / 2 - centre[1]
-            off = np.degrees(np.arctan2(dx, -dy)) - degrees
-            sideways = np.radians((off + 180) % 360 - 180) * np.hypot(dx, dy)
-            nearest = np.hypot(max(abs(dx) - w / 2, 0), max(abs(dy) - h / 2, 0))
-            too_near = max(radius - 1 - nearest, 0)
-            cost = sideways ** 2 + 1.5 * (nearest - radius) ** 2 + 400 * too_near
+    for y in range(top, bottom - h + 1):
+        for x in range(left, right - w + 1):
+            nearest = np.hypot(columns + x + 0.5 - mark[0], rows + y + 0.5 - mark[1]).min() - 0.5
+            dx, dy = x + w / 2 - centre[0], y + h / 2 - centre[1]
+            sideways = dx * out[1] - dy * out[0]
+            behind = dx * out[0] + dy * out[1] < radius
+            cost = 12 * (nearest - gap) ** 2 + sideways ** 2 + 1e6 * behind
             if best is None or cost < best[0]:
-                best = (cost, left, top)
-    return ink, best[1], best[2]
+                best = (cost, x, y)
+    return best[1:]
 
 
-def placed(texts, rects, step_degrees, centre, radius):
-    return [place(text, step * step_degrees, rect, centre, radius)
-            for step, (text, rect) in enumerate(zip(texts, rects))]
+def placed(texts, rects, step_degrees, centre, dots, gap):
+    """Of each label its ink and corner; `dots` is the radius of the circle of their marks."""
+    result = []
+    for step, (text, rect) in enumerate(zip(texts, rects)):
+        ink, _ = mask(text, look.CAPS_7, about=centre[0])
+        result.append((ink, *beside(ink, step * step_degrees, centre, dots + look.STEP_DOT,
+                                    gap, rect)))
+    return result
 
 
 def coax(band):
     return placed(look.COAX_LABELS[band], look.COAX_RECTS, look.COAX_STEP_DEGREES, look.COAX_CENTRE,
-                  look.COAX_LABEL_RADIUS)
+                  look.COAX_DOT_RADIUS, look.COAX_LABEL_GAP)
 
 
 def high_pass():
     return placed(look.HPF_LABELS, look.HPF_RECTS, look.HPF_STEP_DEGREES,
                   (look.DIAL_CENTRE, look.DIAL_CENTRE),
-                  look.DIAL_LABEL_RADIUS)
+                  look.DIAL_DOT_RADIUS, look.LABEL_GAP)
 
 
 def engrave_unlit(picture, labels, left, top):
@@ -47,9 +56,10 @@ def engrave_unlit(picture, labels, left, top):
 
 
 def overlay(labels, width, height):
+    """The lit labels."""
     picture = np.zeros((height, width, 4), np.float32)
     for ink, x, y in labels:
-        paste(picture, tint(look.LIT, ink), x, y)
+        paste(picture, tint(look.LIT_LETTER, ink), x, y)
     return picture
 
 

@@ -29,7 +29,7 @@ CAVITY_STRENGTH = 0.16
 # ---- Materials ---------------------------------------------------------------------------------
 # albedo: linear red, green, blue; metal: strength of the highlight; along, across: its width along
 # and across the grain (surface slope).
-GRAPHITE = dict(albedo=(0.0375, 0.0394, 0.0434), metal=0.015, along=0.30, across=0.55)
+GRAPHITE = dict(albedo=(0.0345, 0.0362, 0.0399), metal=0.0138, along=0.30, across=0.55)
 CHASSIS = dict(albedo=(0.0150, 0.0158, 0.0176), metal=0.008, along=0.30, across=0.55)
 ANODISED = dict(albedo=(0.0165, 0.0172, 0.0190), metal=0.075, along=0.22, across=0.50)
 TITANIUM = dict(albedo=(0.0900, 0.0930, 0.0990), metal=0.190, along=0.165, across=0.62)
@@ -44,20 +44,23 @@ LIT_DEEP = (0x7F, 0xB4, 0xD6)       # its glow on metal
 AMBER = (0xF2, 0x9A, 0x4B)          # lamps of switches that turn something off
 AMBER_DEEP = (0xC8, 0x5A, 0x1E)
 LETTER = (0xCE, 0xD1, 0xD4)         # captions
-LETTER_FAINT = (0x97, 0x9C, 0xA2)   # scales and unlit labels
-LETTER_AMBER = (0xC9, 0x87, 0x50)   # the caption of a bypass
+LETTER_FAINT = (0xC4, 0xC8, 0xCD)   # scales and unlit labels
+LIT_LETTER = (0xF0, 0xFA, 0xFF)     # lit labels
 POINTER = (0xF4, 0xF7, 0xF9)
 LAMP_DARK = (0x1B, 0x20, 0x24)      # an unlit lamp
 LETTER_IDLE = (0x7C, 0x90, 0x9C)    # the legend of a key that is on without power
 AMBER_IDLE = (0x80, 0x58, 0x38)
 AMBER_LETTER_IDLE = (0xA0, 0x78, 0x58)
 LAMP_IDLE = (0x5A, 0x70, 0x7E)      # the lamp of a key that is on without power
-KEY_LETTER = (0x9C, 0xA1, 0xA6)     # a key's legend, unlit
+KEY_LETTER = (0xCE, 0xD1, 0xD4)     # a key's legend, unlit
+STORE_LETTER = (0xDD, 0x98, 0x58)   # the drawing on a key that overwrites
+STORE_LIT = (0xFF, 0xC6, 0x8C)
 FIELD = (0xD1, 0xE3, 0xEE)
 
 # ---- Lettering ---------------------------------------------------------------------------------
 FAMILY = "Roboto Condensed"
-CAPS_7 = 9.85           # font sizes by the height of their capitals
+CAPS_5 = 7.04           # font sizes by the height of their capitals
+CAPS_7 = 9.85
 CAPS_6 = 8.45
 CAPS_8 = 11.25
 CAPS_9 = 12.66
@@ -112,12 +115,15 @@ STRIP_MIDDLE = 62.5
 STRIP_SCREWS = ((9.5, 9.5), (115.5, 9.5), (9.5, 438.5), (115.5, 438.5))
 STRIP_SCREW_RADIUS = 3.6
 TITLE_BASE = 20
-T46_NAME_BASES = (48, 150, 252)
-QB9_NAME_BASES = (40, 142, 244)  # clear of the high-pass labels' click areas
-BAND_RULES = (137.5, 239.5)
+NAME_BASES = (40, 142, 244)     # of the knobs' names, each on a hairline
+NAME_RULE_RISE = 4.5    # height of the hairline above the base line
+NAME_RULE_GAP = 5
 NAME_LEFT = 9           # of a band's or knob's name, at the upper left of its knob
+STEP_DOT = 0.85         # radius of the mark of a step
 TICK_LENGTH = 3.0
 TICK_WIDTH = 1.0
+LABEL_GAP = 3.0         # between a mark and its label
+COAX_LABEL_GAP = 4.2    # wider: the click areas are farther out
 
 # Coaxial knob: the view is 121 by 101, with the image at (25, 12)
 COAX_VIEWS = dict(high=(2, 36), mid=(2, 138), low=(2, 240))
@@ -133,14 +139,13 @@ COAX_LABELS = dict(
     high=("OFF", "28k", "24k", "20k", "17k5", "14k", "12k", "10k", "8k2", "6k8"),
     mid=("OFF", "5k6", "4k6", "3k8", "3k", "2k5", "1k8", "1k2", "800", "680"),
     low=("OFF", "550", "430", "370", "300", "200", "120", "82", "63", "33"))
-COAX_TICK_RADIUS = 32.6
-COAX_LABEL_RADIUS = 37.6
+COAX_DOT_RADIUS = 34.8
 RING_RADIUS = 31.0
-RING_INNER = 21.2
+RING_INNER = 25.0
 RING_NOTCHES = 48
 RING_HEIGHT = 8.0
 # profiles: (radius, height)
-RING_PROFILE = ((21.2, 7.3), (22.5, 8.0), (27.0, 8.0), (28.6, 7.25), (31.0, 3.65))
+RING_PROFILE = ((25.0, 7.2), (25.7, 8.0), (28.0, 8.0), (29.0, 7.25), (31.0, 3.65))
 RING_FLOOR = 4.5        # height under the cap
 GROOVE_FLOOR = -1.6     # of the groove that holds a lamp
 KNURL_WIDTH = 2.6
@@ -157,6 +162,19 @@ CAP_TAPER = 0.42        # drop of the cap's side, as a share of its height
 POINTER_START = 0.40    # share of the face's radius
 CAP_SHADOW_HEIGHT = 5.5  # for the shadow on the ring; low, so that the ring's pointer stays legible
 CAP_SHADOW = 0.48
+GAIN_CAP_RADIUS = 13.4
+GAIN_CAP_FACE = 9.8
+GAIN_GROOVE = 15.6
+GAIN_ARC_INNER = 13.7
+GAIN_ARC_OUTER = 15.4
+GAIN_NEEDLE = 15.6      # outer end of the pointer
+GAIN_MARKS = (16.0, 18.6)   # of the marks at the figures
+GAIN_FINE_MARK = 1.3    # length of the marks between, 1 dB apart
+GAIN_FINE_INK = 0.6
+GAIN_FIGURES = (0, 4, 8, 12, 16)    # dB
+GAIN_FIGURE_GAP = 1.6   # between a mark and its figure
+GAIN_SIGNS = (-4.5, 4.5, 20.5)  # from the centre: minus, plus, and down
+GAIN_DISC = 24.9        # radius of the scale's disc
 ARC_INNER = 19.0       # the lamp in the groove around a knob
 ARC_OUTER = 20.9
 POINTER_WIDTH = 1.8
@@ -185,7 +203,7 @@ DIAL_ARC_INNER = 21.3
 DIAL_ARC_OUTER = 23.1
 DIAL_RADIUS = 27.6
 DIAL_TICK_RADIUS = 29.2
-DIAL_LABEL_RADIUS = 34.6
+DIAL_DOT_RADIUS = 30.4
 LEVEL_TICKS = (1, 2, 3, 4, 6, 8, 12, 16)     # dB, positive and negative
 LEVEL_LABELS = (2, 4, 8, 12, 16)
 LEVEL_RANGE = 16        # dB at either end
@@ -206,17 +224,18 @@ LAMP_GLOW_REACH = 1.6
 LEGEND_GLOW = 0.375
 LEGEND_GLOW_REACH = 1.3
 HOVER_GLOW = 0.25
-HELD_WASH = 0.22        # light on the face of a held key
+HELD_WASH = 0.32        # light on the face of a held key
+HOVER_WASH = 0.08
 LOW_SHELF_KEY = (5, 3, 29, 38)
 HIGH_SHELF_KEY = (3, 3, 29, 38)
 PROCESS_KEY = (2, 3, 29, 38)
 SHELF_LEGEND_BASE = 424
 SHELF_GROUP_BASE = 361
 SHELF_GROUP = (14, 77)
-KEY_28K = (4, 4, 35, 26)
-KEY_PHASE = (4, 4, 35, 26)
-KEY_TRANSFORMER = (3, 4, 35, 26)
-KEY_AMPLIFIER = (5, 4, 35, 26)
+KEY_28K = (4, 4, 35, 27)
+KEY_PHASE = (4, 4, 35, 27)
+KEY_TRANSFORMER = (3, 4, 35, 27)
+KEY_AMPLIFIER = (5, 4, 35, 27)
 LED_RADIUS = 5.0
 LED_RIM = 7.2
 LED_PROFILE = ((5.0, -0.2), (5.7, 1.4), (6.0, 1.4), (7.2, 0.0))
@@ -228,19 +247,20 @@ LED_MIDDLE = (10.5, 11.0)
 
 # ---- Main panel --------------------------------------------------------------------------------
 MAIN_PANEL = (89, 487)
-PANEL_LEGEND_LEFT = 53
+PANEL_LEGEND_LEFT = 51
 PANEL_LEGEND_BASE = 11  # below a key's top
 BYPASS_AT = (8, 282)    # its caption's left edge and base line
 POWER_BASE = 451
 SWITCH_SIZE = (47, 92)
 PANEL_RULE_INSET = 6
-PANEL_KEY = (3, 3, 39, 14)
+PANEL_KEY = (3, 3, 37, 14)
 PANEL_KEYS = dict(link=12, second=49, preamp=86, ms=123, left=286, right=305)
 CHANNEL_AT = (6, 172)
 CHANNEL_PITCH = 18      # of the keys; the switch itself divides its 92 rows by five
-CHANNEL_KEY = (2, 3, 39, 14)
-BOTH_OUTLINE = (8, 330, 39, 13)        # left, top, width, height
-BOTH_BASE = 340
+CHANNEL_KEY = (2, 3, 37, 14)
+BOTH_KEY = (3, 2, 37, 12)       # in its click area
+BOTH_AT = (5, 329)
+BOTH_BASE = 11
 PANEL_RULES = (165.5, 270.5, 349.5)
 POWER_MIDDLE = (24.5, 30.0)
 POWER_RADIUS = 20.0
@@ -253,7 +273,7 @@ POWER_SUNK = 2.2        # how much lower its face is when on
 POWER_INK = (0x14, 0x17, 0x1A)
 POWER_AT = (3, 387)
 PANEL_SCREWS = ((79.5, 9.5), (79.5, 477.5))
-INFO_KEY = (3, 2, 39, 15)
+INFO_KEY = (3, 2, 37, 15)
 
 # ---- Channel label -----------------------------------------------------------------------------
 LABEL_AT = (33, 455)
@@ -278,4 +298,4 @@ PRESET_BASE = 499
 PRESET_KEY_HEIGHT = 12
 PRESET_KEY_BASE = 9     # of a legend, below the key's top
 PRESET_KEY_ROUND = 1.8
-PRESET_KEYS = {989: (1, 2, 10, 12), 992: (1, 2, 34, 12), 993: (2, 2, 38, 12)}
+PRESET_KEYS = {989: (3, 2, 8, 12), 992: (1, 2, 34, 12), 993: (3, 2, 36, 12)}

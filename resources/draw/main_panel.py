@@ -14,14 +14,14 @@ def draw(number, frames):
     power_x, power_y = (at + middle for at, middle in zip(look.POWER_AT, look.POWER_MIDDLE))
     picture = plate(power_x, power_y)
     paste(picture, keys.channel_switch(look.SWITCH_SIZE, None), *look.CHANNEL_AT)
+    paste(picture, keys.both(), *look.BOTH_AT)
 
     for name, text in KEY_NAMES.items():
         name_key(picture, text, look.PANEL_KEYS[name] + look.PANEL_KEY[1])
     for k, text in enumerate(CHANNEL_NAMES):
         name_key(picture, text, look.CHANNEL_AT[1] + k * look.CHANNEL_PITCH + look.CHANNEL_KEY[1])
     left, base = look.BYPASS_AT
-    write(picture, "BYPASS", base, look.LETTER_AMBER, left=left, tracking=0.9)
-    write(picture, "BOTH", look.BOTH_BASE, look.LETTER, middle=power_x, tracking=1.0)
+    write(picture, "BYPASS", base, look.LETTER, left=left, tracking=0.9)
     write(picture, "POWER", look.POWER_BASE, look.LETTER, middle=power_x, tracking=1.0)
     return picture
 
@@ -29,7 +29,6 @@ def draw(number, frames):
 def plate(power_x, power_y):
     metal = Plate(look.MAIN_PANEL, look.GRAPHITE, seed=89)
     metal.edges()
-    metal.outline(*look.BOTH_OUTLINE)
     for y in look.PANEL_RULES:
         metal.rule(look.PANEL_RULE_INSET, look.MAIN_PANEL[0] - look.PANEL_RULE_INSET, y)
     metal.knob(power_x, power_y, look.POWER_RADIUS - 1, look.POWER_HEIGHT)

@@ -67,10 +67,6 @@ class Plate:
         """An engraved hairline."""
         self.engrave(box(self.x, self.y, left, y - 0.5, right - left, 1.0, 0.5))
 
-    def outline(self, left, top, width, height):
-        """An engraved rounded rectangle, one hairline wide."""
-        self.engrave(np.abs(box(self.x, self.y, left, top, width, height, look.KEY_ROUND)) - 0.5)
-
     def engrave(self, distance):
         inside = cover(distance, 0.6)
         self.surface.height -= look.HAIRLINE_DEPTH * inside

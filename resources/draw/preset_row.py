@@ -11,9 +11,7 @@ def small_key(size, state, rect=None):
     width, height = size
     rect = rect or (1, 1, width - 2, look.PRESET_KEY_HEIGHT)
     picture = keys.key_body(size, rect, state == 2, round_corners=look.PRESET_KEY_ROUND)
-    if state == 2:
-        picture = keys.held(picture, rect, look.PRESET_KEY_ROUND)
-    return shrink(picture, keys.SCALE)
+    return shrink(keys.wash(picture, rect, look.PRESET_KEY_ROUND, state), keys.SCALE)
 
 
 def menu_key(size):
@@ -36,14 +34,23 @@ def rocker(size, frame):
     return over(*halves)
 
 
-def arrow_key(size, state, up):
-    return keys.ink_on(small_key(size, state), icons.arrow(size, up), *keys.HOVER_INK[state])
+def fetching_key(size, state):
+    """Loads or recalls: an open folder."""
+    return keys.ink_on(small_key(size, state), icons.dotted(size, icons.FOLDER),
+                       *keys.HOVER_INK[state])
+
+
+def overwriting_key(size, state):
+    """Saves or stores: a disk, in amber."""
+    return keys.ink_on(small_key(size, state), icons.dotted(size, icons.DISK),
+                       *keys.STORE_INK[state])
 
 
 def word_key(size, state, text, rect, capitals=look.CAPS_7):
     rgb, glow, strength = keys.HOVER_INK[state]
     base = rect[1] + look.PRESET_KEY_BASE
-    return keys.legend(small_key(size, state, rect), text, base, size[0] / 2, rgb, glow, capitals,
+    middle = rect[0] + rect[2] / 2
+    return keys.legend(small_key(size, state, rect), text, base, middle, rgb, glow, capitals,
                        0.3, strength)
 
 
@@ -51,8 +58,8 @@ def draw(number, frames, width, height):
     size = (width, height // frames)
     one = {
         989: lambda frame: word_key(size, frame, "?", look.PRESET_KEYS[989], look.CAPS_8),
-        990: lambda frame: arrow_key(size, frame, True),
-        991: lambda frame: arrow_key(size, frame, False),
+        990: lambda frame: fetching_key(size, frame),
+        991: lambda frame: overwriting_key(size, frame),
         992: lambda frame: word_key(size, frame, "BANK", look.PRESET_KEYS[992]),
         993: lambda frame: word_key(size, frame, "PRESET", look.PRESET_KEYS[993]),
         995: lambda frame: rocker(size, frame),

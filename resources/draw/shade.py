@@ -94,6 +94,9 @@ def cast_shadow(height, scale, onto=None):
     rays = [(look.LIGHT_SIZE * sideways, look.LIGHT_SIZE * upward) for sideways, upward in
             ((-1.0, 0.0), (-0.5, 0.5), (0.0, -0.5), (0.5, 0.5), (1.0, 0.0))]
     across = np.array((-KEY[1], KEY[0])) / np.hypot(KEY[0], KEY[1])
+    margin = int((look.SHADOW_REACH + 1) * scale)
+    wide = np.pad(height, margin, mode="edge")
+    rows, columns = height.shape
     for sideways, upward in rays:
         dx, dy = KEY[0] + across[0] * sideways, KEY[1] + across[1] * sideways
         flat = np.hypot(dx, dy)
@@ -102,17 +105,9 @@ def cast_shadow(height, scale, onto=None):
         clear = np.ones_like(height)
         for step in np.arange(0.5, length + 0.01, 0.5):
             sx, sy = int(round(dx / flat * step * scale)), int(round(dy / flat * step * scale))
-            blocker = shifted(height, -sx, -sy)
+            blocker = wide[margin + sy:margin + sy + rows, margin + sx:margin + sx + columns]
             penumbra = 0.25 + 0.7 * look.LIGHT_SIZE * step
             clear = np.minimum(clear,
                                np.clip(1 - (blocker - ground - step * rise) / penumbra, 0, 1))
         seen += clear
     return seen / len(rays)
-
-
-def shifted(field, dx, dy):
-    """The field shifted by whole sub-pixels; edge values are repeated."""
-    h, w = field.shape
-    rows = np.clip(np.arange(h) - dy, 0, h - 1)
-    columns = np.clip(np.arange(w) - dx, 0, w - 1)
-    return field[rows][:, columns]

@@ -6,7 +6,10 @@ import labels
 from lettering import engrave, mask, name_between_rules, write
 from pixels import over, shrink, tint
 from plates import Plate
-from shapes import cover, spoke
+from shapes import cover, disc, spoke
+
+T46_NAMES = ("HIGH", "MID", "LOW")
+QB9_NAMES = ("DRIVE", "HPF", "OUT")
 
 
 def strip_plate(seed):
@@ -17,19 +20,46 @@ def strip_plate(seed):
     return plate
 
 
-def name_knobs(picture, names, bases):
-    for text, base in zip(names, bases):
-        write(picture, text, base, look.LETTER, left=look.NAME_LEFT, tracking=0.9, bold=True)
+def knob_rules(plate, names):
+    """The hairlines on which the knobs' names stand; they start behind the names."""
+    for text, base in zip(names, look.NAME_BASES):
+        ink, _ = name(text)
+        left = look.NAME_LEFT + ink.shape[1] + look.NAME_RULE_GAP
+        plate.rule(left, look.STRIP[0] - look.NAME_LEFT, base - look.NAME_RULE_RISE)
+
+
+def name(text):
+    return mask(text, look.CAPS_7, tracking=0.9, bold=True)
+
+
+def name_knobs(picture, names):
+    for text, base in zip(names, look.NAME_BASES):
+        ink, above = name(text)
+        engrave(picture, ink, look.LETTER, look.NAME_LEFT, base - above)
+
+
+def inked(picture, plate, ink):
+    return over(picture, tint(look.LETTER_FAINT, shrink(ink.astype(np.float32), plate.scale)))
+
+
+def dots(picture, plate, centre, angles, radius):
+    """The marks of steps: round, so that none reads as a minus in front of its label."""
+    ink = np.zeros_like(plate.x)
+    for degrees in angles:
+        a = np.radians(degrees)
+        at = centre[0] + radius * np.sin(a), centre[1] - radius * np.cos(a)
+        ink = np.maximum(ink, cover(disc(plate.x, plate.y, *at, look.STEP_DOT), 0.5))
+    return inked(picture, plate, ink)
 
 
 def ticks(picture, plate, centre, angles, radius, length):
-    """Engraved marks at the given pointer angles."""
+    """The marks of a continuous scale."""
     ink = np.zeros_like(plate.x)
     for degrees in angles:
         d = spoke(plate.x, plate.y, centre[0], centre[1], degrees, radius, radius + length,
                   look.TICK_WIDTH)
         ink = np.maximum(ink, cover(d, 0.5))
-    return over(picture, tint(look.LETTER_FAINT, shrink(ink.astype(np.float32), plate.scale)))
+    return inked(picture, plate, ink)
 
 
 def level_position(decibels):
@@ -46,19 +76,17 @@ def level_degrees(decibels):
 
 def t46():
     plate = strip_plate(46)
-    for y in look.BAND_RULES:
-        plate.rule(look.NAME_LEFT, look.STRIP[0] - look.NAME_LEFT, y)
+    knob_rules(plate, T46_NAMES)
     centres = {band: (x + look.COAX_CENTRE[0], y + look.COAX_CENTRE[1])
                for band, (x, y) in look.COAX_VIEWS.items()}
     for cx, cy in centres.values():
         plate.knob(cx, cy, look.RING_RADIUS - 1, look.RING_HEIGHT)
     picture = plate.finish()
     for band, (x, y) in look.COAX_VIEWS.items():
-        picture = ticks(picture, plate, centres[band],
-                        [look.COAX_STEP_DEGREES * k for k in range(10)],
-                        look.COAX_TICK_RADIUS, look.TICK_LENGTH)
+        picture = dots(picture, plate, centres[band],
+                       [look.COAX_STEP_DEGREES * k for k in range(10)], look.COAX_DOT_RADIUS)
         labels.engrave_unlit(picture, labels.coax(band), x, y)
-    name_knobs(picture, ("HIGH", "MID", "LOW"), look.T46_NAME_BASES)
+    name_knobs(picture, T46_NAMES)
     write(picture, "T46", look.TITLE_BASE, look.LETTER, look.CAPS_9, middle=look.STRIP_MIDDLE,
           tracking=2.0)
     name_between_rules(picture, "SHELF", look.SHELF_GROUP, look.SHELF_GROUP_BASE, look.LETTER, 1.2)
@@ -69,20 +97,20 @@ def t46():
 
 def qb9():
     plate = strip_plate(9)
+    knob_rules(plate, QB9_NAMES)
     centres = {name: (x + look.DIAL_CENTRE, y + look.DIAL_CENTRE)
                for name, (x, y) in look.DIAL_VIEWS.items()}
-    for name, (cx, cy) in centres.items():
-        plate.knob(cx, cy, look.DIAL_RADIUS - 1, 4.6 if name == "hpf" else 3.0)
+    for knob, (cx, cy) in centres.items():
+        plate.knob(cx, cy, look.DIAL_RADIUS - 1, 4.6 if knob == "hpf" else 3.0)
     picture = plate.finish()
-    name_knobs(picture, ("DRIVE", "HPF", "OUT"), look.QB9_NAME_BASES)
-    for name in look.DIAL_VIEWS:
-        if name == "hpf":
-            picture = ticks(picture, plate, centres[name],
-                            [look.HPF_STEP_DEGREES * k for k in range(12)],
-                            look.DIAL_TICK_RADIUS, look.TICK_LENGTH)
-            labels.engrave_unlit(picture, labels.high_pass(), *look.DIAL_VIEWS[name])
+    name_knobs(picture, QB9_NAMES)
+    for knob in look.DIAL_VIEWS:
+        if knob == "hpf":
+            picture = dots(picture, plate, centres[knob],
+                           [look.HPF_STEP_DEGREES * k for k in range(12)], look.DIAL_DOT_RADIUS)
+            labels.engrave_unlit(picture, labels.high_pass(), *look.DIAL_VIEWS[knob])
         else:
-            picture = level_scale(picture, plate, centres[name])
+            picture = level_scale(picture, plate, centres[knob])
     write(picture, "QB11", look.TITLE_BASE, look.LETTER, look.CAPS_9, middle=look.STRIP_MIDDLE,
           tracking=2.0)
     return picture
@@ -94,11 +122,8 @@ def level_scale(picture, plate, centre):
     for db in (0,) + tuple(sign * db for db in look.LEVEL_LABELS for sign in (1, -1)):
         sign = "" if abs(db) < look.LEVEL_RANGE else "+" if db > 0 else "\N{MINUS SIGN}"
         ink, _ = mask(sign + str(abs(db)), look.CAPS_6, about=centre[0])
-        h, w = ink.shape
-        a = np.radians(level_degrees(db))
-        reach = look.DIAL_LABEL_RADIUS + abs(np.sin(a)) * w / 2 + abs(np.cos(a)) * h / 2
-        left = int(round(centre[0] + reach * np.sin(a) - w / 2))
-        top = int(round(centre[1] - reach * np.cos(a) - h / 2))
+        left, top = labels.beside(ink, level_degrees(db), centre,
+                                  look.DIAL_TICK_RADIUS + look.TICK_LENGTH, look.LABEL_GAP)
         engrave(picture, ink, look.LETTER_FAINT, left, top)
     write(picture, "dB", int(centre[1] + 38), look.LETTER_FAINT, look.CAPS_6, middle=centre[0])
     return picture

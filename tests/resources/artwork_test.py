@@ -41,21 +41,39 @@ COAX_RECTS, DIAL_RECTS = click_areas("band"), click_areas("dial")
 # overlay: (strip, view's corner on the strip, label rectangles, knob's centre in the view, radius
 # outside which there are no scale marks)
 OVERLAYS = {
-    10013: (10000, (2, 36), COAX_RECTS, (60.5, 47.5), 36.5),
-    10014: (10000, (2, 138), COAX_RECTS, (60.5, 47.5), 36.5),
-    10015: (10000, (2, 240), COAX_RECTS, (60.5, 47.5), 36.5),
-    10021: (10009, (7, 128), DIAL_RECTS, (56.0, 56.0), 33.2),
+    10013: (10000, (2, 36), COAX_RECTS, (60.5, 47.5), 36.7),
+    10014: (10000, (2, 138), COAX_RECTS, (60.5, 47.5), 36.7),
+    10015: (10000, (2, 240), COAX_RECTS, (60.5, 47.5), 36.7),
+    10021: (10009, (7, 128), DIAL_RECTS, (56.0, 56.0), 32.5),
 }
 # strip: (frames with a pointer, first direction, degrees per frame, radii between which the pointer
 # is measured, tolerance, radii of the metal around it or none)
 POINTERS = {
-    10001: (range(0, 20, 2), 0, 30, (22.5, 29.5), 0.6, None),
+    10001: (range(0, 20, 2), 0, 30, (25.5, 30.0), 0.6, None),
     10017: (range(12), 0, 30, (20.5, 26.5), 0.6, (5.0, 12.5)),
-    10002: (range(129), -150, 300 / 128, (6.5, 12.5), 0.7, (5.0, 12.5)),
+    10002: (range(129), -150, 300 / 128, (4.2, 9.6), 1.3, (4.0, 9.0)),
     10016: (range(101), -150, 3, (7.0, 13.5), 0.7, (5.0, 14.0)),
 }
 BUTTONS = (989, 990, 991, 992, 993, 995, 10003, 10004, 10005, 10006, 10010, 10011, 10012, 10018,
            10020, 10025, 10026)
+# caption: (bitmap, left, right, base line, or none where it is not aligned with others); capitals
+# are 7 high
+CAPTIONS = {
+    **{f"{knob} of {strip}": (strip, 9, 9 + width, base) for strip, names in
+       ((10000, (("HIGH", 23), ("MID", 18), ("LOW", 22))),
+        (10009, (("DRIVE", 28), ("HPF", 20), ("OUT", 20))))
+       for (knob, width), base in zip(names, (40, 142, 244))},
+    **{name: (10000, left, left + 30, 424) for name, left in
+       (("LOW key", 14), ("HIGH key", 48), ("EQ IN", 82))},
+    **{name: (10022, 50, 86, base) for name, base in
+       (("LINK", 26), ("2xT46", 63), ("QB11", 100), ("M/S", 137), ("MID", 186), ("LEFT", 204),
+        ("STEREO", 222), ("RIGHT", 240), ("SIDE", 258), ("L", 300), ("R", 319))},
+    "BYPASS": (10022, 8, 48, 282), "BOTH": (10022, 12, 42, 340), "POWER": (10022, 8, 46, 451),
+    "INFO": (10025, 8, 38, 13), "BANK": (992, 4, 32, 11), "PRESET": (993, 6, 37, 11),
+}
+CONTRAST = 4.5
+# a gain knob's still scale: decibels with a long mark, degrees a decibel, radii of the marks
+GAIN_MARKS, GAIN_DEGREES, GAIN_RADII = range(-16, 17, 4), 300 / 32, (16.8, 18.3)
 LAMPS = (10003, 10004, 10005, 10010, 10011, 10012, 10026)
 # layout: right end of the channel label's view, and left and right ends of each name's strips
 LAYOUTS = [(304, (42, 167), (180, 305)), (554, (42, 292), (305, 555)), (804, (42, 417), (430, 805))]
@@ -84,6 +102,20 @@ def frames(number):
 def brightness(data):
     """Luma of a picture over black."""
     return (data[..., :3] @ (0.299, 0.587, 0.114)) * data[..., 3] / 255
+
+
+def luminance(data):
+    """Relative luminance of opaque sRGB, as for contrast ratios."""
+    c = data[..., :3] / 255
+    linear = np.where(c <= 0.04045, c / 12.92, ((c + 0.055) / 1.055) ** 2.4)
+    return linear @ (0.2126, 0.7152, 0.0722)
+
+
+def contrast(area):
+    """Of the ink in an area, the mean of the pixels over half its brightness, to the metal."""
+    light = luminance(area).ravel()
+    metal, ink = np.median(light[light <= np.median(light)]), np.sort(light)[-3:].mean()
+    return (light[light > (metal + ink) / 2].mean() + 0.05) / (metal + 0.05)
 
 
 def laid_over(below, above):
@@ -164,6 +196,54 @@ class Artwork(unittest.TestCase):
                                  f"{name}: lit where there is no ink")
                 self.assertLess(np.abs(read - a)[a > 0.5].max(), 0.25, f"{name}: labels differ")
             self.assertFalse(outside.any(), f"{overlay}: ink outside every click area")
+
+    def test_lettering_is_legible_and_aligned(self):
+        """Contrast of captions and figures, base lines, and the gap between marks and labels."""
+        found = {}
+        for name, (number, left, right, base) in CAPTIONS.items():
+            area = picture(number)[base - 8:base + 1, left:right]
+            found[name] = contrast(area)
+            rows = brightness(area).max(1)
+            inked = np.flatnonzero(rows > (rows.max() + np.median(brightness(area))) / 2)
+            self.assertLessEqual(abs(inked[0] - 1) + abs(inked[-1] - 7), 1, f"{name}: base line")
+        for overlay, (strip, (x, y), rects, centre, clear) in OVERLAYS.items():
+            height, width = picture(overlay).shape[:2]
+            plate = picture(strip)[y:y + height, x:x + width]
+            light = brightness(plate)
+            dx, dy, radius, at = around(centre, 0, 0, width, height)
+            gaps = []
+            for step, (left, top, right, bottom) in enumerate(rects):
+                area = np.s_[top:bottom, left:right]
+                outside = radius[area] > clear
+                metal = np.median(light[area])
+                found[f"{overlay} step {step}"] = contrast(plate[area][outside][None])
+                label = (light[area] > metal + 45) & outside
+                mark = (radius < clear) & (radius > clear - 4)
+                mark &= np.abs(turned(at - 30 * step)) < 6
+                weight = np.where(mark, light - metal - 15, 0).clip(0)
+                mark_x, mark_y = ((weight * each).sum() / weight.sum() for each in (dx, dy))
+                gaps.append(np.hypot(dx[area] - mark_x, dy[area] - mark_y)[label].min())
+            print(f"{overlay}: marks are {min(gaps):.2f} to {max(gaps):.2f} from their labels")
+            self.assertLessEqual(np.ptp(gaps), 1, f"{overlay}: {np.round(gaps, 2)}")
+        print("contrast:", ", ".join(f"{name} {ratio:.2f}" for name, ratio in found.items()))
+        for name, ratio in found.items():
+            self.assertGreaterEqual(ratio, CONTRAST, name)
+
+    def test_gain_scale(self):
+        """Its long marks stand where the pointer stands at that gain, and never change."""
+        knob = frames(10002)
+        still = np.median(brightness(knob), 0)
+        _, _, r, at = around((35.5, 35.5), 0, 0, 71, 71)
+        for db in GAIN_MARKS:
+            away = turned(at - db * GAIN_DEGREES)
+            near = (r > GAIN_RADII[0]) & (r < GAIN_RADII[1]) & (np.abs(away) < 4.5)
+            ink = (still - still[near].min()) * near
+            self.assertGreater(ink.max(), 60, f"{db} dB: no mark")
+            self.assertLess(abs((ink * away).sum() / ink.sum()), 1.0, f"{db} dB: mark is off")
+        scale = (r > 17) & (r < 24)
+        self.assertLess(np.ptp(brightness(knob)[:, scale], 0).max(), 12, "the scale moves")
+        figures = knob[64][..., :3][(r > 19.5) & (r < 24)]
+        self.assertGreater(contrast(figures), CONTRAST)
 
     def test_pointers(self):
         """They point to their ticks and turn around the centre; the metal around them is still."""
