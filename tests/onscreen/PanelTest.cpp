@@ -147,23 +147,23 @@ TEST_F(Panel, ANameIsPastedUpToItsLengthInBytesAndCopied)
     std::string name;
     for (int i = 0; i < 4; ++i)
         name += "\xE5\xA3\xB0\xE9\x9F\xB3";
-    const auto shortcut = [](User& user, const char* letter) {
+    const auto shortcut = [](User& user, Key letter) {
         userinput::key(Key::Control, true);
-        user.type(letter);
+        user.tap(letter);
         userinput::key(Key::Control, false);
         user.pause(300);
     };
     setClipboard(name);
     Host::user([&](User& user) {
         clickToOpen(user, field);
-        shortcut(user, "v");
+        shortcut(user, Key::V);
         user.tap(Key::Return);
     });
     EXPECT_EQ(host->programName(), name.substr(0, 21));
     setClipboard("");
     Host::user([&](User& user) {
         clickToOpen(user, field);
-        shortcut(user, "c");
+        shortcut(user, Key::C);
         EXPECT_EQ(clipboard(), name.substr(0, 21));
         user.tap(Key::Escape);
     });

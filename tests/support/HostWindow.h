@@ -63,7 +63,7 @@ const VSTGUI::CColor kScribble(255, 0, 255);
 namespace userinput {
 
 enum class Button { Left, Right };
-enum class Key { Control, Return, Escape, Tab, Down };
+enum class Key { Control, Return, Escape, Tab, Down, C, V };
 
 void movePointer(Place where);
 void button(Button which, bool down);

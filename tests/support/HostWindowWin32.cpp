@@ -231,7 +231,7 @@ void wheel(bool up)
 
 void key(Key which, bool down)
 {
-    constexpr WORD kKeys[] = {VK_CONTROL, VK_RETURN, VK_ESCAPE, VK_TAB, VK_DOWN};
+    constexpr WORD kKeys[] = {VK_CONTROL, VK_RETURN, VK_ESCAPE, VK_TAB, VK_DOWN, 'C', 'V'};
     sendKey(kKeys[static_cast<int>(which)], 0, down ? 0 : KEYEVENTF_KEYUP);
 }
 

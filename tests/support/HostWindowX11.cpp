@@ -217,7 +217,7 @@ void wheel(bool up)
 
 void key(Key which, bool down)
 {
-    constexpr KeySym kSymbols[] = {XK_Control_L, XK_Return, XK_Escape, XK_Tab, XK_Down};
+    constexpr KeySym kSymbols[] = {XK_Control_L, XK_Return, XK_Escape, XK_Tab, XK_Down, XK_c, XK_v};
     pressKey(kSymbols[static_cast<int>(which)], down);
 }
 
