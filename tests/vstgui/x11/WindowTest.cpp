@@ -2,6 +2,7 @@
 #include "tests/vstgui/Traces.h"
 #include "tests/vstgui/x11/User.h"
 #include "vstgui/platform/iplatformfont.h"
+#include "vstgui/platform/iplatformsurface.h"
 #include "vstgui/platform/x11/x11errors.h"
 
 #include <X11/keysym.h>
@@ -40,8 +41,14 @@ TEST_F(X11Window, TypingIntoTheTextBoxIsUtf8)
     auto* edit = addEdit();
     user(to(100, 70) + " click 1");
     ASSERT_NE(edit->getPlatformTextEdit(), nullptr);
+    const auto modifiers = [] {
+        const char* const set = XSetLocaleModifiers(nullptr);
+        return std::string(set ? set : "");
+    };
+    const std::string hosts = modifiers();
     user("type --delay 20 {}", "x \xC3\xA4\xE2\x82\xAC\xE2\x82\xAC");
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "x \xC3\xA4\xE2\x82\xAC\xE2\x82\xAC");
+    EXPECT_EQ(modifiers(), hosts) << "those of the host";
     user("key BackSpace key Left key Left key Left key Right key Delete key Home key BackSpace key "
          "End key Delete");
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "x \xE2\x82\xAC");
@@ -107,6 +114,27 @@ TEST_F(X11Window, TheTextBoxCopiesCutsAndPastes)
     user("type end");
     user(to(30, 70) + " click 2");
     EXPECT_TRUE(pumpUntil([&] { return text() == "middleend"; })) << text();
+}
+
+TEST_F(X11Window, TextInScriptsThatTheFontLacksComesFromOtherFonts)
+{
+    // A letter that no font has, "sound" in Chinese, and a Hebrew letter: all look different.
+    const std::string texts[] = {"\xF4\x8F\xBF\xBD", "\xE5\xA3\xB0", "\xE9\x9F\xB3", "\xD7\x90"};
+    std::vector<std::vector<uint8_t>> pictures;
+    const auto font = owned(new CFontDesc("Arial", 14));
+    CCoord width = font->getPlatformFont()->getStringWidth("a");
+    for (const std::string& text : texts) {
+        const auto surface = owned(IPlatformSurface::create(40, 20));
+        surface->fillRect(CRect(0, 0, 40, 20), kWhiteCColor);
+        surface->drawString(font->getPlatformFont(), text.c_str(), CPoint(5, 15), kBlackCColor,
+                            true);
+        pictures.push_back(surface->readPixels().rgba);
+        for (std::size_t i = 0; i + 1 < pictures.size(); ++i)
+            EXPECT_NE(pictures[i], pictures.back()) << text;
+        width += font->getPlatformFont()->getStringWidth(text.c_str());
+    }
+    const std::string all = texts[0] + texts[1] + texts[2] + texts[3] + "a";
+    EXPECT_NEAR(font->getPlatformFont()->getStringWidth(all.c_str()), width, 1e-6);
 }
 
 TEST_F(X11Window, TheMouseSetsTheCaretAndSelectsInTheTextBox)

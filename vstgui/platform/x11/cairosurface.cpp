@@ -1,7 +1,5 @@
 #include "vstgui/platform/x11/cairosurface.h"
 
-#include "platform/Utf8.h"
-
 #include "vstgui/platform/x11/cairobitmap.h"
 #include "vstgui/platform/x11/cairofont.h"
 
@@ -86,9 +84,11 @@ void CairoSurface::drawString(IPlatformFont* font, UTF8StringPtr text, const CPo
                               const CColor& color, bool antialias)
 {
     setSource(cairo.get(), color);
-    cairo_set_scaled_font(cairo.get(), static_cast<CairoFont*>(font)->getFont(antialias));
     cairo_move_to(cairo.get(), baseline.x, baseline.y);
-    cairo_show_text(cairo.get(), platform::validUtf8(text).c_str());
+    for (const auto& run : static_cast<CairoFont*>(font)->runsOf(text, antialias)) {
+        cairo_set_scaled_font(cairo.get(), run.font);
+        cairo_show_text(cairo.get(), run.text.c_str());
+    }
     cairo_new_path(cairo.get());
 }
 

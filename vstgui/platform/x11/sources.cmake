@@ -1,6 +1,6 @@
 # The Linux platform: Xlib for the window, cairo for drawing, D-Bus for file dialogs.
 find_package(PkgConfig REQUIRED)
-pkg_check_modules(ZKR_X11 REQUIRED IMPORTED_TARGET x11 cairo)
+pkg_check_modules(ZKR_X11 REQUIRED IMPORTED_TARGET x11 cairo cairo-ft fontconfig)
 
 # Loaded when it is needed, hence not linked.
 pkg_check_modules(ZKR_DBUS REQUIRED dbus-1)

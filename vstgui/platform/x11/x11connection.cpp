@@ -79,12 +79,17 @@ XIM X11Connection::getInputMethod()
         return inputMethod;
     inputMethodTried = true;
     const X11ErrorGuard guard(display);
-    inputMethod = XOpenIM(display, nullptr, nullptr, nullptr);
-    if (!inputMethod) {
-        // Xlib's built-in input method, which needs no server and handles compose sequences.
-        XSetLocaleModifiers("@im=none");
-        inputMethod = XOpenIM(display, nullptr, nullptr, nullptr);
+    // The modifiers are the host's, too.
+    const char* const set = XSetLocaleModifiers(nullptr);
+    const std::string hosts = set ? set : "";
+    // The user's input method, by the variable XMODIFIERS, or else Xlib's built-in one, which needs
+    // no server and handles compose sequences.
+    for (const char* const modifiers : {"", "@im=none"}) {
+        XSetLocaleModifiers(modifiers);
+        if (!inputMethod)
+            inputMethod = XOpenIM(display, nullptr, nullptr, nullptr);
     }
+    XSetLocaleModifiers(hosts.c_str());
     return inputMethod;
 }
 
