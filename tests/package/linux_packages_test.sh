@@ -130,11 +130,40 @@ for binary in "${binaries[@]}"; do
     expect "libraries missing for $binary" "" "$(ldd -r "$binary" 2>&1 | sed -n '/not found\|undefined/p')"
     if objdump -h "$binary" | grep -q '\.debug_\|\.symtab'; then fail "$binary is not stripped"; fi
 done
+# Ubuntu 22.04 has these versions of the C and C++ libraries; also its other libraries suffice.
+expect "versions newer than Ubuntu 22.04's" "" "$(objdump -p "${binaries[@]}" | awk '
+    BEGIN { newest["GLIBC"] = "2.35"; newest["GLIBCXX"] = "3.4.30"; newest["CXXABI"] = "1.3.13"
+            newest["GCC"] = "12.0.0" }
+    function newer(a, b,   i, x, y) {
+        split(a, x, "."); split(b, y, ".")
+        for (i = 1; i <= 3; ++i) if (x[i] + 0 != y[i] + 0) return x[i] + 0 > y[i] + 0
+        return 0
+    }
+    /^  required from/ { inside = 1; next }
+    inside && $1 ~ /^0x/ {
+        split($4, of, "_")
+        if (of[1] in newest && (of[2] !~ /^[0-9]/ || newer(of[2], newest[of[1]]))) print $4
+        next
+    }
+    { inside = 0 }' | sort -u)"
 needed=$(objdump -p "${binaries[@]}" | awk '$1 == "NEEDED" {print $2}' | sort -u | while read -r name; do
     file=$(ldconfig -p | awk -v name="$name" '$1 == name && /x86-64/ {print $NF}')
     { dpkg -S "$file" "$(realpath "$file")" 2>/dev/null || true; } | cut -d : -f 1
 done | sort -u)
 [ -n "$needed" ] || fail "the binaries need no library at all"
+while read -r name least; do
+    case $name in
+    libc6) has=2.35-0ubuntu3 ;;
+    libcairo2) has=1.16.0-5ubuntu2 ;;
+    libebur128-1) has=1.2.6-1 ;;
+    libgcc-s1 | libstdc++6) has=12-20220319-1ubuntu1 ;;
+    libsndfile1) has=1.0.31-2 ;;
+    libx11-6) has=2:1.7.5-1 ;;
+    *) fail "Depends names $name, whose version in Ubuntu 22.04 is not listed here" ;;
+    esac
+    dpkg --compare-versions "$has" ge "${least:-0}" ||
+        fail "the package needs $name $least, Ubuntu 22.04 has $has"
+done < <(field Depends | tr ',' '\n' | sed 's/[(>=)]//g')
 expect "packages of the needed libraries" "$needed" \
     "$(field Depends | tr ',' '\n' | sed 's/^ *//; s/[ (:].*//' | sort -u)"
 
