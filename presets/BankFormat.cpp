@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
@@ -203,8 +204,10 @@ void ImageWriter::appendValue(std::int32_t preset, unsigned id, float value)
 
 void ImageWriter::append32(std::uint32_t value)
 {
-    for (int shift = 0; shift < 32; shift += 8)
-        image.push_back(static_cast<std::uint8_t>(value >> shift));
+    const std::uint8_t bytes[] = {
+        static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(value >> 8),
+        static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 24)};
+    image.insert(image.end(), std::begin(bytes), std::end(bytes));
 }
 
 void ImageWriter::appendHead(RecordKind kind, std::size_t recordSize, std::int32_t preset)
