@@ -90,7 +90,7 @@ struct CheckedController {
         if (isFile) {
             // Some systems wait for the disk when an existing file is truncated.
             std::filesystem::remove(path);
-            writeContent(path, std::string(image.begin(), image.end()));
+            writeContent(path, {reinterpret_cast<const char*>(image.data()), image.size()});
             isBank ? controller.loadBank(path.c_str(), reversed)
                    : controller.loadPreset(path.c_str(), reversed);
         } else {
