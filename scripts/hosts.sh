@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs the built plug-in unattended in third-party hosts and checks the results.
-# Usage: hosts.sh [ardour|ardour-window|qtractor]...          (default: all)
+# Usage: hosts.sh [audacity|ardour|ardour-window|qtractor]...          (default: all)
 #
 # Builds dist/linux first, or uses another folder with the same layout, named in ZKR_DIST. The hosts
 # get their own home folder under build/hosts; sessions, results and logs stay there until the next
@@ -9,12 +9,12 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 sections=("$@")
-[ ${#sections[@]} -gt 0 ] || sections=(qtractor ardour ardour-window)
+[ ${#sections[@]} -gt 0 ] || sections=(qtractor audacity ardour ardour-window)
 for section in "${sections[@]}"; do
     case $section in
-    ardour | ardour-window | qtractor) ;;
+    audacity | ardour | ardour-window | qtractor) ;;
     *)
-        echo "usage: hosts.sh [ardour|ardour-window|qtractor]..." >&2
+        echo "usage: hosts.sh [audacity|ardour|ardour-window|qtractor]..." >&2
         exit 2
         ;;
     esac
@@ -71,6 +71,20 @@ expect() {
     [ ! -s "$output.automation" ] || options+=(--automate "$output.automation")
     "$dist/zkrt46" render --plugin "$dist/ZKRT46.so" --bits 32f "${options[@]}" \
         --pre-roll "$(awk "BEGIN { print $(silence "$rate") / $rate }")" "$input" "$output"
+}
+
+# drawn FILE OPTIONS...: a picture of the editor by our own tool.
+drawn() { "$dist/zkrt46" screenshot --output "$1" "${@:2}" >/dev/null; }
+
+# alike WORDS FILE EXPECTED: two pictures must be equal.
+alike() {
+    local differing
+    differing=$(compare -metric AE "$2" "$3" "${2%.png}-difference.png" 2>&1) || true
+    if [ "$differing" = 0 ]; then
+        echo "  $1: equals our own tool's picture"
+    else
+        fail "$1: $differing pixels differ between $2 and $3"
+    fi
 }
 
 for section in "${sections[@]}"; do

@@ -8,20 +8,6 @@ cp "$root/ardour/dummy_engine.config" "$XDG_CONFIG_HOME/ardour7/config"
 touch "$XDG_CONFIG_HOME/ardour7/.a7"  # not the first start
 "$root/make_audio.py" "$audio/window.wav" 48000 2 stereo
 
-# drawn FILE OPTIONS...: a picture of the editor by our own tool.
-drawn() { "$dist/zkrt46" screenshot --output "$1" "${@:2}" >/dev/null; }
-
-# alike WORDS FILE EXPECTED: two pictures must be equal.
-alike() {
-    local differing
-    differing=$(compare -metric AE "$2" "$3" "$results/$(basename "$2" .png)-difference.png" 2>&1) || true
-    if [ "$differing" = 0 ]; then
-        echo "  $1: equals our own tool's picture"
-    else
-        fail "$1: $differing pixels differ between $2 and $3"
-    fi
-}
-
 # shown NAME WIDTH look|edit: opens the session's window through drive_window.sh.
 shown() {
     echo "$2" >"$sessions/$1/width"

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Writes a 16-bit WAV file with decaying low notes, a high tone and noise, different in left and
 right; "mono" is the left channel alone, "doubled" the left one in both channels.
-Usage: make_audio.py FILE RATE SECONDS stereo|mono|doubled"""
+Usage: make_audio.py FILE RATE SECONDS stereo|mono|doubled [SILENCE]     SILENCE in samples"""
 import sys
 import wave
 
@@ -17,7 +17,9 @@ for channel in range(2):
     columns.append(0.5 * note + 0.05 * tone + 0.1 * noise.uniform(-1, 1, len(time)))
 left, right = columns
 columns = {"stereo": [left, right], "mono": [left], "doubled": [left, left]}[kind]
+silence = int(sys.argv[5]) if len(sys.argv) > 5 else 0
 samples = numpy.round(numpy.stack(columns, axis=1) * 32767).astype("<i2")
+samples = numpy.pad(samples, ((silence, 0), (0, 0)))
 with wave.open(path, "wb") as file:
     file.setnchannels(len(columns))
     file.setsampwidth(2)
