@@ -156,6 +156,7 @@ while read -r name least; do
     libc6) has=2.35-0ubuntu3 ;;
     libcairo2) has=1.16.0-5ubuntu2 ;;
     libebur128-1) has=1.2.6-1 ;;
+    libfontconfig1) has=2.13.1-4.2ubuntu5 ;;
     libgcc-s1 | libstdc++6) has=12-20220319-1ubuntu1 ;;
     libsndfile1) has=1.0.31-2 ;;
     libx11-6) has=2:1.7.5-1 ;;

@@ -15,7 +15,7 @@ case $library in
 *)
     exports=$(nm -D --defined-only "$library" | awk '{print $3}' | LC_ALL=C sort)
     needed=$(objdump -p "$library" | awk '$1 == "NEEDED" {print $2}')
-    allowed='^(libc|libm|libX11|libcairo|ld-linux-x86-64)\.so\.[0-9]+$'
+    allowed='^(libc|libm|libX11|libcairo|libfontconfig|ld-linux-x86-64)\.so\.[0-9]+$'
     newer=$(objdump -T "$library" | awk 'match($0, /GLIBC_2\.[0-9]+/) {
         if (substr($0, RSTART + 8, RLENGTH - 8) + 0 > 35) print $NF }')
     ;;

@@ -77,6 +77,11 @@ TEST_F(WrappedEffect, NoCallWithOddArgumentsWritesBeyondTheHostsBuffer)
     for (const VstInt32 index : {-1, kWritable, INT_MIN, INT_MAX}) {
         host.set(index, 0.7f);
         EXPECT_EQ(host.get(index), 0.0f);
+        for (const VstInt32 opcode : {effGetParamLabel, effGetParamDisplay, effGetParamName}) {
+            std::string room = untouched;
+            host.call(opcode, index, 0, &room[0]);
+            EXPECT_EQ(room[0], '\0') << "opcode " << opcode << ", index " << index;
+        }
     }
     host.effect->process(host.effect, nullptr, nullptr, 16);
     host.effect->processReplacing(host.effect, nullptr, nullptr, -5);

@@ -348,6 +348,14 @@ TEST_F(CommandLine, WritesMeasurementsAsTablesAndPictures)
     EXPECT_EQ(run("response --points 2 -o x.png", "timeout() { shift; PATH=/nowhere \"$@\"; };"),
               2);
     EXPECT_NE(err.find("gnuplot"), std::string::npos) << err;
+    std::filesystem::create_directory(folder / "killed");
+    writeContent(folder / "killed/gnuplot", "#!/bin/sh\nkill -KILL $$\n");
+    std::filesystem::permissions(folder / "killed/gnuplot", std::filesystem::perms::owner_all);
+    EXPECT_EQ(
+        run("response --points 2 -o x.png", "timeout() { shift; PATH=$PWD/killed:$PATH \"$@\"; };"),
+        2)
+        << err;
+    EXPECT_FALSE(std::filesystem::exists(folder / "x.png"));
 }
 
 // One JSON text, in which these values are found by their pointers.
