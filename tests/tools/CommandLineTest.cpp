@@ -349,7 +349,8 @@ TEST_F(CommandLine, WritesMeasurementsAsTablesAndPictures)
               2);
     EXPECT_NE(err.find("gnuplot"), std::string::npos) << err;
     std::filesystem::create_directory(folder / "killed");
-    writeContent(folder / "killed/gnuplot", "#!/bin/sh\nkill -KILL $$\n");
+    writeContent(folder / "killed/gnuplot",
+                 "#!/bin/sh\ncat >/dev/null\necho half\nkill -KILL $$\n");
     std::filesystem::permissions(folder / "killed/gnuplot", std::filesystem::perms::owner_all);
     EXPECT_EQ(
         run("response --points 2 -o x.png", "timeout() { shift; PATH=$PWD/killed:$PATH \"$@\"; };"),
