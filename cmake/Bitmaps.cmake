@@ -27,7 +27,10 @@ function(zkr_bitmaps list output)
     endforeach()
     string(APPEND names "    ${name} = ${number},\n")
     if(WIN32)
-      string(APPEND bytes "${number} PNG \"${folder}/${file}\"\n")
+      # A script is compiled anew only if its own text changes, so that it holds the file's hash.
+      set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${folder}/${file})
+      file(SHA256 ${folder}/${file} hash)
+      string(APPEND bytes "// ${hash}\n${number} PNG \"${folder}/${file}\"\n")
     else()
       string(APPEND bytes "bitmap${number}: .incbin \"${folder}/${file}\"\nend${number}:\n")
       # struct EmbeddedBitmap: number, padding, address, length.
@@ -55,5 +58,7 @@ ${names}};
 }  // namespace bitmaps
 ")
   file(CONFIGURE OUTPUT ${output} CONTENT "${bytes}" @ONLY)
-  set_source_files_properties(${output} PROPERTIES OBJECT_DEPENDS "${files}")
+  if(NOT WIN32)
+    set_source_files_properties(${output} PROPERTIES OBJECT_DEPENDS "${files}")
+  endif()
 endfunction()
