@@ -52,7 +52,7 @@ void ZKRPresetSystemEditor3::notifyPanels(int32 tag, double value)
 
 void ZKRPresetSystemEditor3::valueChanged(CControl* control)
 {
-    // A dialog blocks, and the host may close the editor meanwhile.
+    // On Windows a dialog blocks, and the host may close the editor meanwhile.
     const IPtr<ZKRPresetSystemEditor3> alive(this);
     const float value = control->getValue();
     const bool storing = value >= 0.75f;

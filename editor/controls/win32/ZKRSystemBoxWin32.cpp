@@ -1,6 +1,7 @@
 #include "editor/controls/win32/ZKRSystemBoxWin32.h"
 
 #include "platform/win32/WideText.h"
+#include "vstgui/platform/win32/win32textedit.h"
 
 #include <algorithm>
 #include <array>
@@ -37,18 +38,6 @@ HFONT createFont(const CFontDesc& field)
     return CreateFontIndirectW(&description);
 }
 
-// Of a line of text, in pixels.
-LONG heightOf(HFONT font)
-{
-    const HDC device = GetDC(nullptr);
-    const HGDIOBJ before = SelectObject(device, font);
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(device, &metrics);
-    SelectObject(device, before);
-    ReleaseDC(nullptr, device);
-    return metrics.tmHeight;
-}
-
 unsigned char heldModifiers()
 {
     const auto held = [](int key, int modifier) { return GetKeyState(key) < 0 ? modifier : 0; };
@@ -72,7 +61,7 @@ ZKRSystemBoxWin32* ZKRSystemBoxWin32::create(HWND parent, IPlatformTextEditCallb
 
 ZKRSystemBoxWin32::ZKRSystemBoxWin32(IPlatformTextEditCallback* textEdit)
     : IPlatformTextEdit(textEdit), font(createFont(*textEdit->platformGetFont())),
-      lineHeight(heightOf(font))
+      lineHeight(VSTGUI::lineHeight(font))
 {
 }
 

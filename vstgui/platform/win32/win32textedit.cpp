@@ -11,6 +11,17 @@
 
 namespace VSTGUI {
 
+int lineHeight(HFONT font)
+{
+    const HDC device = GetDC(nullptr);
+    const HGDIOBJ before = SelectObject(device, font);
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(device, &metrics);
+    SelectObject(device, before);
+    ReleaseDC(nullptr, device);
+    return metrics.tmHeight;
+}
+
 namespace {
 
 constexpr UINT_PTR kSubclass = 1;
@@ -46,17 +57,6 @@ HFONT createFont(const CFontDesc& description)
     const std::wstring name = platform::toWide(description.getName());
     std::wcsncpy(wanted.lfFaceName, name.c_str(), LF_FACESIZE - 1);
     return CreateFontIndirectW(&wanted);
-}
-
-int lineHeight(HFONT font)
-{
-    const HDC device = GetDC(nullptr);
-    const HGDIOBJ before = SelectObject(device, font);
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(device, &metrics);
-    SelectObject(device, before);
-    ReleaseDC(nullptr, device);
-    return metrics.tmHeight;
 }
 
 // Whether the unit is the second of a surrogate pair.

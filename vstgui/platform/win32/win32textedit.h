@@ -9,6 +9,9 @@
 
 namespace VSTGUI {
 
+// Of a line of text, in pixels.
+int lineHeight(HFONT font);
+
 class Win32TextEdit : public IPlatformTextEdit {
 public:
     // A child of the frame's window, which reflects its notifications. Opens with all text selected
