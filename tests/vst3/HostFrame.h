@@ -63,7 +63,9 @@ public:
     tresult PLUGIN_API resizeView(IPlugView* asking, ViewRect* wanted) override
     {
         EXPECT_EQ(asking, view.get());
-        EXPECT_EQ(std::this_thread::get_id(), ownThread);
+        if (attached) {
+            EXPECT_EQ(std::this_thread::get_id(), ownThread);
+        }
         size = *wanted;
         window->resize(size.getWidth(), size.getHeight());
         return view->onSize(wanted);

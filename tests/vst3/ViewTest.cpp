@@ -169,6 +169,21 @@ TEST_F(View, FollowsStatesThatAnotherThreadLoads)
     }
 }
 
+// Windows belong to the thread that creates them, but on X11 to the one that runs the loop.
+TEST_F(View, ClosesAtOnceOnTheThreadOfTheLoopThatDidNotOpenIt)
+{
+    if (!eventLoop.offered)
+        GTEST_SKIP() << "the system ends windows with their thread";
+    HostFrame frame(open(), {20, 10});
+    std::thread([&] { ASSERT_EQ(frame.attach(), kResultTrue); }).join();
+    expectReferencePicture(frame);
+    instance.automate(kQB11, 1.0);
+    EXPECT_TRUE(frame.soon([&] { return frame.window->childWidth() == 644; }));
+    frame.remove();
+    EXPECT_EQ(frame.window->childWidth(), 0);
+    EXPECT_EQ(eventLoop.registrations(false) + eventLoop.registrations(true), 0);
+}
+
 // The first view is not removed, and the other one keeps its controller alive.
 TEST_F(View, LeavesNothingBehindInAnyOrderOfRelease)
 {
