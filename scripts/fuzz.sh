@@ -86,9 +86,13 @@ if [ -n "$memcheck" ]; then
 fi
 
 out=$PWD/build/fuzz
-build_preset fuzz fuzzers
+# Short runs take the build that the tests use, long ones a quicker one.
+if [ ${#limit[@]} -gt 0 ]; then preset=fuzz; else preset=asan; fi
+programs=$PWD/build/$preset/tests/fuzz
+build_preset $preset fuzzers
 rm -rf "$out/seeds"
-"$out/tests/fuzz/make_corpus" "$out/seeds"
+mkdir -p "$out"
+"$programs/make_corpus" "$out/seeds"
 
 # short TARGET: the fixed number of runs. Each run of the dispatcher creates a whole plug-in.
 short() {
@@ -115,7 +119,7 @@ for target in "${targets[@]}"; do
         how=("-runs=$(short "$target")" -seed=1)
     fi
     found=""
-    if ! "$out/tests/fuzz/fuzz_$target" "${how[@]}" "$out/seeds/$target" \
+    if ! "$programs/fuzz_$target" "${how[@]}" "$out/seeds/$target" \
         -artifact_prefix="$out/findings/$target-" -dict=tests/fuzz/images.dict \
         -max_len=50000 -timeout=30 -print_final_stats=1 >"$target_log" 2>&1; then
         found=" FINDING"

@@ -21,7 +21,7 @@ using Calls = std::vector<std::string>;
 Calls gesture(ParamID tag, std::initializer_list<ParamID> edited);
 
 // A host's window, which accepts every size that the editor requests.
-class Window : public HostObject<IPlugFrame> {
+class Window final : public HostObject<IPlugFrame> {
 public:
     explicit Window(ControllerProbe& controller);
     ~Window() { close(); }

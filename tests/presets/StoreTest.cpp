@@ -14,7 +14,7 @@ using namespace handmade;
 namespace {
 
 struct Store : testing::Test {
-    const StorePlace place;
+    const StorePlace place = StorePlace();
     SystemStore store = openStore(place.name), other = openStore(place.name);
 };
 

@@ -370,7 +370,7 @@ TEST(AudioFile, RefusesFilesThatAreNotReadableAudio)
         {"cut.flac", "damaged"},
     };
     for (const auto& [name, words] : refusals) {
-        const std::string said = complaintOf([&] { readAudio(folder / name); });
+        const std::string said = complaintOf([&, file = name] { readAudio(folder / file); });
         EXPECT_NE(said.find(words), std::string::npos) << name << ": " << said;
     }
 }
