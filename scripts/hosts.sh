@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Runs the built plug-in unattended in third-party hosts and checks the results.
-# Usage: hosts.sh [audacity|ardour|ardour-window|qtractor]...          (default: all)
+# Usage: hosts.sh [--record] [audacity|ardour|ardour-window|qtractor]...          (default: all)
+#
+# With --record, the results also replace those hosts' rows in docs/compatibility.md.
 #
 # Builds dist/linux first, or uses another folder with the same layout, named in ZKR_DIST. The hosts
 # get their own home folder under build/hosts; sessions, results and logs stay there until the next
@@ -8,13 +10,18 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
+record=""
+if [ "${1:-}" = --record ]; then
+    record=1
+    shift
+fi
 sections=("$@")
 [ ${#sections[@]} -gt 0 ] || sections=(qtractor audacity ardour ardour-window)
 for section in "${sections[@]}"; do
     case $section in
     audacity | ardour | ardour-window | qtractor) ;;
     *)
-        echo "usage: hosts.sh [audacity|ardour|ardour-window|qtractor]..." >&2
+        echo "usage: hosts.sh [--record] [audacity|ardour|ardour-window|qtractor]..." >&2
         exit 2
         ;;
     esac
@@ -34,10 +41,35 @@ export HOME=$work/home XDG_CONFIG_HOME=$work/home/config XDG_CACHE_HOME=$work/ho
 export PYTHONDONTWRITEBYTECODE=1  # no cache files among the sources
 unset VST_PATH LXVST_PATH VST3_PATH LV2_PATH DISPLAY WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS
 
-say() { printf '\n== %s\n' "$*"; }
+# What each host was seen to do: host, version, format, "seen" or "fault", words, figures; separated
+# by tabs.
+results_file=$work/results.tsv
+: >"$results_file"
+
+# noted RESULT WORDS [FIGURES]
+noted() {
+    local fields=("$host_name" "$host_version" "$host_format" "$1" "$2" "${3:-}")
+    (IFS=$'\t' && echo "${fields[*]//[$'\n\t']/ }") >>"$results_file"
+}
+
+# say HOST FORMAT TOPIC: begins a part. The host's first word is its package's name.
+say() {
+    host_name=$1 host_format=$2
+    host_version=$(dpkg-query -W -f='${Version}' "$(tr '[:upper:]' '[:lower:]' <<<"${1%%[, ]*}")" |
+        sed 's/^[0-9]*://; s/[-+].*//')
+    printf '\n== %s %s%s, %s: %s\n' "${1%%,*}" "$host_version" "${1#"${1%%,*}"}" "$2" "$3"
+}
+
+# seen WORDS [FIGURES]: a check that passed.
+seen() {
+    echo "  $1${2:+: $2}"
+    noted seen "$@"
+}
+
 faults=0
 fail() {
     echo "  FAULT: $*"
+    noted fault "$*"
     faults=$((faults + 1))
 }
 
@@ -45,7 +77,7 @@ fail() {
 passes() {
     local words=$1 figures
     if figures=$("${@:3}" 2>&1); then
-        echo "  $words: $figures"
+        seen "$words" "$figures"
     else
         fail "$words: $(tail -n 3 <<<"$figures")"
     fi
@@ -81,7 +113,7 @@ alike() {
     local differing
     differing=$(compare -metric AE "$2" "$3" "${2%.png}-difference.png" 2>&1) || true
     if [ "$differing" = 0 ]; then
-        echo "  $1: equals our own tool's picture"
+        seen "picture $1" "equals our own tool's picture"
     else
         fail "$1: $differing pixels differ between $2 and $3"
     fi
@@ -91,6 +123,7 @@ for section in "${sections[@]}"; do
     . "$root/$section.sh"
 done
 
+[ -z "$record" ] || "$root/record.py" "$results_file" docs/compatibility.md
 echo
 if [ $faults -gt 0 ]; then
     echo "$faults faults; the hosts' logs are in build/hosts/logs." >&2

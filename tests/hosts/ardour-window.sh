@@ -30,28 +30,28 @@ kept_value() {
 in_window() {
     local name=$1-window drive
     local -a options=()
-    say "Ardour's window, $2"
+    say "Ardour, its window" "$2" "the editor"
     make "$name" 48000 "$1" 2 "$audio/window.wav" "music=$settings/equaliser.txt" || return 0
     "$root/ardour/edit_session.py" "$sessions/$name" window
     shown "$name" 644 edit || return 0
 
     mapfile -t options < <(shown_values equaliser)
     drawn "$results/$name-before.png" "${options[@]}"
-    alike "the editor opened" "$sessions/$name/before.png" "$results/$name-before.png"
+    alike "of the editor when it opens" "$sessions/$name/before.png" "$results/$name-before.png"
     drive=$(kept_value "$name" DriveL)
     options+=(--set QB11=On --set "DriveL=${drive}n")
     drawn "$results/$name-after.png" "${options[@]}"
     alike "after a click and a drag" "$sessions/$name/after.png" "$results/$name-after.png"
     if [ "$(kept_value "$name" QB11)" = 1 ] && [ "$(kept_value "$name" DriveR)" = 0.5 ] &&
         awk "BEGIN { exit !($drive > 0.55) }"; then
-        echo "  the session has QB11 on and the left drive at $drive"
+        seen "the session keeps the edits" "QB11 on, left drive at $drive"
     else
         fail "$name: the session has QB11 $(kept_value "$name" QB11), DriveL $drive," \
             "DriveR $(kept_value "$name" DriveR)"
     fi
 
     shown "$name" 894 look || return 0
-    alike "reopened by another process" "$sessions/$name/before.png" "$results/$name-after.png"
+    alike "in another process" "$sessions/$name/before.png" "$results/$name-after.png"
 }
 
 in_window LXVST "VST 2"

@@ -55,7 +55,7 @@ mapfile -t changes < <(awk '/^[^#]/ && $4 { print $4 }' "$settings/moving.txt" |
 music_in() {
     local format=$1 set name
     for set in "${sets[@]}"; do
-        say "Ardour, $2: $(basename "$music"), $set"
+        say Ardour "$2" "$(basename "$music"), $set"
         name=$format-$set
         make "$name" 44100 "$format" 2 "$music" "music=$settings/$set.txt" &&
             check "$name" "$name" as-saved "music=$settings/$set.txt" || continue
@@ -67,7 +67,7 @@ music_in() {
 # uses_in FORMAT WORDS: the host's presets, automation, bypass, 192 kHz and mono tracks.
 uses_in() {
     local format=$1 name track set
-    say "Ardour, $2: the same again, the host's own presets, automation"
+    say Ardour "$2" "the same again, the host's own presets, automation"
     name=$format-equaliser
     same "exported again" "$name-again" "$name" 44100 "$audio/equaliser-music.wav"
     if script "$name-presets" presets "$sessions/$name" music; then
@@ -80,7 +80,7 @@ uses_in() {
         same "automated" "$name" "$name" 48000 "$audio/moving.wav" --changes "${changes[@]}"
     fi
 
-    say "Ardour, $2: bypassed by the host, at 192 kHz, on a mono track"
+    say Ardour "$2" "bypassed by the host, at 192 kHz, on a mono track"
     name=$format-driven-48
     if make "$name" 48000 "$format" 2 "$mixed" "music=$settings/driven.txt"; then
         check "$name" "$name" bypassed "music=$settings/driven.txt" &&
@@ -106,7 +106,7 @@ uses_in() {
 eight_in() {
     local name=$1-eight track
     local -a tracks=() parts=()
-    say "Ardour, $2: eight instances in one session"
+    say Ardour "$2" "eight instances in one session"
     for track in 1 2 3 4 5 6 7 8; do
         tracks+=("t$track=$settings/${sets[track % 4]}.txt")
         parts+=("$audio/${sets[track % 4]}.wav")
@@ -114,13 +114,13 @@ eight_in() {
     # The sum reaches about 7, where a float's step is 5e-7.
     make "$name" 48000 "$1" 2 "$mixed" "${tracks[@]}" &&
         check "$name" "$name" as-saved "${tracks[@]}" &&
-        same "sum of all" "$name" "$name" 48000 "${parts[@]}" --tolerance 2e-6
+        same "sum of eight instances" "$name" "$name" 48000 "${parts[@]}" --tolerance 2e-6
 }
 
 # listed_presets: the factory presets in files for VST 3, where a user keeps them.
 listed_presets() {
     local folder="$HOME/.vst3/presets/ZKR-soundworks/ZKR T46" values=$work/preset-values number name
-    say "Ardour, VST 3: the factory presets in files"
+    say Ardour "VST 3" "the factory presets in files"
     mkdir -p "$folder"
     for number in {0..23}; do
         name=$(printf 'No. %02d' "$number")
@@ -138,7 +138,7 @@ listed_presets() {
 spoilt_in() {
     local whole=$1-driven-48 how name
     local also_explained='^\[ERROR\]: VST3<ZKR T46>: failed to load chunk-data$'
-    say "Ardour, $2: sessions with a damaged state of the plug-in"
+    say Ardour "$2" "sessions with a damaged state of the plug-in"
     for how in half empty noise torn; do
         name=$1-$how
         cp -r "$sessions/$whole" "$sessions/$name"
@@ -146,7 +146,7 @@ spoilt_in() {
         mv "$sessions/$name/interchange/$whole" "$sessions/$name/interchange/$name"
         "$root/ardour/edit_session.py" "$sessions/$name" $how || fail "$name: the state was not damaged"
         check "$name" "$name" as-saved "music=$settings/driven.txt" &&
-            same "$how" "$name" "$name" 48000 "$audio/driven.wav"
+            same "damaged state: $how" "$name" "$name" 48000 "$audio/driven.wav"
     done
 }
 

@@ -2,7 +2,7 @@
 # another process of the host opens it again with the settings that the host kept. Debian builds this
 # host without VST 3. Sourced by scripts/hosts.sh.
 
-say "Audacity $(dpkg-query -W -f='${Version}' audacity), VST 2"
+say Audacity "VST 2" "its effect window"
 
 folder=$work/audacity config=$XDG_CONFIG_HOME/audacity
 module=/usr/lib/audacity/modules/mod-script-pipe.so
@@ -35,7 +35,7 @@ END
 
 # driven NAME WIDTH look|edit
 driven() {
-    if ! "$root/../vstgui/x11/on_display.sh" "$root/audacity/drive_window.sh" "$folder" "$@" \
+    if ! VST_PATH=$HOME/.vst "$root/../vstgui/x11/on_display.sh" "$root/audacity/drive_window.sh" "$folder" "$@" \
         "Effect_VST_ZKR-soundworks_ZKR T46_$HOME/.vst/ZKRT46.so;0" >"$logs/audacity-$1.log" 2>&1; then
         fail "$1: $(tail -n 2 "$logs/audacity-$1.log")"
         return 1
@@ -48,7 +48,7 @@ in_audacity() {
     "$root/make_audio.py" "$folder/input.wav" 48000 6 stereo "$(silence 48000)"
     driven first 394 edit || return 0
     drawn "$folder/expected-opened.png"
-    alike "the editor opened" "$folder/first-opened.png" "$folder/expected-opened.png"
+    alike "of the editor when it opens" "$folder/first-opened.png" "$folder/expected-opened.png"
     "$root/audacity/saved_bank.py" "$config/pluginsettings.cfg" "$folder/kept.fxb"
     "$dist/zkrt46" preset show --bank "$folder/kept.fxb" 0 | sed -n 's/^\(QB11\|Drive.\) /  kept: &/p'
     drawn "$folder/expected-edited.png" --bank "$folder/kept.fxb"
@@ -60,7 +60,7 @@ in_audacity() {
         --result "$folder/first.wav" --expected "$folder/expected.wav"
 
     driven second 644 look || return 0
-    alike "reopened by another process" "$folder/second-opened.png" "$folder/expected-edited.png"
+    alike "in another process" "$folder/second-opened.png" "$folder/expected-edited.png"
     passes "applied with the kept settings" -- compare_audio --skip "$(silence 48000)" \
         --result "$folder/second.wav" --expected "$folder/expected.wav"
 }

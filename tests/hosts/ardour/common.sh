@@ -37,12 +37,12 @@ reported() { sed -n "s/^report\s\+${2// /\\s\\+}\s\+//p" "$logs/$1.log" | tr '\t
 
 # reports NAME WORDS EXPECTED MEANING
 reports() {
-    local seen
-    seen=$(reported "$1" "$2")
-    if [ "$seen" = "$3" ]; then
-        echo "  $4: $seen"
+    local text
+    text=$(reported "$1" "$2")
+    if [ "$text" = "$3" ]; then
+        seen "$4" "$text"
     else
-        fail "$1: $4: '$seen' instead of '$3'" \
+        fail "$1: $4: '$text' instead of '$3'" \
             "$(grep -a '^report\s*wrong' "$logs/$1.log" | head -n 4)"
     fi
 }
@@ -64,7 +64,7 @@ check() {
     script "$1" check_session "$sessions/$2" "${@:3}" || return 1
     for track in "${@:4}"; do
         [ "${track#*=}" = - ] ||
-            reports "$1" "kept ${track%%=*}" "58 of 58" "${track%%=*}, values as saved"
+            reports "$1" "kept ${track%%=*}" "58 of 58" "values as saved"
     done
 }
 
@@ -77,6 +77,7 @@ scan() {
         grep -qaF -- "$words" "$log" || fail "$1 does not print $words"
     done
     ! grep -aiE '\[(warning|error|fatal)\]|fail|blacklist' "$log" || fail "$1 prints warnings or errors"
+    seen "the scanner's listing"
 }
 
 if [ ! -e "$sessions" ]; then
@@ -86,10 +87,11 @@ if [ ! -e "$sessions" ]; then
     # The host considers a scan out of date if it is not newer than the library.
     find "$work/vst2" "$work/vst3" -exec touch -d '1 hour ago' {} +
 
-    say "Ardour $(dpkg-query -W -f='${Version}' ardour): its scanners"
+    say Ardour "VST 2" "its scanner"
     scan ardour-vst-scanner "$work/vst2/ZKRT46.so" 'id="1517564982" name="ZKR T46"' \
         'creator="ZKR-soundworks" category="Mastering"' 'n_inputs="2" n_outputs="2"' \
         'has_editor="1"'
+    say Ardour "VST 3" "its scanner"
     scan ardour-vst3-scanner "$work/vst3/ZKRT46.vst3" 'name="ZKR T46" vendor="ZKR-soundworks"' \
         'category="Fx|EQ|Mastering" version="1.0.1.0"' 'n_inputs="2" n_outputs="2" n_aux_inputs="0"'
 fi
