@@ -129,8 +129,8 @@ listed_presets() {
             awk -v name="$name" -v OFS='\t' 'NR > 2 { print name, $1, $NF }'
     done >"$values"
     script VST3-listed listed_presets "$sessions/VST3-equaliser" music "$values" || return 0
-    reports VST3-listed listed 24 "presets that the host lists and loads"
-    reports VST3-listed right 24 "of them with all values right"
+    reports VST3-listed listed 24 "presets listed and loaded"
+    reports VST3-listed right 24 "presets with all values right"
 }
 
 # spoilt_in FORMAT WORDS: the plug-in's state in the session is damaged; the host then uses the

@@ -24,7 +24,7 @@ def row_of(key, checks):
     host, version, form = key
     faults = [words for result, words, _ in checks if result == "fault"]
     differences = [float(match[1]) for _, _, figures in checks
-                   for match in re.finditer(r"largest difference (\S+)", figures)]
+                   for match in re.finditer(r"largest difference ([-+.e\d]+)", figures)]
     seen = list(dict.fromkeys(words for result, words, _ in checks if result == "seen"))
     return [host, version, form, datetime.date.today().isoformat(),
             f"{len(checks) - len(faults)} passed, {len(faults)} failed",
