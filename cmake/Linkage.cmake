@@ -6,6 +6,9 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 if(WIN32)
   add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
   add_link_options(-static)
+else()
+  # Every address is bound when the program or library is loaded, and read-only from then on.
+  add_link_options(-Wl,-z,relro,-z,now)
 endif()
 
 # zkr_exports(TARGET): the library exports only what exports.def (Windows) or exports.map (Linux) in
