@@ -40,18 +40,3 @@ install(FILES ${notices}/completions/zkrt46.fish
   DESTINATION share/fish/vendor_completions.d COMPONENT debian PERMISSIONS ${plain})
 install(FILES ${notices}/debian/ManualPath
   DESTINATION share/${ZKR_SETTINGS_FOLDER}/ZKRT46 COMPONENT debian PERMISSIONS ${plain})
-
-# finish(COMPONENT STEPS): runs CMake code after a component's files are installed.
-function(finish component steps)
-  install(CODE "
-    set(tree \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX})
-    function(run)
-      execute_process(COMMAND \${ARGN} COMMAND_ERROR_IS_FATAL ANY)
-    endfunction()
-    ${steps}"
-    COMPONENT ${component})
-endfunction()
-set(strip "run(find \${tree} -type f ( -name *.so -o -name zkrt46 -perm -100 )
-               -exec strip --strip-unneeded --remove-section=.comment {} +)")
-finish(linux "${strip}")
-finish(debian "${strip}")

@@ -19,9 +19,13 @@ build_preset() {
 }
 
 # place FILE TARGET: copies a file under a new name first, since a host may have the old one open.
+# Programs and libraries lose their symbols.
 place() {
     mkdir -p "$(dirname "$2")"
     cp "$1" "$2.new"
+    case $2 in
+    *.so | *.exe | */zkrt46) strip --strip-all --remove-section=.comment "$2.new" ;;
+    esac
     mv "$2.new" "$2"
 }
 
