@@ -49,4 +49,10 @@ build_preset win64 ZKRT46 ZKRT46Vst3 zkrt46-bridge
 
 gather build/release linux shell/ZKRT46.so tools/zkrt46
 gather build/win64 windows shell/ZKRT46.dll tools/bridge/zkrt46-bridge.exe
+
+# The picture that hosts show in their lists of plug-ins, for both bundles.
+mkdir -p dist/{linux,windows}/ZKRT46.vst3/Contents/Resources/Snapshots
+snapshot=$(sed -n 's/.*"Path": "\(.*\)"/\1/p' dist/linux/ZKRT46.vst3/Contents/Resources/moduleinfo.json)
+dist/linux/zkrt46 screenshot --preset "Mastering loudness" -o "dist/linux/ZKRT46.vst3/$snapshot" >/dev/null
+cp "dist/linux/ZKRT46.vst3/$snapshot" "dist/windows/ZKRT46.vst3/$snapshot"
 echo "Built: $(echo dist/linux/* dist/windows/*)"

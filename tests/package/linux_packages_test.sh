@@ -37,6 +37,14 @@ for file in "$presets/ZKR-soundworks/ZKR T46"/*.vstpreset; do
 done
 "$products/linux/zkrt46" bank diff "$work/bank.zkb" >&2 || fail "the presets are not the factory's"
 
+step "the pictures that the bundles name"
+"$products/linux/zkrt46" screenshot --preset "Mastering loudness" -o "$work/editor.png" >&2
+for bundle in "$products"/{linux,windows}/ZKRT46.vst3; do
+    same "$work/editor.png" "$bundle/$(python3 -c 'import json, sys
+print(json.load(sys.stdin)["Classes"][0]["Snapshots"][0]["Path"])' \
+        <"$bundle/Contents/Resources/moduleinfo.json")"
+done
+
 step "the archive"
 mkdir "$work/tar"
 tar -xzf "$archive" -C "$work/tar"

@@ -29,6 +29,13 @@ TEST(ModuleInfo, DescribesTheClassesAsTheFactoryDoes)
         FUID::fromTUID(info.cid).toString(id);
         EXPECT_EQ(one["CID"], id);
         EXPECT_EQ(one["Name"], info.name);
+        // Hosts find a class's picture by its id, and list what has one.
+        nlohmann::json pictures = nlohmann::json::array();
+        if (std::string(info.category) == kVstAudioEffectClass)
+            pictures = {{{"Scale Factor", 1},
+                         {"Path", std::string("Contents/Resources/Snapshots/") + id +
+                                      "_snapshot.png"}}};
+        EXPECT_EQ(one["Snapshots"], pictures);
         // A class without a vendor has that of the factory.
         EXPECT_EQ(one["Vendor"], *info.vendor ? info.vendor : maker.vendor);
         EXPECT_EQ(one["Category"], info.category);
