@@ -30,6 +30,12 @@ install(DIRECTORY ${presets} DESTINATION share/vst3 COMPONENT debian FILE_PERMIS
 install(PROGRAMS ${ZKR_PRODUCTS}/linux/zkrt46 DESTINATION bin COMPONENT debian)
 install(FILES ${manual} ${notices}/linux/copyright ${notices}/debian/changelog.gz
   DESTINATION ${documents} COMPONENT debian PERMISSIONS ${plain})
+install(FILES ${notices}/debian/zkr-t46.zkr-t46-manual
+  DESTINATION share/doc-base COMPONENT debian PERMISSIONS ${plain})
+install(FILES debian/lintian-overrides
+  DESTINATION share/lintian/overrides RENAME zkr-t46 COMPONENT debian PERMISSIONS ${plain})
+install(FILES ${notices}/debian/${metainfo}
+  DESTINATION share/metainfo COMPONENT debian PERMISSIONS ${plain})
 install(FILES ${notices}/linux/zkrt46.1.gz
   DESTINATION share/man/man1 COMPONENT debian PERMISSIONS ${plain})
 install(FILES ${notices}/completions/zkrt46

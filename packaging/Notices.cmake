@@ -1,5 +1,5 @@
-# The texts that come with the products: licences, copyrights, READMEs, changelog,
-# manual page, and completion for shells.
+# The texts that come with the products: licences, copyrights, READMEs, changelog, descriptions for
+# software centres, manual page, and completion for shells.
 
 # paragraph(FILE LINE RESULT): the first paragraph of a file that begins with this line.
 function(paragraph file line result)
@@ -21,6 +21,8 @@ paragraph(/usr/share/doc/mingw-w64-common/copyright "Files: *" mingw)
 string(REGEX REPLACE "^.*\nLicense: " "License: " zpl "${mingw}")
 
 set(notices ${CMAKE_CURRENT_BINARY_DIR}/notices)
+set(documents share/doc/zkr-t46)
+set(metainfo example.zkr_soundworks.zkrt46.metainfo.xml)
 configure_file(copyright-windows.in ${notices}/windows/COPYRIGHT.txt @ONLY NEWLINE_STYLE DOS)
 configure_file(copyright-linux.in ${notices}/linux/copyright @ONLY)
 configure_file(${top}/LICENSE ${notices}/windows/LICENSE.txt @ONLY NEWLINE_STYLE DOS)
@@ -28,9 +30,13 @@ configure_file(README-windows.txt.in ${notices}/windows/README.txt @ONLY NEWLINE
 configure_file(README-linux.txt.in ${notices}/linux/README.txt @ONLY)
 
 string(TIMESTAMP day "%Y-%m-%d" UTC)  # from SOURCE_DATE_EPOCH, if set
-execute_process(COMMAND date -R -u -d ${day}
-  OUTPUT_VARIABLE changed OUTPUT_STRIP_TRAILING_WHITESPACE)
-configure_file(debian/changelog.in ${notices}/debian/changelog @ONLY)
+file(MAKE_DIRECTORY ${notices}/debian)
+execute_process(
+  COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/debian/changelog.py ${top}/CHANGELOG.md zkr-t46
+          "${ZKR_MAKER} <${ZKR_MAIL_ADDRESS}>" ${day}
+  OUTPUT_FILE ${notices}/debian/changelog COMMAND_ERROR_IS_FATAL ANY)
+configure_file(metainfo.xml.in ${notices}/debian/${metainfo} @ONLY)
+configure_file(debian/doc-base.in ${notices}/debian/zkr-t46.zkr-t46-manual @ONLY)
 
 # generate(FILE OPTION...): a file that the tool prints.
 function(generate file)
@@ -49,5 +55,4 @@ foreach(text debian/changelog linux/zkrt46.1)
 endforeach()
 
 # The setting ManualPath for the Debian package: the manual's installed path.
-set(documents share/doc/zkr-t46)
 file(WRITE ${notices}/debian/ManualPath "/usr/${documents}/ZKRT46-manual.pdf")

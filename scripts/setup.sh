@@ -8,7 +8,7 @@ build=(g++ cmake ninja-build pkg-config juce-modules-source-data
        libcli11-dev nlohmann-json3-dev libxsimd-dev libebur128-dev)
 demo=(wine wine64 gnuplot-nox sonic-pi-samples fonts-liberation)
 manual=(gnuplot-nox pandoc weasyprint fonts-liberation)
-package=("${manual[@]}" nsis dpkg-dev lintian)
+package=("${manual[@]}" nsis dpkg-dev lintian appstream)
 hosts=(ardour audacity qtractor xvfb xdotool x11-utils imagemagick python3-numpy sonic-pi-samples)
 soak=(wine wine64 xvfb libxtst-dev)
 cluster=(slurm-wlm munge python3)

@@ -81,17 +81,20 @@ dpkg-deb --extract "$package" "$work/root"
 dpkg-deb --control "$package" "$work/control"
 root=$work/root
 documents=usr/share/doc/zkr-t46
+metainfo=usr/share/metainfo/example.zkr_soundworks.zkrt46.metainfo.xml
 expect_files "$package" "$({
     printf '%s/\n' usr usr/bin usr/lib usr/lib/vst usr/lib/vst3 usr/share \
         usr/share/ZKR-soundworks usr/share/ZKR-soundworks/ZKRT46 usr/share/doc $documents \
         usr/share/man usr/share/man/man1 usr/share/bash-completion \
         usr/share/bash-completion/completions usr/share/fish usr/share/fish/vendor_completions.d \
-        usr/share/zsh usr/share/zsh/vendor-completions usr/share/vst3
+        usr/share/zsh usr/share/zsh/vendor-completions usr/share/vst3 usr/share/doc-base \
+        usr/share/lintian usr/share/lintian/overrides usr/share/metainfo
     preset_listing | sed 's|^|usr/share/vst3/|'
     printf '%s\n' usr/bin/zkrt46 usr/lib/vst/ZKRT46.so usr/share/ZKR-soundworks/ZKRT46/ManualPath \
         $documents/ZKRT46-manual.pdf $documents/changelog.gz $documents/copyright \
         usr/share/man/man1/zkrt46.1.gz usr/share/bash-completion/completions/zkrt46 \
-        usr/share/fish/vendor_completions.d/zkrt46.fish usr/share/zsh/vendor-completions/_zkrt46
+        usr/share/fish/vendor_completions.d/zkrt46.fish usr/share/zsh/vendor-completions/_zkrt46 \
+        $metainfo usr/share/doc-base/zkr-t46.zkr-t46-manual usr/share/lintian/overrides/zkr-t46
     bundle_listing "$products/linux" | sed 's|^|usr/lib/vst3/|'
 } | sort)" "$(listing "$root")"
 same "$products/linux/ZKRT46.so" "$root/usr/lib/vst/ZKRT46.so"
@@ -113,8 +116,16 @@ listed=$(find "$root" -type f -print0 | du -ck --apparent-size --files0-from=- |
 size=$(field Installed-Size)
 [ $((size * 10)) -gt $((listed * 9)) ] && [ $((size * 10)) -lt $((listed * 11)) ] ||
     fail "Installed-Size is $size KB, the files have $listed KB"
-zcat "$root/$documents/changelog.gz" | head -n 1 | grep -qF "zkr-t46 ($version)" ||
-    fail "the changelog does not begin with this version"
+# Debian's changelog has all versions and entries of CHANGELOG.md.
+entries() { awk '/^ *[-*] / {on = 1} /^$|^#/ {on = 0} on' "$1" | sed 's/^ *[-*] /* /' | tr -s ' \n' '\n'; }
+zcat "$root/$documents/changelog.gz" >"$work/changelog"
+expect "versions in the changelog" "$(sed -n 's/^## \[\([0-9.]*\)\].*/\1/p' "$top/CHANGELOG.md")" \
+    "$(dpkg-parsechangelog --all -l "$work/changelog" -S Version 2>&1)"
+diff <(tr -d '`' <"$top/CHANGELOG.md" | sed 's/\[\([^]]*\)\]([^)]*)/\1/g' | entries -) \
+    <(entries "$work/changelog") >&2 || fail "the changelog is not that of CHANGELOG.md"
+appstreamcli validate --no-net "$root/$metainfo" >&2 || fail "the AppStream data are not valid"
+expect "the manual that doc-base knows" "/$documents/ZKRT46-manual.pdf" \
+    "$(sed -n 's/^Files: //p' "$root/usr/share/doc-base/zkr-t46.zkr-t46-manual")"
 # lintian checks the manual page's syntax.
 expect "the manual page's first command" ".SS \"zkrt46 render [OPTIONS] FILES...\"" \
     "$(zcat "$root/usr/share/man/man1/zkrt46.1.gz" | grep -m 1 '^\.SS')"
@@ -122,7 +133,37 @@ for place in bash:bash-completion/completions/zkrt46 zsh:zsh/vendor-completions/
     fish:fish/vendor_completions.d/zkrt46.fish; do
     same <("$root/usr/bin/zkrt46" --completion "${place%%:*}") "$root/usr/share/${place#*:}"
 done
-lintian --no-cfg --fail-on error,warning "$package" >&2 || fail "lintian complains"
+found=$(lintian --no-cfg -I --pedantic "$package")
+expect "what lintian finds" "" "$found"
+
+step "install, upgrade and remove"
+system=$work/system
+mkdir -p "$system"/var/lib/dpkg/{info,updates} "$system/usr/lib/vst" \
+    "$system/home/me/.local/share/ZKR-soundworks/ZKRT46"
+touch "$system"/var/lib/dpkg/{status,available} "$system/usr/lib/vst/Other.so" \
+    "$system/home/me/.local/share/ZKR-soundworks/ZKRT46/DefaultBank"
+debian() {
+    dpkg --root="$system" --force-not-root,bad-path,depends --log=/dev/null "$@" >"$work/dpkg" 2>&1 ||
+        fail "dpkg $*: $(cat "$work/dpkg")"
+}
+users_files() { listing "$system" | grep -v '^var/'; }
+users_files >"$work/before"
+# An older version: it lacks files, others have changed, and one exists no more.
+older=$work/older
+dpkg-deb --raw-extract "$package" "$older"
+rm -r "$older"/usr/share/{metainfo,doc-base,vst3,fish} "$older/DEBIAN/md5sums"
+echo older | tee "$older/usr/bin/zkrt46" >"$older/usr/lib/vst/ZKRT46-32.so"
+sed -i 's/^Version: .*/Version: 0.9.0.0/' "$older/DEBIAN/control"
+dpkg-deb --root-owner-group --build "$older" "$work/older.deb" >/dev/null
+debian --install "$work/older.deb"
+cmp -s "$older/usr/bin/zkrt46" "$system/usr/bin/zkrt46" || fail "the older version is not installed"
+debian --install "$package"
+rm "$system/usr/lib/vst/Other.so"
+same_tree "$root/usr" "$system/usr"
+touch "$system/usr/lib/vst/Other.so"
+debian --remove zkr-t46
+debian --purge zkr-t46
+diff "$work/before" <(users_files) >&2 || fail "the package leaves something or takes too much"
 
 step "use the tool and the libraries, and check their dependencies"
 check_tool "$root/usr/bin/zkrt46"
