@@ -71,7 +71,6 @@ Var Begun       ; what a failure must undo: "aside": renamed old files; "written
 !define MUI_WELCOMEPAGE_TITLE "ZKR T46 ${VERSION}"
 !define MUI_WELCOMEPAGE_TEXT "This installs the stereo mastering equaliser ZKR T46 for hosts of VST 2 and VST 3 plug-ins, together with its manual.$\r$\n$\r$\nA version that is installed already is replaced. Your presets and settings stay.$\r$\n$\r$\nClose your host before you go on."
 !define MUI_ABORTWARNING
-!define MUI_COMPONENTSPAGE_SMALLDESC
 !define MUI_LICENSEPAGE_TEXT_TOP "The software is free: the licence below lets you use, study, change and share it."
 !define MUI_LICENSEPAGE_TEXT_BOTTOM "To use it, nothing has to be accepted; the terms are for sharing it."
 !define MUI_LICENSEPAGE_BUTTON "&Next >"
@@ -290,6 +289,10 @@ SectionEnd
 Section "VST 3 plug-in" Vst3
   !insertmacro CreateFolder "$Vst3Folder" $Vst3Created "Vst3Created"
   !insertmacro InstallBundle
+  ; Explorer looks for a folder's icon only in folders of the system's kind.
+  SetFileAttributes "$Vst3Folder\ZKRT46.vst3" SYSTEM
+  SetFileAttributes "$Vst3Folder\ZKRT46.vst3\desktop.ini" HIDDEN|SYSTEM
+  SetFileAttributes "$Vst3Folder\ZKRT46.vst3\PlugIn.ico" HIDDEN|SYSTEM
   !insertmacro CreateFolder "${PRESETS}" $PresetsCreated "PresetsCreated"
   !insertmacro InstallPresets
 SectionEnd

@@ -205,6 +205,18 @@ real=$(du -cbk --apparent-size "$vst2/ZKRT46.dll" "$vst3/ZKRT46.vst3" "$presets_
 [ $((size * 10)) -gt $((real * 8)) ] && [ $((size * 10)) -lt $((real * 12)) ] ||
     fail "EstimatedSize is $size KB, the files have $real KB"
 
+step "the icon of the VST 3 bundle"
+# attributes PATH: the letters of a file's or folder's attributes below the folder of VST 3 plug-ins.
+attributes() {
+    code 0 win attrib "C:\\Program Files\\Common Files\\VST3\\$1"
+    sed 's/ *C:.*//; s/ //g' "$work/stdout"
+}
+expect "the folder's attributes" S "$(attributes ZKRT46.vst3)"
+expect "the description's attributes" ASH "$(attributes 'ZKRT46.vst3\desktop.ini')"
+expect "the icon's attributes" ASH "$(attributes 'ZKRT46.vst3\PlugIn.ico')"
+icon_file=$(tr -d '\r' <"$vst3/ZKRT46.vst3/desktop.ini" | sed -n 's/^IconResource=\(.*\),0$/\1/p')
+same "$top/resources/icon.ico" "$vst3/ZKRT46.vst3/$icon_file"
+
 step "version resources"
 expect_version "$vst2/ZKRT46.dll" "ZKR T46 mastering equaliser (VST 2)" ZKRT46.dll
 expect_version "$vst3/ZKRT46.vst3/Contents/x86_64-win/ZKRT46.vst3" \
@@ -401,7 +413,11 @@ older /NOVST3
 upgrade_fails
 rm -r "$vst3/ZKRT46.vst3" "$presets_home"
 
-# With no obstacle left the upgrade succeeds.
+# With no obstacle left the upgrade succeeds, also from a version that lacks files and folders.
+older
+rm -r "$presets_home" "$vst3/ZKRT46.vst3/Contents/Resources/Snapshots" \
+    "$vst3/ZKRT46.vst3/desktop.ini" "$vst3/ZKRT46.vst3/PlugIn.ico"
+win reg delete "$entry" /v PresetsCreated /f
 code 0 install_silently
 expect_installed "$named" "$home"
 uninstall_silently
