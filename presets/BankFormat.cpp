@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <iterator>
 
 namespace {
 
@@ -26,9 +25,26 @@ std::uint32_t read32(const std::uint8_t* bytes, bool swap = false)
     return swap ? reversed(x) : x;
 }
 
+void write32(std::uint8_t* bytes, std::uint32_t x)
+{
+    for (int i = 0; i < 4; ++i)
+        bytes[i] = static_cast<std::uint8_t>(x >> 8 * i);
+}
+
 std::int32_t readInt(const std::uint8_t* bytes, bool swap = false)
 {
     return static_cast<std::int32_t>(read32(bytes, swap));
+}
+
+// A record of that size with its head; zeros behind it.
+template <std::size_t size>
+std::array<std::uint8_t, size> startRecord(RecordKind kind, std::int32_t preset)
+{
+    std::array<std::uint8_t, size> record{};
+    write32(record.data(), static_cast<std::uint32_t>(kind));
+    write32(&record[Record::kSizeAt], static_cast<std::uint32_t>(size - kRecordHeadSize));
+    write32(&record[Record::kPresetAt], static_cast<std::uint32_t>(preset));
+    return record;
 }
 
 // Applies a record of an image of either kind to the preset in `slot`. False if its value lies
@@ -173,46 +189,31 @@ bool readPresetRecords(ByteView records, std::int32_t count, bool swap,
 ImageWriter::ImageWriter(std::uint8_t kind, std::int32_t currentPreset, std::int32_t recordCount,
                          std::size_t payloadSize)
 {
+    std::array<std::uint8_t, kFileHeaderSize> header{};
+    write32(header.data(), kMagic);
+    header[FileHeader::kKindAt] = kind;
+    write32(&header[FileHeader::kFormatAt], kFormatWord);
+    write32(&header[FileHeader::kParametersAt], kPresetParamCount);
+    write32(&header[FileHeader::kRecordsAt], static_cast<std::uint32_t>(recordCount));
+    write32(&header[FileHeader::kCurrentAt], static_cast<std::uint32_t>(currentPreset));
+    write32(&header[FileHeader::kPayloadAt], static_cast<std::uint32_t>(payloadSize));
     image.reserve(kFileHeaderSize + payloadSize);
-    append32(kMagic);
-    image.push_back(kind);
-    append32(kFormatWord);
-    append32(kPresetParamCount);
-    append32(static_cast<std::uint32_t>(recordCount));
-    append32(static_cast<std::uint32_t>(currentPreset));
-    append32(static_cast<std::uint32_t>(payloadSize));
-    appendZeros(kFileHeaderSize - FileHeader::kReservedAt);
+    image.assign(header.begin(), header.end());
 }
 
 void ImageWriter::appendName(std::int32_t preset, const PresetSlot& slot)
 {
-    appendHead(kNameRecord, kNameRecordSize, preset);
-    image.insert(image.end(), slot.name, slot.name + kPresetNameSize);
-    appendZeros(kNameBodySize - kPresetNameSize);
+    auto record = startRecord<kNameRecordSize>(kNameRecord, preset);
+    std::copy_n(slot.name, kPresetNameSize, &record[Record::kBodyAt]);
+    image.insert(image.end(), record.begin(), record.end());
 }
 
 void ImageWriter::appendValue(std::int32_t preset, unsigned id, float value)
 {
     std::uint32_t bits = 0;
     std::memcpy(&bits, &value, sizeof(bits));
-    appendHead(kValueRecord, kValueRecordSize, preset);
-    append32(id);
-    appendZeros(ValueEntry::kValueAt - sizeof(id));
-    append32(bits);
-    appendZeros(kValueBodySize - ValueEntry::kValueAt - sizeof(bits));
-}
-
-void ImageWriter::append32(std::uint32_t value)
-{
-    const std::uint8_t bytes[] = {
-        static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(value >> 8),
-        static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 24)};
-    image.insert(image.end(), std::begin(bytes), std::end(bytes));
-}
-
-void ImageWriter::appendHead(RecordKind kind, std::size_t recordSize, std::int32_t preset)
-{
-    append32(static_cast<std::uint32_t>(kind));
-    append32(static_cast<std::uint32_t>(recordSize - kRecordHeadSize));
-    append32(static_cast<std::uint32_t>(preset));
+    auto record = startRecord<kValueRecordSize>(kValueRecord, preset);
+    write32(&record[Record::kBodyAt + ValueEntry::kIdAt], id);
+    write32(&record[Record::kBodyAt + ValueEntry::kValueAt], bits);
+    image.insert(image.end(), record.begin(), record.end());
 }

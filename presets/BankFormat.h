@@ -154,9 +154,5 @@ public:
     std::vector<std::uint8_t> take() { return std::move(image); }
 
 private:
-    void append32(std::uint32_t value);
-    void appendHead(RecordKind kind, std::size_t recordSize, std::int32_t preset);
-    void appendZeros(std::size_t count) { image.resize(image.size() + count); }
-
     std::vector<std::uint8_t> image;
 };
