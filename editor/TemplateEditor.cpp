@@ -117,8 +117,11 @@ void PLUGIN_API TemplateEditor::close()
     if (info)
         info->forget();
     info = nullptr;
-    CFrame* const closing = frame;
+    auto* const closing = static_cast<ZKRFrame*>(frame);
     frame = nullptr;
+    // Not when the editor is being destroyed, which closes a window that the host has left open.
+    if (getNbReference() > 0)
+        closing->keep(std::make_shared<IPtr<TemplateEditor>>(this));
     closing->close();
     bitmaps.reset();
 }
@@ -135,8 +138,16 @@ void TemplateEditor::setPower(double value)
     forEachStrip([&](StripEditor& strip) { strip.setPower(state); });
 }
 
+void TemplateEditor::takeUpPostponed()
+{
+    const IPtr<TemplateEditor> alive(this);
+    AttachedEditor::takeUpPostponed();
+}
+
 void TemplateEditor::setParameter(ParamID id, ParamValue value)
 {
+    // The host may close and release the editor when it is asked to resize the window.
+    const IPtr<TemplateEditor> alive(this);
     const auto tag = static_cast<int32>(id);
     updatePresetPanel(tag, value);
     switch (id) {

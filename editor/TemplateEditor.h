@@ -46,6 +46,7 @@ public:
 
     // AttachedEditor
     void setParameter(ParamID id, ParamValue value) override;
+    void takeUpPostponed() override;
     bool isOnOwnThread() const override { return VSTGUIEditor::isOnOwnThread(); }
 
     // VSTGUI::IControlListener

@@ -24,6 +24,9 @@ CMessageResult TemplateEditor::notify(CBaseObject* sender, IdStringPtr message)
 {
     if (message == CVSTGUITimer::kMsgTimer && frame) {
         takeUpPostponed();
+        // The host may have closed the editor for a change of its size.
+        if (!frame)
+            return kMessageNotified;
         if (mainPanel)
             mainPanel->idle();
         followMouse();

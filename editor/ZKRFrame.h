@@ -3,6 +3,9 @@
 
 #include "vstgui/vstgui.h"
 
+#include <memory>
+#include <utility>
+
 class ZKRFrame : public VSTGUI::CFrame {
 public:
     using VSTGUI::CFrame::CFrame;
@@ -10,6 +13,11 @@ public:
     // Sends the frame's mouse events to `view`, which stays the caller's; null ends that. A drag
     // under way in a view of the frame is cancelled.
     void setMouseView(VSTGUI::CView* view);
+
+    // Keeps a reference to the editor, which listens to the controls, as long as the frame exists.
+    // The host may close and release it during an event, which the frame and its controls still
+    // have to end.
+    void keep(std::shared_ptr<void> reference) { kept = std::move(reference); }
 
     VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
                                           const VSTGUI::CButtonState& buttons) override;
@@ -30,4 +38,5 @@ public:
 
 private:
     VSTGUI::CView* mouseView = nullptr;
+    std::shared_ptr<void> kept;
 };

@@ -26,8 +26,9 @@ public:
     // Drops the postponed change of this id, for a newer one.
     void dropPostponed(ParamID id);
     // Calls setParameter for the postponed changes, in order of id: parameters with their present
-    // value, other ids with the last one given. On the editor's thread.
-    void takeUpPostponed();
+    // value, other ids with the last one given. On the editor's thread. An override keeps the editor
+    // alive: a change of its size may make the host close and release it.
+    virtual void takeUpPostponed();
 
 protected:
     ~AttachedEditor() = default;

@@ -22,6 +22,7 @@ tresult PLUGIN_API Vst3Editor::attached(void* parent, FIDString type)
     if (frame || !parent || isPlatformTypeSupported(type) != kResultTrue
         || !hasEventLoop(plugFrame))
         return kResultFalse;
+    const IPtr<Vst3Editor> alive(this);
     const tresult result = TemplateEditor::attached(parent, type);
     if (frame)
         return result;

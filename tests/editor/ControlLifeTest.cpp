@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <set>
+#include <thread>
 
 using namespace VSTGUI;
 
@@ -78,6 +79,39 @@ TEST_F(ControlLife, WindowMayCloseOrChangeAtAnyCallOfTheHost)
                 screen.paint();
                 window->close();
             });
+        }
+}
+
+TEST_F(ControlLife, HostMayReleaseTheEditorWhenItAsksForAnotherSize)
+{
+    const std::function<void()> changes[] = {
+        [&] { window->click(at(kQB11)); },
+        [&] { changeLayout(); },
+        // Shown later: after a whole state, and at the next tick after a change on another thread.
+        [&] {
+            controller.holdEditors();
+            changeLayout();
+            set(kLGainL, 1 - value(kLGainL));
+            controller.releaseEditors();
+        },
+        [&] {
+            std::thread(&ControlLife::changeLayout, this).join();
+            clock.advance(100);
+        },
+        // In its first call, while it is opened.
+        [&] { window = std::make_unique<Window>(controller, true); },
+    };
+    for (const double wide : {0.0, 1.0})
+        for (const auto& change : changes) {
+            SCOPED_TRACE(&change - changes);
+            set(kQB11, wide);
+            set(k2x, 0);
+            openWindow();
+            window->closesWhenResized = true;
+            change();
+            EXPECT_FALSE(window->screen.isOpen());
+            changeLayout();
+            clock.advance(100);
         }
 }
 

@@ -103,8 +103,9 @@ Calls gesture(ParamID tag, std::initializer_list<ParamID> edited)
     return calls;
 }
 
-Window::Window(ControllerProbe& controller)
-    : view(Steinberg::owned(dynamic_cast<TemplateEditor*>(controller.createView("editor"))))
+Window::Window(ControllerProbe& controller, bool closesWhenResized)
+    : view(Steinberg::owned(dynamic_cast<TemplateEditor*>(controller.createView("editor")))),
+      closesWhenResized(closesWhenResized)
 {
     view->setFrame(this);
     const FIDString type =

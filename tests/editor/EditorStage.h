@@ -12,6 +12,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <utility>
 
 using VSTGUI::CPoint;
 using VSTGUI::CRect;
@@ -20,16 +21,20 @@ using Calls = std::vector<std::string>;
 // The calls that a host gets in one gesture.
 Calls gesture(ParamID tag, std::initializer_list<ParamID> edited);
 
-// A host's window, which accepts every size that the editor requests.
+// A host's window with the editor, which accepts every size that the editor requests.
 class Window final : public HostObject<IPlugFrame> {
 public:
-    explicit Window(ControllerProbe& controller);
+    explicit Window(ControllerProbe& controller, bool closesWhenResized = false);
     ~Window() { close(); }
 
     void close();
     tresult PLUGIN_API resizeView(IPlugView* resized, ViewRect* size) override
     {
         widths.push_back(size->getWidth());
+        if (std::exchange(closesWhenResized, false)) {
+            close();
+            return kResultFalse;
+        }
         return resized->onSize(size);
     }
 
@@ -54,6 +59,7 @@ public:
     VSTGUI::OffscreenHost screen;
     IPtr<TemplateEditor> view;
     std::vector<int> widths;  // requested by the editor
+    bool closesWhenResized;   // at the next request, with no reference to the editor left
 };
 
 // A row of controls.txt: values by column name.

@@ -346,13 +346,17 @@ public:
     FakeComponent* component;
     FakeController* controller;
     std::vector<Asked> log;
+    std::function<void(VstInt32 opcode)> onAsked;
 
 private:
     static VstIntPtr answer(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr /*value*/,
                             void* /*ptr*/, float opt)
     {
-        if (auto* host = static_cast<Host*>(effect->user))
+        if (auto* host = static_cast<Host*>(effect->user)) {
             host->log.push_back({opcode, index, opt});
+            if (host->onAsked)
+                host->onAsked(opcode);
+        }
         return 0;
     }
 };

@@ -20,6 +20,9 @@ public:
     tresult PLUGIN_API attached(void* parent, FIDString type) override
     {
         calls.push_back("attached");
+        const IPtr<FakeView> alive(this);
+        if (wishedAtFirst)
+            wish(wishedAtFirst);
         return CPluginView::attached(parent, type);
     }
     tresult PLUGIN_API removed() override
@@ -43,11 +46,13 @@ public:
         calls.push_back("wheel " + std::to_string(distance));
         return kResultTrue;
     }
-    void wish(int32 width)
+    tresult wish(int32 width)
     {
         ViewRect wanted(0, 0, width, 505);
-        EXPECT_EQ(plugFrame->resizeView(this, &wanted), kResultTrue);
+        return plugFrame->resizeView(this, &wanted);
     }
+
+    int32 wishedAtFirst = 0;
 
 private:
     Calls& calls;
@@ -100,11 +105,28 @@ TEST_F(WrappedEditor, EveryChangeOfSizeReachesHostAndViewWhateverTheHostAnswers)
     width();
     openWindow();
     for (const int32 wanted : {644, 394, 894, 394, 394})
-        shown->wish(wanted);
+        EXPECT_EQ(shown->wish(wanted), kResultTrue);
     EXPECT_EQ(calls, (Calls{"attached", "size 644", "size 394", "size 894", "size 394"}));
     EXPECT_EQ(host->timesAsked(audioMasterSizeWindow), 4);
     EXPECT_EQ(host->log.back().index, 394);
     EXPECT_EQ(width(), 394);
+}
+
+TEST_F(WrappedEditor, ViewIsRemovedOnceWhenTheHostClosesItInACallForASize)
+{
+    host->onAsked = [&](VstInt32 opcode) {
+        if (opcode == audioMasterSizeWindow)
+            host->call(effEditClose);
+    };
+    width();
+    shown->wishedAtFirst = 644;
+    EXPECT_EQ(openWindow(), 0) << "the editor is closed already";
+    EXPECT_EQ(calls, (Calls{"attached", "removed"}));
+    calls.clear();
+    EXPECT_EQ(openWindow(), 1);
+    shown->wish(644);
+    host->call(effEditClose);
+    EXPECT_EQ(calls, (Calls{"attached", "removed"}));
 }
 
 TEST_F(WrappedEditor, KeysArriveWithTheirModifiers)

@@ -117,16 +117,22 @@ tresult PLUGIN_API VSTGUIEditor::setFrame(IPlugFrame* newFrame)
 
 tresult PLUGIN_API VSTGUIEditor::attached(void* parent, FIDString type)
 {
+    // The host may close and release the editor when it is asked to resize the window.
+    const IPtr<VSTGUIEditor> alive(this);
     ownThread = std::this_thread::get_id();
     hostGone = false;
     config = makeFrameConfig(plugFrame);
-    if (open(parent, VSTGUI::kDefaultNative) && frame) {
+    bool opened = open(parent, VSTGUI::kDefaultNative);
+    if (opened && frame) {
         ViewRect size = rectOf({frame->getWidth(), frame->getHeight()});
         setRect(size);
         if (plugFrame)
             plugFrame->resizeView(this, &size);
-        timer->start();
     }
+    if (opened && !frame)
+        return kResultFalse;
+    if (opened)
+        timer->start();
     return EditorView::attached(parent, type);
 }
 
@@ -159,6 +165,7 @@ void VSTGUIEditor::tick()
         forget();
         return;
     }
+    const IPtr<VSTGUIEditor> alive(this);
     // Hosts may open an editor on one thread and run its event loop on another.
     ownThread = std::this_thread::get_id();
     notify(timer, VSTGUI::CVSTGUITimer::kMsgTimer);

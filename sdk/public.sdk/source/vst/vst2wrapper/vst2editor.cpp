@@ -78,8 +78,14 @@ bool Vst2EditorWrapper::open(void* parentWindow)
         close();
     if (!createView() || view->isPlatformTypeSupported(kPlatform) != kResultTrue)
         return false;
-    attached = view->attached(parentWindow, kPlatform) == kResultTrue;
-    return attached;
+    // Set first, since the host may close the editor in the view's first call for a size.
+    attached = true;
+    const IPtr<IPlugView> opening = view;
+    const bool opened = opening->attached(parentWindow, kPlatform) == kResultTrue;
+    if (view != opening)
+        return false;
+    attached = opened;
+    return opened;
 }
 
 void Vst2EditorWrapper::close()
