@@ -42,7 +42,8 @@ std::vector<char> read(IBStream& stream, std::size_t size)
            && stream.read(bytes.data() + total, static_cast<int32>(size - total), &count)
                == kResultOk
            && count > 0)
-        total += static_cast<std::size_t>(count);
+        // Some streams report more than they were asked for.
+        total += std::min(static_cast<std::size_t>(count), size - total);
     bytes.resize(total);
     return bytes;
 }

@@ -8,6 +8,7 @@
 
 #include "public.sdk/source/common/memorystream.h"
 
+#include <algorithm>
 #include <new>
 #include <vector>
 
@@ -70,7 +71,8 @@ tresult PLUGIN_API Vst3Controller::setState(IBStream* state)
         while (total < kStateBufferSize
                && state->read(bytes.data() + total, kStateBufferSize - total, &count) == kResultOk
                && count > 0)
-            total += count;
+            // Some streams report more than they were asked for.
+            total += std::min(count, kStateBufferSize - total);
         if (!isCompleteState(bytes, total))
             return kResultFalse;
         MemoryStream copy(bytes.data(), kStateBufferSize);

@@ -264,6 +264,20 @@ TEST_F(Bundle, RefusesIncompleteStatesAndReportsOneThatItCouldNotWrite)
             return MemoryStream::write(from, size / 2, count);
         }
     } full;
+    // Reports more from the second piece on than it was asked for.
+    struct BoastfulStream : MemoryStream {
+        using MemoryStream::MemoryStream;
+        tresult PLUGIN_API read(void* to, int32 size, int32* count) override
+        {
+            const tresult result = MemoryStream::read(to, std::min(size, ++pieces * 10), count);
+            if (pieces > 1)
+                *count = std::numeric_limits<int32>::max();
+            return result;
+        }
+        int32 pieces = 0;
+    } boastful(const_cast<char*>(all.data()), 49);
+    instance.controller->setState(&boastful);
+    EXPECT_EQ(instance.controllerState(), before);
     EXPECT_EQ(instance.controller->getState(&full), kResultFalse);
     EXPECT_EQ(instance.component->getState(&full), kResultFalse);
     instance.loadControllerState(Bytes(48625, 'x'));
