@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Fuzzes the readers of untrusted data: banks, presets, projects, and calls of a host.
-# Usage: fuzz.sh [--runs N | --minutes M] [bank|preset|dispatcher]...
+# Fuzzes what reads untrusted data: banks, presets, states of projects and files of hosts, and the
+# calls of a host with the plug-in's editor open.
+# Usage: fuzz.sh [--runs N | --minutes M] [bank|preset|state|dispatcher]...
 #        fuzz.sh --memcheck M
 #
 # Without arguments: all targets, a fixed number of runs with a fixed seed. With a number of runs or
@@ -13,7 +14,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 usage() {
-    echo "usage: fuzz.sh [--runs N | --minutes M] [bank|preset|dispatcher]..." >&2
+    echo "usage: fuzz.sh [--runs N | --minutes M] [bank|preset|state|dispatcher]..." >&2
     echo "       fuzz.sh --memcheck M" >&2
     exit 2
 }
@@ -33,14 +34,14 @@ while [ $# -gt 0 ]; do
         memcheck=$2
         shift 2
         ;;
-    bank | preset | dispatcher)
+    bank | preset | state | dispatcher)
         targets+=("$1")
         shift
         ;;
     *) usage ;;
     esac
 done
-[ ${#targets[@]} -gt 0 ] || targets=(bank preset dispatcher)
+[ ${#targets[@]} -gt 0 ] || targets=(bank preset state dispatcher)
 if [ -n "$memcheck" ]; then scripts/setup.sh memcheck; else scripts/setup.sh test; fi
 
 # build_preset PRESET TARGETS...: prints the errors only on failure.
@@ -94,11 +95,21 @@ rm -rf "$out/seeds"
 mkdir -p "$out"
 "$programs/make_corpus" "$out/seeds"
 
-# short TARGET: the fixed number of runs. Each run of the dispatcher creates a whole plug-in.
+# short TARGET: the fixed number of runs. A run of a state saves the whole bank several times; one of
+# the dispatcher creates a plug-in and its editor.
 short() {
     case $1 in
+    state) echo 5000 ;;
     dispatcher) echo 1000 ;;
     *) echo 100000 ;;
+    esac
+}
+
+# options TARGET: with as many features as the dispatcher has, to count how rare each one is would
+# take a quarter of the time.
+options() {
+    case $1 in
+    dispatcher) echo -entropic=0 ;;
     esac
 }
 
@@ -119,7 +130,8 @@ for target in "${targets[@]}"; do
         how=("-runs=$(short "$target")" -seed=1)
     fi
     found=""
-    if ! "$programs/fuzz_$target" "${how[@]}" "$out/seeds/$target" \
+    mapfile -t own < <(options "$target")
+    if ! "$programs/fuzz_$target" "${how[@]}" "${own[@]}" "$out/seeds/$target" \
         -artifact_prefix="$out/findings/$target-" -dict=tests/fuzz/images.dict \
         -max_len=50000 -timeout=30 -print_final_stats=1 >"$target_log" 2>&1; then
         found=" FINDING"

@@ -1,14 +1,23 @@
-// A misbehaving host: one input is a sequence of VST 2 calls in any order and with any numbers that
-// keep to the interface's contract (a pointer leads to a buffer of the size that its operation
-// requires, or is null; channels are as long as the block). Buffers have the smallest permitted
-// size, so that the sanitizer sees the first byte beyond.
+// A misbehaving host and its user: one input is a sequence of VST 2 calls in any order and with any
+// numbers that keep to the interface's contract (a pointer leads to a buffer of the size that its
+// operation requires, or is null; channels are as long as the block), and of what the user does in
+// the editor's window. Buffers have the smallest permitted size, so that the sanitizer sees the
+// first byte beyond. The window is in memory, and its timers run by calls.
+#include "editor/EditorBitmap.h"
 #include "shell/EntryPoints.h"
 #include "tests/fuzz/Finding.h"
+#include "tests/presets/HandMadeImages.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/Vst2Rooms.h"
+#include "vstgui/lib/controls/coptionmenu.h"
+#include "vstgui/platform/offscreen/manualclock.h"
+#include "vstgui/platform/offscreen/offscreenhost.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -49,6 +58,34 @@ constexpr VstInt32 kParameters = 58;
 constexpr std::size_t kFirstValue = 16 + 8 + 41 + 168 + 24, kPresetSize = 168 + 58 * 32;
 constexpr VstIntPtr kChunkSize = 16 + 48625;
 
+// What all runs share: the user's files, the time of the editors' timers, and the decoded bitmaps.
+struct Surroundings {
+    Surroundings()
+    {
+        // Without the user's own settings, and without a manual, which would be opened.
+        setenv("XDG_DATA_HOME", "/dev/null", 1);
+        setenv("XDG_DATA_DIRS", "/dev/null", 1);
+        const auto write = [](const std::string& path, const handmade::Bytes& bytes) {
+            writeContent(path, {bytes.begin(), bytes.end()});
+        };
+        write(files[0], handmade::goodBank(1, 7));
+        write(files[1], handmade::goodPreset(1));
+    }
+
+    TemporaryFolder folder;
+    // The last one can be neither read nor written.
+    const std::string files[3] = {folder / "good.zkb", folder / "good.zkr", "/dev/null/any.zkb"};
+    VSTGUI::ManualClock clock;
+    // Never destroyed: at exit the bitmaps themselves are, in no particular order.
+    const BitmapUser* const bitmaps = new BitmapUser;
+};
+
+Surroundings& surroundings()
+{
+    static Surroundings all;
+    return all;
+}
+
 void requireValue(float value)
 {
     require(value >= 0.0f && value <= 1.0f, "a value outside 0 to 1");
@@ -56,29 +93,62 @@ void requireValue(float value)
 
 class Host {
 public:
-    explicit Host(Bytes& input) : bytes(input), callsBack(bytes.byte() & 1) { current = this; }
+    explicit Host(Bytes& input) : bytes(input), manners(bytes.byte())
+    {
+        for (auto& window : windows)
+            answerDialogs(window.emplace());
+        current = this;
+    }
     ~Host()
     {
+        // Hosts destroy the window before or after the effect, with the editor open or closed.
+        if (manners & kWindowFirst)
+            for (auto& window : windows)
+                window.reset();
         current = nullptr;
         require(dispatch(effClose) == 1, "the effect did not close");
     }
 
     void callSomething()
     {
-        const std::uint8_t choice = bytes.byte() % 8;
-        if (choice == 3) {
+        const std::uint8_t choice = bytes.byte() % 16;
+        switch (choice) {
+        case 3: {
             const VstInt32 index = someIndex();
             set(index, bytes.take<float>());
-        } else if (choice == 4)
+            break;
+        }
+        case 4:
             requireValue(get(someIndex()));
-        else if (choice == 5 && blocks++ < kMaxBlocks)
-            process();
-        else if (choice == 6)
+            break;
+        case 5:
+            if (blocks++ < kMaxBlocks)
+                process();
+            break;
+        case 6:
             restoreChanged();
-        else if (choice == 7)
+            break;
+        case 7:
             dispatch(effEditIdle);
-        else
+            break;
+        case 8:
+            openEditor();
+            break;
+        case 9:
+        case 10:
+        case 11:
+        case 12:
+        case 13:
+        case 14:
+            useEditor(choice - 9);
+            break;
+        case 15:
+            surroundings().clock.advance(10u * bytes.byte());
+            break;
+        default:
             callOperation();
+            break;
+        }
     }
 
     // After any calls the effect must be consistent, and its saved state must load again.
@@ -92,6 +162,7 @@ public:
         for (VstInt32 i = 0; i < kParameters; ++i)
             requireValue(get(i));
 
+        requireRect();
         const std::vector<std::uint8_t> state = save();
         for (std::size_t preset = 0; preset < 24; ++preset)
             for (std::size_t id = 0; id < kParameters; ++id) {
@@ -105,7 +176,11 @@ public:
     }
 
 private:
-    static constexpr int kMaxBlocks = 6;
+    // Bits of the first byte of an input.
+    static constexpr int kCallsBack = 1, kRefusesSizes = 2, kClosesInSizeWindow = 4,
+                         kWindowFirst = 8;
+    // Of what takes long, a run has only a few.
+    static constexpr int kMaxBlocks = 6, kMaxOpenings = 4, kMaxPictures = 2, kMaxInnerSaves = 8;
     static constexpr VstInt32 kMaxFrames = 200, kMaxAnnounced = 8192;
 
     VstInt32 someIndex()
@@ -157,7 +232,7 @@ private:
         };
         switch (opcode) {
         case effClose:     // called at the end
-        case effEditOpen:  // needs a window
+        case effEditOpen:  // see openEditor
             break;
         case effSetSampleRate:
             call(0, nullptr, someRate(how));
@@ -216,6 +291,127 @@ private:
             require(input->numChannels == effect->numInputs
                         && output->numChannels == effect->numOutputs,
                     "arrangements that differ from the counts");
+    }
+
+    // In one of two windows, also while it is open already.
+    void openEditor()
+    {
+        const std::uint8_t which = bytes.byte();
+        auto& window = windows[which & 1];
+        if (++openings > kMaxOpenings || (window && window->isOpen()))
+            return;
+        const bool opened = dispatch(effEditOpen, 0, 0, which & 2 ? nullptr : &*window) != 0;
+        // A host that closes the editor while it is resized may see that it did not open.
+        require(opened == !(which & 2) || manners & kClosesInSizeWindow, "the editor did not open");
+    }
+
+    void requireRect()
+    {
+        ERect* rect = nullptr;
+        require(dispatch(effEditGetRect, 0, 0, &rect) == 1 && rect, "no size of the editor");
+        require(rect->left == 0 && rect->top == 0 && rect->right > 0 && rect->bottom == 505,
+                "an editor of the wrong size");
+        for (const auto& window : windows)
+            if (window && window->isOpen())
+                require(window->frameSize() == VSTGUI::CPoint(rect->right, rect->bottom),
+                        "a window with another size than the editor's");
+    }
+
+    VSTGUI::CPoint somePlace()
+    {
+        const auto x = bytes.take<std::uint16_t>() % 900, y = bytes.take<std::uint16_t>() % 510;
+        return VSTGUI::CPoint(x - 3, y - 3);
+    }
+    int someButtons()
+    {
+        using namespace VSTGUI;
+        constexpr int kMeanings[] = {kRButton, kShift, kControl, kAlt, kDoubleClick, kMButton};
+        const std::uint8_t bits = bytes.byte();
+        int buttons = bits & 1 ? 0 : kLButton;
+        for (int i = 0; i < 6; ++i)
+            buttons |= bits & 2 << i ? kMeanings[i] : 0;
+        return buttons;
+    }
+
+    // The user, in the window that shows the editor, if there is one.
+    void useEditor(int action)
+    {
+        const auto window = std::find_if(std::begin(windows), std::end(windows),
+                                         [](const auto& each) { return each && each->isOpen(); });
+        if (window == std::end(windows))
+            return;
+        VSTGUI::OffscreenHost& screen = **window;
+        switch (action) {
+        case 0:
+        case 1: {
+            const VSTGUI::CPoint where = somePlace();
+            const int buttons = someButtons();
+            screen.mouseMove(where);
+            screen.mouseDown(where, buttons);
+            if (action == 1)
+                screen.mouseMove(somePlace(), buttons);
+            bytes.byte() & 1 ? screen.mouseCancel() : void(screen.mouseUp(where, buttons));
+            break;
+        }
+        case 2: {
+            const VSTGUI::CPoint where = somePlace();
+            const std::uint8_t notches = bytes.byte();
+            screen.wheel(
+                where, notches < 250 ? static_cast<float>(notches) - 125.0f : bytes.take<float>(),
+                someButtons(), notches & 1 ? VSTGUI::kMouseWheelAxisX : VSTGUI::kMouseWheelAxisY);
+            break;
+        }
+        case 3:
+            screen.mouseMove(somePlace(), someButtons());
+            if (bytes.byte() & 1)
+                screen.mouseExit(somePlace());
+            break;
+        case 4:
+            typeName(screen);
+            break;
+        default:
+            screen.activate(bytes.byte() & 1);
+            if (pictures++ < kMaxPictures)
+                screen.repaint();
+            break;
+        }
+    }
+
+    void typeName(VSTGUI::OffscreenHost& screen)
+    {
+        const std::uint8_t end = bytes.byte();
+        std::vector<std::uint8_t> text = bytes.block(bytes.byte() % 64);
+        text.push_back(0);
+        screen.typeText(reinterpret_cast<const char*>(text.data()));
+        if (end & 1)
+            screen.pressReturnInTextBox();
+        if (end & 2)
+            screen.pressEscapeInTextBox();
+    }
+
+    // Before the user answers, the host may close the editor.
+    void answerDialogs(VSTGUI::OffscreenHost& screen)
+    {
+        screen.onMenu = [this](VSTGUI::COptionMenu& menu) {
+            const std::uint8_t answer = someAnswer();
+            return answer % 2 ? answer / 2 % menu.getNbEntries() : -1;
+        };
+        screen.onFileDialog = [this](const VSTGUI::FileDialogRequest& request) {
+            const std::uint8_t answer = someAnswer() % 4;
+            const auto& files = surroundings().files;
+            if (answer == 3)
+                return std::vector<std::string>();
+            const bool isSaving = request.kind == VSTGUI::FileDialogRequest::Kind::saveFile;
+            return std::vector<std::string>{files[isSaving ? 2 : answer]};
+        };
+        screen.onMessage = [this](const std::string&, const std::string&) { someAnswer(); };
+    }
+    std::uint8_t someAnswer()
+    {
+        const std::uint8_t answer = bytes.byte();
+        if (answer >= 240)
+            dispatch(effEditClose);
+        return answer;
     }
 
     float someRate(std::uint8_t how)
@@ -279,22 +475,24 @@ private:
         Host* const host = std::exchange(current, nullptr);
         if (!host)
             return 0;
-        if (host->callsBack) {
+        if (host->manners & kCallsBack) {
             if (opcode == audioMasterAutomate) {
                 requireValue(host->get(index));
                 host->set(index, opt);
             }
-            host->save();
+            if (host->innerSaves++ < kMaxInnerSaves)
+                host->save();
             host->requireArrangements(true, true);
         }
+        if (opcode == audioMasterSizeWindow && host->manners & kClosesInSizeWindow)
+            host->dispatch(effEditClose);
         current = host;
-        return 0;
+        return opcode == audioMasterSizeWindow && !(host->manners & kRefusesSizes);
     }
 
     static AEffect* make()
     {
-        // Without the user's own settings.
-        setenv("XDG_DATA_HOME", "/dev/null", 1);
+        surroundings();
         AEffect* const made = VSTPluginMain(answer);
         require(made != nullptr, "no effect");
         return made;
@@ -304,8 +502,9 @@ private:
 
     Bytes& bytes;
     AEffect* const effect = make();
-    const bool callsBack;
-    int blocks = 0;
+    const std::uint8_t manners;
+    std::optional<VSTGUI::OffscreenHost> windows[2];
+    int blocks = 0, openings = 0, pictures = 0, innerSaves = 0;
     bool moderate = true;  // all samples so far, and the rates
 };
 

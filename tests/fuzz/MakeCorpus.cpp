@@ -1,6 +1,8 @@
-// Writes the fuzzers' seed corpus into FOLDER/bank, /preset and /dispatcher: whole images and ones
-// with few records, and sequences of calls.
+// Writes the fuzzers' seed corpus into FOLDER/bank, /preset, /state and /dispatcher: whole images
+// and ones with few records, states and hosts' files of them, and sequences of calls.
+#include "presets/FactoryBank.h"
 #include "tests/presets/HandMadeImages.h"
+#include "tools/banks/HostFile.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -64,6 +66,37 @@ void writeImages(std::uint8_t kind)
     }
 }
 
+// See FuzzState.cpp for the first four bytes.
+void writeStates()
+{
+    const auto input = [](std::uint8_t form, int how, const Bytes& rest) {
+        return behind({form, static_cast<std::uint8_t>(how), 60, 0}, rest);
+    };
+    const Bytes brief = shortRecords(3, false).finish(kBank, 3), whole = goodBank(2, 5);
+    for (const Bytes& image : {brief, whole}) {
+        const std::string name = image == brief ? "short" : "good";
+        const Bytes state = stateOf(image);
+        Bytes chunk(16);
+        chunk[8] = static_cast<std::uint8_t>(state.size());
+        chunk[9] = static_cast<std::uint8_t>(state.size() >> 8);
+        write("state", name + ".chunk", input(0, 0, behind(chunk, state)));
+        write("state", name + ".part", input(0, 1, state));
+        for (const int how : {0, 1, 3, 12, 16, 24, 32, 40, 65})
+            write("state", name + ".controller" + std::to_string(how), input(1, how, state));
+        write("state", name + ".fxp", input(4, 0, tool::fxpBytes(image, factoryBank()[2], 1)));
+        write("state", name + ".fxb", input(4, 0, tool::fxbBytes(image, 1)));
+        write("state", name + ".vstpreset",
+              input(4, 0, tool::vstPresetBytes(image, factoryBank()[2])));
+    }
+    // 48 bytes of header, then the component's state.
+    const Bytes file = tool::vstPresetBytes(brief, factoryBank()[2]);
+    const Bytes component(file.begin() + 48, file.begin() + 48 + 244);
+    for (const int how : {0, 1, 3, 8, 16, 24, 32, 40, 64}) {
+        write("state", "component" + std::to_string(how), input(2, how, component));
+        write("state", "parameters" + std::to_string(how), input(3, how, component));
+    }
+}
+
 void writeCalls()
 {
     // Each call is its number modulo 8 and its arguments; see FuzzDispatcher.cpp.
@@ -81,6 +114,35 @@ void writeCalls()
           Bytes{5, 0xFE, 17, 1, 2, 3, 4, 0, 0, 0, 0, 0}, block})
         session = behind(session, call);
     write("dispatcher", "session", session);
+
+    // The editor: each row of places is pressed and dragged.
+    const Bytes open{8, 0}, paint{14, 1}, wait{15, 30}, typed{13, 1, 3, 'a', 'b', 'c'};
+    const auto at = [](int x, int y) -> Bytes {
+        return {static_cast<std::uint8_t>(x + 3), static_cast<std::uint8_t>((x + 3) >> 8),
+                static_cast<std::uint8_t>(y + 3), static_cast<std::uint8_t>((y + 3) >> 8)};
+    };
+    const Bytes both =
+        behind(behind(open, behind({3, 7, 0, 0, 0x80, 0x3F}, {3, 8, 0, 0, 0x80, 0x3F})), paint);
+    for (const int y : {20, 60, 100, 140, 180, 220, 260, 300, 340, 380, 420, 460, 496}) {
+        const Bytes start = behind({1}, both);
+        Bytes presses = start, drags = start;
+        // The keys below the strips are narrow.
+        for (int x = 8; x < (y == 496 ? 400 : 890); x += y == 496 ? 12 : 30) {
+            presses = behind(behind(presses, {9}), behind(at(x, y), {0, 0, 3, 0, 5}));
+            drags = behind(behind(drags, {10}), at(x, y));
+            drags = behind(behind(drags, {0}), behind(at(x + 15, y + 30), {0}));
+        }
+        write("dispatcher", "presses " + std::to_string(y), behind(presses, wait));
+        write("dispatcher", "drags " + std::to_string(y), behind(drags, paint));
+    }
+    Bytes window{0};
+    for (const Bytes& call :
+         {open, wait, Bytes{8, 1}, behind(Bytes{11}, behind(at(300, 200), {127, 1})), typed, paint,
+          operation(13), operation(15), open,
+          Bytes{0,    52,   0, 0xFF, 0x41, 0x43, 0x74, 0x73, 0x65, 0x65,
+                0x68, 0x57, 0, 0,    0,    0,    0,    0,    0x80, 0x3F}})
+        window = behind(window, call);
+    write("dispatcher", "window", window);
 }
 
 }  // namespace
@@ -94,6 +156,7 @@ int main(int argc, char** argv)
     folder = argv[1];
     writeImages(kBank);
     writeImages(kPreset);
+    writeStates();
     writeCalls();
     return 0;
 }

@@ -119,11 +119,11 @@ void OffscreenHost::setPointer(CPoint where, CButtonState buttons)
     pointerButtons = buttons;
 }
 
-Pixels OffscreenHost::paint()
+bool OffscreenHost::repaint()
 {
     IPlatformSurface* surface = frame ? frame->getSurface() : nullptr;
     if (!surface)
-        return {};
+        return false;
     const SharedPointer<OffscreenFrame> window(frame);
     const auto rects = std::exchange(waiting, {});
     for (const CRect& rect : rects) {
@@ -131,7 +131,12 @@ Pixels OffscreenHost::paint()
         context->setClipRect(rect);
         window->getCallback()->platformDrawRect(context, rect);
     }
-    return surface->readPixels();
+    return true;
+}
+
+Pixels OffscreenHost::paint()
+{
+    return repaint() ? frame->getSurface()->readPixels() : Pixels();
 }
 
 CPoint OffscreenHost::frameSize() const

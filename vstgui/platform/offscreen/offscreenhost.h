@@ -48,7 +48,9 @@ public:
     // The repaint requests since the last paint.
     const std::vector<CRect>& invalidRects() const { return waiting; }
     void clearInvalidRects() { waiting.clear(); }
-    // Repaints them and returns the whole picture; empty without an open frame.
+    // Repaints them. False without an open frame.
+    bool repaint();
+    // The same, and returns the whole picture; empty without an open frame.
     Pixels paint();
     // The window's size as the frame has set it; (0, 0) without an open frame.
     CPoint frameSize() const;
