@@ -27,7 +27,8 @@ using namespace Steinberg;
 using namespace Steinberg::Vst;
 using expected::Bytes;
 
-constexpr std::size_t kParameters = 58, kStateBytes = 48625, kRecordsAt = 8 + 41;
+constexpr std::size_t kParameters = 58, kStateBytes = 48625, kRecordsAt = 8 + 41,
+                      kPresetBytes = 168 + kParameters * 32;
 
 // The first byte of an input, modulo 5.
 enum Form : std::uint8_t { kChunk, kController, kComponent, kComponentToController, kFile };
@@ -60,33 +61,41 @@ float valueOf(const expected::Preset& preset, std::size_t id)
     return value;
 }
 
-// The state with that content, as the plug-in saves it.
-Bytes stateOf(const expected::Controller& content)
+// A state with empty names and zeros, whose selected preset is the first one.
+Bytes emptyState()
 {
-    Bytes image;
-    image.reserve(kStateBytes);
-    for (const std::uint32_t word : {0x02000000u, 0x5A743436u, 0x5A743436u})
-        put(image, word, 4);
-    image.push_back(0x38);
-    for (const std::size_t word : {std::size_t{0x01000100}, kParameters, 24 * 59 * std::size_t{1},
-                                   content.selected, 24 * (168 + kParameters * 32)})
+    Bytes image{0, 0, 0, 2, 0x36, 0x34, 0x74, 0x5A, 0x36, 0x34, 0x74, 0x5A, 0x38};
+    for (const std::size_t word : {std::size_t{0x01000100}, kParameters, std::size_t{24 * 59},
+                                   std::size_t{0}, 24 * kPresetBytes})
         put(image, word, 4);
     image.resize(kRecordsAt);
-    for (std::size_t index = 0; index < content.bank.size(); ++index) {
-        const expected::Preset& preset = content.bank[index];
+    for (std::size_t index = 0; index < 24; ++index) {
         for (const std::size_t word : {std::size_t{0}, std::size_t{156}, index})
             put(image, word, 4);
-        image.insert(image.end(), preset.begin(), preset.begin() + 24);
-        image.resize(image.size() + 132);
+        image.resize(image.size() + 156);
         for (std::size_t id = 0; id < kParameters; ++id) {
             for (const std::size_t word : {std::size_t{1}, std::size_t{20}, index, id})
                 put(image, word, 4);
-            image.resize(image.size() + 8);
-            image.insert(image.end(), valuesOf(preset) + 4 * id, valuesOf(preset) + 4 * id + 4);
-            image.resize(image.size() + 4);
+            image.resize(image.size() + 16);
         }
     }
     return image;
+}
+
+// The state with that content, as the plug-in saves it.
+Bytes stateOf(const expected::Controller& content)
+{
+    static const Bytes empty = emptyState();
+    Bytes state = empty;
+    state[8 + 17] = static_cast<std::uint8_t>(content.selected);
+    std::uint8_t* records = &state[kRecordsAt];
+    for (const expected::Preset& preset : content.bank) {
+        std::copy_n(preset.data(), 24, records + 12);
+        for (std::size_t id = 0; id < kParameters; ++id)
+            std::copy_n(valuesOf(preset) + 4 * id, 4, records + 168 + 32 * id + 24);
+        records += kPresetBytes;
+    }
+    return state;
 }
 
 // The component's state with the values of a preset.
