@@ -3,7 +3,10 @@
 #include "tests/support/MockedPrograms.h"
 #include "tests/vstgui/x11/User.h"
 
+#include <functional>
+#include <numeric>
 #include <optional>
+#include <vector>
 
 namespace {
 
@@ -86,6 +89,8 @@ protected:
             fs::create_symlink("/usr/bin/" + name, programs->folder / name);
         desktop.addKeys({std::begin(kSoundKeys), std::end(kSoundKeys)});
         writeContent(old, "");
+        // Dialogs complete a name that only one file begins with.
+        writeContent(files / "older.zkb", "");
         writeContent(sound, "");
     }
     ~DesktopDialog() override { unsetenv("XDG_RUNTIME_DIR"); }
@@ -113,10 +118,27 @@ protected:
             window = desktop.windowInFrontOf(host);
             return window != None && window != previous;
         }));
-        pump(250);
+        awaitStill();
         desktop.focus(window);
         return window;
     }
+    // Waits until the screen stands still, and differs from `before` by more than a caret.
+    static void awaitStill(const std::vector<uint8_t>& before = {})
+    {
+        const auto differ = [](const std::vector<uint8_t>& a, const std::vector<uint8_t>& b) {
+            constexpr int kCaret = 400;  // bytes
+            return std::inner_product(a.begin(), a.end(), b.begin(), 0, std::plus<>(),
+                                      std::not_equal_to<>())
+                > kCaret;
+        };
+        EXPECT_TRUE(pumpUntil([&] {
+            const std::vector<uint8_t> earlier = screen();
+            pump(250);
+            const std::vector<uint8_t> now = screen();
+            return !differ(now, earlier) && (before.empty() || differ(now, before));
+        }));
+    }
+    static std::vector<uint8_t> screen() { return screenshot({0, 0}, 1024, 768).rgba; }
     bool closes(const Choice& choice)
     {
         return pumpUntil(
@@ -157,10 +179,14 @@ TEST_P(DesktopDialog, LoadsSavesAsksAndCancels)
         ::Window window = None;
         for (const std::string& keys : scene.keys) {
             window = nextWindow(window);
-            // A slash opens the field for the path to load.
-            const std::string field = scene.style == kLoad ? "key slash sleep 0.3" : "key ctrl+a";
-            if (keys == scene.keys.front() && !scene.typed.empty())
-                user(field + " type --delay 3 {}", scene.typed);
+            if (keys == scene.keys.front() && !scene.typed.empty()) {
+                const std::vector<uint8_t> before = screen();
+                // A slash opens the field for the path to load.
+                user(scene.style == kLoad ? "key slash" : "key ctrl+a");
+                if (scene.style == kLoad)
+                    awaitStill(before);
+                user("type --delay 3 {}", scene.typed);
+            }
             user(keys);
         }
         EXPECT_TRUE(closes(*choice));
