@@ -5,8 +5,8 @@ import functools
 import multiprocessing
 import os
 import subprocess
-import sys
 import time
+from multiprocessing.pool import ThreadPool
 
 import numpy as np
 
@@ -31,10 +31,14 @@ FIXED = {10000: strips, 10008: strips, 10009: strips, 10024: strips, 10007: fram
 LAMPS = (10006, 10018)
 
 
-def picture_of(bitmap, pool):
+def start_frames(bitmap, pool):
+    """The pool's promise of a bitmap's pictures, to be stacked: a knob's frames one by one."""
     if FIXED.get(bitmap.number) is knobs:
-        frames = pool.map(functools.partial(knobs.draw, bitmap.number), range(bitmap.frames))
-        return np.concatenate(frames, 0)
+        return pool.map_async(functools.partial(knobs.draw, bitmap.number), range(bitmap.frames), 4)
+    return pool.map_async(picture_of, [bitmap])
+
+
+def picture_of(bitmap):
     if bitmap.number in FIXED:
         return FIXED[bitmap.number].draw(bitmap.number, bitmap.frames)
     module = preset_row if bitmap.number < 1000 else lamps if bitmap.number in LAMPS else keys
@@ -49,30 +53,40 @@ def main():
     arguments.add_argument("--fast", action="store_true", help="leave the files unoptimised")
     chosen = arguments.parse_args()
 
-    with multiprocessing.Pool() as pool:
-        draw_bitmaps(chosen, pool)
+    with multiprocessing.Pool() as pool, ThreadPool() as packers:
+        draw_bitmaps(chosen, pool, packers)
     if not chosen.numbers:
         print(icon.draw(chosen.into))
         print(installer.draw(chosen.into))
 
 
-def draw_bitmaps(chosen, pool):
-    for bitmap in bitmap_list.read():
-        if chosen.numbers and bitmap.number not in chosen.numbers:
-            continue
-        start = time.time()
-        picture = picture_of(bitmap, pool)
-        if picture.shape[:2] != (bitmap.height, bitmap.width):
-            sys.exit(f"{bitmap.number}: drawn {picture.shape[1]} by {picture.shape[0]}, "
-                     f"listed {bitmap.width} by {bitmap.height}")
-        path = bitmap.path(chosen.into)
-        os.makedirs(os.path.dirname(path), exist_ok=True)
-        save(picture, path)
-        if not chosen.fast:
-            subprocess.run(["optipng", "-quiet", "-o3", "-nc", "-nb", "-np", "-strip", "all", path],
-                           check=True)
-        print(f"{bitmap.number:6} {bitmap.width:4} x {bitmap.height:<5} "
-              f"{os.path.getsize(path):8} bytes {time.time() - start:6.1f} s")
+def draw_bitmaps(chosen, pool, packers):
+    start = time.time()
+    bitmaps = [each for each in bitmap_list.read()
+               if not chosen.numbers or each.number in chosen.numbers]
+    # the largest first: the others are drawn while their files are written
+    bitmaps.sort(key=lambda each: each.width * each.height, reverse=True)
+    frames = [start_frames(bitmap, pool) for bitmap in bitmaps]
+    written = [packers.apply_async(write, (chosen, *each)) for each in zip(bitmaps, frames)]
+    for bitmap, each in zip(bitmaps, written):
+        size = each.get()
+        print(f"{bitmap.number:6} {bitmap.width:4} x {bitmap.height:<5} {size:8} bytes "
+              f"after {time.time() - start:6.1f} s", flush=True)
+
+
+def write(chosen, bitmap, frames):
+    """Waits for the frames and writes the bitmap's file; returns its size."""
+    picture = np.concatenate(frames.get(), 0)
+    if picture.shape[:2] != (bitmap.height, bitmap.width):
+        raise ValueError(f"{bitmap.number}: drawn {picture.shape[1]} by {picture.shape[0]}, "
+                         f"listed {bitmap.width} by {bitmap.height}")
+    path = bitmap.path(chosen.into)
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    save(picture, path)
+    if not chosen.fast:
+        subprocess.run(["optipng", "-quiet", "-o3", "-nc", "-nb", "-np", "-strip", "all", path],
+                       check=True)
+    return os.path.getsize(path)
 
 
 if __name__ == "__main__":

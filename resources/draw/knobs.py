@@ -70,15 +70,14 @@ def gain_degrees(decibels):
 
 @functools.lru_cache
 def gain_marks(c):
-    """The still scale around a gain cap: a mark for each decibel, long ones at the figures."""
+    """The still scale around a gain cap: marks of decibels, longer at even ones and at figures."""
     x, y = grid(look.COAX_IMAGE, look.COAX_IMAGE, SCALE)
-    inner, outer = look.GAIN_MARKS
     ink = np.zeros_like(x)
     for db in range(-look.LEVEL_RANGE, look.LEVEL_RANGE + 1):
-        long = abs(db) in look.GAIN_FIGURES
-        end = outer if long else inner + look.GAIN_FINE_MARK
-        mark = spoke(x, y, c, c, gain_degrees(db), inner, end, look.TICK_WIDTH)
-        ink = np.maximum(ink, (1.0 if long else look.GAIN_FINE_INK) * cover(mark, 0.4))
+        rank = 0 if abs(db) in look.GAIN_FIGURES else 1 + db % 2
+        mark = spoke(x, y, c, c, gain_degrees(db), look.GAIN_MARKS,
+                     look.GAIN_MARKS + look.GAIN_MARK_LENGTHS[rank], look.TICK_WIDTH)
+        ink = np.maximum(ink, look.GAIN_MARK_INKS[rank] * cover(mark, 0.4))
     return tint(look.LETTER, ink)
 
 
@@ -86,10 +85,11 @@ def gain_marks(c):
 def gain_figures(c):
     """The scale's figures, and a minus and a plus between its ends."""
     picture = np.zeros((look.COAX_IMAGE, look.COAX_IMAGE, 4), np.float32)
+    ends = look.GAIN_MARKS + look.GAIN_MARK_LENGTHS[0]
     for size in look.GAIN_FIGURES:
         for db in {-size, size}:
             ink, _ = mask(str(size), look.CAPS_5, tracking=0.2)
-            left, top = labels.beside(ink, gain_degrees(db), (c, c), look.GAIN_MARKS[1],
+            left, top = labels.beside(ink, gain_degrees(db), (c, c), ends,
                                       look.GAIN_FIGURE_GAP)
             paste(picture, tint(look.LETTER, ink), left, top)
     *across, down = look.GAIN_SIGNS
@@ -111,7 +111,9 @@ def level_knob(frame):
                            look.DIAL_RADIUS)
     picture = lit(picture, s, c, r, degrees, look.DIAL_CAP_RADIUS, look.DIAL_ARC_INNER,
                   look.DIAL_ARC_OUTER)
-    return shrink(picture, SCALE)
+    needle = spoke(s.x, s.y, c, c, degrees, look.DIAL_CAP_FACE, look.DIAL_NEEDLE,
+                   look.POINTER_WIDTH)
+    return shrink(inlay(picture, needle, r - look.DIAL_NEEDLE, SCALE), SCALE)
 
 
 def high_pass_dial(frame):
@@ -144,7 +146,7 @@ def lit(picture, s, c, r, degrees, radius, inner, outer):
     reach = np.abs(turn(s.x, s.y, c, c)) <= look.GAIN_SWEEP / 2 + 2
     picture = over(picture, tint(look.LAMP_DARK, cover(track, 0.4) * reach * clear_of_cap))
     lamp = cover(arc(s.x, s.y, c, c, degrees, inner, outer), 0.5) * clear_of_cap
-    picture = over(picture, tint(look.LIT, lamp))
+    picture = over(picture, tint(look.LIT_ARC, lamp))
     metal = picture[..., 3] > 0.99
     return light(picture, look.LIT_DEEP,
                  look.ARC_GLOW * gaussian_filter(lamp, look.ARC_GLOW_REACH * SCALE) * metal)

@@ -32,7 +32,7 @@ CAVITY_STRENGTH = 0.16
 GRAPHITE = dict(albedo=(0.0345, 0.0362, 0.0399), metal=0.0138, along=0.30, across=0.55)
 CHASSIS = dict(albedo=(0.0150, 0.0158, 0.0176), metal=0.008, along=0.30, across=0.55)
 ANODISED = dict(albedo=(0.0165, 0.0172, 0.0190), metal=0.075, along=0.22, across=0.50)
-TITANIUM = dict(albedo=(0.0900, 0.0930, 0.0990), metal=0.190, along=0.165, across=0.62)
+TITANIUM = dict(albedo=(0.0900, 0.0930, 0.0990), metal=0.150, along=0.195, across=0.62)
 STEEL = dict(albedo=(0.1300, 0.1330, 0.1400), metal=0.140, along=0.25, across=0.45)
 KEYCAP = dict(albedo=(0.0330, 0.0345, 0.0375), metal=0.030, along=0.40, across=0.40)
 LENS = dict(albedo=(0.0032, 0.0034, 0.0038), metal=0.020, along=0.5, across=0.5)
@@ -41,12 +41,13 @@ PIT = dict(albedo=(0.0032, 0.0034, 0.0038), metal=0.0, along=0.5, across=0.5)
 # ---- Colours (sRGB) ----------------------------------------------------------------------------
 LIT = (0xD1, 0xE3, 0xEE)            # the pale blue of the name field and of every lamp
 LIT_DEEP = (0x7F, 0xB4, 0xD6)       # its glow on metal
+LIT_ARC = (0x86, 0xC2, 0xEA)        # the lamp around a knob; deeper, so that the pointer ends it
 AMBER = (0xF2, 0x9A, 0x4B)          # lamps of switches that turn something off
 AMBER_DEEP = (0xC8, 0x5A, 0x1E)
 LETTER = (0xCE, 0xD1, 0xD4)         # captions
 LETTER_FAINT = (0xC4, 0xC8, 0xCD)   # scales and unlit labels
 LIT_LETTER = (0xF0, 0xFA, 0xFF)     # lit labels
-POINTER = (0xF4, 0xF7, 0xF9)
+POINTER = (0xFF, 0xFF, 0xFF)
 LAMP_DARK = (0x1B, 0x20, 0x24)      # an unlit lamp
 LETTER_IDLE = (0x7C, 0x90, 0x9C)    # the legend of a key that is on without power
 AMBER_IDLE = (0x80, 0x58, 0x38)
@@ -120,8 +121,8 @@ NAME_RULE_RISE = 4.5    # height of the hairline above the base line
 NAME_RULE_GAP = 5
 NAME_LEFT = 9           # of a band's or knob's name, at the upper left of its knob
 STEP_DOT = 0.85         # radius of the mark of a step
-TICK_LENGTH = 3.0
-TICK_WIDTH = 1.0
+TICK_LENGTH = 3.6
+TICK_WIDTH = 1.1
 LABEL_GAP = 3.0         # between a mark and its label
 COAX_LABEL_GAP = 4.2    # wider: the click areas are farther out
 
@@ -140,12 +141,12 @@ COAX_LABELS = dict(
     mid=("OFF", "5k6", "4k6", "3k8", "3k", "2k5", "1k8", "1k2", "800", "680"),
     low=("OFF", "550", "430", "370", "300", "200", "120", "82", "63", "33"))
 COAX_DOT_RADIUS = 34.8
-RING_RADIUS = 31.0
-RING_INNER = 25.0
+RING_RADIUS = 32.6
+RING_INNER = 26.8
 RING_NOTCHES = 48
 RING_HEIGHT = 8.0
 # profiles: (radius, height)
-RING_PROFILE = ((25.0, 7.2), (25.7, 8.0), (28.0, 8.0), (29.0, 7.25), (31.0, 3.65))
+RING_PROFILE = ((26.8, 7.2), (27.5, 8.0), (29.6, 8.0), (30.6, 7.25), (32.6, 3.65))
 RING_FLOOR = 4.5        # height under the cap
 GROOVE_FLOOR = -1.6     # of the groove that holds a lamp
 KNURL_WIDTH = 2.6
@@ -162,23 +163,23 @@ CAP_TAPER = 0.42        # drop of the cap's side, as a share of its height
 POINTER_START = 0.40    # share of the face's radius
 CAP_SHADOW_HEIGHT = 5.5  # for the shadow on the ring; low, so that the ring's pointer stays legible
 CAP_SHADOW = 0.48
-GAIN_CAP_RADIUS = 13.4
-GAIN_CAP_FACE = 9.8
-GAIN_GROOVE = 15.6
-GAIN_ARC_INNER = 13.7
-GAIN_ARC_OUTER = 15.4
-GAIN_NEEDLE = 15.6      # outer end of the pointer
-GAIN_MARKS = (16.0, 18.6)   # of the marks at the figures
-GAIN_FINE_MARK = 1.3    # length of the marks between, 1 dB apart
-GAIN_FINE_INK = 0.6
+GAIN_CAP_RADIUS = 13.2
+GAIN_CAP_FACE = 9.7
+GAIN_GROOVE = 15.4
+GAIN_ARC_INNER = 13.5
+GAIN_ARC_OUTER = 15.2
+GAIN_NEEDLE = 19.6      # outer end of the pointer
+GAIN_MARKS = 16.4       # inner ends of the scale's marks, 1 dB apart
+GAIN_MARK_LENGTHS = (3.4, 2.7, 1.8)     # at the figures, at the other even decibels, at odd ones
+GAIN_MARK_INKS = (1.0, 0.95, 0.85)
 GAIN_FIGURES = (0, 4, 8, 12, 16)    # dB
-GAIN_FIGURE_GAP = 1.6   # between a mark and its figure
-GAIN_SIGNS = (-4.5, 4.5, 20.5)  # from the centre: minus, plus, and down
-GAIN_DISC = 24.9        # radius of the scale's disc
+GAIN_FIGURE_GAP = 1.3   # between a mark and its figure
+GAIN_SIGNS = (-4.5, 4.5, 22.0)  # from the centre: minus, plus, and down
+GAIN_DISC = 26.7        # radius of the scale's disc
 ARC_INNER = 19.0       # the lamp in the groove around a knob
 ARC_OUTER = 20.9
 POINTER_WIDTH = 1.8
-POINTER_SEAM = 0.5      # darkness of the seam around it
+POINTER_SEAM = (0.55, 0.35)  # darkness of the seam around it, and its width
 ARC_GLOW = 0.55
 ARC_GLOW_REACH = 1.3
 GAIN_SWEEP = 300        # rotation of a gain knob; 0 dB is straight up
@@ -201,11 +202,13 @@ DIAL_CAP_RADIUS = 20.6
 DIAL_CAP_FACE = 15.0
 DIAL_ARC_INNER = 21.3
 DIAL_ARC_OUTER = 23.1
+DIAL_NEEDLE = 27.3      # outer end of the level knob's pointer
 DIAL_RADIUS = 27.6
 DIAL_TICK_RADIUS = 29.2
 DIAL_DOT_RADIUS = 30.4
-LEVEL_TICKS = (1, 2, 3, 4, 6, 8, 12, 16)     # dB, positive and negative
-LEVEL_LABELS = (2, 4, 8, 12, 16)
+LEVEL_LABELS = (0, 2, 4, 6, 8, 12, 16)      # dB, positive and negative; their ticks are long
+LEVEL_FINE_TICK = 2.0   # length of the ticks between, 1 dB apart
+LEVEL_HALVES = (0.5, 1.5, 2.5)      # marked by dots, where a decibel is wide
 LEVEL_RANGE = 16        # dB at either end
 
 # Keys: (left, top, width, height) inside a frame of the bitmap

@@ -103,11 +103,15 @@ def cast_shadow(height, scale, onto=None):
         rise = (KEY[2] + upward) / flat
         length = min(look.SHADOW_REACH, reach / rise)
         clear = np.ones_like(height)
+        lit = np.empty_like(height)
         for step in np.arange(0.5, length + 0.01, 0.5):
             sx, sy = int(round(dx / flat * step * scale)), int(round(dy / flat * step * scale))
             blocker = wide[margin + sy:margin + sy + rows, margin + sx:margin + sx + columns]
             penumbra = 0.25 + 0.7 * look.LIGHT_SIZE * step
-            clear = np.minimum(clear,
-                               np.clip(1 - (blocker - ground - step * rise) / penumbra, 0, 1))
-        seen += clear
+            np.subtract(blocker, ground, out=lit)
+            lit -= step * rise
+            lit /= penumbra
+            np.subtract(1, lit, out=lit)
+            np.minimum(clear, lit, out=clear)
+        seen += np.maximum(clear, 0, out=clear)
     return seen / len(rays)

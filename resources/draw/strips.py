@@ -117,9 +117,14 @@ def qb9():
 
 
 def level_scale(picture, plate, centre):
-    angles = [0] + [sign * level_degrees(db) for db in look.LEVEL_TICKS for sign in (1, -1)]
-    picture = ticks(picture, plate, centre, angles, look.DIAL_TICK_RADIUS, look.TICK_LENGTH)
-    for db in (0,) + tuple(sign * db for db in look.LEVEL_LABELS for sign in (1, -1)):
+    long = {sign * db for db in look.LEVEL_LABELS for sign in (1, -1)}
+    fine = set(range(-look.LEVEL_RANGE, look.LEVEL_RANGE + 1)) - long
+    for marked, length in ((long, look.TICK_LENGTH), (fine, look.LEVEL_FINE_TICK)):
+        picture = ticks(picture, plate, centre, map(level_degrees, marked), look.DIAL_TICK_RADIUS,
+                        length)
+    halves = [sign * level_degrees(db) for db in look.LEVEL_HALVES for sign in (1, -1)]
+    picture = dots(picture, plate, centre, halves, look.DIAL_TICK_RADIUS + look.STEP_DOT)
+    for db in sorted(long):
         sign = "" if abs(db) < look.LEVEL_RANGE else "+" if db > 0 else "\N{MINUS SIGN}"
         ink, _ = mask(sign + str(abs(db)), look.CAPS_6, about=centre[0])
         left, top = labels.beside(ink, level_degrees(db), centre,

@@ -58,7 +58,8 @@ def cap(surface, cx, cy, degrees, radius, face, base=0.0):
 def inlay(picture, line, within, scale):
     """Adds a flush pointer with a dark seam, unaffected by the lighting."""
     inside = cover(within, 1.0 / scale)
-    picture = over(picture, tint((0, 0, 0), look.POINTER_SEAM * cover(line - 0.3, 0.8) * inside))
+    darkness, width = look.POINTER_SEAM
+    picture = over(picture, tint((0, 0, 0), darkness * cover(line - width, 0.8) * inside))
     return over(picture, tint(look.POINTER, cover(line, 0.4) * inside))
 
 

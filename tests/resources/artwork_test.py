@@ -49,11 +49,13 @@ OVERLAYS = {
 # strip: (frames with a pointer, first direction, degrees per frame, radii between which the pointer
 # is measured, tolerance, radii of the metal around it or none)
 POINTERS = {
-    10001: (range(0, 20, 2), 0, 30, (25.5, 30.0), 0.6, None),
+    10001: (range(0, 20, 2), 0, 30, (27.5, 32.0), 0.6, None),
     10017: (range(12), 0, 30, (20.5, 26.5), 0.6, (5.0, 12.5)),
     10002: (range(129), -150, 300 / 128, (4.2, 9.6), 1.3, (4.0, 9.0)),
     10016: (range(101), -150, 3, (7.0, 13.5), 0.7, (5.0, 14.0)),
 }
+# radii within which a gain's pointer crosses from its cap to the scale
+NEEDLES = {10002: (10.0, 18.5), 10016: (16.0, 26.5)}
 BUTTONS = (989, 990, 991, 992, 993, 995, 10003, 10004, 10005, 10006, 10010, 10011, 10012, 10018,
            10020, 10025, 10026)
 # caption: (bitmap, left, right, base line, or none where it is not aligned with others); capitals
@@ -240,10 +242,25 @@ class Artwork(unittest.TestCase):
             ink = (still - still[near].min()) * near
             self.assertGreater(ink.max(), 60, f"{db} dB: no mark")
             self.assertLess(abs((ink * away).sum() / ink.sum()), 1.0, f"{db} dB: mark is off")
-        scale = (r > 17) & (r < 24)
-        self.assertLess(np.ptp(brightness(knob)[:, scale], 0).max(), 12, "the scale moves")
-        figures = knob[64][..., :3][(r > 19.5) & (r < 24)]
+        gains = np.linspace(-16, 16, len(knob))
+        away = np.abs(turned(at - (gains * GAIN_DEGREES)[:, None, None]))
+        moved = np.abs(brightness(knob) - still) * ((r > 17.5) & (r < 26) & (away > 9))
+        self.assertLess(moved.max(), 12, "the scale moves")
+        figures = knob[64][..., :3][(r > 20.5) & (r < 26)]
         self.assertGreater(contrast(figures), CONTRAST)
+
+    def test_gain_pointers_reach_their_scale(self):
+        """At every gain the pointer is bright from its cap's edge to the marks."""
+        for number, (inner, outer) in NEEDLES.items():
+            strip = brightness(frames(number))
+            size = strip.shape[-1]
+            _, _, r, at = around((size / 2, size / 2), 0, 0, size, size)
+            turn = (np.arange(len(strip)) / (len(strip) - 1) - 0.5) * 300
+            aside = np.abs(np.radians(turned(at - turn[:, None, None]))) * r
+            least = min(np.where((aside < 1) & (np.abs(r - radius) < 0.8), strip, 0)
+                        .max((1, 2)).min() for radius in np.arange(inner, outer, 0.5))
+            print(f"{number}: at {inner} to {outer} the pointer's least brightness is {least:.0f}")
+            self.assertGreater(least, 150, number)
 
     def test_pointers(self):
         """They point to their ticks and turn around the centre; the metal around them is still."""
