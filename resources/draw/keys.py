@@ -6,8 +6,8 @@ import icons
 import look
 from lettering import mask
 from pixels import grid, light, over, shrink, tint, with_alpha
-from shade import Surface
-from shapes import box, cover, slope
+from shade import Surface, cast_shadow
+from shapes import box, cover, ramp, slope
 
 SCALE = 6
 
@@ -44,8 +44,21 @@ def key_body(size, rect, pressed, round_corners=look.KEY_ROUND, dish=look.LOW_DI
     lip, drop = look.SLOT_LIP
     s.height = np.where(slot > 0, -drop * (1 - slope(slot, 0, lip)), s.height)
     s.paint(cover(d, 1.0 / SCALE), look.KEYCAP)
+    s.paint(cover(d, 1.0 / SCALE) * cover(-d - bevel, 0.5), look.KEY_EDGE)
     s.paint(cover(-slot, 1.0 / SCALE), look.GRAPHITE)
     return with_alpha(s.picture(), cover(slot - lip + 0.2, 0.4))
+
+
+def on_plate(picture, rect, pressed):
+    """Puts a key's shadow on the plate under it; a pressed key has none."""
+    if pressed:
+        return picture
+    rows, columns = picture.shape[:2]
+    x, y = grid(columns // SCALE, rows // SCALE, SCALE)
+    key = np.where(box(x, y, *rect, look.KEY_ROUND) < 0, look.KEY_HEIGHT, 0).astype(np.float32)
+    dark = look.KEY_SHADOW * (1 - cast_shadow(key, SCALE, onto=np.zeros_like(key)))
+    border = np.minimum.reduce([x, rect[0] + rect[2] + 2 - x, y, rows / SCALE - y])
+    return over(tint((0, 0, 0), dark * ramp(border, 0, look.KEY_SHADOW_FADE)), picture)
 
 
 def wash(picture, rect, round_corners, state):
@@ -99,7 +112,7 @@ def tall_key(size, rect, icon, state):
     pressed, lamp_rgb, ink_rgb, glow = state
     left, top, width, height = rect
     cx = left + width / 2
-    picture = key_body(size, rect, pressed, dish=look.TALL_DISH)
+    picture = on_plate(key_body(size, rect, pressed, dish=look.TALL_DISH), rect, pressed)
     picture = shrink(lamp(picture, slit(size, cx, top + 8.0, 13), lamp_rgb, glow), SCALE)
     return ink_on(picture, icon(size, cx, top + height * 0.62), ink_rgb, glow)
 
@@ -108,7 +121,7 @@ def wide_key(size, rect, lines, state):
     pressed, lamp_rgb, ink_rgb, glow = state
     left, top, width, height = rect
     cx = left + width / 2
-    picture = key_body(size, rect, pressed, dish=look.WIDE_DISH)
+    picture = on_plate(key_body(size, rect, pressed, dish=look.WIDE_DISH), rect, pressed)
     picture = shrink(lamp(picture, slit(size, cx, top + 3.4, 15, 1.6), lamp_rgb, glow), SCALE)
     if len(lines) == 1:
         return legend(picture, lines[0], top + 20, cx, ink_rgb, glow, look.CAPS_8, 0.6)

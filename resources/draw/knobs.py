@@ -15,8 +15,10 @@ from turned import arc, cap, inlay, knurl, profile, rings
 SCALE = 6
 
 
-def blank(size):
-    """A black anodised surface with lathe grain, its centre, and each sub-pixel's radius."""
+def blank(size, radius):
+    """A black anodised surface with lathe grain, its centre, and each sub-pixel's radius. It is
+    only as large as the part of a bitmap within that radius of the bitmap's middle."""
+    size -= 2 * int(size / 2 - radius - 1)
     x, y = grid(size, size, SCALE)
     middle = size / 2
     surface = Surface(x, y, SCALE, look.ANODISED)
@@ -24,44 +26,60 @@ def blank(size):
     return surface, middle, np.hypot(x - middle, y - middle)
 
 
+def bright_cut(surface, radius, chamfer):
+    """Polishes a chamfer, from its inner to its outer radius."""
+    inner, outer = chamfer
+    band = np.abs(radius - (inner + outer) / 2) - (outer - inner) / 2
+    surface.paint(cover(band, 0.4), look.BRIGHT_CUT)
+
+
+def framed(picture, size):
+    """Shrinks a picture and puts it in the middle of a bitmap of that size."""
+    picture = shrink(picture, SCALE)
+    margin = (size - picture.shape[0]) // 2
+    return np.pad(picture, ((margin, margin), (margin, margin), (0, 0)))
+
+
 def coax_ring(frame):
     """The frequency ring, knurled at its edge."""
     degrees = frame * 360.0 / look.COAX_RING_FRAMES
-    s, c, r = blank(look.COAX_IMAGE)
+    s, c, r = blank(look.COAX_IMAGE, look.RING_RADIUS)
     around = np.radians(turn(s.x, s.y, c, c) - degrees)
     s.height = profile(r, look.RING_PROFILE) - knurl(r, around, look.RING_RADIUS, look.KNURL_DEPTH)
     s.height = np.where(r < look.RING_INNER, look.RING_FLOOR, s.height)
     s.paint(cover(r - look.RING_INNER, 0.3), look.PIT)
+    bright_cut(s, r, look.RING_BRIGHT)
     rings(s, c, c, look.RING_INNER + 1, look.RING_RADIUS - 3, seed=7)
     picture = with_alpha(s.picture(), cover(r - look.RING_RADIUS, 1.0 / SCALE))
     pointer = spoke(s.x, s.y, c, c, degrees, look.RING_INNER + 1.9, look.RING_RADIUS - 0.3,
                     look.POINTER_WIDTH)
-    return shrink(inlay(picture, pointer, r - look.RING_RADIUS, SCALE), SCALE)
+    return framed(inlay(picture, pointer, r - look.RING_RADIUS, SCALE), look.COAX_IMAGE)
 
 
 def coax_knob(frame):
     """The gain cap in its lamp groove, with its shadow on the ring, which is another bitmap."""
     degrees = (frame / (look.COAX_FRAMES - 1) - 0.5) * look.GAIN_SWEEP
-    s, c, r = blank(look.COAX_IMAGE)
+    s, c, r = blank(look.COAX_IMAGE, look.GAIN_DISC)
     picture = lamp_and_cap(s, c, r, degrees, look.GAIN_CAP_RADIUS, look.GAIN_CAP_FACE,
                            look.GAIN_GROOVE, look.GAIN_DISC)
-    picture = over(tint((0, 0, 0), cap_shadow(c)), picture)
     picture = over(picture, gain_marks(c))
     picture = lit(picture, s, c, r, degrees, look.GAIN_CAP_RADIUS, look.GAIN_ARC_INNER,
                   look.GAIN_ARC_OUTER)
     needle = spoke(s.x, s.y, c, c, degrees, look.GAIN_CAP_FACE, look.GAIN_NEEDLE,
                    look.POINTER_WIDTH)
-    picture = shrink(inlay(picture, needle, r - look.GAIN_NEEDLE, SCALE), SCALE)
-    return over(picture, gain_figures(c))
+    picture = framed(inlay(picture, needle, r - look.GAIN_NEEDLE, SCALE), look.COAX_IMAGE)
+    return over(over(cap_shadow(), picture), gain_figures())
 
 
 @functools.lru_cache
-def cap_shadow(c):
-    """Darkness of a gain cap's shadow on the scale's disc and the ring."""
+def cap_shadow():
+    """A gain cap's shadow on the ring."""
+    c = look.COAX_IMAGE / 2
     r = np.hypot(*(at - c for at in grid(look.COAX_IMAGE, look.COAX_IMAGE, SCALE)))
     occluder = np.where(r < look.GAIN_CAP_RADIUS, look.CAP_SHADOW_HEIGHT, 0).astype(np.float32)
     shadow = look.CAP_SHADOW * (1 - cast_shadow(occluder, SCALE, onto=np.zeros_like(r)))
-    return shadow * cover(r - look.RING_RADIUS + 0.5, 1.0)
+    shadow *= cover(r - look.RING_RADIUS + 0.5, 1.0)
+    return shrink(tint((0, 0, 0), shadow.astype(np.float32)), SCALE)
 
 
 def gain_degrees(decibels):
@@ -71,7 +89,7 @@ def gain_degrees(decibels):
 @functools.lru_cache
 def gain_marks(c):
     """The still scale around a gain cap: marks of decibels, longer at even ones and at figures."""
-    x, y = grid(look.COAX_IMAGE, look.COAX_IMAGE, SCALE)
+    x, y = grid(int(2 * c), int(2 * c), SCALE)
     ink = np.zeros_like(x)
     for db in range(-look.LEVEL_RANGE, look.LEVEL_RANGE + 1):
         rank = 0 if abs(db) in look.GAIN_FIGURES else 1 + db % 2
@@ -82,9 +100,10 @@ def gain_marks(c):
 
 
 @functools.lru_cache
-def gain_figures(c):
+def gain_figures():
     """The scale's figures, and a minus and a plus between its ends."""
     picture = np.zeros((look.COAX_IMAGE, look.COAX_IMAGE, 4), np.float32)
+    c = look.COAX_IMAGE / 2
     ends = look.GAIN_MARKS + look.GAIN_MARK_LENGTHS[0]
     for size in look.GAIN_FIGURES:
         for db in {-size, size}:
@@ -103,8 +122,9 @@ def gain_figures(c):
 def level_knob(frame):
     """The drive and output knob: the same cap in a fixed collar."""
     degrees = (frame / (look.LEVEL_FRAMES - 1) - 0.5) * look.GAIN_SWEEP
-    s, c, r = blank(look.DIAL_IMAGE)
+    s, c, r = blank(look.DIAL_IMAGE, look.DIAL_RADIUS)
     s.height = profile(r, look.COLLAR_PROFILE)
+    bright_cut(s, r, look.DIAL_BRIGHT)
     rings(s, c, c, look.DIAL_ARC_OUTER + 1, look.DIAL_RADIUS - 1.4, seed=5)
     picture = lamp_and_cap(s, c, r, degrees, look.DIAL_CAP_RADIUS, look.DIAL_CAP_FACE,
                            look.COLLAR_INNER,
@@ -113,21 +133,23 @@ def level_knob(frame):
                   look.DIAL_ARC_OUTER)
     needle = spoke(s.x, s.y, c, c, degrees, look.DIAL_CAP_FACE, look.DIAL_NEEDLE,
                    look.POINTER_WIDTH)
-    return shrink(inlay(picture, needle, r - look.DIAL_NEEDLE, SCALE), SCALE)
+    return framed(inlay(picture, needle, r - look.DIAL_NEEDLE, SCALE), look.DIAL_IMAGE)
 
 
 def high_pass_dial(frame):
     """The cap and a black skirt in one piece; the pointer continues on the skirt to the labels."""
     degrees = frame * look.HPF_STEP_DEGREES
-    s, c, r = blank(look.DIAL_IMAGE)
+    s, c, r = blank(look.DIAL_IMAGE, look.DIAL_RADIUS)
     around = np.radians(turn(s.x, s.y, c, c) - degrees)
     s.height = profile(r, look.SKIRT_PROFILE) - knurl(r, around, look.DIAL_RADIUS, look.KNURL_DEPTH)
+    bright_cut(s, r, look.DIAL_BRIGHT)
     rings(s, c, c, look.CAP_RADIUS, look.DIAL_RADIUS - 2.4, seed=9)
     on_cap, _ = cap(s, c, c, degrees, look.CAP_RADIUS, look.CAP_FACE, look.SKIRT_FLOOR)
     on_skirt = spoke(s.x, s.y, c, c, degrees, look.CAP_RADIUS - 2, look.DIAL_RADIUS - 0.3,
                      look.POINTER_WIDTH)
     picture = with_alpha(s.picture(), cover(r - look.DIAL_RADIUS, 1.0 / SCALE))
-    return shrink(inlay(picture, np.minimum(on_cap, on_skirt), r - look.DIAL_RADIUS, SCALE), SCALE)
+    return framed(inlay(picture, np.minimum(on_cap, on_skirt), r - look.DIAL_RADIUS, SCALE),
+                  look.DIAL_IMAGE)
 
 
 def lamp_and_cap(s, c, r, degrees, radius, face, groove, outline):

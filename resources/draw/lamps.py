@@ -26,8 +26,13 @@ def led(size, on):
     picture = with_alpha(s.picture(), cover(r - look.LED_RIM, 1.0 / SCALE))
     if not on:
         dark = 0.55 * lens * ramp(look.LED_RADIUS - r, 0, 1.6)
-        return shrink(over(picture, tint(look.LAMP_DARK, dark)), SCALE)
-    picture = over(picture, tint(look.LIT, 0.97 * lens * ramp(look.LED_RADIUS - r, 0, 2.6)))
+        across, down, glint, strength = look.LED_GLINT
+        spot = np.exp(-((x - cx - across) ** 2 + (y - cy - down) ** 2) / glint ** 2)
+        picture = over(picture, tint(look.LAMP_DARK, dark))
+        return shrink(light(picture, look.LIT_LETTER, strength * spot * lens), SCALE)
+    picture = over(picture, tint(look.LIT, 0.92 * lens * ramp(look.LED_RADIUS - r, 0, 2.6)))
+    core, strength = look.LED_CORE
+    picture = light(picture, look.LIT_LETTER, strength * lens * np.exp(-(r / core) ** 2))
     picture = light(picture, look.LIT_DEEP,
                     look.LED_GLOW * gaussian_filter(lens, look.LED_GLOW_REACH * SCALE))
     border = min(cx, size[0] - cx)              # the glow fades out inside the bitmap

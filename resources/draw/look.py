@@ -30,11 +30,14 @@ CAVITY_STRENGTH = 0.16
 # albedo: linear red, green, blue; metal: strength of the highlight; along, across: its width along
 # and across the grain (surface slope).
 GRAPHITE = dict(albedo=(0.0345, 0.0362, 0.0399), metal=0.0138, along=0.30, across=0.55)
+PLATE_EDGE = dict(albedo=(0.0400, 0.0420, 0.0460), metal=0.080, along=0.34, across=0.34)
 CHASSIS = dict(albedo=(0.0150, 0.0158, 0.0176), metal=0.008, along=0.30, across=0.55)
 ANODISED = dict(albedo=(0.0165, 0.0172, 0.0190), metal=0.075, along=0.22, across=0.50)
+BRIGHT_CUT = dict(albedo=(0.0230, 0.0240, 0.0265), metal=0.150, along=0.24, across=0.50)
 TITANIUM = dict(albedo=(0.0900, 0.0930, 0.0990), metal=0.150, along=0.195, across=0.62)
 STEEL = dict(albedo=(0.1300, 0.1330, 0.1400), metal=0.140, along=0.25, across=0.45)
 KEYCAP = dict(albedo=(0.0330, 0.0345, 0.0375), metal=0.030, along=0.40, across=0.40)
+KEY_EDGE = dict(albedo=(0.0370, 0.0385, 0.0415), metal=0.120, along=0.34, across=0.34)
 LENS = dict(albedo=(0.0032, 0.0034, 0.0038), metal=0.020, along=0.5, across=0.5)
 PIT = dict(albedo=(0.0032, 0.0034, 0.0038), metal=0.0, along=0.5, across=0.5)
 
@@ -78,16 +81,18 @@ GRAIN_DEPTH = 0.030
 # ---- Plates ------------------------------------------------------------------------------------
 EDGE_GAP = 0.9          # dark gap around a plate
 EDGE_DEPTH = 2.5
-EDGE_CHAMFER = (1.3, 0.65)  # width and depth
+EDGE_CHAMFER = (1.2, 0.8)   # width and depth
 HAIRLINE_DEPTH = 0.55
 HAIRLINE_INK = 0.8
+HAIRLINE_LIP = (0.9, 0.35)  # below a hairline, the lit wall's width and brightness
 CONTACT_SHADE = 0.45    # darkening of the plate around a knob
 CONTACT_REACH = 2.2
 COUNTERSINK = (0.9, 1.1)    # width and depth
 SCREW_CROWN = 0.5
 SCREW_EDGE = (0.9, 0.7)     # width and depth of the chamfer on its head
-SOCKET_SHARE = 0.46     # socket size as a share of the head's radius
+SOCKET_SHARE = 0.52     # socket size as a share of the head's radius
 SOCKET_DEPTH = 2.0
+SOCKET_WALL = 0.7       # width of the lit wall inside a socket
 
 # ---- Parts turned on a lathe ---------------------------------------------------------------------
 RINGS_PER_PIXEL = 2.5
@@ -147,6 +152,7 @@ RING_NOTCHES = 48
 RING_HEIGHT = 8.0
 # profiles: (radius, height)
 RING_PROFILE = ((26.8, 7.2), (27.5, 8.0), (29.6, 8.0), (30.6, 7.25), (32.6, 3.65))
+RING_BRIGHT = (29.6, 30.6)  # the polished chamfer
 RING_FLOOR = 4.5        # height under the cap
 GROOVE_FLOOR = -1.6     # of the groove that holds a lamp
 KNURL_WIDTH = 2.6
@@ -196,6 +202,7 @@ HPF_RECTS = click_areas("CAnimFreqKnob")
 HPF_LABELS = ("OFF", "20", "30", "50", "70", "100", "140", "200", "280", "400", "560", "800")
 COLLAR_PROFILE = ((23.5, 2.2), (24.2, 3.0), (25.4, 3.0), (26.8, 2.35), (27.6, 0.35), (27.7, 0.0))
 COLLAR_INNER = 23.5
+DIAL_BRIGHT = (25.4, 26.8)  # the polished chamfer of collar and skirt
 SKIRT_PROFILE = ((0.0, 4.6), (24.2, 4.6), (25.7, 3.9), (27.6, 1.3), (27.7, 0.0))
 SKIRT_FLOOR = 3.0       # height of the cap's base
 DIAL_CAP_RADIUS = 20.6
@@ -215,8 +222,10 @@ LEVEL_RANGE = 16        # dB at either end
 KEY_ROUND = 2.6
 KEY_GAP = 1.3           # of the slot around a key
 KEY_HEIGHT = 3.2        # above the plate when released
-KEY_PRESSED = 1.2
-KEY_CHAMFER = (1.5, 1.5)    # width and depth
+KEY_PRESSED = -0.3      # below it, so that the slot shades its upper edge
+KEY_CHAMFER = (1.2, 1.0)    # width and depth
+KEY_SHADOW = 0.55       # darkness of a released key's shadow on the plate
+KEY_SHADOW_FADE = 2.5   # width in which it fades out, at most 2 pixels right of the key
 SLOT_DEPTH = 2.0
 SLOT_LIP = (0.7, 0.5)       # width and depth of the chamfer around a slot
 TALL_DISH = 1.6         # depth of a key's hollow
@@ -244,6 +253,8 @@ LED_RIM = 7.2
 LED_PROFILE = ((5.0, -0.2), (5.7, 1.4), (6.0, 1.4), (7.2, 0.0))
 LED_FLOOR = -0.8
 LED_DOME = 0.55         # height over radius
+LED_CORE = (2.6, 0.7)   # radius and strength of the white core
+LED_GLINT = (-1.7, -2.0, 1.1, 0.45)     # in the unlit dome: place, size, strength
 LED_GLOW = 0.9
 LED_GLOW_REACH = 1.8
 LED_MIDDLE = (10.5, 11.0)

@@ -47,6 +47,7 @@ class Plate:
         width, depth = look.EDGE_CHAMFER
         self.surface.height -= depth * (1 - slope(inward, look.EDGE_GAP, look.EDGE_GAP + width))
         self.surface.height -= look.EDGE_DEPTH * (inward < look.EDGE_GAP)
+        self.surface.paint(cover(inward - look.EDGE_GAP - width, 0.4), look.PLATE_EDGE)
         self.surface.paint(cover(inward - look.EDGE_GAP, 0.5), look.PIT)
         self.bare *= 1 - cover(inward - look.EDGE_GAP, 0.5)
 
@@ -66,6 +67,9 @@ class Plate:
     def rule(self, left, right, y):
         """An engraved hairline."""
         self.engrave(box(self.x, self.y, left, y - 0.5, right - left, 1.0, 0.5))
+        width, brightness = look.HAIRLINE_LIP
+        lip = box(self.x, self.y, left, y + 0.5, right - left, width, 0.4)
+        self.surface.brightness = self.surface.brightness * (1 + brightness * cover(lip, 0.5))
 
     def engrave(self, distance):
         inside = cover(distance, 0.6)
@@ -83,11 +87,11 @@ class Plate:
         flats = np.maximum(np.abs(u), np.abs(u) * np.cos(np.pi / 3) + np.abs(v) * np.sin(np.pi / 3))
         hexagon = flats - radius * look.SOCKET_SHARE
         head = look.SCREW_CROWN - edge_depth * slope(r, radius - edge, radius)
-        head -= look.SOCKET_DEPTH * slope(-hexagon, -0.3, 0.3)
+        head -= look.SOCKET_DEPTH * slope(-hexagon, 0, look.SOCKET_WALL)
         around = self.surface.height - sink_depth * (1 - slope(r, radius, radius + sink))
         self.surface.height = np.where(r < radius, head, around)
         self.surface.paint(cover(r - radius, 0.4), look.STEEL)
-        self.surface.paint(cover(hexagon, 0.5), look.PIT)
+        self.surface.paint(cover(hexagon + look.SOCKET_WALL, 0.5), look.PIT)
         self.surface.turned_about(cx, cy, cover(r - radius, 0.4))
         self.bare *= 1 - cover(r - radius - 1, 0.5)
 

@@ -126,11 +126,11 @@ def level_scale(picture, plate, centre):
     picture = dots(picture, plate, centre, halves, look.DIAL_TICK_RADIUS + look.STEP_DOT)
     for db in sorted(long):
         sign = "" if abs(db) < look.LEVEL_RANGE else "+" if db > 0 else "\N{MINUS SIGN}"
-        ink, _ = mask(sign + str(abs(db)), look.CAPS_6, about=centre[0])
+        ink, _ = mask(sign + str(abs(db)), look.CAPS_7, about=centre[0])
         left, top = labels.beside(ink, level_degrees(db), centre,
                                   look.DIAL_TICK_RADIUS + look.TICK_LENGTH, look.LABEL_GAP)
         engrave(picture, ink, look.LETTER_FAINT, left, top)
-    write(picture, "dB", int(centre[1] + 38), look.LETTER_FAINT, look.CAPS_6, middle=centre[0])
+    write(picture, "dB", int(centre[1] + 38), look.LETTER_FAINT, look.CAPS_7, middle=centre[0])
     return picture
 
 

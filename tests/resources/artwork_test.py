@@ -76,6 +76,9 @@ CAPTIONS = {
 CONTRAST = 4.5
 # a gain knob's still scale: decibels with a long mark, degrees a decibel, radii of the marks
 GAIN_MARKS, GAIN_DEGREES, GAIN_RADII = range(-16, 17, 4), 300 / 32, (16.8, 18.3)
+# the level knobs' centres on their strip, decibels with a figure, radii of ticks and figures
+LEVEL_CENTRES = {"DRIVE": (63.0, 85.0), "OUT": (63.0, 286.0)}
+LEVEL_FIGURES, LEVEL_TICKS, LEVEL_RADII = (0, 2, 4, 6, 8, 12, 16), (29.3, 31.3), (33.5, 47.0)
 LAMPS = (10003, 10004, 10005, 10010, 10011, 10012, 10026)
 # layout: right end of the channel label's view, and left and right ends of each name's strips
 LAYOUTS = [(304, (42, 167), (180, 305)), (554, (42, 292), (305, 555)), (804, (42, 417), (430, 805))]
@@ -137,6 +140,13 @@ def step_label(hz):
     """17k5 for 17500 Hz."""
     thousands, rest = divmod(hz, 1000)
     return "OFF" if hz < 0 else f"{thousands}k{rest // 100 or ''}" if thousands else str(hz)
+
+
+def level_degrees(db):
+    """Where a level knob points at a gain: its law, from straight up."""
+    x = 0.5 + abs(db) / 32
+    p = -8.60583 * x ** 4 + 30.0348 * x ** 3 - 39.2757 * x ** 2 + 23.4886 * x - 4.64187
+    return np.sign(db) * (p - 0.5) * 300
 
 
 def turned(degrees):
@@ -248,6 +258,33 @@ class Artwork(unittest.TestCase):
         self.assertLess(moved.max(), 12, "the scale moves")
         figures = knob[64][..., :3][(r > 20.5) & (r < 26)]
         self.assertGreater(contrast(figures), CONTRAST)
+
+    def test_level_scales(self):
+        """A tick at each decibel where the knob points at it, and legible figures beside them."""
+        plate = picture(10009)
+        light = brightness(plate)
+        for knob, centre in LEVEL_CENTRES.items():
+            x, y, r, at = around(centre, 0, 0, *light.shape[::-1])
+            ring = (r > LEVEL_TICKS[0]) & (r < LEVEL_TICKS[1])
+            found, gaps = {}, {}
+            for db in range(-16, 17):
+                away = turned(at - level_degrees(db))
+                near = ring & (np.abs(away) < 3.2)
+                ink = (light - np.median(light[ring]) - 15).clip(0) * near
+                self.assertGreater(ink.max(), 40, f"{knob} {db} dB: no tick")
+                self.assertLess(abs((ink * away).sum() / ink.sum()), 1.0, f"{knob} {db} dB: tick")
+                if abs(db) in LEVEL_FIGURES:
+                    area = (r > LEVEL_RADII[0]) & (r < LEVEL_RADII[1])
+                    area &= np.abs(away) < (7 if abs(db) <= 8 else 12)
+                    found[db] = contrast(plate[area][None])
+                    end = LEVEL_RADII[0] * np.exp(1j * np.radians(level_degrees(db) - 90))
+                    gaps[db] = np.abs(x + 1j * y - end)[
+                        area & (light > np.median(light[area]) + 45)].min()
+            print(f"{knob}: figures are {min(gaps.values()):.2f} to {max(gaps.values()):.2f} from "
+                  "their ticks; contrast:", ", ".join(f"{db} dB {ratio:.2f}"
+                                                      for db, ratio in found.items()))
+            self.assertGreaterEqual(min(found.values()), CONTRAST, knob)
+            self.assertLessEqual(np.ptp(list(gaps.values())), 1, f"{knob}: {gaps}")
 
     def test_gain_pointers_reach_their_scale(self):
         """At every gain the pointer is bright from its cap's edge to the marks."""
