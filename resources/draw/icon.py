@@ -110,7 +110,7 @@ def small(size):
 def lit(picture, x, y, c, scale, inner, outer, groove):
     """Adds the light in the groove, from straight up to the pointer, and its glow."""
     lamp = cover(arc(x, y, c, c, POINTER, inner, outer), 0.5) * groove
-    picture = over(picture, tint(look.LIT, lamp))
+    picture = over(picture, tint(look.LIT_ARC, lamp))
     reach = look.ARC_GLOW_REACH * (outer - inner) / (look.ARC_OUTER - look.ARC_INNER)
     metal = picture[..., 3] > 0.99
     return light(picture, look.LIT_DEEP,
