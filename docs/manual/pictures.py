@@ -63,10 +63,14 @@ def beside(image, times, margin, ends):
     return numbered(page, marks, margin * 2 // 5)
 
 
-# Places in a column of the editor: its edges, and where the captions of a knob's area lie.
+# Places in a column of the editor: its edges, and the middles of its knobs' captions.
 COLUMN = (42, 7, 167, 455)
 EDGES = (2, 123)
-CAPTION = 9
+CAPTIONS = (37, 139, 241)
+
+
+def captions(left):
+    return {str(number): ("left", left, y) for number, y in enumerate(CAPTIONS, start=1)}
 
 
 def column(tool, folder, name, settings, ends):
@@ -81,9 +85,8 @@ def column_t46(tool, folder):
     left, right = EDGES
     below = 434
     column(tool, folder, "column-t46", settings,
-           {"1": ("left", left, 36 + CAPTION), "2": ("left", left, 138 + CAPTION),
-            "3": ("left", left, 240 + CAPTION), "4": ("below", 27, below),
-            "5": ("below", 62, below), "6": ("below", 98, below), "7": ("right", 107, 357)})
+           {**captions(left), "4": ("below", 27, below), "5": ("below", 62, below),
+            "6": ("below", 98, below), "7": ("right", 107, 357)})
 
 
 @picture("column-qb11.png")
@@ -91,8 +94,7 @@ def column_qb11(tool, folder):
     settings = ["--set", "QB11=On", "--set", "DriveL=4", "--set", "HpfL=30", "--set", "28kL=On"]
     left, _ = EDGES
     column(tool, folder, "column-qb11", settings,
-           {"1": ("left", left, 29 + CAPTION), "2": ("left", left, 128 + CAPTION),
-            "3": ("left", left, 230 + CAPTION), "4": ("left", 20, 362), "5": ("right", 104, 362),
+           {**captions(left), "4": ("left", 20, 362), "5": ("right", 104, 362),
             "6": ("left", 21, 398), "7": ("right", 103, 398)})
 
 
