@@ -281,6 +281,7 @@ TEST(AudioFile, CarriesTagsMarkersAndBroadcastDataAndNamesWhatIsLost)
     EXPECT_EQ(bext.time_reference_low, 172800000u);
     EXPECT_EQ(bext.loudness_value, 0x7FFF) << "the loudness is that of the input";
     EXPECT_EQ(wav.instrument->loops[0].start, 196u);
+    EXPECT_EQ(wav.instrument->loops[0].end, 396u);
 }
 
 // The amplitude of a frequency in a signal, and the RMS of what remains without it.

@@ -58,10 +58,13 @@ TEST(Response, SeparatesMidFromSide)
     plan.fromHz = 100.0;
     plan.midSide = true;
     for (const float right : {1.0f, -1.0f}) {
-        FakePlugin plugin(0, [&](int channel, float x) { return (channel ? right : 2.0f) * x; });
+        FakePlugin plugin(37, [&](int channel, float x) { return (channel ? right : 2.0f) * x; });
         for (const ResponsePoint& point : measureResponse(plugin, {}, plan, ignoreProgress))
-            for (const double db : point.db)
-                EXPECT_NEAR(db, 20.0 * std::log10((2.0 + static_cast<double>(right)) / 2.0), 1e-4);
+            for (const std::size_t side : {0, 1}) {
+                EXPECT_NEAR(point.db[side],
+                            20.0 * std::log10((2.0 + static_cast<double>(right)) / 2.0), 1e-4);
+                EXPECT_NEAR(point.degrees[side], 0.0, 1e-2);
+            }
     }
 }
 

@@ -194,6 +194,10 @@ TEST(LevelMeter, MeasuresTheRangeBetweenTwoLevels)
         const float frame[]{x, x};
         meter.add(frame, 1);
     }
+    EXPECT_LT(meter.levels().loudness->truePeak, 0.11);
+    const float click[]{0.5f, 0.0f};  // in an interval of its own
+    meter.add(click, 1);
+    EXPECT_GE(meter.levels().loudness->truePeak, 0.5);
     EXPECT_NEAR(meter.levels().loudness->range, 10.0, 0.3);
     EXPECT_NEAR(meter.levels().loudness->shortTermMaximum, -20.0, 0.1);
 }
