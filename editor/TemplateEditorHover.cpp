@@ -24,7 +24,7 @@ CMessageResult TemplateEditor::notify(CBaseObject* sender, IdStringPtr message)
 {
     if (message == CVSTGUITimer::kMsgTimer && frame) {
         takeUpPostponed();
-        // The host may have closed the editor for a change of its size.
+        // A change of size asks the host, which may have closed the editor.
         if (!frame)
             return kMessageNotified;
         if (mainPanel)

@@ -108,7 +108,8 @@ expect() {
 # drawn FILE OPTIONS...: a picture of the editor by our own tool.
 drawn() { "$dist/zkrt46" screenshot --output "$1" "${@:2}" >/dev/null; }
 
-# alike WORDS FILE EXPECTED: two pictures must be equal.
+# alike WORDS FILE EXPECTED: two pictures must be equal. The words tell what the picture is of, or
+# when it was taken.
 alike() {
     local differing
     differing=$(compare -metric AE "$2" "$3" "${2%.png}-difference.png" 2>&1) || true

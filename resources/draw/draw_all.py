@@ -32,7 +32,8 @@ LAMPS = (10006, 10018)
 
 
 def start_frames(bitmap, pool):
-    """The pool's promise of a bitmap's pictures, to be stacked: a knob's frames one by one."""
+    """Starts drawing a bitmap; the result is a list of pictures to be stacked from the top. A
+    knob's frames are drawn one by one, other bitmaps as a whole."""
     if FIXED.get(bitmap.number) is knobs:
         return pool.map_async(functools.partial(knobs.draw, bitmap.number), range(bitmap.frames), 4)
     return pool.map_async(picture_of, [bitmap])
@@ -64,7 +65,7 @@ def draw_bitmaps(chosen, pool, packers):
     start = time.time()
     bitmaps = [each for each in bitmap_list.read()
                if not chosen.numbers or each.number in chosen.numbers]
-    # the largest first: the others are drawn while their files are written
+    # the largest first: optimising its file takes longest, and the others are drawn meanwhile
     bitmaps.sort(key=lambda each: each.width * each.height, reverse=True)
     frames = [start_frames(bitmap, pool) for bitmap in bitmaps]
     written = [packers.apply_async(write, (chosen, *each)) for each in zip(bitmaps, frames)]

@@ -66,9 +66,10 @@ void writeImages(std::uint8_t kind)
     }
 }
 
-// See FuzzState.cpp for the first four bytes.
 void writeStates()
 {
+    // The first four bytes: the form, how it is read, and a place in the state (here byte 60). The
+    // numbers are those of FuzzState.cpp.
     const auto input = [](std::uint8_t form, int how, const Bytes& rest) {
         return behind({form, static_cast<std::uint8_t>(how), 60, 0}, rest);
     };
@@ -99,7 +100,8 @@ void writeStates()
 
 void writeCalls()
 {
-    // Each call is its number modulo 8 and its arguments; see FuzzDispatcher.cpp.
+    // A byte for the host's habits, then calls: a number modulo 16 and its arguments. The numbers
+    // are those of FuzzDispatcher.cpp.
     const auto operation = [](std::uint8_t opcode) -> Bytes {
         return {0, static_cast<std::uint8_t>(opcode + 2), 1, 5, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
     };
@@ -115,7 +117,8 @@ void writeCalls()
         session = behind(session, call);
     write("dispatcher", "session", session);
 
-    // The editor: each row of places is pressed and dragged.
+    // The mouse in the editor's widest layout: for each height, an input that presses at many
+    // places, and one that drags.
     const Bytes open{8, 0}, paint{14, 1}, wait{15, 30}, typed{13, 1, 3, 'a', 'b', 'c'};
     const auto at = [](int x, int y) -> Bytes {
         return {static_cast<std::uint8_t>(x + 3), static_cast<std::uint8_t>((x + 3) >> 8),

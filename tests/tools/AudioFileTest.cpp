@@ -371,7 +371,7 @@ TEST(AudioFile, RefusesFilesThatAreNotReadableAudio)
         {"cut.flac", "damaged"},
     };
     for (const auto& [name, words] : refusals) {
-        const std::string said = complaintOf([&, file = name] { readAudio(folder / file); });
+        const std::string said = complaintOf([&, file = folder / name] { readAudio(file); });
         EXPECT_NE(said.find(words), std::string::npos) << name << ": " << said;
     }
 }
