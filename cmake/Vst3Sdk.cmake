@@ -29,6 +29,9 @@ add_library(vst3sdk STATIC
   ${ZKR_VST3_SDK}/public.sdk/source/vst/vsteditcontroller.cpp
   ${ZKR_VST3_SDK}/public.sdk/source/vst/vstinitiids.cpp
   ${ZKR_VST3_SDK}/public.sdk/source/vst/vstparameters.cpp)
+# sdk/pluginterfaces/base/atomicadd.cpp defines its own.
+set_source_files_properties(${ZKR_VST3_SDK}/pluginterfaces/base/funknown.cpp
+  PROPERTIES COMPILE_DEFINITIONS atomicAdd=unusedAtomicAdd)
 # Newer SDKs convert the strings of their host classes there.
 set(string_conversion ${ZKR_VST3_SDK}/public.sdk/source/vst/utility/stringconvert.cpp)
 if(EXISTS ${string_conversion})

@@ -15,6 +15,7 @@
 #include "platform/SettingsStore.h"
 #include "presets/BankFormat.h"
 
+#include "base/source/sharedobject.h"
 #include "public.sdk/source/vst/vst2wrapper/ivst2bridge.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"
 
@@ -26,7 +27,7 @@
 namespace Steinberg {
 namespace Vst {
 
-class ZKRPresetSystemController3 : public EditControllerEx1, public IProgramName {
+class ZKRPresetSystemController3 : public SharedObject<EditControllerEx1>, public IProgramName {
 public:
     explicit ZKRPresetSystemController3(platform::SettingsStore& store = platform::userSettings());
 
@@ -122,7 +123,7 @@ public:
     DEFINE_INTERFACES
     DEF_INTERFACE(IProgramName)
     END_DEFINE_INTERFACES(EditControllerEx1)
-    DELEGATE_REFCOUNT(EditControllerEx1)
+    DELEGATE_REFCOUNT(SharedObject<EditControllerEx1>)
 
 protected:
     using Path = std::unique_ptr<char[]>;

@@ -103,8 +103,14 @@ TEST_F(EditorOnScreen, FollowsWhatAnotherThreadSetsWithoutDeadlock)
 TEST_F(EditorOnScreen, ClosesOnItsOwnThreadWhenAnotherThreadClosesIt)
 {
     for (int round = 0; round < 10; ++round) {
-        // The editor's thread keeps running its idle loop.
-        User::act([&](User&) { host->dispatch(effEditClose); }, [] { Host::idleFor(1); });
+        // The editor's thread keeps running its idle loop. The other thread stays until the window
+        // is closed: to wait for its end would hide from the thread sanitizer what both use.
+        User::act(
+            [&](User&) {
+                host->dispatch(effEditClose);
+                std::this_thread::sleep_for(200ms);
+            },
+            [] { Host::idleFor(1); });
         EXPECT_TRUE(Host::soon([&] { return host->window->childWidth() == 0; }));
         host->window.reset();
         host->openEditor();

@@ -49,7 +49,7 @@ VstKeyCode keyCodeOf(char16 character, int16 key, int16 modifiers)
 }  // namespace
 
 VSTGUIEditor::VSTGUIEditor(void* controller, ViewRect* size)
-    : EditorView(static_cast<EditController*>(controller), size)
+    : SharedObject(static_cast<EditController*>(controller), size)
 {
     startToolkit();
     timer = new VSTGUI::CVSTGUITimer([this](VSTGUI::CVSTGUITimer*) { tick(); }, kIdleRateMs);
@@ -58,12 +58,6 @@ VSTGUIEditor::VSTGUIEditor(void* controller, ViewRect* size)
 VSTGUIEditor::~VSTGUIEditor()
 {
     timer->forget();
-}
-
-int32_t VSTGUIEditor::getNbReference() const
-{
-    // getRefCount is not const in the SDK.
-    return static_cast<int32_t>(const_cast<VSTGUIEditor*>(this)->getRefCount());
 }
 
 void VSTGUIEditor::setIdleRate(int32 milliseconds)

@@ -1,6 +1,7 @@
 // VSTGUIEditor: an editor view that contains a VSTGUI frame.
 #pragma once
 
+#include "base/source/sharedobject.h"
 #include "public.sdk/source/vst/vsteditcontroller.h"
 
 #include "vstgui/vstgui.h"
@@ -12,7 +13,7 @@
 namespace Steinberg {
 namespace Vst {
 
-class VSTGUIEditor : public EditorView,
+class VSTGUIEditor : public SharedObject<EditorView>,
                      public VSTGUI::VSTGUIEditorInterface,
                      public VSTGUI::CBaseObject {
 public:
@@ -62,7 +63,7 @@ public:
                                   VSTGUI::IdStringPtr message) override;
     void remember() override { addRef(); }
     void forget() override { release(); }
-    int32_t getNbReference() const override;
+    int32_t getNbReference() const override { return references(); }
 
 protected:
     // The event loop for the frame; null if the system's is used.
