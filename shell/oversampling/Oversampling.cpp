@@ -10,20 +10,19 @@ namespace {
 // The most lanes that any kernel has for one channel; an entry has a double for each lane.
 constexpr int kMaxLanes = 4;
 
-// Blocks that a history takes before it is moved to the front of its memory.
-constexpr int kBlocksPerMove = 16;
-
 // The histories, one for each channel, of a stage that reads `kReach` entries of the past and takes
-// up to `kBlock` samples a call. A kernel for both channels uses the memory of both as one history.
-template <int kReach, int kBlock>
+// up to `kBlock` samples a call. After `kBlocks` calls a history is moved to the front of its memory:
+// few moves cost the least time, but the memory of many instances does not fit into the cache. A
+// kernel for both channels uses the memory of both as one history.
+template <int kReach, int kBlock, int kBlocks>
 struct StageMemory {
-    static constexpr int kCapacity = kReach + kBlocksPerMove * kBlock;
+    static constexpr int kCapacity = kReach + kBlocks * kBlock;
 
     StageMemory()
     {
         for (int c = 0; c < 2; ++c)
-            histories[c] = {entries + c * kMaxLanes * kCapacity, samples + c * kCapacity, kReach,
-                            kCapacity, kReach};
+            histories[c] = {entries + c * kMaxLanes * kCapacity, samples + (2 * c + 1) * kBlock,
+                            kReach, kCapacity, kReach};
     }
 
     void clear()
@@ -35,7 +34,7 @@ struct StageMemory {
     }
 
     alignas(64) double entries[2 * kMaxLanes * kCapacity];
-    alignas(64) double samples[2 * kCapacity];
+    alignas(64) double samples[2 * 2 * kBlock];  // of each channel, the block before and this one
     SlidingHistory histories[2];
 };
 
@@ -53,9 +52,9 @@ void run(KernelStage stage, int channels, SlidingHistory* histories, const doubl
 }  // namespace
 
 struct Oversampling::Memory {
-    StageMemory<64, kOutputsAtOnce> first;
-    StageMemory<128, kOutputsAtOnce> second;
-    StageMemory<256, 4 * kOutputsAtOnce> down;
+    StageMemory<64, kOutputsAtOnce, 8> first;
+    StageMemory<128, kOutputsAtOnce, 16> second;
+    StageMemory<256, 4 * kOutputsAtOnce, 8> down;
 };
 
 Oversampling::Oversampling(ProcessingForm form)

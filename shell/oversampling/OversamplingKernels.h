@@ -19,10 +19,10 @@ constexpr int kOutputsAtOnce = 16;
 
 struct SlidingHistory {
     double* entries;  // of one channel or both
-    double* samples;  // the same samples in a row, one channel after the other
+    double* samples;  // the latest ones in a row; this is the place of the next
     int reach;        // how many entries of the past the filter reads
     int capacity;     // of both, with room for the block being written
-    int position;     // where the next sample goes
+    int position;     // entry of the next sample
 };
 
 // The stages of one instruction set. Outputs are always written in sixteens; those beyond `count`

@@ -37,25 +37,30 @@ struct Stages {
         constexpr int kBlock = kOutputsAtOnce * M;
         constexpr int kDistance = kStride * M;  // samples from lane to lane
         if (history.position + kBlock > history.capacity)
-            slideToFront(history, kBlock);
-        double* const rows = history.samples + history.position;
-        const int otherRows = Lanes::kChannels == 2 ? history.capacity : 0;
+            slideToFront(history);
+        double* const rows = history.samples;
+        constexpr int kOtherRows = Lanes::kChannels == 2 ? 2 * kBlock : 0;
         append<kBlock>(in.left, rows, count);
         if (Lanes::kChannels == 2)
-            append<kBlock>(in.right, rows + otherRows, count);
+            append<kBlock>(in.right, rows + kOtherRows, count);
 
         double* const now = history.entries + history.position * kWidth;
         for (int q = kDistance - kBlock; q < kDistance; q += Lanes::kLanes) {
             Vector columns[Lanes::kLanes];
             for (int j = 0; j < Lanes::kLanes; ++j) {
                 const double* const row = rows + q + j * kDistance;
-                columns[j] = Lanes::loadRows(row, row + otherRows);
+                columns[j] = Lanes::loadRows(row, row + kOtherRows);
             }
             Lanes::transpose(columns);
             for (int j = 0; j < Lanes::kLanes; ++j)
                 *reinterpret_cast<Vector*>(now + (q + j) * kWidth) = columns[j];
         }
         history.position += count;
+        constexpr int kPast = kBlock - kDistance;  // samples that the next call needs
+        for (int c = 0; c < Lanes::kChannels; ++c) {
+            double* const past = rows + c * kOtherRows - kPast;
+            __builtin_memmove(past, past + count, sizeof(double) * kPast);
+        }
         return now;
     }
 
@@ -74,17 +79,11 @@ struct Stages {
     }
 
     // Moves the part of the history that is still needed to the front of the memory.
-    static void slideToFront(SlidingHistory& history, int block)
+    static void slideToFront(SlidingHistory& history)
     {
-        const auto slide = [&history](double* x, int width, int length) {
-            double* const to = x + (history.reach - length) * width;
-            const double* const from = x + (history.position - length) * width;
-            __builtin_memmove(to, from, sizeof(double) * static_cast<unsigned>(length * width));
-        };
-        slide(history.entries, kWidth, history.reach);
-        slide(history.samples, 1, block);
-        if (Lanes::kChannels == 2)
-            slide(history.samples + history.capacity, 1, block);
+        const int from = (history.position - history.reach) * kWidth;
+        __builtin_memmove(history.entries, history.entries + from,
+                          sizeof(double) * static_cast<unsigned>(history.reach * kWidth));
         history.position = history.reach;
     }
 
