@@ -12,9 +12,11 @@ end_servers() {
 }
 end_servers  # of an interrupted run
 trap end_servers EXIT
-# There is no window manager, so Wine must not wait for one.
-if ! grep -qs '"Managed"="N"' "$WINEPREFIX/user.reg"; then
+# There is no window manager, so Wine must not wait for one. At 192 dots an inch, whatever is scaled
+# with them differs from the pictures.
+if ! grep -qs '"LogPixels"=dword:000000c0' "$WINEPREFIX/user.reg"; then
     wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
+    wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d 192 /f >/dev/null 2>&1
     wineserver --wait
 fi
 "$here/../x11/on_display.sh" wine "$@"
