@@ -121,6 +121,10 @@ TEST(AudioFile, SamplesAreReadBackExactlyAndEqualWritesGiveEqualFiles)
     const float top = 32767.0f / 32768.0f;
     EXPECT_EQ(readAudio(folder / "hot.wav"),
               (std::vector<float>{top, -1.0f, top, -1.0f, top, -1.0f, 0.0f}));
+    Quantizer dithered(16, Dither::Triangular, 1, 44100);
+    std::vector<int> integers(100);
+    dithered.quantize(std::vector<float>(100, top).data(), 100, integers.data());
+    EXPECT_EQ(dithered.clipped(), 0) << "by the dither alone";
 }
 
 TEST(AudioFile, RefusesWhatAFormatCannotHold)

@@ -142,6 +142,7 @@ const Row kRows[]{
     {kVst, {{2385, 2366}}, kIgnored, true, 2377, "\"Comp\" is said to have 2366 bytes at byte 48"},
     {kVst, {{2373, kXs}, {2393, kXs}}, kIgnored, true, 2365, "none of the parts"},
     {kVst, {{2393, kXs}}, kPartly, false, kAnywhere, "values but no name record of preset 0"},
+    {kVst, {{2405, 0}}, kPartly, false, kAnywhere, "values but no name record of preset 0"},
     {kVst, {{292 + 8 + kValueOf28, k2}}, kUndone, true, 292 + 8 + 1129, "parameter 28 of preset 0 is 2"},
 };
 // clang-format on

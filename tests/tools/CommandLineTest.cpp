@@ -233,11 +233,14 @@ TEST_F(CommandLine, RendersAnAlbumAsOneByOneAndGoesOnAfterAFailure)
         const std::string name = "/track " + std::to_string(track) + "_m.wav";
         EXPECT_EQ(contentOf(folder / ("out" + name)), contentOf(folder / ("each" + name))) << name;
     }
-    EXPECT_EQ(run("render" + inputs + " -o out --report r.csv --jobs 1"), 1)
-        << "one file is cut short";
+    EXPECT_EQ(run("render missing.wav" + inputs + " -o 'my \"best\"' --report r.csv --jobs 1"), 2)
+        << "the file that is cut short comes after the one that failed";
     const std::string table = contentOf(folder / "r.csv");
-    EXPECT_EQ(table.rfind("input,output,state,rate_hz,", 0), 0u);
-    EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1 + 5);
+    EXPECT_EQ(table.rfind("input,output,state,error,rate_hz,", 0), 0u);
+    EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1 + 6);
+    EXPECT_NE(table.find("\n\"track 1.wav\",\"my \"\"best\"\"/track 1.wav\",\"rendered\","),
+              table.npos)
+        << table;
 }
 
 TEST_F(CommandLine, ReadsAndWritesStandardStreams)

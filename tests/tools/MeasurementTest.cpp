@@ -1,5 +1,6 @@
 // Measured responses and harmonics of systems with known closed forms.
 #include "tests/tools/FakePlugin.h"
+#include "tools/measuring/Delay.h"
 #include "tools/measuring/Harmonics.h"
 #include "tools/measuring/Plot.h"
 #include "tools/measuring/Response.h"
@@ -46,6 +47,19 @@ TEST(Response, OfAOnePoleFilterWithADelayMatchesTheFormula)
         EXPECT_NEAR(point.degrees[0], std::arg(expected) * 180.0 / kPi, 1e-2);
         EXPECT_NEAR(point.db[1], -6.0206, 2e-2);
         EXPECT_NEAR(std::fabs(point.degrees[1]), 180.0, 0.1);
+    }
+}
+
+TEST(Delay, IsThatOfTheChannelThatIsNotAsReported)
+{
+    for (const int late : {-1, 0, 1}) {
+        float before = 0.0f;
+        FakePlugin plugin(37, [&](int channel, float x) {
+            return channel == late ? std::exchange(before, x) : x;
+        });
+        const Delay delay = measureDelay(plugin, 48000.0, 64, {});
+        EXPECT_EQ(delay.reported, 37);
+        EXPECT_EQ(delay.measured, late < 0 ? 37 : 38) << late;
     }
 }
 

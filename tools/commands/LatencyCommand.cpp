@@ -4,9 +4,9 @@
 #include "tools/commands/PresetChoice.h"
 #include "tools/common/Progress.h"
 #include "tools/host/OpenPlugin.h"
+#include "tools/measuring/Delay.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 
 #include <nlohmann/json.hpp>
@@ -18,12 +18,6 @@ namespace {
 constexpr double kRates[]{44100.0, 48000.0, 88200.0, 96000.0, 176400.0, 192000.0};  // Hz
 constexpr int kBlockSizes[]{1, 16, 17, 64, 512, 1000, 4096};
 
-// Parameter ramps end within this time.
-constexpr double kSettleSeconds = 0.3;
-constexpr int kRecordedSamples = 1024;
-constexpr int kImpulseAt = 100;  // samples; at no block boundary except with block size 1
-constexpr float kImpulse = 0.25f;
-
 struct LatencyOptions {
     std::string plugin;
     bool json = false;
@@ -33,29 +27,6 @@ struct State {
     const char* name;
     std::vector<std::string> settings;
 };
-
-int measuredDelay(host::Plugin& plugin, double rate, int blockSize,
-                  const std::vector<Assignment>& settings, int& reported)
-{
-    PluginRun run(plugin, rate, blockSize, 2, 2);
-    reported = run.latency();
-    run.set(settings);
-    run.processSilence(std::llround(kSettleSeconds * rate));
-    Channels input(2, std::vector<float>(kRecordedSamples));
-    input[0][kImpulseAt] = input[1][kImpulseAt] = kImpulse;
-    const Channels output = run.process(input);
-
-    int delays[2];
-    for (std::size_t channel = 0; channel < 2; ++channel) {
-        std::size_t peak = 0;
-        for (std::size_t i = 0; i < output[channel].size(); ++i)
-            if (std::fabs(output[channel][i]) > std::fabs(output[channel][peak]))
-                peak = i;
-        delays[channel] = static_cast<int>(peak) - kImpulseAt;
-    }
-    // If the channels differ, the one that is wrong.
-    return delays[0] == reported ? delays[1] : delays[0];
-}
 
 // The delays in one state at one rate, in samples.
 struct Row {
@@ -83,8 +54,9 @@ std::vector<Row> measure(const std::string& path)
             append(settings, parseSettings(state.settings, parameters));
             Row row{rate, state.name, 0, {}};
             for (const int blockSize : kBlockSizes) {
-                row.delays.push_back(
-                    measuredDelay(*plugin, rate, blockSize, settings, row.reported));
+                const Delay delay = measureDelay(*plugin, rate, blockSize, settings);
+                row.reported = delay.reported;
+                row.delays.push_back(delay.measured);
                 done += 1.0;
                 progress.show(done
                               / (std::size(kRates) * std::size(states) * std::size(kBlockSizes)));

@@ -88,6 +88,24 @@ struct TextBox : OpenFrame {
         host.takeKeyboard();
         EXPECT_TRUE(pumpUntil([&] { return box() == nullptr; }));
         EXPECT_EQ(GetFocus(), host.handle()) << "the focus was taken back";
+        // The handles of graphics objects are numbered, and free numbers are used again.
+        const auto highestOfMany = [] {
+            HBRUSH many[500];
+            std::uintptr_t highest = 0;
+            for (HBRUSH& brush : many) {
+                brush = CreateSolidBrush(1);
+                highest = std::max(highest, reinterpret_cast<std::uintptr_t>(brush) & 0xFFFF);
+            }
+            for (const HBRUSH brush : many)
+                DeleteObject(brush);
+            return highest;
+        };
+        const auto before = highestOfMany();
+        for (int round = 0; round < 20; ++round) {
+            openBox();
+            end(userinput::Key::Escape);
+        }
+        EXPECT_LT(highestOfMany(), before + 5) << "the box leaves something behind";
     }
 };
 

@@ -164,6 +164,9 @@ TEST_F(X11Window, TheMouseSetsTheCaretAndSelectsInTheTextBox)
     user("key BackSpace type W");
     user(to(103, 70) + " sleep 0.5 click 1 sleep 0.5 type x");
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "Wx") << "right half of the letter";
+    record.events.clear();
+    user(to(5, 5));
+    EXPECT_TRUE(record.has("move 5,5")) << "the button is still pressed";
     const IPlatformFont* const font = edit->getFont()->getPlatformFont();
     EXPECT_GT(font->getStringWidth("d "), font->getStringWidth("d") + 1.0);
 }
