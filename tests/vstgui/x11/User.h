@@ -117,19 +117,13 @@ public:
     ::Window windowInFrontOf(const HostWindow& host)
     {
         const X11::X11ErrorGuard guard(display);
-        ::Window ignored = 0;
-        ::Window* children = nullptr;
-        unsigned int count = 0;
-        XQueryTree(display, DefaultRootWindow(display), &ignored, &ignored, &children, &count);
         ::Window front = None;
-        for (unsigned int i = 0; i < count; ++i) {
+        for (const ::Window each : windows()) {
             XWindowAttributes attributes{};
-            if (children[i] != asWindow(host.handle())
-                && XGetWindowAttributes(display, children[i], &attributes)
+            if (each != asWindow(host.handle()) && XGetWindowAttributes(display, each, &attributes)
                 && attributes.map_state == IsViewable && !attributes.override_redirect)
-                front = children[i];
+                front = each;
         }
-        XFree(children);
         return front;
     }
     void focus(::Window window)
@@ -155,32 +149,37 @@ public:
     // wholly on the screen.
     std::vector<std::string> titlesInFront(const HostWindow& host, bool close = false)
     {
-        ::Window ignored = 0;
-        ::Window* children = nullptr;
-        unsigned int count = 0;
-        XQueryTree(display, DefaultRootWindow(display), &ignored, &ignored, &children, &count);
         std::vector<std::string> titles;
-        for (unsigned int i = 0; i < count; ++i) {
+        for (const ::Window each : windows()) {
             ::Window owner = 0;
             char* title = nullptr;
-            if (!XGetTransientForHint(display, children[i], &owner)
-                || owner != asWindow(host.handle()))
+            if (!XGetTransientForHint(display, each, &owner) || owner != asWindow(host.handle()))
                 continue;
-            XFetchName(display, children[i], &title);
-            if (isOnScreen(children[i]))
+            XFetchName(display, each, &title);
+            if (isOnScreen(each))
                 titles.emplace_back(title ? title : "");
             XFree(title);
-            XSetInputFocus(display, children[i], RevertToPointerRoot, CurrentTime);
+            XSetInputFocus(display, each, RevertToPointerRoot, CurrentTime);
             if (close)
-                send(children[i], "WM_PROTOCOLS",
+                send(each, "WM_PROTOCOLS",
                      static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False)), 0);
         }
-        XFree(children);
         XSync(display, False);
         return titles;
     }
 
 private:
+    // All of the screen, the topmost last.
+    std::vector<::Window> windows()
+    {
+        ::Window ignored = 0;
+        ::Window* children = nullptr;
+        unsigned int count = 0;
+        XQueryTree(display, DefaultRootWindow(display), &ignored, &ignored, &children, &count);
+        const std::vector<::Window> all(children, children + count);
+        XFree(children);
+        return all;
+    }
     bool isOnScreen(::Window window)
     {
         XWindowAttributes a{};
