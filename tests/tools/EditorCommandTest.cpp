@@ -69,15 +69,17 @@ TEST_F(EditorCommand, EditRendersWithItsSettingsWhenTheWindowIsClosed)
     const std::string settings = "--set Channel=Side --set QB11=Off --set LGainL=0.61n ";
     ASSERT_EQ(run("render --preset Vox " + settings + "in.wav wanted.wav"), 0) << err;
     writeContent(folder / "edit.sh",
-                 "cd '" + (folder / "") + "'\n"
-                     + "ZKRT46_PLUGIN='" ZKRT46_LIBRARY "' timeout 60 '" ZKRT46_PROGRAM
-                       "' edit --preset Vox "
+                 "setxkbmap us intl; cd '" + (folder / "") + "'\n"
+                     + "LC_ALL=C.UTF-8 ZKRT46_PLUGIN='" ZKRT46_LIBRARY
+                       "' timeout 60 '" ZKRT46_PROGRAM "' edit --preset Vox "
                      + settings
                      + "in.wav -o 'my out.wav' --save kept.fxp >line.txt & editor=$!\n"
                        "for i in $(seq 100); do window=$(xdotool search --name 'ZKR T46' "
                        "2>/dev/null) && break;"
                        " sleep 0.1; done\n"
-                       "sleep 0.5; xdotool windowclose $window; wait $editor\n");
+                       // The accent and the letter are composed by the locale's input method.
+                       "sleep 0.5; xdotool mousemove 195 496 click 1 sleep 0.3 key ctrl+a "
+                       "key dead_acute key c key Return windowclose $window; wait $editor\n");
     EXPECT_EQ(std::system(
                   ("timeout 90 '" ZKR_ON_DISPLAY "' bash '" + (folder / "edit.sh") + "'").c_str()),
               0);
@@ -90,7 +92,7 @@ TEST_F(EditorCommand, EditRendersWithItsSettingsWhenTheWindowIsClosed)
     ASSERT_EQ(run("render --preset-file kept.fxp in.wav kept.wav"), 0) << err;
     EXPECT_TRUE(contentOf(folder / "kept.wav") == wanted);
     ASSERT_EQ(run("preset show --preset-file kept.fxp"), 0) << err;
-    EXPECT_EQ(out.rfind("Preset \"Vox\"", 0), 0u) << out;
+    EXPECT_EQ(out.rfind(u8"Preset \"\u0107\"", 0), 0u) << out;
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <clocale>
 #include <cstdio>
 #include <cstring>
 
@@ -111,6 +112,8 @@ int runEdit(const EditOptions& options)
     if (options.plugin.size() > 4 && options.plugin.substr(options.plugin.size() - 4) == ".dll")
         throw ToolError(
             "the editor opens in a window of this system: choose a Linux library (.so)");
+    // As hosts do: the window system finds the user's input method by it. Numbers keep their form.
+    std::setlocale(LC_CTYPE, "");
     host::NativePlugin plugin(options.plugin);
     Displays displays(options.plugin);
     const auto preset = startingPreset(options.choice, plugin.fields(), displays);
