@@ -31,6 +31,9 @@ TEST_F(CommandLine, BadInputGivesOneLineExitCode2AndNoFile)
         {"render in.wav mono.wav -o text.wav", "'text.wav' is none and cannot be made one"},
         {"render in.wav mono.wav -o .", "'./in.wav' is one of the inputs"},
         {"render in.wav -o /proc/none", "cannot be made one"},
+        {"render in.wav -o new.wav", "'new.wav' is none and cannot be made one"},
+        {"render in.wav ./in.wav -o x", "'in.wav' and './in.wav' would both become 'x/in.wav'"},
+        {"render - -o x", "the standard input has no name for a result in 'x'"},
         {"render in.wav x.wav --format flac", "--format does not fit the ending of 'x.wav'"},
         {"render in.wav - --format mp3", "--format is wav, aiff or flac, not 'mp3'"},
         {"render in.wav x.wav --dither loud", "--dither is none, tpdf or shaped, not 'loud'"},
@@ -188,9 +191,12 @@ TEST_F(CommandLine, SaysWhichSettingsChangeNothing)
 
 TEST_F(CommandLine, RendersAnAlbumAsOneByOneAndGoesOnAfterAFailure)
 {
+    const auto fileOf = [](int track, const std::string& suffix) {
+        return "track " + std::to_string(track) + suffix + (track == 5 ? ".aif" : ".wav");
+    };
     std::string inputs;
     for (int track = 1; track <= 5; ++track) {
-        const std::string name = "track " + std::to_string(track) + ".wav";
+        const std::string name = fileOf(track, "");
         // The fourth is longer than the limit for the size of files below allows.
         writeAudio(folder / name, noise(track == 4 ? 90000 : 9000, static_cast<unsigned>(track)),
                    SampleFormat::Int16, 44100, 2);
@@ -198,11 +204,11 @@ TEST_F(CommandLine, RendersAnAlbumAsOneByOneAndGoesOnAfterAFailure)
     }
     writeContent(folder / "track 2.wav", contentOf(folder / "track 2.wav").substr(0, 12000));
     const std::string settings = " --set LFreq=82 --set LGain=3 ";
-    EXPECT_EQ(run("render" + inputs + " missing.wav -o out --suffix _m --jobs 2 --report r.json"
+    EXPECT_EQ(run("render" + inputs + " missing.mp3 -o out --suffix _m --jobs 2 --report r.json"
                       + settings,
                   "ulimit -f 200; "),
               2);
-    EXPECT_NE(err.find("zkrt46: no such file: 'missing.wav'\n"), std::string::npos) << err;
+    EXPECT_NE(err.find("zkrt46: no such file: 'missing.mp3'\n"), std::string::npos) << err;
     EXPECT_NE(err.find("cannot write 'out/track 4_m.wav': File too large\n"), std::string::npos)
         << err;
     EXPECT_NE(err.find("warning: 'track 2.wav' is cut short: its header states"), std::string::npos)
@@ -213,7 +219,9 @@ TEST_F(CommandLine, RendersAnAlbumAsOneByOneAndGoesOnAfterAFailure)
     EXPECT_EQ(report[0]["bits"], 24);
     EXPECT_LT(report[0]["after"]["true_peak_dbtp"], 3.0);
     EXPECT_EQ(report[3]["state"], "failed");
-    EXPECT_EQ(report[5]["error"], "no such file: 'missing.wav'");
+    EXPECT_EQ(report[4]["output"], "out/track 5_m.aif");
+    EXPECT_EQ(report[5]["error"], "no such file: 'missing.mp3'");
+    EXPECT_EQ(report[5]["output"], "out/missing_m.wav");
 
     // The rest, with the failed one now, and the table.
     const auto before = std::filesystem::last_write_time(folder / "out/track 1_m.wav");
@@ -230,8 +238,8 @@ TEST_F(CommandLine, RendersAnAlbumAsOneByOneAndGoesOnAfterAFailure)
               1)
         << err;
     for (int track = 1; track <= 5; ++track) {
-        const std::string name = "/track " + std::to_string(track) + "_m.wav";
-        EXPECT_EQ(contentOf(folder / ("out" + name)), contentOf(folder / ("each" + name))) << name;
+        const std::string name = fileOf(track, "_m");
+        EXPECT_EQ(contentOf(folder / ("out/" + name)), contentOf(folder / ("each/" + name))) << name;
     }
     EXPECT_EQ(run("render missing.wav" + inputs + " -o 'my \"best\"' --report r.csv --jobs 1"), 2)
         << "the file that is cut short comes after the one that failed";

@@ -5,7 +5,7 @@
 #include "tests/tools/AudioContent.h"
 #include "tests/tools/Complaint.h"
 #include "tests/tools/FakePlugin.h"
-#include "tools/audio/Album.h"
+#include "tools/audio/Render.h"
 #include "tools/common/ToolError.h"
 
 #include <algorithm>
@@ -226,62 +226,6 @@ TEST(TruePeak, IsThatOfTheToneBetweenTheSamples)
     const std::vector<float> samples = noise(192000, 1);
     high.add(samples.data(), 192000);
     EXPECT_EQ(high.levels().loudness->truePeak, high.levels().peak);
-}
-
-TEST_F(Rendering, AnAlbumsFilesAreThoseRenderedOneByOne)
-{
-    std::vector<std::string> inputs;
-    for (const char* name : {"1.wav", "2.aif", "3.mp3", "4.flac", "5.wav"})
-        inputs.push_back(folder / name);
-    for (const int number : {0, 1, 3, 4})
-        writeAudio(inputs[static_cast<std::size_t>(number)],
-                   noise(5000, static_cast<unsigned>(number) + 7), SampleFormat::Int16);
-    writeContent(inputs[2], "no audio");
-    const std::vector<RenderJob> jobs = albumJobs(job, inputs, folder / "out", "_x");
-    makeAlbumFolder(folder / "out");
-    makeAlbumFolder(folder / "out");
-    writeContent(folder / "out/5_x.wav", "kept");
-    const AlbumCalls calls{
-        [&] { return std::make_unique<FakePlugin>(kDelay, [](int, float x) { return x / 2.0f; }); },
-        [](std::size_t, double) {}, [](std::size_t, const RenderOutcome&) {}};
-    const std::vector<RenderOutcome> outcomes = renderAlbum(jobs, 3, true, calls);
-    using State = RenderOutcome::State;
-    const std::pair<const char*, State> expected[]{{"1_x.wav", State::Rendered},
-                                                   {"2_x.aif", State::Rendered},
-                                                   {"3_x.wav", State::Failed},
-                                                   {"4_x.flac", State::Failed},
-                                                   {"5_x.wav", State::Skipped}};
-    for (std::size_t i = 0; i < jobs.size(); ++i) {
-        EXPECT_EQ(jobs[i].output, folder / ("out/" + std::string(expected[i].first)));
-        EXPECT_EQ(outcomes[i].state, expected[i].second) << outcomes[i].error;
-        if (outcomes[i].state != State::Rendered)
-            continue;
-        RenderJob alone = jobs[i];
-        alone.output =
-            folder / ("alone" + std::filesystem::path(alone.output).extension().string());
-        FakePlugin half(kDelay, [](int, float x) { return x / 2.0f; });
-        render(half, alone, [](double) {});
-        EXPECT_EQ(contentOf(jobs[i].output), contentOf(alone.output)) << i;
-    }
-    EXPECT_NE(outcomes[3].error.find("32-bit floats"), std::string::npos) << outcomes[3].error;
-    EXPECT_EQ(contentOf(folder / "out/5_x.wav"), "kept");
-
-    std::filesystem::create_directory(folder / "other");
-    writeAudio(folder / "other/1.wav", noise(10, 1), SampleFormat::Int16);
-    const std::tuple<std::vector<std::string>, std::string, const char*> refusals[]{
-        {{inputs[0], folder / "other/1.wav"}, folder / "out", "would both become"},
-        {{inputs[0]}, folder / "", "is one of the inputs"},
-        {{"-"}, folder / "out", "the standard input has no name"},
-    };
-    for (const auto& [files, place, words] : refusals) {
-        const std::string said =
-            complaintOf([&, &names = files, &where = place] { albumJobs(job, names, where, ""); });
-        EXPECT_NE(said.find(words), std::string::npos) << said;
-    }
-    for (const std::string& place : {folder / "new.wav", inputs[0], folder / "none/out"})
-        EXPECT_NE(complaintOf([&] { makeAlbumFolder(place); }).find("cannot be made one"),
-                  std::string::npos)
-            << place;
 }
 
 }  // namespace
