@@ -20,9 +20,10 @@ inline std::size_t roomOf(VstInt32 opcode)
         {effGetEffectName, 32},
         {effGetVendorString, 64},
         {effGetProductString, 64},
-        {effGetInputProperties, sizeof(VstPinProperties)},
-        {effGetOutputProperties, sizeof(VstPinProperties)},
-        {effGetParameterProperties, sizeof(VstParameterProperties)},
+        // Some hosts leave no room for reserved bytes.
+        {effGetInputProperties, offsetof(VstPinProperties, future)},
+        {effGetOutputProperties, offsetof(VstPinProperties, future)},
+        {effGetParameterProperties, offsetof(VstParameterProperties, future)},
         {effGetChunk, sizeof(void*)},
         {effEditGetRect, sizeof(void*)},
         {effVendorSpecific, 16},

@@ -5,6 +5,7 @@
 #include "pluginterfaces/vst/vstspeaker.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 
@@ -280,7 +281,8 @@ bool Vst2Wrapper::pinProperties(BusDirection direction, VstInt32 pin, VstPinProp
     if (component->getBusInfo(kAudio, direction, 0, info) != kResultTrue || pin < 0
         || pin >= info.channelCount)
         return false;
-    *properties = {};
+    // Some hosts' record ends before the reserved bytes.
+    std::memset(properties, 0, offsetof(VstPinProperties, future));
     UString(info.name, 128).toAscii(properties->label, sizeof properties->label - 1);
     properties->flags = kVstPinIsActive | kVstPinUseSpeaker;
     properties->arrangementType = kSpeakerArrMono;
