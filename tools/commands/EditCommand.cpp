@@ -112,7 +112,7 @@ int runEdit(const EditOptions& options)
     if (options.plugin.size() > 4 && options.plugin.substr(options.plugin.size() - 4) == ".dll")
         throw ToolError(
             "the editor opens in a window of this system: choose a Linux library (.so)");
-    // As hosts do: the window system finds the user's input method by it. Numbers keep their form.
+    // The window system finds the user's input method by the locale. LC_CTYPE leaves numbers alone.
     std::setlocale(LC_CTYPE, "");
     host::NativePlugin plugin(options.plugin);
     Displays displays(options.plugin);
