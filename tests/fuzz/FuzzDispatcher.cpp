@@ -172,7 +172,7 @@ private:
     static constexpr int kCallsBack = 1, kRefusesSizes = 2, kClosesInSizeWindow = 4,
                          kWindowFirst = 8;
     // Of what takes long, a run has only a few.
-    static constexpr int kMaxBlocks = 6, kMaxOpenings = 4, kMaxPictures = 2, kMaxInnerSaves = 8;
+    static constexpr int kMaxBlocks = 6, kMaxOpenings = 4, kMaxPictures = 2, kMaxInnerSaves = 2;
     static constexpr VstInt32 kMaxFrames = 200, kMaxAnnounced = 8192;
 
     VstInt32 someIndex()

@@ -248,11 +248,11 @@ private:
                         == valueOf(expected.live(), id),
                     "a parameter differs from the selected preset");
     }
+    // What it leaves is checked after the next run.
     void reset()
     {
         load(chunkOf(startState()));
         takeChunk(chunkOf(startState()));
-        requireExpected();
     }
     void load(Bytes chunk) const
     {
@@ -363,6 +363,7 @@ private:
             require(valueOf(values, id) == valueOf(ofComponent, id),
                     "the component's values differ from what the state says");
     }
+    // What it leaves is checked after the next run.
     void reset()
     {
         takeState(startState());
@@ -373,7 +374,6 @@ private:
         require(component.setState(&first) == kResultOk
                     && controller.setState(&second) == kResultOk,
                 "a good state is refused");
-        requireExpected();
     }
 
     template <class Part>
