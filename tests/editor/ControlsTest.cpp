@@ -238,10 +238,13 @@ TEST_F(Editor, EveryLabelSetsItsStepInOneGesture)
         }
         if (labels.empty())
             continue;
-        // "off" leads back to the step that the host had set.
+        // "off" leads back to the step that the host had set, also while the mouse rested.
+        const CPoint off = knob.rect.getTopLeft() + labels[0].rect().getCenter();
+        window->screen.mouseMove(off);
         set(static_cast<int>(id), 3 / last);
         for (const double expected : {0.0, 3 / last}) {
-            window->click(knob.rect.getTopLeft() + labels[0].rect().getCenter());
+            window->screen.mouseDown(off, kLButton);
+            window->screen.mouseUp(off, kLButton);
             EXPECT_NEAR(value(static_cast<int>(id)), expected, 1e-6) << knob.title;
         }
     }

@@ -140,6 +140,7 @@ TEST_F(BankJson, ErrorMessagesNamePlaceAndCause)
         {setting(R"("LGainL": 0.5)"), "LGainL: a bare number could mean two things"},
         {setting(R"("LGainL": {})"), "expected \"display\" or \"stored\""},
         {setting(R"("LGainL": null)"), "expected an object in braces, not null"},
+        {setting(R"("LGainL": true)"), "expected an object in braces, not true or false"},
         {setting(R"("LGainL": {"stored": 1.0000000001})"), "must lie from 0 to 1"},
         {setting(R"("LGainL": {"stored": -1e-9})"), "must lie from 0 to 1"},
         {setting(R"("LGainL": {"display": "3.50 dB", "stored": 0.5})"),

@@ -141,20 +141,23 @@ TEST_F(X11Window, TextInScriptsThatTheFontLacksComesFromOtherFonts)
 TEST_F(X11Window, TheMouseSetsTheCaretAndSelectsInTheTextBox)
 {
     auto* edit = addEdit();
-    // The colours in a row of pixels between the text and the box's edge.
-    const auto count = [](CColor colour) {
+    // The colours in a row of pixels: between the text and the box's edge, or through the text.
+    constexpr int kThrough = 70;
+    const auto count = [](CColor colour, int y = 63) {
         const Pixels shown = picture();
         int found = 0;
         for (int x = 20; x < 180; ++x)
-            found += shown.at(x, 63) == colour;
+            found += shown.at(x, y) == colour;
         return found;
     };
     user(to(100, 70) + " click 1 sleep 0.5");
     EXPECT_GT(count(kBlackCColor), 20) << "the selection";
+    EXPECT_LT(count(kBlackCColor, kThrough), count(kBlackCColor)) << "the selected text";
     // The text is centred: this is before it.
     user(to(60, 70) + " click 1 sleep 0.5 type a");
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "aname");
     EXPECT_EQ(count(kBlackCColor), 1) << "the caret";
+    EXPECT_LT(count(kWhiteCColor, kThrough), count(kWhiteCColor)) << "the text";
     user(to(175, 70) + " keydown shift click 1 keyup shift sleep 0.5 type b");
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "ab");
     user(to(175, 70) + " mousedown 1" + to(0, 70) + " mouseup 1 type c");
