@@ -82,6 +82,8 @@ TEST_F(PresetCommand, ABankKeepsItsCurrentPresetAndIsFoundInByNameOrIndex)
         {"preset list --bank a.zkb", "\n1      B     -\n2      0     1\n"},
         {"preset show 0 --bank a.zkb", "Preset 2 \"0\" of 'a.zkb'\n"},
         {"preset show 001 --bank a.zkb", "Preset 1 \"B\" of 'a.zkb'\nEvery parameter is at its"},
+        {"bank export a.zkb -o a.vstpreset", ""},
+        {"preset show --preset-file a.vstpreset", "Preset \"0\" in 'a.vstpreset'\n"},
         {"preset export B --bank a.zkb -o b.zkr", ""},
         {"preset import b.zkr --into a.zkb --at 2 -o b.zkb", ""},
         {"bank diff a.zkb b.zkb", "\n2 \"0\"   LGainL     0.00 dB (0.5001)  0.00 dB (0.5)\n"},
