@@ -76,11 +76,8 @@ TEST_F(Panel, APresetIsChosenInTheMenuByKeysAndByTheMouse)
     } rows[] = {
         {down, fourth},
         {[](User& user) { user.tap(Key::Escape); }, fourth},
-        // The first entry covers the key.
-        {[](User& user) {
-             user.click({menu.x + 60, menu.y + 12});
-         },
-         "Default"},
+        // The first entry covers the key, where only the click that opened the menu is ignored.
+        {[](User& user) { user.click({menu.x + 2, menu.y + 2}); }, "Default"},
     };
     for (const auto& row : rows) {
         Host::user([&](User& user) {
