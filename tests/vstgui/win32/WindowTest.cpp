@@ -108,6 +108,18 @@ TEST_F(Win32Window, APressThatNoViewHandlesIsNotCaptured)
     EXPECT_FALSE(record.has("up 350,250 L"));
 }
 
+TEST_F(Win32Window, HidingTheWindowCancelsTheDrag)
+{
+    record.onPress = [] { return kMouseEventHandled; };
+    movePointer(20, 30);
+    press();
+    EXPECT_TRUE(pumpUntil([&] { return GetCapture() == window(); }));
+    ShowWindow(window(), SW_HIDE);
+    EXPECT_TRUE(pumpUntil([&] { return record.has("cancel"); }));
+    EXPECT_EQ(GetCapture(), nullptr);
+    release();
+}
+
 TEST_F(Win32Window, LosingTheCaptureOrTheReleaseCancelsTheDrag)
 {
     for (const bool byWindow : {true, false}) {

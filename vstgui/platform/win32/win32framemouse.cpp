@@ -123,7 +123,10 @@ bool Win32Frame::wheel(UINT message, WPARAM wParam, LPARAM lParam)
 
 void Win32Frame::loseCapture()
 {
-    if (std::exchange(capturing, false) && callback)
+    const bool captured = std::exchange(capturing, false);
+    if (window && GetCapture() == window)
+        ReleaseCapture();  // hiding a window does not
+    if (captured && callback)
         callback->platformOnMouseCancel();
 }
 
