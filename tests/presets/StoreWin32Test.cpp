@@ -125,6 +125,11 @@ TEST(WindowsFile, IsReplacedWhenTheOtherProgramHasClosedIt)
     const TemporaryFolder folder;
     const std::string path = folder / "held a moment.zkb";
     ASSERT_TRUE(platform::replaceFile(path, Bytes(3, 'x')));
+    const HANDLE writing =
+        CreateFileW(platform::toWide(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    EXPECT_EQ(platform::readFile(path, 9), Bytes(3, 'x')) << "while another program writes";
+    CloseHandle(writing);
     const HANDLE held = CreateFileW(platform::toWide(path).c_str(), GENERIC_READ, 0, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     ASSERT_NE(held, INVALID_HANDLE_VALUE);

@@ -200,6 +200,9 @@ TEST(AudioFile, AFileCutShortIsNoticedAndUnknownLengthsAreNot)
         EXPECT_EQ(AudioReader(folder / "p.wav").truncation(), "");
         EXPECT_EQ(readAudio(folder / "p.wav"), readAudio(folder / "a.wav"));
     }
+    // Behind a chunk of an odd length.
+    writeContent(folder / "p.wav", piped.insert(12, std::string("odd \3\0\0\0abc\0", 12)));
+    EXPECT_EQ(readAudio(folder / "p.wav"), readAudio(folder / "a.wav"));
     writeAudio(folder / "empty.wav", {}, SampleFormat::Int16);
     EXPECT_EQ(AudioReader(folder / "empty.wav").frames(), 0);
 }

@@ -66,12 +66,14 @@ TEST_F(EditorCommand, EditRendersWithItsSettingsWhenTheWindowIsClosed)
 {
     EXPECT_EQ(run("edit", "env -u DISPLAY"), 2);
     EXPECT_NE(err.find("no display"), std::string::npos) << err;
-    const std::string settings = "--set Channel=Side --set QB11=Off --set LGainL=0.61n ";
-    ASSERT_EQ(run("render --preset Vox " + settings + "in.wav wanted.wav"), 0) << err;
+    ASSERT_EQ(run("bank export -o my.zkb"), 0) << err;
+    const std::string settings =
+        "--preset Vox --bank my.zkb --set Channel=Side --set QB11=Off --set LGainL=0.61n ";
+    ASSERT_EQ(run("render " + settings + "in.wav wanted.wav"), 0) << err;
     writeContent(folder / "edit.sh",
                  "setxkbmap us intl; cd '" + (folder / "") + "'\n"
                      + "LC_ALL=C.UTF-8 ZKRT46_PLUGIN='" ZKRT46_LIBRARY
-                       "' timeout 60 '" ZKRT46_PROGRAM "' edit --preset Vox "
+                       "' timeout 60 '" ZKRT46_PROGRAM "' edit "
                      + settings
                      + "in.wav -o 'my out.wav' --save kept.fxp >line.txt & editor=$!\n"
                        "for i in $(seq 100); do window=$(xdotool search --name 'ZKR T46' "
@@ -86,7 +88,7 @@ TEST_F(EditorCommand, EditRendersWithItsSettingsWhenTheWindowIsClosed)
     const std::string wanted = contentOf(folder / "wanted.wav");
     EXPECT_TRUE(contentOf(folder / "my out.wav") == wanted);
     const std::string line = contentOf(folder / "line.txt");
-    EXPECT_EQ(line, "zkrt46 render --preset Vox " + settings + "in.wav 'my out.wav'\n");
+    EXPECT_EQ(line, "zkrt46 render " + settings + "in.wav 'my out.wav'\n");
     ASSERT_EQ(run(line.substr(7, line.size() - 8)), 0) << err;
     EXPECT_TRUE(contentOf(folder / "my out.wav") == wanted) << "by the printed line";
     ASSERT_EQ(run("render --preset-file kept.fxp in.wav kept.wav"), 0) << err;
