@@ -100,6 +100,24 @@ TEST_F(EditorOnScreen, FollowsWhatAnotherThreadSetsWithoutDeadlock)
     }
 }
 
+TEST_F(EditorOnScreen, LivesOnWhileOtherThreadsCreateInstancesAndAskForItsSize)
+{
+    host->closeEditor();
+    std::thread([this] { host->toldSize(); }).join();
+    host->openEditor();
+    User::act(
+        [](User&) {
+            for (int i = 0; i < 50; ++i)
+                NativePlugin(ZKR_PLUGIN).bankChunk();
+        },
+        [] { Host::idleFor(1); });
+    host->automate(kBpsCh1, 1);
+    Host::idleFor(200);
+    const VSTGUI::Pixels before = host->picture();
+    EXPECT_TRUE(Host::soon([&] { return difference(host->picture(), before).pixels > 0; }))
+        << "the bypass light does not pulse";
+}
+
 TEST_F(EditorOnScreen, ClosesOnItsOwnThreadWhenAnotherThreadClosesIt)
 {
     for (int round = 0; round < 10; ++round) {

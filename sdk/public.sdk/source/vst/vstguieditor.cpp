@@ -52,7 +52,8 @@ VSTGUIEditor::VSTGUIEditor(void* controller, ViewRect* size)
     : SharedObject(static_cast<EditController*>(controller), size)
 {
     startToolkit();
-    timer = new VSTGUI::CVSTGUITimer([this](VSTGUI::CVSTGUITimer*) { tick(); }, kIdleRateMs);
+    // Runs while attached, on the thread of the window. Hosts create views on other threads, too.
+    timer = new VSTGUI::CVSTGUITimer([this](VSTGUI::CVSTGUITimer*) { tick(); }, kIdleRateMs, false);
 }
 
 VSTGUIEditor::~VSTGUIEditor()
