@@ -14,8 +14,8 @@ soak=(wine wine64 xvfb libxtst-dev)
 cluster=(slurm-wlm munge python3)
 tests=("${package[@]}" wine wine64 googletest clang-format-14 flake8 clang-14 libclang-rt-14-dev
        libstb-dev libxtst-dev xvfb xdotool python3-numpy python3-pil parallel dbus
-       xdg-desktop-portal xdg-desktop-portal-gtk zenity kdialog xclip fonts-dejavu-core
-       fonts-droid-fallback)
+       xdg-desktop-portal xdg-desktop-portal-gtk zenity kdialog xclip x11-utils uim-xim
+       fonts-dejavu-core fonts-droid-fallback)
 
 case ${1:-} in
 build) wanted=("${build[@]}") ;;

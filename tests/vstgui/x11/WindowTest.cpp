@@ -1,4 +1,5 @@
 // Frames in a host's window, the parts specific to X11: keyboard, grabs, message windows.
+#include "tests/support/TemporaryFolder.h"
 #include "tests/vstgui/Traces.h"
 #include "tests/vstgui/x11/User.h"
 #include "vstgui/platform/iplatformfont.h"
@@ -6,6 +7,7 @@
 #include "vstgui/platform/x11/x11errors.h"
 
 #include <X11/keysym.h>
+#include <clocale>
 #include <filesystem>
 #include <future>
 
@@ -70,6 +72,28 @@ TEST_F(X11Window, TypingIntoTheTextBoxIsUtf8)
     user("key ctrl+a type f");
     user("key KP_Enter");
     EXPECT_STREQ(edit->getText(), "f");
+}
+
+TEST_F(X11Window, TheServerOfTheInputMethodMayEndWhileTextIsTyped)
+{
+    setenv("XMODIFIERS", "@im=uim", 1);
+    ASSERT_TRUE(setlocale(LC_CTYPE, "C.UTF-8"));
+    TemporaryFolder folder;
+    const std::string pid = "'" + (folder / "pid") + "'";
+    ASSERT_EQ(std::system(("uim-xim >/dev/null 2>&1 & echo $! >" + pid
+                           + "; for i in $(seq 50); do xprop -root XIM_SERVERS | grep -q uim"
+                             " && exit; sleep 0.1; done; exit 1")
+                              .c_str()),
+              0);
+    auto* const edit = addEdit();
+    user(to(100, 70) + " click 1 type ab");
+    EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "ab");
+    EXPECT_EQ(std::system(("kill $(cat " + pid + "); sleep 0.3").c_str()), 0);
+    user("type cd");
+    EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "abcd");
+    closeFrame();
+    setlocale(LC_CTYPE, "C");
+    unsetenv("XMODIFIERS");
 }
 
 TEST_F(X11Window, TheTextBoxCopiesCutsAndPastes)

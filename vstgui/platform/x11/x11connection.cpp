@@ -90,7 +90,20 @@ XIM X11Connection::getInputMethod()
             inputMethod = XOpenIM(display, nullptr, nullptr, nullptr);
     }
     XSetLocaleModifiers(hosts.c_str());
+    XIMCallback ended{reinterpret_cast<XPointer>(this), inputMethodEnded};
+    if (inputMethod)
+        XSetIMValues(inputMethod, XNDestroyCallback, &ended, nullptr);
     return inputMethod;
+}
+
+// Xlib calls it when the input method's server has gone, and then frees the method and its contexts.
+void X11Connection::inputMethodEnded(XIM, XPointer connection, XPointer)
+{
+    auto& self = *reinterpret_cast<X11Connection*>(connection);
+    self.inputMethod = nullptr;
+    self.inputMethodTried = false;
+    for (const auto& [window, handler] : self.windows)
+        handler->inputMethodEnded();
 }
 
 bool X11Connection::nextEvent(XEvent& event)

@@ -17,6 +17,8 @@ public:
     virtual void handleEvent(XEvent& event) = 0;
     // Called when all pending events have been handled.
     virtual void afterEvents() = 0;
+    // The input method and all contexts made of it no longer exist.
+    virtual void inputMethodEnded() { }
 };
 
 // A menu that waits for the user; meanwhile frames get no input.
@@ -37,7 +39,7 @@ public:
     Display* getDisplay() const { return display; }
     Atom getXembedAtom() const { return xembed; }
     Atom getXembedInfoAtom() const { return xembedInfo; }
-    // Opened at the first call; null if there is none.
+    // Opened at the first call and at the first after its server has ended; null if there is none.
     XIM getInputMethod();
 
     void addWindow(Window window, X11Window* handler) { windows[window] = handler; }
@@ -62,6 +64,7 @@ private:
     };
 
     explicit X11Connection(Display* display);
+    static void inputMethodEnded(XIM, XPointer connection, XPointer);
     bool nextEvent(XEvent& event);
     void addUser(IRunLoop& loop);
 

@@ -75,6 +75,7 @@ private:
 
     void handleEvent(XEvent& event) override;
     void afterEvents() override;
+    void inputMethodEnded() override { inputContext = nullptr; }
     void onButtonPress(XButtonEvent& event);
     void onButtonRelease(XButtonEvent& event);
     void onMotion(XMotionEvent& event);
