@@ -9,6 +9,7 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <numeric>
 #include <random>
 #include <string>
 #include <vector>
@@ -147,6 +148,16 @@ TEST_P(OversamplingTest, GivesEveryBitOfTheDirectForm)
 const ProcessingForms kForms;
 INSTANTIATE_TEST_SUITE_P(Forms, OversamplingTest, testing::ValuesIn(kForms.begin(), kForms.end()),
                          [](const auto& form) { return std::string(nameOf(form.param)); });
+
+// The gain of the decimating filters. Any changed tap shows in it.
+TEST(Decimator, TapsAddUpToTheirSum)
+{
+    for (const auto& [half, sum] :
+         {std::pair(down2xCoeffs, 1.000234739969064), std::pair(down4xCoeffs, 1.0022839337255172)})
+        EXPECT_NEAR(2.0 * std::accumulate(half, half + kDecimationTaps - 1, 0.0)
+                        + half[kDecimationTaps - 1],
+                    sum, 1e-12);
+}
 
 TEST(ProcessingForms, AreThoseThatLinuxReportsAsSupported)
 {
