@@ -119,10 +119,10 @@ TEST(Unloading, ReleasesThreadLocalMemoryOfThreadsThatLiveOn)
 TEST(Unloading, AllowsTheLibrarysFileToBeReplaced)
 {
     namespace fs = std::filesystem;
-    const fs::path place = ZKR_VST2_LIBRARY "-replaced", newer = ZKR_VST2_LIBRARY "-newer";
+    const fs::path place = ZKR_VST2_LIBRARY "-replaced";
     const auto put = [&](const char* library) {
-        fs::copy_file(library, newer, fs::copy_options::overwrite_existing);
-        fs::rename(newer, place);
+        fs::remove(place);
+        fs::copy_file(library, place);
     };
     put(ZKR_VST2_LIBRARY);
     host::NativePlugin(place.string());
