@@ -105,10 +105,11 @@ short() {
     esac
 }
 
-# options TARGET: the length of the inputs in bytes. A whole bank or state has 49 kB. Long runs take
-# banks of few records, since most of the time would go into changing equal ones.
-# With as many features as the dispatcher has, to count how rare each one is would take a quarter of
-# the time.
+# options TARGET: libFuzzer's options for it. The longest input has 50000 bytes, since a whole bank or
+# state has 49 kB. Long runs of banks and presets use at most 5000: an image of few records takes less
+# time, and can have every kind of record.
+# Without entropic scheduling for the dispatcher: counting how rare each of its many features is
+# takes a quarter of the time.
 options() {
     case $1 in
     bank | preset) if [ ${#limit[@]} -gt 0 ]; then echo -max_len=5000; else echo -max_len=50000; fi ;;
