@@ -76,7 +76,8 @@ TEST_F(Panel, APresetIsChosenInTheMenuByKeysAndByTheMouse)
     } rows[] = {
         {down, fourth},
         {[](User& user) { user.tap(Key::Escape); }, fourth},
-        // The first entry covers the key, where only the click that opened the menu is ignored.
+        // The first entry covers the key. The release of the opening click is ignored there, but a
+        // second click is not.
         {[](User& user) { user.click({menu.x + 2, menu.y + 2}); }, "Default"},
     };
     for (const auto& row : rows) {

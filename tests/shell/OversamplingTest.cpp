@@ -149,7 +149,7 @@ const ProcessingForms kForms;
 INSTANTIATE_TEST_SUITE_P(Forms, OversamplingTest, testing::ValuesIn(kForms.begin(), kForms.end()),
                          [](const auto& form) { return std::string(nameOf(form.param)); });
 
-// The gain of the decimating filters. Any changed tap shows in it.
+// The sum is the filter's gain at 0 Hz. A change of any single tap changes it.
 TEST(Decimator, TapsAddUpToTheirSum)
 {
     for (const auto& [half, sum] :

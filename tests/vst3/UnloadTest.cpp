@@ -44,8 +44,8 @@ void runVst3(bool withEditor)
 }
 
 // Calls `run`, which loads, uses and unloads a library, with the number of each turn. The heap may
-// have grown by at most `bytes` at the end. No editor opens in the second half: how much memory the
-// system keeps after one differs by several MiB.
+// have grown by at most `bytes` at the end. `run` opens no editor in the second half of the turns,
+// when the process's memory is measured: each editor changes what the system keeps by several MiB.
 template <typename Run>
 void expectNothingLeft(int turns, int bytes, const Run& run)
 {
