@@ -293,6 +293,10 @@ private:
         if (++openings > kMaxOpenings || (window && window->isOpen()))
             return;
         const bool opened = dispatch(effEditOpen, 0, 0, which & 2 ? nullptr : &*window) != 0;
+        // Drawing the whole editor takes as long as all the rest of a run; mostly only what changes
+        // after the opening is drawn.
+        if ((which & 60) != 60)
+            window->clearInvalidRects();
         // A host that closes the editor while it is resized may see that it did not open.
         require(opened == !(which & 2) || manners & kClosesInSizeWindow, "the editor did not open");
     }
