@@ -262,11 +262,11 @@ void Vst3Processor::keepHostValues(IParameterChanges& changes)
 void Vst3Processor::addChange(ParamID id, ParamValue value)
 {
     const ParamValue limited = std::clamp(value, 0.0, 1.0);
+    stateValues[id] = limited;
     ParamValue& last = delivered[entryOf(id)];
     if (limited == last)
         return;
     last = limited;
-    stateValues[id] = limited;
     int32 index = 0;
     const int32 before = pendingChanges.getParameterCount();
     IParamValueQueue* queue = pendingChanges.addParameterData(id, index);

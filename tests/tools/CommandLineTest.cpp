@@ -21,6 +21,9 @@ TEST_F(CommandLine, BadInputGivesOneLineExitCode2AndNoFile)
     writeContent(folder / "late.csv", "0.1,LGainL,+3\n0.2,LGainL,+99\n");
     ASSERT_EQ(mkfifo((folder / "pipe.wav").c_str(), 0600), 0);
     writeAudio(folder / "mono.wav", {0.5f}, SampleFormat::Int16);
+    for (const char* name : {"own.json", "kept.wav"})
+        writeContent(folder / name, "");
+    std::filesystem::permissions(folder / "kept.wav", std::filesystem::perms::owner_read);
     // clang-format off
     const std::pair<const char*, const char*> cases[]{
         {"", ": no command; 'zkrt46 --help' lists them"},
@@ -40,6 +43,10 @@ TEST_F(CommandLine, BadInputGivesOneLineExitCode2AndNoFile)
         {"render in.wav -o x --jobs 0", "not in range 1 to 256"},
         {"render in.wav x.wav --jobs 2", "--jobs requires --output"},
         {"render in.wav x.wav --report none/r.csv", "cannot write 'none/r.csv'"},
+        {"render in.wav x.wav --automate late.csv --report ./late.csv", "would replace 'late.csv'"},
+        {"render in.wav x.wav --preset-file own.json --report own.json", "would replace 'own.json'"},
+        {"render in.wav x.wav --preset 3 --bank own.json --report own.json", "would replace"},
+        {"render in.wav kept.wav", "cannot write 'kept.wav': it is write-protected"},
         {"render in.wav x.wav --target 3", "not in range -70 to 0"},
         {"render in.wav x.wav --match --target -14", "excludes"},
         {"render in.wav x.wav --report r.txt", "a report ends in .json or .csv"},
@@ -118,6 +125,12 @@ TEST_F(CommandLine, AnInterruptionLeavesNoFile)
             EXPECT_EQ(folder.count(), files) << signal;
             EXPECT_TRUE(std::filesystem::is_empty(folder / "out")) << signal;
         }
+    EXPECT_EQ(run("render in.wav x.wav --pre-roll 20 --block 1",
+                  "timeout() { shift; ZKRT46_PLUGIN='" ZKRT46_LIBRARY
+                  "' nohup \"$@\" & sleep 0.3; kill -HUP $!; wait $!; }; "),
+              0)
+        << err;
+    EXPECT_EQ(AudioReader(folder / "x.wav").frames(), 4800);
 }
 
 TEST_F(CommandLine, RendersWithoutOutputAndTheSameInAnyBlockSize)
@@ -174,13 +187,15 @@ TEST_F(CommandLine, SumsUpARenderAndWarnsOfClippedSamples)
 TEST_F(CommandLine, SaysWhichSettingsChangeNothing)
 {
     const std::pair<const char*, const char*> rows[]{
-        {"LGain=9", "note: LGain=9 changes nothing here"},
-        {"Drive=6", "note: Drive=6 changes nothing here"},
-        {"HGainR2=3", "note: HGainR2=3 changes nothing here"},
+        {"LGain=9", "note: LGain=9 changes nothing with these settings"},
+        {"Drive=6", "note: Drive=6 changes nothing with these settings"},
+        {"HGainR2=3", "note: HGainR2=3 changes nothing with these settings"},
         {"LGain=-9 --set LFreqR=82", ""},
-        {"LGainL=9 --set LFreqR=82", "note: LGainL=9 changes nothing here"},
+        {"LGainL=9 --set LFreqR=82", "note: LGainL=9 changes nothing with these settings"},
         {"Drive=6 --set QB11=On", ""},
         {"LGain=0", ""},
+        {"Drive=6 --set QB11=On --set TrfoDsL=On", ""},
+        {"Drive=6 --set QB11=On --set AmpDsbL=On", ""},
     };
     for (const auto& [settings, words] : rows) {
         EXPECT_EQ(run(std::string("render in.wav x.wav --set ") + settings), 0);
@@ -204,7 +219,7 @@ TEST_F(CommandLine, RendersAnAlbumAsOneByOneAndGoesOnAfterAFailure)
     }
     writeContent(folder / "track 2.wav", contentOf(folder / "track 2.wav").substr(0, 12000));
     const std::string settings = " --set LFreq=82 --set LGain=3 ";
-    EXPECT_EQ(run("render" + inputs + " missing.mp3 -o out --suffix _m --jobs 2 --report r.json"
+    EXPECT_EQ(run("render" + inputs + " missing.mp3 -o out --suffix _m --jobs 2 --report out/r.json"
                       + settings,
                   "ulimit -f 200; "),
               2);
@@ -213,7 +228,7 @@ TEST_F(CommandLine, RendersAnAlbumAsOneByOneAndGoesOnAfterAFailure)
         << err;
     EXPECT_NE(err.find("warning: 'track 2.wav' is cut short: its header states"), std::string::npos)
         << err;
-    const auto report = nlohmann::json::parse(contentOf(folder / "r.json"));
+    const auto report = nlohmann::json::parse(contentOf(folder / "out/r.json"));
     ASSERT_EQ(report.size(), 6u);
     EXPECT_EQ(report[0]["state"], "rendered");
     EXPECT_EQ(report[0]["bits"], 24);

@@ -169,6 +169,10 @@ TEST_F(Rendering, ReachesTheLoudnessThatIsAskedForAndNeverPassesTheCeiling)
     job.goal = {true, {}, {}};
     EXPECT_EQ(rendered(), std::vector<float>(kRate));
     EXPECT_EQ(report.notes.at(0).rfind("silent", 0), 0u);
+    writeInput(std::vector<float>(kRate / 10, 0.5f), 1);
+    job.goal = {true, {}, -20.0};
+    rendered();
+    EXPECT_EQ(report.notes.size(), 1u) << report.notes.back();
 }
 
 TEST_F(Rendering, KeepsCuesAtTheirPlaceInTheAudio)

@@ -237,6 +237,12 @@ TEST_F(Bundle, ReadsAComponentStateOnlyAsFarAsItIsValid)
     told.start();
     told.automate(kLGainL, 0.75);
     EXPECT_EQ(alone.render(music(), kBlocks), told.render(music(), kBlocks));
+    // The second parameter of a switch is saved although it changes nothing.
+    automateAll(alone, {{kTrfoDsL, 1.0}, {kTrfoDsR, 1.0}});
+    alone.flush();
+    const Bytes saved = alone.componentState();
+    EXPECT_EQ(saved.at(12 + 4 * kTrfoDsR + 2), char(0x80)) << "not 1";
+    EXPECT_EQ(saved.at(12 + 4 * kTrfoDsL + 2), char(0x80));
 }
 
 TEST_F(Bundle, RefusesIncompleteStatesAndReportsOneThatItCouldNotWrite)

@@ -136,7 +136,7 @@ double gainFor(const LevelGoal& goal, const Levels& before, const Levels& render
     const double peak = decibels(rendered.loudness->truePeak);
     if (goal.truePeakLimit && peak + gain > *goal.truePeakLimit) {
         const double limited = *goal.truePeakLimit - peak;
-        if (goal.matchInput || goal.loudness)
+        if ((goal.matchInput || goal.loudness) && std::isfinite(now + wanted))
             notes.push_back(formatted("the ceiling of %.2f dBTP", *goal.truePeakLimit)
                             + formatted(" forbids %.2f LUFS;", wanted)
                             + formatted(" the result has %.2f LUFS", now + limited));

@@ -60,7 +60,7 @@ std::vector<std::size_t> settingsWithoutEffect(host::Plugin& plugin,
         for (std::size_t group = 0; group < groups.size(); ++group)
             for (const Assignment& assignment : groups[group])
                 if (group != left)
-                    settings[static_cast<std::size_t>(assignment.index)].value = assignment.value;
+                    settings.push_back(assignment);
         return settings;
     };
     const Channels all = sound(plugin, with(groups.size()));

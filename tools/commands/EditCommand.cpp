@@ -4,6 +4,7 @@
 #include "tools/commands/Commands.h"
 #include "tools/commands/EditorWindow.h"
 #include "tools/commands/PresetChoice.h"
+#include "tools/commands/RenderReports.h"
 #include "tools/common/Progress.h"
 #include "tools/common/ToolError.h"
 
@@ -140,9 +141,11 @@ int runEdit(const EditOptions& options)
     RenderJob job;
     job.input = options.input;
     job.output = options.output;
-    Progress progress("rendering");
-    render(plugin, job, [&](double fraction) { progress.show(fraction); });
-    return 0;
+    const RenderReport report = [&] {
+        Progress progress("rendering");
+        return render(plugin, job, [&](double fraction) { progress.show(fraction); });
+    }();
+    return sayRemarks(job, report);
 }
 
 }  // namespace

@@ -19,8 +19,6 @@ namespace tool {
 
 namespace {
 
-constexpr int kDone = 0;
-constexpr int kCutShort = 1;  // rendered, but an input ends before the length it states
 constexpr int kFailed = 2;
 
 struct RenderOptions {
@@ -38,11 +36,6 @@ struct RenderOptions {
     bool verbose = false;
 };
 
-void say(const char* kind, const std::string& text)
-{
-    std::fprintf(stderr, "zkrt46: %s: %s\n", kind, text.c_str());
-}
-
 // The start of `job.settings` is a preset; --set and --automate follow.
 void readSettings(const RenderOptions& options, RenderJob& job)
 {
@@ -59,10 +52,22 @@ void readSettings(const RenderOptions& options, RenderJob& job)
         job.automation = readAutomation(options.automation, parameters);
     else if (takesPresets(plugin->fields()))
         for (const std::size_t idle : settingsWithoutEffect(*plugin, job.settings, groups))
-            say("note",
-                options.settings[idle] + " changes nothing here: what it acts on is switched off");
+            std::fprintf(stderr, "zkrt46: note: %s changes nothing with these settings\n",
+                         options.settings[idle].c_str());
     for (const auto& group : groups)
         append(job.settings, group);
+}
+
+// Throws ToolError for a report that would replace a file which the render reads.
+void checkReport(const RenderOptions& options)
+{
+    checkReportName(options.report);
+    for (const std::string& read :
+         {options.choice.bank, options.choice.presetFile, options.automation}) {
+        std::error_code error;
+        if (std::filesystem::equivalent(read, options.report, error))
+            throw ToolError("the report would replace '" + read + "'; it needs another name");
+    }
 }
 
 std::vector<RenderJob> jobsOf(const RenderOptions& options, const RenderJob& common)
@@ -82,17 +87,6 @@ std::vector<RenderJob> jobsOf(const RenderOptions& options, const RenderJob& com
     if (job.output == "-" && isatty(STDOUT_FILENO))
         throw ToolError("the result would go to the terminal: redirect the standard output");
     return {job};
-}
-
-void sayRemarks(const RenderJob& job, const RenderReport& report)
-{
-    const std::string name = "'" + job.output + "': ";
-    for (const std::string& note : report.notes)
-        say("note", name + note);
-    for (const std::string& warning : report.warnings)
-        say("warning", name + warning);
-    if (!report.truncation.empty())
-        say("warning", "'" + job.input + "' is cut short: " + report.truncation);
 }
 
 RenderOutcome renderOne(const RenderOptions& options, const RenderJob& job)
@@ -142,15 +136,15 @@ int runRender(const RenderOptions& options)
     if (!options.file.empty())
         common.file = parseFileFormat(options.file);
     common.dither = parseDither(options.dither);
-    if (!options.report.empty()) {
-        checkReportName(options.report);
-        const OutputFile triedAndRemoved(options.report);
-    }
+    if (!options.report.empty())
+        checkReport(options);
     const std::vector<RenderJob> planned = jobsOf(options, common);
     readSettings(options, common);
     const bool album = !options.folder.empty();
     if (album)
         makeAlbumFolder(options.folder);
+    if (!options.report.empty())
+        const OutputFile triedAndRemoved(options.report);
 
     const bool toStandardOutput = planned.front().output == "-";
     const bool summary = options.verbose || (isatty(STDOUT_FILENO) && !toStandardOutput);
@@ -167,16 +161,14 @@ int runRender(const RenderOptions& options)
     const double elapsed =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
 
-    int result = kDone;
+    int result = 0;
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         const RenderOutcome& outcome = outcomes[i];
         if (outcome.state == RenderOutcome::State::Failed)
             result = kFailed;
         if (outcome.state != RenderOutcome::State::Rendered)
             continue;
-        sayRemarks(jobs[i], outcome.report);
-        if (!outcome.report.truncation.empty())
-            result = std::max(result, kCutShort);
+        result = std::max(result, sayRemarks(jobs[i], outcome.report));
     }
     if (!options.report.empty())
         writeReport(options.report, jobs, outcomes);

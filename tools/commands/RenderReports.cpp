@@ -197,6 +197,21 @@ std::vector<std::string> remarksOf(const RenderReport& report)
     return remarks;
 }
 
+int sayRemarks(const RenderJob& job, const RenderReport& report)
+{
+    const auto say = [](const char* kind, const std::string& name, const std::string& text) {
+        std::fprintf(stderr, "zkrt46: %s: '%s'%s\n", kind, name.c_str(), text.c_str());
+    };
+    for (const std::string& note : report.notes)
+        say("note", job.output, ": " + note);
+    for (const std::string& warning : report.warnings)
+        say("warning", job.output, ": " + warning);
+    if (report.truncation.empty())
+        return 0;
+    say("warning", job.input, " is cut short: " + report.truncation);
+    return 1;
+}
+
 void printSummary(std::FILE* stream, const RenderJob& job, const RenderReport& report)
 {
     const double seconds = static_cast<double>(report.inputFrames) / report.format.rate;

@@ -11,6 +11,9 @@ namespace tool {
 
 // What a user should know about a result: clipped samples, metadata that is not kept and so on.
 std::vector<std::string> remarksOf(const RenderReport& report);
+// Prints them on standard error. Returns the program's exit code: 1 if the input ends before the
+// length that it states, else 0.
+int sayRemarks(const RenderJob& job, const RenderReport& report);
 
 void printSummary(std::FILE* stream, const RenderJob& job, const RenderReport& report);
 // A table of all files, and a line of totals.

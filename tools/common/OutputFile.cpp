@@ -51,8 +51,12 @@ int removeOnInterruption(const std::string& path)
             continue;
         std::memcpy(slot.path, path.c_str(), path.size() + 1);
         slot.used = true;
-        for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-            std::signal(signal, onInterruption);
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+            // What the caller has us ignore stays ignored, as under nohup.
+            struct sigaction now;
+            if (sigaction(signal, nullptr, &now) == 0 && now.sa_handler != SIG_IGN)
+                std::signal(signal, onInterruption);
+        }
         return static_cast<int>(i);
     }
     return -1;
@@ -87,6 +91,9 @@ OutputFile::OutputFile(const std::string& path)
     if (stat(target.c_str(), &there) == 0) {
         if (!S_ISREG(there.st_mode))
             throw ToolError("cannot write '" + path + "': it is not an ordinary file");
+        // The superuser may write to any file, but one without permission to write is protected.
+        if (!(there.st_mode & 0222) || access(target.c_str(), W_OK) != 0)
+            throw ToolError("cannot write '" + path + "': it is write-protected");
         mode = there.st_mode & 07777;
     }
     const fs::path place = target;

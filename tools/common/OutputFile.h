@@ -9,9 +9,9 @@ namespace tool {
 
 class OutputFile {
 public:
-    // Throws ToolError when the folder is not writable or the name belongs to something other than
-    // a regular file. A link is followed: the file it points to is replaced. "-" is the standard
-    // output, which gets the content at commit.
+    // Throws ToolError when the folder is not writable or the name belongs to a write-protected
+    // file or to something other than a regular file. A link is followed: the file it points to is
+    // replaced. "-" is the standard output, which gets the content at commit.
     explicit OutputFile(const std::string& path);
     // Removes the temporary file unless commit succeeded.
     ~OutputFile();
