@@ -243,6 +243,7 @@ TEST_F(CommandLine, RendersAnAlbumAsOneByOneAndGoesOnAfterAFailure)
     EXPECT_EQ(run("render" + inputs + " -o out --suffix _m --skip-existing -v" + settings), 0);
     EXPECT_EQ(std::filesystem::last_write_time(folder / "out/track 1_m.wav"), before);
     EXPECT_NE(out.find("track 1.wav  skipped\n"), std::string::npos) << out;
+    EXPECT_EQ(out.rfind("file             before       after    true peak\n", 0), 0u) << out;
     EXPECT_NE(out.find("\n5 files: 1 rendered, 4 skipped, 0 failed;"), std::string::npos) << out;
 
     // The same files from one command for each, which GNU parallel starts.
@@ -470,6 +471,7 @@ TEST_F(CommandLine, HelpAndManualPageTellEveryOption)
     EXPECT_EQ(err, "");
     out = contentOf(folder / "page");
     EXPECT_NE(out.find("\"2026-01-02\""), out.npos) << out.substr(0, 200);
+    EXPECT_NE(out.find("\\(dqMastering round\\(dq"), out.npos);
     EXPECT_EQ(named(out, {".B ", ".BI "}), told);
 }
 
