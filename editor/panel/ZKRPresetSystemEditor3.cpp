@@ -4,7 +4,7 @@
 #include "BitmapNumbers.h"
 #include "editor/controls/CSaveLoadButton.h"
 #include "editor/controls/CZKKickButton.h"
-#include "editor/controls/CZKRRockerSwitch.h"
+#include "editor/controls/CZKRockerSwitch.h"
 #include "editor/controls/CZKRTextEdit.h"
 #include "editor/panel/IdleUpdate_ZKR_Handler.h"
 #include "editor/panel/NameField.h"
@@ -116,7 +116,7 @@ void ZKRPresetSystemEditor3::createPresetPanel(CFrame* panelFrame)
             static_cast<CCoord>(static_cast<int32>(bitmap->getHeight()) / row.frames);
         switch (row.kind) {
         case Kind::Rocker:
-            buttons[i] = new CZKRRockerSwitch(row.rect, this, row.tag, frameHeight, bitmap);
+            buttons[i] = new CZKRockerSwitch(row.rect, this, row.tag, frameHeight, bitmap);
             break;
         case Kind::File:
             buttons[i] = new CSaveLoadButton(row.rect, this, row.tag, frameHeight, bitmap);

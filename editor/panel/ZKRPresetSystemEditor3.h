@@ -21,7 +21,7 @@ class DocumentOpening;
 
 class CSaveLoadButton;
 class CZKKickButton;
-class CZKRRockerSwitch;
+class CZKRockerSwitch;
 class CZKRTextEdit;
 
 namespace Steinberg {

@@ -1,4 +1,4 @@
-#include "editor/controls/CZKRRockerSwitch.h"
+#include "editor/controls/CZKRockerSwitch.h"
 
 #include "editor/controls/PressGuard.h"
 
@@ -15,15 +15,14 @@ constexpr uint32_t kRestAfterMs = 200;
 
 }  // namespace
 
-CZKRRockerSwitch::CZKRRockerSwitch(const CRect& size, IControlListener* listener, int32_t tag,
-                                   CCoord heightOfOneImage, CBitmap* background,
-                                   const CPoint& offset)
+CZKRockerSwitch::CZKRockerSwitch(const CRect& size, IControlListener* listener, int32_t tag,
+                                 CCoord heightOfOneImage, CBitmap* background, const CPoint& offset)
     : CRockerSwitch(size, listener, tag, heightOfOneImage, background, offset)
 {
     setWantsFocus(false);
 }
 
-void CZKRRockerSwitch::draw(CDrawContext* context)
+void CZKRockerSwitch::draw(CDrawContext* context)
 {
     int32_t frame = 0;
     if (hoverSide != 0)
@@ -37,18 +36,18 @@ void CZKRRockerSwitch::draw(CDrawContext* context)
     setDirty(false);
 }
 
-int32_t CZKRRockerSwitch::sideOf(const CPoint& where) const
+int32_t CZKRockerSwitch::sideOf(const CPoint& where) const
 {
     return where.x >= getViewSize().getCenter().x ? 1 : -1;
 }
 
-void CZKRRockerSwitch::setHoverSide(int32_t side)
+void CZKRockerSwitch::setHoverSide(int32_t side)
 {
     hoverSide = side;
     setDirty();
 }
 
-void CZKRRockerSwitch::removeRestTimer()
+void CZKRockerSwitch::removeRestTimer()
 {
     if (!resetValueTimer)
         return;
@@ -56,14 +55,14 @@ void CZKRRockerSwitch::removeRestTimer()
     std::exchange(resetValueTimer, nullptr)->forget();
 }
 
-void CZKRRockerSwitch::comeToRest()
+void CZKRockerSwitch::comeToRest()
 {
     removeRestTimer();
     value = 0.f;
     setDirty();
 }
 
-CMouseEventResult CZKRRockerSwitch::onMouseDown(CPoint& where, const CButtonState& buttons)
+CMouseEventResult CZKRockerSwitch::onMouseDown(CPoint& where, const CButtonState& buttons)
 {
     if (!(buttons & kLButton))
         return kMouseEventNotHandled;
@@ -77,12 +76,12 @@ CMouseEventResult CZKRRockerSwitch::onMouseDown(CPoint& where, const CButtonStat
     return kMouseEventHandled;
 }
 
-CMouseEventResult CZKRRockerSwitch::onMouseUp(CPoint&, const CButtonState&)
+CMouseEventResult CZKRockerSwitch::onMouseUp(CPoint&, const CButtonState&)
 {
     return onMouseCancel();
 }
 
-CMouseEventResult CZKRRockerSwitch::onMouseCancel()
+CMouseEventResult CZKRockerSwitch::onMouseCancel()
 {
     comeToRest();
     if (isEditing())
@@ -90,26 +89,26 @@ CMouseEventResult CZKRRockerSwitch::onMouseCancel()
     return kMouseEventHandled;
 }
 
-CMouseEventResult CZKRRockerSwitch::onMouseMoved(CPoint& where, const CButtonState& buttons)
+CMouseEventResult CZKRockerSwitch::onMouseMoved(CPoint& where, const CButtonState& buttons)
 {
     if (buttons.getButtonState() == 0)
         setHoverSide(sideOf(where));
     return kMouseEventHandled;
 }
 
-CMouseEventResult CZKRRockerSwitch::onMouseEntered(CPoint& where, const CButtonState&)
+CMouseEventResult CZKRockerSwitch::onMouseEntered(CPoint& where, const CButtonState&)
 {
     setHoverSide(sideOf(where));
     return kMouseEventHandled;
 }
 
-CMouseEventResult CZKRRockerSwitch::onMouseExited(CPoint&, const CButtonState&)
+CMouseEventResult CZKRockerSwitch::onMouseExited(CPoint&, const CButtonState&)
 {
     setHoverSide(0);
     return kMouseEventHandled;
 }
 
-bool CZKRRockerSwitch::onWheel(const CPoint&, const float& distance, const CButtonState&)
+bool CZKRockerSwitch::onWheel(const CPoint&, const float& distance, const CButtonState&)
 {
     if (distance >= -0.1f && distance <= 0.1f)
         return true;
@@ -123,7 +122,7 @@ bool CZKRRockerSwitch::onWheel(const CPoint&, const float& distance, const CButt
     return true;
 }
 
-CMessageResult CZKRRockerSwitch::notify(CBaseObject* sender, IdStringPtr message)
+CMessageResult CZKRockerSwitch::notify(CBaseObject* sender, IdStringPtr message)
 {
     if (!resetValueTimer || sender != resetValueTimer)
         return CRockerSwitch::notify(sender, message);

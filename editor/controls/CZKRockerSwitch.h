@@ -1,15 +1,15 @@
-// CZKRRockerSwitch: steps back (left half) or forward (right half) by a press or a notch of the
+// CZKRockerSwitch: steps back (left half) or forward (right half) by a press or a notch of the
 // wheel. The half under the mouse lights up.
 #pragma once
 
 #include "vstgui/lib/controls/cswitch.h"
 
-class CZKRRockerSwitch : public VSTGUI::CRockerSwitch {
+class CZKRockerSwitch : public VSTGUI::CRockerSwitch {
 public:
     // Frames: normal, left half hovered, right half hovered, back, forward.
-    CZKRRockerSwitch(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
-                     VSTGUI::CCoord heightOfOneImage, VSTGUI::CBitmap* background,
-                     const VSTGUI::CPoint& offset = VSTGUI::CPoint(0, 0));
+    CZKRockerSwitch(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, int32_t tag,
+                    VSTGUI::CCoord heightOfOneImage, VSTGUI::CBitmap* background,
+                    const VSTGUI::CPoint& offset = VSTGUI::CPoint(0, 0));
 
     void draw(VSTGUI::CDrawContext* context) override;
     // The listener sees the value 1 for forward and 0 for back. The release does not call it.
@@ -32,10 +32,10 @@ public:
     VSTGUI::CMessageResult notify(VSTGUI::CBaseObject* sender,
                                   VSTGUI::IdStringPtr message) override;
 
-    CLASS_METHODS(CZKRRockerSwitch, VSTGUI::CRockerSwitch)
+    CLASS_METHODS(CZKRockerSwitch, VSTGUI::CRockerSwitch)
 
 protected:
-    ~CZKRRockerSwitch() override = default;
+    ~CZKRockerSwitch() override = default;
 
 private:
     int32_t sideOf(const VSTGUI::CPoint& where) const;
