@@ -107,6 +107,19 @@ std::vector<RenderJob> albumJobs(const RenderJob& common, const std::vector<std:
     return jobs;
 }
 
+const char* nameOf(RenderOutcome::State state)
+{
+    switch (state) {
+    case RenderOutcome::State::Rendered:
+        return "rendered";
+    case RenderOutcome::State::Skipped:
+        return "skipped";
+    case RenderOutcome::State::Failed:
+        return "failed";
+    }
+    return "";
+}
+
 std::vector<RenderOutcome> renderAlbum(const std::vector<RenderJob>& jobs, int threads,
                                        bool skipExisting, const AlbumCalls& calls)
 {

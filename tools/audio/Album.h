@@ -26,6 +26,8 @@ struct RenderOutcome {
     std::string error;      // if failed
 };
 
+const char* nameOf(RenderOutcome::State state);
+
 struct AlbumCalls {
     // Called from one thread at a time. A new instance serves each file, so that nothing is left
     // from the one before.

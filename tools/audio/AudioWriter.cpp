@@ -132,6 +132,19 @@ Dither parseDither(const std::string& text)
     throw ToolError("--dither is none, tpdf or shaped, not '" + text + "'");
 }
 
+const char* nameOf(Dither dither)
+{
+    switch (dither) {
+    case Dither::None:
+        return "none";
+    case Dither::Triangular:
+        return "tpdf";
+    case Dither::Shaped:
+        return "shaped";
+    }
+    return "";
+}
+
 std::optional<FileFormat> fileFormatOf(const std::string& path)
 {
     if (path == "-")

@@ -20,6 +20,7 @@ SampleFormat parseSampleFormat(const std::string& text);
 // "wav", "aiff" or "flac", and "none", "tpdf" or "shaped"; anything else throws ToolError.
 FileFormat parseFileFormat(const std::string& text);
 Dither parseDither(const std::string& text);
+const char* nameOf(Dither dither);
 
 // By the path's ending: .wav, .aif, .aiff or .flac; WAV for "-". None for another ending.
 std::optional<FileFormat> fileFormatOf(const std::string& path);

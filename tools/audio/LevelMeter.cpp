@@ -19,6 +19,11 @@ void LevelMeter::Close::operator()(ebur128_state* state) const
     ebur128_destroy(&state);
 }
 
+double decibels(double linear)
+{
+    return 20.0 * std::log10(linear);
+}
+
 LevelMeter::LevelMeter(int channels, int rate, bool withLoudness)
     : channels(static_cast<std::size_t>(channels)), peak(0.0), sumOfSquares(0.0), sampleCount(0),
       interval(this->channels * static_cast<std::size_t>(rate / kReadingsPerSecond)),

@@ -25,6 +25,9 @@ struct Levels {
     std::optional<Loudness> loudness;  // if the meter measures it
 };
 
+// In dB; -inf for 0.
+double decibels(double linear);
+
 class LevelMeter {
 public:
     // `rate` in Hz. Loudness takes longer than everything else, so it is measured on demand.

@@ -116,11 +116,6 @@ std::string formatted(const char* format, double value)
     return text;
 }
 
-double decibels(double linear)
-{
-    return 20.0 * std::log10(linear);
-}
-
 // The gain in dB for `rendered`. Says in `notes` what the goal does not reach.
 double gainFor(const LevelGoal& goal, const Levels& before, const Levels& rendered,
                std::vector<std::string>& notes)

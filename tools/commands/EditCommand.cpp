@@ -4,7 +4,7 @@
 #include "tools/commands/Commands.h"
 #include "tools/commands/EditorWindow.h"
 #include "tools/commands/PresetChoice.h"
-#include "tools/commands/RenderReports.h"
+#include "tools/commands/RenderText.h"
 #include "tools/common/Progress.h"
 #include "tools/common/ToolError.h"
 

@@ -1,4 +1,4 @@
-// What `render` tells of its results: as text, and as a JSON or CSV file.
+// What `render` and `edit` print of a render.
 #pragma once
 
 #include "tools/audio/Album.h"
@@ -19,10 +19,5 @@ void printSummary(std::FILE* stream, const RenderJob& job, const RenderReport& r
 // A table of all files, and a line of totals.
 void printAlbum(std::FILE* stream, const std::vector<RenderJob>& jobs,
                 const std::vector<RenderOutcome>& outcomes, double elapsedSeconds);
-
-// Throws ToolError unless the name ends in .json or .csv.
-void checkReportName(const std::string& path);
-void writeReport(const std::string& path, const std::vector<RenderJob>& jobs,
-                 const std::vector<RenderOutcome>& outcomes);
 
 }  // namespace tool
