@@ -1,5 +1,4 @@
-// The row of keys at the bottom, under mouse and keyboard: menu, name, files, manual.
-#include "presets/FactoryBank.h"
+// The row of keys at the bottom, under mouse and keyboard: name, files, manual.
 #include "tests/onscreen/EditorOnScreen.h"
 #include "tests/support/MockedPrograms.h"
 
@@ -57,40 +56,8 @@ struct Panel : EditorOnScreen {
     const TemporaryFolder& folder = programs.folder;
     const Place saveBank = host->at(8, 496), loadBank = host->at(59, 496),
                 savePreset = host->at(74, 496), loadPreset = host->at(126, 496),
-                previous = host->at(276, 496), next = host->at(297, 496),
-                manual = host->at(384, 496);
+                next = host->at(297, 496), manual = host->at(384, 496);
 };
-
-TEST_F(Panel, APresetIsChosenInTheMenuByKeysAndByTheMouse)
-{
-    const int firstDown = kOnWindows ? 1 : 0;  // Windows highlights nothing at first
-    const std::string fourth = factoryBank()[3].name;
-    const auto down = [&](User& user) {
-        for (int i = 0; i < 3 + firstDown; ++i)
-            user.tap(Key::Down);
-        user.tap(Key::Return);
-    };
-    const struct {
-        std::function<void(User&)> choose;
-        std::string name;
-    } rows[] = {
-        {down, fourth},
-        {[](User& user) { user.tap(Key::Escape); }, fourth},
-        // The first entry covers the key. The release of the opening click is ignored there, but a
-        // second click is not.
-        {[](User& user) { user.click({menu.x + 2, menu.y + 2}); }, "Default"},
-    };
-    for (const auto& row : rows) {
-        Host::user([&](User& user) {
-            clickToOpen(user, menu);
-            row.choose(user);
-        });
-        EXPECT_EQ(host->programName(), row.name);
-    }
-    for (const Place& key : {next, next, previous})
-        click(key);
-    EXPECT_EQ(host->programName(), factoryBank()[1].name);
-}
 
 TEST_F(Panel, ANameIsTypedCommittedAndDiscarded)
 {
