@@ -14,7 +14,8 @@ namespace Vst {
 
 namespace {
 
-constexpr int32 kOversampledLatency = 96;  // samples at the host's rate
+constexpr int32 kOversampledLatency = 96;     // samples at the host's rate
+constexpr double kNotOversampled = 176400.0;  // Hz, and higher rates
 
 int countChannels(SpeakerArrangement arrangement)
 {
@@ -63,7 +64,7 @@ tresult PLUGIN_API PitchNamesProcessor::setupProcessing(ProcessSetup& setup)
 tresult PLUGIN_API PitchNamesProcessor::setActive(TBool state)
 {
     const double rate = processSetup.sampleRate;
-    oversampleMode = rate < 88200.0 ? 2 : rate < 176400.0 ? 1 : 0;
+    oversampleMode = rate < 88200.0 ? 2 : rate < kNotOversampled ? 1 : 0;
     oversampledRate = rate * (oversampleMode == 2 ? 4.0 : oversampleMode == 1 ? 2.0 : 1.0);
 
     for (StripProcessorT46* strip : {eqStripL.get(), eqStripR.get()})
@@ -81,9 +82,14 @@ tresult PLUGIN_API PitchNamesProcessor::setActive(TBool state)
     std::fill(std::begin(workR), std::end(workR), 0.0);
     oversampling.clear();
 
-    latencySamples = oversampleMode == 0 ? 0 : kOversampledLatency;
+    latencySamples = latencyAt(rate);
     latencyMs = toMilliseconds(latencySamples, rate);
     return AudioEffect::setActive(state);
+}
+
+int32 PitchNamesProcessor::latencyAt(double rate)
+{
+    return rate < kNotOversampled ? kOversampledLatency : 0;
 }
 
 tresult PLUGIN_API PitchNamesProcessor::setBusArrangements(SpeakerArrangement* inputs, int32 numIns,

@@ -39,6 +39,9 @@ protected:
     // For a licence check: false passes the sound unchanged and without delay.
     virtual bool mayProcess() const { return true; }
 
+    // In samples, for a host's rate in Hz.
+    static int32 latencyAt(double rate);
+
     // PitchNamesProcessorParameters.cpp
     void readParameterChanges(IParameterChanges* changes);
     void applyParameter(ParamID id, ParamValue value);

@@ -141,6 +141,8 @@ tresult PLUGIN_API Vst3Processor::setupProcessing(ProcessSetup& setup)
     } catch (const std::bad_alloc&) {
         return kOutOfMemory;
     }
+    // Hosts built on JUCE read it before setActive.
+    latencySamples = latencyAt(setup.sampleRate);
     return PitchNamesProcessor::setupProcessing(setup);
 }
 

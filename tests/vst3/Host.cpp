@@ -94,7 +94,9 @@ void Instance::activate(double rate, int32 maxBlock, int32 processMode)
     EXPECT_EQ(processor->setupProcessing(setup), kResultOk);
     for (const BusDirection direction : {kInput, kOutput})
         EXPECT_EQ(component->activateBus(kAudio, direction, 0, true), kResultOk);
+    const uint32 latency = processor->getLatencySamples();
     EXPECT_EQ(component->setActive(true), kResultOk);
+    EXPECT_EQ(processor->getLatencySamples(), latency) << "some hosts read it before";
     EXPECT_EQ(processor->setProcessing(true), kResultOk);
     active = true;
 }
