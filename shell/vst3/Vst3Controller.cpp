@@ -183,6 +183,8 @@ tresult PLUGIN_API Vst3Controller::notify(IMessage* message)
 
 void Vst3Controller::setCurrentPreset(int32 index)
 {
+    if (isLoading())
+        return PitchNamesController::setCurrentPreset(index);
     startGroupEdit();
     PitchNamesController::setCurrentPreset(index);
     finishGroupEdit();

@@ -461,7 +461,7 @@ TEST_F(Bundle, ReportsAStateAndALatencyToAHostThatPassesNoMessages)
     instance.setHandler();
     EXPECT_EQ(instance.loadControllerState(projectState(module)), kResultOk);
     EXPECT_EQ(instance.handler.edits.size(), kPresetParamCount);
-    EXPECT_EQ(instance.handler.groups.back(), kPresetParamCount);
+    EXPECT_EQ(instance.handler.groups, std::vector<std::size_t>{kPresetParamCount});
     EXPECT_EQ(instance.handler.timesDirty, 0) << "loading a project changes it";
     instance.activate(192000.0);
     EXPECT_EQ(instance.render(music(), kBlocks), throughVst2(kSettings, 192000.0));

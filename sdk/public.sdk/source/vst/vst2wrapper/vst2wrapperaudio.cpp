@@ -321,7 +321,7 @@ void Vst2Wrapper::processBlock(float** inputs, float** outputs, int32 frames)
 {
     // For a host that never turns the mains on, the first block activates. A block after mains off,
     // from an audio thread that is late or from a host that does not turn them on again, is
-    // processed without activation; the next activation starts from silence as usual.
+    // processed without activation; the next activation resets the processor as usual.
     if (!active && !suspended)
         activate();
     if (active)
