@@ -194,8 +194,11 @@ tresult Vst3Controller::beginEdit(ParamID id)
 {
     if (isLoading())
         return kResultFalse;
-    if (id < kPresetParamCount)
-        inGesture |= bitOf(id);
+    if (id < kPresetParamCount) {
+        joined &= ~bitOf(id);
+        if (inGesture.fetch_or(bitOf(id)) & bitOf(id))
+            return kResultOk;
+    }
     return PitchNamesController::beginEdit(id);
 }
 
@@ -205,7 +208,12 @@ tresult Vst3Controller::endEdit(ParamID id)
         return kResultFalse;
     if (id < kPresetParamCount)
         inGesture &= ~bitOf(id);
-    return PitchNamesController::endEdit(id);
+    const tresult result = PitchNamesController::endEdit(id);
+    if (inGesture == joined)
+        for (ParamID other = 0; other < kPresetParamCount; ++other)
+            if (joined.fetch_and(~bitOf(other)) & bitOf(other))
+                endEdit(other);
+    return result;
 }
 
 tresult Vst3Controller::performEdit(ParamID id, ParamValue value)
@@ -214,9 +222,13 @@ tresult Vst3Controller::performEdit(ParamID id, ParamValue value)
         return kResultFalse;
     if (id >= kPresetParamCount || (inGesture & bitOf(id)))
         return PitchNamesController::performEdit(id, value);
+    const bool joins = inGesture != 0;
     beginEdit(id);
     const tresult result = PitchNamesController::performEdit(id, value);
-    endEdit(id);
+    if (joins)
+        joined |= bitOf(id);
+    else
+        endEdit(id);
     return result;
 }
 

@@ -42,6 +42,8 @@ public:
     // Reports all parameters to the host as one group edit.
     void setCurrentPreset(int32 index) override;
     // Every edit is reported to the host inside a gesture; none is while the host loads a state.
+    // During the user's gesture on a control, the first edit of another parameter, of the knob's
+    // ring or the linked channel, begins one that ends together with the user's.
     tresult beginEdit(ParamID id) override;
     tresult performEdit(ParamID id, ParamValue value) override;
     tresult endEdit(ParamID id) override;
@@ -60,6 +62,7 @@ private:
 
     static_assert(kPresetParamCount <= 64, "one bit for each parameter");
     std::atomic<uint64> inGesture{0};
+    std::atomic<uint64> joined{0};  // those of inGesture that end with the user's
 };
 
 }  // namespace Vst

@@ -60,7 +60,8 @@ class Handler : public HostObject<IComponentHandler, IComponentHandler2> {
 public:
     tresult PLUGIN_API beginEdit(ParamID id) override
     {
-        gestures.insert(id);
+        EXPECT_TRUE(gestures.insert(id).second);
+        begun.push_back(id);
         return kResultOk;
     }
     tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override
@@ -103,6 +104,7 @@ public:
     bool deaf = false;
     std::vector<std::pair<ParamID, ParamValue>> edits;  // those inside a gesture
     std::set<ParamID> gestures;                         // begun and not ended
+    std::vector<ParamID> begun;
     std::vector<std::size_t> groups;                    // edits in each group
     bool inGroup = false;
     std::vector<int32> restarts;

@@ -72,6 +72,7 @@ TEST_F(View, ReportsTheUsersEditsToTheHostAlsoWithoutDescriptors)
     for (const auto turn : {eventLoop.turn, eventLoop.turnTimers}) {
         const int further = frame.size.getWidth() - 394;
         instance.handler.edits.clear();
+        instance.handler.begun.clear();
         User::act(
             [&](User& user) {
                 user.drag(frame.at({kKnob.x + further / 2, kKnob.y}), 0, -20);
@@ -79,6 +80,9 @@ TEST_F(View, ReportsTheUsersEditsToTheHostAlsoWithoutDescriptors)
             },
             turn);
         EXPECT_TRUE(turnUntil([&] { return edited(kLGainL) && edited(kQB11); }, turn));
+        // One for each of the linked knobs.
+        EXPECT_EQ(instance.handler.begun, (std::vector<ParamID>{kLGainL, kLGainR, kQB11}));
+        EXPECT_TRUE(instance.handler.gestures.empty());
         EXPECT_EQ(frame.size.getWidth(), further ? 394 : 644);
         EXPECT_EQ(frame.window->childWidth(), frame.size.getWidth());
     }
