@@ -27,9 +27,11 @@ std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::
 enum class Sync { Wait, None };
 
 // Writes a temporary file beside the old one and renames it over that, so that a crash or a full
-// disk leaves the old one intact. Follows a symbolic link. False, and nothing changed, if that
-// fails or the old file is not writable. On Windows, if another program has the old file open,
-// retries for 0.2 s and then writes in place, if that program shares the file for writing.
+// disk leaves the old one intact. Follows a symbolic link. Where the folder admits no new file, or
+// the new one could not have the old one's owner and group, writes in place. False, and nothing
+// changed, if that fails or the old file is not writable. On Windows, if another program has the old
+// file open, retries for 0.2 s and then writes in place, if that program shares the file for
+// writing.
 bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes,
                  Sync sync = Sync::Wait);
 

@@ -69,6 +69,23 @@ int createBeside(const std::string& target, std::string& name)
     return -1;
 }
 
+// For a file that a new one cannot replace. Nothing is changed if it cannot be opened or the disk
+// is full.
+bool writeInPlace(const std::string& target, const std::vector<std::uint8_t>& bytes, Sync sync)
+{
+    Descriptor file(open(target.c_str(), O_WRONLY | O_CLOEXEC));
+    struct stat status;
+    if (file < 0 || fstat(file, &status) != 0)
+        return false;
+    const auto size = static_cast<off_t>(bytes.size());
+    if (size > status.st_size && posix_fallocate(file, 0, size) != 0) {
+        while (ftruncate(file, status.st_size) != 0 && errno == EINTR) { }
+        return false;
+    }
+    return writeAll(file, bytes) && ftruncate(file, size) == 0
+        && (sync == Sync::None || fsync(file) == 0) && file.close();
+}
+
 }  // namespace
 
 const char kPathSeparator = '/';
@@ -119,15 +136,16 @@ bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes
     std::string temporary;
     Descriptor file(createBeside(target, temporary));
     if (file < 0)
-        return false;
+        return exists && writeInPlace(target, bytes, sync);
+    const bool keepsOwner = !exists || fchown(file, status.st_uid, status.st_gid) == 0;
     if (exists && fchmod(file, status.st_mode & 07777) != 0) {
         // Ignored, since some file systems have no permissions.
     }
-    if (writeAll(file, bytes) && (sync == Sync::None || fsync(file) == 0) && file.close()
-        && rename(temporary.c_str(), target.c_str()) == 0)
+    if (keepsOwner && writeAll(file, bytes) && (sync == Sync::None || fsync(file) == 0)
+        && file.close() && rename(temporary.c_str(), target.c_str()) == 0)
         return true;
     unlink(temporary.c_str());
-    return false;
+    return !keepsOwner && writeInPlace(target, bytes, sync);
 }
 
 }  // namespace platform

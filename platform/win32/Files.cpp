@@ -32,15 +32,40 @@ private:
     HANDLE handle;
 };
 
-// A name beside the target that no other process or thread uses now. It is short, since the
-// target's may have the largest length that the file system allows.
-std::wstring temporaryName(const std::wstring& target)
+// The path with symbolic links resolved; the path itself if the file does not exist.
+std::wstring resolved(const std::wstring& path)
+{
+    const FileHandle file(CreateFileW(path.c_str(), 0,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    std::wstring real(file ? GetFinalPathNameByHandleW(file.get(), nullptr, 0, 0) : 0, L'\0');
+    const DWORD length = real.empty()
+        ? 0
+        : GetFinalPathNameByHandleW(file.get(), real.data(), static_cast<DWORD>(real.size()), 0);
+    if (length == 0 || length >= real.size())
+        return path;
+    real.resize(length);
+    return real;
+}
+
+// Creates a file beside the target, under a name that no other process or thread uses now. The name
+// is short, since the target's may have the largest length that the file system allows.
+HANDLE createBeside(const std::wstring& target, std::wstring& path)
 {
     static std::atomic<unsigned> count{0};
-    wchar_t name[32];
-    std::swprintf(name, 32, L"~zk%lx-%x.tmp", GetCurrentProcessId(), ++count);
+    constexpr int kAttempts = 100;
     // Without a separator npos + 1 is 0: the working directory.
-    return target.substr(0, target.find_last_of(L"\\/:") + 1) + name;
+    const std::wstring folder = target.substr(0, target.find_last_of(L"\\/:") + 1);
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        wchar_t name[32];
+        std::swprintf(name, 32, L"~zk%lx-%x.tmp", GetCurrentProcessId(), ++count);
+        path = folder + name;
+        const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS)
+            return file;
+    }
+    return INVALID_HANDLE_VALUE;
 }
 
 bool writeAll(const FileHandle& file, const std::vector<std::uint8_t>& bytes, Sync sync)
@@ -127,17 +152,16 @@ std::optional<std::vector<std::uint8_t>> readFile(const std::string& path, std::
 
 bool replaceFile(const std::string& path, const std::vector<std::uint8_t>& bytes, Sync sync)
 {
-    const std::wstring target = toWide(path);
+    const std::wstring target = resolved(toWide(path));
     const DWORD attributes = GetFileAttributesW(target.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES
         && (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0)
         return false;
 
-    const std::wstring temporary = temporaryName(target);
-    FileHandle file(CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    std::wstring temporary;
+    FileHandle file(createBeside(target, temporary));
     if (!file)
-        return false;
+        return writeInPlace(target, bytes, sync);
     const bool written = writeAll(file, bytes, sync) && file.close();
     if (written && renameOver(temporary, target))
         return true;

@@ -12,6 +12,7 @@
 #include <limits>
 #include <new>
 #include <optional>
+#include <utility>
 
 namespace Steinberg {
 namespace Vst {
@@ -136,8 +137,11 @@ tresult PLUGIN_API Vst3Processor::setupProcessing(ProcessSetup& setup)
     const ProcessGate::Setup inside(gate);
     const int32 length = std::clamp(setup.maxSamplesPerBlock, kMinScratch, kMaxScratch);
     try {
-        for (std::vector<Sample32>& buffer : scratch)
+        // All or none, since the first one's length counts for all.
+        decltype(scratch) buffers;
+        for (std::vector<Sample32>& buffer : buffers)
             buffer.assign(static_cast<std::size_t>(length), 0.0f);
+        std::swap(scratch, buffers);
     } catch (const std::bad_alloc&) {
         return kOutOfMemory;
     }

@@ -21,6 +21,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr uid_t kNobody = 65534;
 int syncs = 0;  // calls of fsync
 
 // Runs `action` in a child process as an ordinary user, since permissions do not restrict root;
@@ -29,7 +30,6 @@ bool asOrdinaryUser(const std::function<bool()>& action)
 {
     const pid_t child = fork();
     if (child == 0) {
-        constexpr uid_t kNobody = 65534;
         const bool ordinary = geteuid() != 0 || (setgid(kNobody) == 0 && setuid(kNobody) == 0);
         _exit(ordinary && action() ? 0 : 1);
     }
@@ -152,17 +152,26 @@ TEST_F(PosixFile, ASaveFollowsALinkAndKeepsThePermissions)
 }
 
 // Permissions or disk space are missing. On a full disk the first bytes of the new file can be
-// written and the rest fails.
+// written and the rest fails. Only a writable file is needed: in a folder that is not, and where
+// the file belongs to another user, it is written in place.
 TEST_F(PosixFile, ASaveThatFailsLeavesTheOldFile)
 {
     const struct {
         mode_t folder, file;
         rlim_t room;
-    } rows[] = {{0777, 0444, 100000}, {0555, 0666, 100000}, {0777, 0666, 0},
-                {0777, 0666, 1},      {0777, 0666, 4096},   {0777, 0666, 48616}};
+        bool saved;
+        uid_t owner;
+    } rows[] = {{0777, 0444, 100000, false, kNobody}, {0777, 0666, 0, false, kNobody},
+                {0777, 0666, 1, false, kNobody},      {0777, 0666, 4096, false, kNobody},
+                {0777, 0666, 48616, false, kNobody},  {0555, 0666, 100000, true, kNobody},
+                {01777, 0666, 100000, true, 0}};
+    Bytes longer = old;
+    longer.push_back(0);
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << std::oct << "folder " << row.folder << ", file "
                                         << row.file << std::dec << ", room " << row.room);
+        EXPECT_TRUE(platform::replaceFile(path, longer));
+        const bool isRoot = chown(path.c_str(), row.owner, row.owner) == 0;
         chmod(folder.path().c_str(), row.folder);
         chmod(path.c_str(), row.file);
         EXPECT_TRUE(asOrdinaryUser([&] {
@@ -178,13 +187,25 @@ TEST_F(PosixFile, ASaveThatFailsLeavesTheOldFile)
             char name[25] = {};
             reader.loadBank(path.c_str(), false);
             reader.getPresetName(name, 0);
-            return !platform::replaceFile(path, next)
+            return platform::replaceFile(path, next) == row.saved
                 && (std::string(name) == "Default") == (row.file == 0444);
         }));
         chmod(folder.path().c_str(), 0777);
-        EXPECT_EQ(contents(), old);
+        EXPECT_EQ(contents(), row.saved ? next : longer);
         EXPECT_EQ(folder.count(), 1);
+        struct stat status = {};
+        stat(path.c_str(), &status);
+        EXPECT_TRUE(!isRoot || (status.st_uid == row.owner && status.st_gid == row.owner));
     }
+    EXPECT_TRUE(platform::replaceFile(path, {1, 2, 3}));
+    chmod(folder.path().c_str(), 0555);
+    EXPECT_TRUE(asOrdinaryUser([&] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{4096, 4096};
+        return setrlimit(RLIMIT_FSIZE, &limit) == 0 && !platform::replaceFile(path, next);
+    }));
+    chmod(folder.path().c_str(), 0777);
+    EXPECT_EQ(contents(), (Bytes{1, 2, 3})) << "in place, without room";
 }
 
 TEST_F(PosixFile, APipeIsRefusedWithoutBlocking)

@@ -124,6 +124,12 @@ TEST(WindowsFile, IsReplacedWhenTheOtherProgramHasClosedIt)
 {
     const TemporaryFolder folder;
     const std::string path = folder / "held a moment.zkb";
+    // Left by a process that ended, with the same number.
+    for (int i = 1; i < 60; ++i) {
+        char name[32];
+        std::snprintf(name, sizeof name, "~zk%lx-%x.tmp", GetCurrentProcessId(), i);
+        writeContent(folder / name, "");
+    }
     ASSERT_TRUE(platform::replaceFile(path, Bytes(3, 'x')));
     const HANDLE writing =
         CreateFileW(platform::toWide(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,

@@ -62,7 +62,13 @@ TEST(IdleRunLoop, CallbacksMayUnregisterEachOtherAndCannotReenterTheLoop)
     EXPECT_EQ(second.events + second.ticks, 0);
     std::thread([&] { loop.pump(); }).join();
     EXPECT_EQ(first.events, 1);
-    loop.unregisterEventHandler(&first);
+    first.action = [] { throw 1; };
+    EXPECT_THROW(loop.pump(), int);
+    first.action = [] {};
+    loop.pump();
+    EXPECT_EQ(first.events, 3);
+    // Waits for no call of the handler.
+    std::thread([&] { loop.unregisterEventHandler(&first); }).join();
     loop.unregisterTimer(&first);
 }
 

@@ -30,11 +30,18 @@ void IdleRunLoop::pump()
     std::vector<IEventHandler*> handlers;
     if (!startPumping(handlers))
         return;
+    // Also when a handler throws.
+    struct End {
+        IdleRunLoop& loop;
+        ~End()
+        {
+            const std::lock_guard<std::mutex> lock(loop.mutex);
+            loop.pumping = false;
+        }
+    } const end{*this};
     for (IEventHandler* handler : handlers)
         callEvent(handler);
     fireTimers();
-    const std::lock_guard<std::mutex> lock(mutex);
-    pumping = false;
 }
 
 template <typename Callback>
@@ -43,14 +50,24 @@ void IdleRunLoop::call(std::unique_lock<std::mutex>& lock, const void* handler, 
     const Call entry{handler, std::this_thread::get_id()};
     calls.push_back(entry);
     lock.unlock();
+    // Also when the callback throws.
+    struct End {
+        IdleRunLoop& loop;
+        std::unique_lock<std::mutex>& lock;
+        const Call& entry;
+        ~End()
+        {
+            lock.lock();
+            // The latest such entry, since calls may be nested.
+            const auto ended =
+                std::find_if(loop.calls.rbegin(), loop.calls.rend(), [&](const Call& other) {
+                    return other.handler == entry.handler && other.thread == entry.thread;
+                });
+            loop.calls.erase(std::next(ended).base());
+            loop.callEnded.notify_all();
+        }
+    } const end{*this, lock, entry};
     callback();
-    lock.lock();
-    // The latest such entry, since calls may be nested.
-    const auto ended = std::find_if(calls.rbegin(), calls.rend(), [&](const Call& other) {
-        return other.handler == entry.handler && other.thread == entry.thread;
-    });
-    calls.erase(std::next(ended).base());
-    callEnded.notify_all();
 }
 
 void IdleRunLoop::waitForCall(std::unique_lock<std::mutex>& lock, const void* handler)

@@ -79,10 +79,12 @@ void Vst2Wrapper::setupBuses()
     cEffect.numInputs = static_cast<VstInt32>(inputBuses.channels.size());
     cEffect.numOutputs = static_cast<VstInt32>(outputBuses.channels.size());
     outputCount = cEffect.numOutputs;
-    scratch.resize(inputBuses.channels.size() + outputBuses.channels.size());
+    // All buffers have one length, also if memory runs out here: the old ones then stay.
+    const std::size_t channels = inputBuses.channels.size() + outputBuses.channels.size();
     const int32 frames = std::max(kMinScratch, setup.maxSamplesPerBlock);
-    for (std::vector<Sample32>& buffer : scratch)
-        buffer.assign(static_cast<std::size_t>(frames), 0.0f);
+    scratch =
+        std::vector<std::vector<Sample32>>(std::max(channels, scratch.size()),
+                                           std::vector<Sample32>(static_cast<std::size_t>(frames)));
 }
 
 bool Vst2Wrapper::applySetup()
