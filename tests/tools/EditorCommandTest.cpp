@@ -82,7 +82,7 @@ TEST_F(EditorCommand, EditRendersWithItsSettingsWhenTheWindowIsClosed)
                        "2>/dev/null) && break;"
                        " sleep 0.1; done\n"
                        // The accent and the letter are composed by the locale's input method.
-                       "sleep 0.5; xdotool mousemove 195 496 click 1 sleep 0.3 key ctrl+a "
+                       "sleep 0.5; xdotool mousemove 195 496 click 1 sleep 0.3 "
                        "key dead_acute key c key Return windowclose $window; wait $editor\n");
     EXPECT_EQ(run("", "timeout 90 '" ZKR_ON_DISPLAY "' bash edit.sh; exit $?;"), 1);
     EXPECT_NE(err.find(warning), std::string::npos) << err;

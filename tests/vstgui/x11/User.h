@@ -50,6 +50,14 @@ public:
         XUnmapWindow(display, asWindow(window));
         XSync(display, False);
     }
+    // Maps the window within another one, or on the screen.
+    void show(void* window, void* parent)
+    {
+        XReparentWindow(display, asWindow(window),
+                        parent ? asWindow(parent) : DefaultRootWindow(display), 0, 0);
+        XMapWindow(display, asWindow(window));
+        XSync(display, False);
+    }
     bool isMapped(void* window)
     {
         XWindowAttributes attributes{};

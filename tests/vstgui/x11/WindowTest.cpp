@@ -246,6 +246,14 @@ TEST_F(X11Window, TheFocusReturnsToItsPreviousOwnerOrElseToTheHost)
     user("key Return");
     EXPECT_STREQ(next->getText(), "xy");
     EXPECT_TRUE(desktop.hasKeyboard(other));
+    // In another editor's box after the first one's.
+    HostWindow second({750, 400}, 100, 100);
+    auto* const neighbour = new RecordingFrame(record, {100, 100});
+    EXPECT_TRUE(neighbour->open(second.handle()));
+    neighbour->addView(new CTextEdit(CRect(0, 0, 90, 90), this, 9, "z"));
+    user(to(100, 70) + " click 1 mousemove 790 440 click 1 sleep 0.1 key Return");
+    EXPECT_TRUE(desktop.hasKeyboard(other));
+    neighbour->close();
     user(to(100, 70) + " click 1");
     record.events.clear();
     desktop.focusDuringGrab(other);
@@ -392,6 +400,17 @@ TEST_F(X11Window, AHostThatHidesItsWindowEndsAGesture)
     desktop.unmap(host.handle());
     EXPECT_TRUE(pumpUntil([&] { return gestures == 0; }));
     release();
+    // A window above the host's: the pointer tells so when it is back.
+    HostWindow above(kHost, 400, 300);
+    desktop.show(host.handle(), above.handle());
+    press();
+    EXPECT_TRUE(pumpUntil([&] { return gestures == 1; }));
+    desktop.unmap(above.handle());
+    release();
+    desktop.show(above.handle(), nullptr);
+    userinput::movePointer({110, 110});
+    EXPECT_TRUE(pumpUntil([&] { return gestures == 0; }));
+    desktop.show(host.handle(), nullptr);
 }
 
 }  // namespace

@@ -44,6 +44,12 @@ public:
 
     void addWindow(Window window, X11Window* handler) { windows[window] = handler; }
     void removeWindow(Window window) { windows.erase(window); }
+    // Null for a window that was not added.
+    X11Window* windowOf(Window window) const
+    {
+        const auto it = windows.find(window);
+        return it == windows.end() ? nullptr : it->second;
+    }
 
     void onEvent() override;
     // Handles events that Xlib has read from the socket while it waited for a reply or sent an

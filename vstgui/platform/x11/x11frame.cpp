@@ -308,11 +308,20 @@ void X11Frame::takeKeyboard()
         return;
     Display* display = connection->getDisplay();
     const X11ErrorGuard guard(display);
-    if (!hasKeyboard())
+    if (!hasKeyboard()) {
         XGetInputFocus(display, &keyboardBefore, &revertBefore);
+        // Another editor's text box ends now: the keyboard goes to whoever had it before that.
+        const auto* const other = dynamic_cast<X11Frame*>(connection->windowOf(keyboardBefore));
+        if (other && other->window == keyboardBefore) {
+            keyboardBefore = other->keyboardBefore;
+            revertBefore = other->revertBefore;
+        }
+    }
     XSelectInput(display, window, kEvents | kKeyEvents);
     XSetInputFocus(display, window, RevertToParent, CurrentTime);
     XSync(display, False);
+    // Before the first key, which may begin a composed character.
+    getInputContext();
 }
 
 void X11Frame::giveKeyboardBack()

@@ -20,7 +20,7 @@ class X11Message;
 class X11OptionMenu;
 class X11TextEdit;
 
-class X11Frame : public IPlatformFrame, private X11Window {
+class X11Frame : public IPlatformFrame, public X11Window {
 public:
     // Null when the parent is no window, and without an X server.
     static X11Frame* create(IPlatformFrameCallback* callback, const CRect& size, Window parent,

@@ -135,6 +135,13 @@ void X11Frame::onMotion(XMotionEvent& event)
 {
     CPoint where(event.x, event.y);
     clicks.move(where);
+    // A release went elsewhere, as when a window above the host's was hidden. Only these buttons
+    // are in an event's state.
+    constexpr int32_t kInState = kLButton | kMButton | kRButton;
+    if (pressed & kInState & ~buttonsOfState(event.state))
+        releaseMouse();
+    if (!callback)
+        return;
     if (draggingInTextBox && textBox) {
         textBox->drag(where);
         return;
