@@ -55,12 +55,6 @@ public:
         press(where, which);
         release(which);
     }
-    void doubleClick(Place where)
-    {
-        click(where);
-        userinput::button(Button::Left, true);
-        release();
-    }
     void drag(Place from, int dx, int dy)
     {
         constexpr int kSteps = 4;
