@@ -95,6 +95,9 @@ TEST_F(Dialog, AFileThatGetsItsExtensionHereIsReplacedOnlyAfterAQuestion)
         {programs.folder / "one", {userinput::Key::Tab, userinput::Key::Escape}, ""},
         {programs.folder / "one", {userinput::Key::Tab, userinput::Key::Return}, file},
         {programs.folder / "other", {}, programs.folder / "other.zkr"},
+        {programs.folder / "Air +1.5 dB", {}, programs.folder / "Air +1.5 dB.zkr"},
+        {programs.folder / "v1.5", {}, programs.folder / "v1.5.zkr"},
+        {programs.folder / "St. 1.mp3", {}, programs.folder / "St. 1.mp3"},
         {file, {}, file},
     };
     Desktop desktop;

@@ -153,6 +153,8 @@ bool X11Frame::setSize(const CRect& newSize)
 {
     size = newSize;
     backBuffer = nullptr;
+    const auto outside = [this](CRect& rect) { return rect.bound(size).isEmpty(); };
+    dirty.erase(std::remove_if(dirty.begin(), dirty.end(), outside), dirty.end());
     if (!isAlive())
         return false;
     const X11ErrorGuard guard(connection->getDisplay());
