@@ -204,10 +204,17 @@ TEST_F(Window, TimersAndPaintingGoOnWhileAMenuIsOpenAndTheFrameMayClose)
 
 TEST_F(Window, LosingTheKeyboardCommitsTheTextBox)
 {
-    auto* const edit = addEdit();
-    host.takeKeyboard();
-    click(100, 70);
-    ASSERT_TRUE(pumpUntil([&] { return edit->getPlatformTextEdit(); }));
+    auto* const edit = addEdit(60, "Pr\xE4sent");
+    for (const bool changed : {false, true}) {
+        host.takeKeyboard();
+        click(100, 70);
+        ASSERT_TRUE(pumpUntil([&] { return edit->getPlatformTextEdit(); }));
+        if (changed)
+            break;
+        host.takeKeyboard();
+        EXPECT_TRUE(pumpUntil([&] { return !edit->getPlatformTextEdit(); }));
+        EXPECT_STREQ(edit->getText(), "Pr\xE4sent") << "it is not UTF-8, and was not changed";
+    }
     userinput::type("done");
     EXPECT_TRUE(
         pumpUntil([&] { return std::string(edit->getPlatformTextEdit()->getText()) == "done"; }));

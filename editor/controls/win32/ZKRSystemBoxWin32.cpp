@@ -157,8 +157,8 @@ LRESULT ZKRSystemBoxWin32::handle(UINT message, WPARAM wParam, LPARAM lParam)
             return 0;
         break;
     case WM_CHAR:
-        // These were handled as WM_KEYDOWN; the window would beep.
-        if (wParam == VK_RETURN || wParam == VK_ESCAPE || wParam == VK_TAB)
+        // These were handled as WM_KEYDOWN; the window would beep. Control+Backspace gives 0x7F.
+        if (wParam == VK_RETURN || wParam == VK_ESCAPE || wParam == VK_TAB || wParam == 0x7F)
             return 0;
         break;
     case WM_KILLFOCUS: {

@@ -46,6 +46,7 @@ protected:
     };
 
     MockedPrograms programs;
+    const std::string parent = std::to_string(Desktop::asWindow(host.handle()));
 };
 
 TEST_F(Dialog, ZenityIsRunWithoutAShellAndItsPathIsUsed)
@@ -58,8 +59,8 @@ TEST_F(Dialog, ZenityIsRunWithoutAShellAndItsPathIsUsed)
         << "or the program got the host's search path for libraries";
     unsetenv("LD_LIBRARY_PATH");
     EXPECT_EQ(programs.asked(),
-              "--file-selection\n--title=Load \"bank\"; $(x)\n--filename=" + (programs.folder / "")
-                  + "\n--file-filter=ZKR Bank | *.zkb\n");
+              "--file-selection\n--title=Load \"bank\"; $(x)\n--attach=" + parent + "\n--filename="
+                  + (programs.folder / "") + "\n--file-filter=ZKR Bank | *.zkb\n");
 }
 
 TEST_F(Dialog, ZenityIsPreferredAndBothGetTheDefaultName)
@@ -68,14 +69,16 @@ TEST_F(Dialog, ZenityIsPreferredAndBothGetTheDefaultName)
     programs.install("kdialog", "echo /a.b/.new");
     EXPECT_EQ(chosen(*s), "/a.b/.new.zkr");
     EXPECT_EQ(programs.asked(),
-              "--title\nSave preset\n--getsavefilename\n./--help\nZKR Preset (*.zkr)\n");
+              "--title\nSave preset\n--attach\n" + parent
+                  + "\n--getsavefilename\n./--help\nZKR Preset (*.zkr)\n");
     chosen(*loadSelector());
     EXPECT_NE(programs.asked().find("--getopenfilename\n"), std::string::npos);
     programs.install("zenity", "echo /right");
     EXPECT_EQ(chosen(*s), "/right.zkr");
     EXPECT_EQ(programs.asked(),
-              "--file-selection\n--title=Save preset\n--save\n--confirm-overwrite\n"
-              "--filename=--help\n--file-filter=ZKR Preset | *.zkr\n");
+              "--file-selection\n--title=Save preset\n--attach=" + parent
+                  + "\n--save\n--confirm-overwrite\n"
+                    "--filename=--help\n--file-filter=ZKR Preset | *.zkr\n");
     // A zenity that shows no dialog.
     programs.install("zenity", "exit 255");
     EXPECT_EQ(chosen(*s), "/a.b/.new.zkr");

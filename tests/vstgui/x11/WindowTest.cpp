@@ -61,7 +61,7 @@ TEST_F(X11Window, TypingIntoTheTextBoxIsUtf8)
     EXPECT_EQ(values.size(), 1u);
 
     user(to(100, 70) + " click 1 type z");
-    user("key Escape");
+    user("click 3 key Escape");
     EXPECT_STREQ(edit->getText(), "x \xE2\x82\xAC");
     EXPECT_EQ(values.size(), 1u);
 
@@ -230,6 +230,13 @@ TEST_F(X11Window, AnEmbedderMapsTheWindowAndMovesItsFocus)
         const Log expected = {event};
         EXPECT_TRUE(pumpUntil([&] { return record.eventsButMoves() == expected; })) << event;
     }
+    auto* const edit = addEdit();
+    user(to(100, 70) + " click 1");
+    host.takeKeyboard();
+    EXPECT_TRUE(pumpUntil([&] { return !edit->getPlatformTextEdit(); }));
+    notify(4);
+    user("sleep 0.1");
+    EXPECT_EQ(edit->getPlatformTextEdit(), nullptr) << "opened again by the embedder";
 }
 
 TEST_F(X11Window, TheFocusReturnsToItsPreviousOwnerOrElseToTheHost)

@@ -39,8 +39,11 @@ void CTextEdit::setStringToValueFunction(const StringToValueFunction& function)
 void CTextEdit::showText(UTF8StringPtr newText)
 {
     CTextLabel::setText(newText);
-    if (platformControl && !sameText(platformControl->getText(), text.c_str()))
+    if (!platformControl)
+        return;
+    if (!sameText(platformControl->getText(), text.c_str()))
         platformControl->setText(text.c_str());
+    shownText = platformControl->getText();
 }
 
 void CTextEdit::setValue(float newValue)
@@ -104,8 +107,11 @@ void CTextEdit::takeFocus()
     if (!frame || !frame->getPlatformFrame())
         return;
     bWasReturnPressed = false;
-    if (!platformControl)
+    if (!platformControl) {
         platformControl = frame->getPlatformFrame()->createPlatformTextEdit(this);
+        if (platformControl)
+            shownText = platformControl->getText();
+    }
     invalid();
     if (frame->getFocusView() != this)
         frame->setFocusView(this);
@@ -130,7 +136,7 @@ void CTextEdit::looseFocus()
 void CTextEdit::updateText(IPlatformTextEdit* box)
 {
     const UTF8StringPtr typed = box->getText();
-    if (sameText(typed, text.c_str()))
+    if (sameText(typed, shownText.c_str()))
         return;
     const std::string newText = typed ? typed : "";
     beginEdit();

@@ -61,6 +61,9 @@ protected:
     virtual void updateText(IPlatformTextEdit* box);
 
     IPlatformTextEdit* platformControl{nullptr};  // while the box is open
+    // As the box reads it back: text that is not UTF-8 is shown with replacements, and is kept
+    // unless the user changes it.
+    std::string shownText;
     bool immediateTextChange{false};
 
 private:

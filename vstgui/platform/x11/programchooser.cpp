@@ -20,9 +20,10 @@ std::string joined(const std::vector<std::string>& patterns)
     return list;
 }
 
-std::vector<std::string> zenityCommand(const FileDialogRequest& request)
+std::vector<std::string> zenityCommand(const FileDialogRequest& request, unsigned long parent)
 {
-    std::vector<std::string> command{"zenity", "--file-selection", "--title=" + request.title};
+    std::vector<std::string> command{"zenity", "--file-selection", "--title=" + request.title,
+                                     "--attach=" + std::to_string(parent)};
     if (request.kind == Kind::saveFile) {
         command.emplace_back("--save");
         command.emplace_back("--confirm-overwrite");
@@ -41,9 +42,10 @@ std::vector<std::string> zenityCommand(const FileDialogRequest& request)
     return command;
 }
 
-std::vector<std::string> kdialogCommand(const FileDialogRequest& request)
+std::vector<std::string> kdialogCommand(const FileDialogRequest& request, unsigned long parent)
 {
-    std::vector<std::string> command{"kdialog", "--title", request.title};
+    std::vector<std::string> command{"kdialog", "--title", request.title, "--attach",
+                                     std::to_string(parent)};
     if (request.allowSeveral) {
         command.emplace_back("--multiple");
         command.emplace_back("--separate-output");
@@ -75,14 +77,16 @@ std::unique_ptr<FileChooser> ProgramChooser::start(const std::vector<std::string
     return chooser;
 }
 
-std::unique_ptr<FileChooser> ProgramChooser::openZenity(const FileDialogRequest& request)
+std::unique_ptr<FileChooser> ProgramChooser::openZenity(const FileDialogRequest& request,
+                                                        unsigned long parent)
 {
-    return start(zenityCommand(request));
+    return start(zenityCommand(request, parent));
 }
 
-std::unique_ptr<FileChooser> ProgramChooser::openKdialog(const FileDialogRequest& request)
+std::unique_ptr<FileChooser> ProgramChooser::openKdialog(const FileDialogRequest& request,
+                                                         unsigned long parent)
 {
-    return start(kdialogCommand(request));
+    return start(kdialogCommand(request, parent));
 }
 
 FileChooser::State ProgramChooser::poll(std::vector<std::string>& chosen)

@@ -9,9 +9,11 @@ namespace X11 {
 
 class ProgramChooser : public FileChooser {
 public:
-    // Null if the program is not installed.
-    static std::unique_ptr<FileChooser> openZenity(const FileDialogRequest& request);
-    static std::unique_ptr<FileChooser> openKdialog(const FileDialogRequest& request);
+    // In front of the window `parent`. Null if the program is not installed.
+    static std::unique_ptr<FileChooser> openZenity(const FileDialogRequest& request,
+                                                   unsigned long parent);
+    static std::unique_ptr<FileChooser> openKdialog(const FileDialogRequest& request,
+                                                    unsigned long parent);
 
     State poll(std::vector<std::string>& chosen) override;
 

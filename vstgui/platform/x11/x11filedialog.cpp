@@ -31,8 +31,8 @@ bool X11FileDialog::openNext()
 {
     const std::function<std::unique_ptr<FileChooser>()> providers[] = {
         [this] { return PortalChooser::open(request, frame.getTopLevelWindow()); },
-        [this] { return ProgramChooser::openZenity(request); },
-        [this] { return ProgramChooser::openKdialog(request); },
+        [this] { return ProgramChooser::openZenity(request, frame.getTopLevelWindow()); },
+        [this] { return ProgramChooser::openKdialog(request, frame.getTopLevelWindow()); },
     };
     chooser = nullptr;
     while (!chooser && nextProvider < std::size(providers))

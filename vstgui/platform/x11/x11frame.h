@@ -85,6 +85,7 @@ private:
     void onClipboard(XEvent& event);
     void onFocus(XFocusChangeEvent& event);
     void onXembed(XClientMessageEvent& event);
+    void activate(bool state);
     void releaseMouse();
     bool hasKeyboard() const;
     void takeKeyboard();

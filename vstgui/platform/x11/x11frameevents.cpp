@@ -102,6 +102,9 @@ void X11Frame::onButtonPress(XButtonEvent& event)
         clipboard->requestSelected(inputTime);
         return;
     }
+    // The frame would end the editing and begin it again.
+    if (textBox && button == kRButton && textBox->getRect().pointInside(where))
+        return;
     pressed |= button;
     if (textBox && button == kLButton && textBox->getRect().pointInside(where)) {
         const bool twice = clicks.press(event.button, event.time, where);
@@ -207,7 +210,16 @@ void X11Frame::onFocus(XFocusChangeEvent& event)
         XSetICFocus(inputContext);
     else if (inputContext)
         XUnsetICFocus(inputContext);
-    callback->platformOnActivate(in);
+    activate(in);
+}
+
+void X11Frame::activate(bool state)
+{
+    // As on Windows: a box that is still open would open again with the next activation.
+    if (!state && textBox)
+        textBox->end();
+    if (callback)
+        callback->platformOnActivate(state);
 }
 
 void X11Frame::onXembed(XClientMessageEvent& event)
@@ -219,10 +231,8 @@ void X11Frame::onXembed(XClientMessageEvent& event)
         break;
     }
     case kXembedFocusIn:
-        callback->platformOnActivate(true);
-        break;
     case kXembedFocusOut:
-        callback->platformOnActivate(false);
+        activate(event.data.l[1] == kXembedFocusIn);
         break;
     default:
         break;

@@ -139,6 +139,12 @@ bool X11TextEdit::handleEndKey(const KeyInput& input)
     return true;
 }
 
+void X11TextEdit::end()
+{
+    const CBaseObjectGuard guard(this);
+    textEdit->platformLooseFocus(false);
+}
+
 bool X11TextEdit::edit(const KeyInput& input)
 {
     const bool select = (input.code.modifier & MODIFIER_SHIFT) != 0;

@@ -27,6 +27,8 @@ public:
     void press(const CPoint& where, bool selectAll, bool extend);
     void drag(const CPoint& where);
     void paste(const std::string& text);
+    // The keyboard went elsewhere.
+    void end();
 
 protected:
     ~X11TextEdit() override;
