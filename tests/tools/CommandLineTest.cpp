@@ -127,7 +127,8 @@ TEST_F(CommandLine, AnInterruptionLeavesNoFile)
         }
     EXPECT_EQ(run("render in.wav x.wav --pre-roll 20 --block 1",
                   "timeout() { shift; ZKRT46_PLUGIN='" ZKRT46_LIBRARY
-                  "' nohup \"$@\" & sleep 0.3; kill -HUP $!; wait $!; }; "),
+                  "' nohup \"$@\" & until ls .zkrt46-*; do sleep 0.1; done >/dev/null 2>&1; "
+                  "kill -HUP $!; wait $!; }; "),
               0)
         << err;
     EXPECT_EQ(AudioReader(folder / "x.wav").frames(), 4800);

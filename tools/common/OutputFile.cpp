@@ -11,6 +11,7 @@
 #include <cstring>
 #include <filesystem>
 #include <mutex>
+#include <random>
 #include <system_error>
 
 #include <fcntl.h>
@@ -62,6 +63,12 @@ int removeOnInterruption(const std::string& path)
     return -1;
 }
 
+void keepOnInterruption(int slot)
+{
+    if (slot >= 0)
+        interruptionSlots[static_cast<std::size_t>(slot)].used = false;
+}
+
 mode_t modeForNewFiles()
 {
     static const mode_t mask = [] {
@@ -96,16 +103,30 @@ OutputFile::OutputFile(const std::string& path)
             throw ToolError("cannot write '" + path + "': it is write-protected");
         mode = there.st_mode & 07777;
     }
-    const fs::path place = target;
-    std::string pattern = (place.parent_path() / ".zkrt46-XXXXXX").string();
-    file = mkostemp(pattern.data(), O_CLOEXEC);
-    if (file < 0)
-        refuse(errno);
-    temporary = pattern;
-    interruptionSlot = removeOnInterruption(temporary);
+    createTemporary();
     if (fchmod(file, mode) != 0) {
         // The file system has no permissions; not an error.
     }
+}
+
+// The name is registered before the file exists, so that no interruption leaves it.
+void OutputFile::createTemporary()
+{
+    constexpr int kAttempts = 100;
+    const fs::path folder = fs::path(target).parent_path();
+    std::random_device random;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        temporary = (folder / (".zkrt46-" + std::to_string(random()))).string();
+        interruptionSlot = removeOnInterruption(temporary);
+        file = open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+        if (file >= 0)
+            return;
+        const int reason = errno;
+        keepOnInterruption(interruptionSlot);
+        if (reason != EEXIST)
+            refuse(reason);
+    }
+    refuse(EEXIST);
 }
 
 OutputFile::~OutputFile()
@@ -114,8 +135,7 @@ OutputFile::~OutputFile()
         close(file);
     if (!temporary.empty())
         unlink(temporary.c_str());
-    if (interruptionSlot >= 0)
-        interruptionSlots[static_cast<std::size_t>(interruptionSlot)].used = false;
+    keepOnInterruption(interruptionSlot);
 }
 
 std::int64_t OutputFile::write(const void* data, std::int64_t size)

@@ -30,6 +30,7 @@ public:
     void commit();
 
 private:
+    void createTemporary();
     [[noreturn]] void refuse(int reason) const;
 
     std::string path;       // as the user wrote it
