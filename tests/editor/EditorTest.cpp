@@ -240,6 +240,7 @@ TEST_F(Editor, LitBypassButtonsPulseInPhase)
             expectShown(look);
         }
         set(kBpsCh2, round % 2);
+        set(kBpsCh1, round < 1);
     }
     clock.advance(300);
     set(kPower, 0);

@@ -55,6 +55,7 @@ TEST(PresetPanel, EachMessageRefreshesItsPartOfEveryPanel)
         panels.controller.setCurrentPreset(7);
         setName(panels.controller.preset(7), "New");
         setName(panels.controller.preset(1), "Another");
+        setName(panels.controller.preset(0), "Another");
         for (Window* const window : {panels.window.get(), &panels.second})
             viewOf<VSTGUI::CTextEdit>(*window).setText("typed");
         panels.set(static_cast<ParamID>(tag), static_cast<double>(kTold));
@@ -66,6 +67,8 @@ TEST(PresetPanel, EachMessageRefreshesItsPartOfEveryPanel)
             EXPECT_EQ(field.getValue(), expected.value);
             EXPECT_STREQ(menu.getEntry(7)->getTitle(), expected.selected);
             EXPECT_STREQ(menu.getEntry(1)->getTitle(), expected.other);
+            EXPECT_EQ(std::string(menu.getEntry(0)->getTitle()) == "Another",
+                      std::string(expected.other) == "Another");
             const int current = expected.value == kBefore ? 0 : 7;
             EXPECT_EQ(menu.getCurrentIndex(), current);
             EXPECT_EQ(menu.getValue(), static_cast<float>(current));
