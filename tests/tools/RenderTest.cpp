@@ -226,6 +226,12 @@ TEST(TruePeak, IsThatOfTheToneBetweenTheSamples)
         const double decibels = 20.0 * std::log10(meter.levels().loudness->truePeak);
         EXPECT_NEAR(decibels, -6.02, 0.03) << rate << " " << frequency;
     }
+    // Two samples of 0.5 alone in silence: 0.5 * 4 / pi between them.
+    std::vector<float> click(400);
+    click[200] = click[201] = 0.5f;
+    LevelMeter quiet(1, 48000, true);
+    quiet.add(click.data(), 400);
+    EXPECT_NEAR(quiet.levels().loudness->truePeak, 0.637, 0.003);
     LevelMeter high(1, 192000, true);
     const std::vector<float> samples = noise(192000, 1);
     high.add(samples.data(), 192000);
