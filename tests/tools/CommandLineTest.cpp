@@ -183,6 +183,10 @@ TEST_F(CommandLine, SumsUpARenderAndWarnsOfClippedSamples)
         EXPECT_EQ(contentOf(folder / "x.wav").size() / 4800, bytes) << arguments;
         EXPECT_EQ(err.find("'x.wav': 499 samples were clipped") != err.npos, bytes == 3) << err;
     }
+    for (const auto& [name, bytes] : {std::pair{"f.aif", 4u}, {"f.flac", 0u}}) {
+        EXPECT_EQ(run(std::string("render float.wav ") + name), 0) << err;
+        EXPECT_EQ(contentOf(folder / name).size() / 4800, bytes) << "FLAC holds no floats";
+    }
 }
 
 TEST_F(CommandLine, SaysWhichSettingsChangeNothing)
