@@ -41,7 +41,7 @@ TEST_F(PresetCommand, FilesOfVst2HostsHoldTheChunkOfTheLibrary)
 {
     const auto chunkOf = [this](const char* name, std::size_t header) {
         const std::string file = contentOf(folder / name);
-        std::size_t size = 0;  // of what follows it
+        std::size_t size = 0;  // the field at byte 4: the number of bytes behind it
         for (std::size_t i = 4; i < 8; ++i)
             size = size << 8 | static_cast<std::uint8_t>(file.at(i));
         EXPECT_EQ(size, file.size() - 8);

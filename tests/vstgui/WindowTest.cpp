@@ -205,16 +205,16 @@ TEST_F(Window, TimersAndPaintingGoOnWhileAMenuIsOpenAndTheFrameMayClose)
 TEST_F(Window, LosingTheKeyboardCommitsTheTextBox)
 {
     auto* const edit = addEdit(60, "Pr\xE4sent");
-    for (const bool changed : {false, true}) {
+    const auto opens = [&] {
         host.takeKeyboard();
         click(100, 70);
-        ASSERT_TRUE(pumpUntil([&] { return edit->getPlatformTextEdit(); }));
-        if (changed)
-            break;
-        host.takeKeyboard();
-        EXPECT_TRUE(pumpUntil([&] { return !edit->getPlatformTextEdit(); }));
-        EXPECT_STREQ(edit->getText(), "Pr\xE4sent") << "it is not UTF-8, and was not changed";
-    }
+        return pumpUntil([&] { return edit->getPlatformTextEdit(); });
+    };
+    ASSERT_TRUE(opens());
+    host.takeKeyboard();
+    EXPECT_TRUE(pumpUntil([&] { return !edit->getPlatformTextEdit(); }));
+    EXPECT_STREQ(edit->getText(), "Pr\xE4sent") << "text that is not UTF-8, left as it was";
+    ASSERT_TRUE(opens());
     userinput::type("done");
     EXPECT_TRUE(
         pumpUntil([&] { return std::string(edit->getPlatformTextEdit()->getText()) == "done"; }));

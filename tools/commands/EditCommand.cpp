@@ -141,6 +141,7 @@ int runEdit(const EditOptions& options)
     RenderJob job;
     job.input = options.input;
     job.output = options.output;
+    // The progress bar is erased before the remarks are printed.
     const RenderReport report = [&] {
         Progress progress("rendering");
         return render(plugin, job, [&](double fraction) { progress.show(fraction); });

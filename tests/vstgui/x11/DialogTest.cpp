@@ -46,6 +46,7 @@ protected:
     };
 
     MockedPrograms programs;
+    // The host's window, as the programs are told it.
     const std::string parent = std::to_string(Desktop::asWindow(host.handle()));
 };
 

@@ -44,8 +44,8 @@ public:
 
     void addWindow(Window window, X11Window* handler) { windows[window] = handler; }
     void removeWindow(Window window) { windows.erase(window); }
-    // Null for a window that was not added.
-    X11Window* windowOf(Window window) const
+    // What handles an added window's events; null for other windows.
+    X11Window* handlerOf(Window window) const
     {
         const auto it = windows.find(window);
         return it == windows.end() ? nullptr : it->second;

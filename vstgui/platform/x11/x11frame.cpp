@@ -313,7 +313,7 @@ void X11Frame::takeKeyboard()
     if (!hasKeyboard()) {
         XGetInputFocus(display, &keyboardBefore, &revertBefore);
         // Another editor's text box ends now: the keyboard goes to whoever had it before that.
-        const auto* const other = dynamic_cast<X11Frame*>(connection->windowOf(keyboardBefore));
+        const auto* const other = dynamic_cast<X11Frame*>(connection->handlerOf(keyboardBefore));
         if (other && other->window == keyboardBefore) {
             keyboardBefore = other->keyboardBefore;
             revertBefore = other->revertBefore;
