@@ -140,6 +140,7 @@ const Row kRows[]{
     {kVst, {{40, 48}}, kIgnored, true, 48, "no list"},
     {kVst, {{2369, 3}}, kIgnored, true, 2369, "have 3 parts"},
     {kVst, {{2385, 2366}}, kIgnored, true, 2377, "\"Comp\" is said to have 2366 bytes at byte 48"},
+    {kVst, {{2385, 0xFFFFFFD0}, {2389, 0xFFFFFFFF}}, kIgnored, true, 2377, "18446744073709551568 bytes"},
     {kVst, {{2373, kXs}, {2393, kXs}}, kIgnored, true, 2365, "none of the parts"},
     {kVst, {{2393, kXs}}, kPartly, false, kAnywhere, "values but no name record of preset 0"},
     {kVst, {{2405, 0}}, kPartly, false, kAnywhere, "values but no name record of preset 0"},

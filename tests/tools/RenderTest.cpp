@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <numeric>
@@ -175,16 +176,27 @@ TEST_F(Rendering, ReachesTheLoudnessThatIsAskedForAndNeverPassesTheCeiling)
     EXPECT_EQ(report.notes.size(), 1u) << report.notes.back();
 }
 
-TEST_F(Rendering, KeepsCuesAtTheirPlaceInTheAudio)
+TEST_F(Rendering, KeepsCuesAtTheirPlaceInTheAudioAndForgetsTheLoudnessOfTheInput)
 {
     FileMetadata metadata;
     metadata.cues = {SF_CUE_POINT{1, 0, 0x61746164, 0, 0, 200, ""}};
+    SF_BROADCAST_INFO bext{};
+    bext.version = 2;
+    const auto fields = [&] {
+        return std::vector<int>{bext.loudness_value, bext.loudness_range, bext.max_true_peak_level,
+                                bext.max_momentary_loudness, bext.max_shortterm_loudness};
+    };
+    bext.loudness_value = bext.loudness_range = bext.max_true_peak_level =
+        bext.max_momentary_loudness = bext.max_shortterm_loudness = -1400;
+    metadata.broadcast.assign(reinterpret_cast<const char*>(&bext), sizeof(bext));
     writeAudio(job.input, noise(1000, 1), SampleFormat::Float32, kRate, 1, metadata);
     for (const bool keepLatency : {false, true}) {
         job.keepLatency = keepLatency;
         rendered();
-        EXPECT_EQ(AudioReader(job.output).metadata().cues.at(0).sample_offset,
-                  keepLatency ? 200u + kDelay : 200u);
+        const FileMetadata written = AudioReader(job.output).metadata();
+        EXPECT_EQ(written.cues.at(0).sample_offset, keepLatency ? 200u + kDelay : 200u);
+        std::memcpy(&bext, written.broadcast.data(), sizeof(bext));
+        EXPECT_EQ(fields(), std::vector<int>(5, 0x7FFF));
     }
 }
 

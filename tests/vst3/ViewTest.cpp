@@ -186,6 +186,13 @@ TEST_F(View, ClosesAtOnceOnTheThreadOfTheLoopThatDidNotOpenIt)
     frame.remove();
     EXPECT_EQ(frame.window->childWidth(), 0);
     EXPECT_EQ(eventLoop.registrations(false) + eventLoop.registrations(true), 0);
+    // Removed on another thread, the view can be opened again and still resizes its window.
+    ASSERT_EQ(frame.attach(), kResultTrue);
+    std::thread([&] { frame.remove(); }).join();
+    EXPECT_TRUE(frame.soon([&] { return frame.window->childWidth() == 0; }));
+    ASSERT_EQ(frame.attach(), kResultTrue);
+    instance.automate(kQB11, 0.0);
+    EXPECT_TRUE(frame.soon([&] { return frame.size.getWidth() == 394; }));
 }
 
 // The first view is not removed, and the other one keeps its controller alive.
