@@ -3,6 +3,7 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/tools/AudioContent.h"
 #include "tests/tools/Complaint.h"
+#include "tools/audio/UnreadMetadata.h"
 #include "tools/common/OutputFile.h"
 
 #include <cmath>
@@ -38,6 +39,7 @@ TEST(OutputFile, ReplacesAFileCompletelyOrNotAtAll)
     writeContent(path, "old and longer than the new");
     chmod(path.c_str(), 0640);
     ASSERT_EQ(symlink("real.csv", (folder / "link.csv").c_str()), 0);
+    ASSERT_EQ(symlink("made.csv", (folder / "dangling.csv").c_str()), 0);
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
     {
         OutputFile abandoned(path);
@@ -58,10 +60,12 @@ TEST(OutputFile, ReplacesAFileCompletelyOrNotAtAll)
     writeFile(folder / "link.csv", "new");
     EXPECT_EQ(contentOf(path), "new");
     EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.csv"));
+    writeFile(folder / "dangling.csv", "made");
+    EXPECT_EQ(contentOf(folder / "made.csv"), "made");
     struct stat status;
     stat(path.c_str(), &status);
     EXPECT_EQ(status.st_mode & 0777u, 0640u) << "the permissions changed";
-    EXPECT_EQ(folder.count(), 3) << "a temporary file is left";
+    EXPECT_EQ(folder.count(), 5) << "a temporary file is left";
 }
 
 TEST(AudioFile, AFullDiskAtAnyPointLeavesNoFile)
@@ -140,6 +144,7 @@ TEST(AudioFile, RefusesWhatAFormatCannotHold)
         {"a.flac", 44100, SampleFormat::Float32, 10,
          "a FLAC file cannot hold 32-bit floats: choose --bits 16 or 24"},
         {"a.flac", 700000, SampleFormat::Int16, 10, "a FLAC file cannot have a rate of 700000 Hz"},
+        {"a.flac", 88201, SampleFormat::Int16, 10, "a FLAC file cannot have a rate of 88201 Hz"},
         {"a.aif", 44100, SampleFormat::Int24, 715827882, "too long for an AIFF file"},
         {"a.wav", 44100, SampleFormat::Int24, 715827882, "none"},
         {"a.flac", 44100, SampleFormat::Int24, 715827882, "none"},
@@ -160,16 +165,22 @@ TEST(AudioFile, RefusesWhatAFormatCannotHold)
 TEST(AudioFile, WavBecomesRf64FromFourGigabytesOn)
 {
     TemporaryFolder folder;
+    FileMetadata metadata;
+    metadata.chunks = {{"iXML", "<x/>"}};
     for (const auto& [frames, id] :
          {std::pair{std::int64_t{715000000}, "RIFF"}, {std::int64_t{715827882}, "RF64"}}) {
         const std::string path = folder / "long.wav";
         const std::vector<float> second(2 * 44100);
-        AudioWriter writer(path, {FileFormat::Wav, SampleFormat::Int24, 44100, 2}, frames);
+        AudioWriter writer(path, {FileFormat::Wav, SampleFormat::Int24, 44100, 2}, frames,
+                           metadata);
         writer.write(second.data(), 44100);
-        writer.commit();
+        EXPECT_EQ(writer.commit(), std::vector<std::string>{});
         EXPECT_EQ(contentOf(path).substr(0, 4), id);
         EXPECT_EQ(AudioReader(path).frames(), 44100);
+        EXPECT_EQ(AudioReader(path).truncation(), "");
     }
+    writeContent(folder / "bw.wav", contentOf(folder / "long.wav").replace(0, 4, "BW64"));
+    EXPECT_EQ(AudioReader(folder / "bw.wav").frames(), 44100);
 }
 
 TEST(AudioFile, AFileCutShortIsNoticedAndUnknownLengthsAreNot)
@@ -193,6 +204,7 @@ TEST(AudioFile, AFileCutShortIsNoticedAndUnknownLengthsAreNot)
     const std::size_t data = piped.find("data") + 4;
     for (const auto& [riff, size] : {std::pair{"\xFF\xFF\xFF\xFF", "\xFF\xFF\xFF\xFF"},
                                      {"\xFF\xFF\xFF\x7F", "\x00\xF0\xFF\x7F"},
+                                     {"\xFF\xFF\xFF\xFF", "\0\0\0\0"},
                                      {"\0\0\0\0", "\0\0\0\0"},
                                      {"\x24\0\0\0", "\0\0\0\0"}}) {
         piped.replace(4, 4, riff, 4).replace(data, 4, size, 4);
@@ -242,15 +254,19 @@ TEST(AudioFile, CarriesTagsMarkersAndBroadcastDataAndNamesWhatIsLost)
     cue.indx = 1;
     cue.fcc_chunk = 0x61746164;  // "data"
     cue.position = cue.sample_offset = 200;
-    metadata.cues = {cue};
+    std::strcpy(cue.name, "Verse 10");
+    metadata.cues = {cue, cue};
+    metadata.cues[1].indx = 2;
     SF_INSTRUMENT loop{};
     loop.gain = 1;
     loop.velocity_hi = loop.key_hi = 127;
     loop.loop_count = 1;
     loop.loops[0] = {SF_LOOP_FORWARD, 100, 300, 0};
     metadata.instrument = loop;
-    metadata.chunks = {{"iXML", "<BWFXML/>"}};
-    metadata.otherChunks = {"zzzz"};
+    // Longer than libsndfile's headers may be.
+    const std::string text = "<" + std::string(70000, 'x') + ">";
+    metadata.chunks = {{"iXML", text + '\0'}};
+    metadata.unread = {"the chunk 'zzzz'"};
 
     TemporaryFolder folder;
     const struct {
@@ -262,23 +278,24 @@ TEST(AudioFile, CarriesTagsMarkersAndBroadcastDataAndNamesWhatIsLost)
          {"the tag GENRE", "the broadcast information (bext)", "the loop points",
           "the chunk 'zzzz'"}},
         {"a.flac",
-         {"the broadcast information (bext)", "1 cue point", "the loop points", "the chunk 'iXML'",
+         {"the broadcast information (bext)", "2 cue points", "the loop points", "the chunk 'iXML'",
           "the chunk 'zzzz'"}},
     };
     metadata.delay(96);
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         AudioWriter writer(folder / row.name,
-                           {checkedFileFormat(row.name), SampleFormat::Int24, 48000, 1}, 1000,
+                           {checkedFileFormat(row.name), SampleFormat::Int24, 48000, 1}, 1001,
                            metadata);
-        writer.write(noise(1000, 1).data(), 1000);
+        writer.write(noise(1001, 1).data(), 1001);
         EXPECT_EQ(writer.commit(), row.missing);
         const FileMetadata read = AudioReader(folder / row.name).metadata();
         EXPECT_EQ(read.tags.at(SF_STR_TITLE), "Tide");
         if (std::string(row.name) == "a.flac")
             continue;
         EXPECT_EQ(read.cues.at(0).sample_offset, 296u);
-        EXPECT_EQ(read.chunks.at(0).data.substr(0, 9), "<BWFXML/>");
+        EXPECT_STREQ(read.cues.at(1).name, "Verse 10");
+        EXPECT_EQ(read.chunks.at(0).data, text);
     }
     const FileMetadata wav = AudioReader(folder / "a.wav").metadata();
     std::memcpy(&bext, wav.broadcast.data(), sizeof(bext));
@@ -286,6 +303,57 @@ TEST(AudioFile, CarriesTagsMarkersAndBroadcastDataAndNamesWhatIsLost)
     EXPECT_EQ(bext.time_reference_low, 172800000u);
     EXPECT_EQ(wav.instrument->loops[0].start, 196u);
     EXPECT_EQ(wav.instrument->loops[0].end, 396u);
+}
+
+TEST(AudioFile, NamesWhatIsNotReadOfTheMetadata)
+{
+    const auto text = [](auto& literal) { return std::string(literal, sizeof(literal) - 1); };
+    FileMetadata read;
+    read.tags = {{SF_STR_TITLE, "Tide"}, {SF_STR_ARTIST, "Zs"}};
+    read.cues.resize(2);
+    using Words = std::vector<std::string>;
+    const struct {
+        const char* id;
+        std::string content;
+        Words words;
+    } rows[]{
+        {"LIST",
+         text("INFOINAM\5\0\0\0Tide\0\0IENG\2\0\0\0MeIART\2\0\0\0YoICMT\0\0\0\0"),
+         {"the tag IENG", "the tag ARTIST"}},
+        {"LIST",
+         text("adtlnote\5\0\0\0\1\0\0\0x\0labl\6\0\0\0\1\0\0\0a\0"),
+         {"the chunk 'note'", "the names of 1 cue point"}},
+        {"cue ", text("\5\0\0\0"), {"3 cue points"}},
+        {"MARK", text("\0\3"), {"1 cue point"}},
+        {"smpl", std::string(28, '\0') + text("\2\0\0\0"), {"2 loops"}},
+        {"bext", "", {kBroadcastWords}},
+        {"cart", "", {kCartWords}},
+        {"NAME", "Tide", {}},
+        {"ANNO", "again", {"the tag COMMENT"}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(unreadInChunk(row.id, row.content, read), row.words) << row.id;
+
+    TemporaryFolder folder;
+    FileMetadata metadata;
+    metadata.chunks = {{"LIST", rows[0].content}, {"zzzz", "z"}};
+    writeAudio(folder / "a.wav", noise(100, 1), SampleFormat::Int16, 44100, 1, metadata);
+    EXPECT_EQ(AudioReader(folder / "a.wav").metadata().unread,
+              (Words{"the tag IENG", "the chunk 'zzzz'"}));
+    // A FLAC file of unknown length, as from a pipe. Its first block ends at byte 42.
+    const std::vector<float> sound = noise(5000, 1);
+    writeAudio(folder / "a.flac", sound, SampleFormat::Int24);
+    std::string flac = contentOf(folder / "a.flac");
+    flac[21] = static_cast<char>(flac[21] & 0xF0);
+    flac.replace(22, 4, 4, '\0');
+    const std::string comments =
+        text("\0\0\0\0\3\0\0\0\x09\0\0\0artist=Zs\6\0\0\0isrc=1\x09\0\0\0ARTIST=Yo");
+    flac.replace(42, 4 + static_cast<std::size_t>(flac[45]),
+                 text("\2\0\0\4face\x84\0\0") + static_cast<char>(comments.size()) + comments);
+    writeContent(folder / "b.flac", flac);
+    EXPECT_EQ(AudioReader(folder / "b.flac").metadata().unread,
+              (Words{"the application data", "the tag ISRC", "the tag ARTIST"}));
+    EXPECT_EQ(readAudio(folder / "b.flac"), readAudio(folder / "a.flac"));
 }
 
 // The amplitude of a frequency in a signal, and the RMS of what remains without it.
@@ -371,7 +439,7 @@ TEST(AudioFile, RefusesFilesThatAreNotReadableAudio)
         {"missing.wav", "no such file"},
         {"pipe.wav", "not an ordinary file"},
         {"six.wav", "has 6 channels"},
-        {"slow.wav", "100 Hz"},
+        {"slow.wav", "100 Hz; 5000 to 400000 Hz can be processed"},
         {"cut.flac", "damaged"},
     };
     for (const auto& [name, words] : refusals) {

@@ -1,11 +1,11 @@
 // The renderer with a mock plug-in: a delay, a gain set by its parameter, and an inverted right
 // channel.
+#include "tools/audio/Render.h"
 #include "tests/support/Noise.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/tools/AudioContent.h"
 #include "tests/tools/Complaint.h"
 #include "tests/tools/FakePlugin.h"
-#include "tools/audio/Render.h"
 #include "tools/common/ToolError.h"
 
 #include <algorithm>
@@ -174,6 +174,14 @@ TEST_F(Rendering, ReachesTheLoudnessThatIsAskedForAndNeverPassesTheCeiling)
     job.goal = {true, {}, -20.0};
     rendered();
     EXPECT_EQ(report.notes.size(), 1u) << report.notes.back();
+    EXPECT_FALSE(std::isfinite(report.after.loudness->shortTermMaximum)) << "of less than 3 s";
+    // Played on two sides, as the result will be.
+    job.goal = {true, {}, {}};
+    job.settings = {{0, 1.0f}};
+    job.outputChannels = 2;
+    writeInput(noise(kRate, 1), 1);
+    rendered();
+    EXPECT_NEAR(*report.gain, 0.0, 0.01);
 }
 
 TEST_F(Rendering, KeepsCuesAtTheirPlaceInTheAudioAndForgetsTheLoudnessOfTheInput)
@@ -192,6 +200,12 @@ TEST_F(Rendering, KeepsCuesAtTheirPlaceInTheAudioAndForgetsTheLoudnessOfTheInput
     writeAudio(job.input, noise(1000, 1), SampleFormat::Float32, kRate, 1, metadata);
     for (const bool keepLatency : {false, true}) {
         job.keepLatency = keepLatency;
+        if (keepLatency) {
+            // Version 1 of the chunk, without loudness; libsndfile writes version 2.
+            std::string content = contentOf(job.input);
+            content[content.find("bext") + 8 + 346] = 1;
+            writeContent(job.input, content);
+        }
         rendered();
         const FileMetadata written = AudioReader(job.output).metadata();
         EXPECT_EQ(written.cues.at(0).sample_offset, keepLatency ? 200u + kDelay : 200u);

@@ -98,11 +98,17 @@ std::vector<RenderJob> albumJobs(const RenderJob& common, const std::vector<std:
     for (const std::string& input : inputs)
         if (const auto file = identityOf(input))
             inputFiles.insert(*file);
+    std::map<FileIdentity, std::string> outputFiles;
     for (const RenderJob& job : jobs) {
         const auto file = identityOf(job.output);
         if (file && inputFiles.count(*file) > 0)
             throw ToolError("'" + job.output
                             + "' is one of the inputs: choose another folder or a --suffix");
+        if (!file)
+            continue;
+        const auto [other, isNew] = outputFiles.emplace(*file, job.output);
+        if (!isNew)
+            throw ToolError("'" + other->second + "' and '" + job.output + "' are one file");
     }
     return jobs;
 }

@@ -1,5 +1,6 @@
 #include "tools/audio/AudioReader.h"
 
+#include "tools/audio/UnreadMetadata.h"
 #include "tools/common/ScratchFile.h"
 #include "tools/common/ToolError.h"
 
@@ -21,9 +22,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A rate outside these limits is taken for a damaged header.
-constexpr int kMinRate = 1000;    // Hz
-constexpr int kMaxRate = 768000;  // Hz
+// The plug-in's filters are designed for these rates: below 88.2 kHz it processes at four times the
+// file's, and from 20 to 400 kHz its filters know the rate.
+constexpr int kMinRate = 5000;    // Hz
+constexpr int kMaxRate = 400000;  // Hz
 
 // Programs that write into a pipe cannot go back to put the length into the header, and leave one
 // of these there.
@@ -68,12 +70,12 @@ std::string soundFileError(SNDFILE* file)
     return text;
 }
 
-// The file's bytes for libsndfile, with four of them replaced where the header of a WAV file needs
-// it.
+// The file's bytes for libsndfile, with four of them replaced where the header needs it.
 struct AudioReader::Bytes {
     int file;
     sf_count_t position = 0;
     sf_count_t patchAt = -1;  // none
+    const char* patch = "";   // four bytes
 
     explicit Bytes(int file) : file(file) { }
     Bytes(const Bytes&) = delete;
@@ -96,8 +98,17 @@ struct AudioReader::Bytes {
         }
         for (sf_count_t at = patchAt; patchAt >= 0 && at < patchAt + 4; ++at)
             if (at >= offset && at < offset + done)
-                static_cast<unsigned char*>(data)[at - offset] = 0xFF;
+                static_cast<char*>(data)[at - offset] = patch[at - patchAt];
         return done;
+    }
+    // libsndfile does not know BW64 (ITU-R BS.2088), which is RF64 with further chunks.
+    void patchType()
+    {
+        char id[4];
+        if (readAt(0, id, 4) != 4 || std::memcmp(id, "BW64", 4) != 0)
+            return;
+        patchAt = 0;
+        patch = "RF64";
     }
     // A WAV file from a pipe may state 0 for the length of its last chunk, the audio. Gives it the
     // length that libsndfile takes for unknown.
@@ -111,13 +122,15 @@ struct AudioReader::Bytes {
         char id[4];
         if (readAt(0, id, 4) != 4 || std::memcmp(id, "RIFF", 4) != 0)
             return false;
-        const sf_count_t riffEnd = sf_count_t{number(4)} + 8;
+        const sf_count_t riffEnd =
+            standsForUnknownLength(number(4)) ? 0 : sf_count_t{number(4)} + 8;
         for (sf_count_t at = 12; readAt(at, id, 4) == 4;) {
             const sf_count_t size = number(at + 4);
             if (std::memcmp(id, "data", 4) == 0) {
                 if (size != 0 || riffEnd > at + 8 || length() <= at + 8)
                     return false;
                 patchAt = at + 4;
+                patch = "\xFF\xFF\xFF\xFF";
                 return true;
             }
             at += 8 + size + size % 2;
@@ -164,6 +177,7 @@ AudioReader::AudioReader(const std::string& path)
     if (descriptor < 0)
         throw ToolError("cannot read " + name + ": " + std::strerror(errno));
     bytes = std::make_unique<Bytes>(descriptor);
+    bytes->patchType();
     open();
     if (info.frames == 0 && bytes->patchUnknownLength())
         open();
@@ -174,8 +188,8 @@ AudioReader::AudioReader(const std::string& path)
         throw ToolError(name + " has a rate of " + std::to_string(info.samplerate) + " Hz; "
                         + std::to_string(kMinRate) + " to " + std::to_string(kMaxRate)
                         + " Hz can be processed");
-    if (info.frames < 0 || info.frames == SF_COUNT_MAX)
-        throw ToolError(name + " does not say how long it is");
+    if (info.frames <= 0 || info.frames == SF_COUNT_MAX)
+        countFrames();
     std::vector<char> log(1 << 14);
     sf_command(file.get(), SFC_GET_LOG_INFO, log.data(), static_cast<int>(log.size()));
     truncated = truncationIn(log.data());
@@ -193,10 +207,36 @@ void AudioReader::open()
         throw ToolError("cannot read " + name + " as audio: " + soundFileError(nullptr));
 }
 
+// Of a file that does not say how long it is, such as FLAC from a pipe.
+void AudioReader::countFrames()
+{
+    std::vector<float> audio(static_cast<std::size_t>(info.channels) << 16);
+    sf_count_t frames = 0;
+    while (const sf_count_t count = sf_readf_float(file.get(), audio.data(), 1 << 16))
+        frames += count;
+    open();
+    info.frames = frames;
+}
+
 bool AudioReader::holdsFloats() const
 {
     const int kind = info.format & SF_FORMAT_SUBMASK;
     return kind == SF_FORMAT_FLOAT || kind == SF_FORMAT_DOUBLE;
+}
+
+FileMetadata AudioReader::metadata() const
+{
+    FileMetadata metadata = readMetadata(file.get(), info.format);
+    const auto read = [this](std::int64_t offset, std::size_t size) {
+        std::string content(size, '\0');
+        const sf_count_t count =
+            bytes->readAt(offset, content.data(), static_cast<sf_count_t>(size));
+        content.resize(static_cast<std::size_t>(count));
+        return content;
+    };
+    const std::vector<std::string> unread = unreadInFlac(read, metadata);
+    metadata.unread.insert(metadata.unread.end(), unread.begin(), unread.end());
+    return metadata;
 }
 
 std::int64_t AudioReader::read(float* interleaved, std::int64_t frames)

@@ -22,7 +22,7 @@ std::string soundFileError(SNDFILE* file);
 class AudioReader {
 public:
     // "-" is the standard input, which is read to its end first. Throws ToolError unless the file
-    // is audio with one or two channels, a rate of 1 to 768 kHz and a known length.
+    // is audio with one or two channels and a rate of 5 to 400 kHz.
     explicit AudioReader(const std::string& path);
     ~AudioReader();
     AudioReader(const AudioReader&) = delete;
@@ -33,7 +33,7 @@ public:
     // The file's length; an estimate in formats that don't state it, such as MP3.
     std::int64_t frames() const { return info.frames; }
     bool holdsFloats() const;
-    FileMetadata metadata() const { return readMetadata(file.get(), info.format); }
+    FileMetadata metadata() const;
     // Of a file that is shorter than its header states: what is wrong, in words. Else empty.
     const std::string& truncation() const { return truncated; }
 
@@ -44,6 +44,7 @@ public:
 private:
     struct Bytes;
     void open();
+    void countFrames();
 
     std::string name;  // for messages
     std::unique_ptr<Bytes> bytes;

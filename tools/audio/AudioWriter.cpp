@@ -1,8 +1,10 @@
 #include "tools/audio/AudioWriter.h"
 
+#include "tools/audio/AppendedChunks.h"
 #include "tools/common/ToolError.h"
 
 #include <filesystem>
+#include <utility>
 
 #include <strings.h>
 
@@ -14,7 +16,8 @@ namespace {
 // audio.
 constexpr std::int64_t kMaxBytes = (std::int64_t{1} << 32) - (1 << 20);
 
-constexpr int kMaxFlacRate = 655350;  // Hz
+// A FLAC file states its rate in Hz, or above this one in steps of 10 Hz.
+constexpr int kMaxFineFlacRate = 65535;
 
 struct FileEnding {
     const char* ending;
@@ -64,31 +67,33 @@ SF_VIRTUAL_IO outputFileCalls()
     return calls;
 }
 
-std::int64_t sizeOf(const AudioFormat& format, std::int64_t frames)
+std::int64_t sizeOf(const AudioFormat& format, std::int64_t frames, const FileMetadata& metadata)
 {
-    return frames * format.channels * bitsOf(format.samples) / 8;
+    return frames * format.channels * bitsOf(format.samples) / 8 + sizeOf(metadata.chunks);
 }
 
 // Returns the path; throws ToolError if its format cannot hold the audio.
 const std::string& checkedPath(const std::string& path, const AudioFormat& format,
-                               std::int64_t frames)
+                               std::int64_t frames, const FileMetadata& metadata)
 {
     const bool flac = format.file == FileFormat::Flac;
     if (flac && format.samples == SampleFormat::Float32)
         throw ToolError("a FLAC file cannot hold 32-bit floats: choose --bits 16 or 24");
-    if (flac && format.rate > kMaxFlacRate)
+    if (flac && format.rate > kMaxFineFlacRate
+        && (format.rate % 10 != 0 || format.rate > 10 * kMaxFineFlacRate))
         throw ToolError("a FLAC file cannot have a rate of " + std::to_string(format.rate) + " Hz");
-    if (format.file == FileFormat::Aiff && sizeOf(format, frames) > kMaxBytes)
+    if (format.file == FileFormat::Aiff && sizeOf(format, frames, metadata) > kMaxBytes)
         throw ToolError("the result is too long for an AIFF file: write WAV or FLAC instead");
     return path;
 }
 
-int soundFileFormat(const AudioFormat& format, std::int64_t frames)
+int soundFileFormat(const AudioFormat& format, std::int64_t frames, const FileMetadata& metadata)
 {
     const int samples = subformat(format.samples);
     switch (format.file) {
     case FileFormat::Wav:
-        return samples | (sizeOf(format, frames) > kMaxBytes ? SF_FORMAT_RF64 : SF_FORMAT_WAV);
+        return samples
+            | (sizeOf(format, frames, metadata) > kMaxBytes ? SF_FORMAT_RF64 : SF_FORMAT_WAV);
     case FileFormat::Aiff:
         return samples | SF_FORMAT_AIFF;
     case FileFormat::Flac:
@@ -187,13 +192,15 @@ int bitsOf(SampleFormat format)
 
 AudioWriter::AudioWriter(const std::string& path, const AudioFormat& format, std::int64_t frames,
                          const FileMetadata& metadata)
-    : path(path), format(format), metadata(metadata), output(checkedPath(path, format, frames)),
+    : path(path), format(format), metadata(metadata),
+      output(checkedPath(path, format, frames, metadata)),
       quantizer(bitsOf(format.samples), format.dither, format.channels, format.rate)
 {
     SF_INFO info{};
     info.samplerate = format.rate;
     info.channels = format.channels;
-    info.format = soundFileFormat(format, frames);
+    info.format = soundFileFormat(format, frames, metadata);
+    isRf64 = (info.format & SF_FORMAT_TYPEMASK) == SF_FORMAT_RF64;
     SF_VIRTUAL_IO calls = outputFileCalls();
     file.reset(sf_open_virtual(&calls, SFM_WRITE, &info, &output));
     if (!file)
@@ -216,19 +223,26 @@ void AudioWriter::write(const float* interleaved, std::int64_t frames)
     }
     if (written != count)
         refuse(soundFileError(file.get()));
+    framesWritten += frames;
 }
 
 std::vector<std::string> AudioWriter::commit()
 {
     file.reset();
     std::vector<std::string> missing;
+    std::vector<FileMetadata::Chunk> chunks = metadata.chunks;
+    if (format.file == FileFormat::Wav && !isRf64)
+        for (FileMetadata::Chunk& chunk : cueChunks(metadata.cues))
+            chunks.push_back(std::move(chunk));
+    appendChunks(output, chunks);
     if (!output.failed()) {
         output.seek(0, SEEK_SET);
         SF_INFO info{};
         SF_VIRTUAL_IO calls = outputFileCalls();
         const SoundFile written(sf_open_virtual(&calls, SFM_READ, &info, &output));
-        if (written)
-            missing = metadata.missingFrom(readMetadata(written.get(), info.format));
+        if (!written || info.frames != framesWritten)
+            refuse("it could not be read again");
+        missing = metadata.missingFrom(readMetadata(written.get(), info.format));
     }
     output.commit();
     return missing;

@@ -50,7 +50,8 @@ public:
     // In integer formats, samples beyond full scale are limited and counted in `clipped`, and NaN
     // becomes 0.
     void write(const float* interleaved, std::int64_t frames);
-    // Returns what of the metadata the file does not hold, in words.
+    // Returns what of the metadata the file does not hold, in words. Throws ToolError if the file
+    // could not be written as a whole.
     std::vector<std::string> commit();
     std::int64_t clipped() const { return quantizer.clipped(); }
 
@@ -63,6 +64,8 @@ private:
     OutputFile output;
     Quantizer quantizer;
     std::vector<int> integers;
+    std::int64_t framesWritten = 0;
+    bool isRf64;
     SoundFile file;  // last: closing it still writes to `output`
 };
 

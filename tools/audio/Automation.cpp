@@ -88,7 +88,7 @@ std::vector<AutomationPoint> parseAutomation(std::istream& text, const std::stri
             first = false;
             if (heads)
                 continue;
-            if (points.size() == kMaxPoints)
+            if (points.size() >= kMaxPoints)
                 throw ToolError("there are too many changes");
             for (const AutomationPoint& point : parseLine(fields, parameters))
                 points.push_back(point);

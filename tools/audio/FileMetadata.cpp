@@ -1,5 +1,7 @@
 #include "tools/audio/FileMetadata.h"
 
+#include "tools/audio/UnreadMetadata.h"
+
 #include <algorithm>
 #include <cstring>
 #include <memory>
@@ -20,19 +22,22 @@ constexpr std::pair<int, const char*> kTags[]{
 constexpr std::size_t kTextRoom = 16000;
 using Broadcast = SF_BROADCAST_INFO_VAR(kTextRoom);
 using Cart = SF_CART_INFO_VAR(kTextRoom);
-using Cues = SF_CUES_VAR(1000);
+// As many as libsndfile reads.
+constexpr std::size_t kMaxCues = 2500;
+using Cues = SF_CUES_VAR(kMaxCues);
 
 // Chunks with text about the recording; they don't depend on the audio's format or length.
-constexpr const char* kCopiedChunks[]{"iXML", "axml", "_PMX", "aXML", "id3 ", "ID3 "};
-constexpr unsigned kMaxCopied = 1 << 24;  // bytes
+constexpr const char* kCopiedChunks[]{"iXML", "axml", "_PMX", "aXML", "id3 ", "ID3 ", "DISP"};
+// Chunks that libsndfile reads into the other members, if not always completely.
+constexpr const char* kReadChunks[]{"LIST", "bext", "cart", "cue ", "smpl",
+                                    "NAME", "AUTH", "ANNO", "(c) ", "MARK"};
+constexpr unsigned kMaxSize = 1 << 24;  // bytes of a chunk that is looked into
 
-// Chunks that hold the audio and its format, padding, or what libsndfile reads into the other
-// members.
-constexpr const char* kKnownChunks[]{"RIFF", "RF64", "FORM", "fmt ", "data", "fact", "LIST", "bext",
-                                     "cart", "cue ", "smpl", "inst", "PEAK", "JUNK", "junk", "PAD ",
-                                     "FLLR", "ds64", "COMM", "SSND", "FVER", "NAME", "AUTH", "ANNO",
-                                     "(c) ", "COMT", "MARK", "INST", "APPL", "CHAN", "basc", "desc",
-                                     "info", "free", "strg", "levl", "afsp", "DISP"};
+// Chunks that hold the audio and its format, padding, or settings of a sampler.
+constexpr const char* kAudioChunks[]{"RIFF", "RF64", "FORM", "fmt ", "data", "fact", "inst",
+                                     "PEAK", "JUNK", "junk", "PAD ", "FLLR", "ds64", "COMM",
+                                     "SSND", "FVER", "INST", "CHAN", "basc", "desc", "info",
+                                     "free", "strg", "levl", "afsp"};
 
 template <std::size_t Count>
 bool isOneOf(const char* const (&list)[Count], const std::string& id)
@@ -85,14 +90,47 @@ void readChunks(SNDFILE* file, FileMetadata& metadata)
         std::string data, id;
         // libsndfile divides by the size.
         if (sf_get_chunk_size(it, &info) != SF_ERR_NO_ERROR || info.datalen == 0
-            || !readChunk(it, 1, data, id) || isOneOf(kKnownChunks, id))
+            || !readChunk(it, 1, data, id) || isOneOf(kAudioChunks, id))
             continue;
-        if (isOneOf(kCopiedChunks, id) && info.datalen <= kMaxCopied
-            && readChunk(it, info.datalen, data, id))
+        const bool copied = isOneOf(kCopiedChunks, id), read = isOneOf(kReadChunks, id);
+        if ((!copied && !read) || info.datalen > kMaxSize
+            || !readChunk(it, info.datalen, data, id)) {
+            metadata.unread.push_back("the chunk '" + id + "'");
+        } else if (copied) {
+            // libsndfile and others add bytes up to a multiple of four.
+            data.erase(data.find_last_not_of('\0') + 1);
             metadata.chunks.push_back({id, data});
-        else
-            metadata.otherChunks.push_back(id);
+        } else {
+            const std::vector<std::string> words = unreadInChunk(id, data, metadata);
+            metadata.unread.insert(metadata.unread.end(), words.begin(), words.end());
+        }
     }
+}
+
+// The markers of an AIFF file: libsndfile limits the size of a header, and writes a damaged file
+// beyond it.
+std::size_t cuesThatFit(const FileMetadata& metadata)
+{
+    constexpr std::size_t kRoom = 48000, kMarker = 8;  // bytes
+    std::size_t used = 0, count = 0;
+    for (const auto& [key, text] : metadata.tags)
+        used += text.size();
+    for (const SF_CUE_POINT& cue : metadata.cues) {
+        used += kMarker + std::strlen(cue.name);
+        if (used > kRoom)
+            break;
+        ++count;
+    }
+    return count;
+}
+
+}  // namespace
+
+const char* tagName(int tag)
+{
+    const auto found = std::find_if(std::begin(kTags), std::end(kTags),
+                                    [tag](const auto& each) { return each.first == tag; });
+    return found == std::end(kTags) ? "" : found->second;
 }
 
 std::string counted(std::size_t count, const char* one)
@@ -100,7 +138,12 @@ std::string counted(std::size_t count, const char* one)
     return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
 }
 
-}  // namespace
+std::size_t namedCues(const FileMetadata& metadata)
+{
+    return static_cast<std::size_t>(
+        std::count_if(metadata.cues.begin(), metadata.cues.end(),
+                      [](const SF_CUE_POINT& cue) { return cue.name[0] != '\0'; }));
+}
 
 void FileMetadata::delay(std::int64_t frames)
 {
@@ -125,7 +168,7 @@ void FileMetadata::forgetLoudness()
     for (std::int16_t* value :
          {&info.loudness_value, &info.loudness_range, &info.max_true_peak_level,
           &info.max_momentary_loudness, &info.max_shortterm_loudness})
-        *value = info.version >= 2 ? kUnset : std::int16_t{0};
+        *value = kUnset;
     std::memcpy(broadcast.data(), &info, sizeof(info));
 }
 
@@ -137,23 +180,17 @@ std::vector<std::string> FileMetadata::missingFrom(const FileMetadata& written) 
         // libsndfile adds its own name to that of the software.
         if (found != written.tags.end() && found->second.rfind(text, 0) == 0)
             continue;
-        for (const auto& [tag, name] : kTags)
-            if (tag == key)
-                missing.push_back(std::string("the tag ") + name);
+        missing.push_back(std::string("the tag ") + tagName(key));
     }
     if (!broadcast.empty() && written.broadcast.empty())
-        missing.push_back("the broadcast information (bext)");
+        missing.push_back(kBroadcastWords);
     if (!cart.empty() && written.cart.empty())
-        missing.push_back("the radio traffic data (cart)");
+        missing.push_back(kCartWords);
     if (written.cues.size() < cues.size())
         missing.push_back(counted(cues.size() - written.cues.size(), "cue point"));
-    const auto named = [](const std::vector<SF_CUE_POINT>& points) {
-        return static_cast<std::size_t>(std::count_if(
-            points.begin(), points.end(), [](const SF_CUE_POINT& p) { return p.name[0] != '\0'; }));
-    };
-    if (written.cues.size() == cues.size() && named(written.cues) < named(cues))
+    if (written.cues.size() == cues.size() && namedCues(written) < namedCues(*this))
         missing.push_back("the names of "
-                          + counted(named(cues) - named(written.cues), "cue point"));
+                          + counted(namedCues(*this) - namedCues(written), "cue point"));
     if (instrument
         && (!written.instrument || written.instrument->loop_count < instrument->loop_count))
         missing.push_back(instrument->loop_count > 0 ? "the loop points"
@@ -162,8 +199,7 @@ std::vector<std::string> FileMetadata::missingFrom(const FileMetadata& written) 
         if (std::none_of(written.chunks.begin(), written.chunks.end(),
                          [&](const Chunk& other) { return other.id == chunk.id; }))
             missing.push_back("the chunk '" + chunk.id + "'");
-    for (const std::string& id : otherChunks)
-        missing.push_back("the chunk '" + id + "'");
+    missing.insert(missing.end(), unread.begin(), unread.end());
     return missing;
 }
 
@@ -179,7 +215,7 @@ FileMetadata readMetadata(SNDFILE* file, int format)
     std::memset(cues.get(), 0, sizeof(Cues));
     if (sf_command(file, SFC_GET_CUE, cues.get(), sizeof(Cues)) == SF_TRUE)
         metadata.cues.assign(cues->cue_points,
-                             cues->cue_points + std::min<std::size_t>(cues->cue_count, 1000));
+                             cues->cue_points + std::min<std::size_t>(cues->cue_count, kMaxCues));
     SF_INSTRUMENT instrument{};
     if (sf_command(file, SFC_GET_INSTRUMENT, &instrument, sizeof(instrument)) == SF_TRUE)
         metadata.instrument = instrument;
@@ -194,27 +230,18 @@ void writeMetadata(SNDFILE* file, int format, const FileMetadata& metadata)
         sf_set_string(file, tag, text.c_str());
     setStructure(file, SFC_SET_BROADCAST_INFO, metadata.broadcast);
     setStructure(file, SFC_SET_CART_INFO, metadata.cart);
-    if (!metadata.cues.empty()) {
+    const bool aiff = (format & SF_FORMAT_TYPEMASK) == SF_FORMAT_AIFF;
+    if (const std::size_t count = aiff ? cuesThatFit(metadata) : 0) {
         const auto cues = std::make_unique<Cues>();
         std::memset(cues.get(), 0, sizeof(Cues));
-        cues->cue_count = static_cast<std::uint32_t>(metadata.cues.size());
-        std::copy(metadata.cues.begin(), metadata.cues.end(), cues->cue_points);
+        cues->cue_count = static_cast<std::uint32_t>(count);
+        std::copy_n(metadata.cues.begin(), count, cues->cue_points);
         sf_command(file, SFC_SET_CUE, cues.get(), sizeof(Cues));
     }
     // In AIFF, libsndfile writes neither loops nor cues when there are loops.
-    if (metadata.instrument && (format & SF_FORMAT_TYPEMASK) != SF_FORMAT_AIFF) {
+    if (metadata.instrument && !aiff) {
         SF_INSTRUMENT instrument = *metadata.instrument;
         sf_command(file, SFC_SET_INSTRUMENT, &instrument, sizeof(instrument));
-    }
-    for (const FileMetadata::Chunk& chunk :
-         hasChunks(format) ? metadata.chunks : std::vector<FileMetadata::Chunk>{}) {
-        SF_CHUNK_INFO info{};
-        std::memcpy(info.id, chunk.id.data(), chunk.id.size());
-        info.id_size = static_cast<unsigned>(chunk.id.size());
-        std::string data = chunk.data;
-        info.datalen = static_cast<unsigned>(data.size());
-        info.data = data.data();
-        sf_set_chunk(file, &info);
     }
 }
 

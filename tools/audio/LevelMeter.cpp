@@ -10,6 +10,7 @@ namespace tool {
 namespace {
 
 constexpr int kReadingsPerSecond = 10;
+constexpr int kShortTermSeconds = 3;
 constexpr double kSilence = -std::numeric_limits<double>::infinity();
 
 }  // namespace
@@ -24,16 +25,18 @@ double decibels(double linear)
     return 20.0 * std::log10(linear);
 }
 
-LevelMeter::LevelMeter(int channels, int rate, bool withLoudness)
+LevelMeter::LevelMeter(int channels, int rate, bool withLoudness, bool playedTwice)
     : channels(static_cast<std::size_t>(channels)), peak(0.0), sumOfSquares(0.0), sampleCount(0),
       interval(this->channels * static_cast<std::size_t>(rate / kReadingsPerSecond)),
-      shortTermMaximum(kSilence)
+      framesToShortTerm(std::int64_t{kShortTermSeconds} * rate), shortTermMaximum(kSilence)
 {
     if (!withLoudness)
         return;
     state.reset(ebur128_init(static_cast<unsigned>(channels), static_cast<unsigned long>(rate),
                              EBUR128_MODE_I | EBUR128_MODE_LRA));
     if (!state)
+        throw std::bad_alloc();
+    if (playedTwice && ebur128_set_channel(state.get(), 0, EBUR128_DUAL_MONO) != EBUR128_SUCCESS)
         throw std::bad_alloc();
     truePeaks.assign(this->channels, TruePeak(rate));
 }
@@ -64,9 +67,11 @@ void LevelMeter::addLoudness()
             one[i] = pending[i * channels + channel];
         truePeaks[channel].add(one.data(), one.size());
     }
+    framesToShortTerm -= static_cast<std::int64_t>(one.size());
     pending.clear();
     double shortTerm = 0.0;
-    if (ebur128_loudness_shortterm(state.get(), &shortTerm) == EBUR128_SUCCESS)
+    if (framesToShortTerm <= 0
+        && ebur128_loudness_shortterm(state.get(), &shortTerm) == EBUR128_SUCCESS)
         shortTermMaximum = std::max(shortTermMaximum, shortTerm);
 }
 

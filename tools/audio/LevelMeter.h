@@ -15,7 +15,7 @@ namespace tool {
 struct Loudness {
     double integrated;        // LUFS; -inf for audio that is silent or shorter than 0.4 s
     double range;             // LU
-    double shortTermMaximum;  // LUFS, of 3 s
+    double shortTermMaximum;  // LUFS, of 3 s; -inf if there are not as many
     double truePeak;          // linear
 };
 
@@ -31,7 +31,8 @@ double decibels(double linear);
 class LevelMeter {
 public:
     // `rate` in Hz. Loudness takes longer than everything else, so it is measured on demand.
-    LevelMeter(int channels, int rate, bool withLoudness);
+    // `playedTwice`: the one channel will be played on both sides of a stereo pair.
+    LevelMeter(int channels, int rate, bool withLoudness, bool playedTwice = false);
 
     // Interleaved samples. Those that are not finite count as 0.
     void add(const float* interleaved, std::int64_t frames);
@@ -51,6 +52,7 @@ private:
     std::vector<TruePeak> truePeaks;              // of each channel
     std::vector<float> pending;                   // less than 0.1 s, after which it is read
     std::size_t interval;                         // samples in 0.1 s
+    std::int64_t framesToShortTerm;               // until 3 s are read
     double shortTermMaximum;                      // LUFS
 };
 

@@ -226,7 +226,7 @@ RenderReport render(host::Plugin& plugin, const RenderJob& job, const ShowProgre
 
     const bool leveled = job.goal.wanted();
     const bool withLoudness = job.measureLoudness || leveled;
-    LevelMeter before(inputs, reader.rate(), withLoudness);
+    LevelMeter before(inputs, reader.rate(), withLoudness, inputs < outputs);
     LevelMeter after(outputs, reader.rate(), withLoudness);
     const auto write = [&](const float* audio, std::int64_t frames) {
         writer.write(audio, frames);

@@ -16,7 +16,8 @@ constexpr const char* kPluginText =
     "Linux (.so) or, through Wine, for Windows (.dll).";
 constexpr const char* kExitText =
     "Exit codes: 0 on success; 1 where check finds faults, bank diff differences, latency a delay "
-    "other than the reported one, or render an input that ends early; 2 on errors, with a message.";
+    "other than the reported one, or render or edit an input that ends early; 2 on errors, with a "
+    "message.";
 
 struct OptionDescription {
     std::vector<std::string> names;    // "-o", "--output"; empty for an argument without a name

@@ -41,12 +41,15 @@ CLI::Validator numberRange(double lowest, double highest)
 {
     char limits[64];
     std::snprintf(limits, sizeof(limits), "%.10g to %.10g", lowest, highest);
-    CLI::Range range(lowest, highest);
     return CLI::Validator(
-        [range, words = std::string(limits)](std::string& text) {
-            return range(text).empty() ? "" : "'" + text + "' is not in range " + words;
+        [lowest, highest, words = std::string(limits)](std::string& text) {
+            // CLI::Range takes what is not a number for one within it.
+            double value = 0.0;
+            const bool inside =
+                CLI::detail::lexical_cast(text, value) && value >= lowest && value <= highest;
+            return inside ? "" : "'" + text + "' is not in range " + words;
         },
-        range.get_description());
+        CLI::Range(lowest, highest).get_description());
 }
 
 void addPluginOption(CLI::App& command, std::string& path)

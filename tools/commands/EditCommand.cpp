@@ -93,7 +93,8 @@ std::string renderLine(const EditOptions& options, host::Plugin& plugin,
             add("--set", settingText(parameters, index, value));
     }
     const auto file = [](const std::string& path, const char* name) {
-        return " " + (path.empty() ? std::string(name) : shellWord(path));
+        const std::string guard = path.size() > 1 && path[0] == '-' ? "./" : "";
+        return " " + (path.empty() ? std::string(name) : shellWord(guard + path));
     };
     return line + file(options.input, "IN") + file(options.output, "OUT");
 }

@@ -319,7 +319,7 @@ void addHarmonicsCommand(CLI::App& app, Action& action)
         ->excludes(level);
     command.add_option("--rate", options->plan.rate, "Sample rate in Hz")
         ->capture_default_str()
-        ->check(numberRange(8000.0, 768000.0));
+        ->check(numberRange(8000.0, 400000.0));
     command
         .add_option("-o,--output", options->output,
                     "A picture (.svg, .png) or a table (.csv). Default: a table on the screen")

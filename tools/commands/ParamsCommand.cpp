@@ -89,7 +89,8 @@ int runParams(const ParamsOptions& options)
     ParameterText parameters = openParameterText(options.plugin);
     std::vector<int> wanted;
     for (const std::string& title : options.titles)
-        wanted.push_back(parameters.indexOf(title));
+        for (const int index : parameters.indicesOf(title))
+            wanted.push_back(index);
     if (options.json) {
         for (int index = 0; options.titles.empty() && index < parameters.count(); ++index)
             wanted.push_back(index);

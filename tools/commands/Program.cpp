@@ -5,6 +5,7 @@
 #include "tools/commands/Completion.h"
 #include "tools/commands/HelpText.h"
 #include "tools/commands/ManualPage.h"
+#include "tools/common/ToolError.h"
 #include "tools/host/HostError.h"
 
 #include <algorithm>
@@ -14,9 +15,21 @@
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 
 constexpr int kBadInput = 2;
+
+// Without this, a file that the program writes could take the number of a standard stream that is
+// closed, and get the messages for it. What uses such a stream still fails.
+void keepStandardStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) < 0)
+            open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+}
 
 // Prints the message on one line, with control characters replaced by spaces.
 int reportError(std::string message)
@@ -93,12 +106,25 @@ std::string commandError(CLI::App& app, const std::vector<std::string>& words)
     return complete ? "" : missing + "; '" + program + " --help' lists them";
 }
 
+// An empty value, as of a shell's variable that is not set, must not count as an option not given.
+// A text may be empty.
+void refuseEmptyValues(const CLI::App& app)
+{
+    for (const CLI::App* const command : app.get_subcommands())
+        refuseEmptyValues(*command);
+    for (const CLI::Option* const option : app.get_options())
+        for (const std::string& value : option->results())
+            if (value.empty() && option->get_type_name() != "TEXT")
+                throw tool::ToolError("the value of " + option->get_name() + " is empty");
+}
+
 }  // namespace
 
 namespace tool {
 
 int runProgram(int argc, char** argv)
 {
+    keepStandardStreams();
     CLI::App app(
         "Renders audio through the ZKR T46 mastering equaliser, measures it, and works on its "
         "presets.",
@@ -129,6 +155,7 @@ int runProgram(int argc, char** argv)
         return reportError(wrongCommand);
     try {
         app.parse(argc, argv);
+        refuseEmptyValues(app);
         return finish(action());
     } catch (const CLI::Success& request) {
         return finish(app.exit(request));

@@ -10,6 +10,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <strings.h>
+
 namespace tool {
 
 namespace {
@@ -121,7 +123,7 @@ std::string csvText(const Json& files)
 
 bool endsIn(const std::string& path, const char* ending)
 {
-    return std::filesystem::path(path).extension() == ending;
+    return strcasecmp(std::filesystem::path(path).extension().c_str(), ending) == 0;
 }
 
 }  // namespace

@@ -348,14 +348,14 @@ void addResponseCommand(CLI::App& app, Action& action)
         ->check(numberRange(-120.0, 20.0));
     command.add_option("--rate", options->plan.rate, "Sample rate in Hz")
         ->capture_default_str()
-        ->check(numberRange(8000.0, 768000.0));
+        ->check(numberRange(8000.0, 400000.0));
     command.add_option("--from", options->plan.fromHz, "Lowest frequency in Hz")
         ->capture_default_str()
         ->check(numberRange(1.0, 100000.0));
     command
         .add_option("--to", options->plan.toHz,
                     "Highest frequency in Hz. Default: 90 % of half the rate")
-        ->check(numberRange(1.0, 384000.0));
+        ->check(numberRange(1.0, 200000.0));
     command.add_option("--points", options->plan.points, "Frequencies to measure")
         ->capture_default_str()
         ->check(CLI::Range(2, 10000));

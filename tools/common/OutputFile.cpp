@@ -69,6 +69,18 @@ void keepOnInterruption(int slot)
         interruptionSlots[static_cast<std::size_t>(slot)].used = false;
 }
 
+// The path with symbolic links resolved, also one to a file that does not exist.
+std::string resolved(const std::string& path)
+{
+    constexpr int kMaxLinks = 40;
+    std::error_code error;
+    fs::path target = path;
+    for (int i = 0; i < kMaxLinks && fs::is_symlink(target, error); ++i)
+        target = target.parent_path() / fs::read_symlink(target, error);
+    const fs::path canonical = fs::weakly_canonical(target, error);
+    return error ? path : canonical.string();
+}
+
 mode_t modeForNewFiles()
 {
     static const mode_t mask = [] {
@@ -90,9 +102,7 @@ OutputFile::OutputFile(const std::string& path)
         file = openScratchFile(temporaryFolder());
         return;
     }
-    std::error_code error;
-    const fs::path resolved = fs::weakly_canonical(path, error);
-    target = error ? path : resolved.string();
+    target = resolved(path);
     struct stat there;
     mode_t mode = modeForNewFiles();
     if (stat(target.c_str(), &there) == 0) {

@@ -45,6 +45,8 @@ std::string temporaryFolder()
 
 int openScratchFile(const std::string& folder)
 {
+    // Exceeding a size limit then gives an error instead of a signal.
+    std::signal(SIGXFSZ, SIG_IGN);
     std::string pattern = (folder.empty() ? "." : folder) + "/.zkrt46-XXXXXX";
     const int file = mkostemp(pattern.data(), O_CLOEXEC);
     if (file < 0)
@@ -59,7 +61,8 @@ int copyOfStandardInput()
     const int failure = copy(STDIN_FILENO, file);
     if (failure) {
         close(file);
-        throw ToolError(std::string("cannot read the standard input: ") + std::strerror(failure));
+        throw ToolError("cannot copy the standard input to '" + temporaryFolder()
+                        + "': " + std::strerror(failure));
     }
     return file;
 }

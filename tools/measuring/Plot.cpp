@@ -144,7 +144,8 @@ std::string endLabels(std::vector<EndLabel> labels, double lowest, double highes
 
 std::string drawPlot(const std::string& script)
 {
-    ChildProcess gnuplot(ChildProcess::Role::Helper, {"gnuplot"});
+    // Without the user's own settings.
+    ChildProcess gnuplot(ChildProcess::Role::Helper, {"gnuplot", "--default-settings"});
     if (!gnuplot.started())
         throw ToolError("drawing needs gnuplot: " + gnuplot.startError()
                         + " (a .csv file needs no gnuplot)");
