@@ -49,5 +49,6 @@ set output "$folder/instances.svg"
 set xlabel "instances"
 set xrange [0:210]
 unset key
-plot "$csv" using (strcol(1) eq "instances" ? column(2) : NaN):7 with points pt 7 ps 0.9
+plot "$csv" using (strcol(1) eq "instances" ? column(2) : NaN):7 with points pt 7 ps 0.9 \
+    title "instances"
 EOF

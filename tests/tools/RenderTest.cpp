@@ -6,6 +6,7 @@
 #include "tests/tools/AudioContent.h"
 #include "tests/tools/Complaint.h"
 #include "tests/tools/FakePlugin.h"
+#include "tools/common/Progress.h"
 #include "tools/common/ToolError.h"
 
 #include <algorithm>
@@ -212,6 +213,15 @@ TEST_F(Rendering, KeepsCuesAtTheirPlaceInTheAudioAndForgetsTheLoudnessOfTheInput
         std::memcpy(&bext, written.broadcast.data(), sizeof(bext));
         EXPECT_EQ(fields(), std::vector<int>(5, 0x7FFF));
     }
+}
+
+TEST(Progress, EstimatesTheTimeLeft)
+{
+    EXPECT_EQ(timeLeft(0.9, 0.5), "");
+    EXPECT_EQ(timeLeft(9.0, 0.0), "");
+    EXPECT_EQ(timeLeft(30.0, 0.25), ", 1:30 left");
+    EXPECT_EQ(timeLeft(45.0, 0.9), ", 0:05 left");
+    EXPECT_EQ(timeLeft(1000.0, 0.2), ", 1:06:40 left");
 }
 
 TEST(LevelMeter, MeasuresTheRangeBetweenTwoLevels)

@@ -7,6 +7,7 @@ namespace {
 
 std::mutex mutex;
 int starts = 0, catches = 0;
+bool stale = false;  // a thread has begun with the values of an earlier one
 
 struct SlowStart {
     SlowStart()
@@ -23,6 +24,12 @@ struct SlowStart {
 ZKR_EXPORT void useRuntime()
 {
     static const SlowStart start;
+    thread_local bool used = false;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        stale = stale || used;
+    }
+    used = true;
     for (int i = 0; i < 100; ++i)
         try {
             throw i;
@@ -32,8 +39,9 @@ ZKR_EXPORT void useRuntime()
         }
 }
 
-// The count of all threads; -1 if the object was not constructed exactly once.
+// The count of all threads; -1 if the object was not constructed exactly once, or a thread called
+// useRuntime twice.
 ZKR_EXPORT int countedByRuntime()
 {
-    return starts == 1 ? catches : -1;
+    return starts == 1 && !stale ? catches : -1;
 }

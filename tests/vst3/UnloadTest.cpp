@@ -116,6 +116,17 @@ TEST(Unloading, ReleasesThreadLocalMemoryOfThreadsThatLiveOn)
     });
 }
 
+// The system gives a new thread the number of one that has ended.
+TEST(Unloading, AThreadStartsWithoutTheValuesOfOneThatEnded)
+{
+    constexpr int kThreads = 1000;
+    host::SharedLibrary library(ZKR_RUNTIME_MODULE);
+    const auto use = reinterpret_cast<void (*)()>(library.find("useRuntime"));
+    for (int i = 0; i < kThreads; ++i)
+        std::thread(use).join();
+    EXPECT_EQ(reinterpret_cast<int (*)()>(library.find("countedByRuntime"))(), 100 * kThreads);
+}
+
 TEST(Unloading, AllowsTheLibrarysFileToBeReplaced)
 {
     namespace fs = std::filesystem;

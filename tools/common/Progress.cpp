@@ -25,21 +25,6 @@ double secondsSince(Clock::time_point start)
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// ", 1:05 left"; empty as long as it cannot be told.
-std::string timeLeft(double elapsed, double fraction)
-{
-    if (elapsed < kFirstEstimate || fraction <= 0.0)
-        return "";
-    const long seconds = std::lround(elapsed * (1.0 - fraction) / fraction);
-    char text[64];
-    if (seconds < 3600)
-        std::snprintf(text, sizeof(text), ", %ld:%02ld left", seconds / 60, seconds % 60);
-    else
-        std::snprintf(text, sizeof(text), ", %ld:%02ld:%02ld left", seconds / 3600,
-                      seconds / 60 % 60, seconds % 60);
-    return text;
-}
-
 // "name [####......]  40 %"
 std::string barText(const std::string& label, double fraction, int width)
 {
@@ -81,6 +66,20 @@ std::size_t lineWidth()
 }
 
 }  // namespace
+
+std::string timeLeft(double elapsed, double fraction)
+{
+    if (elapsed < kFirstEstimate || fraction <= 0.0)
+        return "";
+    const long seconds = std::lround(elapsed * (1.0 - fraction) / fraction);
+    char text[64];
+    if (seconds < 3600)
+        std::snprintf(text, sizeof(text), ", %ld:%02ld left", seconds / 60, seconds % 60);
+    else
+        std::snprintf(text, sizeof(text), ", %ld:%02ld:%02ld left", seconds / 3600,
+                      seconds / 60 % 60, seconds % 60);
+    return text;
+}
 
 Progress::Progress(const std::string& label)
     : label(label), onTerminal(isatty(STDERR_FILENO) != 0), visible(false), started(Clock::now()),

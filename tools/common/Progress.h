@@ -11,6 +11,10 @@ namespace tool {
 
 using Clock = std::chrono::steady_clock;
 
+// ", 1:05 left", when a fraction of the work took `elapsed` seconds; empty as long as it cannot be
+// told.
+std::string timeLeft(double elapsed, double fraction);
+
 class Progress {
 public:
     explicit Progress(const std::string& label);

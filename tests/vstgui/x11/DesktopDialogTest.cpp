@@ -3,6 +3,7 @@
 #include "tests/support/MockedPrograms.h"
 #include "tests/vstgui/x11/User.h"
 
+#include <csignal>
 #include <functional>
 #include <numeric>
 #include <optional>
@@ -44,6 +45,21 @@ public:
             fs::remove_all(folder, ignored);
             return !fs::exists(folder);
         });
+    }
+    // As if it crashed.
+    static void endPortal()
+    {
+        ChildProcess asking(ChildProcess::Role::Desktop,
+                            {"/usr/bin/dbus-send", "--session", "--print-reply=literal",
+                             "--dest=org.freedesktop.DBus", "/",
+                             "org.freedesktop.DBus"
+                             ".GetConnectionUnixProcessID",
+                             "string:org.freedesktop.portal.Desktop"});
+        std::string output;
+        while (asking.readOutput(output))
+            pump(5);
+        ASSERT_EQ(asking.wait(), 0);
+        kill(std::stoi(output.substr(output.find("uint32") + 6)), SIGKILL);
     }
     SessionBus(const SessionBus&) = delete;
     SessionBus& operator=(const SessionBus&) = delete;
@@ -197,6 +213,16 @@ TEST_P(DesktopDialog, LoadsSavesAsksAndCancels)
         }
         EXPECT_TRUE(closes(*choice));
         EXPECT_EQ(choice->path, scene.chosen);
+    }
+    // The portal ends, but the dialog is of another program and stays.
+    if (bus) {
+        const auto choice = ask(kSave);
+        nextWindow();
+        bus->endPortal();
+        EXPECT_TRUE(pumpUntil([&] { return choice->getNbReference() == 1; }));
+        user("key Escape");
+        EXPECT_TRUE(closes(*choice));
+        EXPECT_EQ(choice->path, "");
     }
     // The editor, then the host's window is closed while the dialog is open.
     for (const bool editor : {true, false}) {
