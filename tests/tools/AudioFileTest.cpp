@@ -111,8 +111,11 @@ TEST(AudioFile, SamplesAreReadBackExactlyAndEqualWritesGiveEqualFiles)
     EXPECT_TRUE(AudioReader(folder / "f.wav").holdsFloats());
     EXPECT_FALSE(AudioReader(folder / "a.wav").holdsFloats());
 
-    writeAudio(folder / "empty.wav", {}, SampleFormat::Int24);
-    EXPECT_EQ(AudioReader(folder / "empty.wav").frames(), 0);
+    writeAudio(folder / "empty.flac", {}, SampleFormat::Int24);
+    for (const char* name : {"empty.wav", "empty.aif"}) {
+        writeAudio(folder / name, {}, SampleFormat::Int24);
+        EXPECT_EQ(AudioReader(folder / name).frames(), 0);
+    }
 
     // Samples outside full scale are clipped and counted.
     const float nan = std::numeric_limits<float>::quiet_NaN();

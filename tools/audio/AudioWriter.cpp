@@ -240,9 +240,11 @@ std::vector<std::string> AudioWriter::commit()
         SF_INFO info{};
         SF_VIRTUAL_IO calls = outputFileCalls();
         const SoundFile written(sf_open_virtual(&calls, SFM_READ, &info, &output));
-        if (!written || info.frames != framesWritten)
+        // libsndfile does not read empty FLAC files.
+        if (framesWritten > 0 && (!written || info.frames != framesWritten))
             refuse("it could not be read again");
-        missing = metadata.missingFrom(readMetadata(written.get(), info.format));
+        if (written)
+            missing = metadata.missingFrom(readMetadata(written.get(), info.format));
     }
     output.commit();
     return missing;
