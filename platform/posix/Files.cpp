@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <memory>
 
@@ -33,12 +34,23 @@ private:
     int number;
 };
 
-// The path with symbolic links resolved; the path itself if the file does not exist.
-std::string resolved(const std::string& path)
+// The path with symbolic links resolved, also one to a file that does not exist.
+std::string resolved(std::string path)
 {
-    const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
-                                                           &std::free);
-    return real ? real.get() : path;
+    constexpr int kMaxLinks = 40;
+    for (int i = 0; i < kMaxLinks; ++i) {
+        const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
+                                                               &std::free);
+        if (real)
+            return real.get();
+        char target[PATH_MAX];
+        const ssize_t size = readlink(path.c_str(), target, sizeof(target));
+        if (size <= 0 || static_cast<std::size_t>(size) == sizeof(target))
+            break;
+        const std::string folder = target[0] == '/' ? "" : path.substr(0, path.rfind('/') + 1);
+        path = folder + std::string(target, static_cast<std::size_t>(size));
+    }
+    return path;
 }
 
 bool writeAll(int file, const std::vector<std::uint8_t>& bytes)

@@ -142,13 +142,16 @@ TEST_F(PosixFile, ASaveFollowsALinkAndKeepsThePermissions)
     }
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_FALSE(fs::is_symlink(path));
+    fs::create_symlink("made.zkb", folder / "dangling");
+    EXPECT_TRUE(platform::replaceFile(folder / "dangling", next));
+    EXPECT_EQ(contentOf(folder / "made.zkb"), contentOf(path));
     EXPECT_EQ(contents(), next);
     // A new file follows the umask.
     const mode_t mask = umask(027);
     EXPECT_TRUE(platform::replaceFile(folder / "new", next));
     umask(mask);
     EXPECT_EQ(modeOf(folder / "new"), 0640u);
-    EXPECT_EQ(folder.count(), 3);
+    EXPECT_EQ(folder.count(), 5);
 }
 
 // Permissions or disk space are missing. On a full disk the first bytes of the new file can be
