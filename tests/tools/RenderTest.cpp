@@ -171,6 +171,7 @@ TEST_F(Rendering, ReachesTheLoudnessThatIsAskedForAndNeverPassesTheCeiling)
     job.goal = {true, {}, {}};
     EXPECT_EQ(rendered(), std::vector<float>(kRate));
     EXPECT_EQ(report.notes.at(0).rfind("silent", 0), 0u);
+    EXPECT_EQ(report.gain, 0.0);
     writeInput(std::vector<float>(kRate / 10, 0.5f), 1);
     job.goal = {true, {}, -20.0};
     rendered();
