@@ -333,7 +333,7 @@ public:
     template <typename Container>
     void restore(Container bytes)
     {
-        call(effSetChunk, 0, static_cast<VstIntPtr>(bytes.size()), bytes.data());
+        EXPECT_EQ(call(effSetChunk, 0, static_cast<VstIntPtr>(bytes.size()), bytes.data()), 0);
     }
 
     auto timesAsked(VstInt32 opcode) const
