@@ -448,6 +448,7 @@ TEST(AudioFile, RefusesFilesThatAreNotReadableAudio)
     for (const auto& [name, words] : refusals) {
         const std::string said = complaintOf([&, file = folder / name] { readAudio(file); });
         EXPECT_NE(said.find(words), std::string::npos) << name << ": " << said;
+        EXPECT_NE(said.back(), '.') << "two sentences: " << said;
     }
 }
 
