@@ -334,6 +334,7 @@ Can do
     EXPECT_EQ(run("latency"), 0) << out;
     // Two header lines, six rates in three states each, and the result.
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 2 + 18 + 1);
+    EXPECT_EQ(out.find('!'), out.npos) << "delays marked as wrong";
 }
 
 TEST_F(CommandLine, WritesMeasurementsAsTablesAndPictures)
