@@ -268,7 +268,7 @@ TEST(AudioFile, CarriesTagsMarkersAndBroadcastDataAndNamesWhatIsLost)
     metadata.instrument = loop;
     // Longer than libsndfile's headers may be.
     const std::string text = "<" + std::string(70000, 'x') + ">";
-    metadata.chunks = {{"iXML", text + '\0'}};
+    metadata.chunks = {{"iXML", text + '\0'}, {"id3 ", std::string("ID3\0", 4)}};
     metadata.unread = {"the chunk 'zzzz'"};
 
     TemporaryFolder folder;
@@ -282,7 +282,7 @@ TEST(AudioFile, CarriesTagsMarkersAndBroadcastDataAndNamesWhatIsLost)
           "the chunk 'zzzz'"}},
         {"a.flac",
          {"the broadcast information (bext)", "2 cue points", "the loop points", "the chunk 'iXML'",
-          "the chunk 'zzzz'"}},
+          "the chunk 'id3 '", "the chunk 'zzzz'"}},
     };
     metadata.delay(96);
     for (const auto& row : rows) {
@@ -299,6 +299,7 @@ TEST(AudioFile, CarriesTagsMarkersAndBroadcastDataAndNamesWhatIsLost)
         EXPECT_EQ(read.cues.at(0).sample_offset, 296u);
         EXPECT_STREQ(read.cues.at(1).name, "Verse 10");
         EXPECT_EQ(read.chunks.at(0).data, text);
+        EXPECT_EQ(read.chunks.at(1).data, metadata.chunks[1].data);
     }
     const FileMetadata wav = AudioReader(folder / "a.wav").metadata();
     std::memcpy(&bext, wav.broadcast.data(), sizeof(bext));

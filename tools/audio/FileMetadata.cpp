@@ -27,7 +27,8 @@ constexpr std::size_t kMaxCues = 2500;
 using Cues = SF_CUES_VAR(kMaxCues);
 
 // Chunks with text about the recording; they don't depend on the audio's format or length.
-constexpr const char* kCopiedChunks[]{"iXML", "axml", "_PMX", "aXML", "id3 ", "ID3 ", "DISP"};
+constexpr const char* kXmlChunks[]{"iXML", "axml", "_PMX", "aXML"};
+constexpr const char* kBinaryChunks[]{"id3 ", "ID3 ", "DISP"};
 // Chunks that libsndfile reads into the other members, if not always completely.
 constexpr const char* kReadChunks[]{"LIST", "bext", "cart", "cue ", "smpl",
                                     "NAME", "AUTH", "ANNO", "(c) ", "MARK"};
@@ -92,13 +93,15 @@ void readChunks(SNDFILE* file, FileMetadata& metadata)
         if (sf_get_chunk_size(it, &info) != SF_ERR_NO_ERROR || info.datalen == 0
             || !readChunk(it, 1, data, id) || isOneOf(kAudioChunks, id))
             continue;
-        const bool copied = isOneOf(kCopiedChunks, id), read = isOneOf(kReadChunks, id);
+        const bool xml = isOneOf(kXmlChunks, id);
+        const bool copied = xml || isOneOf(kBinaryChunks, id), read = isOneOf(kReadChunks, id);
         if ((!copied && !read) || info.datalen > kMaxSize
             || !readChunk(it, info.datalen, data, id)) {
             metadata.unread.push_back("the chunk '" + id + "'");
         } else if (copied) {
             // libsndfile and others add bytes up to a multiple of four.
-            data.erase(data.find_last_not_of('\0') + 1);
+            if (xml)
+                data.erase(data.find_last_not_of('\0') + 1);
             metadata.chunks.push_back({id, data});
         } else {
             const std::vector<std::string> words = unreadInChunk(id, data, metadata);

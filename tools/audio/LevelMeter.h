@@ -15,7 +15,7 @@ namespace tool {
 struct Loudness {
     double integrated;        // LUFS; -inf for audio that is silent or shorter than 0.4 s
     double range;             // LU
-    double shortTermMaximum;  // LUFS, of 3 s; -inf if there are not as many
+    double shortTermMaximum;  // LUFS, of 3 s; -inf for shorter audio
     double truePeak;          // linear
 };
 
@@ -52,7 +52,7 @@ private:
     std::vector<TruePeak> truePeaks;              // of each channel
     std::vector<float> pending;                   // less than 0.1 s, after which it is read
     std::size_t interval;                         // samples in 0.1 s
-    std::int64_t framesToShortTerm;               // until 3 s are read
+    std::int64_t framesToShortTerm;               // left until the first 3 s are complete
     double shortTermMaximum;                      // LUFS
 };
 
