@@ -38,7 +38,8 @@ std::string userFolder()
     return home.empty() ? "" : home + "/.local/share/" + product::kSettingsFolder;
 }
 
-// Where packages install values for all users, such as the manual's path.
+}  // namespace
+
 std::vector<std::string> systemFolders()
 {
     const char* variable = std::getenv("XDG_DATA_DIRS");
@@ -49,8 +50,6 @@ std::vector<std::string> systemFolders()
             folders.push_back(data + '/' + product::kSettingsFolder);
     return folders;
 }
-
-}  // namespace
 
 FileStore::FileStore(std::string folder, std::vector<std::string> sharedFolders)
     : folder(std::move(folder)), sharedFolders(std::move(sharedFolders))

@@ -6,6 +6,10 @@
 
 namespace platform {
 
+// Where packages install values for all users, such as the manual's path: the program's folders in
+// the directories of XDG_DATA_DIRS, which is a list with colons. Relative paths are ignored.
+std::vector<std::string> systemFolders();
+
 class FileStore : public SettingsStore {
 public:
     // The folder is created with the first value. With an empty path nothing is stored. Values that

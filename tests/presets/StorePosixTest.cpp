@@ -131,6 +131,16 @@ TEST_F(PosixFile, TheStoreUsesTheDataFolderOfTheUserThenThoseOfTheSystem)
     }
 }
 
+TEST(SystemFolders, AreTheStandardOnesWithoutAList)
+{
+    const std::vector<std::string> standard{"/usr/local/share/ZKR-soundworks/ZKRT46",
+                                            "/usr/share/ZKR-soundworks/ZKRT46"};
+    unsetenv("XDG_DATA_DIRS");
+    EXPECT_EQ(platform::systemFolders(), standard);
+    setenv("XDG_DATA_DIRS", "", 1);
+    EXPECT_EQ(platform::systemFolders(), standard);
+}
+
 TEST_F(PosixFile, ASaveFollowsALinkAndKeepsThePermissions)
 {
     const std::string link = folder / "link";

@@ -111,6 +111,9 @@ TEST_F(WrappedEffect, TellsTheHostWhatItsParametersAndCallsAre)
 TEST_F(WrappedEffect, TheControllerGetsPendingValuesOnRequestAndTheHostIsToldOfChanges)
 {
     host.set(0, 0.9f);
+    char display[64];
+    host.call(effGetParamDisplay, 0, 0, display);
+    EXPECT_STREQ(display, "0.9000");
     EXPECT_EQ(host.controller->getParamNormalized(kLevelId), 0.5);
     IComponentHandler* const wrapper = host.controller->getComponentHandler();
     FUnknownPtr<IPendingValues>(wrapper)->deliverPendingValues();

@@ -68,6 +68,13 @@ TEST(ChildProcess, OfAProcessThatIgnoresItsChildrenEndsAllTheSame)
     std::signal(SIGCHLD, usual);
 }
 
+TEST(ChildProcess, OfTheDesktopIsAskedToEndWithItsObject)
+{
+    const auto start = std::chrono::steady_clock::now();
+    ChildProcess(Role::Desktop, {"sleep", "20"});
+    EXPECT_LT(Seconds(std::chrono::steady_clock::now() - start).count(), 4.0);
+}
+
 TEST(ChildProcess, DetectsTheExitThoughAGrandchildHoldsThePipeOpen)
 {
     const auto start = std::chrono::steady_clock::now();

@@ -384,6 +384,7 @@ TEST_F(Bundle, HandlesMissingBusesAndChannels)
         reference.start(48000.0, 64);
         instance.start(48000.0, 64);
         const bool leftIn = row.channelsIn > 0;
+        EXPECT_EQ(instance.render({left, left}, {64}), reference.render({left, left}, {64}));
         const auto wanted = reference.render({leftIn ? left : silence, silence}, {64});
         std::vector<Signal> out(8, untouched);
         Sample32 *inputs[2] = {left.data(), nullptr}, *outputs[8] = {};

@@ -121,6 +121,7 @@ TEST_F(Drawing, TextTooWideForItsPlaceIsShownFromItsStartWithAnEllipsis)
     EXPECT_EQ(fitted(name.c_str(), width("B\u00f6xk\u00e4mpfer \u2026")),
               "B\u00f6xk\u00e4mpfer\u2026");
     EXPECT_EQ(fitted(name.c_str(), 0.), "\u2026");
+    EXPECT_EQ(fitted("a\u01c4beyond", width("a\u01c4\u2026") - 1.), "a\u2026");
     EXPECT_EQ(fitted("", 0.), "");
     EXPECT_EQ(fitted(nullptr, 9.), "");
 }

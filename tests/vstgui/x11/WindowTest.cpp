@@ -76,6 +76,7 @@ TEST_F(X11Window, TypingIntoTheTextBoxIsUtf8)
 
 TEST_F(X11Window, TheServerOfTheInputMethodMayEndWhileTextIsTyped)
 {
+    desktop.addKeys({XK_dead_acute});
     setenv("XMODIFIERS", "@im=uim", 1);
     ASSERT_TRUE(setlocale(LC_CTYPE, "C.UTF-8"));
     TemporaryFolder folder;
@@ -91,6 +92,10 @@ TEST_F(X11Window, TheServerOfTheInputMethodMayEndWhileTextIsTyped)
     EXPECT_EQ(std::system(("kill $(cat " + pid + "); sleep 0.3").c_str()), 0);
     user("type cd");
     EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "abcd");
+    // Xlib's built-in method takes its place.
+    user("key Return");
+    user(to(100, 70) + " click 1 key End key dead_acute key e");
+    EXPECT_STREQ(edit->getPlatformTextEdit()->getText(), "abcd\u00e9");
     closeFrame();
     setlocale(LC_CTYPE, "C");
     unsetenv("XMODIFIERS");
