@@ -108,6 +108,19 @@ TEST_F(Win32Window, APressThatNoViewHandlesIsNotCaptured)
     EXPECT_FALSE(record.has("up 350,250 L"));
 }
 
+TEST_F(Win32Window, TheButtonsHeldFollowTheUsersSwap)
+{
+    movePointer(20, 30);
+    press();
+    for (const bool swapped : {true, false}) {
+        SwapMouseButton(swapped);
+        CButtonState buttons;
+        EXPECT_TRUE(frame->getPlatformFrame()->getCurrentMouseButtons(buttons));
+        EXPECT_EQ(buttons(), swapped ? +kRButton : +kLButton);
+    }
+    release();
+}
+
 TEST_F(Win32Window, HidingTheWindowCancelsTheDrag)
 {
     record.onPress = [] { return kMouseEventHandled; };
